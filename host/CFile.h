@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// CFile, a binary file on disk; CMemFile, the same in memory; CFileException.
+
+#include "host/CException.h"
+#include "host/CString.h"
+
+#include <cstdint>
+#include <vector>
+
+/// Thrown by value when a file cannot be opened, read or written. what() names the file.
+class ORVANE_API CFileException : public CException
+{
+    DECLARE_DYNAMIC(CFileException)
+
+public:
+    enum
+    {
+        none,
+        genericException,
+        fileNotFound,
+        badPath,
+        tooManyOpenFiles,
+        accessDenied,
+        invalidFile,
+        removeCurrentDir,
+        directoryFull,
+        badSeek,
+        hardIO,
+        sharingViolation,
+        lockViolation,
+        diskFull,
+        endOfFile
+    };
+
+    explicit CFileException(int cause = none, LONG osError = -1, LPCSTR fileName = nullptr);
+
+    int m_cause;
+    LONG m_lOsError;  ///< the system's own number, -1 when there is none
+    CString m_strFileName;
+};
+
+[[noreturn]] ORVANE_API void AfxThrowFileException(int cause, LONG osError = -1, LPCSTR fileName = nullptr);
+
+/// A file on disk. Owns its descriptor and closes it. Not copyable.
+class ORVANE_API CFile : public CObject
+{
+    DECLARE_DYNAMIC(CFile)
+
+public:
+    /// How to open: one of the first three, and the others joined to it. Sharing is accepted and
+    /// means nothing here.
+    enum OpenFlags
+    {
+        modeRead = 0x0000,
+        modeWrite = 0x0001,
+        modeReadWrite = 0x0002,
+        shareCompat = 0x0000,
+        shareExclusive = 0x0010,
+        shareDenyWrite = 0x0020,
+        shareDenyRead = 0x0030,
+        shareDenyNone = 0x0040,
+        modeCreate = 0x1000,
+        modeNoTruncate = 0x2000,
+        typeBinary = 0x8000
+    };
+    enum SeekPosition
+    {
+        begin = 0,
+        current = 1,
+        end = 2
+    };
+
+    CFile() = default;
+    /// Throws CFileException when the file cannot be opened.
+    CFile(LPCSTR fileName, UINT openFlags);
+    ~CFile() override;
+    CFile(const CFile&) = delete;
+    CFile& operator=(const CFile&) = delete;
+
+    /// FALSE when it cannot be opened, with the reason in \p error when that is given.
+    virtual BOOL Open(LPCSTR fileName, UINT openFlags, CFileException* error = nullptr);
+    virtual UINT Read(void* buffer, UINT count);
+    virtual void Write(const void* buffer, UINT count);
+    /// The new position from the start. Throws badSeek before the start.
+    virtual std::int64_t Seek(std::int64_t offset, UINT from);
+    virtual std::uint64_t GetPosition() const;
+    virtual std::uint64_t GetLength() const;
+    virtual void SetLength(std::uint64_t length);
+    virtual void Flush();
+    virtual void Close();
+    /// Closes without throwing.
+    virtual void Abort();
+    virtual CString GetFilePath() const;
+
+    std::int64_t SeekToEnd() { return Seek(0, end); }
+    void SeekToBegin() { Seek(0, begin); }
+
+private:
+    void* file_ = nullptr;  // the C library's stream
+    CString path_;
+};
+
+/// A file in memory that grows as it is written.
+class ORVANE_API CMemFile : public CFile
+{
+    DECLARE_DYNAMIC(CMemFile)
+
+public:
+    explicit CMemFile(UINT growBytes = 1024);
+    /// Starts with a copy of the bytes, positioned at the start.
+    CMemFile(const BYTE* bytes, UINT count, UINT growBytes = 0);
+
+    UINT Read(void* buffer, UINT count) override;
+    void Write(const void* buffer, UINT count) override;
+    std::int64_t Seek(std::int64_t offset, UINT from) override;
+    std::uint64_t GetPosition() const override;
+    std::uint64_t GetLength() const override;
+    void SetLength(std::uint64_t length) override;
+    void Flush() override;
+    void Close() override;
+    void Abort() override;
+    CString GetFilePath() const override;
+
+    const std::vector<BYTE>& Bytes() const { return bytes_; }
+
+private:
+    std::vector<BYTE> bytes_;
+    std::size_t position_ = 0;
+};

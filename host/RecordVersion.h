@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/CArchive.h"
+
+/// Writes the version that the class writes: its schema number without the versionable bit.
+inline void WriteRecordVersion(CArchive& archive, const CRuntimeClass* runtimeClass)
+{
+    archive << runtimeClass->GetVersion();
+}
+
+/// Reads a record's version and refuses with badSchema what is not 1 to \p newest.
+ORVANE_API DWORD ReadRecordVersion(CArchive& archive, DWORD newest);
+
+/// The same for a class that reads every version up to the one that it writes.
+inline DWORD ReadRecordVersion(CArchive& archive, const CRuntimeClass* runtimeClass)
+{
+    return ReadRecordVersion(archive, runtimeClass->GetVersion());
+}

@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Installed fonts: enumeration, metrics and glyph outlines. Names and texts are in the process's code page.
+
+#include "platform/DeviceContexts.h"
+#include "platform/Export.h"
+#include "platform/Types.h"
+
+#if !defined(_WIN32)
+
+constexpr int LF_FACESIZE = 32;
+constexpr int LF_FULLFACESIZE = 64;
+constexpr DWORD RASTER_FONTTYPE = 1;
+constexpr DWORD DEVICE_FONTTYPE = 2;
+constexpr DWORD TRUETYPE_FONTTYPE = 4;
+constexpr UINT GGO_METRICS = 0;
+constexpr UINT GGO_NATIVE = 2;
+constexpr DWORD GDI_ERROR = 0xFFFFFFFF;
+constexpr WORD TT_PRIM_LINE = 1;
+constexpr WORD TT_PRIM_QSPLINE = 2;
+constexpr DWORD TT_POLYGON_TYPE = 24;
+constexpr BYTE ANSI_CHARSET = 0;
+constexpr BYTE DEFAULT_CHARSET = 1;
+constexpr LONG FW_NORMAL = 400;
+constexpr LONG FW_BOLD = 700;
+constexpr DWORD NTM_ITALIC = 0x01;
+constexpr DWORD NTM_BOLD = 0x20;
+constexpr DWORD NTM_REGULAR = 0x40;
+
+struct LOGFONTA
+{
+    LONG lfHeight;
+    LONG lfWidth;
+    LONG lfEscapement;
+    LONG lfOrientation;
+    LONG lfWeight;
+    BYTE lfItalic;
+    BYTE lfUnderline;
+    BYTE lfStrikeOut;
+    BYTE lfCharSet;
+    BYTE lfOutPrecision;
+    BYTE lfClipPrecision;
+    BYTE lfQuality;
+    BYTE lfPitchAndFamily;
+    char lfFaceName[LF_FACESIZE];
+};
+static_assert(sizeof(LOGFONTA) == 60);
+
+struct ENUMLOGFONTA
+{
+    LOGFONTA elfLogFont;
+    BYTE elfFullName[LF_FULLFACESIZE];
+    BYTE elfStyle[LF_FACESIZE];
+};
+static_assert(sizeof(ENUMLOGFONTA) == 156);
+
+struct TEXTMETRICA
+{
+    LONG tmHeight;
+    LONG tmAscent;
+    LONG tmDescent;
+    LONG tmInternalLeading;
+    LONG tmExternalLeading;
+    LONG tmAveCharWidth;
+    LONG tmMaxCharWidth;
+    LONG tmWeight;
+    LONG tmOverhang;
+    LONG tmDigitizedAspectX;
+    LONG tmDigitizedAspectY;
+    BYTE tmFirstChar;
+    BYTE tmLastChar;
+    BYTE tmDefaultChar;
+    BYTE tmBreakChar;
+    BYTE tmItalic;
+    BYTE tmUnderlined;
+    BYTE tmStruckOut;
+    BYTE tmPitchAndFamily;
+    BYTE tmCharSet;
+};
+
+/// Begins with the fields of TEXTMETRICA.
+struct NEWTEXTMETRICA
+{
+    LONG tmHeight;
+    LONG tmAscent;
+    LONG tmDescent;
+    LONG tmInternalLeading;
+    LONG tmExternalLeading;
+    LONG tmAveCharWidth;
+    LONG tmMaxCharWidth;
+    LONG tmWeight;
+    LONG tmOverhang;
+    LONG tmDigitizedAspectX;
+    LONG tmDigitizedAspectY;
+    BYTE tmFirstChar;
+    BYTE tmLastChar;
+    BYTE tmDefaultChar;
+    BYTE tmBreakChar;
+    BYTE tmItalic;
+    BYTE tmUnderlined;
+    BYTE tmStruckOut;
+    BYTE tmPitchAndFamily;
+    BYTE tmCharSet;
+    DWORD ntmFlags;
+    UINT ntmSizeEM;
+    UINT ntmCellHeight;
+    UINT ntmAvgWidth;
+};
+
+struct PANOSE
+{
+    BYTE bFamilyType;
+    BYTE bSerifStyle;
+    BYTE bWeight;
+    BYTE bProportion;
+    BYTE bContrast;
+    BYTE bStrokeVariation;
+    BYTE bArmStyle;
+    BYTE bLetterform;
+    BYTE bMidline;
+    BYTE bXHeight;
+};
+
+struct OUTLINETEXTMETRICA
+{
+    UINT otmSize;
+    TEXTMETRICA otmTextMetrics;
+    BYTE otmFiller;
+    PANOSE otmPanoseNumber;
+    UINT otmfsSelection;
+    UINT otmfsType;
+    int otmsCharSlopeRise;
+    int otmsCharSlopeRun;
+    int otmItalicAngle;
+    UINT otmEMSquare;
+    int otmAscent;
+    int otmDescent;
+    UINT otmLineGap;
+    UINT otmsCapEmHeight;
+    UINT otmsXHeight;
+    RECT otmrcFontBox;
+    int otmMacAscent;
+    int otmMacDescent;
+    UINT otmMacLineGap;
+    UINT otmusMinimumPPEM;
+    POINT otmptSubscriptSize;
+    POINT otmptSubscriptOffset;
+    POINT otmptSuperscriptSize;
+    POINT otmptSuperscriptOffset;
+    UINT otmsStrikeoutSize;
+    int otmsStrikeoutPosition;
+    int otmsUnderscoreSize;
+    int otmsUnderscorePosition;
+    PSTR otmpFamilyName;  ///< these four: byte offsets from the record's start to zero-ended texts
+    PSTR otmpFaceName;
+    PSTR otmpStyleName;
+    PSTR otmpFullName;
+};
+
+struct FIXED
+{
+    WORD fract;
+    SHORT value;
+};
+
+struct POINTFX
+{
+    FIXED x;
+    FIXED y;
+};
+
+struct MAT2
+{
+    FIXED eM11;
+    FIXED eM12;
+    FIXED eM21;
+    FIXED eM22;
+};
+
+struct GLYPHMETRICS
+{
+    UINT gmBlackBoxX;
+    UINT gmBlackBoxY;
+    POINT gmptGlyphOrigin;
+    SHORT gmCellIncX;
+    SHORT gmCellIncY;
+};
+static_assert(sizeof(GLYPHMETRICS) == 20);
+
+/// Heads each contour of a native outline; curves follow it up to cb bytes.
+struct TTPOLYGONHEADER
+{
+    DWORD cb;
+    DWORD dwType;
+    POINTFX pfxStart;
+};
+static_assert(sizeof(TTPOLYGONHEADER) == 16);
+
+/// A run of cpfx points; only the first is declared.
+struct TTPOLYCURVE
+{
+    WORD wType;
+    WORD cpfx;
+    POINTFX apfx[1];
+};
+
+/// Return 0 to stop the enumeration.
+using FONTENUMPROCA = int(CALLBACK*)(const LOGFONTA* record, const TEXTMETRICA* metrics, DWORD fontType,
+                                     LPARAM data);
+
+ORVANE_API HFONT CreateFontIndirectA(const LOGFONTA* description);
+
+/// Without a name: one callback per installed family. With a family's name, or the full name of its
+/// regular face: each of its styles. With any other full name: that face. The records given are an
+/// ENUMLOGFONTA and a NEWTEXTMETRICA. Returns the last value that the callback returned, 1 if it was
+/// never called.
+ORVANE_API int EnumFontFamiliesA(HDC dc, LPCSTR family, FONTENUMPROCA callback, LPARAM data);
+
+/// With a null \p metrics, the size in bytes of the record with its texts; otherwise fills up to \p size
+/// bytes. 0 when the selected font has no outlines.
+ORVANE_API UINT GetOutlineTextMetricsA(HDC dc, UINT size, OUTLINETEXTMETRICA* metrics);
+
+/// The outline of a character in the selected font (GGO_NATIVE), as polygons of straight and quadratic
+/// runs in 16.16 pixels, y up; or its metrics alone (GGO_METRICS). With size 0 or a null buffer: the
+/// bytes needed, 0 for an empty glyph. GDI_ERROR when the font has no outlines, the buffer is too
+/// small, or \p matrix is not the identity.
+ORVANE_API DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETRICS* metrics, DWORD size,
+                                  LPVOID buffer, const MAT2* matrix);
+
+/// Chooses the process's code page: 1250, 1251, 1252 (the default), 1253, 1254 or 1257. A host does so
+/// before it makes the font list. FALSE for any other.
+ORVANE_API BOOL SetProcessCodePage(UINT codePage);
+ORVANE_API UINT GetACP();
+
+#endif

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Handles of this backend: opaque values that name shared objects in one table, so that a stale or
+/// foreign handle is refused instead of followed. Safe from any thread.
+
+#include "platform/Types.h"
+
+#include <memory>
+
+namespace posix
+{
+
+/// What a handle names.
+struct HandleObject
+{
+    virtual ~HandleObject() = default;
+};
+
+/// Enters an object and returns its new handle, never null.
+void* AddHandle(std::shared_ptr<HandleObject> object);
+
+/// The object that a handle names, null when it names none.
+std::shared_ptr<HandleObject> FindHandle(const void* handle);
+
+/// Takes a handle out of the table; the object lives as long as somebody shares it. Null when it was
+/// not in the table.
+std::shared_ptr<HandleObject> RemoveHandle(const void* handle);
+
+/// The object of the wanted kind that a handle names, null when there is none.
+template <typename Object>
+std::shared_ptr<Object> Resolve(const void* handle)
+{
+    return std::dynamic_pointer_cast<Object>(FindHandle(handle));
+}
+
+}  // namespace posix
