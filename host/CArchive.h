@@ -2,8 +2,9 @@
 #pragma once
 
 /// \file
-/// CArchive, a buffered binary stream of values and object records over a CFile, and CArchiveException.
-/// All numbers are little-endian. The framing of objects is described in docs/archive.md.
+/// CArchive, a buffered binary stream of values and object records over a CFile, and
+/// CArchiveException. All numbers are little-endian. The framing of objects is described in
+/// docs/archive.md.
 
 #include "host/CException.h"
 #include "host/CString.h"
@@ -19,7 +20,8 @@ class ORVANE_API CArchiveException : public CException
     DECLARE_DYNAMIC(CArchiveException)
 
 public:
-    /// Causes. An unscoped enumeration without a name, so that they read as the class's own constants.
+    /// Causes. An unscoped enumeration without a name, so that they read as the class's own
+    /// constants.
     enum
     {
         none,
@@ -40,8 +42,8 @@ public:
 /// Throws a CArchiveException with the cause.
 [[noreturn]] ORVANE_API void AfxThrowArchiveException(int cause, const std::string& message = {});
 
-/// What the stream operators take: the scalars of fixed width. (A long is 64 bits on some systems and
-/// has no place in a record.)
+/// What the stream operators take: the scalars of fixed width. (A long is 64 bits on some systems
+/// and has no place in a record.)
 template <typename Value>
 concept ArchiveValue = std::is_arithmetic_v<Value> && !std::is_same_v<Value, bool> &&
                        (std::is_floating_point_v<Value> ? sizeof(Value) <= 8 : sizeof(Value) <= 4);
@@ -58,7 +60,8 @@ public:
         bNoFlushOnDelete = 2
     };
 
-    /// \param mode store or load, with bNoFlushOnDelete or not. \param bufferSize bytes, at least 128.
+    /// \param mode store or load, with bNoFlushOnDelete or not. \param bufferSize bytes, at least
+    /// 128.
     CArchive(CFile* file, UINT mode, int bufferSize = 4096);
     ~CArchive();
     CArchive(const CArchive&) = delete;
@@ -76,7 +79,8 @@ public:
     void Skip(DWORD count);
     void Write(const void* buffer, UINT count);
 
-    /// Storing: writes what is buffered to the file. Loading: sets the file back to the first unread byte.
+    /// Storing: writes what is buffered to the file. Loading: sets the file back to the first
+    /// unread byte.
     void Flush();
     /// Flushes and lets go of the file.
     void Close();
@@ -100,18 +104,19 @@ public:
     CArchive& operator<<(const CObject* object);
     CArchive& operator>>(CObject*& object);
 
-    /// Writes a reference: null, the index of an object that this archive already has, or the object's
-    /// class and record.
+    /// Writes a reference: null, the index of an object that this archive already has, or the
+    /// object's class and record.
     void WriteObject(const CObject* object);
 
-    /// Reads a reference. A new object is created and loads its record. Who receives the object first
-    /// owns it; references to it from elsewhere are the reader's to refuse.
-    /// \param requested the class that the object must be or derive from; null for any.
+    /// Reads a reference. A new object is created and loads its record. Who receives the object
+    /// first owns it; references to it from elsewhere are the reader's to refuse. \param requested
+    /// the class that the object must be or derive from; null for any.
     CObject* ReadObject(const CRuntimeClass* requested);
 
     void WriteClass(const CRuntimeClass* runtimeClass);
-    /// The class that the next object has. \p schema receives its stored schema; \p objectIndex receives
-    /// the index when an earlier object follows instead of a class, and the result is then null.
+    /// The class that the next object has. \p schema receives its stored schema; \p objectIndex
+    /// receives the index when an earlier object follows instead of a class, and the result is then
+    /// null.
     CRuntimeClass* ReadClass(const CRuntimeClass* requested = nullptr, UINT* schema = nullptr,
                              DWORD* objectIndex = nullptr);
 
@@ -120,12 +125,12 @@ public:
     void WriteCount(DWORD count);
     DWORD ReadCount();
 
-    /// Gives an object an index without writing it, so that its members can refer to it. Null reserves
-    /// an index.
+    /// Gives an object an index without writing it, so that its members can refer to it. Null
+    /// reserves an index.
     void MapObject(const CObject* object);
 
-    /// The schema of the record being read, without its versionable bit; each call after the first gives
-    /// -1 until the next object.
+    /// The schema of the record being read, without its versionable bit; each call after the first
+    /// gives -1 until the next object.
     UINT GetObjectSchema();
     void SetObjectSchema(UINT schema);
 

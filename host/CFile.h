@@ -42,7 +42,8 @@ public:
     CString m_strFileName;
 };
 
-[[noreturn]] ORVANE_API void AfxThrowFileException(int cause, LONG osError = -1, LPCSTR fileName = nullptr);
+[[noreturn]] ORVANE_API void AfxThrowFileException(int cause, LONG osError = -1,
+                                                   LPCSTR fileName = nullptr);
 
 /// A file on disk. Owns its descriptor and closes it. Not copyable.
 class ORVANE_API CFile : public CObject

@@ -64,7 +64,8 @@ public:
     void Serialize(CArchive& archive) override;
 
 protected:
-    /// The class that loaded elements must be of or derive from; null accepts null references and any class.
+    /// The class that loaded elements must be of or derive from; null accepts null references and
+    /// any class.
     virtual const CRuntimeClass* GetElementClass() const { return nullptr; }
 
 private:

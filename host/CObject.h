@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// CObject, the base of everything that knows its class at run time, and CRuntimeClass, which describes
-/// such a class; with the macros that declare and define one.
+/// CObject, the base of everything that knows its class at run time, and CRuntimeClass, which
+/// describes such a class; with the macros that declare and define one.
 
 #include "platform/Export.h"
 #include "platform/Types.h"
@@ -28,7 +28,7 @@ struct ORVANE_API CRuntimeClass
     UINT m_wSchema;                   ///< with VERSIONABLE_SCHEMA, or NON_SERIALIZABLE_SCHEMA
     CObject* (*m_pfnCreateObject)();  ///< null for a class that cannot be created dynamically
     const CRuntimeClass* m_pBaseClass;
-    CRuntimeClass* m_pNextClass;      ///< next in the list of serializable classes
+    CRuntimeClass* m_pNextClass;  ///< next in the list of serializable classes
 
     /// A new object, owned by the caller; null for a class that cannot be created dynamically.
     CObject* CreateObject() const;
@@ -82,49 +82,49 @@ protected:
 
 #define RUNTIME_CLASS(class_name) (&class_name::class##class_name)
 
-#define DECLARE_DYNAMIC(class_name)              \
-public:                                          \
-    static CRuntimeClass class##class_name;      \
+#define DECLARE_DYNAMIC(class_name)         \
+public:                                     \
+    static CRuntimeClass class##class_name; \
     CRuntimeClass* GetRuntimeClass() const override;
 
 #define DECLARE_DYNCREATE(class_name) \
     DECLARE_DYNAMIC(class_name)       \
     static CObject* CreateObject();
 
-#define DECLARE_SERIAL(class_name)                                                                 \
-    DECLARE_DYNCREATE(class_name)                                                                  \
+#define DECLARE_SERIAL(class_name) \
+    DECLARE_DYNCREATE(class_name)  \
     friend ORVANE_API CArchive& operator>>(CArchive& archive, class_name*& object);
 
 // What the three definitions share.
-#define ORVANE_RUNTIME_CLASS(class_name, base_class_name, schema, create)                          \
-    CRuntimeClass class_name::class##class_name = {                                                \
-        #class_name, static_cast<int>(sizeof(class_name)), schema, create,                         \
-        RUNTIME_CLASS(base_class_name), nullptr};                                                  \
-    CRuntimeClass* class_name::GetRuntimeClass() const                                             \
-    {                                                                                              \
-        return RUNTIME_CLASS(class_name);                                                          \
+#define ORVANE_RUNTIME_CLASS(class_name, base_class_name, schema, create) \
+    CRuntimeClass class_name::class##class_name = {                       \
+        #class_name, static_cast<int>(sizeof(class_name)), schema,        \
+        create,      RUNTIME_CLASS(base_class_name),       nullptr};      \
+    CRuntimeClass* class_name::GetRuntimeClass() const                    \
+    {                                                                     \
+        return RUNTIME_CLASS(class_name);                                 \
     }
 
 #define IMPLEMENT_DYNAMIC(class_name, base_class_name) \
     ORVANE_RUNTIME_CLASS(class_name, base_class_name, NON_SERIALIZABLE_SCHEMA, nullptr)
 
-#define IMPLEMENT_DYNCREATE(class_name, base_class_name)                                           \
-    CObject* class_name::CreateObject()                                                            \
-    {                                                                                              \
-        return new class_name;                                                                     \
-    }                                                                                              \
-    ORVANE_RUNTIME_CLASS(class_name, base_class_name, NON_SERIALIZABLE_SCHEMA,                     \
+#define IMPLEMENT_DYNCREATE(class_name, base_class_name)                       \
+    CObject* class_name::CreateObject()                                        \
+    {                                                                          \
+        return new class_name;                                                 \
+    }                                                                          \
+    ORVANE_RUNTIME_CLASS(class_name, base_class_name, NON_SERIALIZABLE_SCHEMA, \
                          class_name::CreateObject)
 
-#define IMPLEMENT_SERIAL(class_name, base_class_name, schema)                                      \
-    CObject* class_name::CreateObject()                                                            \
-    {                                                                                              \
-        return new class_name;                                                                     \
-    }                                                                                              \
-    ORVANE_RUNTIME_CLASS(class_name, base_class_name, schema, class_name::CreateObject)            \
-    static const AFX_CLASSINIT init##class_name(RUNTIME_CLASS(class_name));                        \
-    CArchive& operator>>(CArchive& archive, class_name*& object)                                   \
-    {                                                                                              \
-        object = static_cast<class_name*>(archive.ReadObject(RUNTIME_CLASS(class_name)));          \
-        return archive;                                                                            \
+#define IMPLEMENT_SERIAL(class_name, base_class_name, schema)                             \
+    CObject* class_name::CreateObject()                                                   \
+    {                                                                                     \
+        return new class_name;                                                            \
+    }                                                                                     \
+    ORVANE_RUNTIME_CLASS(class_name, base_class_name, schema, class_name::CreateObject)   \
+    static const AFX_CLASSINIT init##class_name(RUNTIME_CLASS(class_name));               \
+    CArchive& operator>>(CArchive& archive, class_name*& object)                          \
+    {                                                                                     \
+        object = static_cast<class_name*>(archive.ReadObject(RUNTIME_CLASS(class_name))); \
+        return archive;                                                                   \
     }

@@ -14,8 +14,8 @@
 #define ORVANE_PRINTF(text, first)
 #endif
 
-/// A text of 8-bit characters in the process's code page. May hold zero characters when built with a
-/// length. Positions are bytes from 0.
+/// A text of 8-bit characters in the process's code page. May hold zero characters when built with
+/// a length. Positions are bytes from 0.
 class ORVANE_API CString
 {
 public:
@@ -70,7 +70,8 @@ public:
     void Format(LPCSTR format, ...) ORVANE_PRINTF(2, 3);
     void FormatV(LPCSTR format, std::va_list arguments) ORVANE_PRINTF(2, 0);
 
-    /// Replaces the text by a string resource. FALSE, and the empty text, when there is none of that number.
+    /// Replaces the text by a string resource. FALSE, and the empty text, when there is none of
+    /// that number.
     BOOL LoadString(UINT resource);
 
     /// A writable buffer of at least \p minimumLength characters and a final zero, valid until
@@ -87,17 +88,59 @@ ORVANE_API CString operator+(const CString& left, LPCSTR right);
 ORVANE_API CString operator+(LPCSTR left, const CString& right);
 ORVANE_API CString operator+(const CString& left, char right);
 
-inline bool operator==(const CString& a, const CString& b) { return a.Text() == b.Text(); }
-inline bool operator==(const CString& a, LPCSTR b) { return a.Compare(b) == 0; }
-inline bool operator==(LPCSTR a, const CString& b) { return b.Compare(a) == 0; }
-inline bool operator!=(const CString& a, const CString& b) { return a.Text() != b.Text(); }
-inline bool operator!=(const CString& a, LPCSTR b) { return a.Compare(b) != 0; }
-inline bool operator!=(LPCSTR a, const CString& b) { return b.Compare(a) != 0; }
-inline bool operator<(const CString& a, const CString& b) { return a.Compare(b) < 0; }
-inline bool operator<(const CString& a, LPCSTR b) { return a.Compare(b) < 0; }
-inline bool operator>(const CString& a, const CString& b) { return a.Compare(b) > 0; }
-inline bool operator>(const CString& a, LPCSTR b) { return a.Compare(b) > 0; }
-inline bool operator<=(const CString& a, const CString& b) { return a.Compare(b) <= 0; }
-inline bool operator<=(const CString& a, LPCSTR b) { return a.Compare(b) <= 0; }
-inline bool operator>=(const CString& a, const CString& b) { return a.Compare(b) >= 0; }
-inline bool operator>=(const CString& a, LPCSTR b) { return a.Compare(b) >= 0; }
+inline bool operator==(const CString& a, const CString& b)
+{
+    return a.Text() == b.Text();
+}
+inline bool operator==(const CString& a, LPCSTR b)
+{
+    return a.Compare(b) == 0;
+}
+inline bool operator==(LPCSTR a, const CString& b)
+{
+    return b.Compare(a) == 0;
+}
+inline bool operator!=(const CString& a, const CString& b)
+{
+    return a.Text() != b.Text();
+}
+inline bool operator!=(const CString& a, LPCSTR b)
+{
+    return a.Compare(b) != 0;
+}
+inline bool operator!=(LPCSTR a, const CString& b)
+{
+    return b.Compare(a) != 0;
+}
+inline bool operator<(const CString& a, const CString& b)
+{
+    return a.Compare(b) < 0;
+}
+inline bool operator<(const CString& a, LPCSTR b)
+{
+    return a.Compare(b) < 0;
+}
+inline bool operator>(const CString& a, const CString& b)
+{
+    return a.Compare(b) > 0;
+}
+inline bool operator>(const CString& a, LPCSTR b)
+{
+    return a.Compare(b) > 0;
+}
+inline bool operator<=(const CString& a, const CString& b)
+{
+    return a.Compare(b) <= 0;
+}
+inline bool operator<=(const CString& a, LPCSTR b)
+{
+    return a.Compare(b) <= 0;
+}
+inline bool operator>=(const CString& a, const CString& b)
+{
+    return a.Compare(b) >= 0;
+}
+inline bool operator>=(const CString& a, LPCSTR b)
+{
+    return a.Compare(b) >= 0;
+}

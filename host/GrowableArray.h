@@ -8,13 +8,15 @@
 #include <memory>
 #include <utility>
 
-/// The growable array behind every array class: elements held by value, one growth rule. Indices are not
-/// checked. Element has a default constructor and is copied by assignment.
+/// The growable array behind every array class: elements held by value, one growth rule. Indices
+/// are not checked. Element has a default constructor and is copied by assignment.
 ///
-/// - SetSize stores a grow-by other than -1 first. Size 0 frees the block. The first allocation is exactly
-///   the size asked for; growing past the capacity allocates max(size, capacity + growBy). While growBy is
-///   -1 the capacity grows by half instead.
-/// - Shrinking lowers the size only: the surplus elements stay, and growing again within the capacity shows
+/// - SetSize stores a grow-by other than -1 first. Size 0 frees the block. The first allocation is
+/// exactly
+///   the size asked for; growing past the capacity allocates max(size, capacity + growBy). While
+///   growBy is -1 the capacity grows by half instead.
+/// - Shrinking lowers the size only: the surplus elements stay, and growing again within the
+/// capacity shows
 ///   them as they were.
 ///
 /// \tparam SetAtGrowStep the grow-by that SetAtGrow hands to SetSize; -1 keeps the stored one.
@@ -26,8 +28,8 @@ public:
     GrowableArray(const GrowableArray& other) { *this = other; }
     ~GrowableArray() = default;
 
-    /// Empties the array, then copies the elements into a block of exactly their number. The grow-by is
-    /// not copied.
+    /// Empties the array, then copies the elements into a block of exactly their number. The
+    /// grow-by is not copied.
     GrowableArray& operator=(const GrowableArray& other)
     {
         if (this != &other)
@@ -101,8 +103,8 @@ public:
         return index;
     }
 
-    /// Moves the elements from \p index on up by \p count, or grows up to \p index, and puts copies of the
-    /// element there.
+    /// Moves the elements from \p index on up by \p count, or grows up to \p index, and puts copies
+    /// of the element there.
     void InsertAt(int index, const Element& element, int count = 1)
     {
         if (count <= 0)
@@ -114,7 +116,8 @@ public:
         std::fill_n(data.get() + index, count, copy);
     }
 
-    /// Inserts copies of another array's elements; nothing for an empty one. The array itself may be given.
+    /// Inserts copies of another array's elements; nothing for an empty one. The array itself may
+    /// be given.
     void InsertAt(int index, const GrowableArray* other)
     {
         const int count = other->size;
@@ -134,9 +137,9 @@ public:
     }
 
 protected:
-    /// Reads \p count elements with \p readElement(Element&), replacing all. Room is made as the elements
-    /// arrive, never for a stored count alone; at the end the block has exactly their number.
-    /// Throws badIndex for a negative count, and what \p readElement throws.
+    /// Reads \p count elements with \p readElement(Element&), replacing all. Room is made as the
+    /// elements arrive, never for a stored count alone; at the end the block has exactly their
+    /// number. Throws badIndex for a negative count, and what \p readElement throws.
     template <typename ReadElement>
     void ReadElements(std::int64_t count, ReadElement readElement)
     {
@@ -149,7 +152,8 @@ protected:
         {
             if (size == maxSize)
             {
-                Reallocate(static_cast<int>(std::min<std::int64_t>(count, std::int64_t{size} * 2 + 64)));
+                Reallocate(
+                    static_cast<int>(std::min<std::int64_t>(count, std::int64_t{size} * 2 + 64)));
             }
             ++size;
             readElement(data[size - 1]);
@@ -165,7 +169,8 @@ protected:
 private:
     int Grown() const
     {
-        const std::int64_t grown = std::int64_t{maxSize} + (growBy == -1 ? maxSize / 2 + 4 : growBy);
+        const std::int64_t grown =
+            std::int64_t{maxSize} + (growBy == -1 ? maxSize / 2 + 4 : growBy);
         return static_cast<int>(std::min<std::int64_t>(grown, std::numeric_limits<int>::max()));
     }
 
@@ -187,7 +192,8 @@ private:
         if (index < oldSize)
         {
             SetSize(oldSize + count);
-            std::copy_backward(data.get() + index, data.get() + oldSize, data.get() + oldSize + count);
+            std::copy_backward(data.get() + index, data.get() + oldSize,
+                               data.get() + oldSize + count);
         }
         else
         {

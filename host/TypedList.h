@@ -5,11 +5,12 @@
 #include "host/CString.h"
 #include "host/MultibyteCompare.h"
 
-/// A CObList of pointers to one class: the operations of the list with Element* in place of CObject*, and
-/// those that the library's lists have in common. Does not own its elements. Every typed list derives
-/// from this one.
+/// A CObList of pointers to one class: the operations of the list with Element* in place of
+/// CObject*, and those that the library's lists have in common. Does not own its elements. Every
+/// typed list derives from this one.
 ///
-/// Element derives from CObject, as its first base, and may be incomplete where the list is only declared.
+/// Element derives from CObject, as its first base, and may be incomplete where the list is only
+/// declared.
 template <typename Element>
 class TypedList : public CObList
 {
@@ -61,8 +62,8 @@ public:
         return -1;
     }
 
-    /// Moves the element to the front; its node is made anew, so \p position is no longer valid. Returns
-    /// the new position. A null position gives null, the head itself.
+    /// Moves the element to the front; its node is made anew, so \p position is no longer valid.
+    /// Returns the new position. A null position gives null, the head itself.
     POSITION MoveHead(POSITION position)
     {
         if (position == nullptr || position == GetHeadPosition())
@@ -86,8 +87,8 @@ public:
         return AddTail(element);
     }
 
-    /// Exchanges the element with its predecessor's; the nodes stay. Returns where the element now is:
-    /// \p position itself for the head, null for null.
+    /// Exchanges the element with its predecessor's; the nodes stay. Returns where the element now
+    /// is: \p position itself for the head, null for null.
     POSITION MoveUp(POSITION position)
     {
         POSITION previous = position;
@@ -110,7 +111,8 @@ public:
     }
 
 protected:
-    /// The first position whose element's name, as \p nameOf gives it, equals \p name; null when none does.
+    /// The first position whose element's name, as \p nameOf gives it, equals \p name; null when
+    /// none does.
     template <typename NameOf>
     POSITION FindNamed(const CString& name, NameOf nameOf) const
     {

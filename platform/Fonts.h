@@ -2,7 +2,8 @@
 #pragma once
 
 /// \file
-/// Installed fonts: enumeration, metrics and glyph outlines. Names and texts are in the process's code page.
+/// Installed fonts: enumeration, metrics and glyph outlines. Names and texts are in the process's
+/// code page.
 
 #include "platform/DeviceContexts.h"
 #include "platform/Export.h"
@@ -207,30 +208,30 @@ struct TTPOLYCURVE
 };
 
 /// Return 0 to stop the enumeration.
-using FONTENUMPROCA = int(CALLBACK*)(const LOGFONTA* record, const TEXTMETRICA* metrics, DWORD fontType,
-                                     LPARAM data);
+using FONTENUMPROCA = int(CALLBACK*)(const LOGFONTA* record, const TEXTMETRICA* metrics,
+                                     DWORD fontType, LPARAM data);
 
 ORVANE_API HFONT CreateFontIndirectA(const LOGFONTA* description);
 
 /// Without a name: one callback per installed family. With a family's name, or the full name of its
 /// regular face: each of its styles. With any other full name: that face. The records given are an
-/// ENUMLOGFONTA and a NEWTEXTMETRICA. Returns the last value that the callback returned, 1 if it was
-/// never called.
+/// ENUMLOGFONTA and a NEWTEXTMETRICA. Returns the last value that the callback returned, 1 if it
+/// was never called.
 ORVANE_API int EnumFontFamiliesA(HDC dc, LPCSTR family, FONTENUMPROCA callback, LPARAM data);
 
-/// With a null \p metrics, the size in bytes of the record with its texts; otherwise fills up to \p size
-/// bytes. 0 when the selected font has no outlines.
+/// With a null \p metrics, the size in bytes of the record with its texts; otherwise fills up to \p
+/// size bytes. 0 when the selected font has no outlines.
 ORVANE_API UINT GetOutlineTextMetricsA(HDC dc, UINT size, OUTLINETEXTMETRICA* metrics);
 
-/// The outline of a character in the selected font (GGO_NATIVE), as polygons of straight and quadratic
-/// runs in 16.16 pixels, y up; or its metrics alone (GGO_METRICS). With size 0 or a null buffer: the
-/// bytes needed, 0 for an empty glyph. GDI_ERROR when the font has no outlines, the buffer is too
-/// small, or \p matrix is not the identity.
-ORVANE_API DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETRICS* metrics, DWORD size,
-                                  LPVOID buffer, const MAT2* matrix);
+/// The outline of a character in the selected font (GGO_NATIVE), as polygons of straight and
+/// quadratic runs in 16.16 pixels, y up; or its metrics alone (GGO_METRICS). With size 0 or a null
+/// buffer: the bytes needed, 0 for an empty glyph. GDI_ERROR when the font has no outlines, the
+/// buffer is too small, or \p matrix is not the identity.
+ORVANE_API DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETRICS* metrics,
+                                  DWORD size, LPVOID buffer, const MAT2* matrix);
 
-/// Chooses the process's code page: 1250, 1251, 1252 (the default), 1253, 1254 or 1257. A host does so
-/// before it makes the font list. FALSE for any other.
+/// Chooses the process's code page: 1250, 1251, 1252 (the default), 1253, 1254 or 1257. A host does
+/// so before it makes the font list. FALSE for any other.
 ORVANE_API BOOL SetProcessCodePage(UINT codePage);
 ORVANE_API UINT GetACP();
 

@@ -23,14 +23,14 @@ ORVANE_API int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
 
 /// Sends a message to a window, giving up after \p timeout milliseconds. 0 when no host has taken
 /// messages over, the window is null, or the host does not answer.
-ORVANE_API LRESULT SendMessageTimeoutA(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT flags,
-                                       UINT timeout, DWORD_PTR* result);
+ORVANE_API LRESULT SendMessageTimeoutA(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                       UINT flags, UINT timeout, DWORD_PTR* result);
 
-/// What a host may put in place of the two calls above. A null function restores the default. Handlers
-/// may be called from any thread that uses the library.
+/// What a host may put in place of the two calls above. A null function restores the default.
+/// Handlers may be called from any thread that uses the library.
 using MessageBoxHandler = int (*)(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
-using SendMessageHandler = LRESULT (*)(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT flags,
-                                       UINT timeout, DWORD_PTR* result);
+using SendMessageHandler = LRESULT (*)(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                       UINT flags, UINT timeout, DWORD_PTR* result);
 
 /// Each returns the handler that was in place, null for the default.
 ORVANE_API MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler);

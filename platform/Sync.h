@@ -18,14 +18,16 @@ constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
 /// Accepted and ignored: a process shares no objects with its children here.
 struct SECURITY_ATTRIBUTES;
 
-/// A recursive mutex with an owning thread. Named ones are not offered: \p name must be null, else the
-/// result is null. The handle is closed with CloseHandle, which is legal also while the mutex is owned.
+/// A recursive mutex with an owning thread. Named ones are not offered: \p name must be null, else
+/// the result is null. The handle is closed with CloseHandle, which is legal also while the mutex
+/// is owned.
 ORVANE_API HANDLE CreateMutexA(SECURITY_ATTRIBUTES* attributes, BOOL initiallyOwned, LPCSTR name);
 
 /// FALSE when the calling thread does not own the mutex.
 ORVANE_API BOOL ReleaseMutex(HANDLE mutex);
 
-/// An event that a wait resets (\p manualReset FALSE) or that stays signalled. \p name must be null.
+/// An event that a wait resets (\p manualReset FALSE) or that stays signalled. \p name must be
+/// null.
 ORVANE_API HANDLE CreateEventA(SECURITY_ATTRIBUTES* attributes, BOOL manualReset, BOOL initialState,
                                LPCSTR name);
 ORVANE_API BOOL SetEvent(HANDLE event);

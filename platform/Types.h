@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// The scalar types and handles of the platform's calls. On Windows they are the system's own; elsewhere
-/// these have the same widths: a WORD is 16 bits, a DWORD and a LONG are 32.
+/// The scalar types and handles of the platform's calls. On Windows they are the system's own;
+/// elsewhere these have the same widths: a WORD is 16 bits, a DWORD and a LONG are 32.
 
 #if defined(_WIN32)
 #define NOMINMAX

@@ -24,8 +24,8 @@ void* AddHandle(std::shared_ptr<HandleObject> object);
 /// The object that a handle names, null when it names none.
 std::shared_ptr<HandleObject> FindHandle(const void* handle);
 
-/// Takes a handle out of the table; the object lives as long as somebody shares it. Null when it was
-/// not in the table.
+/// Takes a handle out of the table; the object lives as long as somebody shares it. Null when it
+/// was not in the table.
 std::shared_ptr<HandleObject> RemoveHandle(const void* handle);
 
 /// The object of the wanted kind that a handle names, null when there is none.

@@ -2,7 +2,8 @@
 #pragma once
 
 /// \file
-/// Archive records in tests: literal bytes built field by field, and objects stored to and loaded from bytes.
+/// Archive records in tests: literal bytes built field by field, and objects stored to and loaded
+/// from bytes.
 
 #include "host/CArchive.h"
 #include "host/CFile.h"
@@ -44,13 +45,17 @@ public:
         Byte(static_cast<BYTE>(std::strlen(text)));
         return Raw(text, std::strlen(text));
     }
-    /// The first object of a class: the new-class mark, the schema, the class name. Its record follows.
+    /// The first object of a class: the new-class mark, the schema, the class name. Its record
+    /// follows.
     RecordBytes& NewClass(const char* name, WORD schema)
     {
         Word(0xFFFF).Word(schema).Word(static_cast<WORD>(std::strlen(name)));
         return Raw(name, std::strlen(name));
     }
-    RecordBytes& Append(const RecordBytes& other) { return Raw(other.bytes_.data(), other.bytes_.size()); }
+    RecordBytes& Append(const RecordBytes& other)
+    {
+        return Raw(other.bytes_.data(), other.bytes_.size());
+    }
     RecordBytes& Raw(const void* data, std::size_t count)
     {
         const BYTE* const first = static_cast<const BYTE*>(data);
@@ -85,8 +90,8 @@ void LoadRecord(Object& object, const Bytes& bytes)
     object.Serialize(archive);
 }
 
-/// The cause of the CArchiveException that loading the record throws; CArchiveException::none when it
-/// throws none.
+/// The cause of the CArchiveException that loading the record throws; CArchiveException::none when
+/// it throws none.
 template <typename Object>
 int LoadCause(Object& object, const Bytes& bytes)
 {
