@@ -4,6 +4,7 @@
 /// \file
 /// Everything that Orvane offers, in one include.
 
+#include "extrude/Library.h"
 #include "host/CArchive.h"
 #include "host/CDynLinkLibrary.h"
 #include "host/CException.h"
