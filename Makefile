@@ -1,0 +1,55 @@
+# SPDX-License-Identifier: MIT
+# What people do most. Everything happens in build/<preset>/; the real build is CMake's.
+
+PRESET ?= release
+PREFIX ?= /usr/local
+JOBS ?= $(shell nproc)
+BUILD = build/$(PRESET)
+
+.PHONY: all demo test bench install format lint clean packages
+
+all: packages
+	@tools/install-packages test
+	cmake --preset $(PRESET)
+	cmake --build --preset $(PRESET) -j $(JOBS)
+
+packages:
+	@tools/install-packages build run
+
+demo: packages
+	cmake --preset $(PRESET) -DORVANE_BUILD_TESTS=OFF
+	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane_cli
+	@mkdir -p out
+	@$(BUILD)/bin/orvane showcase -o out/orvane.png
+	@echo "$(CURDIR)/out/orvane.png"
+
+test: packages
+	@tools/install-packages test
+	cmake --preset $(PRESET) -DORVANE_BUILD_TESTS=ON
+	cmake --build --preset $(PRESET) -j $(JOBS)
+	ctest --preset $(PRESET)
+
+bench: packages
+	@tools/install-packages bench
+	cmake --preset $(PRESET) -DORVANE_BUILD_BENCH=ON
+	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane_bench
+	$(BUILD)/bin/orvane_bench
+
+install: packages
+	cmake --preset $(PRESET)
+	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane orvane_cli
+	cmake --install $(BUILD) --prefix "$(PREFIX)"
+
+format:
+	@tools/install-packages lint
+	tools/format --write
+
+lint: packages
+	@tools/install-packages test lint
+	tools/format --check
+	tools/check-includes
+	cmake --preset $(PRESET) -DORVANE_BUILD_TESTS=ON
+	tools/lint $(BUILD)
+
+clean:
+	rm -rf build out
