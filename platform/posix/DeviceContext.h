@@ -6,16 +6,27 @@
 namespace posix
 {
 
-/// Anything that SelectObject takes. \c selections counts the device contexts that hold it.
+enum class GdiKind
+{
+    Font,
+    Bitmap
+};
+
+/// Anything that SelectObject takes. \c selections counts the device contexts that hold it; only
+/// DeviceContexts.cpp touches it.
 struct GdiObject : HandleObject
 {
+    explicit GdiObject(GdiKind objectKind) : kind(objectKind) {}
+
+    const GdiKind kind;
     int selections = 0;
 };
 
-/// A logical font; what face it means is found when it is used (Fonts.cpp).
+/// A logical font; what face it means is found when it is used (Fonts.cpp). Derives from GdiObject
+/// with GdiKind::Font.
 struct Font;
 
-/// A bitmap and its bits (Bitmaps.cpp).
+/// A bitmap and its bits (Bitmap.h). Derives from GdiObject with GdiKind::Bitmap.
 struct Bitmap;
 
 /// What a memory device context has selected. Used by one thread at a time.
