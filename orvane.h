@@ -5,6 +5,12 @@
 /// Everything that Orvane offers, in one include.
 
 #include "extrude/Library.h"
+#include "geometry/DVector.h"
+#include "geometry/Point.h"
+#include "geometry/Truncate.h"
+#include "geometry/Vector.h"
+#include "geometry/Vector2D.h"
+#include "geometry/VectorArray.h"
 #include "host/CArchive.h"
 #include "host/CDynLinkLibrary.h"
 #include "host/CException.h"
