@@ -9,6 +9,8 @@
 #include "host/CException.h"
 #include "host/CString.h"
 
+#include <cstddef>
+#include <cstring>
 #include <memory>
 #include <type_traits>
 
@@ -90,13 +92,25 @@ public:
     template <ArchiveValue Value>
     CArchive& operator<<(Value value)
     {
-        WriteLittleEndian(&value, sizeof value);
+        if (static_cast<std::size_t>(writeEnd_ - writeNext_) < sizeof value)
+        {
+            Write(&value, sizeof value);
+            return *this;
+        }
+        std::memcpy(writeNext_, &value, sizeof value);
+        writeNext_ += sizeof value;
         return *this;
     }
     template <ArchiveValue Value>
     CArchive& operator>>(Value& value)
     {
-        ReadLittleEndian(&value, sizeof value);
+        if (static_cast<std::size_t>(readEnd_ - readNext_) < sizeof value)
+        {
+            ReadExactly(&value, sizeof value);
+            return *this;
+        }
+        std::memcpy(&value, readNext_, sizeof value);
+        readNext_ += sizeof value;
         return *this;
     }
     CArchive& operator<<(const CString& text);
@@ -125,8 +139,8 @@ public:
     void WriteCount(DWORD count);
     DWORD ReadCount();
 
-    /// Gives an object an index without writing it, so that its members can refer to it. Null
-    /// reserves an index.
+    /// Gives an object an index without writing or reading it, so that others can refer to it. Done
+    /// in the same order on storing and on loading. Null changes nothing.
     void MapObject(const CObject* object);
 
     /// The schema of the record being read, without its versionable bit; each call after the first
@@ -135,9 +149,23 @@ public:
     void SetObjectSchema(UINT schema);
 
 private:
-    void WriteLittleEndian(const void* value, UINT size);
-    void ReadLittleEndian(void* value, UINT size);
-
     struct State;
+
+    void RequireLoading() const;
+    void RequireStoring() const;
+    [[noreturn]] void Fail(int cause, const std::string& message) const;
+    UINT Fill();
+    void Drain();
+    void WriteIndex(DWORD index, bool isClass);
+    DWORD NextIndex() const;
+    void Number(const void* classOrObject);
+
+    // What is left to read in the buffer, and the room left to write in it. The pair that the
+    // archive's direction does not use stays empty, so that the stream operators need no other
+    // question.
+    const BYTE* readNext_ = nullptr;
+    const BYTE* readEnd_ = nullptr;
+    BYTE* writeNext_ = nullptr;
+    BYTE* writeEnd_ = nullptr;
     std::unique_ptr<State> state_;
 };

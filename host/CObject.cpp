@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "host/CObject.h"
+
+#include "host/CArchive.h"
+
+#include <cstring>
+#include <ostream>
+#include <string>
+
+namespace
+{
+
+// Bytes in the longest class name that is written, so that a record cannot ask for more.
+constexpr std::size_t longestClassName = 255;
+
+// Head of the list of serializable classes. Constant-initialized: classes enter it from static
+// objects of any module.
+CRuntimeClass* firstClass = nullptr;
+
+}  // namespace
+
+CRuntimeClass CObject::classCObject = {
+    "CObject", static_cast<int>(sizeof(CObject)), NON_SERIALIZABLE_SCHEMA, nullptr, nullptr,
+    nullptr};
+
+AFX_CLASSINIT::AFX_CLASSINIT(CRuntimeClass* newClass)
+{
+    newClass->m_pNextClass = firstClass;
+    firstClass = newClass;
+}
+
+CObject* CRuntimeClass::CreateObject() const
+{
+    return m_pfnCreateObject == nullptr ? nullptr : m_pfnCreateObject();
+}
+
+BOOL CRuntimeClass::IsDerivedFrom(const CRuntimeClass* base) const
+{
+    const CRuntimeClass* ancestor = this;
+    while (ancestor != nullptr && ancestor != base)
+    {
+        ancestor = ancestor->m_pBaseClass;
+    }
+    return ancestor != nullptr;
+}
+
+CRuntimeClass* CRuntimeClass::FromName(LPCSTR name)
+{
+    CRuntimeClass* candidate = firstClass;
+    while (candidate != nullptr && std::strcmp(candidate->m_lpszClassName, name) != 0)
+    {
+        candidate = candidate->m_pNextClass;
+    }
+    return candidate;
+}
+
+void CRuntimeClass::Store(CArchive& archive) const
+{
+    const std::size_t length = std::strlen(m_lpszClassName);
+    if (length > longestClassName)
+    {
+        AfxThrowArchiveException(CArchiveException::badClass,
+                                 std::string(m_lpszClassName) + ": the class name is too long");
+    }
+    archive << static_cast<WORD>(m_wSchema) << static_cast<WORD>(length);
+    archive.Write(m_lpszClassName, static_cast<UINT>(length));
+}
+
+CRuntimeClass* CRuntimeClass::Load(CArchive& archive, UINT* schema)
+{
+    WORD storedSchema;
+    WORD length;
+    archive >> storedSchema >> length;
+    if (length > longestClassName)
+    {
+        return nullptr;
+    }
+    char name[longestClassName + 1] = {};
+    archive.ReadExactly(name, length);
+    *schema = storedSchema;
+    // A zero inside the name would make it match a shorter one.
+    return std::strlen(name) == length ? FromName(name) : nullptr;
+}
+
+CRuntimeClass* CObject::GetRuntimeClass() const
+{
+    return RUNTIME_CLASS(CObject);
+}
+
+void CObject::Serialize(CArchive&) {}
+
+void CObject::AssertValid() const {}
+
+void CObject::Dump(std::ostream& out) const
+{
+    out << "a " << GetRuntimeClass()->m_lpszClassName << " at " << static_cast<const void*>(this)
+        << "\n";
+}
+
+BOOL CObject::IsSerializable() const
+{
+    return GetRuntimeClass()->m_wSchema != NON_SERIALIZABLE_SCHEMA;
+}
+
+BOOL CObject::IsKindOf(const CRuntimeClass* runtimeClass) const
+{
+    return GetRuntimeClass()->IsDerivedFrom(runtimeClass);
+}

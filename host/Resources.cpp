@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "host/Resources.h"
+
+#include "host/CString.h"
+
+#include <map>
+#include <mutex>
+#include <string>
+
+namespace
+{
+
+struct StringTable
+{
+    std::mutex mutex;
+    std::map<UINT, std::string> texts = {
+        // An application's names for a material list in its profile.
+        {300, "Material Colors"},
+        {301, "Material Color Number "},
+        {302, "Material Color Count"},
+        {303, "Current Material Color"},
+        // Entries of one material.
+        {311, "Ambient Red"},
+        {312, "Ambient Green"},
+        {313, "Ambient Blue"},
+        {314, "Diffuse Red"},
+        {315, "Diffuse Green"},
+        {316, "Diffuse Blue"},
+        {317, "Specular Red"},
+        {318, "Specular Green"},
+        {319, "Specular Blue"},
+        {320, "Transparency"},
+        {321, "Shininess"},
+        // Bitmap files.
+        {20000, "Invalid file."},
+        {21000, "Name"},
+        {21001, "Filename"},
+        {21100, "Unable to create %s.\nVerify that the disk and/or file are not read-only."},
+        {21101,
+         "Cannot create the specified file.  Verify that there\nis space on your disk for a file "
+         "of %u bytes.\n"},
+    };
+};
+
+// Never destroyed: objects with static storage may load texts while the process ends.
+StringTable& TheTable()
+{
+    static StringTable* const table = new StringTable;
+    return *table;
+}
+
+}  // namespace
+
+void AfxSetResourceString(UINT resource, LPCSTR text)
+{
+    StringTable& table = TheTable();
+    const std::lock_guard lock(table.mutex);
+    table.texts[resource] = text == nullptr ? "" : text;
+}
+
+BOOL CString::LoadString(UINT resource)
+{
+    StringTable& table = TheTable();
+    const std::lock_guard lock(table.mutex);
+    const auto found = table.texts.find(resource);
+    text_ = found == table.texts.end() ? "" : found->second;
+    return found != table.texts.end();
+}
