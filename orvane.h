@@ -4,7 +4,9 @@
 /// \file
 /// Everything that Orvane offers, in one include.
 
+#include "extrude/ExtrusionData.h"
 #include "extrude/Library.h"
+#include "extrude/VertexPoints.h"
 #include "geometry/DVector.h"
 #include "geometry/Point.h"
 #include "geometry/Truncate.h"
