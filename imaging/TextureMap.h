@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/CObject.h"
+#include "host/CString.h"
+#include "host/FlagAccessors.h"
+#include "platform/Sync.h"
+
+/// The pixels of a texture: sizeX times sizeY of three bytes red, green, blue, rows tightly packed,
+/// the lowest row first. Owns \c data, which was allocated with new[].
+struct ORVANE_API _RGBImageRecord
+{
+    _RGBImageRecord(int width, int height, BYTE* pixels) : sizeX(width), sizeY(height), data(pixels)
+    {}
+    ~_RGBImageRecord() { delete[] data; }
+    _RGBImageRecord(const _RGBImageRecord&) = delete;
+    _RGBImageRecord& operator=(const _RGBImageRecord&) = delete;
+
+    int sizeX;
+    int sizeY;
+    BYTE* data;
+};
+
+/// A picture file bound to a node, drawn on it as an OpenGL 2D texture; the scene's own is its
+/// background.
+///
+/// The pixels are loaded on first use and are guarded by a mutex, one per texture map, because an
+/// application may change a texture while another thread draws with it: everything that touches
+/// them takes ownership and gives it back on every path. The mutex is recursive. A copy has a mutex
+/// of its own and no pixels; it loads them again when it needs them.
+class ORVANE_API TextureMap : public CObject
+{
+    DECLARE_SERIAL(TextureMap)
+
+public:
+    /// Bits of textureFlags.
+    static constexpr DWORD Valid = 0x1;     ///< the file exists and can be mapped
+    static constexpr DWORD Textured = 0x2;  ///< texturing is switched on
+    static constexpr DWORD ScaleWithObject = 0x4;
+
+    TextureMap();
+    TextureMap(const TextureMap& other);
+    explicit TextureMap(const CString& filename);
+    TextureMap& operator=(const TextureMap& other);
+    ~TextureMap() override;
+
+    /// Back to the initial values, and lets go of the pixels.
+    void Reset();
+
+    /// Waits for the mutex for as long as it takes. The mutex handle; null when it cannot be had.
+    void* GetOwnership();
+    /// 0 when the calling thread does not own the texture map.
+    int ReleaseOwnership();
+
+    /// Takes a file: its name without directory (up to the last backslash) and extension (from the
+    /// last dot) becomes the texture's name, and the file is validated. Always 1.
+    int Load(const CString& newFilename);
+
+    /// Sets or clears Valid, by whether there is a file with bytes in it, and returns whether these
+    /// begin with "BM". A file that is no picture is therefore Valid while the result is 0; that is
+    /// meant, see ATextFileIsValidThoughItIsNoPicture.
+    int ValidateFile();
+
+    /// Lets go of the pixels and validates the file. 0 when that leaves it not Valid.
+    int LoadImage();
+    /// The pixels, owned by this texture map and loaded on first use; null when there are none.
+    _RGBImageRecord* GetImage();
+    void FreeImage();
+
+    /// Makes the pixels the current OpenGL texture: scaled to powers of two of at most 256, or as
+    /// mipmaps with quality 2. 0 unless Valid and Textured; without pixels Valid is cleared.
+    int GenerateTextureMaps();
+    /// Sets how the current texture is applied; switches texturing off and returns 0 unless Valid
+    /// and Textured.
+    int PrepareTextureMap();
+    /// Switches texturing on and keeps ownership until DisableTextureMap. 0, and neither, unless
+    /// Valid and Textured.
+    int EnableTextureMap();
+    /// Switches texturing off and gives ownership back. Always 1.
+    int DisableTextureMap();
+
+    CString GetName() const { return name; }
+    void SetName(const CString& newName) { name = newName; }
+    void SetFilename(const CString& newFilename) { filename = newFilename; }
+    unsigned long GetQuality() const { return quality; }
+    void SetQuality(unsigned long newQuality) { quality = static_cast<DWORD>(newQuality); }
+    double GetRepeatRate() const { return repeatRate; }
+    void SetRepeatRate(double rate) { repeatRate = rate; }
+    double GetHorizontalLocation() const { return horizontalLocation; }
+    void SetHorizontalLocation(double pixels) { horizontalLocation = pixels; }
+    double GetVerticalLocation() const { return verticalLocation; }
+    void SetVerticalLocation(double pixels) { verticalLocation = pixels; }
+    ORVANE_FLAG(textureFlags, ScaleWithObject, ShouldScaleWithObject, 0x4);
+
+    /// Whether both Valid and Textured are set.
+    int ShouldTexture() const;
+
+    /// Whether GenerateTextureMaps makes the same OpenGL texture of both: from the same file, under
+    /// the same name, in the same quality. How a texture is applied (modulate, the repeat rate, the
+    /// background placement) does not count.
+    bool MakesSameTexture(const TextureMap& other) const;
+
+    // By name, bytes as unsigned.
+    bool operator==(const TextureMap* other) const { return CompareName_(other) == 0; }
+    bool operator<(const TextureMap* other) const { return CompareName_(other) < 0; }
+    bool operator<=(const TextureMap* other) const { return CompareName_(other) <= 0; }
+    bool operator>(const TextureMap* other) const { return CompareName_(other) > 0; }
+    bool operator>=(const TextureMap* other) const { return CompareName_(other) >= 0; }
+
+    void Serialize(CArchive& archive) override;
+    void DeserializeVersion1(CArchive& archive);
+    void DeserializeVersion2(CArchive& archive);
+
+    DWORD modulate = 1;  ///< nonzero: GL_MODULATE, the lit material shows through; zero: GL_DECAL
+    CString filename;
+    DWORD placement = 1;  ///< of a background: 0 stretch, 1 tile, other centre
+    DWORD textureFlags = 0;
+    _RGBImageRecord* image = nullptr;  ///< owned
+    HANDLE mutex;
+
+protected:
+    double horizontalLocation = 0.0;  ///< of a background, pixels
+    CString name;
+    DWORD quality = 0;        ///< 0 nearest, 1 linear, 2 mipmapped
+    double repeatRate = 1.0;  ///< repetitions across the object
+    double verticalLocation = 0.0;
+
+private:
+    int CompareName_(const TextureMap* other) const;
+};

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/CObject.h"
+#include "host/FlagAccessors.h"
+#include "imaging/TextureMap.h"
+#include "material/ColorVector.h"
+#include "platform/Types.h"
+
+class CWnd;
+class ProjectionData;
+
+/// What one draw call shows, and how. One object is handed down the whole tree of nodes, and nodes
+/// change it on the way: the walk over children sets ShowObject, and a textured node makes its
+/// texture the current one.
+///
+/// Everything that it points at is borrowed. Another thread may signal the termination event, and
+/// do nothing else, while a draw goes on.
+class ORVANE_API DrawingParameters : public CObject
+{
+public:
+    DrawingParameters() = default;
+    DrawingParameters(const DrawingParameters& other) = default;
+    DrawingParameters& operator=(const DrawingParameters& other) = default;
+    ~DrawingParameters() override = default;
+
+    /// All mode bits at once. The library uses none above 0x8000.
+    unsigned long GetFlags() const { return flags; }
+    void SetFlags(unsigned long newFlags) { flags = static_cast<DWORD>(newFlags); }
+
+    /// Solid, lit geometry; with ShowTextures also textures.
+    ORVANE_FLAG(flags, Render, IsRender, 0x0001);
+    /// Outlines, instead of or beside solids.
+    ORVANE_FLAG(flags, Outline, IsOutline, 0x0002);
+    /// The extents box of every node that is drawn.
+    ORVANE_FLAG(flags, ExtentsBox, IsExtentsBox, 0x0004);
+    /// A node's own geometry. The walk over children sets it for them.
+    ORVANE_FLAG(flags, ShowObject, ShouldShowObject, 0x0008);
+    /// A node's children.
+    ORVANE_FLAG(flags, ShowChildren, ShouldShowChildren, 0x0010);
+    /// The boxes of the nodes that ask for them by their own ShowExtentsBox and ShowScalingBox.
+    ORVANE_FLAG(flags, ShowExtentsAndHandles, ShouldShowExtentsAndHandles, 0x0020);
+    /// A picking pass: children and glyphs are named, textures stay off.
+    ORVANE_FLAG(flags, Selecting, IsSelecting, 0x0040);
+    /// The view applies the projection first.
+    ORVANE_FLAG(flags, ApplyProjection, ShouldApplyProjection, 0x0080);
+    /// Lights as objects that can be seen.
+    ORVANE_FLAG(flags, ShowLights, ShouldShowLights, 0x0100);
+    /// Selected nodes only; any other is skipped with its subtree.
+    ORVANE_FLAG(flags, ShowSelectedOnly, ShouldShowSelectedOnly, 0x0200);
+    /// The textures of nodes, with Render and without Selecting.
+    ORVANE_FLAG(flags, ShowTextures, ShouldShowTextures, 0x0400);
+    /// The view clears and draws the background, and nothing else.
+    ORVANE_FLAG(flags, ClearAndReturn, ShouldClearAndReturn, 0x0800);
+    /// The background is solidBackgroundColor, whatever the scene has.
+    ORVANE_FLAG(flags, ForceSolidBackground, ShouldForceSolidBackground, 0x1000);
+    /// Picking with a window of 1 by 1 pixel in place of 5 by 5.
+    ORVANE_FLAG(flags, AccurateSelection, IsAccurateSelection, 0x2000);
+    /// The scene's background texture.
+    ORVANE_FLAG(flags, ShowBackgroundTexture, ShouldShowBackgroundTexture, 0x4000);
+    /// The termination event does not count.
+    ORVANE_FLAG(flags, NoTerminate, IsNoTerminate, 0x8000);
+
+    /// Bits per pixel of the target, as the caller states it. Stored only.
+    int GetColorResolution() const { return colorResolution; }
+    void SetColorResolution(int bits) { colorResolution = bits; }
+
+    /// The texture that the rendering context has now. A copy, with a mutex of its own.
+    TextureMap GetCurrentTexture() const { return currentTexture; }
+    void SetCurrentTexture(const TextureMap& texture) { currentTexture = texture; }
+    /// The same without copying.
+    TextureMap& CurrentTexture() { return currentTexture; }
+    const TextureMap& CurrentTexture() const { return currentTexture; }
+
+    /// Null until someone sets it; the view then sets its own.
+    ProjectionData* GetProjection() const { return projection; }
+    void SetProjection(ProjectionData* newProjection) { projection = newProjection; }
+
+    ColorVector GetSolidBackgroundColor() const { return solidBackgroundColor; }
+    void SetSolidBackgroundColor(const ColorVector& color) { solidBackgroundColor = color; }
+
+    /// An event handle, null for none.
+    void* GetTerminationEvent() const { return terminationEvent; }
+    void SetTerminationEvent(void* event) { terminationEvent = event; }
+
+    /// The window for messages about the drawing. Stored only.
+    CWnd* GetMessageWindow() const { return messageWindow; }
+    void SetMessageWindow(CWnd* window) { messageWindow = window; }
+    HWND GetMessageWindowHandle() const { return messageWindowHandle; }
+    void SetMessageWindowHandle(HWND window) { messageWindowHandle = window; }
+
+protected:
+    int colorResolution = 0;
+    TextureMap currentTexture;
+    DWORD flags = 0;
+    ProjectionData* projection = nullptr;
+    ColorVector solidBackgroundColor;  // opaque black
+    void* terminationEvent = nullptr;
+    CWnd* messageWindow = nullptr;
+    HWND messageWindowHandle = nullptr;
+};
