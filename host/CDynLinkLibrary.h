@@ -27,6 +27,5 @@ public:
     /// The number of modules registered now.
     static int GetCount();
 
-private:
-    AFX_EXTENSION_MODULE& module_;
+    const HMODULE m_hModule;
 };

@@ -8,6 +8,7 @@
 #include "host/CString.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <vector>
 
 /// Thrown by value when a file cannot be opened, read or written. what() names the file.
@@ -82,38 +83,65 @@ public:
     CFile& operator=(const CFile&) = delete;
 
     /// FALSE when it cannot be opened, with the reason in \p error when that is given.
+    /// Without modeCreate the file must exist. With it, the file is made or emptied; with
+    /// modeNoTruncate too, one that exists keeps its content. A file already open is closed first.
     virtual BOOL Open(LPCSTR fileName, UINT openFlags, CFileException* error = nullptr);
+
+    // The operations below throw CFileException: invalidFile while no file is open, and
+    // accessDenied against the way it was opened.
+
+    /// The number of bytes read, less than \p count only at the end.
     virtual UINT Read(void* buffer, UINT count);
     virtual void Write(const void* buffer, UINT count);
-    /// The new position from the start. Throws badSeek before the start.
+    /// The new position from the start; it may lie behind the end. Throws badSeek before the start.
     virtual std::int64_t Seek(std::int64_t offset, UINT from);
     virtual std::uint64_t GetPosition() const;
     virtual std::uint64_t GetLength() const;
+    /// Cuts the file or fills it up with zeros. The position is then its end.
     virtual void SetLength(std::uint64_t length);
     virtual void Flush();
+    /// Does nothing while no file is open.
     virtual void Close();
     /// Closes without throwing.
     virtual void Abort();
+    /// The absolute path, empty while no file is open.
     virtual CString GetFilePath() const;
 
     std::int64_t SeekToEnd() { return Seek(0, end); }
     void SeekToBegin() { Seek(0, begin); }
 
 private:
-    void* file_ = nullptr;  // the C library's stream
+    enum class Operation
+    {
+        none,
+        read,
+        write
+    };
+
+    std::FILE* Require(Operation operation);
+    std::FILE* RequireOpen() const;
+    [[noreturn]] void ThrowSystemError() const;
+
+    std::FILE* file_ = nullptr;
+    UINT access_ = modeRead;
+    Operation last_ = Operation::none;
     CString path_;
 };
 
-/// A file in memory that grows as it is written.
+/// A file in memory that grows as it is written. It is always open for reading and writing, and
+/// Close empties it.
 class ORVANE_API CMemFile : public CFile
 {
     DECLARE_DYNAMIC(CMemFile)
 
 public:
+    /// \param growBytes the room made at first.
     explicit CMemFile(UINT growBytes = 1024);
-    /// Starts with a copy of the bytes, positioned at the start.
+    /// Starts with a copy of the bytes, positioned at the start. It grows like any other.
     CMemFile(const BYTE* bytes, UINT count, UINT growBytes = 0);
 
+    /// Always FALSE: there is nothing to open.
+    BOOL Open(LPCSTR fileName, UINT openFlags, CFileException* error = nullptr) override;
     UINT Read(void* buffer, UINT count) override;
     void Write(const void* buffer, UINT count) override;
     std::int64_t Seek(std::int64_t offset, UINT from) override;

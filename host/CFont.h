@@ -15,8 +15,10 @@ public:
     CFont(const CFont&) = delete;
     CFont& operator=(const CFont&) = delete;
 
-    /// FALSE when the platform refuses. A font already held is deleted first.
+    /// FALSE when the platform refuses. A font already held is deleted first; while that is
+    /// refused, it stays and the result is FALSE.
     BOOL CreateFontIndirect(const LOGFONTA* description);
+    /// FALSE when there is no font, or it is still selected into a device context and so stays.
     BOOL DeleteObject();
 
     HFONT GetSafeHandle() const { return font_; }

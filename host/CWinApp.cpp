@@ -1,0 +1,307 @@
+// SPDX-License-Identifier: MIT
+#include "host/CWinApp.h"
+
+#include "host/CFile.h"
+#include "platform/Messages.h"
+
+// The profile's texts are bytes of the process's code page: nothing converts them.
+#define SI_NO_CONVERSION
+#include <SimpleIni.h>
+
+#include <atomic>
+#include <charconv>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <limits>
+#include <mutex>
+#include <random>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+IMPLEMENT_DYNAMIC(CWinApp, CObject)
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+// Constant-initialized, so that an application object with static storage can enter itself.
+std::atomic<CWinApp*> hostApplication{nullptr};
+
+LPCSTR OrEmpty(LPCSTR text)
+{
+    return text == nullptr ? "" : text;
+}
+
+int HexDigit(char character)
+{
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    const std::size_t value = digits.find(character);
+    return value == std::string_view::npos ? -1 : static_cast<int>(value);
+}
+
+bool IsEscape(std::string_view text)
+{
+    return text.size() >= 3 && text[0] == '%' && HexDigit(text[1]) >= 0 && HexDigit(text[2]) >= 0;
+}
+
+// The text as the file can hold it; the class comment says how. Characters of `never` are escaped
+// everywhere, those of `notFirst` at the start.
+std::string Escaped(std::string_view text, std::string_view never, std::string_view notFirst)
+{
+    constexpr char digits[] = "0123456789ABCDEF";
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i)
+    {
+        const unsigned char character = static_cast<unsigned char>(text[i]);
+        const bool first = i == 0;
+        const bool last = i + 1 == text.size();
+        if (character < ' ' || (character == ' ' && (first || last)) ||
+            never.find(text[i]) != std::string_view::npos ||
+            (first && notFirst.find(text[i]) != std::string_view::npos) || IsEscape(text.substr(i)))
+        {
+            result += {'%', digits[character >> 4], digits[character & 15]};
+        }
+        else
+        {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
+std::string Unescaped(std::string_view text)
+{
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i)
+    {
+        if (IsEscape(text.substr(i)))
+        {
+            result += static_cast<char>(HexDigit(text[i + 1]) * 16 + HexDigit(text[i + 2]));
+            i += 2;
+        }
+        else
+        {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
+std::string SectionName(LPCSTR section)
+{
+    return Escaped(OrEmpty(section), "]", "");
+}
+
+std::string EntryName(LPCSTR entry)
+{
+    return Escaped(OrEmpty(entry), "=", ";#[");
+}
+
+std::string DefaultPath()
+{
+    const char* const configuration = std::getenv("XDG_CONFIG_HOME");
+    const char* const home = std::getenv("HOME");
+    const char* const roaming = std::getenv("APPDATA");
+    fs::path folder = OrEmpty(configuration);
+    if (!folder.is_absolute() && home != nullptr && *home != '\0')
+    {
+        folder = fs::path(home) / ".config";
+    }
+    if (!folder.is_absolute())
+    {
+        folder = OrEmpty(roaming);
+    }
+    return folder.is_absolute() ? (folder / "orvane" / "orvane.ini").string() : std::string();
+}
+
+// Puts a new file of that content in the place of the one there, which stays as it was when
+// anything is refused.
+bool ReplaceFile(const std::string& path, const std::string& content)
+{
+    std::error_code error;
+    // A link is followed: what it leads to is replaced.
+    const fs::path target = fs::weakly_canonical(path, error);
+    if (error)
+    {
+        return false;
+    }
+    fs::create_directories(target.parent_path(), error);
+    const fs::path aside = target.string() + "." + std::to_string(std::random_device{}()) + ".new";
+    try
+    {
+        CFile file(aside.c_str(), CFile::modeCreate | CFile::modeWrite);
+        file.Write(content.data(), static_cast<UINT>(content.size()));
+        file.Close();
+        const fs::file_status old = fs::status(target, error);
+        if (fs::exists(old))
+        {
+            fs::permissions(aside, old.permissions(), error);
+        }
+        fs::rename(aside, target);
+        return true;
+    }
+    catch (const std::exception&)
+    {
+        fs::remove(aside, error);
+        return false;
+    }
+}
+
+}  // namespace
+
+/// The profile and what has been read of it.
+struct CWinApp::Profile
+{
+    std::mutex mutex;
+    std::string path = DefaultPath();
+    bool isRead = false;
+    CSimpleIniA ini;
+
+    // False when there is a file that cannot be read; it is then as if empty, and not to be
+    // replaced.
+    bool Read();
+    void Forget();
+    std::string Find(LPCSTR section, LPCSTR entry, bool* found);
+};
+
+bool CWinApp::Profile::Read()
+{
+    if (isRead)
+    {
+        return true;
+    }
+    ini.SetMultiLine(true);
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (status.type() != fs::file_type::not_found)
+    {
+        if (!fs::exists(status) || fs::is_directory(status) || ini.LoadFile(path.c_str()) < 0)
+        {
+            ini.Reset();
+            return false;
+        }
+    }
+    isRead = true;
+    return true;
+}
+
+void CWinApp::Profile::Forget()
+{
+    ini.Reset();
+    isRead = false;
+}
+
+std::string CWinApp::Profile::Find(LPCSTR section, LPCSTR entry, bool* found)
+{
+    const std::lock_guard lock(mutex);
+    Read();
+    const char* const value =
+        ini.GetValue(SectionName(section).c_str(), EntryName(entry).c_str(), nullptr);
+    *found = value != nullptr;
+    return *found ? Unescaped(value) : std::string();
+}
+
+CWinApp::CWinApp() : CWinApp(Role::host) {}
+
+CWinApp::CWinApp(Role role) : profile_(std::make_unique<Profile>())
+{
+    CWinApp* none = nullptr;
+    if (role == Role::host)
+    {
+        hostApplication.compare_exchange_strong(none, this);
+    }
+}
+
+CWinApp::~CWinApp()
+{
+    CWinApp* self = this;
+    hostApplication.compare_exchange_strong(self, nullptr);
+}
+
+void CWinApp::SetProfilePath(LPCSTR path)
+{
+    const std::lock_guard lock(profile_->mutex);
+    profile_->path = OrEmpty(path);
+    profile_->Forget();
+}
+
+CString CWinApp::GetProfilePath() const
+{
+    const std::lock_guard lock(profile_->mutex);
+    return profile_->path;
+}
+
+UINT CWinApp::GetProfileInt(LPCSTR section, LPCSTR entry, int defaultValue) const
+{
+    bool found;
+    const std::string text = profile_->Find(section, entry, &found);
+    const char* const end = text.data() + text.size();
+    std::int64_t value = 0;
+    const auto result = std::from_chars(text.data(), end, value);
+    if (result.ec != std::errc() || result.ptr != end || value < std::numeric_limits<int>::min() ||
+        value > std::numeric_limits<UINT>::max())
+    {
+        return static_cast<UINT>(defaultValue);
+    }
+    return static_cast<UINT>(value);
+}
+
+BOOL CWinApp::WriteProfileInt(LPCSTR section, LPCSTR entry, int value)
+{
+    return WriteProfileString(section, OrEmpty(entry), std::to_string(value).c_str());
+}
+
+CString CWinApp::GetProfileString(LPCSTR section, LPCSTR entry, LPCSTR defaultValue) const
+{
+    bool found;
+    const std::string text = profile_->Find(section, entry, &found);
+    return found ? CString(text) : CString(defaultValue);
+}
+
+BOOL CWinApp::WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value)
+{
+    const std::lock_guard lock(profile_->mutex);
+    CSimpleIniA& ini = profile_->ini;
+    if (profile_->path.empty() || (entry != nullptr && *entry == '\0') || !profile_->Read())
+    {
+        return FALSE;
+    }
+    const std::string sectionName = SectionName(section);
+    const std::string entryName = EntryName(entry);
+    if (entry == nullptr || value == nullptr)
+    {
+        ini.Delete(sectionName.c_str(), entry == nullptr ? nullptr : entryName.c_str(), true);
+    }
+    else
+    {
+        // A leading < would look like a text of several lines.
+        ini.SetValue(sectionName.c_str(), entryName.c_str(), Escaped(value, "", "<").c_str(),
+                     nullptr, true);
+    }
+    std::string content;
+    if (ini.Save(content) < 0 || !ReplaceFile(profile_->path, content))
+    {
+        profile_->Forget();
+        return FALSE;
+    }
+    return TRUE;
+}
+
+CWinApp* AfxGetApp()
+{
+    CWinApp* const application = hostApplication.load();
+    if (application != nullptr)
+    {
+        return application;
+    }
+    static CWinApp* const fallback = new CWinApp(CWinApp::Role::fallback);
+    return fallback;
+}
+
+int AfxMessageBox(LPCSTR text, UINT type)
+{
+    return MessageBoxA(nullptr, OrEmpty(text), "Orvane", type);
+}
