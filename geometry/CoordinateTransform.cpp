@@ -1,0 +1,379 @@
+// SPDX-License-Identifier: MIT
+#include "geometry/CoordinateTransform.h"
+
+#include "host/RecordVersion.h"
+
+#include <algorithm>
+
+IMPLEMENT_SERIAL(CoordinateTransform, CObject, VERSIONABLE_SCHEMA | 1)
+
+void CoordinateTransform::Reset()
+{
+    scale.SetDVector(1.0, 1.0, 1.0);
+    translation.SetDVector(0.0, 0.0, 0.0);
+    ResetRotation();
+}
+
+void CoordinateTransform::ResetRotation()
+{
+    LoadIdentity();
+    LoadIdentity(externalMatrix);
+    Regenerate_();
+}
+
+void CoordinateTransform::LoadIdentity()
+{
+    LoadIdentity(compositeMatrix);
+    LoadIdentity(rotationMatrix);
+}
+
+void CoordinateTransform::LoadIdentity(double* matrix)
+{
+    for (int i = 0; i < 16; ++i)
+    {
+        matrix[i] = i % 5 == 0 ? 1.0 : 0.0;
+    }
+}
+
+void CoordinateTransform::LoadComposite(const double* matrix)
+{
+    std::copy_n(matrix, 16, compositeMatrix);
+}
+
+void CoordinateTransform::SetScale(const DVector& newScale)
+{
+    scale = newScale;
+    Regenerate_();
+}
+
+void CoordinateTransform::SetTranslation(const DVector& newTranslation)
+{
+    translation = newTranslation;
+    Regenerate_();
+}
+
+void CoordinateTransform::SetRotation(double degrees, const DVector& axis)
+{
+    ComposeRotationMatrix(degrees, axis, rotationMatrix);
+    Regenerate_();
+}
+
+void CoordinateTransform::SetRotationMatrix(const double* matrix)
+{
+    std::copy_n(matrix, 16, rotationMatrix);
+    Regenerate_();
+}
+
+void CoordinateTransform::SetRotationMatrix(const float* matrix)
+{
+    std::copy_n(matrix, 16, rotationMatrix);
+    Regenerate_();
+}
+
+void CoordinateTransform::SetAlignmentRotation(const DVector& a, const DVector& b, const DVector& c)
+{
+    ComposeAlignmentRotationMatrix(a, b, c, rotationMatrix);
+    Regenerate_();
+}
+
+void CoordinateTransform::Rotate(double degrees, const DVector& axis)
+{
+    double turn[16];
+    ComposeRotationMatrix(degrees, axis, turn);
+    MultiplyMatricies(turn, rotationMatrix, rotationMatrix);
+    Regenerate_();
+}
+
+void CoordinateTransform::Scale(const DVector& factors)
+{
+    double scaling[16];
+    ComposeScalingMatrix(factors, scaling);
+    scale.SetDVector(scale.x * factors.x, scale.y * factors.y, scale.z * factors.z);
+    MultiplyMatricies(compositeMatrix, scaling);
+}
+
+void CoordinateTransform::Translate(const DVector& offset)
+{
+    translation += offset;
+    compositeMatrix[12] += offset.x;
+    compositeMatrix[13] += offset.y;
+    compositeMatrix[14] += offset.z;
+}
+
+void CoordinateTransform::Combine(const CoordinateTransform* other)
+{
+    MultiplyMatricies(other->compositeMatrix, externalMatrix, externalMatrix);
+    Regenerate_();
+}
+
+void CoordinateTransform::CombineExternal(const CoordinateTransform* other)
+{
+    MultiplyMatricies(other->externalMatrix, externalMatrix, externalMatrix);
+    Regenerate_();
+}
+
+void CoordinateTransform::ExternalToRotation()
+{
+    std::copy_n(externalMatrix, 16, rotationMatrix);
+    std::fill_n(rotationMatrix + 12, 3, 0.0);
+}
+
+void CoordinateTransform::ExternalToTranslation()
+{
+    translation.SetDVector(externalMatrix[12], externalMatrix[13], externalMatrix[14]);
+}
+
+void CoordinateTransform::InvertRotations()
+{
+    ComposeInverseRotationMatrix(externalMatrix, externalMatrix);
+    ComposeInverseRotationMatrix(rotationMatrix, rotationMatrix);
+    Regenerate_();
+}
+
+void CoordinateTransform::Regenerate_()
+{
+    double part[16];
+    ComposeTranslationMatrix(translation, part);
+    MultiplyMatricies(externalMatrix, part, compositeMatrix);
+    MultiplyMatricies(compositeMatrix, rotationMatrix);
+    ComposeScalingMatrix(scale, part);
+    MultiplyMatricies(compositeMatrix, part);
+}
+
+void CoordinateTransform::MultiplyMatricies(const double* a, const double* b, double* product)
+{
+    double result[16];
+    for (int c = 0; c < 4; ++c)
+    {
+        for (int r = 0; r < 4; ++r)
+        {
+            result[4 * c + r] = a[r] * b[4 * c] + a[4 + r] * b[4 * c + 1] +
+                                a[8 + r] * b[4 * c + 2] + a[12 + r] * b[4 * c + 3];
+        }
+    }
+    std::copy_n(result, 16, product);
+}
+
+void CoordinateTransform::ComposeInverseRotationMatrix(const double* in, double* out)
+{
+    double result[16];
+    std::copy_n(in, 16, result);
+    std::swap(result[1], result[4]);
+    std::swap(result[2], result[8]);
+    std::swap(result[6], result[9]);
+    std::copy_n(result, 16, out);
+}
+
+void CoordinateTransform::ComposeRotationMatrix(double degrees, const DVector& axis, double* matrix)
+{
+    const double radians = degrees * 3.141592654 * (1.0 / 180.0);
+    const double s = std::sin(radians);
+    const double c = std::cos(radians);
+    // A zero axis stays zero and leaves the terms in c alone.
+    DVector unit = axis;
+    unit.Normalize();
+    const double x = unit.x;
+    const double y = unit.y;
+    const double z = unit.z;
+
+    LoadIdentity(matrix);
+    matrix[0] = x * x + (1.0 - x * x) * c;
+    matrix[1] = x * y * (1.0 - c) + z * s;
+    matrix[2] = x * z * (1.0 - c) - y * s;
+    matrix[4] = x * y * (1.0 - c) - z * s;
+    matrix[5] = y * y + (1.0 - y * y) * c;
+    matrix[6] = y * z * (1.0 - c) + x * s;
+    matrix[8] = x * z * (1.0 - c) + y * s;
+    matrix[9] = y * z * (1.0 - c) - x * s;
+    matrix[10] = z * z + (1.0 - z * z) * c;
+}
+
+void CoordinateTransform::ComposeAlignmentRotationMatrix(const DVector& a, const DVector& b,
+                                                         const DVector& c, double* matrix)
+{
+    DVector rows[3] = {a, b, c};
+    LoadIdentity(matrix);
+    for (int r = 0; r < 3; ++r)
+    {
+        rows[r].Normalize();
+        matrix[r] = rows[r].x;
+        matrix[4 + r] = rows[r].y;
+        matrix[8 + r] = rows[r].z;
+    }
+}
+
+void CoordinateTransform::ComposeScalingMatrix(const DVector& factors, double* matrix)
+{
+    LoadIdentity(matrix);
+    matrix[0] = factors.x;
+    matrix[5] = factors.y;
+    matrix[10] = factors.z;
+}
+
+void CoordinateTransform::ComposeTranslationMatrix(const DVector& offset, double* matrix)
+{
+    LoadIdentity(matrix);
+    matrix[12] = offset.x;
+    matrix[13] = offset.y;
+    matrix[14] = offset.z;
+}
+
+namespace
+{
+struct Triple
+{
+    double x;
+    double y;
+    double z;
+};
+
+template <typename AnyVector, typename Map>
+void MapPoints(const AnyVector* in, AnyVector* out, int count, Map map)
+{
+    using Component = decltype(AnyVector::x);
+    for (int i = 0; i < count; ++i)
+    {
+        const Triple result = map(Triple{in[i].x, in[i].y, in[i].z});
+        out[i].x = static_cast<Component>(result.x);
+        out[i].y = static_cast<Component>(result.y);
+        out[i].z = static_cast<Component>(result.z);
+    }
+}
+
+auto Transformer(const double* m)
+{
+    return [m](Triple p) {
+        return Triple{m[0] * p.x + m[4] * p.y + m[8] * p.z + m[12],
+                      m[1] * p.x + m[5] * p.y + m[9] * p.z + m[13],
+                      m[2] * p.x + m[6] * p.y + m[10] * p.z + m[14]};
+    };
+}
+
+auto Untransformer(const double* m)
+{
+    return [m](Triple p) {
+        return Triple{m[0] * p.x + m[1] * p.y + m[2] * p.z - m[12],
+                      m[4] * p.x + m[5] * p.y + m[6] * p.z - m[13],
+                      m[8] * p.x + m[9] * p.y + m[10] * p.z - m[14]};
+    };
+}
+
+auto Rotator(const double* m)
+{
+    return [m](Triple p) {
+        return Triple{m[0] * p.x + m[4] * p.y + m[8] * p.z, m[1] * p.x + m[5] * p.y + m[9] * p.z,
+                      m[2] * p.x + m[6] * p.y + m[10] * p.z};
+    };
+}
+
+auto Unrotator(const double* m)
+{
+    return [m](Triple p) {
+        return Triple{m[0] * p.x + m[1] * p.y + m[2] * p.z, m[4] * p.x + m[5] * p.y + m[6] * p.z,
+                      m[8] * p.x + m[9] * p.y + m[10] * p.z};
+    };
+}
+
+auto Scaler(const DVector& s)
+{
+    return [&s](Triple p) { return Triple{p.x * s.x, p.y * s.y, p.z * s.z}; };
+}
+
+auto Translator(const DVector& t)
+{
+    return [&t](Triple p) { return Triple{p.x + t.x, p.y + t.y, p.z + t.z}; };
+}
+}  // namespace
+
+void CoordinateTransform::TransformVectors(const Vector* in, Vector* out, int count) const
+{
+    MapPoints(in, out, count, Transformer(compositeMatrix));
+}
+
+void CoordinateTransform::TransformDVectors(const DVector* in, DVector* out, int count) const
+{
+    MapPoints(in, out, count, Transformer(compositeMatrix));
+}
+
+void CoordinateTransform::UntransformVectors(const Vector* in, Vector* out, int count) const
+{
+    MapPoints(in, out, count, Untransformer(compositeMatrix));
+}
+
+void CoordinateTransform::UntransformDVectors(const DVector* in, DVector* out, int count) const
+{
+    MapPoints(in, out, count, Untransformer(compositeMatrix));
+}
+
+void CoordinateTransform::RotateVectors(const Vector* in, Vector* out, int count) const
+{
+    MapPoints(in, out, count, Rotator(compositeMatrix));
+}
+
+void CoordinateTransform::RotateDVectors(const DVector* in, DVector* out, int count) const
+{
+    MapPoints(in, out, count, Rotator(compositeMatrix));
+}
+
+void CoordinateTransform::UnrotateVectors(const Vector* in, Vector* out, int count) const
+{
+    MapPoints(in, out, count, Unrotator(compositeMatrix));
+}
+
+void CoordinateTransform::UnrotateDVectors(const DVector* in, DVector* out, int count) const
+{
+    MapPoints(in, out, count, Unrotator(compositeMatrix));
+}
+
+void CoordinateTransform::ScaleVectors(const Vector* in, Vector* out, int count) const
+{
+    MapPoints(in, out, count, Scaler(scale));
+}
+
+void CoordinateTransform::ScaleDVectors(const DVector* in, DVector* out, int count) const
+{
+    MapPoints(in, out, count, Scaler(scale));
+}
+
+void CoordinateTransform::TranslateVectors(const Vector* in, Vector* out, int count) const
+{
+    MapPoints(in, out, count, Translator(translation));
+}
+
+void CoordinateTransform::TranslateDVectors(const DVector* in, DVector* out, int count) const
+{
+    MapPoints(in, out, count, Translator(translation));
+}
+
+void CoordinateTransform::Serialize(CArchive& archive)
+{
+    if (archive.IsLoading())
+    {
+        ReadRecordVersion(archive, RUNTIME_CLASS(CoordinateTransform));
+        DeserializeVersion1(archive);
+        return;
+    }
+    WriteRecordVersion(archive, RUNTIME_CLASS(CoordinateTransform));
+    for (const double* matrix : {compositeMatrix, externalMatrix, rotationMatrix})
+    {
+        for (int i = 0; i < 16; ++i)
+        {
+            archive << matrix[i];
+        }
+    }
+    scale.Serialize(archive);
+    translation.Serialize(archive);
+}
+
+void CoordinateTransform::DeserializeVersion1(CArchive& archive)
+{
+    for (double* matrix : {compositeMatrix, externalMatrix, rotationMatrix})
+    {
+        for (int i = 0; i < 16; ++i)
+        {
+            archive >> matrix[i];
+        }
+    }
+    scale.Serialize(archive);
+    translation.Serialize(archive);
+}

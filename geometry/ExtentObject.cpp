@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+#include "geometry/ExtentObject.h"
+
+#include "geometry/Truncate.h"
+#include "host/RecordVersion.h"
+
+IMPLEMENT_SERIAL(ExtentObject, CObject, VERSIONABLE_SCHEMA | 1)
+
+static constexpr double inchesPerCentimeter = 0.39370078;
+static constexpr double centimetersPerInch = 2.54;
+
+void ExtentObject::SetDefinedExtents(const Vector2D& extents)
+{
+    definedExtents = extents;
+    CalculatePixelExtents();
+}
+
+void ExtentObject::SetDeviceResolution(const CSize& resolution)
+{
+    deviceResolution = resolution;
+    CalculatePixelExtents();
+}
+
+void ExtentObject::SetUnits(unsigned int newUnits)
+{
+    units = newUnits;
+    CalculatePixelExtents();
+}
+
+int ExtentObject::CalculatePixelExtents()
+{
+    // All in double: 100 times 2.9999999 is 299 pixels, where a product rounded to float would give
+    // 300.
+    const auto pixelExtent = [this](double resolution, double extent) {
+        switch (units)
+        {
+            case inches:
+                return resolution * extent;
+            case centimeters:
+                return resolution * (extent * inchesPerCentimeter);
+            default:
+                return extent;
+        }
+    };
+    if (units <= pixels)
+    {
+        pixelExtents.cx = TruncateToLong(pixelExtent(deviceResolution.cx, definedExtents.x));
+        pixelExtents.cy = TruncateToLong(pixelExtent(deviceResolution.cy, definedExtents.y));
+    }
+    return 1;
+}
+
+/// One axis from any of the units to inches or centimetres, in double.
+static double ToLength(double extent, DWORD from, ExtentObject::Units to, double resolution)
+{
+    if (from == to)
+    {
+        return extent;
+    }
+    if (to == ExtentObject::inches)
+    {
+        return from == ExtentObject::centimeters ? extent * inchesPerCentimeter
+                                                 : extent / resolution;
+    }
+    return from == ExtentObject::inches ? extent * centimetersPerInch
+                                        : extent * (centimetersPerInch / resolution);
+}
+
+Vector2D ExtentObject::ExtentsIn_(Units target) const
+{
+    if (!CanBeLength_())
+    {
+        return {};
+    }
+    return {static_cast<float>(ToLength(definedExtents.x, units, target, deviceResolution.cx)),
+            static_cast<float>(ToLength(definedExtents.y, units, target, deviceResolution.cy))};
+}
+
+Vector2D ExtentObject::GetExtentsInInches() const
+{
+    return ExtentsIn_(inches);
+}
+
+Vector2D ExtentObject::GetExtentsInCentimeters() const
+{
+    return ExtentsIn_(centimeters);
+}
+
+int ExtentObject::ConvertUnitsToInches()
+{
+    return ConvertToLength_(inches);
+}
+
+int ExtentObject::ConvertUnitsToCentimeters()
+{
+    return ConvertToLength_(centimeters);
+}
+
+int ExtentObject::ConvertToLength_(Units target)
+{
+    if (units == target)
+    {
+        return 1;
+    }
+    if (!CanBeLength_())
+    {
+        return 0;
+    }
+    definedExtents = ExtentsIn_(target);
+    SetUnits(target);
+    return 1;
+}
+
+int ExtentObject::ConvertUnitsToPixels()
+{
+    if (units > pixels || !HasResolution_())
+    {
+        return 0;
+    }
+    if (units == pixels)
+    {
+        return 1;
+    }
+    const double perUnit = units == inches ? 1.0 : inchesPerCentimeter;
+    definedExtents.SetVector(
+        static_cast<float>(definedExtents.x * (deviceResolution.cx * perUnit)),
+        static_cast<float>(definedExtents.y * (deviceResolution.cy * perUnit)));
+    SetUnits(pixels);
+    return 1;
+}
+
+bool ExtentObject::HasResolution_() const
+{
+    return deviceResolution.cx != 0 && deviceResolution.cy != 0;
+}
+
+bool ExtentObject::CanBeLength_() const
+{
+    return units < pixels || (units == pixels && HasResolution_());
+}
+
+void ExtentObject::Serialize(CArchive& archive)
+{
+    if (archive.IsLoading())
+    {
+        ReadRecordVersion(archive, RUNTIME_CLASS(ExtentObject));
+        DeserializeVersion1(archive);
+        return;
+    }
+    WriteRecordVersion(archive, RUNTIME_CLASS(ExtentObject));
+    archive << definedExtents.x;
+    archive << definedExtents.y;
+    archive << deviceResolution.cx;
+    archive << deviceResolution.cy;
+    archive << pixelExtents.cx;
+    archive << pixelExtents.cy;
+    archive << units;
+}
+
+void ExtentObject::DeserializeVersion1(CArchive& archive)
+{
+    archive >> definedExtents.x;
+    archive >> definedExtents.y;
+    archive >> deviceResolution.cx;
+    archive >> deviceResolution.cy;
+    archive >> pixelExtents.cx;
+    archive >> pixelExtents.cy;
+    archive >> units;
+}

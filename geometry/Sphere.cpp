@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "geometry/Sphere.h"
+
+#include "host/RecordVersion.h"
+
+IMPLEMENT_SERIAL(Sphere, CObject, VERSIONABLE_SCHEMA | 1)
+
+void Sphere::SetCenter(const Vector& newCenter)
+{
+    center = newCenter;
+    SetDefined();
+}
+
+void Sphere::SetDiameter(float newDiameter)
+{
+    diameter = newDiameter;
+    radius = newDiameter * 0.5f;
+    SetDefined();
+}
+
+void Sphere::SetRadius(float newRadius)
+{
+    radius = newRadius;
+    diameter = newRadius * 2.0f;
+    SetDefined();
+}
+
+void Sphere::ClearDefined()
+{
+    flags &= ~definedFlag_;
+    center.SetVector(0.0f, 0.0f, 0.0f);
+    diameter = 0.0f;
+    radius = 0.0f;
+}
+
+void Sphere::CalculateSphere(const Vector& a, const Vector& b)
+{
+    const Vector half = (a - b) * 0.5f;
+    SetCenter(b + half);
+    SetRadius(half.Length());
+    if (!(radius > 1e-5))
+    {
+        ClearDefined();
+    }
+}
+
+Sphere& Sphere::operator+=(const Sphere& other)
+{
+    if (IsDefined() == 0)
+    {
+        return *this = other;
+    }
+    Vector toward = center - other.center;
+    const float distance = toward.Length();
+    if (distance == 0.0f)
+    {
+        SetDiameter(diameter > other.diameter ? diameter : other.diameter);
+        return *this;
+    }
+
+    // The new diameter runs along the line of the centres, from our far side to the other's.
+    toward.Normalize();
+    float newDiameter = distance + radius + other.radius;
+    Vector ourEnd = center + toward * radius;
+    Vector otherEnd = ourEnd - toward * newDiameter;
+    if (newDiameter < diameter)
+    {
+        newDiameter = diameter;
+        otherEnd = ourEnd - toward * newDiameter;
+    }
+    if (newDiameter < other.diameter)
+    {
+        newDiameter = other.diameter;
+        ourEnd = other.center - toward * other.radius;
+        otherEnd = ourEnd + toward * newDiameter;
+    }
+    SetCenter(ourEnd + (otherEnd - ourEnd) * 0.5f);
+    SetDiameter(newDiameter);
+    return *this;
+}
+
+void Sphere::Serialize(CArchive& archive)
+{
+    if (archive.IsLoading())
+    {
+        ReadRecordVersion(archive, RUNTIME_CLASS(Sphere));
+        DeserializeVersion1(archive);
+        return;
+    }
+    WriteRecordVersion(archive, RUNTIME_CLASS(Sphere));
+    center.Serialize(archive);
+    archive << diameter;
+    archive << flags;
+    archive << radius;
+}
+
+void Sphere::DeserializeVersion1(CArchive& archive)
+{
+    center.Serialize(archive);
+    archive >> diameter;
+    archive >> flags;
+    archive >> radius;
+}

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "geometry/Vector.h"
+#include "platform/Types.h"
+
+/// A bounding sphere that can grow to enclose another. It is undefined, with everything 0, until a
+/// setter is called.
+///
+/// Its record is the version, centre, diameter, flags and radius.
+class ORVANE_API Sphere : public CObject
+{
+    DECLARE_SERIAL(Sphere)
+
+public:
+    Vector GetCenter() const { return center; }
+    float GetDiameter() const { return diameter; }
+    float GetRadius() const { return radius; }
+
+    // Each of the three setters makes the sphere defined; diameter and radius follow each other.
+    void SetCenter(const Vector& newCenter);
+    void SetDiameter(float newDiameter);
+    void SetRadius(float newRadius);
+
+    DWORD IsDefined() const { return flags & definedFlag_; }
+    void SetDefined() { flags |= definedFlag_; }
+    /// Also sets centre, diameter and radius to 0.
+    void ClearDefined();
+
+    /// Becomes the sphere that has the line from a to b as a diameter; undefined when its radius is
+    /// not greater than 1e-5.
+    void CalculateSphere(const Vector& a, const Vector& b);
+
+    /// Grows to the smallest sphere around both. An undefined sphere becomes a copy of the other,
+    /// whether that is defined or not; an undefined other counts as a point at its centre.
+    Sphere& operator+=(const Sphere& other);
+    Sphere operator+(const Sphere& other) const { return Sphere(*this) += other; }
+
+    void Serialize(CArchive& archive) override;
+    void DeserializeVersion1(CArchive& archive);
+
+protected:
+    Vector center;
+    float diameter = 0.0f;
+    DWORD flags = 0;  ///< bit 0: defined
+    float radius = 0.0f;
+
+private:
+    static constexpr DWORD definedFlag_ = 0x1;
+};
