@@ -4,8 +4,10 @@
 #include "host/CFile.h"
 #include "platform/Messages.h"
 
-// The profile's texts are bytes of the process's code page: nothing converts them.
+// The profile's texts are bytes of the process's code page: nothing converts them. Some packages of
+// the header leave the function bodies out unless they are asked for.
 #define SI_NO_CONVERSION
+#define SI_IMPLEMENTATION
 #include <SimpleIni.h>
 
 #include <atomic>
