@@ -498,6 +498,32 @@ CObject* CArchive::ReadObject(const CRuntimeClass* requested)
     return object.release();
 }
 
+CObject* CArchive::ReadNewObject(const CRuntimeClass* requested)
+{
+    const DWORD known = GetLoadedCount();
+    CObject* const object = ReadObject(requested);
+    if (object == nullptr || GetLoadedCount() == known)
+    {
+        Fail(CArchiveException::badClass,
+             object == nullptr ? "a null reference where an object is expected"
+                               : "a reference to an object that has an owner already");
+    }
+    return object;
+}
+
+DWORD CArchive::GetLoadedCount() const
+{
+    return static_cast<DWORD>(state_->loaded.size() - 1);
+}
+
+void CArchive::ForgetObjects(DWORD count)
+{
+    for (std::size_t index = std::size_t{count} + 1; index < state_->loaded.size(); ++index)
+    {
+        state_->loaded[index].object = nullptr;
+    }
+}
+
 void CArchive::WriteClass(const CRuntimeClass* runtimeClass)
 {
     RequireStoring();

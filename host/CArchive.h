@@ -127,6 +127,16 @@ public:
     /// the class that the object must be or derive from; null for any.
     CObject* ReadObject(const CRuntimeClass* requested);
 
+    /// Reads a reference to an object that the caller is to own: null and an object met before are
+    /// refused with badClass.
+    CObject* ReadNewObject(const CRuntimeClass* requested);
+
+    /// How many indices are given so far.
+    DWORD GetLoadedCount() const;
+    /// Drops the objects behind the first \p count indices because they are about to be deleted;
+    /// later references to them read as null.
+    void ForgetObjects(DWORD count);
+
     void WriteClass(const CRuntimeClass* runtimeClass);
     /// The class that the next object has. \p schema receives its stored schema; \p objectIndex
     /// receives the index when an earlier object follows instead of a class, and the result is then
