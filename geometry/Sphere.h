@@ -22,7 +22,7 @@ public:
     void SetDiameter(float newDiameter);
     void SetRadius(float newRadius);
 
-    DWORD IsDefined() const { return flags & definedFlag_; }
+    int IsDefined() const { return static_cast<int>(flags & definedFlag_); }
     void SetDefined() { flags |= definedFlag_; }
     /// Also sets centre, diameter and radius to 0.
     void ClearDefined();

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#include "material/ApplyMaterial.h"
+
+void ApplyMaterial(GLenum face, const Color& material)
+{
+    const ColorVector ambient = material.GetAmbientColor();
+    const ColorVector diffuse = material.GetDiffuseColor();
+    const ColorVector emission = material.GetEmissionColor();
+    const ColorVector specular = material.GetSpecularColor();
+
+    // The emitted alpha does not count.
+    const bool selfLit = emission.red != 0.0f || emission.green != 0.0f || emission.blue != 0.0f;
+    if (!selfLit)
+    {
+        glMaterialfv(face, GL_AMBIENT, &ambient.red);
+        glMaterialfv(face, GL_DIFFUSE, &diffuse.red);
+    }
+    glMaterialfv(face, GL_SPECULAR, &specular.red);
+    glMaterialfv(face, GL_EMISSION, &emission.red);
+    glMaterialf(face, GL_SHININESS, material.GetShininess());
+    glColor4fv(selfLit ? &emission.red : &diffuse.red);
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "material/ColorVector.h"
+
+/// A material: ambient, diffuse, emitted and specular colour, and the specular exponent. The
+/// diffuse alpha is its opacity. A new one is medium grey.
+///
+/// Its record is the version, the four colours and the shininess.
+class ORVANE_API Color : public CObject
+{
+    DECLARE_SERIAL(Color)
+
+public:
+    Color() { Color::Reset(); }
+
+    ColorVector GetAmbientColor() const { return ambientColor; }
+    ColorVector GetDiffuseColor() const { return diffuseColor; }
+    ColorVector GetEmissionColor() const { return emissionColor; }
+    ColorVector GetSpecularColor() const { return specularColor; }
+    void SetAmbientColor(ColorVector color) { ambientColor = color; }
+    void SetDiffuseColor(ColorVector color) { diffuseColor = color; }
+    void SetEmissionColor(ColorVector color) { emissionColor = color; }
+    void SetSpecularColor(ColorVector color) { specularColor = color; }
+
+    /// 0 to 128 for OpenGL.
+    float GetShininess() const { return shininess; }
+    void SetShininess(float newShininess) { shininess = newShininess; }
+
+    /// 1 for a diffuse alpha below 1, else 0.
+    int IsTransparent() const { return diffuseColor.alpha < 1.0f ? 1 : 0; }
+
+    /// Medium grey, not emitting, shininess 64.
+    virtual void Reset();
+
+    void Serialize(CArchive& archive) override;
+    void DeserializeVersion1(CArchive& archive);
+
+protected:
+    ColorVector ambientColor;
+    ColorVector diffuseColor;
+    ColorVector emissionColor;
+    ColorVector specularColor;
+    float shininess;
+};

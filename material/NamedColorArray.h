@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/GrowableArray.h"
+#include "material/NamedColor.h"
+
+/// A growable array of materials, held by value. Its grow-by starts at -1, so that it grows
+/// geometrically.
+///
+/// Its record is the version, the count as a DWORD, and each material's record.
+class ORVANE_API NamedColorArray : public CObject, public GrowableArray<NamedColor>
+{
+    DECLARE_SERIAL(NamedColorArray)
+
+public:
+    NamedColorArray() { growBy = -1; }
+    NamedColorArray(const NamedColorArray& other) : NamedColorArray() { *this = other; }
+    NamedColorArray& operator=(const NamedColorArray& other) = default;
+
+    /// The index of the first material of exactly that name, -1 when there is none.
+    int FindName(const CString& name) const;
+
+    void Serialize(CArchive& archive) override;
+    void DeserializeVersion1(CArchive& archive);
+};

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "material/NamedColorArray.h"
+
+/// A palette of materials with a number and a name. Group 0 is the fixed, built-in palette.
+///
+/// It has no record of its own: as an array it stores its materials, not its number and name.
+class ORVANE_API NamedColorGroup : public NamedColorArray
+{
+    DECLARE_DYNCREATE(NamedColorGroup)
+
+public:
+    NamedColorGroup() = default;
+    NamedColorGroup(unsigned long group, const char* newName)
+        : colorGroup(static_cast<DWORD>(group)), name(newName)
+    {}
+    NamedColorGroup(const char* newName) : name(newName) {}
+
+    void SetColorGroup(unsigned long group) { colorGroup = static_cast<DWORD>(group); }
+    void SetName(const char* newName) { name = newName; }
+
+    /// 1 for every group but 0.
+    int IsEditable() const { return colorGroup != 0 ? 1 : 0; }
+
+    /// Stamps the group's number into the material, then appends a copy of it. Returns its index.
+    int Add(NamedColor& color);
+
+    DWORD colorGroup = 0;
+    CString name;
+};
