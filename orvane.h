@@ -6,6 +6,7 @@
 
 #include "extrude/ExtrusionData.h"
 #include "extrude/Library.h"
+#include "extrude/OrvGlyph.h"
 #include "extrude/VertexPoints.h"
 #include "geometry/BoundingElement.h"
 #include "geometry/CoordinateTransform.h"

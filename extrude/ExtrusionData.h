@@ -17,20 +17,20 @@ class ORVANE_API ExtrusionData
 public:
     /// Bevel and round offsets are multiplied by scale.x and scale.y. When clear, they take only
     /// the signs of these, so that a bevel keeps its width whatever the object's scale.
-    void SetScaleBevels() { flags |= kScaleBevels; }
-    void ClearScaleBevels() { flags &= ~kScaleBevels; }
-    int ShouldScaleBevels() const { return static_cast<int>(flags & kScaleBevels); }
+    void SetScaleBevels() { flags |= scaleBevelsFlag_; }
+    void ClearScaleBevels() { flags &= ~scaleBevelsFlag_; }
+    int ShouldScaleBevels() const { return static_cast<int>(flags & scaleBevelsFlag_); }
 
     /// Every vertex is preceded by a texture coordinate.
-    void SetTexture() { flags |= kTexture; }
-    void ClearTexture() { flags &= ~kTexture; }
-    int ShouldTexture() const { return static_cast<int>(flags & kTexture); }
+    void SetTexture() { flags |= textureFlag_; }
+    void ClearTexture() { flags &= ~textureFlag_; }
+    int ShouldTexture() const { return static_cast<int>(flags & textureFlag_); }
 
     /// Texture coordinates are taken from the scaled position, so that the texture stretches with
     /// the object; when clear, from the unscaled one.
-    void SetScaleTextureWithObject() { flags |= kScaleTexture; }
-    void ClearScaleTextureWithObject() { flags &= ~kScaleTexture; }
-    int ShouldScaleTextureWithObject() const { return static_cast<int>(flags & kScaleTexture); }
+    void SetScaleTextureWithObject() { flags |= scaleTextureFlag_; }
+    void ClearScaleTextureWithObject() { flags &= ~scaleTextureFlag_; }
+    int ShouldScaleTextureWithObject() const { return static_cast<int>(flags & scaleTextureFlag_); }
 
     void SetTextureRepeat(float repeat) { textureRepeat = repeat; }
 
@@ -50,7 +50,7 @@ public:
     float textureRepeat = 1.0f;  ///< factor on texture coordinates
 
 private:
-    static constexpr DWORD kScaleBevels = 0x1;
-    static constexpr DWORD kTexture = 0x2;
-    static constexpr DWORD kScaleTexture = 0x4;
+    static constexpr DWORD scaleBevelsFlag_ = 0x1;
+    static constexpr DWORD textureFlag_ = 0x2;
+    static constexpr DWORD scaleTextureFlag_ = 0x4;
 };

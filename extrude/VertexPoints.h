@@ -28,7 +28,7 @@ public:
     /// Implicit: it is the same input, only digested.
     PointScales(const ExtrusionData& data)
         : scale(data.scale.x, data.scale.y),
-          sign(SignOf(data.scale.x), SignOf(data.scale.y)),
+          sign(SignOf_(data.scale.x), SignOf_(data.scale.y)),
           bevelScale(data.ShouldScaleBevels() ? scale : sign),
           // Both look at x: meant so. A y of 0 gives infinite texture offsets, which do no harm;
           // see AHeightOfZeroTexturesBevelsAtInfinity.
@@ -45,5 +45,5 @@ public:
     bool wantTexPoints;
 
 private:
-    static float SignOf(float value) { return value == 0 ? 1 : value / std::fabs(value); }
+    static float SignOf_(float value) { return value == 0 ? 1 : value / std::fabs(value); }
 };
