@@ -56,6 +56,7 @@
 #include "outline/VertexIndexPolygon.h"
 #include "outline/VertexIndexPolygonArray.h"
 #include "outline/VertexIndexPolyline.h"
+#include "platform/CodePages.h"
 #include "platform/DeviceContexts.h"
 #include "platform/Export.h"
 #include "platform/Fonts.h"
