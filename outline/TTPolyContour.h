@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "geometry/Line.h"
 #include "geometry/Vector.h"
 #include "outline/RingIndex.h"
 #include "outline/VertexArray.h"
@@ -8,7 +9,6 @@
 
 #include <cstdint>
 
-class Line;
 class TTContour;
 
 /// One contour of a flattened glyph: a closed run of consecutive vertices in the glyph's pool, a
@@ -69,8 +69,8 @@ public:
 
     /// The edge from the vertex to the next; a default line out of range.
     Line GetEdge(int index) const;
-    Line GetNextEdge(int index) const;
-    Line GetPreviousEdge(int index) const;
+    Line GetNextEdge(int index) const { return GetEdge(GetNextVertexIndex(index)); }
+    Line GetPreviousEdge(int index) const { return GetEdge(GetPreviousVertexIndex(index)); }
 
     void SetFirstVertexIndex(int index);
     void SetLastVertexIndex(int index);

@@ -35,7 +35,7 @@ public:
     };
 
     Vector2D GetPoint() const { return Vector2D(point.x, point.y); }
-    Vector GetNormal(Edges edge) const { return UnitNormal_(StoredNormal_(edge)); }
+    Vector GetNormal(Edges edge) const { return UnitNormal_(StoredNormal_(*this, edge)); }
 
     /// The normal with which a side wall ends here: of the edge asked for at a sharp corner, the
     /// average on a curve that is not interior.
@@ -138,10 +138,18 @@ private:
         return edge == PreviousEdge ? previousEdgeNormal : nextEdgeNormal;
     }
 
-    const Point2D& StoredNormal_(Edges edge) const
+    /// The field behind GetNormal and SetNormal, of a vertex that is const or not.
+    template <typename AnyVertex>
+    static auto& StoredNormal_(AnyVertex& vertex, Edges edge)
     {
-        return edge == PreviousEdge ? previousEdgeNormal
-               : edge == NextEdge   ? nextEdgeNormal
-                                    : vertexNormal;
+        switch (edge)
+        {
+            case PreviousEdge:
+                return vertex.previousEdgeNormal;
+            case NextEdge:
+                return vertex.nextEdgeNormal;
+            default:
+                return vertex.vertexNormal;
+        }
     }
 };

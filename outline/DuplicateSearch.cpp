@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "outline/DuplicateSearch.h"
+
+#include <algorithm>
+#include <bit>
+#include <utility>
+
+namespace
+{
+
+std::uint32_t PlaceOf(const Vertex& vertex)
+{
+    return std::uint32_t{static_cast<std::uint16_t>(vertex.point.x)} << 16 |
+           static_cast<std::uint16_t>(vertex.point.y);
+}
+
+/// Places of a glyph lie close together: the multiplication spreads them over the high bits.
+std::size_t HashOf(std::uint32_t place, std::size_t slotCount)
+{
+    constexpr std::uint64_t golden = 0x9E3779B97F4A7C15;  // 2 to the 64th over the golden ratio
+    return (place * golden >> 32) & (slotCount - 1);
+}
+
+std::size_t SlotCountFor(std::size_t placeCount)
+{
+    return std::bit_ceil(2 * placeCount + 2);
+}
+
+}  // namespace
+
+bool AnyPlaceRepeats(std::span<const TTPolyContour> contours)
+{
+    std::size_t vertexCount = 0;
+    for (const TTPolyContour& contour : contours)
+    {
+        vertexCount += std::max(contour.GetVertexCount(), 0);
+    }
+    if (vertexCount < 2)
+    {
+        return false;
+    }
+
+    // The first vertex' place marks the free slots: any other vertex there is a repetition anyway.
+    std::vector<std::uint32_t> places;
+    std::uint32_t free = 0;
+    for (const TTPolyContour& contour : contours)
+    {
+        for (int i = 0; i < contour.GetVertexCount(); ++i)
+        {
+            const std::uint32_t place = PlaceOf(*contour.GetVertexElement(i));
+            if (places.empty())
+            {
+                places.assign(SlotCountFor(vertexCount), place);
+                free = place;
+                continue;
+            }
+            std::size_t slot = HashOf(place, places.size());
+            while (places[slot] != place && places[slot] != free)
+            {
+                slot = (slot + 1) & (places.size() - 1);
+            }
+            if (places[slot] == place)
+            {
+                return true;
+            }
+            places[slot] = place;
+        }
+    }
+    return false;
+}
+
+void DuplicateSearch::SeparateWithin(TTPolyContour& contour)
+{
+    entries_.clear();
+    for (int i = 0; i < contour.GetVertexCount(); ++i)
+    {
+        entries_.push_back({&contour, i, i, end_});
+    }
+    Separate_();
+}
+
+void DuplicateSearch::SeparateBetween(std::span<TTPolyContour> contours)
+{
+    entries_.clear();
+    int rank = 0;
+    for (TTPolyContour& contour : contours)
+    {
+        for (int i = 0; i < contour.GetVertexCount(); ++i)
+        {
+            entries_.push_back({&contour, i, rank, end_});
+        }
+        ++rank;
+    }
+    Separate_();
+}
+
+void DuplicateSearch::Separate_()
+{
+    slots_.assign(SlotCountFor(entries_.size()), Slot());
+    usedSlots_ = 0;
+    const int count = static_cast<int>(entries_.size());
+    for (int i = 0; i < count; ++i)
+    {
+        Chain_(i);
+    }
+    for (int i = 0; i < count; ++i)
+    {
+        Slot& slot = Find_(PlaceOf(*entries_[i].contour->GetVertexElement(entries_[i].index)));
+        movers_.clear();
+        for (int entry = slot.chain; entry >= 0; entry = entries_[entry].next)
+        {
+            // Those of lower or the same rank can be moved by no vertex from here on.
+            if (entries_[entry].rank > entries_[i].rank)
+            {
+                movers_.push_back(entry);
+            }
+        }
+        if (slot.chain != unused_)
+        {
+            slot.chain = end_;
+        }
+        // A move looks at the next vertex, so the order counts.
+        std::sort(movers_.begin(), movers_.end());
+        for (const int entry : movers_)
+        {
+            entries_[entry].contour->AdjustDuplicateVertex(entries_[entry].index);
+            Chain_(entry);
+        }
+    }
+}
+
+/// Makes a vertex known at its place. One without a normal stays where it is whatever happens, and
+/// is left out.
+void DuplicateSearch::Chain_(int entry)
+{
+    const Vertex& vertex = *entries_[entry].contour->GetVertexElement(entries_[entry].index);
+    if (vertex.vertexNormal.x == 0 && vertex.vertexNormal.y == 0)
+    {
+        return;
+    }
+    if (2 * (usedSlots_ + 1) > slots_.size())
+    {
+        Rehash_(2 * slots_.size());
+    }
+    Slot& slot = Find_(PlaceOf(vertex));
+    if (slot.chain == unused_)
+    {
+        slot = {PlaceOf(vertex), end_};
+        ++usedSlots_;
+    }
+    entries_[entry].next = std::exchange(slot.chain, entry);
+}
+
+/// The slot of a place, or the free one where it would be.
+DuplicateSearch::Slot& DuplicateSearch::Find_(std::uint32_t place)
+{
+    std::size_t slot = HashOf(place, slots_.size());
+    while (slots_[slot].chain != unused_ && slots_[slot].place != place)
+    {
+        slot = (slot + 1) & (slots_.size() - 1);
+    }
+    return slots_[slot];
+}
+
+void DuplicateSearch::Rehash_(std::size_t slotCount)
+{
+    const std::vector<Slot> old = std::exchange(slots_, std::vector<Slot>(slotCount));
+    for (const Slot& slot : old)
+    {
+        // Places left by all their vertices are forgotten here.
+        if (slot.chain >= 0)
+        {
+            Find_(slot.place) = slot;
+        }
+    }
+    usedSlots_ = std::count_if(slots_.begin(), slots_.end(),
+                               [](const Slot& slot) { return slot.chain != unused_; });
+}

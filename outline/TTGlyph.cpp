@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "outline/TTGlyph.h"
+
+#include "platform/Fonts.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <limits>
+#include <numeric>
+#include <span>
+#include <vector>
+
+namespace
+{
+
+using ByteSpan = std::span<const std::byte>;
+
+constexpr std::size_t curveHeaderSize = offsetof(TTPOLYCURVE, apfx);
+constexpr int splineSegments = 5;
+
+/// One record of the native outline: the contour's header with the curves that belong to it.
+struct Polygon
+{
+    ByteSpan bytes;
+    unsigned pointCount;
+};
+
+/// A record from bytes of any alignment, which hold at least that much.
+template <typename Record>
+Record Read(ByteSpan bytes)
+{
+    Record record;
+    std::memcpy(&record, bytes.data(), sizeof record);
+    return record;
+}
+
+/// Hands the type and the points (as bytes) of each curve of a polygon to \p visit, which returns
+/// false to stop. False when it did, or when a curve does not fit the polygon.
+template <typename Visitor>
+bool ForEachCurve(ByteSpan polygon, Visitor visit)
+{
+    ByteSpan rest = polygon.subspan(sizeof(TTPOLYGONHEADER));
+    while (!rest.empty())
+    {
+        if (rest.size() < curveHeaderSize)
+        {
+            return false;
+        }
+        const WORD type = Read<WORD>(rest);
+        const std::size_t count = Read<WORD>(rest.subspan(sizeof type));
+        rest = rest.subspan(curveHeaderSize);
+        if (rest.size() / sizeof(POINTFX) < count ||
+            !visit(type, rest.first(count * sizeof(POINTFX))))
+        {
+            return false;
+        }
+        rest = rest.subspan(count * sizeof(POINTFX));
+    }
+    return true;
+}
+
+/// The polygons up to the first broken one, as many as a glyph can count. One with a broken curve
+/// comes with the points before that curve.
+std::vector<Polygon> FindPolygons(ByteSpan buffer)
+{
+    std::vector<Polygon> polygons;
+    bool whole = true;
+    while (whole && buffer.size() >= sizeof(TTPOLYGONHEADER) &&
+           polygons.size() < std::numeric_limits<std::int16_t>::max())
+    {
+        const DWORD size = Read<TTPOLYGONHEADER>(buffer).cb;
+        if (size < sizeof(TTPOLYGONHEADER) || size > buffer.size())
+        {
+            break;
+        }
+        unsigned pointCount = 1;
+        const auto countPoints = [&pointCount](WORD, ByteSpan points) {
+            const std::size_t sum = pointCount + points.size() / sizeof(POINTFX);
+            if (sum > std::numeric_limits<std::uint16_t>::max())
+            {
+                return false;
+            }
+            pointCount = static_cast<unsigned>(sum);
+            return true;
+        };
+        whole = ForEachCurve(buffer.first(size), countPoints);
+        polygons.push_back({buffer.first(size), pointCount});
+        buffer = buffer.subspan(size);
+    }
+    return polygons;
+}
+
+TTPoint MakePoint(TTPoint::Types type, const POINTFX& place)
+{
+    TTPoint point(type, place.x.value, place.y.value);
+    point.SetQuadraticResolution(type == TTPoint::OffCurve ? splineSegments : 0);
+    return point;
+}
+
+void FillContour(const Polygon& polygon, TTContour& contour)
+{
+    contour.SetPointCount(static_cast<unsigned short>(polygon.pointCount));
+    TTPoint* point = contour.GetPoints();
+    const TTPoint* const end = point + polygon.pointCount;
+    *point++ = MakePoint(TTPoint::OnCurve, Read<TTPOLYGONHEADER>(polygon.bytes).pfxStart);
+
+    const auto addPoints = [&point, end](WORD type, ByteSpan places) {
+        if (places.size() / sizeof(POINTFX) > static_cast<std::size_t>(end - point))
+        {
+            return false;
+        }
+        while (!places.empty())
+        {
+            const POINTFX place = Read<POINTFX>(places);
+            places = places.subspan(sizeof place);
+            const bool onCurve = type == TT_PRIM_LINE || places.empty();
+            *point++ = MakePoint(onCurve ? TTPoint::OnCurve : TTPoint::OffCurve, place);
+        }
+        return true;
+    };
+    ForEachCurve(polygon.bytes, addPoints);
+}
+
+}  // namespace
+
+int TTGlyph::GetOffCurvePointCount() const
+{
+    return std::accumulate(
+        contours.get(), contours.get() + contourCount, 0,
+        [](int sum, const TTContour& contour) { return sum + contour.GetOffCurvePointCount(); });
+}
+
+unsigned long TTGlyph::SizeOf() const
+{
+    return std::accumulate(
+        contours.get(), contours.get() + contourCount, static_cast<unsigned long>(sizeof *this),
+        [](unsigned long sum, const TTContour& contour) { return sum + contour.SizeOf(); });
+}
+
+void TTGlyph::SetContourCount(short count)
+{
+    contourCount = std::max<short>(count, 0);
+    contours = contourCount != 0 ? std::make_shared<TTContour[]>(contourCount) : nullptr;
+}
+
+int TTGlyph::FromGlyphOutline(void* buffer, unsigned long bufferLength)
+{
+    ClearDefined();
+    const std::vector<Polygon> polygons =
+        FindPolygons(ByteSpan(static_cast<const std::byte*>(buffer), bufferLength));
+    SetContourCount(static_cast<short>(polygons.size()));
+    for (std::size_t i = 0; i < polygons.size(); ++i)
+    {
+        FillContour(polygons[i], contours[i]);
+    }
+    SetDefined();
+    return 1;
+}

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "outline/TTPolyGlyph.h"
+
+#include "outline/DuplicateSearch.h"
+#include "outline/TTGlyph.h"
+
+#include <algorithm>
+#include <span>
+
+TTPolyGlyph& TTPolyGlyph::operator=(const TTPolyGlyph& other)
+{
+    if (this != &other)
+    {
+        flags = other.flags;
+        inverseScale = other.inverseScale;
+        totalVertexCount = other.totalVertexCount;
+        scale = other.scale;
+        xMax = other.xMax;
+        xMin = other.xMin;
+        yMax = other.yMax;
+        yMin = other.yMin;
+        SetContourCount(other.contourCount);
+        for (int i = 0; i < contourCount; ++i)
+        {
+            contours.SetAt(i, other.contours[i]);
+        }
+    }
+    return *this;
+}
+
+unsigned long TTPolyGlyph::SizeOf() const
+{
+    // The pool and the contour array count themselves, and are part of this object already.
+    return sizeof *this + (vertices.SizeOf() - sizeof vertices) +
+           (contours.SizeOf() - sizeof contours);
+}
+
+void TTPolyGlyph::SetContourCount(int count)
+{
+    contourCount = std::max(count, 0);
+    contours.RemoveAll();
+    contours.SetSize(contourCount);
+    vertices.RemoveAll();
+    for (int i = 0; i < contourCount; ++i)
+    {
+        contours.GetElement(i)->SetVerticies(&vertices);
+    }
+}
+
+void TTPolyGlyph::FromTTGlyph(const TTGlyph& glyph, float newScale)
+{
+    scale = newScale == 0.0f ? 1.0f : newScale;
+    inverseScale = 1.0f / scale;
+    SetContourCount(glyph.GetContourCount());
+    for (int i = 0; i < contourCount; ++i)
+    {
+        contours.GetElement(i)->FromTTContour(glyph.GetContours()[i], scale);
+    }
+    if (glyph.IsComposite())
+    {
+        SetComposite();
+    }
+    if (glyph.IsDefined())
+    {
+        SetDefined();
+    }
+    CalculateBounds_();
+    vertices.FreeExtra();
+    CorrectDuplicateVerticies();
+}
+
+void TTPolyGlyph::CorrectDuplicateVerticies()
+{
+    if (contourCount == 0)
+    {
+        return;
+    }
+    const std::span<TTPolyContour> all(contours.GetElement(0), contourCount);
+    if (!AnyPlaceRepeats(all))
+    {
+        return;
+    }
+    DuplicateSearch search;
+    for (TTPolyContour& contour : all)
+    {
+        search.SeparateWithin(contour);
+    }
+    search.SeparateBetween(all);
+}
+
+void TTPolyGlyph::CalculateBounds_()
+{
+    totalVertexCount = vertices.GetSize();
+    if (totalVertexCount == 0)
+    {
+        xMax = xMin = yMax = yMin = 0.0f;
+        return;
+    }
+    xMax = yMax = -1.0e8f;
+    xMin = yMin = 1.0e8f;
+    for (int i = 0; i < totalVertexCount; ++i)
+    {
+        const Vector2D point = vertices.ElementAt(i).GetPoint();
+        xMin = std::min(xMin, point.x);
+        xMax = std::max(xMax, point.x);
+        yMin = std::min(yMin, point.y);
+        yMax = std::max(yMax, point.y);
+    }
+    xMax *= inverseScale;
+    xMin *= inverseScale;
+    yMax *= inverseScale;
+    yMin *= inverseScale;
+}

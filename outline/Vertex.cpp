@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#include "outline/Vertex.h"
+
+#include <algorithm>
+#include <cmath>
+
+void Vertex::SetNormal(const Vector& normal, Edges edge)
+{
+    StoredNormal_(*this, edge)
+        .SetPoint(TruncateToShort(normal.x * 10000.0f), TruncateToShort(normal.y * 10000.0f));
+}
+
+void Vertex::CalculateVertex()
+{
+    const Vector arriving = GetNormal(PreviousEdge);
+    const Vector leaving = GetNormal(NextEdge);
+
+    Vector average = (arriving + leaving) / 2.0f;
+    average.Normalize();
+    SetNormal(average, VertexEdge);
+
+    // A hairpin would throw its miter to infinity: stop at four bevel widths.
+    const float cosineOfHalfTurn = std::max(std::fabs(average.Dot(leaving)), 0.25f);
+    miterScale = TruncateToLong(10000.0f / cosineOfHalfTurn);
+
+    // Left turns sharper than a right angle, which has 0.7071, are concave notches: mitered, their
+    // bevels would reach across each other.
+    const bool turnsLeft = (arriving * leaving).z > 0.0f;
+    if (turnsLeft && cosineOfHalfTurn < 0.707f)
+    {
+        SetInterior();
+    }
+    else
+    {
+        ClearInterior();
+    }
+}
