@@ -6,7 +6,7 @@
 
 void Vertex::SetNormal(const Vector& normal, Edges edge)
 {
-    StoredNormal_(*this, edge)
+    (this->*NormalField_(edge))
         .SetPoint(TruncateToShort(normal.x * 10000.0f), TruncateToShort(normal.y * 10000.0f));
 }
 

@@ -35,7 +35,7 @@ public:
     };
 
     Vector2D GetPoint() const { return Vector2D(point.x, point.y); }
-    Vector GetNormal(Edges edge) const { return UnitNormal_(StoredNormal_(*this, edge)); }
+    Vector GetNormal(Edges edge) const { return UnitNormal_(this->*NormalField_(edge)); }
 
     /// The normal with which a side wall ends here: of the edge asked for at a sharp corner, the
     /// average on a curve that is not interior.
@@ -138,18 +138,17 @@ private:
         return edge == PreviousEdge ? previousEdgeNormal : nextEdgeNormal;
     }
 
-    /// The field behind GetNormal and SetNormal, of a vertex that is const or not.
-    template <typename AnyVertex>
-    static auto& StoredNormal_(AnyVertex& vertex, Edges edge)
+    /// The field behind GetNormal and SetNormal.
+    static Point2D Vertex::*NormalField_(Edges edge)
     {
         switch (edge)
         {
             case PreviousEdge:
-                return vertex.previousEdgeNormal;
+                return &Vertex::previousEdgeNormal;
             case NextEdge:
-                return vertex.nextEdgeNormal;
+                return &Vertex::nextEdgeNormal;
             default:
-                return vertex.vertexNormal;
+                return &Vertex::vertexNormal;
         }
     }
 };
