@@ -12,6 +12,7 @@
 #include "scene/DrawingObjectList.h"
 #include "scene/DrawingObjectStack.h"
 
+#include <memory>
 #include <vector>
 
 class DrawingParameters;
@@ -295,6 +296,46 @@ protected:
     // The bit of this node alone, for one that marks itself while it draws.
     void SetOwnSelected_() { flags |= SelectedBit_; }
     void ClearOwnSelected_() { flags &= ~SelectedBit_; }
+
+    // The steps of Resize and of undo, for the classes that vary them.
+
+    /// What a dragged sizing handle asks for.
+    struct HandleDrag_
+    {
+        DVector anchor;      ///< the local handle that stays
+        DVector difference;  ///< from the anchor to the point, clamped to the minimum size
+        DVector extents;     ///< z not negative; all 0 for a handle outside 0 to 3
+    };
+    HandleDrag_ DragHandle_(const DVector& point, int handle) const;
+    /// scale = scaled / unscaled dimensions, but on an axis where the unscaled one is 0.
+    void DeriveScale_();
+    /// Moves the node so that the anchor stays where it was, then recomputes the bounds and the
+    /// handles. Always 1.
+    int FinishResize_(const HandleDrag_& drag);
+
+    /// Saves a copy of this node, which it takes over, and the step on the external stack.
+    /// Always 1.
+    int SaveToUndo_(DrawingObject* copy);
+    /// Assigns the last saved copy as what Node, the class of this node, assigns.
+    template <typename Node>
+    int RestoreFromUndo_()
+    {
+        if (!CanUndo())
+        {
+            return 0;
+        }
+        constexpr DWORD viewState = 0xFF;
+        DrawingObject* const keptParent = parent;
+        const DWORD keptFlags = flags & viewState;
+        const std::unique_ptr<DrawingObject> copy(undoStack.Pop());
+        if (const Node* const saved = dynamic_cast<const Node*>(copy.get()))
+        {
+            static_cast<Node&>(*this) = *saved;
+        }
+        parent = keptParent;
+        flags = (flags & ~viewState) | keptFlags;
+        return 1;
+    }
 
     DrawingObject* parent = nullptr;
     DVector scale{1.0, 1.0, 1.0};
