@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: MIT
+// Laying out and measuring a text, line by line and character by character.
+#include "extrude/OrvFont.h"
+
+#include "extrude/ExtrusionData.h"
+#include "extrude/OrvGlyph.h"
+#include "geometry/DVector.h"
+#include "platform/OpenGL.h"
+#include "scene/DrawingParameters.h"
+#include "scene/OrvString.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace
+{
+constexpr char carriageReturn = 13;
+constexpr char lineFeed = 10;
+
+/// The characters from \p first up to \p end, where a carriage return or the text's end is.
+struct Line
+{
+    std::size_t first;
+    std::size_t end;
+};
+
+Line LineFrom(std::string_view text, std::size_t first)
+{
+    return {first, std::min(text.find(carriageReturn, first), text.size())};
+}
+
+Line LineAfter(std::string_view text, const Line& line)
+{
+    std::size_t first = line.end + 1;
+    if (first < text.size() && text[first] == lineFeed)
+    {
+        ++first;
+    }
+    return LineFrom(text, first);
+}
+
+double SignOf(double value)
+{
+    return value < 0 ? -1.0 : 1.0;
+}
+
+/// What a range of positions grows to.
+struct Span
+{
+    double minimum;
+    double maximum;
+
+    void Include(double value)
+    {
+        minimum = std::min(minimum, value);
+        maximum = std::max(maximum, value);
+    }
+    double Length() const { return std::max(maximum - minimum, 0.0); }
+};
+
+/// The values of a text that every line of its drawing needs.
+struct Layout
+{
+    explicit Layout(const OrvString& string, const ExtrusionData& extrusion)
+        : scaleX(extrusion.scale.x),
+          scaleY(extrusion.scale.y),
+          signX(SignOf(scaleX)),
+          signY(SignOf(scaleY)),
+          bevel(extrusion.bevelDepth),
+          allowance(bevel * (string.ShouldScaleBevels() ? scaleX : signX)),
+          characterSpacing(string.GetInterCharacterSpacing()),
+          lineSpacing(string.GetInterLineSpacing()),
+          adjusts(string.ShouldAdjustSpacingForBevels() != 0),
+          scalesBevels(extrusion.ShouldScaleBevels() != 0)
+    {}
+
+    /// How far the pen goes on after a character: unlike the measure, with the spacing always.
+    double Step(double advance) const
+    {
+        if (!adjusts)
+        {
+            return scaleX * advance + signX * characterSpacing;
+        }
+        return scalesBevels ? (2 * bevel + advance) * scaleX + signX * characterSpacing
+                            : scaleX * advance + (2 * bevel + characterSpacing) * signX;
+    }
+
+    double LineStep() const
+    {
+        if (!adjusts)
+        {
+            return signY * lineSpacing + scaleY;
+        }
+        return scalesBevels ? signY * lineSpacing + (2 * bevel + 1) * scaleY
+                            : (2 * bevel + lineSpacing) * signY + scaleY;
+    }
+
+    double scaleX, scaleY;
+    double signX, signY;
+    double bevel;
+    double allowance;  ///< room for the bevel on one side of a character
+    double characterSpacing, lineSpacing;
+    bool adjusts;
+    bool scalesBevels;
+};
+
+/// What is added to x so that a line stands where its justification wants it.
+double AlignmentOffset(int justification, const Span& line)
+{
+    switch (justification)
+    {
+        case 1:
+            return -(line.minimum + line.maximum) / 2;
+        case 2:
+            return -line.maximum;
+        default:
+            return -line.minimum;
+    }
+}
+
+/// The measuring of a text at one scale.
+struct Extents
+{
+    double unitX, unitY;    ///< what one em is: the scale or its sign
+    double bevelX, bevelY;  ///< what the bevel's depth is
+    double x = 0;
+    double y = 0;
+    Span across = {0, 0};
+    Span down = {1e7, -1e7};
+
+    void AddCharacter(double advance, const OrvGlyph& glyph, bool adjusts)
+    {
+        x += advance * unitX;
+        double top = y + unitY * glyph.GetYMax();
+        double bottom = y + unitY * glyph.GetYMin();
+        if (adjusts)
+        {
+            x += 2 * bevelX;
+            top += bevelY;
+            bottom -= bevelY;
+        }
+        across.Include(x);
+        down.Include(top);
+        down.Include(bottom);
+    }
+
+    DVector Size(double depth) const { return DVector(across.Length(), down.Length(), depth); }
+};
+}  // namespace
+
+int OrvFont::TextOutA(OrvString* string, DrawingParameters* parameters)
+{
+    const std::string_view text = string->textString.Text();
+    if (text.empty())
+    {
+        return 1;
+    }
+    const ExtrusionData extrusion = string->GetExtrusionData();
+    const Layout layout(*string, extrusion);
+    const bool solid = parameters->IsRender() != 0;
+    const bool wireframe = parameters->IsOutline() != 0;
+    double lineY = string->GetScaledDimensions().y / 2 - string->GetFirstLineOffset();
+
+    for (Line line = LineFrom(text, 0); line.first < text.size(); line = LineAfter(text, line))
+    {
+        glPushMatrix();
+        glTranslated(0, lineY, 0);
+
+        double x = -layout.allowance;
+        Span width = {std::min(0.0, x), std::max(0.0, x)};
+        for (std::size_t k = line.first; k < line.end; ++k)
+        {
+            const unsigned char character = text[k];
+            x += layout.scaleX * AdvanceInEms(LookupGlyphIndex(character));
+            if (layout.adjusts)
+            {
+                x += 2 * layout.allowance;
+            }
+            width.Include(x);
+            if (k + 1 < line.end)
+            {
+                x += layout.signX * layout.characterSpacing;
+                width.Include(x);
+            }
+        }
+        glTranslated(AlignmentOffset(string->GetJustification(), width), 0, 0);
+
+        for (std::size_t k = line.first; k < line.end; ++k)
+        {
+            if (string->ShouldTerminateDrawing(parameters))
+            {
+                glPopMatrix();
+                return 0;
+            }
+            const int glyphIndex = LookupGlyphIndex(static_cast<unsigned char>(text[k]));
+            if (solid)
+            {
+                RenderGlyph(glyphIndex, string, extrusion, parameters);
+            }
+            else if (wireframe)
+            {
+                DrawGlyph(glyphIndex, string, extrusion, parameters);
+            }
+            glTranslated(layout.Step(AdvanceInEms(glyphIndex)), 0, 0);
+        }
+        lineY -= layout.LineStep();
+        glPopMatrix();
+    }
+    return 1;
+}
+
+void OrvFont::CalculateStringExtents(OrvString* string, DVector* unscaledSize, DVector* scaledSize,
+                                     DVector* third)
+{
+    *unscaledSize = *scaledSize = *third = DVector(0, 0, 0);
+    const std::string_view text = string->textString.Text();
+    if (text.empty())
+    {
+        return;
+    }
+    const double bevel = string->GetAllowableBevelDepth();
+    const DVector scale = string->GetScale();
+    const double signX = SignOf(scale.x);
+    const double signY = SignOf(scale.y);
+    const double characterSpacing = string->GetInterCharacterSpacing();
+    const double lineSpacing = string->GetInterLineSpacing();
+    const bool adjusts = string->ShouldAdjustSpacingForBevels() != 0;
+    const bool scalesBevels = string->ShouldScaleBevels() != 0;
+
+    Extents unscaled = {signX, signY, bevel * signX, bevel * signY};
+    Extents scaled = {scale.x, scale.y, bevel * (scalesBevels ? scale.x : signX),
+                      bevel * (scalesBevels ? scale.y : signY)};
+
+    for (Line line = LineFrom(text, 0); line.first < text.size(); line = LineAfter(text, line))
+    {
+        // Unlike the drawing, which starts one bevel to the left in either case.
+        unscaled.x = adjusts ? 0 : 2 * unscaled.bevelX;
+        scaled.x = adjusts ? 0 : 2 * scaled.bevelX;
+        for (std::size_t k = line.first; k < line.end; ++k)
+        {
+            const int glyphIndex = LookupGlyphIndex(static_cast<unsigned char>(text[k]));
+            const double advance = AdvanceInEms(glyphIndex);
+            const OrvGlyph* const glyph = ValidGlyph(glyphIndex);
+            if (glyph == nullptr)
+            {
+                continue;
+            }
+            unscaled.AddCharacter(advance, *glyph, adjusts);
+            scaled.AddCharacter(advance, *glyph, adjusts);
+            if (k + 1 < line.end)
+            {
+                unscaled.x += characterSpacing * signX;
+                scaled.x += characterSpacing * signX;
+            }
+        }
+        if (!adjusts)
+        {
+            unscaled.y -= signY + signY * lineSpacing;
+            scaled.y -= scale.y + signY * lineSpacing;
+        }
+        else
+        {
+            unscaled.y -= signY * (2 * bevel + 1) + signY * lineSpacing;
+            scaled.y -= scalesBevels ? scale.y * (2 * bevel + 1) + signY * lineSpacing
+                                     : signY * 2 * bevel + scale.y + signY * lineSpacing;
+        }
+    }
+    string->SetFirstLineOffset(static_cast<float>(scaled.down.maximum));
+    *unscaledSize = unscaled.Size(1.0);
+    *scaledSize = scaled.Size(scale.z);
+}

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "extrude/OrvFontList.h"
+
+OrvFontList::OrvFontList(int blockSize) : TypedList(blockSize) {}
+
+OrvFontList::~OrvFontList()
+{
+    RemoveAll();
+}
+
+void OrvFontList::RemoveAll()
+{
+    while (!IsEmpty())
+    {
+        delete RemoveHead();
+    }
+}
+
+POSITION OrvFontList::FindName(const CString& name) const
+{
+    return FindNamed(name, [](const OrvFont* font) { return font->GetFullName(); });
+}
+
+OrvFont* OrvFontList::InsertSorted(OrvFont* font)
+{
+    for (POSITION position = GetHeadPosition(); position != nullptr;)
+    {
+        const POSITION here = position;
+        const OrvFont* const present = GetNext(position);
+        if (*present == font)
+        {
+            return nullptr;
+        }
+        if (*present > font)
+        {
+            InsertBefore(here, font);
+            return font;
+        }
+    }
+    AddTail(font);
+    return font;
+}
+
+const CRuntimeClass* OrvFontList::GetElementClass() const
+{
+    return RUNTIME_CLASS(OrvFont);
+}

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+#include "scene/OrvFontString.h"
+
+#include "extrude/FontMetrics.h"
+#include "extrude/Library.h"
+#include "extrude/OrvFontList.h"
+#include "host/CFont.h"
+#include "host/RecordVersion.h"
+#include "scene/DrawingParameters.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <string_view>
+
+IMPLEMENT_SERIAL(OrvFontString, OrvString, 1 | VERSIONABLE_SCHEMA)
+
+namespace
+{
+/// What a text takes of an extent that it is resized to: less by the minimum size, never quite 0.
+double WithoutMinimum(double extent, double minimum)
+{
+    constexpr double smallest = 0.00001;
+    const bool isPositive = extent > 0;
+    const double left = isPositive ? extent - minimum : extent + minimum;
+    if (std::fabs(left) < smallest)
+    {
+        return isPositive ? smallest : -smallest;
+    }
+    return left;
+}
+
+/// 1 where either extent is 0.
+double Ratio(double oldExtent, double newExtent)
+{
+    return oldExtent == 0 || newExtent == 0 ? 1.0 : oldExtent / newExtent;
+}
+
+/// The full name of the installed face that the platform takes for a description. The description
+/// comes from a file: it may be anything.
+CString InstalledFaceName(LOGFONTA description, const CString& otherwise)
+{
+    description.lfHeight = 20;
+    description.lfWidth = 0;
+    description.lfFaceName[LF_FACESIZE - 1] = 0;
+    CFont installed;
+    installed.CreateFontIndirect(&description);
+    const OutlineMetricsBuffer metrics = ReadOutlineMetrics(installed);
+    const OUTLINETEXTMETRICA* const record = metrics.Get();
+    if (record == nullptr)
+    {
+        return otherwise;
+    }
+    // The field holds an offset from the record's start.
+    const std::size_t offset = reinterpret_cast<std::size_t>(record->otmpFaceName);
+    return CString(reinterpret_cast<const char*>(record) + offset);
+}
+
+/// The registered font of that name, else the registry's first, else null.
+OrvFont* RegisteredFont(const CString& name)
+{
+    const OrvFontList& fonts = *GetFontList();
+    if (fonts.IsEmpty())
+    {
+        return nullptr;
+    }
+    const POSITION position = fonts.FindName(name);
+    return fonts.GetAt(position != nullptr ? position : fonts.GetHeadPosition());
+}
+}  // namespace
+
+OrvFontString::OrvFontString() = default;
+OrvFontString::OrvFontString(const OrvFontString& other) = default;
+OrvFontString::~OrvFontString() = default;
+OrvFontString& OrvFontString::operator=(const OrvFontString& other) = default;
+
+int OrvFontString::CalculateBounds()
+{
+    bounds.ResetLocalBounds();
+    CalculateChildBounds();
+    if (font != nullptr)
+    {
+        // The sizes go straight into the node: its setters would derive the scale from them. The
+        // third result is dropped: the scale stays.
+        DVector unused;
+        font->CalculateStringExtents(this, &unscaledDimensions, &scaledDimensions, &unused);
+
+        const double width = scaledDimensions.x;
+        const double halfHeight = scaledDimensions.y / 2;
+        double left = 0;
+        if (ShouldCenterJustify())
+        {
+            left = -width / 2;
+        }
+        else if (ShouldRightJustify())
+        {
+            left = -width;
+        }
+        const Vector minimum(DVector(left, -halfHeight, -scaledDimensions.z));
+        const Vector maximum(DVector(left + width, halfHeight, 0));
+        Sphere sphere;
+        sphere.CalculateSphere(minimum, maximum);
+        bounds.AccumulateLocalBounds(minimum, maximum, sphere);
+    }
+    bounds.CalculateBounds(transform);
+    CalculateMaximumBevelDepth();
+    return 1;
+}
+
+int OrvFontString::DrawObject(DrawingParameters* parameters)
+{
+    if (ShouldTerminateDrawing(parameters))
+    {
+        return 0;
+    }
+    if (font == nullptr)
+    {
+        return 1;
+    }
+    if ((parameters->IsRender() || parameters->IsOutline()) && !font->TextOutA(this, parameters))
+    {
+        return 0;
+    }
+    DrawingObject::DrawObject(parameters);
+    return 1;
+}
+
+int OrvFontString::Resize(const DVector& point, int handle)
+{
+    if (ShouldScaleBevels())
+    {
+        return DrawingObject::Resize(point, handle);
+    }
+    const ResizeDrag_ drag = DragHandle_(point, handle);
+    scaledDimensions = DVector(WithoutMinimum(drag.extents.x, minimumSize.x),
+                               WithoutMinimum(drag.extents.y, minimumSize.y), drag.extents.z);
+    DeriveScale_();
+    return FinishResize_(drag);
+}
+
+int OrvFontString::ScaleToFitOldDimensions()
+{
+    const DVector old = unscaledDimensions;
+    CalculateBounds();
+    const double x = Ratio(old.x, unscaledDimensions.x);
+    const double y = Ratio(old.y, unscaledDimensions.y);
+    if (!ShouldScaleBevels())
+    {
+        bevelDepth = static_cast<float>(GetAllowableBevelDepth() * std::min(x, y));
+    }
+    scale.x *= x;
+    scale.y *= y;
+    CalculateBounds();
+    return 1;
+}
+
+int OrvFontString::RestoreFromUndo()
+{
+    return RestoreFromUndo_<OrvFontString>();
+}
+
+int OrvFontString::SaveToUndo()
+{
+    return SaveToUndo_(new OrvFontString(*this));
+}
+
+void OrvFontString::Serialize(CArchive& archive)
+{
+    OrvString::Serialize(archive);
+    if (archive.IsLoading())
+    {
+        ReadRecordVersion(archive, RUNTIME_CLASS(OrvFontString));
+        DeserializeVersion1(archive);
+        return;
+    }
+    const ENUMLOGFONTA description = font != nullptr ? *font->GetEnumLogFont() : ENUMLOGFONTA{};
+    WriteRecordVersion(archive, RUNTIME_CLASS(OrvFontString));
+    archive << (font != nullptr ? font->GetFullName() : CString());
+    archive << DWORD{sizeof description};
+    archive.Write(&description, sizeof description);
+}
+
+void OrvFontString::DeserializeVersion1(CArchive& archive)
+{
+    CString name;
+    DWORD length = 0;
+    archive >> name;
+    archive >> length;
+    ENUMLOGFONTA description = {};
+    if (length == sizeof description)
+    {
+        // The description counts more than the name. That of a text without a font is all zero, for
+        // which the platform has a font too. Meant; see ATextStoredWithoutAFontLoadsWithOne.
+        archive.ReadExactly(&description, sizeof description);
+        name = InstalledFaceName(description.elfLogFont, name);
+    }
+    else
+    {
+        archive.Skip(length);
+    }
+    font = RegisteredFont(name);
+}
