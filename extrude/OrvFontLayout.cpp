@@ -18,18 +18,18 @@ constexpr char carriageReturn = 13;
 constexpr char lineFeed = 10;
 
 /// The characters from \p first up to \p end, where a carriage return or the text's end is.
-struct Line
+struct TextLine
 {
     std::size_t first;
     std::size_t end;
 };
 
-Line LineFrom(std::string_view text, std::size_t first)
+TextLine LineFrom(std::string_view text, std::size_t first)
 {
     return {first, std::min(text.find(carriageReturn, first), text.size())};
 }
 
-Line LineAfter(std::string_view text, const Line& line)
+TextLine LineAfter(std::string_view text, const TextLine& line)
 {
     std::size_t first = line.end + 1;
     if (first < text.size() && text[first] == lineFeed)
@@ -161,7 +161,7 @@ int OrvFont::TextOutA(OrvString* string, DrawingParameters* parameters)
     const bool wireframe = parameters->IsOutline() != 0;
     double lineY = string->GetScaledDimensions().y / 2 - string->GetFirstLineOffset();
 
-    for (Line line = LineFrom(text, 0); line.first < text.size(); line = LineAfter(text, line))
+    for (TextLine line = LineFrom(text, 0); line.first < text.size(); line = LineAfter(text, line))
     {
         glPushMatrix();
         glTranslated(0, lineY, 0);
@@ -231,7 +231,7 @@ void OrvFont::CalculateStringExtents(OrvString* string, DVector* unscaledSize, D
     Extents scaled = {scale.x, scale.y, bevel * (scalesBevels ? scale.x : signX),
                       bevel * (scalesBevels ? scale.y : signY)};
 
-    for (Line line = LineFrom(text, 0); line.first < text.size(); line = LineAfter(text, line))
+    for (TextLine line = LineFrom(text, 0); line.first < text.size(); line = LineAfter(text, line))
     {
         // Unlike the drawing, which starts one bevel to the left in either case.
         unscaled.x = adjusts ? 0 : 2 * unscaled.bevelX;
