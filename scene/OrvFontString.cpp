@@ -131,7 +131,7 @@ int OrvFontString::Resize(const DVector& point, int handle)
     {
         return DrawingObject::Resize(point, handle);
     }
-    const ResizeDrag_ drag = DragHandle_(point, handle);
+    const HandleDrag_ drag = DragHandle_(point, handle);
     scaledDimensions = DVector(WithoutMinimum(drag.extents.x, minimumSize.x),
                                WithoutMinimum(drag.extents.y, minimumSize.y), drag.extents.z);
     DeriveScale_();
