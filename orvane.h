@@ -6,7 +6,10 @@
 
 #include "extrude/ExtrusionData.h"
 #include "extrude/Library.h"
+#include "extrude/OrvFont.h"
+#include "extrude/OrvFontList.h"
 #include "extrude/OrvGlyph.h"
+#include "extrude/OrvGlyphArray.h"
 #include "extrude/VertexPoints.h"
 #include "geometry/BoundingElement.h"
 #include "geometry/CoordinateTransform.h"
@@ -64,3 +67,5 @@
 #include "platform/OpenGL.h"
 #include "platform/Sync.h"
 #include "platform/Types.h"
+#include "scene/OrvFontString.h"
+#include "scene/OrvString.h"
