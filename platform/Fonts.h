@@ -211,22 +211,36 @@ struct TTPOLYCURVE
 using FONTENUMPROCA = int(CALLBACK*)(const LOGFONTA* record, const TEXTMETRICA* metrics,
                                      DWORD fontType, LPARAM data);
 
+/// A font for a description, ended with DeleteObject; null only for a null description.
+///
+/// The face is found when the font is used: by lfFaceName as the name of a family, in which slant
+/// and then weight decide; else as a full name; else as a PostScript name; else what the machine's
+/// configuration puts in its place. Only faces with TrueType outlines come into question. A
+/// description that enumeration gave finds the face that it was given for. A negative lfHeight is
+/// the em square's height in pixels, a positive one the cell's, 0 is 12 points; lfWidth, the
+/// angles, underlining and striking out are not looked at.
 ORVANE_API HFONT CreateFontIndirectA(const LOGFONTA* description);
 
-/// Without a name: one callback per installed family. With a family's name, or the full name of its
-/// regular face: each of its styles. With any other full name: that face. The records given are an
-/// ENUMLOGFONTA and a NEWTEXTMETRICA. Returns the last value that the callback returned, 1 if it
-/// was never called.
+/// Without a name: one callback per installed family, in the order of their names, for its regular
+/// face or what is nearest to it. With a family's name, or the full name of that face: each of its
+/// faces, upright before italic, lighter before heavier. With any other full name: that face. The
+/// records given are an ENUMLOGFONTA and a NEWTEXTMETRICA. Only faces with quadratic outlines have
+/// the type TRUETYPE_FONTTYPE; of others, whose files are not read, the records have only the
+/// names, weight and slant. The device context is not looked at.
+///
+/// Returns the last value that the callback returned, 1 if it was never called.
 ORVANE_API int EnumFontFamiliesA(HDC dc, LPCSTR family, FONTENUMPROCA callback, LPARAM data);
 
 /// With a null \p metrics, the size in bytes of the record with its texts; otherwise fills up to \p
-/// size bytes. 0 when the selected font has no outlines.
+/// size bytes and returns how many. 0 when the selected font has no outlines. A device context
+/// without a font has the configuration's choice for no name.
 ORVANE_API UINT GetOutlineTextMetricsA(HDC dc, UINT size, OUTLINETEXTMETRICA* metrics);
 
 /// The outline of a character in the selected font (GGO_NATIVE), as polygons of straight and
 /// quadratic runs in 16.16 pixels, y up; or its metrics alone (GGO_METRICS). With size 0 or a null
-/// buffer: the bytes needed, 0 for an empty glyph. GDI_ERROR when the font has no outlines, the
-/// buffer is too small, or \p matrix is not the identity.
+/// buffer: the bytes needed, 0 for an empty glyph and for GGO_METRICS. Only the low byte of \p
+/// character counts; one that the font lacks has the outline that marks missing ones. GDI_ERROR
+/// when the font has no outlines, the buffer is too small, or \p matrix is not the identity.
 ORVANE_API DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETRICS* metrics,
                                   DWORD size, LPVOID buffer, const MAT2* matrix);
 

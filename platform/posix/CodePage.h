@@ -23,4 +23,7 @@ BYTE CharacterSetOf(UINT codePage);
 /// there was none.
 std::string ToCodePage(std::string_view utf8, UINT codePage, bool* complete = nullptr);
 
+/// A text in big-endian UTF-16, as fonts have their names. What is no UTF-16 becomes U+FFFD.
+std::string Utf8FromUtf16(std::string_view bigEndian);
+
 }  // namespace posix

@@ -63,11 +63,13 @@ private:
     iconv_t converter_;
 };
 
-/// A text's characters one by one; bytes that are not UTF-8 come singly as U+FFFD.
-class Utf8Reader
+/// A text's characters one by one; bytes that are none in its encoding come singly as U+FFFD.
+class TextReader
 {
 public:
-    explicit Utf8Reader(std::string_view text) : rest_(text) {}
+    explicit TextReader(std::string_view text, const char* encoding = "UTF-8")
+        : rest_(text), converter_(ucs4, encoding)
+    {}
 
     std::optional<char32_t> Next()
     {
@@ -75,21 +77,14 @@ public:
         {
             return std::nullopt;
         }
-        char32_t character = static_cast<unsigned char>(rest_[0]);
-        std::size_t length = 1;
-        if (character >= 0x80)
+        constexpr std::size_t longest = 4;
+        char32_t character = 0;
+        std::size_t length =
+            converter_.Convert(rest_.data(), std::min(longest, rest_.size()), &character);
+        if (length == 0)
         {
-            if (!converter_)
-            {
-                converter_.emplace(ucs4, "UTF-8");
-            }
-            constexpr std::size_t longest = 4;
-            length = converter_->Convert(rest_.data(), std::min(longest, rest_.size()), &character);
-            if (length == 0)
-            {
-                character = replacement;
-                length = 1;
-            }
+            character = replacement;
+            length = 1;
         }
         rest_.remove_prefix(length);
         return character;
@@ -97,8 +92,14 @@ public:
 
 private:
     std::string_view rest_;
-    std::optional<Converter> converter_;  // opened at the first character beyond ASCII
+    Converter converter_;
 };
+
+bool IsAscii(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
 
 void AppendUtf8(std::string& text, char32_t character)
 {
@@ -178,7 +179,7 @@ CodePageText Utf8ToCodePage(std::string_view utf8, UINT codePage)
 {
     const CodePageTable* const table = TableOf(codePage);
     CodePageText result;
-    Utf8Reader reader(utf8);
+    TextReader reader(utf8);
     while (const std::optional<char32_t> character = reader.Next())
     {
         const std::optional<char> code = CodeOf(*character, table);
@@ -196,7 +197,7 @@ CodePageChoice FindCodePage(std::string_view utf8)
 {
     std::array<bool, offeredCodePages.size()> possible;
     possible.fill(true);
-    Utf8Reader reader(utf8);
+    TextReader reader(utf8);
     while (const std::optional<char32_t> character = reader.Next())
     {
         for (std::size_t page = 0; page < possible.size(); ++page)
@@ -271,10 +272,19 @@ BYTE CharacterSetOf(UINT codePage)
 
 std::string ToCodePage(std::string_view utf8, UINT codePage, bool* complete)
 {
+    // Nearly every font's name is ASCII, and there are thousands.
+    if (IsAscii(utf8))
+    {
+        if (complete != nullptr)
+        {
+            *complete = true;
+        }
+        return std::string(utf8);
+    }
     const CodePageTable* const table = TableOf(codePage);
     std::string text;
     bool all = true;
-    Utf8Reader reader(utf8);
+    TextReader reader(utf8);
     while (const std::optional<char32_t> character = reader.Next())
     {
         const std::optional<char> code = CodeOf(*character, table);
@@ -286,6 +296,17 @@ std::string ToCodePage(std::string_view utf8, UINT codePage, bool* complete)
         *complete = all;
     }
     return text;
+}
+
+std::string Utf8FromUtf16(std::string_view bigEndian)
+{
+    std::string utf8;
+    TextReader reader(bigEndian, "UTF-16BE");
+    while (const std::optional<char32_t> character = reader.Next())
+    {
+        AppendUtf8(utf8, *character);
+    }
+    return utf8;
 }
 
 }  // namespace posix

@@ -1,0 +1,340 @@
+// SPDX-License-Identifier: MIT
+#include "platform/posix/FontFace.h"
+
+#include "platform/posix/CodePage.h"
+
+#include <algorithm>
+#include <iterator>
+#include <list>
+#include <mutex>
+#include <vector>
+#include FT_FREETYPE_H
+#include FT_MODULE_H
+#include FT_SFNT_NAMES_H
+#include FT_SIZES_H
+#include FT_TRUETYPE_IDS_H
+#include FT_TRUETYPE_TABLES_H
+#include FT_TRUETYPE_TAGS_H
+
+namespace posix
+{
+namespace
+{
+
+/// A character in a font's own codes for symbols lies here, above the character's code.
+constexpr FT_ULong symbolCodes = 0xF000;
+
+/// Faces kept open, each with its file mapped into memory.
+constexpr std::size_t openFaces = 16;
+
+/// Sizes kept for each. Making one runs the font's preparation program.
+constexpr std::size_t sizesPerFace = 4;
+
+/// Both outlive everything that uses fonts, so neither is ever destroyed.
+std::mutex& FreeTypeMutex()
+{
+    static auto* const mutex = new std::mutex;
+    return *mutex;
+}
+
+/// Null when FreeType does not start.
+FT_Library FreeType()
+{
+    static const FT_Library library = [] {
+        FT_Library made = nullptr;
+        if (FT_Init_FreeType(&made) != 0)
+        {
+            return FT_Library(nullptr);
+        }
+        // The environment can choose another interpreter, which would move the hinted points.
+        FT_UInt version = 40;
+        FT_Property_Set(made, "truetype", "interpreter-version", &version);
+        return made;
+    }();
+    return library;
+}
+
+/// An opened face, its latest sizes and its last glyph.
+class OpenedFace
+{
+public:
+    explicit OpenedFace(std::shared_ptr<const InstalledFace> installed)
+        : installed_(std::move(installed))
+    {
+        if (FreeType() == nullptr ||
+            FT_New_Face(FreeType(), installed_->file.c_str(), installed_->index, &face_) != 0)
+        {
+            face_ = nullptr;
+            return;
+        }
+        FT_ULong glyfSize = 0;
+        if (!FT_IS_SFNT(face_) || FT_Load_Sfnt_Table(face_, TTAG_glyf, 0, nullptr, &glyfSize) != 0)
+        {
+            FT_Done_Face(face_);
+            face_ = nullptr;
+            return;
+        }
+        if (face_->charmap == nullptr && FT_Select_Charmap(face_, FT_ENCODING_MS_SYMBOL) != 0 &&
+            face_->num_charmaps > 0)
+        {
+            FT_Set_Charmap(face_, face_->charmaps[0]);
+        }
+    }
+
+    ~OpenedFace()
+    {
+        if (face_ != nullptr)
+        {
+            FT_Done_Face(face_);  // and its sizes with it
+        }
+    }
+
+    OpenedFace(const OpenedFace&) = delete;
+    OpenedFace& operator=(const OpenedFace&) = delete;
+
+    const InstalledFace* Installed() const { return installed_.get(); }
+    FT_Face Face() const { return face_; }
+
+    /// Null when the glyph cannot be loaded.
+    const GlyphOutline* Load(int pixelsPerEm, char32_t character, BYTE code)
+    {
+        if (face_ == nullptr)
+        {
+            return nullptr;
+        }
+        const FT_UInt index = IndexOf(character, code);
+        if (lastPixelsPerEm_ == pixelsPerEm && lastIndex_ == index)
+        {
+            return &last_;
+        }
+        lastPixelsPerEm_ = 0;
+        constexpr FT_Int32 flags = FT_LOAD_DEFAULT | FT_LOAD_NO_BITMAP | FT_LOAD_NO_AUTOHINT;
+        // A glyph whose instructions are broken is still a letter without them.
+        if (!SelectSize(pixelsPerEm) ||
+            (FT_Load_Glyph(face_, index, flags) != 0 &&
+             FT_Load_Glyph(face_, index, flags | FT_LOAD_NO_HINTING) != 0))
+        {
+            return nullptr;
+        }
+        const FT_GlyphSlot slot = face_->glyph;
+        if (slot->format != FT_GLYPH_FORMAT_OUTLINE)
+        {
+            return nullptr;
+        }
+        last_.polygons = NativePolygons(slot->outline);
+        last_.metrics = slot->metrics;
+        lastPixelsPerEm_ = pixelsPerEm;
+        lastIndex_ = index;
+        return &last_;
+    }
+
+private:
+    struct Size
+    {
+        int pixelsPerEm;
+        FT_Size size;
+    };
+
+    FT_UInt IndexOf(char32_t character, BYTE code) const
+    {
+        if (face_->charmap == nullptr)
+        {
+            return 0;
+        }
+        if (face_->charmap->encoding == FT_ENCODING_UNICODE)
+        {
+            return FT_Get_Char_Index(face_, character);
+        }
+        const FT_UInt symbol = FT_Get_Char_Index(face_, symbolCodes | code);
+        return symbol != 0 ? symbol : FT_Get_Char_Index(face_, code);
+    }
+
+    bool SelectSize(int pixelsPerEm)
+    {
+        const auto known = std::find_if(sizes_.begin(), sizes_.end(), [&](const Size& size) {
+            return size.pixelsPerEm == pixelsPerEm;
+        });
+        if (known != sizes_.end())
+        {
+            return face_->size == known->size || FT_Activate_Size(known->size) == 0;
+        }
+        FT_Size size = nullptr;
+        if (FT_New_Size(face_, &size) != 0)
+        {
+            return false;
+        }
+        const auto pixels = static_cast<FT_UInt>(pixelsPerEm);
+        if (FT_Activate_Size(size) != 0 || FT_Set_Pixel_Sizes(face_, pixels, pixels) != 0)
+        {
+            FT_Done_Size(size);
+            return false;
+        }
+        if (sizes_.size() == sizesPerFace)
+        {
+            FT_Done_Size(sizes_.front().size);
+            sizes_.erase(sizes_.begin());
+        }
+        sizes_.push_back({pixelsPerEm, size});
+        return true;
+    }
+
+    std::shared_ptr<const InstalledFace> installed_;
+    FT_Face face_ = nullptr;
+    std::vector<Size> sizes_;  // the oldest first
+    GlyphOutline last_;
+    int lastPixelsPerEm_ = 0;  // 0: no glyph is kept
+    FT_UInt lastIndex_ = 0;
+};
+
+/// Opens a face or finds it open, closing the one longest out of use. To be called under the lock.
+OpenedFace& Open(const std::shared_ptr<const InstalledFace>& face)
+{
+    static auto* const opened = new std::list<OpenedFace>;  // the last used first
+    const auto known = std::find_if(opened->begin(), opened->end(), [&](const OpenedFace& entry) {
+        return entry.Installed() == face.get();
+    });
+    if (known != opened->end())
+    {
+        opened->splice(opened->begin(), *opened, known);
+        return opened->front();
+    }
+    if (opened->size() == openFaces)
+    {
+        opened->pop_back();
+    }
+    return opened->emplace_front(face);
+}
+
+/// Name id 3: the English one for Windows, else the Macintosh one.
+std::string UniqueName(FT_Face face)
+{
+    constexpr FT_UShort english = 9;
+    std::string macintosh;
+    for (FT_UInt n = 0; n < FT_Get_Sfnt_Name_Count(face); ++n)
+    {
+        FT_SfntName name;
+        if (FT_Get_Sfnt_Name(face, n, &name) != 0 || name.name_id != TT_NAME_ID_UNIQUE_ID)
+        {
+            continue;
+        }
+        if (name.platform_id == TT_PLATFORM_MICROSOFT && (name.language_id & 0x3FF) == english)
+        {
+            return Utf8FromUtf16({reinterpret_cast<const char*>(name.string), name.string_len});
+        }
+        if (name.platform_id == TT_PLATFORM_MACINTOSH && name.language_id == TT_MAC_LANGID_ENGLISH)
+        {
+            macintosh.assign(reinterpret_cast<const char*>(name.string), name.string_len);
+        }
+    }
+    return macintosh;
+}
+
+template <typename Table>
+const Table* TableOf(FT_Face face, FT_Sfnt_Tag tag)
+{
+    return static_cast<const Table*>(FT_Get_Sfnt_Table(face, tag));
+}
+
+void ReadOs2(FT_Face face, DesignMetrics& design)
+{
+    const auto* const os2 = TableOf<TT_OS2>(face, FT_SFNT_OS2);
+    if (os2 == nullptr || os2->version == 0xFFFF)
+    {
+        return;
+    }
+    if (os2->usWinAscent + os2->usWinDescent != 0)
+    {
+        design.ascent = os2->usWinAscent;
+        design.descent = os2->usWinDescent;
+    }
+    design.averageWidth = os2->xAvgCharWidth;
+    std::copy(std::begin(os2->panose), std::end(os2->panose), &design.panose.bFamilyType);
+    design.selection = os2->fsSelection;
+    design.embedding = os2->fsType;
+    design.typographicAscent = os2->sTypoAscender;
+    design.typographicDescent = os2->sTypoDescender;
+    design.typographicLineGap = os2->sTypoLineGap;
+    if (os2->version >= 2)
+    {
+        design.capHeight = os2->sCapHeight;
+        design.xHeight = os2->sxHeight;
+    }
+    design.subscriptSize = {os2->ySubscriptXSize, os2->ySubscriptYSize};
+    design.subscriptOffset = {os2->ySubscriptXOffset, os2->ySubscriptYOffset};
+    design.superscriptSize = {os2->ySuperscriptXSize, os2->ySuperscriptYSize};
+    design.superscriptOffset = {os2->ySuperscriptXOffset, os2->ySuperscriptYOffset};
+    design.strikeoutSize = os2->yStrikeoutSize;
+    design.strikeoutPosition = os2->yStrikeoutPosition;
+    design.firstCharacter = os2->usFirstCharIndex;
+    design.lastCharacter = os2->usLastCharIndex;
+}
+
+std::shared_ptr<const DesignMetrics> ReadDesign(FT_Face face)
+{
+    auto design = std::make_shared<DesignMetrics>();
+    design->unitsPerEm = face->units_per_EM;
+    design->ascent = face->ascender;
+    design->descent = -face->descender;
+    design->averageWidth = face->max_advance_width;
+    design->box = {static_cast<LONG>(face->bbox.xMin), static_cast<LONG>(face->bbox.yMax),
+                   static_cast<LONG>(face->bbox.xMax), static_cast<LONG>(face->bbox.yMin)};
+    design->bold = (face->style_flags & FT_STYLE_FLAG_BOLD) != 0;
+    design->typographicAscent = face->ascender;
+    design->typographicDescent = face->descender;
+    ReadOs2(face, *design);
+    int headerHeight = face->ascender - face->descender;
+    if (const auto* const header = TableOf<TT_HoriHeader>(face, FT_SFNT_HHEA))
+    {
+        headerHeight = header->Ascender - header->Descender;
+        design->lineGap = header->Line_Gap;
+        design->slopeRise = header->caret_Slope_Rise;
+        design->slopeRun = header->caret_Slope_Run;
+    }
+    design->externalLeading = std::max(0, design->lineGap - (design->Cell() - headerHeight));
+    if (const auto* const postScript = TableOf<TT_Postscript>(face, FT_SFNT_POST))
+    {
+        design->underlinePosition = postScript->underlinePosition;
+        design->underlineSize = postScript->underlineThickness;
+    }
+    constexpr BYTE latinText = 2;
+    constexpr BYTE monospaced = 9;
+    design->fixedPitch = FT_IS_FIXED_WIDTH(face) || (design->panose.bFamilyType == latinText &&
+                                                     design->panose.bProportion == monospaced);
+    design->unique = UniqueName(face);
+    return design;
+}
+
+}  // namespace
+
+std::shared_ptr<const DesignMetrics> DesignOf(const std::shared_ptr<const InstalledFace>& face)
+{
+    if (face->kind != OutlineKind::TrueType)
+    {
+        return nullptr;
+    }
+    const std::lock_guard lock(FreeTypeMutex());
+    if (!face->design)
+    {
+        const FT_Face opened = Open(face).Face();
+        if (opened == nullptr || opened->units_per_EM == 0)
+        {
+            return nullptr;
+        }
+        face->design = ReadDesign(opened);
+    }
+    return face->design;
+}
+
+bool UseGlyph(const std::shared_ptr<const InstalledFace>& face, int pixelsPerEm, char32_t character,
+              BYTE code, const std::function<void(const GlyphOutline&)>& use)
+{
+    const std::lock_guard lock(FreeTypeMutex());
+    const GlyphOutline* const glyph = Open(face).Load(pixelsPerEm, character, code);
+    if (glyph != nullptr)
+    {
+        use(*glyph);
+    }
+    return glyph != nullptr;
+}
+
+}  // namespace posix
