@@ -1,0 +1,247 @@
+// SPDX-License-Identifier: MIT
+#include "extrude/OrvGlyph.h"
+#include "tests/support/GlRecorder.h"
+#include "tests/support/GlyphShapes.h"
+#include "tests/support/GlyphStreams.h"
+
+#include <gtest/gtest.h>
+
+using namespace glyph_streams;
+
+namespace
+{
+VertexIndexPolygon Polygon(GLenum type, std::initializer_list<unsigned short> indices,
+                           bool clockwise)
+{
+    VertexIndexPolygon polygon;
+    polygon.SetType(type);
+    for (const unsigned short index : indices)
+    {
+        polygon.Add(index);
+    }
+    if (clockwise)
+    {
+        polygon.SetClockwiseWinding();
+    }
+    return polygon;
+}
+
+/// The unit square, its face a clockwise fan and a counter-clockwise triangle.
+class OrvGlyphFaces : public testing::Test
+{
+protected:
+    OrvGlyphFaces() : square(0, GLYPHMETRICS{})
+    {
+        square.FromTTGlyph(SquareGlyph(), 1000);
+        square.facePolygons.RemoveAll();
+        square.facePolygons.Add(Polygon(GL_TRIANGLE_FAN, {0, 1, 2, 3}, true));
+        square.facePolygons.Add(Polygon(GL_TRIANGLES, {2, 1, 0}, false));
+    }
+
+    static Lines FaceLines(float z, const char* normal, const char* clockwise,
+                           const char* counterClockwise, const ExtrusionData& data)
+    {
+        const ExpectedContour corners = SquareCorners(0);
+        const auto corner = [&](int index) {
+            return VertexLines(corners[index], Place::Outline, 0, z, data);
+        };
+        Lines lines = {clockwise, "glBegin GL_TRIANGLE_FAN", normal};
+        for (const int index : {0, 1, 2, 3})
+        {
+            Append(lines, corner(index));
+        }
+        Append(lines, {"glEnd", counterClockwise, "glBegin GL_TRIANGLES", normal});
+        for (const int index : {2, 1, 0})
+        {
+            Append(lines, corner(index));
+        }
+        Append(lines, {"glEnd", "glFrontFace GL_CCW"});
+        return lines;
+    }
+
+    OrvGlyph square;
+};
+
+constexpr const char* cw = "glFrontFace GL_CW";
+constexpr const char* ccw = "glFrontFace GL_CCW";
+}  // namespace
+
+TEST_F(OrvGlyphFaces, TheFrontFaceOfTheUnitSquareIsItsCornersAtZeroUnderOneNormal)
+{
+    const ExtrusionData data;
+    square.facePolygons.RemoveAll();
+    square.facePolygons.Add(Polygon(GL_TRIANGLE_FAN, {0, 1, 2, 3}, true));
+    GlRecording recording;
+    EXPECT_EQ(square.RenderFace(0, Vector(0, 0, 1), 1, data), 1);
+    EXPECT_EQ(recording.Lines(), (Lines{
+                                     "glFrontFace GL_CW",        //
+                                     "glBegin GL_TRIANGLE_FAN",  //
+                                     "glNormal3f 0 0 1",         //
+                                     "glVertex3f 0 0 0",         //
+                                     "glVertex3f 0 1 0",         //
+                                     "glVertex3f 1 1 0",         //
+                                     "glVertex3f 1 0 0",         //
+                                     "glEnd",                    //
+                                     "glFrontFace GL_CCW",       //
+                                 }));
+}
+
+TEST_F(OrvGlyphFaces, AFrontFaceHasItsPolygonsWindingsAndABackFaceTheOpposite)
+{
+    const ExtrusionData data;
+    GlRecording recording;
+    EXPECT_EQ(square.RenderFace(2, Vector(0, 0, 1), 1, data), 1);
+    EXPECT_EQ(recording.Lines(), FaceLines(2, "glNormal3f 0 0 1", cw, ccw, data));
+    recording.Clear();
+    EXPECT_EQ(square.RenderFace(-2, Vector(0, 0, -1), 0, data), 1);
+    EXPECT_EQ(recording.Lines(), FaceLines(-2, "glNormal3f 0 0 -1", ccw, cw, data));
+}
+
+TEST_F(OrvGlyphFaces, MirroringSwapsTheFourModes)
+{
+    for (const auto& [x, y, mirrored] : {std::tuple{-1.0f, 1.0f, true},
+                                         {1.0f, -1.0f, true},
+                                         {-1.0f, -1.0f, false},
+                                         {0.0f, -1.0f, false}})
+    {
+        ExtrusionData data;
+        data.scale.x = x;
+        data.scale.y = y;
+        GlRecording recording;
+        square.RenderFace(0, Vector(0, 0, 1), 1, data);
+        EXPECT_EQ(recording.Only({"glFrontFace"}),
+                  mirrored ? (Lines{ccw, cw, ccw}) : (Lines{cw, ccw, ccw}));
+        recording.Clear();
+        square.RenderFace(0, Vector(0, 0, -1), 0, data);
+        EXPECT_EQ(recording.Only({"glFrontFace"}),
+                  mirrored ? (Lines{cw, ccw, ccw}) : (Lines{ccw, cw, ccw}));
+    }
+}
+
+TEST_F(OrvGlyphFaces, TakeTheWholeNormalThatTheyAreGiven)
+{
+    GlRecording recording;
+    square.RenderFace(0, Vector(0.25f, -0.5f, 2), 1, ExtrusionData());
+    EXPECT_EQ(recording.Only({"glNormal3f"}),
+              (Lines{"glNormal3f 0.25 -0.5 2", "glNormal3f 0.25 -0.5 2"}));
+}
+
+TEST_F(OrvGlyphFaces, AreTheBackOneThenTheFrontOneInEveryScaleAndTexture)
+{
+    ForEachDraw([&](const ExtrusionData& data) {
+        const bool mirrored = (data.scale.x < 0) != (data.scale.y < 0);
+        const char* const same = mirrored ? ccw : cw;
+        const char* const opposite = mirrored ? cw : ccw;
+        Lines expected = FaceLines(data.backZ, "glNormal3f 0 0 -1", opposite, same, data);
+        Append(expected, FaceLines(0, "glNormal3f 0 0 1", same, opposite, data));
+        GlRecording recording;
+        EXPECT_EQ(square.RenderFaces(data), 1);
+        EXPECT_EQ(recording.Lines(), expected);
+    });
+}
+
+TEST_F(OrvGlyphFaces, UseTheUnbevelledOutlineWhateverTheBevel)
+{
+    ExtrusionData data;
+    data.CalculateHeights();
+    GlRecording recording;
+    square.RenderFaces(data);
+    const Lines plain = recording.Lines();
+    data.bevelDepth = 0.25f;
+    data.CalculateHeights();
+    recording.Clear();
+    square.RenderFaces(data);
+    EXPECT_EQ(recording.Lines(), plain);
+}
+
+TEST_F(OrvGlyphFaces, WithoutPolygonsOnlySetCounterClockwise)
+{
+    square.facePolygons.RemoveAll();
+    ExtrusionData data;
+    data.scale.x = -1;
+    GlRecording recording;
+    EXPECT_EQ(square.RenderFace(0, Vector(0, 0, 1), 1, data), 1);
+    EXPECT_EQ(recording.Lines(), (Lines{ccw}));
+}
+
+TEST_F(OrvGlyphFaces, OfACopyAreDrawnFromTheSourcesVertices)
+{
+    ExtrusionData data;
+    data.CalculateHeights();
+    GlRecording recording;
+    square.RenderFaces(data);
+    const Lines original = recording.Lines();
+    const OrvGlyph copy(square);
+    recording.Clear();
+    copy.RenderFaces(data);
+    EXPECT_EQ(recording.Lines(), original);
+}
+
+TEST_F(OrvGlyphFaces, AGlyphWithoutFacesStillDrawsItsWallsAndBevels)
+{
+    OrvGlyph crossing(0, GLYPHMETRICS{});
+    ASSERT_EQ(crossing.FromTTGlyph(CrossingGlyph(), 1000), 1);
+    ExtrusionData data;
+    data.bevelDepth = 0.1f;
+    data.CalculateHeights();
+    GlRecording recording;
+    crossing.RenderFaces(data);
+    EXPECT_EQ(recording.Lines(), (Lines{ccw, ccw}));
+    recording.Clear();
+    crossing.RenderEdgesBevelled(data);
+    crossing.RenderFrontBevelBevelled(data);
+    crossing.RenderBackBevelBevelled(data);
+    EXPECT_EQ(recording.Count("glVertex3f"), 3 * 4 * 4);
+}
+
+TEST_F(OrvGlyphFaces, RenderDrawsThePlainSolidWhateverItsSecondArgument)
+{
+    ExtrusionData data;
+    data.bevelDepth = 0.1f;
+    data.CalculateHeights();
+    GlRecording recording;
+    square.RenderFaces(data);
+    square.RenderEdgesUnbevelled(data);
+    const Lines expected = recording.Lines();
+    for (const int argument : {0, 1, -5})
+    {
+        recording.Clear();
+        EXPECT_EQ(square.Render(data, argument), 1);
+        EXPECT_EQ(recording.Lines(), expected);
+    }
+}
+
+TEST_F(OrvGlyphFaces, PreparingTheTransparencyPassCallsNothing)
+{
+    GlRecording recording;
+    EXPECT_EQ(square.PrepareTransparencyPass(0), 1);
+    EXPECT_EQ(square.PrepareTransparencyPass(7), 1);
+    EXPECT_EQ(recording.Lines(), Lines());
+}
+
+TEST_F(OrvGlyphFaces, BuildingAGlyphAsksTheTessellatorInOrderAndForNoCombining)
+{
+    GlRecording recording;
+    OrvGlyph glyph(0, GLYPHMETRICS{});
+    EXPECT_EQ(glyph.FromTTGlyph(SquareWithHoleGlyph(), 1000), 1);
+    Lines calls;
+    for (const std::string& line : recording.Lines())
+    {
+        calls.push_back(line.substr(0, line.find(' ')));
+    }
+    Lines expected = {"gluNewTess"};
+    expected.insert(expected.end(), 5, "gluTessCallback");
+    expected.push_back("gluBeginPolygon");
+    expected.insert(expected.end(), 4, "gluTessVertex");
+    expected.push_back("gluNextContour");
+    expected.insert(expected.end(), 4, "gluTessVertex");
+    expected.insert(expected.end(), {"gluEndPolygon", "gluDeleteTess"});
+    EXPECT_EQ(calls, expected);
+    for (const std::string& line : recording.Only({"gluTessCallback"}))
+    {
+        EXPECT_EQ(line.find("COMBINE"), std::string::npos) << line;
+    }
+    EXPECT_EQ(recording.Only({"gluNextContour"}), (Lines{"gluNextContour GLU_UNKNOWN"}));
+    // In outline units.
+    EXPECT_EQ(recording.Only({"gluTessVertex"}).at(2), "gluTessVertex 1000 1000 0");
+}
