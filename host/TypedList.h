@@ -3,6 +3,7 @@
 
 #include "host/CObList.h"
 #include "host/CString.h"
+#include "host/ListOrder.h"
 #include "host/MultibyteCompare.h"
 
 /// A CObList of pointers to one class: the operations of the list with Element* in place of
@@ -49,66 +50,13 @@ public:
     }
 
     /// The index, from 0, of the first node that holds the element; -1 when none does.
-    int WhichIndex(Element* const& element) const
-    {
-        int index = 0;
-        for (POSITION position = GetHeadPosition(); position != nullptr; ++index)
-        {
-            if (GetNext(position) == element)
-            {
-                return index;
-            }
-        }
-        return -1;
-    }
+    int WhichIndex(Element* const& element) const { return IndexInList(*this, element); }
 
-    /// Moves the element to the front; its node is made anew, so \p position is no longer valid.
-    /// Returns the new position. A null position gives null, the head itself.
-    POSITION MoveHead(POSITION position)
-    {
-        if (position == nullptr || position == GetHeadPosition())
-        {
-            return position;
-        }
-        Element* const element = GetAt(position);
-        RemoveAt(position);
-        return AddHead(element);
-    }
-
-    /// The same towards the back.
-    POSITION MoveTail(POSITION position)
-    {
-        if (position == nullptr || position == GetTailPosition())
-        {
-            return position;
-        }
-        Element* const element = GetAt(position);
-        RemoveAt(position);
-        return AddTail(element);
-    }
-
-    /// Exchanges the element with its predecessor's; the nodes stay. Returns where the element now
-    /// is: \p position itself for the head, null for null.
-    POSITION MoveUp(POSITION position)
-    {
-        POSITION previous = position;
-        if (previous != nullptr)
-        {
-            GetPrev(previous);
-        }
-        return Exchange(position, previous);
-    }
-
-    /// The same with its successor.
-    POSITION MoveDown(POSITION position)
-    {
-        POSITION next = position;
-        if (next != nullptr)
-        {
-            GetNext(next);
-        }
-        return Exchange(position, next);
-    }
+    // As host/ListOrder.h describes.
+    POSITION MoveHead(POSITION position) { return MoveToHead(*this, position); }
+    POSITION MoveTail(POSITION position) { return MoveToTail(*this, position); }
+    POSITION MoveUp(POSITION position) { return MoveTowardsHead(*this, position); }
+    POSITION MoveDown(POSITION position) { return MoveTowardsTail(*this, position); }
 
 protected:
     /// The first position whose element's name, as \p nameOf gives it, equals \p name; null when
@@ -134,16 +82,4 @@ private:
 
     static Element*& AsSlot(CObject*& slot) { return reinterpret_cast<Slot&>(slot); }
     static Element* AsElement(CObject* object) { return static_cast<Element*>(object); }
-
-    POSITION Exchange(POSITION position, POSITION neighbour)
-    {
-        if (position == nullptr || neighbour == nullptr)
-        {
-            return position;
-        }
-        Element* const element = GetAt(position);
-        SetAt(position, GetAt(neighbour));
-        SetAt(neighbour, element);
-        return neighbour;
-    }
 };

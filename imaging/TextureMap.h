@@ -52,8 +52,8 @@ public:
     /// 0 when the calling thread does not own the texture map.
     int ReleaseOwnership();
 
-    /// Takes a file: its name without directory (up to the last backslash) and extension (from the
-    /// last dot) becomes the texture's name, and the file is validated. Always 1.
+    /// Takes a file: its name without directory (up to the last slash or backslash) and extension
+    /// (from the last dot) becomes the texture's name, and the file is validated. Always 1.
     int Load(const CString& newFilename);
 
     /// Sets or clears Valid, by whether there is a file with bytes in it, and returns whether these

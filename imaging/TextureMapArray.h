@@ -7,5 +7,4 @@ class TextureMap;
 
 /// A growable array of texture maps, which it does not own.
 class ORVANE_API TextureMapArray : public GrowableArray<TextureMap*>
-{
-};
+{};

@@ -142,9 +142,9 @@ public:
     int GetEditableDescendentCount() const;
     int GetTemplateDescendentCount() const;
     /// Appends the template descendants, parents before their children. How many there were.
-    int GetTemplateDescendentList(DrawingObjectList* list);
+    int GetTemplateDescendentList(DrawingObjectList* list) const;
     /// The topmost node reached while the parent is Grouped; this node when it is not.
-    DrawingObject* GetTopLevelGroupParent();
+    DrawingObject* GetTopLevelGroupParent() const;
 
     // State. SetSelected and ClearSelected mark the whole subtree.
 
@@ -247,8 +247,8 @@ public:
 
     // Drawing.
 
-    int DrawExtentsBox(DrawingParameters* parameters);
-    int DrawScalingBox(DrawingParameters* parameters);
+    int DrawExtentsBox(DrawingParameters* parameters = nullptr);
+    int DrawScalingBox(DrawingParameters* parameters = nullptr);
     /// For applications; the draw of a tree does not show handles.
     int DrawSizingHandles(DrawingParameters* parameters);
     /// A cube of wires about the centre, with edges of that length.
@@ -332,6 +332,7 @@ protected:
         {
             static_cast<Node&>(*this) = *saved;
         }
+        copy->externalUndoStack = nullptr;  // it is on none, and need not look
         parent = keptParent;
         flags = (flags & ~viewState) | keptFlags;
         return 1;
@@ -348,8 +349,23 @@ protected:
     DrawingObjectStack* externalUndoStack = nullptr;
 
 private:
-    bool IsOwnAncestor_(const DrawingObject* node) const;
+    void CopyFields_(const DrawingObject& other);
+    bool IsSelfOrAncestor_(const DrawingObject* node) const;
+    void Link_(DrawingObject* child);
     void Unlink_();
+    void LeaveParentForAdoption_();
+    void AlignAxis_(const DVector& axis, const DVector& standIn, const CoordinateTransform& target,
+                    DrawingObject* extra);
+    int DrawWithTexture_(DrawingParameters* parameters);
+    void DrawBoxes_(DrawingParameters* parameters);
+    void ChangeExternalUndoStack_(DrawingObjectStack* stack);
+    void DeleteSavedCopy_();
+    int DeleteSavedCopies_();
+    static void LeaveExternalUndoStacks_(const std::vector<DrawingObject*>& nodes);
+    void SerializeFields_(CArchive& archive, DWORD version);
+    void ReadChildren_(CArchive& archive);
+    void CheckTexture_();
 
-    DrawingObject* keeper_ = nullptr;  // the node whose list of children this one is in
+    DrawingObject* keeper_ = nullptr;   // the node whose list of children this one is in
+    bool savedToExternalUndo_ = false;  // since the external stack was attached
 };

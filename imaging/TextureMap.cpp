@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: MIT
+#include "imaging/TextureMap.h"
+
+#include "host/CFile.h"
+#include "host/MultibyteCompare.h"
+#include "host/RecordVersion.h"
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <utility>
+
+IMPLEMENT_SERIAL(TextureMap, CObject, VERSIONABLE_SCHEMA | 2)
+
+namespace
+{
+
+// Holds a texture map for as long as it lives, where it could be had.
+class Ownership
+{
+public:
+    explicit Ownership(TextureMap& texture)
+        : texture_(texture), owned_(texture.GetOwnership() != nullptr)
+    {}
+    ~Ownership()
+    {
+        if (owned_)
+        {
+            texture_.ReleaseOwnership();
+        }
+    }
+    Ownership(const Ownership&) = delete;
+    Ownership& operator=(const Ownership&) = delete;
+
+private:
+    TextureMap& texture_;
+    bool owned_;
+};
+
+// Both separators count on every system: documents travel.
+CString NameOfFile(const CString& filename)
+{
+    const int start = std::max(filename.ReverseFind('\\'), filename.ReverseFind('/')) + 1;
+    const int dot = filename.ReverseFind('.');
+    return dot >= start ? filename.Mid(start, dot - start) : filename.Mid(start);
+}
+
+// The first bytes of a file, as many as there are of them; 0 for what is no file. Devices and pipes
+// are not even opened: that could wait for ever.
+UINT ReadStart(const CString& filename, BYTE* bytes, UINT count)
+{
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(filename.Text(), error))
+    {
+        return 0;
+    }
+    try
+    {
+        CFile file;
+        return file.Open(filename, CFile::modeRead | CFile::shareDenyWrite)
+                   ? file.Read(bytes, count)
+                   : 0;
+    }
+    catch (const CFileException&)
+    {
+        return 0;
+    }
+}
+
+}  // namespace
+
+TextureMap::TextureMap() : mutex(CreateMutexA(nullptr, FALSE, nullptr)) {}
+
+TextureMap::TextureMap(const TextureMap& other) : TextureMap()
+{
+    *this = other;
+}
+
+TextureMap::TextureMap(const CString& newFilename) : TextureMap()
+{
+    Load(newFilename);
+}
+
+TextureMap& TextureMap::operator=(const TextureMap& other)
+{
+    if (this == &other)
+    {
+        return *this;
+    }
+    const Ownership owned(*this);
+    FreeImage();
+    modulate = other.modulate;
+    filename = other.filename;
+    placement = other.placement;
+    textureFlags = other.textureFlags;
+    horizontalLocation = other.horizontalLocation;
+    name = other.name;
+    quality = other.quality;
+    repeatRate = other.repeatRate;
+    verticalLocation = other.verticalLocation;
+    return *this;
+}
+
+TextureMap::~TextureMap()
+{
+    delete image;
+    CloseHandle(mutex);
+}
+
+void TextureMap::Reset()
+{
+    *this = TextureMap();
+}
+
+void* TextureMap::GetOwnership()
+{
+    const DWORD result = WaitForSingleObject(mutex, INFINITE);
+    return result == WAIT_OBJECT_0 || result == WAIT_ABANDONED ? mutex : nullptr;
+}
+
+int TextureMap::ReleaseOwnership()
+{
+    return ReleaseMutex(mutex);
+}
+
+int TextureMap::Load(const CString& newFilename)
+{
+    filename = newFilename;
+    name = NameOfFile(filename);
+    ValidateFile();
+    return 1;
+}
+
+int TextureMap::ValidateFile()
+{
+    BYTE start[2] = {};
+    const UINT count = filename.IsEmpty() ? 0 : ReadStart(filename, start, sizeof start);
+    if (count == 0)
+    {
+        textureFlags &= ~Valid;
+        return 0;
+    }
+    textureFlags |= Valid;
+    return std::memcmp(start, "BM", sizeof start) == 0;
+}
+
+int TextureMap::LoadImage()
+{
+    const Ownership owned(*this);
+    FreeImage();
+    ValidateFile();
+    return (textureFlags & Valid) != 0;
+}
+
+_RGBImageRecord* TextureMap::GetImage()
+{
+    const Ownership owned(*this);
+    if (image == nullptr)
+    {
+        LoadImage();
+    }
+    return image;
+}
+
+void TextureMap::FreeImage()
+{
+    const Ownership owned(*this);
+    delete std::exchange(image, nullptr);
+}
+
+int TextureMap::ShouldTexture() const
+{
+    return (textureFlags & Valid) != 0 && (textureFlags & Textured) != 0;
+}
+
+bool TextureMap::MakesSameTexture(const TextureMap& other) const
+{
+    return quality == other.quality && filename == other.filename && name == other.name;
+}
+
+int TextureMap::CompareName_(const TextureMap* other) const
+{
+    return CompareMultibyte(name, other->name);
+}
+
+void TextureMap::Serialize(CArchive& archive)
+{
+    CObject::Serialize(archive);
+    if (archive.IsStoring())
+    {
+        WriteRecordVersion(archive, RUNTIME_CLASS(TextureMap));
+        archive << modulate << filename << textureFlags << name << quality << repeatRate;
+        archive << placement << horizontalLocation << verticalLocation;
+        return;
+    }
+    switch (ReadRecordVersion(archive, RUNTIME_CLASS(TextureMap)))
+    {
+        case 1:
+            DeserializeVersion1(archive);
+            break;
+        default:
+            DeserializeVersion2(archive);
+    }
+}
+
+void TextureMap::DeserializeVersion1(CArchive& archive)
+{
+    const Ownership owned(*this);
+    FreeImage();
+    archive >> modulate >> filename >> textureFlags >> name >> quality >> repeatRate;
+    placement = 1;
+    horizontalLocation = 0.0;
+    verticalLocation = 0.0;
+}
+
+void TextureMap::DeserializeVersion2(CArchive& archive)
+{
+    DeserializeVersion1(archive);
+    archive >> placement >> horizontalLocation >> verticalLocation;
+}

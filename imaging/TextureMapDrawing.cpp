@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+#include "imaging/TextureMap.h"
+
+#include "platform/OpenGL.h"
+
+#include <algorithm>
+#include <bit>
+#include <memory>
+#include <new>
+
+namespace
+{
+
+// Larger ones cost memory and time that no letter shows.
+constexpr GLint largestTexture = 256;
+
+// Exact powers of two stay, anything else is rounded up.
+GLsizei TextureExtent(int pixels, GLint limit)
+{
+    return static_cast<GLsizei>(std::bit_ceil(static_cast<unsigned>(std::min(pixels, limit))));
+}
+
+void SetFilters(DWORD quality)
+{
+    const GLint magnification = quality == 1 || quality == 2 ? GL_LINEAR : GL_NEAREST;
+    const GLint minification = quality == 2 ? GL_LINEAR_MIPMAP_NEAREST : magnification;
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, magnification);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, minification);
+}
+
+// Scales into tightly packed rows. Only rows of a few pixels can be padded by the alignment in
+// force, which is then set aside.
+void ScaleImage(const _RGBImageRecord& image, GLsizei width, GLsizei height, BYTE* pixels)
+{
+    constexpr GLsizei largestAlignment = 8;
+    const bool padded = width * 3 % largestAlignment != 0;
+    GLint alignment = 0;
+    if (padded)
+    {
+        glGetIntegerv(GL_PACK_ALIGNMENT, &alignment);
+        glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    }
+    gluScaleImage(GL_RGB, image.sizeX, image.sizeY, GL_UNSIGNED_BYTE, image.data, width, height,
+                  GL_UNSIGNED_BYTE, pixels);
+    if (padded)
+    {
+        glPixelStorei(GL_PACK_ALIGNMENT, alignment);
+    }
+}
+
+int SpecifyTexture(const _RGBImageRecord& image, DWORD quality)
+{
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    SetFilters(quality);
+    GLint limit = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &limit);
+    limit = std::min(limit, largestTexture);
+    if (quality == 2)
+    {
+        gluBuild2DMipmaps(GL_TEXTURE_2D, 3, image.sizeX, image.sizeY, GL_RGB, GL_UNSIGNED_BYTE,
+                          image.data);
+        return 1;
+    }
+    const GLsizei width = TextureExtent(image.sizeX, limit);
+    const GLsizei height = TextureExtent(image.sizeY, limit);
+    const std::unique_ptr<BYTE[]> pixels(new (std::nothrow) BYTE[width * height * 3]());
+    if (pixels == nullptr)
+    {
+        return 0;
+    }
+    ScaleImage(image, width, height, pixels.get());
+    glTexImage2D(GL_TEXTURE_2D, 0, 3, width, height, 0, GL_RGB, GL_UNSIGNED_BYTE, pixels.get());
+    return 1;
+}
+
+}  // namespace
+
+int TextureMap::GenerateTextureMaps()
+{
+    if (!ShouldTexture() || GetOwnership() == nullptr)
+    {
+        return 0;
+    }
+    int made = 0;
+    if (const _RGBImageRecord* const pixels = GetImage())
+    {
+        made = SpecifyTexture(*pixels, quality);
+    }
+    else
+    {
+        textureFlags &= ~Valid;
+    }
+    ReleaseOwnership();
+    return made;
+}
+
+int TextureMap::PrepareTextureMap()
+{
+    if (!ShouldTexture())
+    {
+        glDisable(GL_TEXTURE_2D);
+        return 0;
+    }
+    glEnable(GL_TEXTURE_2D);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, modulate != 0 ? GL_MODULATE : GL_DECAL);
+    return 1;
+}
+
+int TextureMap::EnableTextureMap()
+{
+    if (!ShouldTexture() || GetOwnership() == nullptr)
+    {
+        return 0;
+    }
+    glEnable(GL_TEXTURE_2D);
+    return 1;
+}
+
+int TextureMap::DisableTextureMap()
+{
+    glDisable(GL_TEXTURE_2D);
+    ReleaseOwnership();
+    return 1;
+}

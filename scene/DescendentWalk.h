@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "scene/DrawingObject.h"
+
+#include <vector>
+
+/// Calls \p visit(DrawingObject&) for every descendant of the node, parents before their children
+/// and siblings in order; where it returns false the subtree is skipped. Keeps a stack of its own,
+/// so that a tree may be deeper than the program's stack allows.
+template <typename Visit>
+void VisitDescendents(const DrawingObject& root, Visit visit)
+{
+    std::vector<DrawingObject*> pending;
+    const auto push = [&pending](const DrawingObject& node) {
+        const DrawingObjectList& children = *node.GetChildren();
+        for (POSITION position = children.GetTailPosition(); position != nullptr;)
+        {
+            pending.push_back(children.GetPrev(position));
+        }
+    };
+    push(root);
+    while (!pending.empty())
+    {
+        DrawingObject& node = *pending.back();
+        pending.pop_back();
+        if (visit(node))
+        {
+            push(node);
+        }
+    }
+}

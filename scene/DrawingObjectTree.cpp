@@ -1,0 +1,301 @@
+// SPDX-License-Identifier: MIT
+#include "scene/DescendentWalk.h"
+
+#include <algorithm>
+
+// A place is asked through keeper_, never through the parent pointer alone: that one may be set
+// freely and may name a node that is gone. It also makes every question about the place immediate.
+
+bool DrawingObject::IsSelfOrAncestor_(const DrawingObject* node) const
+{
+    for (const DrawingObject* here = this; here != nullptr; here = here->keeper_)
+    {
+        if (here == node || here->parent == node)
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
+void DrawingObject::Link_(DrawingObject* child)
+{
+    child->parent = this;
+    child->keeper_ = this;
+}
+
+void DrawingObject::Unlink_()
+{
+    if (keeper_ != nullptr)
+    {
+        keeper_->children.RemoveAllOccurances(this);
+        keeper_ = nullptr;
+    }
+}
+
+// Leaves another parent's list, as the parent sees it where the parent pointer agrees.
+void DrawingObject::LeaveParentForAdoption_()
+{
+    if (keeper_ != nullptr && keeper_ == parent)
+    {
+        parent->AbandonChild(this);
+    }
+    Unlink_();
+}
+
+int DrawingObject::AddChild(DrawingObject* child)
+{
+    return AddChildAfter(child, nullptr) != nullptr;
+}
+
+POSITION DrawingObject::AddChildAfter(DrawingObject* child, POSITION position)
+{
+    if (child == nullptr || child->keeper_ == this || IsSelfOrAncestor_(child))
+    {
+        return nullptr;
+    }
+    child->LeaveParentForAdoption_();
+    const POSITION added = children.InsertAfter(position, child);
+    Link_(child);
+    return added;
+}
+
+int DrawingObject::AdoptChildren(DrawingObject* other)
+{
+    return AdoptChildrenAfter(other, nullptr);
+}
+
+int DrawingObject::AdoptChildrenAfter(DrawingObject* other, POSITION position)
+{
+    if (other == nullptr || other == this || !other->HasChildren())
+    {
+        return 0;
+    }
+    const bool atTail = position == nullptr;
+    for (POSITION next = other->children.GetHeadPosition(); next != nullptr;)
+    {
+        const POSITION added = AddChildAfter(other->children.GetNext(next), position);
+        if (!atTail && added != nullptr)
+        {
+            position = added;
+        }
+    }
+    return 1;
+}
+
+int DrawingObject::RemoveChild(DrawingObject* child)
+{
+    if (child == nullptr || child->parent != this)
+    {
+        return 0;
+    }
+    const POSITION position = children.Find(child);
+    if (position == nullptr)
+    {
+        return 0;
+    }
+    children.RemoveAt(position);
+    child->parent = nullptr;
+    child->keeper_ = nullptr;
+    return 1;
+}
+
+int DrawingObject::AbandonChild(DrawingObject* child)
+{
+    if (!RemoveChild(child))
+    {
+        return 0;
+    }
+    child->SaveToUndo();
+    child->CombineTransform(&transform);
+    return 1;
+}
+
+int DrawingObject::ReplaceChild(DrawingObject* oldChild, DrawingObject* newChild)
+{
+    if (oldChild == nullptr || newChild == nullptr || oldChild == newChild ||
+        oldChild->parent != this || oldChild->keeper_ != this || IsSelfOrAncestor_(newChild))
+    {
+        return 0;
+    }
+    newChild->Unlink_();
+    children.SetAt(children.Find(oldChild), newChild);
+    Link_(newChild);
+    oldChild->parent = nullptr;
+    oldChild->keeper_ = nullptr;
+    return 1;
+}
+
+// All of the subtree is gathered first and deleted then, without recursion: a tree may be deeper
+// than the program's stack allows. The lists are emptied before, so that no deleted node searches
+// its place in them.
+int DrawingObject::DestroyChildren()
+{
+    if (!HasChildren())
+    {
+        return 0;
+    }
+    std::vector<DrawingObject*> doomed;
+    std::vector<DrawingObject*> pending{this};
+    while (!pending.empty())
+    {
+        DrawingObject* const node = pending.back();
+        pending.pop_back();
+        for (POSITION position = node->children.GetHeadPosition(); position != nullptr;)
+        {
+            DrawingObject* const child = node->children.GetNext(position);
+            child->keeper_ = nullptr;
+            pending.push_back(child);
+        }
+        node->children.RemoveAll();
+        doomed.push_back(node);
+    }
+    doomed.erase(doomed.begin());  // this node itself
+    LeaveExternalUndoStacks_(doomed);
+    for (DrawingObject* const node : doomed)
+    {
+        node->externalUndoStack = nullptr;
+    }
+    // Backwards, siblings come in order and every node after its children.
+    std::for_each(doomed.rbegin(), doomed.rend(), [](DrawingObject* node) { delete node; });
+    return 1;
+}
+
+int DrawingObject::RemoveDeletedChildren()
+{
+    std::vector<DrawingObject*> pending{this};
+    while (!pending.empty())
+    {
+        DrawingObject* const node = pending.back();
+        pending.pop_back();
+        for (POSITION next = node->children.GetHeadPosition(); next != nullptr;)
+        {
+            const POSITION position = next;
+            DrawingObject* const child = node->children.GetNext(next);
+            if (!child->IsDeleted())
+            {
+                pending.push_back(child);
+                continue;
+            }
+            node->children.RemoveAt(position);
+            child->keeper_ = nullptr;
+            delete child;
+        }
+    }
+    return 1;
+}
+
+int DrawingObject::MoveChildToTop(DrawingObject* child)
+{
+    return children.MoveHead(children.Find(child)) != nullptr;
+}
+
+int DrawingObject::MoveChildToBottom(DrawingObject* child)
+{
+    return children.MoveTail(children.Find(child)) != nullptr;
+}
+
+int DrawingObject::MoveChildUpOnePosition(DrawingObject* child)
+{
+    return children.MoveUp(children.Find(child)) != nullptr;
+}
+
+int DrawingObject::MoveChildDownOnePosition(DrawingObject* child)
+{
+    return children.MoveDown(children.Find(child)) != nullptr;
+}
+
+DrawingObject* DrawingObject::GetChildByIndex(int index) const
+{
+    const POSITION position = children.FindIndex(index);
+    return position == nullptr ? nullptr : children.GetAt(position);
+}
+
+int DrawingObject::FindChildIndex(DrawingObject* child) const
+{
+    return children.WhichIndex(child);
+}
+
+POSITION DrawingObject::FindChildPosition(DrawingObject* child) const
+{
+    return children.Find(child);
+}
+
+POSITION DrawingObject::FindChildPositionByIndex(int index) const
+{
+    return children.FindIndex(index);
+}
+
+DrawingObject* DrawingObject::GetHeadChild() const
+{
+    return HasChildren() ? children.GetHead() : nullptr;
+}
+
+DrawingObject* DrawingObject::GetTailChild() const
+{
+    return HasChildren() ? children.GetTail() : nullptr;
+}
+
+int DrawingObject::IsChildFirst(DrawingObject* child) const
+{
+    return child != nullptr && GetHeadChild() == child;
+}
+
+int DrawingObject::IsChildLast(DrawingObject* child) const
+{
+    return child != nullptr && GetTailChild() == child;
+}
+
+int DrawingObject::GetDescendentCount() const
+{
+    int count = 0;
+    VisitDescendents(*this, [&count](const DrawingObject& node) {
+        count += !node.IsDeleted();
+        return !node.IsDeleted();
+    });
+    return count;
+}
+
+int DrawingObject::GetEditableDescendentCount() const
+{
+    int count = 0;
+    for (POSITION position = children.GetHeadPosition(); position != nullptr;)
+    {
+        const DrawingObject* const child = children.GetNext(position);
+        if (!child->IsDeleted())
+        {
+            count += (child->IsEditable() != 0) + child->GetDescendentCount();
+        }
+    }
+    return count;
+}
+
+int DrawingObject::GetTemplateDescendentCount() const
+{
+    DrawingObjectList list;
+    return GetTemplateDescendentList(&list);
+}
+
+int DrawingObject::GetTemplateDescendentList(DrawingObjectList* list) const
+{
+    int count = 0;
+    VisitDescendents(*this, [&count, list](DrawingObject& node) {
+        if (!node.IsDeleted() && node.IsTemplateObject())
+        {
+            list->AddTail(&node);
+            ++count;
+        }
+        return !node.IsDeleted();
+    });
+    return count;
+}
+
+DrawingObject* DrawingObject::GetTopLevelGroupParent() const
+{
+    DrawingObject* top = const_cast<DrawingObject*>(this);
+    while (top->parent != nullptr && top->parent->IsGrouped())
+    {
+        top = top->parent;
+    }
+    return top;
+}
