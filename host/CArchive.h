@@ -27,7 +27,7 @@ public:
     enum
     {
         none,
-        generic,
+        generic,    ///< objects that nest too deep, 16-bit text, an archive already closed
         readOnly,   ///< storing into an archive that loads
         endOfFile,  ///< the input ends inside a value
         writeOnly,  ///< loading from an archive that stores
@@ -84,7 +84,8 @@ public:
     /// Storing: writes what is buffered to the file. Loading: sets the file back to the first
     /// unread byte.
     void Flush();
-    /// Flushes and lets go of the file.
+    /// Flushes and lets go of the file, which stays open. Afterwards nothing can be read or
+    /// written.
     void Close();
     /// Lets go of the file without flushing; throws nothing.
     void Abort();
@@ -119,12 +120,15 @@ public:
     CArchive& operator>>(CObject*& object);
 
     /// Writes a reference: null, the index of an object that this archive already has, or the
-    /// object's class and record.
+    /// object's class and record. Objects are known by their address: they stay alive until the
+    /// last reference is written.
     void WriteObject(const CObject* object);
 
     /// Reads a reference. A new object is created and loads its record. Who receives the object
-    /// first owns it; references to it from elsewhere are the reader's to refuse. \param requested
-    /// the class that the object must be or derive from; null for any.
+    /// first owns it; references to it from elsewhere, also from inside its own record, are the
+    /// reader's to refuse. When its record throws, the object is deleted and its index, with all
+    /// later ones, leads nowhere any more. Objects nest up to 512 deep.
+    /// \param requested the class that the object must be or derive from; null for any.
     CObject* ReadObject(const CRuntimeClass* requested);
 
     /// Reads a reference to an object that the caller is to own: null and an object met before are

@@ -10,7 +10,8 @@ using POSITION = __POSITION*;
 
 /// A doubly linked list of object pointers, which it does not own.
 ///
-/// Its record is the count and then each element as an object reference; loading appends.
+/// Its record is the count and then each element as an object reference; loading appends. When
+/// loading throws, what was appended by then stays: the list's owner decides what becomes of it.
 class ORVANE_API CObList : public CObject
 {
     DECLARE_SERIAL(CObList)
@@ -64,8 +65,8 @@ public:
     void Serialize(CArchive& archive) override;
 
 protected:
-    /// The class that loaded elements must be of or derive from; null accepts null references and
-    /// any class.
+    /// The class that loaded elements must be of or derive from; null references are refused then
+    /// too (badClass). The base's null accepts null references and any class.
     virtual const CRuntimeClass* GetElementClass() const { return nullptr; }
 
 private:

@@ -12,12 +12,10 @@
 /// are not checked. Element has a default constructor and is copied by assignment.
 ///
 /// - SetSize stores a grow-by other than -1 first. Size 0 frees the block. The first allocation is
-/// exactly
-///   the size asked for; growing past the capacity allocates max(size, capacity + growBy). While
-///   growBy is -1 the capacity grows by half instead.
+///   exactly the size asked for; growing past the capacity allocates max(size, capacity + growBy).
+///   While growBy is -1 the capacity grows by half instead.
 /// - Shrinking lowers the size only: the surplus elements stay, and growing again within the
-/// capacity shows
-///   them as they were.
+///   capacity shows them as they were.
 ///
 /// \tparam SetAtGrowStep the grow-by that SetAtGrow hands to SetSize; -1 keeps the stored one.
 template <typename Element, int SetAtGrowStep = -1>

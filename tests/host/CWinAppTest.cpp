@@ -1,0 +1,316 @@
+// SPDX-License-Identifier: MIT
+#include "host/CWinApp.h"
+
+#include "host/CFile.h"
+#include "platform/Messages.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <sstream>
+#include <string>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+/// A profile in a fresh folder for each test.
+class Profile : public testing::Test
+{
+protected:
+    Profile()
+    {
+        fs::remove_all(folder);
+        fs::create_directories(folder);
+        app.SetProfilePath(path.c_str());
+    }
+    ~Profile() override { fs::remove_all(folder); }
+
+    void Put(const std::string& content) const { std::ofstream(path) << content; }
+    std::string Get() const
+    {
+        std::ostringstream content;
+        content << std::ifstream(path).rdbuf();
+        return content.str();
+    }
+    /// What another application object reads from the file.
+    std::string Reread(LPCSTR section, LPCSTR entry) const
+    {
+        CWinApp other;
+        other.SetProfilePath(path.c_str());
+        return other.GetProfileString(section, entry, "(none)").Text();
+    }
+
+    const fs::path folder = fs::path(ORVANE_BINARY_DIR) / "profile-tests" /
+                            testing::UnitTest::GetInstance()->current_test_info()->name();
+    const std::string path = (folder / "orvane.ini").string();
+    CWinApp app;
+};
+
+/// Sets an environment variable, or removes it, until the end of the scope.
+class ScopedVariable
+{
+public:
+    ScopedVariable(const char* name, const char* value) : name_(name)
+    {
+        if (const char* const old = std::getenv(name))
+        {
+            old_ = old;
+        }
+        Set(value);
+    }
+    ~ScopedVariable() { Set(old_ ? old_->c_str() : nullptr); }
+
+private:
+    void Set(const char* value)
+    {
+        if (value != nullptr)
+        {
+            ::setenv(name_, value, 1);
+        }
+        else
+        {
+            ::unsetenv(name_);
+        }
+    }
+
+    const char* name_;
+    std::optional<std::string> old_;
+};
+
+std::string lastMessage;
+
+int KeepMessage(HWND, LPCSTR text, LPCSTR caption, UINT type)
+{
+    lastMessage = std::string(caption) + "|" + text + "|" + std::to_string(type);
+    return 42;
+}
+
+}  // namespace
+
+TEST_F(Profile, MissingEntriesGiveTheDefault)
+{
+    EXPECT_EQ(app.GetProfileInt("Section", "Entry", -7), static_cast<UINT>(-7));
+    EXPECT_EQ(app.GetProfileString("Section", "Entry"), "");
+    EXPECT_EQ(app.GetProfileString("Section", "Entry", "default"), "default");
+    EXPECT_FALSE(fs::exists(path));
+}
+
+TEST_F(Profile, WrittenEntriesAreReadByAnother)
+{
+    EXPECT_TRUE(app.WriteProfileInt("Colors\\Number 3", "Ambient Red", 90));
+    EXPECT_TRUE(app.WriteProfileString("Colors\\Number 3", "Name", "Polished brass"));
+    EXPECT_EQ(app.GetProfileInt("Colors\\Number 3", "Ambient Red", 0), 90u);
+    EXPECT_EQ(Reread("Colors\\Number 3", "Ambient Red"), "90");
+    EXPECT_EQ(Reread("Colors\\Number 3", "Name"), "Polished brass");
+    EXPECT_EQ(Reread("Colors\\Number 30", "Name"), "(none)");
+}
+
+TEST_F(Profile, PlainTextsLookPlainInTheFile)
+{
+    app.WriteProfileString("Colors\\Number 0", "Ambient Red", "50% grey");
+    EXPECT_NE(Get().find("[Colors\\Number 0]\n"), std::string::npos);
+    EXPECT_NE(Get().find("Ambient Red = 50% grey\n"), std::string::npos);
+}
+
+TEST_F(Profile, OddTextsComeBackUnchanged)
+{
+    const char* const odd[] = {"two\nlines",
+                               "\r\n",
+                               "  spaces around  ",
+                               "tab\tinside\t",
+                               "",
+                               "\"q\"",
+                               "; no comment",
+                               "# nor this",
+                               "[not\\one]",
+                               "a=b=c",
+                               "<<<END\nx\nEND",
+                               "%41",
+                               "%",
+                               "%%0A",
+                               "100%\n",
+                               "%4\n",
+                               "Gr\xFC\xDF",
+                               "\x01\x7F",
+                               "\xEF\xBB\xBF",
+                               "%a0 %2525 %2"};
+    for (const char* const text : odd)
+    {
+        EXPECT_TRUE(app.WriteProfileString("S", "Value", text)) << text;
+        EXPECT_EQ(Reread("S", "Value"), text);
+        EXPECT_TRUE(app.WriteProfileString(text, "Entry", "in section")) << text;
+        EXPECT_EQ(Reread(text, "Entry"), "in section") << text;
+        if (*text != '\0')
+        {
+            EXPECT_TRUE(app.WriteProfileString("Names", text, "of entry")) << text;
+            EXPECT_EQ(Reread("Names", text), "of entry") << text;
+        }
+    }
+    for (const char* const text : odd)
+    {
+        EXPECT_EQ(Reread(text, "Entry"), "in section") << text;
+    }
+}
+
+TEST_F(Profile, NamesAreFoundWithoutRegardToCase)
+{
+    app.WriteProfileString("Section", "Entry", "value");
+    app.WriteProfileString("SECTION", "entry", "other");
+    EXPECT_EQ(Reread("section", "ENTRY"), "other");
+    EXPECT_EQ(Get().find("value"), std::string::npos);
+}
+
+TEST_F(Profile, OnlyWholeNumbersOf32BitsAreNumbers)
+{
+    Put("[N]\na=12\nb=-1\nc=12x\nd=\ne=4294967295\nf=4294967296\ng=-2147483649\nh=0x10\n");
+    EXPECT_EQ(app.GetProfileInt("N", "a", 5), 12u);
+    EXPECT_EQ(app.GetProfileInt("N", "b", 5), 0xFFFFFFFFu);
+    EXPECT_EQ(app.GetProfileInt("N", "c", 5), 5u);
+    EXPECT_EQ(app.GetProfileInt("N", "d", 5), 5u);
+    EXPECT_EQ(app.GetProfileInt("N", "e", 5), 0xFFFFFFFFu);
+    EXPECT_EQ(app.GetProfileInt("N", "f", 5), 5u);
+    EXPECT_EQ(app.GetProfileInt("N", "g", 5), 5u);
+    EXPECT_EQ(app.GetProfileInt("N", "h", 5), 5u);
+}
+
+TEST_F(Profile, NullRemovesEntriesAndSections)
+{
+    app.WriteProfileString("A", "x", "1");
+    app.WriteProfileString("A", "y", "2");
+    app.WriteProfileString("B", "z", "3");
+    EXPECT_TRUE(app.WriteProfileString("A", "x", nullptr));
+    EXPECT_EQ(Reread("A", "x"), "(none)");
+    EXPECT_EQ(Reread("A", "y"), "2");
+    EXPECT_TRUE(app.WriteProfileString("A", nullptr, "ignored"));
+    EXPECT_EQ(Reread("A", "y"), "(none)");
+    EXPECT_EQ(Reread("B", "z"), "3");
+    EXPECT_TRUE(app.WriteProfileString("None", "none", nullptr));
+}
+
+TEST_F(Profile, EntryWithoutANameIsRefused)
+{
+    EXPECT_FALSE(app.WriteProfileString("A", "", "x"));
+    EXPECT_FALSE(app.WriteProfileInt("A", nullptr, 1));
+    EXPECT_FALSE(fs::exists(path));
+}
+
+TEST_F(Profile, CommentsAndForeignEntriesAreKept)
+{
+    Put("; about this file\n\n[Host]\n; about the entry\nWindow = 10 20\n");
+    EXPECT_TRUE(app.WriteProfileInt("Mine", "a", 1));
+    EXPECT_NE(Get().find("; about this file\n"), std::string::npos);
+    EXPECT_NE(Get().find("; about the entry\n"), std::string::npos);
+    EXPECT_EQ(Reread("Host", "Window"), "10 20");
+}
+
+TEST_F(Profile, WritingLeavesTheProfileAloneInItsFolder)
+{
+    app.WriteProfileInt("A", "a", 1);
+    app.WriteProfileInt("A", "a", 2);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1);
+}
+
+TEST_F(Profile, WritingMakesTheFolders)
+{
+    const std::string deep = (folder / "a" / "b" / "p.ini").string();
+    app.SetProfilePath(deep.c_str());
+    EXPECT_TRUE(app.WriteProfileInt("A", "a", 1));
+    EXPECT_TRUE(fs::exists(deep));
+    EXPECT_EQ(app.GetProfilePath(), deep.c_str());
+}
+
+TEST_F(Profile, LinkedProfileIsReplacedWhereItLies)
+{
+    const fs::path link = folder / "link.ini";
+    Put("[A]\na=1\n");
+    fs::create_symlink(path, link);
+    app.SetProfilePath(link.string().c_str());
+    EXPECT_TRUE(app.WriteProfileInt("A", "b", 2));
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(Reread("A", "a"), "1");
+    EXPECT_EQ(Reread("A", "b"), "2");
+}
+
+TEST_F(Profile, ReplacedProfileKeepsItsPermissions)
+{
+    Put("[A]\na=1\n");
+    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_TRUE(app.WriteProfileInt("A", "a", 2));
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(Profile, WriteThatFailsLeavesTheOldFileWhole)
+{
+    // The name is as long as a name may be, so that the file written aside cannot be made.
+    const fs::path longest = folder / std::string(255, 'p');
+    std::ofstream(longest) << "[A]\na=1\n";
+    app.SetProfilePath(longest.string().c_str());
+
+    EXPECT_FALSE(app.WriteProfileInt("A", "a", 2));
+    EXPECT_FALSE(app.WriteProfileString("A", nullptr, nullptr));
+    EXPECT_EQ(app.GetProfileInt("A", "a", 0), 1u);
+    std::ostringstream content;
+    content << std::ifstream(longest).rdbuf();
+    EXPECT_EQ(content.str(), "[A]\na=1\n");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1);
+}
+
+TEST_F(Profile, UnusablePathsGiveDefaultsAndRefuseWrites)
+{
+    Put("a file, no folder");
+    for (const std::string& unusable : {folder.string(), path + "/orvane.ini", std::string()})
+    {
+        app.SetProfilePath(unusable.c_str());
+        EXPECT_EQ(app.GetProfileInt("A", "a", 3), 3u) << unusable;
+        EXPECT_FALSE(app.WriteProfileInt("A", "a", 1)) << unusable;
+    }
+    EXPECT_EQ(Get(), "a file, no folder");
+}
+
+TEST(CWinApp, ProfileLiesInTheConfigurationFolder)
+{
+    const ScopedVariable roaming("APPDATA", nullptr);
+    {
+        const ScopedVariable configuration("XDG_CONFIG_HOME", "/configuration");
+        EXPECT_EQ(CWinApp().GetProfilePath(), "/configuration/orvane/orvane.ini");
+    }
+    const ScopedVariable home("HOME", "/home/anyone");
+    for (const char* const unusable : {static_cast<const char*>(nullptr), "", "relative/folder"})
+    {
+        const ScopedVariable configuration("XDG_CONFIG_HOME", unusable);
+        EXPECT_EQ(CWinApp().GetProfilePath(), "/home/anyone/.config/orvane/orvane.ini");
+    }
+    const ScopedVariable configuration("XDG_CONFIG_HOME", nullptr);
+    const ScopedVariable homeless("HOME", nullptr);
+    EXPECT_EQ(CWinApp().GetProfilePath(), "");
+    EXPECT_FALSE(CWinApp().WriteProfileInt("A", "a", 1));
+}
+
+TEST(CWinApp, FirstApplicationMadeIsTheApplication)
+{
+    CWinApp* const fallback = AfxGetApp();
+    ASSERT_NE(fallback, nullptr);
+    EXPECT_EQ(AfxGetApp(), fallback);
+    {
+        CWinApp first;
+        EXPECT_EQ(AfxGetApp(), &first);
+        const CWinApp second;
+        EXPECT_EQ(AfxGetApp(), &first);
+    }
+    EXPECT_EQ(AfxGetApp(), fallback);
+}
+
+TEST(AfxMessageBox, IsCaptionedAndReturnsTheAnswer)
+{
+    const MessageBoxHandler before = SetMessageBoxHandler(KeepMessage);
+    EXPECT_EQ(AfxMessageBox("no space", MB_ICONEXCLAMATION), 42);
+    EXPECT_EQ(lastMessage, "Orvane|no space|48");
+    AfxMessageBox(nullptr);
+    EXPECT_EQ(lastMessage, "Orvane||0");
+    SetMessageBoxHandler(before);
+}
