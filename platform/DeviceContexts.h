@@ -15,10 +15,12 @@ ORVANE_API HDC CreateCompatibleDC(HDC compatible);
 ORVANE_API BOOL DeleteDC(HDC dc);
 
 /// Selects a font or a bitmap and returns the one of its kind selected before; null, changing
-/// nothing, when either handle names nothing of the sort.
+/// nothing, when either handle names nothing of the sort or the bitmap is selected into another
+/// device context.
 ORVANE_API HGDIOBJ SelectObject(HDC dc, HGDIOBJ object);
 
 /// Deletes a font or a bitmap. FALSE when it is none or is still selected into a device context.
+/// What device contexts have selected at first is left alone, with TRUE.
 ORVANE_API BOOL DeleteObject(HGDIOBJ object);
 
 /// Completes all drawing into bitmaps, so that their bits can be read. Always TRUE.

@@ -12,14 +12,14 @@ enum class GdiKind
     Bitmap
 };
 
-/// Anything that SelectObject takes. \c selections counts the device contexts that hold it; only
-/// DeviceContexts.cpp touches it.
+/// Anything that SelectObject takes. Only DeviceContexts.cpp touches the two variables.
 struct GdiObject : HandleObject
 {
     explicit GdiObject(GdiKind objectKind) : kind(objectKind) {}
 
     const GdiKind kind;
-    int selections = 0;
+    int selections = 0;    ///< the device contexts that hold it
+    bool isStock = false;  ///< selected at first; never deleted, and held by any number at a time
 };
 
 /// A logical font; what face it means is found when it is used (Fonts.cpp). Derives from GdiObject
@@ -34,6 +34,7 @@ struct DeviceContext : HandleObject
 {
     HFONT font = nullptr;
     HBITMAP bitmap = nullptr;
+    int pixelFormat = 0;  ///< none is set
 };
 
 }  // namespace posix

@@ -18,6 +18,10 @@ struct HandleObject
     virtual ~HandleObject() = default;
 };
 
+/// What CloseHandle takes: mutexes, events, files, mappings.
+struct KernelObject : HandleObject
+{};
+
 /// Enters an object and returns its new handle, never null.
 void* AddHandle(std::shared_ptr<HandleObject> object);
 

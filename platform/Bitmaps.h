@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Device-independent bitmaps. The records are laid out as in BMP files.
+
+#include "platform/DeviceContexts.h"
+#include "platform/Export.h"
+#include "platform/Types.h"
+
+#if !defined(_WIN32)
+
+constexpr DWORD BI_RGB = 0;
+constexpr DWORD BI_BITFIELDS = 3;
+constexpr UINT DIB_RGB_COLORS = 0;
+constexpr DWORD SRCCOPY = 0x00CC0020;
+
+#pragma pack(push, 2)
+struct BITMAPFILEHEADER
+{
+    WORD bfType;  ///< 0x4D42, "BM"
+    DWORD bfSize;
+    WORD bfReserved1;
+    WORD bfReserved2;
+    DWORD bfOffBits;  ///< bytes from the file's start to the pixels
+};
+#pragma pack(pop)
+static_assert(sizeof(BITMAPFILEHEADER) == 14);
+
+struct BITMAPINFOHEADER
+{
+    DWORD biSize;
+    LONG biWidth;
+    LONG biHeight;  ///< positive: the lowest row comes first; negative: the highest
+    WORD biPlanes;
+    WORD biBitCount;
+    DWORD biCompression;
+    DWORD biSizeImage;  ///< bytes; may be 0 when not compressed
+    LONG biXPelsPerMeter;
+    LONG biYPelsPerMeter;
+    DWORD biClrUsed;  ///< 0: all that the bit count allows
+    DWORD biClrImportant;
+};
+static_assert(sizeof(BITMAPINFOHEADER) == 40);
+
+struct RGBQUAD
+{
+    BYTE rgbBlue;
+    BYTE rgbGreen;
+    BYTE rgbRed;
+    BYTE rgbReserved;
+};
+static_assert(sizeof(RGBQUAD) == 4);
+
+/// The colours, or with BI_BITFIELDS three masks, follow the header; only the first is declared.
+struct BITMAPINFO
+{
+    BITMAPINFOHEADER bmiHeader;
+    RGBQUAD bmiColors[1];
+};
+static_assert(sizeof(BITMAPINFO) == 44);
+
+struct BITMAP
+{
+    LONG bmType;
+    LONG bmWidth;
+    LONG bmHeight;
+    LONG bmWidthBytes;
+    WORD bmPlanes;
+    WORD bmBitsPixel;
+    LPVOID bmBits;
+};
+
+struct DIBSECTION
+{
+    BITMAP dsBm;
+    BITMAPINFOHEADER dsBmih;
+    DWORD dsBitfields[3];
+    HANDLE dshSection;
+    DWORD dsOffset;
+};
+
+/// A bitmap whose bits the caller may read and write, after GdiFlush when OpenGL draws into it.
+/// Rows are padded to four bytes. 1, 4, 8, 16, 24 and 32 bits; 16 bits are 5-5-5 without masks.
+/// The bits are zero at first.
+/// \param dc not looked at; may be null.
+/// \param bits receives the address of the bits; may be null.
+/// \param section must be null; \p offset is then not looked at.
+/// \return null when the description is not that of such a bitmap, or when there is no memory.
+ORVANE_API HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits,
+                                    HANDLE section, DWORD offset);
+
+/// Describes a bitmap: fills a BITMAP, or a DIBSECTION where \p size allows it. With a null
+/// \p buffer, the size of a BITMAP. Returns the bytes filled, 0 for anything but a bitmap.
+ORVANE_API int GetObjectA(HGDIOBJ object, int size, LPVOID buffer);
+
+#endif

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Why the platform's last refused call on this thread was refused.
+
+#include "platform/Export.h"
+#include "platform/Types.h"
+
+#include <string>
+
+#if !defined(_WIN32)
+
+constexpr DWORD ERROR_SUCCESS = 0;
+constexpr DWORD ERROR_INVALID_HANDLE = 6;
+constexpr DWORD ERROR_NOT_ENOUGH_MEMORY = 8;
+constexpr DWORD ERROR_INVALID_PARAMETER = 87;
+constexpr DWORD ERROR_BUSY = 170;
+constexpr DWORD ERROR_NOT_OWNER = 288;
+constexpr DWORD ERROR_INVALID_PIXEL_FORMAT = 2000;
+constexpr DWORD ERROR_NO_RENDERING = 2001;  ///< there is no OpenGL here; the text says why
+
+/// The number that the last refused call left. Calls that succeed leave it as it was.
+ORVANE_API DWORD GetLastError();
+
+/// Sets the number and forgets the text.
+ORVANE_API void SetLastError(DWORD error);
+
+#endif
+
+/// What the last refused call has to say, in one line without a full stop; empty after
+/// SetLastError(0).
+ORVANE_API std::string GetLastErrorText();
