@@ -378,7 +378,7 @@ CArchive& CArchive::operator>>(CString& text)
         bytes.resize(done + chunk);
         ReadExactly(bytes.data() + done, static_cast<UINT>(chunk));
     }
-    text = CString(bytes);
+    text = CString(std::move(bytes));
     return *this;
 }
 

@@ -43,7 +43,7 @@ CString::CString(const char* text, int length)
 
 CString::CString(char character, int count) : text_(std::max(count, 0), character) {}
 
-CString::CString(const std::string& text) : text_(text) {}
+CString::CString(std::string text) : text_(std::move(text)) {}
 
 CString& CString::operator=(LPCSTR text)
 {

@@ -23,7 +23,7 @@ public:
     CString(LPCSTR text);  ///< null gives the empty text
     CString(const char* text, int length);
     explicit CString(char character, int count = 1);
-    CString(const std::string& text);
+    CString(std::string text);
 
     CString& operator=(LPCSTR text);
     CString& operator=(char character);
