@@ -4,6 +4,7 @@
 #include "platform/posix/CodePage.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -215,8 +216,8 @@ std::vector<BYTE> OutlineRecord(const CatalogFace& face, const DesignMetrics& de
     std::vector<BYTE> bytes(sizeof record);
     const auto append = [&](std::string_view text) {
         const std::size_t offset = bytes.size();
-        bytes.insert(bytes.end(), text.begin(), text.end());
-        bytes.push_back(0);
+        bytes.resize(offset + text.size() + 1);
+        std::copy(text.begin(), text.end(), bytes.begin() + static_cast<std::ptrdiff_t>(offset));
         return reinterpret_cast<PSTR>(offset);
     };
     record.otmpFamilyName = append(face.family);
