@@ -65,6 +65,7 @@
 #include "outline/VertexIndexPolyline.h"
 #include "platform/Bitmaps.h"
 #include "platform/CodePages.h"
+#include "platform/Console.h"
 #include "platform/DeviceContexts.h"
 #include "platform/Errors.h"
 #include "platform/Export.h"

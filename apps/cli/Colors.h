@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "material/ColorVector.h"
+
+#include <string>
+
+/// A colour as people write it: a name ("navy"), #rgb, #rrggbb or #rrggbbaa.
+/// Throws UsageError for anything else.
+ColorVector ParseColor(const std::string& text);
+
+/// The same hue, darker or lighter: red, green and blue times \p factor, at most 1.
+ColorVector Shade(const ColorVector& color, float factor);
+
+/// Between two colours: \p a at 0, \p b at 1.
+ColorVector Mix(const ColorVector& a, const ColorVector& b, float share);

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/FontChoice.h"
+
+#include "apps/cli/Errors.h"
+#include "apps/cli/Terminal.h"
+#include "apps/cli/TextCodes.h"
+#include "extrude/Library.h"
+#include "extrude/OrvFont.h"
+#include "extrude/OrvFontList.h"
+#include "host/CWnd.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <numeric>
+
+namespace
+{
+
+/// Shows the registry's status text as progress.
+class StatusLine : public CWnd
+{
+public:
+    StatusLine() : CWnd(reinterpret_cast<HWND>(1)) {}
+    void SetWindowText(LPCSTR text) override { ShowProgress(ToUtf8(text)); }
+};
+
+// Wide and heavy faces make the best solids. The packages that the project needs install the first.
+constexpr std::array defaultFonts = {"DejaVu Sans Bold", "Liberation Sans Bold",
+                                     "DejaVu Serif Bold"};
+
+std::string Lower(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+/// The number of single-character changes that turn one text into the other.
+std::size_t Distance(const std::string& a, const std::string& b)
+{
+    std::vector<std::size_t> row(b.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < a.size(); ++i)
+    {
+        std::size_t diagonal = row[0];
+        row[0] = i + 1;
+        for (std::size_t j = 0; j < b.size(); ++j)
+        {
+            const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({row[j] + 1, row[j + 1] + 1, replaced});
+        }
+    }
+    return row.back();
+}
+
+}  // namespace
+
+void LoadFonts()
+{
+    StatusLine status;
+    CreateFontList(IsErrorTerminal() ? 1 : 0, &status);
+    ClearProgress();
+}
+
+OrvFont* ChooseFont(const std::string& name)
+{
+    const OrvFontList& fonts = *GetFontList();
+    if (fonts.IsEmpty())
+    {
+        throw Failure("fonts: no TrueType font is installed (try the package fonts-dejavu-core)");
+    }
+    if (name.empty())
+    {
+        for (const char* const wanted : defaultFonts)
+        {
+            if (const POSITION position = fonts.FindName(wanted))
+            {
+                return fonts.GetAt(position);
+            }
+        }
+        return fonts.GetHead();
+    }
+
+    std::vector<std::string> names;
+    std::vector<OrvFont*> sameButForCase;
+    for (POSITION position = fonts.GetHeadPosition(); position != nullptr;)
+    {
+        OrvFont* const font = fonts.GetNext(position);
+        names.push_back(ToUtf8(font->GetFullName()));
+        if (names.back() == name)
+        {
+            return font;
+        }
+        if (Lower(names.back()) == Lower(name))
+        {
+            sameButForCase.push_back(font);
+        }
+    }
+    if (sameButForCase.size() == 1)
+    {
+        return sameButForCase.front();
+    }
+    std::string message = "font \"" + name + "\": not installed; near names:";
+    for (const std::string& near : NearNames(name, names, 5))
+    {
+        message += "\n  " + near;
+    }
+    throw Failure(message + "\n\"orvane fonts\" lists all " + std::to_string(names.size()));
+}
+
+std::vector<std::string> NearNames(const std::string& name, const std::vector<std::string>& names,
+                                   std::size_t most)
+{
+    std::vector<std::pair<std::size_t, std::string>> ranked;
+    const std::string wanted = Lower(name);
+    for (const std::string& candidate : names)
+    {
+        const std::string lower = Lower(candidate);
+        // A name that begins with or contains what was asked for is nearer than any misspelling.
+        const std::size_t found = lower.find(wanted);
+        ranked.emplace_back(found == std::string::npos ? 100 + Distance(wanted, lower) : found,
+                            candidate);
+    }
+    std::stable_sort(ranked.begin(), ranked.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<std::string> nearest;
+    for (std::size_t i = 0; i < ranked.size() && i < most; ++i)
+    {
+        nearest.push_back(ranked[i].second);
+    }
+    return nearest;
+}
