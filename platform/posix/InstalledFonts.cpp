@@ -102,8 +102,11 @@ OutlineKind KindOf(const FcPattern* pattern)
 std::shared_ptr<const InstalledFace> Describe(const FcPattern* pattern)
 {
     const int index = Whole(pattern, FC_INDEX, 0);
-    // The upper half numbers the named instances of a variable font; the font as such has none.
-    if (index >> 16 != 0)
+    // The upper half numbers the named instances of a variable font; the default one has 0. One
+    // more pattern, marked as variable, stands for all of them.
+    FcBool variable = FcFalse;
+    FcPatternGetBool(pattern, FC_VARIABLE, 0, &variable);
+    if (index >> 16 != 0 || variable)
     {
         return nullptr;
     }
