@@ -179,6 +179,7 @@ int DrawingObject::RemoveDeletedChildren()
             }
             node->children.RemoveAt(position);
             child->keeper_ = nullptr;
+            child->DestroyChildren();
             delete child;
         }
     }
