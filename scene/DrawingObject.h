@@ -198,7 +198,9 @@ public:
     CoordinateTransform GetAlignmentTransformation() const;
     /// The accumulated transform with its rotations inverted.
     CoordinateTransform GetInverseAlignmentTransformation(DrawingObject* extra) const;
-    /// Turns the node until its world axes are those of the target, z first, then y. Always 1.
+    /// Turns the node until its world axes are those of the target, z first, then y. Always 1. A y
+    /// axis that then lies just opposite is turned about x, and takes z along; that is meant, see
+    /// AligningAnOppositeYTurnsAboutXAndZWithIt.
     int AlignRotations(CoordinateTransform& target, DrawingObject* extra);
     /// The same with the world axes of another node.
     int AlignRotations(DrawingObject& other, DrawingObject* extra);

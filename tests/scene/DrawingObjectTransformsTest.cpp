@@ -205,16 +205,28 @@ TEST_F(TransformedTree, AlignRotationsWithAnExtraNodeAlignsWhatIsSeenThroughIt)
     EXPECT_NEAR(z.z, 1, 1e-6);
 }
 
-TEST(DrawingObjectTransforms, AligningOppositeAxesTurnsAboutTheStandIns)
+TEST(DrawingObjectTransforms, AligningAnOppositeZTurnsAboutY)
 {
     DrawingObject target;
     DrawingObject node;
-    node.SetRotation(180, xAxis);  // y and z both point the other way
+    node.SetRotation(180, yAxis);
     EXPECT_EQ(node.AlignRotations(target, nullptr), 1);
     ExpectSameAxes(node, target);
-    node.SetRotation(180, zAxis);  // only y does
+}
+
+TEST(DrawingObjectTransforms, AligningAnOppositeYTurnsAboutXAndZWithIt)
+{
+    DrawingObject target;
+    DrawingObject node;
+    node.SetRotation(180, zAxis);
     EXPECT_EQ(node.AlignRotations(target, nullptr), 1);
-    ExpectSameAxes(node, target);
+    DVector x;
+    DVector y;
+    DVector z;
+    node.GetGlobalAxes(&x, &y, &z, nullptr);
+    ExpectNear(x, -1, 0, 0);
+    ExpectNear(y, 0, 1, 0);
+    ExpectNear(z, 0, 0, -1);
 }
 
 TEST_F(TransformedTree, TheFrontFaceIsTurnedTheShortestWayToTheWorldsZ)

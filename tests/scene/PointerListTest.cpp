@@ -87,8 +87,10 @@ TEST_F(PointerLists, ReachTheirElementsInThreeForms)
 
 TEST_F(PointerLists, AddAndRemoveAtBothEnds)
 {
-    EXPECT_EQ(list.AddHead(&other), list.GetHeadPosition());
-    EXPECT_EQ(list.AddTail(&other), list.GetTailPosition());
+    const POSITION first = list.AddHead(&other);
+    EXPECT_EQ(first, list.GetHeadPosition());
+    const POSITION last = list.AddTail(&other);
+    EXPECT_EQ(last, list.GetTailPosition());
     EXPECT_EQ(Elements(list), (Pointers{&other, &a, &b, &c, &other}));
     EXPECT_EQ(list.RemoveHead(), &other);
     EXPECT_EQ(list.RemoveHead(), &a);
@@ -175,8 +177,10 @@ TEST_F(PointerLists, MoveAsNodeListsDo)
     EXPECT_EQ(list.GetAt(middle), &a);
     EXPECT_EQ(list.MoveDown(middle), tail);
     EXPECT_EQ(Elements(list), (Pointers{&b, &c, &a}));
-    EXPECT_EQ(list.MoveHead(tail), list.GetHeadPosition());
-    EXPECT_EQ(list.MoveTail(list.FindIndex(1)), list.GetTailPosition());
+    const POSITION first = list.MoveHead(tail);
+    EXPECT_EQ(first, list.GetHeadPosition());
+    const POSITION last = list.MoveTail(list.FindIndex(1));
+    EXPECT_EQ(last, list.GetTailPosition());
     EXPECT_EQ(Elements(list), (Pointers{&a, &c, &b}));
 }
 
