@@ -20,54 +20,6 @@
 namespace
 {
 
-/// The files of the faces that the dumps are of, as far as they are installed.
-std::vector<std::string> ReferenceFiles()
-{
-    std::set<std::string> wanted;
-    for (const char* family : {"Sans", "SansMono", "Serif"})
-    {
-        wanted.insert("DejaVu" + std::string(family) + ".ttf");
-        wanted.insert("DejaVu" + std::string(family) + "-Bold.ttf");
-    }
-    for (const char* family : {"Mono", "Sans", "SansNarrow", "Serif"})
-    {
-        for (const char* style : {"Regular", "Bold", "Italic", "BoldItalic"})
-        {
-            wanted.insert("Liberation" + std::string(family) + '-' + style + ".ttf");
-        }
-    }
-    std::map<std::string, std::string> found;
-    for (const char* root : {"/usr/share/fonts", "/usr/local/share/fonts"})
-    {
-        std::error_code none;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(root, none))
-        {
-            if (wanted.count(entry.path().filename()) != 0)
-            {
-                found.emplace(entry.path().filename(), entry.path());
-            }
-        }
-    }
-    std::vector<std::string> files;
-    for (const auto& [name, path] : found)
-    {
-        files.push_back(path);
-    }
-    return files;
-}
-
-std::string ReferenceFile(const std::string& name)
-{
-    for (const std::string& file : ReferenceFiles())
-    {
-        if (std::filesystem::path(file).filename() == name)
-        {
-            return file;
-        }
-    }
-    return "";
-}
-
 /// A dump of one face.
 struct FaceDump
 {
@@ -463,12 +415,7 @@ TEST_F(FontsGolden, TheRegistrysEnumerationFindsTheReferencesFaces)
     std::sort(names.begin(), names.end());
     names.erase(std::unique(names.begin(), names.end()), names.end());
 
-    std::vector<std::string> expected;
-    std::ifstream list(GoldenFolder() + "/registry.txt");
-    for (std::string name; std::getline(list, name);)
-    {
-        expected.push_back(name);
-    }
+    const std::vector<std::string> expected = GoldenRegistry();
     ASSERT_EQ(expected.size(), 22u);
     if (files.size() == expected.size())
     {

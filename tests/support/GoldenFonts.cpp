@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/GoldenFonts.h"
 
+#include <set>
+#include <map>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
@@ -152,4 +154,62 @@ std::string GoldenChecksum(const std::vector<BYTE>& bytes)
     char digits[9];
     std::snprintf(digits, sizeof digits, "%08X", ~sum);
     return digits;
+}
+
+std::vector<std::string> GoldenRegistry()
+{
+    std::vector<std::string> names;
+    std::ifstream list(GoldenFolder() + "/registry.txt");
+    for (std::string name; std::getline(list, name);)
+    {
+        names.push_back(name);
+    }
+    return names;
+}
+
+std::vector<std::string> ReferenceFiles()
+{
+    std::set<std::string> wanted;
+    for (const char* family : {"Sans", "SansMono", "Serif"})
+    {
+        wanted.insert("DejaVu" + std::string(family) + ".ttf");
+        wanted.insert("DejaVu" + std::string(family) + "-Bold.ttf");
+    }
+    for (const char* family : {"Mono", "Sans", "SansNarrow", "Serif"})
+    {
+        for (const char* style : {"Regular", "Bold", "Italic", "BoldItalic"})
+        {
+            wanted.insert("Liberation" + std::string(family) + '-' + style + ".ttf");
+        }
+    }
+    std::map<std::string, std::string> found;
+    for (const char* root : {"/usr/share/fonts", "/usr/local/share/fonts"})
+    {
+        std::error_code none;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(root, none))
+        {
+            if (wanted.count(entry.path().filename()) != 0)
+            {
+                found.emplace(entry.path().filename(), entry.path());
+            }
+        }
+    }
+    std::vector<std::string> files;
+    for (const auto& [name, path] : found)
+    {
+        files.push_back(path);
+    }
+    return files;
+}
+
+std::string ReferenceFile(const std::string& name)
+{
+    for (const std::string& file : ReferenceFiles())
+    {
+        if (std::filesystem::path(file).filename() == name)
+        {
+            return file;
+        }
+    }
+    return "";
 }

@@ -40,5 +40,13 @@ std::string GoldenFolder();
 
 std::vector<GoldenLine> ReadGolden(const std::string& name);
 
+/// The full names that a registry of the reference faces has, in its order.
+std::vector<std::string> GoldenRegistry();
+
+/// The files of the faces that the dumps are of, as far as they are installed.
+std::vector<std::string> ReferenceFiles();
+/// The one of that file name; empty when it is not installed.
+std::string ReferenceFile(const std::string& name);
+
 /// The checksum that the dumps have of a buffer, as their eight hexadecimal digits.
 std::string GoldenChecksum(const std::vector<BYTE>& bytes);
