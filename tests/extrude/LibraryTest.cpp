@@ -197,6 +197,22 @@ TEST_F(LibraryRegistry, WithNoFontsInstalledItIsEmpty)
     EXPECT_TRUE(GetFontList()->IsEmpty());
 }
 
+TEST_F(LibraryRegistry, OfTheReferenceFacesIsThatOfTheReference)
+{
+    const Names expected = GoldenRegistry();
+    const std::vector<std::string> files = ReferenceFiles();
+    if (expected.empty() || files.size() != expected.size())
+    {
+        GTEST_SKIP() << "the reference's list or one of its faces is not here";
+    }
+    for (const std::string& file : files)
+    {
+        fonts.Install(file);
+    }
+    CreateFontList(0, nullptr);
+    EXPECT_EQ(RegisteredNames(), expected);
+}
+
 TEST_F(LibraryRegistry, TheStatusWindowShowsEachFaceAlsoTheRefusedOnes)
 {
     InstallRegular("Beta");
