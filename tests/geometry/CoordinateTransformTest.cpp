@@ -320,14 +320,17 @@ TEST(CoordinateTransform, CombiningWithItselfIsSafe)
     EXPECT_XYZ(Transformed(transform, DVector(0, 0, 0)), 1.0, 1.0, 0.0);
 }
 
-TEST(CoordinateTransform, CombineExternalTakesTheOthersExternalMatrixAlone)
+TEST(CoordinateTransform, CombineExternalPutsTheOthersExternalMatrixAloneOutside)
 {
-    CoordinateTransform outermost = Moved(0, 0, 7);
+    CoordinateTransform turned = Turned();
     CoordinateTransform other = Moved(100, 0, 0);
-    other.Combine(&outermost);
-    CoordinateTransform transform = Turned();
+    other.Combine(&turned);
+    CoordinateTransform moved = Moved(1, 0, 0);
+    CoordinateTransform transform;
+    transform.Combine(&moved);
     transform.CombineExternal(&other);
-    EXPECT_XYZ(Transformed(transform, DVector(1, 0, 0)), 0.0, 1.0, 7.0);
+    // Moved to (2, 0, 0), then turned; the other order would give (1, 1, 0).
+    EXPECT_XYZ(Transformed(transform, DVector(1, 0, 0)), 0.0, 2.0, 0.0);
 }
 
 TEST(CoordinateTransform, ExternalToRotationDropsTheTranslationAndRebuildsNothing)
