@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <atomic>
 #include <bit>
+#include <cstdint>
 #include <iconv.h>
 #include <iterator>
 #include <optional>
@@ -58,7 +59,7 @@ public:
     }
 
 private:
-    bool Usable() const { return converter_ != reinterpret_cast<iconv_t>(-1); }
+    bool Usable() const { return reinterpret_cast<std::intptr_t>(converter_) != -1; }
 
     iconv_t converter_;
 };

@@ -4,6 +4,7 @@
 #include "platform/posix/CodePage.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -218,7 +219,7 @@ std::vector<BYTE> OutlineRecord(const CatalogFace& face, const DesignMetrics& de
         const std::size_t offset = bytes.size();
         bytes.resize(offset + text.size() + 1);
         std::copy(text.begin(), text.end(), bytes.begin() + static_cast<std::ptrdiff_t>(offset));
-        return reinterpret_cast<PSTR>(offset);
+        return std::bit_cast<PSTR>(offset);
     };
     record.otmpFamilyName = append(face.family);
     // As long as enumeration gives it, so that the two are the same name.
