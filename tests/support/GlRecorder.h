@@ -18,8 +18,8 @@
 /// image data and other memory the word data (null if there is none). Handles of tessellators and
 /// quadrics and the user data of vertices are left out.
 ///
-/// Recorded is OpenGL 1.1 without evaluators and colour indices; display lists and vertex arrays are
-/// recorded as calls, their contents not.
+/// Recorded is OpenGL 1.1 without evaluators and colour indices; display lists and vertex arrays
+/// are recorded as calls, their contents not.
 ///
 /// GLU does its work as ever. What it calls itself (a cylinder's vertices, say) counts as inner:
 /// AllLines has it, indented by two spaces, Lines has not.
