@@ -107,7 +107,7 @@ void DuplicateSearch::Separate_()
     {
         Slot& slot = Find_(PlaceOf(*entries_[i].contour->GetVertexElement(entries_[i].index)));
         movers_.clear();
-        for (int entry = slot.chain; entry >= 0; entry = entries_[entry].next)
+        for (int entry = slot.first; entry >= 0; entry = entries_[entry].next)
         {
             // Those of lower or the same rank can be moved by no vertex from here on.
             if (entries_[entry].rank > entries_[i].rank)
@@ -115,12 +115,15 @@ void DuplicateSearch::Separate_()
                 movers_.push_back(entry);
             }
         }
-        if (slot.chain != unused_)
+        if (slot.first != unused_)
         {
-            slot.chain = end_;
+            slot.first = end_;
         }
         // A move looks at the next vertex, so the order counts.
-        std::sort(movers_.begin(), movers_.end());
+        if (!std::is_sorted(movers_.begin(), movers_.end()))
+        {
+            std::sort(movers_.begin(), movers_.end());
+        }
         for (const int entry : movers_)
         {
             entries_[entry].contour->AdjustDuplicateVertex(entries_[entry].index);
@@ -143,19 +146,21 @@ void DuplicateSearch::Chain_(int entry)
         Rehash_(2 * slots_.size());
     }
     Slot& slot = Find_(PlaceOf(vertex));
-    if (slot.chain == unused_)
+    if (slot.first == unused_)
     {
-        slot = {PlaceOf(vertex), end_};
+        slot = {PlaceOf(vertex), end_, end_};
         ++usedSlots_;
     }
-    entries_[entry].next = std::exchange(slot.chain, entry);
+    (slot.first == end_ ? slot.first : entries_[slot.last].next) = entry;
+    slot.last = entry;
+    entries_[entry].next = end_;
 }
 
 /// The slot of a place, or the free one where it would be.
 DuplicateSearch::Slot& DuplicateSearch::Find_(std::uint32_t place)
 {
     std::size_t slot = HashOf(place, slots_.size());
-    while (slots_[slot].chain != unused_ && slots_[slot].place != place)
+    while (slots_[slot].first != unused_ && slots_[slot].place != place)
     {
         slot = (slot + 1) & (slots_.size() - 1);
     }
@@ -168,11 +173,11 @@ void DuplicateSearch::Rehash_(std::size_t slotCount)
     for (const Slot& slot : old)
     {
         // Places left by all their vertices are forgotten here.
-        if (slot.chain >= 0)
+        if (slot.first >= 0)
         {
             Find_(slot.place) = slot;
         }
     }
     usedSlots_ = std::count_if(slots_.begin(), slots_.end(),
-                               [](const Slot& slot) { return slot.chain != unused_; });
+                               [](const Slot& slot) { return slot.first != unused_; });
 }

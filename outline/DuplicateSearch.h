@@ -35,11 +35,13 @@ private:
         int next;  ///< in the chain of its place
     };
 
-    /// The vertices at one place that can still be moved. A slot without a chain keeps its place.
+    /// The vertices at one place that can still be moved, mostly in their order. A slot keeps its
+    /// place when the last of them has left.
     struct Slot
     {
         std::uint32_t place = 0;
-        int chain = unused_;
+        int first = unused_;
+        int last = end_;
     };
 
     static constexpr int unused_ = -2;
