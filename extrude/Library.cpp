@@ -42,7 +42,7 @@ int CALLBACK EnterStyle(const LOGFONTA* record, const TEXTMETRICA* metrics, DWOR
             ShowProgress(*font);
             if (registry.InsertSorted(font.get()) != nullptr)
             {
-                font.release();
+                static_cast<void>(font.release());  // the registry owns it
             }
         }
     }

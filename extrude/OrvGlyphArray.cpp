@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <vector>
 
-OrvGlyphArray::OrvGlyphArray(const OrvGlyphArray& other) : Slots()
+OrvGlyphArray::OrvGlyphArray(const OrvGlyphArray& other) : Slots(other)
 {
-    *this = other;
+    ShareOwners(other);
 }
 
 OrvGlyphArray::~OrvGlyphArray()
