@@ -109,7 +109,8 @@ public:
         {
             return;
         }
-        const Element copy = element;
+        // It may be one of ours, and the block may move.
+        const Element copy = element;  // NOLINT(performance-unnecessary-copy-initialization)
         OpenGap(index, count);
         std::fill_n(data.get() + index, count, copy);
     }
