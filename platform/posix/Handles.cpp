@@ -33,7 +33,7 @@ void* AddHandle(std::shared_ptr<HandleObject> object)
     const std::uintptr_t handle = table.next;
     table.next += 4;
     table.objects.emplace(handle, std::move(object));
-    return reinterpret_cast<void*>(handle);
+    return reinterpret_cast<void*>(handle);  // NOLINT(performance-no-int-to-ptr): never followed
 }
 
 std::shared_ptr<HandleObject> FindHandle(const void* handle)
