@@ -72,6 +72,7 @@
 #include "platform/Fonts.h"
 #include "platform/Messages.h"
 #include "platform/OpenGL.h"
+#include "platform/Process.h"
 #include "platform/Rendering.h"
 #include "platform/Sync.h"
 #include "platform/Types.h"
