@@ -19,6 +19,7 @@ constexpr DWORD TRUETYPE_FONTTYPE = 4;
 constexpr UINT GGO_METRICS = 0;
 constexpr UINT GGO_NATIVE = 2;
 constexpr DWORD GDI_ERROR = 0xFFFFFFFF;
+constexpr DWORD GGI_MARK_NONEXISTING_GLYPHS = 1;
 constexpr WORD TT_PRIM_LINE = 1;
 constexpr WORD TT_PRIM_QSPLINE = 2;
 constexpr DWORD TT_POLYGON_TYPE = 24;
@@ -243,6 +244,11 @@ ORVANE_API UINT GetOutlineTextMetricsA(HDC dc, UINT size, OUTLINETEXTMETRICA* me
 /// when the font has no outlines, the buffer is too small, or \p matrix is not the identity.
 ORVANE_API DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETRICS* metrics,
                                   DWORD size, LPVOID buffer, const MAT2* matrix);
+
+/// The selected font's glyph numbers of \p count characters. A character that the font lacks has
+/// the number 0, or 0xFFFF with GGI_MARK_NONEXISTING_GLYPHS. Returns the count, GDI_ERROR when the
+/// font has no outlines.
+ORVANE_API DWORD GetGlyphIndicesA(HDC dc, LPCSTR text, int count, WORD* indices, DWORD flags);
 
 /// Chooses the process's code page: 1250, 1251, 1252 (the default), 1253, 1254 or 1257. A host does
 /// so before it makes the font list. FALSE for any other.

@@ -128,16 +128,10 @@ public:
         return &last_;
     }
 
-private:
-    struct Size
-    {
-        int pixelsPerEm;
-        FT_Size size;
-    };
-
+    /// 0 when the face lacks the character.
     FT_UInt IndexOf(char32_t character, BYTE code) const
     {
-        if (face_->charmap == nullptr)
+        if (face_ == nullptr || face_->charmap == nullptr)
         {
             return 0;
         }
@@ -148,6 +142,13 @@ private:
         const FT_UInt symbol = FT_Get_Char_Index(face_, symbolCodes | code);
         return symbol != 0 ? symbol : FT_Get_Char_Index(face_, code);
     }
+
+private:
+    struct Size
+    {
+        int pixelsPerEm;
+        FT_Size size;
+    };
 
     bool SelectSize(int pixelsPerEm)
     {
@@ -335,6 +336,12 @@ bool UseGlyph(const std::shared_ptr<const InstalledFace>& face, int pixelsPerEm,
         use(*glyph);
     }
     return glyph != nullptr;
+}
+
+WORD GlyphIndexOf(const std::shared_ptr<const InstalledFace>& face, char32_t character, BYTE code)
+{
+    const std::lock_guard lock(FreeTypeMutex());
+    return static_cast<WORD>(Open(face).IndexOf(character, code));
 }
 
 }  // namespace posix

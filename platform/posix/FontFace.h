@@ -64,4 +64,7 @@ std::shared_ptr<const DesignMetrics> DesignOf(const std::shared_ptr<const Instal
 bool UseGlyph(const std::shared_ptr<const InstalledFace>& face, int pixelsPerEm, char32_t character,
               BYTE code, const std::function<void(const GlyphOutline&)>& use);
 
+/// The number of a character's glyph, 0 when the face lacks it.
+WORD GlyphIndexOf(const std::shared_ptr<const InstalledFace>& face, char32_t character, BYTE code);
+
 }  // namespace posix

@@ -233,3 +233,21 @@ DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETRICS* metric
                     posix::CharacterOf(code, font.catalog->CodePage()), code, use);
     return result;
 }
+
+DWORD GetGlyphIndicesA(HDC dc, LPCSTR text, int count, WORD* indices, DWORD flags)
+{
+    const posix::FoundFont font = posix::SelectedFont(dc);
+    if (font.face == nullptr || text == nullptr || indices == nullptr || count < 0)
+    {
+        return GDI_ERROR;
+    }
+    const WORD missing = (flags & GGI_MARK_NONEXISTING_GLYPHS) != 0 ? 0xFFFF : 0;
+    for (int i = 0; i < count; ++i)
+    {
+        const auto code = static_cast<BYTE>(text[i]);
+        const WORD index = posix::GlyphIndexOf(
+            font.face->installed, posix::CharacterOf(code, font.catalog->CodePage()), code);
+        indices[i] = index != 0 ? index : missing;
+    }
+    return static_cast<DWORD>(count);
+}
