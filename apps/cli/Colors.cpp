@@ -35,7 +35,7 @@ ColorVector FromRgb(unsigned rgb, unsigned alpha)
 
 }  // namespace
 
-ColorVector ParseColor(const std::string& text)
+ColorVector ParseColor(const std::string& option, const std::string& text)
 {
     std::string lower = text;
     std::transform(lower.begin(), lower.end(), lower.begin(),
@@ -65,8 +65,9 @@ ColorVector ParseColor(const std::string& text)
             return FromRgb(static_cast<unsigned>(value >> 8), static_cast<unsigned>(value));
         }
     }
-    throw UsageError("colour \"" + text +
-                     "\": expected a name such as navy or gold, #rgb, #rrggbb or #rrggbbaa");
+    throw UsageError(
+        option + ": \"" + text +
+        "\" is no colour; expected a name such as navy or gold, #rgb, #rrggbb or #rrggbbaa");
 }
 
 ColorVector Shade(const ColorVector& color, float factor)

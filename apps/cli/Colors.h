@@ -5,9 +5,12 @@
 
 #include <string>
 
+/// The background that pictures have when none is asked for.
+inline constexpr const char* defaultBackground = "#141a2b";
+
 /// A colour as people write it: a name ("navy"), #rgb, #rrggbb or #rrggbbaa.
-/// Throws UsageError for anything else.
-ColorVector ParseColor(const std::string& text);
+/// Throws UsageError, naming the option, for anything else.
+ColorVector ParseColor(const std::string& option, const std::string& text);
 
 /// The same hue, darker or lighter: red, green and blue times \p factor, at most 1.
 ColorVector Shade(const ColorVector& color, float factor);

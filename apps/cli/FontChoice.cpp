@@ -7,7 +7,11 @@
 #include "extrude/Library.h"
 #include "extrude/OrvFont.h"
 #include "extrude/OrvFontList.h"
+#include "host/CString.h"
 #include "host/CWnd.h"
+#include "platform/CodePages.h"
+#include "platform/DeviceContexts.h"
+#include "platform/Fonts.h"
 
 #include <algorithm>
 #include <array>
@@ -64,14 +68,14 @@ void LoadFonts()
     ClearProgress();
 }
 
-OrvFont* ChooseFont(const std::string& name)
+OrvFont* ChooseFont(const std::optional<std::string>& wantedName)
 {
     const OrvFontList& fonts = *GetFontList();
     if (fonts.IsEmpty())
     {
         throw Failure("fonts: no TrueType font is installed (try the package fonts-dejavu-core)");
     }
-    if (name.empty())
+    if (!wantedName)
     {
         for (const char* const wanted : defaultFonts)
         {
@@ -83,6 +87,7 @@ OrvFont* ChooseFont(const std::string& name)
         return fonts.GetHead();
     }
 
+    const std::string& name = *wantedName;
     std::vector<std::string> names;
     std::vector<OrvFont*> sameButForCase;
     for (POSITION position = fonts.GetHeadPosition(); position != nullptr;)
@@ -108,6 +113,40 @@ OrvFont* ChooseFont(const std::string& name)
         message += "\n  " + near;
     }
     throw Failure(message + "\n\"orvane fonts\" lists all " + std::to_string(names.size()));
+}
+
+void CheckCharacters(OrvFont& font, const CString& text)
+{
+    if (text.IsEmpty())
+    {
+        return;
+    }
+    const HDC dc = CreateCompatibleDC(nullptr);
+    const HFONT face = CreateFontIndirectA(&font.GetEnumLogFont()->elfLogFont);
+    const HGDIOBJ previous = SelectObject(dc, face);
+    std::vector<WORD> glyphs(text.GetLength());
+    const DWORD known =
+        GetGlyphIndicesA(dc, text, text.GetLength(), glyphs.data(), GGI_MARK_NONEXISTING_GLYPHS);
+    SelectObject(dc, previous);
+    DeleteObject(face);
+    DeleteDC(dc);
+
+    const std::string name = ToUtf8(font.GetFullName());
+    if (known == GDI_ERROR)
+    {
+        throw Failure("font \"" + name + "\": its file cannot be read");
+    }
+    int line = 1;
+    for (int i = 0; i < text.GetLength(); ++i)
+    {
+        line += text[i] == '\r' ? 1 : 0;
+        if (text[i] != '\r' && text[i] != '\n' && glyphs[i] == 0xFFFF)
+        {
+            const std::string character = CodePageToUtf8(std::string(1, text[i]), GetACP());
+            throw Failure("text, line " + std::to_string(line) + ": the font \"" + name +
+                          "\" lacks " + Describe(character));
+        }
+    }
 }
 
 std::vector<std::string> NearNames(const std::string& name, const std::vector<std::string>& names,

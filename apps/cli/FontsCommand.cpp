@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/Commands.h"
 #include "apps/cli/FontChoice.h"
+#include "apps/cli/OutputFile.h"
 #include "apps/cli/TextCodes.h"
 #include "extrude/Library.h"
 #include "extrude/OrvFont.h"
@@ -62,7 +63,7 @@ void ListFonts(const FontsOptions& options)
 {
     LoadFonts();
     const OrvFontList& fonts = *GetFontList();
-    std::string json;
+    std::string text;
     for (POSITION position = fonts.GetHeadPosition(); position != nullptr;)
     {
         OrvFont& font = *fonts.GetNext(position);
@@ -73,12 +74,12 @@ void ListFonts(const FontsOptions& options)
         }
         if (!options.json)
         {
-            std::printf("%s\n", name.c_str());
+            text += name + '\n';
             continue;
         }
         const ENUMLOGFONTA& record = *font.GetEnumLogFont();
-        json += json.empty() ? "\n" : ",\n";
-        json += "  {\"name\": " + JsonText(name) +
+        text += text.empty() ? "\n" : ",\n";
+        text += "  {\"name\": " + JsonText(name) +
                 ", \"family\": " + JsonText(ToUtf8(record.elfLogFont.lfFaceName)) +
                 ", \"style\": " + JsonText(FieldText(record.elfStyle)) +
                 ", \"weight\": " + std::to_string(record.elfLogFont.lfWeight) +
@@ -86,8 +87,11 @@ void ListFonts(const FontsOptions& options)
     }
     if (options.json)
     {
-        std::printf("[%s%s]\n", json.c_str(), json.empty() ? "" : "\n");
+        text = "[" + text + (text.empty() ? "]\n" : "\n]\n");
     }
+    OutputFile output("-");
+    output.Write(text.data(), text.size());
+    output.Commit();
 }
 
 }  // namespace

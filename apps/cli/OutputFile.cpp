@@ -2,32 +2,58 @@
 #include "apps/cli/OutputFile.h"
 
 #include "apps/cli/Errors.h"
+#include "platform/Process.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <random>
 #include <utility>
 
+namespace
+{
+
+/// Where a chain of symbolic links leads; the last one may lead to nothing yet.
+std::filesystem::path FollowLinks(std::filesystem::path path)
+{
+    constexpr int longestChain = 40;
+    std::error_code error;
+    for (int i = 0; i < longestChain && std::filesystem::is_symlink(path, error); ++i)
+    {
+        path = path.parent_path() / std::filesystem::read_symlink(path, error);
+    }
+    return path;
+}
+
+/// A name that nobody uses, in the same folder, so that it can be renamed to the target.
+std::string NameBeside(const std::string& target)
+{
+    return std::filesystem::path(target).replace_filename(
+        ".orvane-" + std::to_string(std::random_device{}()) + ".part");
+}
+
+}  // namespace
+
 OutputFile::OutputFile(std::string path) : path_(std::move(path))
 {
-    if (IsStandardOutput())
+    if (path_ == "-")
     {
-        file_ = stdout;
+        kind_ = Kind::StandardOutput;
         return;
     }
-    if (std::filesystem::is_directory(path_))
+    target_ = FollowLinks(path_);
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(target_, error);
+    if (std::filesystem::is_directory(status))
     {
-        throw Failure(path_ + ": is a directory");
+        Fail(EISDIR);
     }
-    temporary_ = path_ + ".part-" + std::to_string(std::random_device{}());
-    file_ = std::fopen(temporary_.c_str(), "wbx");
-    if (file_ == nullptr)
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
     {
-        temporary_.clear();
-        Fail();
+        kind_ = Kind::Device;
+        return;
     }
+    CheckTarget();
 }
 
 OutputFile::~OutputFile()
@@ -39,36 +65,97 @@ OutputFile::~OutputFile()
     if (!temporary_.empty())
     {
         std::remove(temporary_.c_str());
+        RemoveWhenInterrupted(nullptr);
+    }
+}
+
+void OutputFile::CheckTarget() const
+{
+    // A file that may not be written is not replaced either, though renaming would do it.
+    if (std::FILE* const present = std::fopen(target_.c_str(), "r+b"))
+    {
+        std::fclose(present);
+    }
+    else if (errno != ENOENT)
+    {
+        Fail(errno);
+    }
+    const std::string trial = NameBeside(target_);
+    std::FILE* const file = std::fopen(trial.c_str(), "wbx");
+    if (file == nullptr)
+    {
+        Fail(errno);
+    }
+    std::fclose(file);
+    std::remove(trial.c_str());
+}
+
+void OutputFile::Open()
+{
+    if (kind_ == Kind::StandardOutput)
+    {
+        file_ = stdout;
+        return;
+    }
+    if (kind_ == Kind::Device)
+    {
+        file_ = std::fopen(target_.c_str(), "wb");
+    }
+    else
+    {
+        temporary_ = NameBeside(target_);
+        RemoveWhenInterrupted(temporary_.c_str());
+        file_ = std::fopen(temporary_.c_str(), "wbx");
+    }
+    if (file_ == nullptr)
+    {
+        Fail(errno);
     }
 }
 
 void OutputFile::Write(const void* bytes, std::size_t count)
 {
+    if (file_ == nullptr)
+    {
+        Open();
+    }
     if (std::fwrite(bytes, 1, count, file_) != count)
     {
-        Fail();
+        Fail(errno);
     }
 }
 
 void OutputFile::Commit()
 {
+    if (file_ == nullptr)
+    {
+        Open();
+    }
     if (std::fflush(file_) != 0)
     {
-        Fail();
+        Fail(errno);
     }
-    if (IsStandardOutput())
+    if (kind_ == Kind::StandardOutput)
     {
         return;
     }
-    if (std::fclose(std::exchange(file_, nullptr)) != 0 ||
-        std::rename(temporary_.c_str(), path_.c_str()) != 0)
+    if (std::fclose(std::exchange(file_, nullptr)) != 0)
     {
-        Fail();
+        Fail(errno);
     }
-    temporary_.clear();
+    if (kind_ == Kind::Regular)
+    {
+        if (std::rename(temporary_.c_str(), target_.c_str()) != 0)
+        {
+            Fail(errno);
+        }
+        temporary_.clear();
+        RemoveWhenInterrupted(nullptr);
+    }
 }
 
-void OutputFile::Fail() const
+void OutputFile::Fail(int error) const
 {
-    throw Failure((IsStandardOutput() ? "standard output" : path_) + ": " + std::strerror(errno));
+    throw Failure((kind_ == Kind::StandardOutput ? "standard output" : path_) + ": " +
+                  std::strerror(error));
 }

@@ -5,30 +5,40 @@
 #include <cstdio>
 #include <string>
 
-/// A file that appears only when it is complete: it is written beside its place under another name
-/// and renamed by Commit. Destroyed without that, it leaves nothing behind. The path "-" is
-/// standard output.
+/// What a command puts out: the path "-" is standard output; any other a file that appears only
+/// when it is complete. It is written beside its place under another name and renamed by Commit;
+/// destroyed without that, or interrupted, it leaves what was there before. A symbolic link stays
+/// and the file that it leads to is replaced; a device or pipe is written to as it is.
 class OutputFile
 {
 public:
-    /// Throws Failure when the file cannot be made.
+    /// Makes sure that the file can be made, leaving nothing. Throws Failure when it cannot.
     explicit OutputFile(std::string path);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    /// Throws Failure when the bytes cannot be written.
+    /// The first call opens the file. Throws Failure when the bytes cannot be written.
     void Write(const void* bytes, std::size_t count);
 
     /// Puts the file in its place. Throws Failure when the system refuses.
     void Commit();
 
-    bool IsStandardOutput() const { return path_ == "-"; }
-
 private:
-    [[noreturn]] void Fail() const;
+    enum class Kind
+    {
+        StandardOutput,
+        Device,  // or a pipe: there is no place to put a file in
+        Regular
+    };
 
-    std::string path_;
+    void CheckTarget() const;
+    void Open();
+    [[noreturn]] void Fail(int error) const;
+
+    std::string path_;    // as the user names it
+    std::string target_;  // where that leads
     std::string temporary_;
+    Kind kind_ = Kind::Regular;
     std::FILE* file_ = nullptr;
 };

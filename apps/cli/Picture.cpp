@@ -20,7 +20,17 @@ struct PngTarget
 {
     OutputFile& file;
     std::exception_ptr error;
+    std::string complaint;
 };
+
+// Instead of libpng's own, which prints.
+void JumpOut(png_structp png, png_const_charp complaint)
+{
+    static_cast<PngTarget*>(png_get_error_ptr(png))->complaint = complaint;
+    png_longjmp(png, 1);
+}
+
+void IgnoreWarning(png_structp, png_const_charp) {}
 
 void WritePngBytes(png_structp png, png_bytep bytes, png_size_t count)
 {
@@ -41,13 +51,14 @@ void WritePngBytes(png_structp png, png_bytep bytes, png_size_t count)
 
 void SavePng(const Picture& picture, OutputFile& file)
 {
-    PngTarget target{file, nullptr};
+    PngTarget target{file, nullptr, {}};
     std::vector<png_bytep> rows;
     for (int y = 0; y < picture.height; ++y)
     {
         rows.push_back(const_cast<png_bytep>(picture.Row(y)));
     }
-    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_structp png =
+        png_create_write_struct(PNG_LIBPNG_VER_STRING, &target, JumpOut, IgnoreWarning);
     png_infop info = png != nullptr ? png_create_info_struct(png) : nullptr;
     if (info == nullptr)
     {
@@ -61,7 +72,7 @@ void SavePng(const Picture& picture, OutputFile& file)
         {
             std::rethrow_exception(target.error);
         }
-        throw Failure("PNG writer: the picture cannot be encoded");
+        throw Failure("PNG writer: " + target.complaint);
     }
     png_set_write_fn(png, &target, WritePngBytes, nullptr);
     png_set_IHDR(png, info, picture.width, picture.height, 8, PNG_COLOR_TYPE_RGB,
@@ -83,10 +94,6 @@ void SaveBmp(const Picture& picture, OutputFile& file)
             header[at + i] = static_cast<std::uint8_t>(value >> (8 * i));
         }
     };
-    if (imageSize > 0xFFFFFFFFu - header.size())
-    {
-        throw Failure("a BMP file cannot be larger than 4 GiB; write a PNG");
-    }
     header[0] = 'B';
     header[1] = 'M';
     put(2, static_cast<std::uint32_t>(header.size() + imageSize), 4);
@@ -132,12 +139,11 @@ PictureFormat FormatOf(const std::string& path)
     {
         return PictureFormat::Bmp;
     }
-    throw UsageError(path + ": expected a name that ends in .png or .bmp");
+    throw UsageError("--output: expected a name that ends in .png or .bmp, found \"" + path + "\"");
 }
 
-void SavePicture(const Picture& picture, const std::string& path, PictureFormat format)
+void SavePicture(const Picture& picture, PictureFormat format, OutputFile& file)
 {
-    OutputFile file(path);
     if (format == PictureFormat::Png)
     {
         SavePng(picture, file);

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+class OutputFile;
+
 /// A finished picture: rows from the top, each pixel red, green, blue, rows tightly packed.
 struct Picture
 {
@@ -26,5 +28,5 @@ enum class PictureFormat
 /// Throws UsageError for a name with another ending.
 PictureFormat FormatOf(const std::string& path);
 
-/// Writes the picture under that name, all or nothing. Throws Failure.
-void SavePicture(const Picture& picture, const std::string& path, PictureFormat format);
+/// Writes the picture and commits the file. Throws Failure.
+void SavePicture(const Picture& picture, PictureFormat format, OutputFile& file);

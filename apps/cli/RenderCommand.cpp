@@ -3,6 +3,7 @@
 #include "apps/cli/Commands.h"
 #include "apps/cli/Errors.h"
 #include "apps/cli/FontChoice.h"
+#include "apps/cli/OutputFile.h"
 #include "apps/cli/Picture.h"
 #include "apps/cli/Renderer.h"
 #include "apps/cli/Terminal.h"
@@ -12,32 +13,58 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
-#include <map>
 #include <memory>
+#include <optional>
 #include <sstream>
 
 namespace
 {
 
+// In the order of TextLook's values.
+const std::vector<std::string> styles = {"square", "bevel", "round"};
+const std::vector<std::string> places = {"front", "back", "both"};
+const std::vector<std::string> sides = {"left", "center", "right"};
+
+int IndexOf(const std::vector<std::string>& names, const std::string& name)
+{
+    return static_cast<int>(std::find(names.begin(), names.end(), name) - names.begin());
+}
+
+std::string Alternatives(const std::vector<std::string>& names)
+{
+    std::string text;
+    for (const std::string& name : names)
+    {
+        text += (text.empty() ? "" : "|") + name;
+    }
+    return text;
+}
+
 struct RenderOptions
 {
-    std::vector<std::string> lines;
+    std::vector<std::string> texts;
     std::string textFile;
     std::string output;
-    std::string font;
-    std::string faceColor;
-    std::string edgeColor;
-    std::string bevelColor;
-    std::string background = "#141a2b";
+    std::optional<std::string> font;
+    std::string style = "bevel";
+    std::string bevelOn = "both";
+    std::string align = "center";
+    std::string bevel = "0.035";
+    std::string depth = "0.3";
+    std::string characterSpacing = "0";
+    std::string lineSpacing = "0";
+    std::string faceColor = "#f2b333";
+    std::optional<std::string> edgeColor;
+    std::optional<std::string> bevelColor;
+    std::string background = defaultBackground;
     std::string size = "1280x720";
     std::string turn = "10,22,0";
     bool outline = false;
     int samples = 0;
-    TextLook look;
 };
 
 double ParseNumber(const std::string& option, const std::string& text)
@@ -55,6 +82,19 @@ double ParseNumber(const std::string& option, const std::string& text)
     if (used != text.size() || !std::isfinite(value))
     {
         throw UsageError(option + ": \"" + text + "\" is not a number");
+    }
+    return value;
+}
+
+double ParseNumber(const std::string& option, const std::string& text, double least, double most)
+{
+    const double value = ParseNumber(option, text);
+    if (value < least || value > most)
+    {
+        std::ostringstream message;
+        message << option << ": expected a number from " << least << " to " << most << ", found "
+                << text;
+        throw UsageError(message.str());
     }
     return value;
 }
@@ -97,78 +137,86 @@ void ParseSize(const std::string& text, PictureSettings& settings)
     }
 }
 
-std::vector<std::string> ReadLines(const std::string& path)
+TextLook ParseLook(const RenderOptions& options)
 {
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
+    TextLook look;
+    look.style = static_cast<TextLook::Style>(IndexOf(styles, options.style));
+    look.bevelOn = static_cast<TextLook::BevelOn>(IndexOf(places, options.bevelOn));
+    look.align = static_cast<TextLook::Align>(IndexOf(sides, options.align));
+    look.bevelWidth = ParseNumber("--bevel", options.bevel, 0, 100);
+    look.depth = ParseNumber("--depth", options.depth, 0, 100);
+    look.characterSpacing = ParseNumber("--char-spacing", options.characterSpacing, -100, 100);
+    look.lineSpacing = ParseNumber("--line-spacing", options.lineSpacing, -100, 100);
+    look.faceColor = ParseColor("--face-color", options.faceColor);
+    if (options.edgeColor)
     {
-        throw Failure(path + ": cannot be opened");
+        look.edgeColor = ParseColor("--edge-color", *options.edgeColor);
     }
+    if (options.bevelColor)
+    {
+        look.bevelColor = ParseColor("--bevel-color", *options.bevelColor);
+    }
+    return look;
+}
+
+std::vector<std::string> GatherLines(const RenderOptions& options)
+{
     std::vector<std::string> lines;
-    for (std::string line; std::getline(in, line);)
+    for (const std::string& text : options.texts)
     {
-        if (line.ends_with('\r'))
+        const std::vector<std::string> more = SplitLines(text);
+        lines.insert(lines.end(), more.begin(), more.end());
+        if (more.empty())
         {
-            line.pop_back();
+            lines.emplace_back();
         }
-        lines.push_back(line);
     }
-    if (in.bad())
+    if (!options.textFile.empty())
     {
-        throw Failure(path + ": cannot be read");
-    }
-    if (!lines.empty() && lines.front().starts_with("\xEF\xBB\xBF"))
-    {
-        lines.front().erase(0, 3);
+        const std::vector<std::string> more = ReadLines(options.textFile);
+        lines.insert(lines.end(), more.begin(), more.end());
     }
     return lines;
 }
 
-void Render(RenderOptions options)
+void Render(const RenderOptions& options)
 {
+    // First what is wrong with the command line, then what is wrong with the world, cheapest first.
     const PictureFormat format = FormatOf(options.output);
     PictureSettings settings;
     ParseSize(options.size, settings);
-    settings.background = ParseColor(options.background);
+    settings.background = ParseColor("--background", options.background);
     settings.outline = options.outline;
     settings.samples = options.samples;
     settings.progress = [](double done) {
         ShowProgress("Drawing " + std::to_string(static_cast<int>(done * 100)) + " %");
     };
-    if (!options.faceColor.empty())
+    if (settings.background.alpha < 1)
     {
-        options.look.faceColor = ParseColor(options.faceColor);
+        throw UsageError("--background: a picture is not transparent, found \"" +
+                         options.background + "\"");
     }
-    if (!options.edgeColor.empty())
-    {
-        options.look.edgeColor = ParseColor(options.edgeColor);
-    }
-    if (!options.bevelColor.empty())
-    {
-        options.look.bevelColor = ParseColor(options.bevelColor);
-    }
+    const TextLook look = ParseLook(options);
     const std::array<double, 3> turn = ParseTurn(options.turn);
-
-    if (!options.textFile.empty())
-    {
-        const std::vector<std::string> more = ReadLines(options.textFile);
-        options.lines.insert(options.lines.end(), more.begin(), more.end());
-    }
-    if (options.lines.empty())
+    if (options.texts.empty() && options.textFile.empty())
     {
         throw UsageError("render: no text given");
     }
 
-    const CString text = ChooseCodePage(options.lines);  // before the fonts, which take it over
+    OutputFile file(options.output);
+    const CString text = ChooseCodePage(GatherLines(options));  // before the fonts take it over
     LoadFonts();
-    const auto node = MakeTextNode(text, ChooseFont(options.font), options.look);
+    OrvFont* const font = ChooseFont(options.font);
+    CheckCharacters(*font, text);
+    const auto node = MakeTextNode(text, font, look);
     node->Rotate(turn[2], DVector(0.0, 0.0, 1.0));
     node->Rotate(turn[1], DVector(0.0, 1.0, 0.0));
     node->Rotate(turn[0], DVector(1.0, 0.0, 0.0));
 
     const Picture picture = RenderPicture(*node, settings);
+    ShowProgress("Writing");
+    SavePicture(picture, format, file);
     ClearProgress();
-    SavePicture(picture, options.output, format);
 }
 
 }  // namespace
@@ -178,57 +226,60 @@ void AddRenderCommand(CLI::App& app)
     CLI::App& command = *app.add_subcommand("render", "Draw lines of text as solid letters");
     const auto options = std::make_shared<RenderOptions>();
     RenderOptions& o = *options;
+    const auto option = [&command](const char* name, auto& value, const char* type,
+                                   const char* description) {
+        return command.add_option(name, value, description)->option_text(type);
+    };
+    // With its default, which is shown in the help text.
+    const auto choice = [&option](const char* name, std::string& value, const std::string& type,
+                                  const char* description) {
+        return option(name, value, (type + " [" + value + "]").c_str(), description);
+    };
 
-    command.add_option("TEXT", o.lines, "The text, in UTF-8; each argument is a line");
+    // Taken as they are: "expected" without "extra arguments" keeps CLI11 from reading "[a,b]" and
+    // "{}" as lists. The text of a solid is anything.
     command
-        .add_option("-o,--output", o.output,
-                    "The picture: .png or .bmp; - is PNG to standard output")
+        .add_option("TEXT", CLI::callback_t([&o](const CLI::results_t& texts) {
+                        o.texts = texts;
+                        return true;
+                    }),
+                    "Each argument is a line, in UTF-8; put -- before\nlines that begin with -")
+        ->expected(CLI::detail::expected_max_vector_size)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->option_text("...");
+    option("--text-file", o.textFile, "FILE", "More lines, in UTF-8, after those given as TEXT");
+    option("-o,--output", o.output, "FILE",
+           "The picture, PNG or BMP by its name; - is PNG to\n"
+           "standard output. Required")
         ->required();
-    command.add_option("--text-file", o.textFile, "Take (more) lines from a file");
-    command.add_option("--font", o.font,
-                       "Full name of an installed font, as \"orvane fonts\" lists it");
+    choice("--size", o.size, "WxH", "Width and height in pixels, each at most 16384");
+    choice("--background", o.background, "COLOR", "What is behind the text");
 
-    const std::map<std::string, TextLook::Style> styles = {
-        {"square", TextLook::square}, {"bevel", TextLook::bevel}, {"round", TextLook::round}};
-    command
-        .add_option("--style", o.look.style, "How edges are cut: square, bevel (default) or round")
-        ->transform(CLI::CheckedTransformer(styles))
-        ->option_text("square|bevel|round");
-    const std::map<std::string, TextLook::BevelOn> places = {
-        {"front", TextLook::front}, {"back", TextLook::back}, {"both", TextLook::both}};
-    command.add_option("--bevel-on", o.look.bevelOn, "Which faces have the bevel")
-        ->transform(CLI::CheckedTransformer(places))
-        ->option_text("front|back|both");
-    const std::map<std::string, TextLook::Align> sides = {
-        {"left", TextLook::left}, {"center", TextLook::center}, {"right", TextLook::right}};
-    command.add_option("--align", o.look.align, "How lines are set against each other")
-        ->transform(CLI::CheckedTransformer(sides))
-        ->option_text("left|center|right");
-
-    command.add_option("--bevel", o.look.bevelWidth, "Width of the bevel or rounding, in ems")
-        ->check(CLI::Range(0.0, 10.0))
-        ->capture_default_str();
-    command.add_option("--depth", o.look.depth, "Depth of the letters, in ems")
-        ->check(CLI::Range(0.0, 100.0))
-        ->capture_default_str();
-    command
-        .add_option("--char-spacing", o.look.characterSpacing, "Space between characters, in ems")
-        ->check(CLI::Range(-10.0, 100.0));
-    command.add_option("--line-spacing", o.look.lineSpacing, "Space between lines, in ems")
-        ->check(CLI::Range(-10.0, 100.0));
-    command.add_option("--face-color", o.faceColor, "Front and back: a name, #rgb or #rrggbb");
-    command.add_option("--edge-color", o.edgeColor, "Sides; darker than the face when not given");
-    command.add_option("--bevel-color", o.bevelColor,
-                       "Bevels; lighter than the face when not given");
-    command.add_option("--background", o.background, "Behind the text")->capture_default_str();
-    command.add_option("--turn", o.turn, "Turn about the three axes, X,Y,Z in degrees")
-        ->capture_default_str();
-    command.add_option("--size", o.size, "Width and height in pixels")->capture_default_str();
+    option("--font", o.font, "NAME",
+           "Full name as \"orvane fonts\" lists it\n"
+           "[DejaVu Sans Bold, else what there is]");
+    choice("--style", o.style, Alternatives(styles), "How the edges are cut")
+        ->check(CLI::IsMember(styles));
+    choice("--bevel", o.bevel, "D",
+           "Width of bevels and roundings in ems; at most the\n"
+           "depth, or half of it with bevels on both faces");
+    choice("--bevel-on", o.bevelOn, Alternatives(places), "Which faces have them")
+        ->check(CLI::IsMember(places));
+    choice("--depth", o.depth, "D", "Depth of the letters in ems");
+    choice("--align", o.align, Alternatives(sides), "How lines stand to each other")
+        ->check(CLI::IsMember(sides));
+    choice("--char-spacing", o.characterSpacing, "D", "More space between characters, in ems");
+    choice("--line-spacing", o.lineSpacing, "D", "More space between lines, in ems");
+    choice("--face-color", o.faceColor, "COLOR",
+           "Front and back: a name (gold, navy, ...), #rgb,\n#rrggbb or #rrggbbaa");
+    option("--edge-color", o.edgeColor, "COLOR", "Sides [darker than the face]");
+    option("--bevel-color", o.bevelColor, "COLOR", "Bevels [lighter than the face]");
+    choice("--turn", o.turn, "X,Y,Z", "Degrees about each axis: z first, then y, then x");
+    command.add_flag("--outline", o.outline, "Wires in the face's colour, not solids");
     command
         .add_option("--samples", o.samples,
-                    "Samples per pixel and direction; 0 chooses by the size")
-        ->check(CLI::Range(0, 4))
-        ->capture_default_str();
-    command.add_flag("--outline", o.outline, "Draw the letters as wires");
+                    "Samples per pixel in each direction, 1 to 4;\n0 chooses by the size")
+        ->option_text("N [0]")
+        ->check(CLI::Range(0, 4));
     command.callback([options] { Render(*options); });
 }

@@ -37,14 +37,15 @@ void Place(DrawingObject& root, std::unique_ptr<OrvFontString> node, double x, d
 void DrawShowcase(const std::string& output, PictureSettings settings)
 {
     const PictureFormat format = FormatOf(output);
+    OutputFile file(output);
     LoadFonts();
-    OrvFont* const font = ChooseFont("");
+    OrvFont* const font = ChooseFont(std::nullopt);
 
     DrawingObject root;
     TextLook look;
     look.style = TextLook::round;
     look.bevelWidth = 0.05;
-    look.faceColor = ParseColor("gold");
+    look.faceColor = ParseColor("gold", "gold");
     auto title = MakeTextNode("Orvane", font, look);
     title->CalculateBounds();
     const double width = title->GetScaledDimensions().x;
@@ -60,7 +61,7 @@ void DrawShowcase(const std::string& output, PictureSettings settings)
     {
         look.style = words[i].style;
         look.bevelWidth = 0.045;
-        look.faceColor = ParseColor(words[i].color);
+        look.faceColor = ParseColor(words[i].text, words[i].color);
         nodes[i] = MakeTextNode(words[i].text, font, look);
         nodes[i]->SetScaleBevels();
         nodes[i]->CalculateBounds();
@@ -77,7 +78,7 @@ void DrawShowcase(const std::string& output, PictureSettings settings)
 
     root.Rotate(20, DVector(0.0, 1.0, 0.0));
     root.Rotate(9, DVector(1.0, 0.0, 0.0));
-    SavePicture(RenderPicture(root, settings), output, format);
+    SavePicture(RenderPicture(root, settings), format, file);
 }
 
 }  // namespace
@@ -89,7 +90,7 @@ void AddShowcaseCommand(CLI::App& app)
     command.add_option("-o,--output", *output, "The picture: .png or .bmp")->required();
     command.callback([output] {
         PictureSettings settings;
-        settings.background = ParseColor("#141a2b");
+        settings.background = ParseColor("background", defaultBackground);
         DrawShowcase(*output, settings);
     });
 }

@@ -3,57 +3,98 @@
 
 #include "apps/cli/Commands.h"
 #include "apps/cli/Errors.h"
+#include "apps/cli/OutputFile.h"
 #include "apps/cli/Terminal.h"
+#include "platform/Process.h"
 
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
 #include <exception>
+#include <new>
+#include <sstream>
+#include <string>
 
 namespace
 {
 
 constexpr int couldNotBeDone = 1;
 constexpr int wrongUsage = 2;
+constexpr int helpColumn = 40;
 
-int Complain(const std::exception& error, int status)
+int Complain(const std::string& message, int status)
 {
     ClearProgress();
-    std::fprintf(stderr, "orvane: %s\n", error.what());
+    std::fprintf(stderr, "orvane: %s\n", message.c_str());
     return status;
+}
+
+int ComplainAboutUsage(const CLI::App& app, const std::string& message)
+{
+    const auto chosen = app.get_subcommands();
+    const std::string name = chosen.empty() ? "" : " " + chosen.front()->get_name();
+    return Complain(message + "\n\"orvane" + name + " --help\" shows what is possible", wrongUsage);
+}
+
+/// Prints what --help or --version asks for.
+void Answer(const CLI::App& app, const CLI::Success& question)
+{
+    std::ostringstream text;
+    app.exit(question, text, text);
+    const std::string answer = text.str();
+    OutputFile output("-");
+    output.Write(answer.data(), answer.size());
+    output.Commit();
+}
+
+int Run(CLI::App& app, int argc, char** argv)
+{
+    try
+    {
+        app.parse(argc, argv);
+        if (app.get_subcommands().empty())
+        {
+            throw UsageError("a subcommand is needed: render, fonts or showcase");
+        }
+    }
+    catch (const CLI::Success& question)
+    {
+        Answer(app, question);
+    }
+    catch (const CLI::ParseError& error)
+    {
+        return ComplainAboutUsage(app, error.what());
+    }
+    catch (const UsageError& error)
+    {
+        return ComplainAboutUsage(app, error.what());
+    }
+    return 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv)
 {
-    CLI::App app("Turns text into solid letters and draws them.", "orvane");
-    app.require_subcommand(1);
-    app.set_version_flag("--version", ORVANE_VERSION);
-    AddRenderCommand(app);
-    AddFontsCommand(app);
-    AddShowcaseCommand(app);
-
+    PrepareProcess();
     try
     {
-        app.parse(argc, argv);
+        CLI::App app("Turns text into solid letters and draws them.", "orvane");
+        // At most one: the names of the others are ordinary text after it.
+        app.require_subcommand(0, 1);
+        app.set_version_flag("--version", ORVANE_VERSION);
+        app.get_formatter()->column_width(helpColumn);
+        AddRenderCommand(app);
+        AddFontsCommand(app);
+        AddShowcaseCommand(app);
+        return Run(app, argc, argv);
     }
-    catch (const CLI::Success& help)
+    catch (const std::bad_alloc&)
     {
-        return app.exit(help);
-    }
-    catch (const CLI::ParseError& error)
-    {
-        app.exit(error);
-        return wrongUsage;
-    }
-    catch (const UsageError& error)
-    {
-        return Complain(error, wrongUsage);
+        return Complain("out of memory", couldNotBeDone);
     }
     catch (const std::exception& error)
     {
-        return Complain(error, couldNotBeDone);
+        return Complain(error.what(), couldNotBeDone);
     }
-    return 0;
 }
