@@ -236,15 +236,16 @@ void AddRenderCommand(CLI::App& app)
         return option(name, value, (type + " [" + value + "]").c_str(), description);
     };
 
-    // Taken as they are: "expected" without "extra arguments" keeps CLI11 from reading "[a,b]" and
-    // "{}" as lists. The text of a solid is anything.
+    // CLI11 reads "[a,b]" as a list where it allows extra arguments; so the texts are all expected.
+    // TextThatLooksLikeAnythingElseIsText holds this.
     command
         .add_option("TEXT", CLI::callback_t([&o](const CLI::results_t& texts) {
                         o.texts = texts;
                         return true;
                     }),
                     "Each argument is a line, in UTF-8; put -- before\nlines that begin with -")
-        ->expected(CLI::detail::expected_max_vector_size)
+        ->expected(most, most)
+        ->allow_extra_args(false)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->option_text("...");
     option("--text-file", o.textFile, "FILE", "More lines, in UTF-8, after those given as TEXT");

@@ -1,0 +1,261 @@
+// SPDX-License-Identifier: MIT
+// Lists of fonts, and fonts by their names.
+
+#include "tests/support/DecodedPicture.h"
+#include "tests/support/ToolRun.h"
+
+#include <algorithm>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace
+{
+
+std::vector<std::string> LinesOf(const std::string& text)
+{
+    std::vector<std::string> lines;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);)
+    {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+std::vector<std::string> ListFonts(const std::vector<std::string>& arguments = {})
+{
+    ToolFolder folder;
+    std::vector<std::string> command = {"fonts"};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    const ToolResult result = folder.Run(command);
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.err, "");
+    return LinesOf(result.out);
+}
+
+/// Reads a JSON text by the grammar, strictly, and collects the values of the keys "name".
+class JsonReader
+{
+public:
+    explicit JsonReader(const std::string& text) : at_(text.c_str()), end_(at_ + text.size()) {}
+
+    bool ReadAll()
+    {
+        const bool whole = Value();
+        Space();
+        return whole && at_ == end_;
+    }
+
+    std::vector<std::string> names;
+
+private:
+    void Space()
+    {
+        while (at_ != end_ && std::strchr(" \t\r\n", *at_) != nullptr)
+        {
+            ++at_;
+        }
+    }
+
+    bool Take(const char* token)
+    {
+        Space();
+        const std::size_t length = std::strlen(token);
+        const bool there = static_cast<std::size_t>(end_ - at_) >= length &&
+                           std::equal(token, token + length, at_);
+        at_ += there ? length : 0;
+        return there;
+    }
+
+    bool Text(std::string& text)
+    {
+        if (!Take("\""))
+        {
+            return false;
+        }
+        for (; at_ != end_ && *at_ != '"'; ++at_)
+        {
+            if (static_cast<unsigned char>(*at_) < 0x20)
+            {
+                return false;
+            }
+            if (*at_ == '\\' && (++at_ == end_ || std::strchr("\"\\/bfnrtu", *at_) == nullptr))
+            {
+                return false;
+            }
+            text += *at_;
+        }
+        return Take("\"");
+    }
+
+    bool Number()
+    {
+        Space();
+        char* after = nullptr;
+        std::strtod(at_, &after);
+        const bool number = after != at_;
+        at_ = after;
+        return number;
+    }
+
+    bool Items(bool (JsonReader::*item)(), const char* close)
+    {
+        if (Take(close))
+        {
+            return true;
+        }
+        do
+        {
+            if (!(this->*item)())
+            {
+                return false;
+            }
+        } while (Take(","));
+        return Take(close);
+    }
+
+    bool Member()
+    {
+        std::string key;
+        if (!Text(key) || !Take(":"))
+        {
+            return false;
+        }
+        if (key != "name")
+        {
+            return Value();
+        }
+        return Text(names.emplace_back());
+    }
+
+    bool Value()
+    {
+        std::string text;
+        return Take("true") || Take("false") || Take("null") ||
+               (Take("[")   ? Items(&JsonReader::Value, "]")
+                : Take("{") ? Items(&JsonReader::Member, "}")
+                            : Text(text) || Number());
+    }
+
+    const char* at_;
+    const char* end_;
+};
+
+TEST(ToolFonts, AreListedOneALineInTheOrderOfTheirBytes)
+{
+    const std::vector<std::string> fonts = ListFonts();
+    EXPECT_NE(std::find(fonts.begin(), fonts.end(), "DejaVu Sans Bold"), fonts.end());
+    EXPECT_NE(std::find(fonts.begin(), fonts.end(), "DejaVu Sans"), fonts.end());
+    EXPECT_TRUE(std::is_sorted(fonts.begin(), fonts.end()));
+    EXPECT_EQ(std::adjacent_find(fonts.begin(), fonts.end()), fonts.end());
+}
+
+TEST(ToolFonts, AFilterIsAPartOfTheNameInEitherCase)
+{
+    const std::vector<std::string> fonts = ListFonts();
+    std::vector<std::string> bold;
+    std::copy_if(fonts.begin(), fonts.end(), std::back_inserter(bold),
+                 [](const std::string& name) { return name.find("Bold") != std::string::npos; });
+    EXPECT_FALSE(bold.empty());
+    EXPECT_LT(bold.size(), fonts.size());
+    EXPECT_EQ(ListFonts({"bold"}), bold);
+    EXPECT_EQ(ListFonts({"BOLD"}), bold);
+    EXPECT_EQ(ListFonts({""}), fonts);
+    EXPECT_TRUE(ListFonts({"no such font"}).empty());
+}
+
+TEST(ToolFonts, JsonHasTheSameNamesInTheSameOrder)
+{
+    for (const std::string filter : {"", "mono", "no such font"})
+    {
+        ToolFolder folder;
+        const ToolResult result = folder.Run({"fonts", "--json", filter});
+        EXPECT_EQ(result.status, 0);
+        JsonReader reader(result.out);
+        EXPECT_TRUE(reader.ReadAll()) << result.out;
+        EXPECT_EQ(reader.names, ListFonts({filter}));
+    }
+}
+
+TEST(ToolFonts, JsonSaysWhatAFaceIs)
+{
+    ToolFolder folder;
+    const ToolResult result = folder.Run({"fonts", "--json", "DejaVu Sans Bold Oblique"});
+    EXPECT_EQ(result.out,
+              "[\n  {\"name\": \"DejaVu Sans Bold Oblique\", \"family\": \"DejaVu Sans\", "
+              "\"style\": \"Bold Oblique\", \"weight\": 700, \"italic\": true}\n]\n");
+}
+
+TEST(ToolFonts, OnlyWhatIsInstalledIsListed)
+{
+    ToolFolder folder;
+    folder.UseFonts({ORVANE_TEST_DATA "/EdgeTest.ttf"});
+    EXPECT_EQ(folder.Run({"fonts"}).out, "Edge Test Regular\n");
+    EXPECT_EQ(folder.Run({"render", "A", "-o", "x.png"}).status, 0);  // the first there is
+}
+
+TEST(ToolFonts, WithoutFontsListsAreEmptyAndPicturesStatus1)
+{
+    ToolFolder folder;
+    folder.UseFonts({});
+    const ToolResult list = folder.Run({"fonts"});
+    EXPECT_EQ(list.status, 0);
+    EXPECT_EQ(list.out, "");
+    EXPECT_EQ(folder.Run({"fonts", "--json"}).out, "[]\n");
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"render", "x", "-o", "x.png"},
+          {"render", "x", "-o", "x.png", "--font", "DejaVu Sans"},
+          {"showcase", "-o", "x.png"}})
+    {
+        const ToolResult result = folder.Run(arguments);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.err,
+                  "orvane: fonts: no TrueType font is installed (try the package "
+                  "fonts-dejavu-core)\n");
+        EXPECT_TRUE(folder.Names().empty());
+    }
+}
+
+TEST(ToolFonts, AnUnknownOneIsStatus1AndNearNamesAreSuggested)
+{
+    ToolFolder folder;
+    const ToolResult nothing = folder.Run({"render", "--font", "No Such Font", "x", "-o", "x.png"});
+    EXPECT_EQ(nothing.status, 1);
+    const std::vector<std::string> lines = LinesOf(nothing.err);
+    ASSERT_GE(lines.size(), 3u);
+    EXPECT_EQ(lines[0], "orvane: font \"No Such Font\": not installed; near names:");
+    const std::vector<std::string> fonts = ListFonts();
+    for (std::size_t i = 1; i + 1 < lines.size(); ++i)
+    {
+        EXPECT_NE(std::find(fonts.begin(), fonts.end(), lines[i].substr(2)), fonts.end());
+    }
+    EXPECT_TRUE(folder.Names().empty());
+
+    // The nearest comes first: by what it contains, else by the fewest changes.
+    const auto nearest = [&folder](const std::string& name) {
+        return LinesOf(folder.Run({"render", "--font", name, "x", "-o", "x.png"}).err).at(1);
+    };
+    EXPECT_EQ(nearest("DejaVu Sans Bolt"), "  DejaVu Sans Bold");
+    EXPECT_EQ(nearest("Dejavu Serif Itallic"), "  DejaVu Serif Italic");
+    EXPECT_EQ(nearest("Math"), "  DejaVuMathTeXGyre-Regular");
+    EXPECT_EQ(nearest(""), "  " + fonts.front());
+}
+
+TEST(ToolFonts, LetterCaseOfANameDoesNotMatter)
+{
+    ToolFolder folder;
+    const auto draw = [&folder](const std::vector<std::string>& font) {
+        std::vector<std::string> arguments = {"render", "Rg", "-o", "x.png", "--size", "80x45"};
+        arguments.insert(arguments.end(), font.begin(), font.end());
+        EXPECT_EQ(folder.Run(arguments).status, 0);
+        return DecodePng(folder.Read("x.png"));
+    };
+    const DecodedPicture serif = draw({"--font", "DejaVu Serif"});
+    EXPECT_EQ(draw({"--font", "dejavu SERIF"}), serif);
+    const DecodedPicture bold = draw({"--font", "DejaVu Sans Bold"});
+    EXPECT_NE(bold, serif);
+    EXPECT_EQ(draw({}), bold);  // the default
+}
+
+}  // namespace

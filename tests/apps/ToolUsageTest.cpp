@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+// What the command line may say, and what the tool answers when it says something else.
+
+#include "tests/support/ToolRun.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <regex>
+#include <set>
+
+namespace
+{
+
+/// A command line that makes no sense, and what the message must name.
+struct Misuse
+{
+    const char* name;
+    std::vector<std::string> arguments;
+    std::string named;
+};
+
+class ToolMisuse : public testing::TestWithParam<Misuse>
+{};
+
+TEST_P(ToolMisuse, IsStatus2WithAMessageAndNoFile)
+{
+    ToolFolder folder;
+    const ToolResult result = folder.Run(GetParam().arguments);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_NE(result.err.find(GetParam().named), std::string::npos) << result.err;
+    EXPECT_EQ(result.err.substr(0, 8), "orvane: ");
+    EXPECT_EQ(result.out, "");
+    EXPECT_TRUE(folder.Names().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, ToolMisuse,
+    testing::Values(
+        Misuse{"NoSubcommand", {}, "subcommand"},
+        Misuse{"UnknownSubcommand", {"draw", "x", "-o", "x.png"}, "draw"},
+        Misuse{"UnknownOption", {"render", "x", "-o", "x.png", "--shiny"}, "--shiny"},
+        Misuse{"UnknownOptionOfFonts", {"fonts", "--xml"}, "--xml"},
+        Misuse{"UnknownStyle", {"render", "x", "-o", "x.png", "--style", "oval"}, "oval"},
+        Misuse{"StyleByNumber", {"render", "x", "-o", "x.png", "--style", "1"}, "--style"},
+        Misuse{"UnknownBevelOn", {"render", "x", "-o", "x.png", "--bevel-on", "side"}, "side"},
+        Misuse{"UnknownAlign", {"render", "x", "-o", "x.png", "--align", "justify"}, "justify"},
+        Misuse{"UnknownFormat", {"render", "x", "-o", "x.gif"}, "x.gif"},
+        Misuse{"NoFormat", {"render", "x", "-o", "picture"}, "picture"},
+        Misuse{"EmptyOutput", {"render", "x", "-o", ""}, "--output"},
+        Misuse{"MissingOutput", {"render", "x"}, "--output"},
+        Misuse{"MissingOutputOfShowcase", {"showcase"}, "--output"},
+        Misuse{"TwoOutputs", {"render", "x", "-o", "x.png", "-o", "y.png"}, "--output"},
+        Misuse{"MissingText", {"render", "-o", "x.png"}, "no text"},
+        Misuse{"ZeroWidth", {"render", "x", "-o", "x.png", "--size", "0x720"}, "0x720"},
+        Misuse{"ZeroHeight", {"render", "x", "-o", "x.png", "--size", "1280x0"}, "1280x0"},
+        Misuse{"NegativeSize", {"render", "x", "-o", "x.png", "--size", "-5x5"}, "-5x5"},
+        Misuse{"SizeWithoutX", {"render", "x", "-o", "x.png", "--size", "640"}, "640"},
+        Misuse{"SizeWithMore", {"render", "x", "-o", "x.png", "--size", "9x9x9"}, "9x9x9"},
+        Misuse{"SizeBeyondLimit", {"render", "x", "-o", "x.png", "--size", "16385x1"}, "16384"},
+        Misuse{"SizeBeyondInteger",
+               {"render", "x", "-o", "x.png", "--size", "99999999999x1"},
+               "99999999999x1"},
+        Misuse{"TurnOfTwo", {"render", "x", "-o", "x.png", "--turn", "1,2"}, "1,2"},
+        Misuse{"TurnOfFour", {"render", "x", "-o", "x.png", "--turn", "1,2,3,4"}, "1,2,3,4"},
+        Misuse{"TurnOfWords", {"render", "x", "-o", "x.png", "--turn", "a,b,c"}, "\"a\""},
+        Misuse{"BevelIsNoNumber", {"render", "x", "-o", "x.png", "--bevel", "wide"}, "wide"},
+        Misuse{"BevelIsNan", {"render", "x", "-o", "x.png", "--bevel", "nan"}, "nan"},
+        Misuse{"NegativeBevel", {"render", "x", "-o", "x.png", "--bevel", "-0.1"}, "-0.1"},
+        Misuse{"InfiniteDepth", {"render", "x", "-o", "x.png", "--depth", "inf"}, "inf"},
+        Misuse{"NegativeDepth", {"render", "x", "-o", "x.png", "--depth", "-1"}, "--depth"},
+        Misuse{
+            "UnknownColour", {"render", "x", "-o", "x.png", "--face-color", "blurple"}, "blurple"},
+        Misuse{"ColourOfTwoDigits", {"render", "x", "-o", "x.png", "--edge-color", "#ff"}, "#ff"},
+        Misuse{"EmptyColour", {"render", "x", "-o", "x.png", "--bevel-color", ""}, "--bevel-color"},
+        Misuse{"TransparentBackground",
+               {"render", "x", "-o", "x.png", "--background", "#00000080"},
+               "--background"},
+        Misuse{"TooManySamples", {"render", "x", "-o", "x.png", "--samples", "9"}, "--samples"},
+        Misuse{"TwoFilters", {"fonts", "sans", "serif"}, "serif"}),
+    [](const testing::TestParamInfo<Misuse>& info) { return std::string(info.param.name); });
+
+TEST(ToolUsage, HelpAndVersionAreDataOnStandardOutput)
+{
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
+                                                      {"render", "--help"},
+                                                      {"fonts", "-h"},
+                                                      {"showcase", "--help"},
+                                                      {"--version"}})
+    {
+        ToolFolder folder;
+        const ToolResult result = folder.Run(arguments);
+        EXPECT_EQ(result.status, 0) << arguments.front();
+        EXPECT_NE(result.out, "") << arguments.front();
+        EXPECT_EQ(result.err, "") << arguments.front();
+    }
+}
+
+TEST(ToolUsage, WrongUsageIsFoundBeforeTheTextFileIsRead)
+{
+    ToolFolder folder;
+    const ToolResult result =
+        folder.Run({"render", "--text-file", "missing", "-o", "x.png", "--turn", "1"});
+    EXPECT_EQ(result.status, 2);
+}
+
+/// Every option of the help text, by its long name.
+std::set<std::string> OptionsIn(const std::string& text)
+{
+    const std::regex option("--[a-z][a-z-]*[a-z]");
+    std::set<std::string> found;
+    for (auto it = std::sregex_iterator(text.begin(), text.end(), option);
+         it != std::sregex_iterator(); ++it)
+    {
+        found.insert(it->str());
+    }
+    return found;
+}
+
+TEST(ToolUsage, TheDocumentNamesExactlyTheOptionsOfTheHelpTexts)
+{
+    ToolFolder folder;
+    std::string help;
+    for (const char* const command : {"render", "fonts", "showcase"})
+    {
+        help += folder.Run({command, "--help"}).out;
+    }
+    help += folder.Run({"--help"}).out;
+    std::ifstream in(ORVANE_TEST_DATA "/../../docs/tool.md");
+    const std::string document{std::istreambuf_iterator<char>(in),
+                               std::istreambuf_iterator<char>()};
+    EXPECT_EQ(OptionsIn(document), OptionsIn(help));
+}
+
+}  // namespace
