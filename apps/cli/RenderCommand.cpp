@@ -236,6 +236,7 @@ void AddRenderCommand(CLI::App& app)
         return option(name, value, (type + " [" + value + "]").c_str(), description);
     };
 
+    const int most = CLI::detail::expected_max_vector_size;
     // CLI11 reads "[a,b]" as a list where it allows extra arguments; so the texts are all expected.
     // TextThatLooksLikeAnythingElseIsText holds this.
     command
