@@ -8,8 +8,7 @@ IMPLEMENT_SERIAL(NamedView, CObject, VERSIONABLE_SCHEMA | 2)
 NamedView::NamedView(const CString& newName, const CoordinateTransform& newTransform,
                      const ProjectionData& newProjection)
     : name(newName), transform(newTransform), projection(newProjection)
-{
-}
+{}
 
 void NamedView::Serialize(CArchive& archive)
 {
