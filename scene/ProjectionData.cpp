@@ -2,6 +2,7 @@
 #include "scene/ProjectionData.h"
 
 #include "host/RecordVersion.h"
+#include "platform/OpenGL.h"
 
 #include <cmath>
 #include <numbers>
@@ -229,6 +230,13 @@ void ProjectionData::Recalculate()
 {
     CalculateProjectionData();
     CalculateViewProjectionData();
+}
+
+void ProjectionData::ApplyVolume() const
+{
+    const auto setVolume = IsOrthographic() ? glOrtho : glFrustum;
+    setVolume(viewLeft, viewRight, viewBottom, viewTop, zNear, zFar);
+    glViewport(0, 0, static_cast<GLsizei>(viewWidth), static_cast<GLsizei>(viewHeight));
 }
 
 void ProjectionData::Serialize(CArchive& archive)

@@ -93,6 +93,10 @@ public:
     void CalculateProjectionData();
     void CalculateViewProjectionData();
 
+    /// Multiplies the sub-window's volume onto OpenGL's current matrix and sets the viewport to the
+    /// sub-window's size.
+    void ApplyVolume() const;
+
     /// Only the lens and the scale are stored. Loading recomputes the lens length.
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);

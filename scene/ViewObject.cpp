@@ -236,10 +236,7 @@ void ViewObject::ApplyProjection_(DrawingParameters& parameters)
         const double size = parameters.IsAccurateSelection() ? 1.0 : 5.0;
         gluPickMatrix(selectionPoint.x, height - selectionPoint.y, size, size, window);
     }
-    const auto setVolume = lens.IsOrthographic() ? glOrtho : glFrustum;
-    setVolume(lens.GetViewLeft(), lens.GetViewRight(), lens.GetViewBottom(), lens.GetViewTop(),
-              lens.GetZNear(), lens.GetZFar());
-    glViewport(0, 0, width, height);
+    lens.ApplyVolume();
     if (!parameters.IsSelecting())
     {
         glGetIntegerv(GL_VIEWPORT, viewport);
