@@ -31,19 +31,20 @@ constexpr DWORD INVALID_FILE_SIZE = 0xFFFFFFFF;
 /// What CreateFileA returns when it refuses.
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(-1));
 
-/// Opens or makes a file. Sharing, attributes and flags are accepted and mean nothing here; a directory
-/// is refused. \p disposition CREATE_NEW, CREATE_ALWAYS (empties an existing file) or OPEN_EXISTING.
+/// Opens or makes a file. Sharing, attributes and flags are accepted and mean nothing here; a
+/// directory is refused. \p disposition CREATE_NEW, CREATE_ALWAYS (empties an existing file) or
+/// OPEN_EXISTING.
 ORVANE_API HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
                               DWORD disposition, DWORD flagsAndAttributes, HANDLE templateFile);
 ORVANE_API BOOL DeleteFileA(LPCSTR name);
 
-/// The low 32 bits of the file's size, the high ones in \p high when it is given; INVALID_FILE_SIZE when
-/// the handle is no file.
+/// The low 32 bits of the file's size, the high ones in \p high when it is given; INVALID_FILE_SIZE
+/// when the handle is no file.
 ORVANE_API DWORD GetFileSize(HANDLE file, DWORD* high);
 
-/// A mapping of a file, which it keeps open. With a size (two halves) of 0, of the file as long as it is
-/// now, which must not be 0; else a writable file is made that long, and its space is taken on the disk
-/// where the file system can do that. Null when it is refused.
+/// A mapping of a file, which it keeps open. With a size (two halves) of 0, of the file as long as
+/// it is now, which must not be 0; else a writable file is made that long, and its space is taken
+/// on the disk where the file system can do that. Null when it is refused.
 ORVANE_API HANDLE CreateFileMappingA(HANDLE file, SECURITY_ATTRIBUTES* security, DWORD protection,
                                      DWORD sizeHigh, DWORD sizeLow, LPCSTR name);
 
@@ -53,9 +54,5 @@ ORVANE_API LPVOID MapViewOfFile(HANDLE mapping, DWORD access, DWORD offsetHigh, 
 
 /// \param view what MapViewOfFile returned.
 ORVANE_API BOOL UnmapViewOfFile(LPCVOID view);
-
-/// How many bytes from the start of a view lie inside the file as it is now: fewer than were mapped when
-/// the file has become shorter. 0 for anything but a view.
-ORVANE_API std::size_t GetViewSize(LPCVOID view);
 
 #endif

@@ -16,8 +16,8 @@ constexpr UINT GMEM_FIXED = 0x0000;
 constexpr UINT GMEM_MOVEABLE = 0x0002;
 constexpr UINT GMEM_ZEROINIT = 0x0040;
 
-/// A block of \p count bytes, zeroed with GMEM_ZEROINIT; null when there is no memory. Its bytes are
-/// reached through GlobalLock, whatever the flags. Freed with GlobalFree.
+/// A block of \p count bytes, zeroed with GMEM_ZEROINIT; null when there is no memory. Its bytes
+/// are reached through GlobalLock, whatever the flags. Freed with GlobalFree.
 ORVANE_API HGLOBAL GlobalAlloc(UINT flags, std::size_t count);
 /// The block's bytes; null for anything but a block. Locks are counted.
 ORVANE_API LPVOID GlobalLock(HGLOBAL block);

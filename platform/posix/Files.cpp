@@ -4,7 +4,6 @@
 #include "platform/posix/Errors.h"
 #include "platform/posix/FileMapping.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <map>
@@ -41,9 +40,9 @@ std::shared_ptr<void> MapBytes(const FileMapping& mapping, std::uint64_t offset,
     const std::uint64_t page = static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
     const std::size_t lead = static_cast<std::size_t>(offset % page);
     const std::size_t length = lead + count;
-    void* const start = mmap(nullptr, length, writable ? PROT_READ | PROT_WRITE : PROT_READ,
-                             MAP_SHARED, mapping.file->descriptor,
-                             static_cast<off_t>(offset - lead));
+    void* const start =
+        mmap(nullptr, length, writable ? PROT_READ | PROT_WRITE : PROT_READ, MAP_SHARED,
+             mapping.file->descriptor, static_cast<off_t>(offset - lead));
     if (start == MAP_FAILED)
     {
         return nullptr;
@@ -62,18 +61,10 @@ void SetSystemError(const std::string& subject)
     posix::SetError(static_cast<DWORD>(errno), subject + ": " + std::strerror(errno));
 }
 
-struct View
-{
-    std::shared_ptr<void> bytes;
-    std::shared_ptr<posix::File> file;
-    std::uint64_t offset;
-    std::size_t count;
-};
-
 struct Views
 {
     std::mutex mutex;
-    std::map<const void*, View> byStart;
+    std::map<const void*, std::shared_ptr<void>> byStart;
 };
 
 Views& TheViews()
@@ -82,8 +73,8 @@ Views& TheViews()
     return *views;
 }
 
-/// Makes a file as long as that and takes its space on the disk, so that writing to its mapping later
-/// cannot fail. File systems that take no space in advance only get the length.
+/// Makes a file as long as that and takes its space on the disk, so that writing to its mapping
+/// later cannot fail. File systems that take no space in advance only get the length.
 bool SetLengthAndSpace(int descriptor, std::uint64_t length)
 {
     const off_t size = static_cast<off_t>(length);
@@ -199,7 +190,7 @@ LPVOID MapViewOfFile(HANDLE handle, DWORD access, DWORD offsetHigh, DWORD offset
     void* const start = bytes.get();
     Views& views = TheViews();
     const std::lock_guard lock(views.mutex);
-    views.byStart[start] = View{std::move(bytes), mapping->file, offset, length};
+    views.byStart[start] = std::move(bytes);
     return start;
 }
 
@@ -213,19 +204,4 @@ BOOL UnmapViewOfFile(LPCVOID start)
         return FALSE;
     }
     return TRUE;
-}
-
-std::size_t GetViewSize(LPCVOID start)
-{
-    Views& views = TheViews();
-    const std::lock_guard lock(views.mutex);
-    const auto found = views.byStart.find(start);
-    if (found == views.byStart.end())
-    {
-        return 0;
-    }
-    const View& view = found->second;
-    const std::uint64_t length = view.file->Length();
-    const std::uint64_t inside = length > view.offset ? length - view.offset : 0;
-    return static_cast<std::size_t>(std::min<std::uint64_t>(inside, view.count));
 }
