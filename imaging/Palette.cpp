@@ -46,7 +46,12 @@ RGBQUAD EntryFor(int bits, int i)
 int CountPaletteEntries(const BITMAPINFO* info)
 {
     const int bits = info != nullptr ? info->bmiHeader.biBitCount : 0;
-    return bits == 1 || bits == 4 || bits == 8 ? 1 << bits : 0;
+    if (bits != 1 && bits != 4 && bits != 8)
+    {
+        return 0;
+    }
+    const DWORD used = info->bmiHeader.biClrUsed;
+    return used != 0 && used < DWORD{1} << bits ? static_cast<int>(used) : 1 << bits;
 }
 
 void FillPalette(BITMAPINFO* info)
