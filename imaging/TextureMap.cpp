@@ -4,6 +4,8 @@
 #include "host/CFile.h"
 #include "host/MultibyteCompare.h"
 #include "host/RecordVersion.h"
+#include "imaging/GLMemoryDIB.h"
+#include "imaging/TextureOwnership.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,28 +16,6 @@ IMPLEMENT_SERIAL(TextureMap, CObject, VERSIONABLE_SCHEMA | 2)
 
 namespace
 {
-
-// Holds a texture map for as long as it lives, where it could be had.
-class Ownership
-{
-public:
-    explicit Ownership(TextureMap& texture)
-        : texture_(texture), owned_(texture.GetOwnership() != nullptr)
-    {}
-    ~Ownership()
-    {
-        if (owned_)
-        {
-            texture_.ReleaseOwnership();
-        }
-    }
-    Ownership(const Ownership&) = delete;
-    Ownership& operator=(const Ownership&) = delete;
-
-private:
-    TextureMap& texture_;
-    bool owned_;
-};
 
 // Both separators count on every system: documents travel.
 CString NameOfFile(const CString& filename)
@@ -87,8 +67,9 @@ TextureMap& TextureMap::operator=(const TextureMap& other)
     {
         return *this;
     }
-    const Ownership owned(*this);
+    const TextureOwnership owned(*this);
     FreeImage();
+    FreeDitheredImage();
     modulate = other.modulate;
     filename = other.filename;
     placement = other.placement;
@@ -104,6 +85,7 @@ TextureMap& TextureMap::operator=(const TextureMap& other)
 TextureMap::~TextureMap()
 {
     delete image;
+    delete ditheredImage;
     CloseHandle(mutex);
 }
 
@@ -146,15 +128,20 @@ int TextureMap::ValidateFile()
 
 int TextureMap::LoadImage()
 {
-    const Ownership owned(*this);
+    const TextureOwnership owned(*this);
     FreeImage();
     ValidateFile();
-    return (textureFlags & Valid) != 0;
+    if ((textureFlags & Valid) == 0)
+    {
+        return 0;
+    }
+    image = DIBImageLoad(filename);
+    return 1;
 }
 
 _RGBImageRecord* TextureMap::GetImage()
 {
-    const Ownership owned(*this);
+    const TextureOwnership owned(*this);
     if (image == nullptr)
     {
         LoadImage();
@@ -164,8 +151,24 @@ _RGBImageRecord* TextureMap::GetImage()
 
 void TextureMap::FreeImage()
 {
-    const Ownership owned(*this);
+    const TextureOwnership owned(*this);
     delete std::exchange(image, nullptr);
+}
+
+GLMemoryDIB* TextureMap::GetDitheredImage()
+{
+    const TextureOwnership owned(*this);
+    if (ditheredImage == nullptr)
+    {
+        GenerateDitheredImage();
+    }
+    return ditheredImage;
+}
+
+void TextureMap::FreeDitheredImage()
+{
+    const TextureOwnership owned(*this);
+    delete std::exchange(ditheredImage, nullptr);
 }
 
 int TextureMap::ShouldTexture() const
@@ -205,8 +208,9 @@ void TextureMap::Serialize(CArchive& archive)
 
 void TextureMap::DeserializeVersion1(CArchive& archive)
 {
-    const Ownership owned(*this);
+    const TextureOwnership owned(*this);
     FreeImage();
+    FreeDitheredImage();
     archive >> modulate >> filename >> textureFlags >> name >> quality >> repeatRate;
     placement = 1;
     horizontalLocation = 0.0;

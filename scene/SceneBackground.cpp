@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "imaging/GLMemoryDIB.h"
 #include "imaging/MemoryMappedDIB.h"
+#include "imaging/TextureOwnership.h"
 #include "platform/Messages.h"
 #include "platform/OpenGL.h"
 #include "platform/Rendering.h"
@@ -14,30 +15,6 @@
 
 namespace
 {
-
-/// Gives a texture map back when the drawing with it ends.
-class Ownership
-{
-public:
-    explicit Ownership(TextureMap& texture)
-        : texture_(texture), owned_(texture.GetOwnership() != nullptr)
-    {}
-    ~Ownership()
-    {
-        if (owned_)
-        {
-            texture_.ReleaseOwnership();
-        }
-    }
-    Ownership(const Ownership&) = delete;
-    Ownership& operator=(const Ownership&) = delete;
-
-    bool IsOwned() const { return owned_; }
-
-private:
-    TextureMap& texture_;
-    bool owned_;
-};
 
 /// The colour bits of the device context that OpenGL draws to; 24 when there is none.
 int CurrentColorBits()
@@ -125,7 +102,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters)
     Notify(*parameters, "Dithering Background Bitmap ...");
     int result = 0;
     {
-        const Ownership ownership(texture);
+        const TextureOwnership ownership(texture);
         GLMemoryDIB* const dithered = ownership.IsOwned() ? texture.GetDitheredImage() : nullptr;
         if (dithered != nullptr)
         {
@@ -139,7 +116,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters)
 
 int SceneObject::DrawFileBackgroundTexture(DrawingParameters* parameters)
 {
-    const Ownership ownership(texture);
+    const TextureOwnership ownership(texture);
     if (!ownership.IsOwned())
     {
         return 0;
