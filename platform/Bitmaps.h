@@ -11,6 +11,8 @@
 #if !defined(_WIN32)
 
 constexpr DWORD BI_RGB = 0;
+constexpr DWORD BI_RLE8 = 1;
+constexpr DWORD BI_RLE4 = 2;
 constexpr DWORD BI_BITFIELDS = 3;
 constexpr UINT DIB_RGB_COLORS = 0;
 constexpr DWORD SRCCOPY = 0x00CC0020;
@@ -93,5 +95,21 @@ ORVANE_API HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, 
 /// Describes a bitmap: fills a BITMAP, or a DIBSECTION where \p size allows it. With a null
 /// \p buffer, the size of a BITMAP. Returns the bytes filled, 0 for anything but a bitmap.
 ORVANE_API int GetObjectA(HGDIOBJ object, int size, LPVOID buffer);
+
+/// Converts rows of pixels of any depth, also packed ones, into a bitmap.
+/// \param first the row of the bitmap, from the bottom, that the first row of \p bits becomes.
+/// \param count how many rows there are. Packed pixels are decoded as far as biSizeImage goes.
+/// \return the rows converted, 0 when bitmap or description are no good.
+ORVANE_API int SetDIBits(HDC dc, HBITMAP bitmap, UINT first, UINT count, const void* bits,
+                         const BITMAPINFO* info, UINT usage);
+
+/// Draws a rectangle of a bitmap, scaled and clipped, into the bitmap that a device context has selected;
+/// through OpenGL when a context draws into it. Positions count from the top left. A destination pixel takes
+/// the source pixel that its centre falls on, rounded down, so that bands drawn side by side join exactly.
+/// \param operation SRCCOPY; no other is offered.
+/// \return the number of source rows, 0 when it was refused.
+ORVANE_API int StretchDIBits(HDC dc, int x, int y, int width, int height, int sourceX, int sourceY,
+                             int sourceWidth, int sourceHeight, const void* bits,
+                             const BITMAPINFO* info, UINT usage, DWORD operation);
 
 #endif
