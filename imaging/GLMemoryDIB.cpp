@@ -105,7 +105,7 @@ HBITMAP GLMemoryDIB::CreateDIBRectangleSection()
     header.biWidth = static_cast<LONG>(GetDIBWidth());
     header.biHeight = static_cast<LONG>(GetDIBHeight());
     header.biSizeImage =
-        (static_cast<DWORD>(header.biBitCount) * header.biWidth + 31 >> 5) * 4 * header.biHeight;
+        ((static_cast<DWORD>(header.biBitCount) * header.biWidth + 31) >> 5) * 4 * header.biHeight;
     FillPalette(dibInfo);
     return CreateDIBSection(memoryDC, dibInfo, DIB_RGB_COLORS, &dibBits, nullptr, 0);
 }

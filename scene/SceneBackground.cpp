@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "host/CWnd.h"
 #include "imaging/GLMemoryDIB.h"
 #include "imaging/MemoryMappedDIB.h"
 #include "imaging/TextureOwnership.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scene/SceneObject.h"
 
+#include "host/CArchive.h"
 #include "scene/DrawingParameters.h"
 
 IMPLEMENT_SERIAL(SceneObject, DrawingObject, VERSIONABLE_SCHEMA | 3)

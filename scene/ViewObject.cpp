@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scene/ViewObject.h"
 
+#include "host/CArchive.h"
 #include "platform/OpenGL.h"
 #include "scene/DrawingParameters.h"
 #include "scene/NamedViewList.h"
