@@ -97,4 +97,6 @@
 #include "scene/PointerList.h"
 #include "scene/ProjectionData.h"
 #include "scene/SceneObject.h"
+#include "scene/SceneTemplate.h"
+#include "scene/SceneTemplateList.h"
 #include "scene/ViewObject.h"

@@ -38,12 +38,12 @@ LightObject::LightObject() : quadric(gluNewQuadric())
 
 LightObject::LightObject(const LightObject& other)
     : DrawingObject(other),
-      colors(other.colors),
       quadric(gluNewQuadric()),
       lightFlags(other.lightFlags),
       lightNumber(other.lightNumber),
       spotCutoffAngle(other.spotCutoffAngle),
-      spotExponent(other.spotExponent)
+      spotExponent(other.spotExponent),
+      colors(other.colors)
 {}
 
 LightObject& LightObject::operator=(const LightObject& other)
@@ -58,6 +58,17 @@ LightObject& LightObject::operator=(const LightObject& other)
         spotExponent = other.spotExponent;
     }
     return *this;
+}
+
+void LightObject::CopyInPool_(const LightObject& other)
+{
+    DrawingObject* const keptParent = parent;
+    DrawingObjectStack* const keptStack = externalUndoStack;
+    // A node that is given another stack takes itself off its own: it is given none.
+    externalUndoStack = other.externalUndoStack;
+    *this = other;
+    externalUndoStack = keptStack;
+    parent = keptParent;
 }
 
 LightObject::~LightObject()

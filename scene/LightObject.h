@@ -59,13 +59,20 @@ public:
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
 
-protected:
-    bool ContextHasLight_() const;
-
-    NamedColor colors;
     GLUquadric* quadric;  ///< owned
     DWORD lightFlags = 0;
     DWORD lightNumber = GL_LIGHT0;
     double spotCutoffAngle = 180.0;
     double spotExponent = 128.0;
+
+protected:
+    NamedColor colors;
+
+private:
+    friend class SceneObject;
+
+    /// Assigns a light of another pool: parent and external undo stack stay, and what this light
+    /// has on that stack.
+    void CopyInPool_(const LightObject& other);
+    bool ContextHasLight_() const;
 };

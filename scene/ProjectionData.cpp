@@ -36,13 +36,13 @@ ProjectionData::ProjectionData()
 void ProjectionData::SetOrthographic()
 {
     projectionFlags |= orthographic;
-    Recalculate();
+    Recalculate_();
 }
 
 void ProjectionData::ClearOrthographic()
 {
     projectionFlags &= ~orthographic;
-    Recalculate();
+    Recalculate_();
 }
 
 void ProjectionData::SetFieldOfViewAngle(double degrees)
@@ -61,14 +61,14 @@ void ProjectionData::SetOrthographicHeight(double newHeight)
 {
     orthographicHeight = newHeight;
     orthographicWidth = aspect * newHeight;
-    Recalculate();
+    Recalculate_();
 }
 
 void ProjectionData::SetOrthographicWidth(double newWidth)
 {
     orthographicWidth = newWidth;
     orthographicHeight = newWidth / aspect;
-    Recalculate();
+    Recalculate_();
 }
 
 void ProjectionData::SetScale(double newScaleX, double newScaleY)
@@ -77,7 +77,7 @@ void ProjectionData::SetScale(double newScaleX, double newScaleY)
     scaleY = newScaleY;
     width = unscaledWidth * newScaleX;
     height = unscaledHeight * newScaleY;
-    Recalculate();
+    Recalculate_();
 }
 
 void ProjectionData::SetUnscaledSize(double newWidth, double newHeight)
@@ -86,7 +86,7 @@ void ProjectionData::SetUnscaledSize(double newWidth, double newHeight)
     unscaledHeight = newHeight;
     width = scaleX * newWidth;
     height = scaleY * newHeight;
-    Recalculate();
+    Recalculate_();
 }
 
 void ProjectionData::SetScaledSize(double newWidth, double newHeight)
@@ -101,7 +101,7 @@ void ProjectionData::SetScaledSize(double newWidth, double newHeight)
     {
         unscaledHeight = newHeight / scaleY;
     }
-    Recalculate();
+    Recalculate_();
 }
 
 void ProjectionData::SetViewOffset(double x, double y)
@@ -174,13 +174,13 @@ int ProjectionData::CopyFromSaved(const ProjectionData& saved)
 void ProjectionData::CalculateFieldOfViewAngle()
 {
     fieldOfViewAngle = AngleFromSides(halfFrame, lensLength);
-    Recalculate();
+    Recalculate_();
 }
 
 void ProjectionData::CalculateLensLength()
 {
     lensLength = halfFrame / HalfAngleTangent(fieldOfViewAngle);
-    Recalculate();
+    Recalculate_();
 }
 
 void ProjectionData::CalculateProjectionData()
@@ -226,7 +226,7 @@ void ProjectionData::CalculateViewProjectionData()
     viewBottom = viewTop - viewHeightNear;
 }
 
-void ProjectionData::Recalculate()
+void ProjectionData::Recalculate_()
 {
     CalculateProjectionData();
     CalculateViewProjectionData();

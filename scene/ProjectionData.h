@@ -18,6 +18,10 @@ class ORVANE_API ProjectionData : public CObject
     DECLARE_SERIAL(ProjectionData)
 
 public:
+    /// Bits of projectionFlags.
+    static constexpr DWORD fitToWindow = 0x1;
+    static constexpr DWORD orthographic = 0x2;
+
     ProjectionData();
     ProjectionData(const ProjectionData&) = default;
     ProjectionData& operator=(const ProjectionData&) = default;
@@ -104,16 +108,18 @@ public:
     void DeserializeVersion3(CArchive& archive);
     void DeserializeVersion4(CArchive& archive);
 
-protected:
-    static constexpr DWORD fitToWindow = 0x1;
-    static constexpr DWORD orthographic = 0x2;
+    DWORD projectionFlags = fitToWindow;
+    double referenceFieldOfViewAngle = 40.0;  ///< saved by SaveReferenceAspect
+    double referenceHeight = -1.0;            ///< saved with it, pixels
+    double viewHeightNear = 0;                ///< height of the sub-window's volume
+    double viewWidthNear = 0;
 
-    void Recalculate();
+protected:
+    void Recalculate_();
 
     double aspect = 1.0;  ///< width / height
     double diagonalDistance = 0;
     double fieldOfViewAngle = 40.0;
-    DWORD projectionFlags = fitToWindow;
     double height = -1.0;
     double heightNear = 0;
     double leftNear = 0;
@@ -121,8 +127,6 @@ protected:
     double orthographicHeight = 5.0;
     double orthographicWidth = 5.0;
     double referenceAspect = 1.0;
-    double referenceFieldOfViewAngle = 40.0;
-    double referenceHeight = -1.0;
     double scaleX = 1.0;
     double scaleY = 1.0;
     double topNear = 0;
@@ -135,9 +139,7 @@ protected:
     double viewHeight = 1.0;
     double viewWidth = 1.0;
     double viewXOffset = 0;
-    double viewWidthNear = 0;
     double viewYOffset = 0;
-    double viewHeightNear = 0;
     double width = -1.0;
     double widthNear = 1.0;
     double zFar = 10000.0;

@@ -17,6 +17,14 @@
 namespace
 {
 
+/// A pixel position or size without its fraction. What no picture has is brought near enough that
+/// sums and differences of two stay in range.
+int WholePixels(double pixels)
+{
+    constexpr double limit = 1 << 29;
+    return pixels == pixels ? static_cast<int>(std::clamp(pixels, -limit, limit)) : 0;
+}
+
 /// The colour bits of the device context that OpenGL draws to; 24 when there is none.
 int CurrentColorBits()
 {
@@ -64,7 +72,7 @@ struct Image
 int FirstTile(double offset, int anchor, int tile)
 {
     const double index = std::floor((offset - anchor) / tile);
-    return static_cast<int>(anchor + index * tile - offset);
+    return WholePixels(anchor + index * tile - offset);
 }
 
 }  // namespace
@@ -75,10 +83,14 @@ int SceneObject::DrawBackground(DrawingParameters* parameters)
     {
         return 1;
     }
-    if (parameters->ShouldShowBackgroundTexture() &&
-        (texture.textureFlags & TextureMap::Valid) != 0)
+    if (parameters->ShouldShowBackgroundTexture())
     {
-        return DrawBackgroundTexture(parameters);
+        // Owned until it is drawn: the application may change it meanwhile.
+        const TextureOwnership ownership(texture);
+        if ((texture.textureFlags & TextureMap::Valid) != 0)
+        {
+            return DrawBackgroundTexture(parameters);
+        }
     }
     ClearToBackground_(*parameters);
     return 1;
@@ -148,30 +160,34 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
     const double offsetX = projection->GetViewXOffset();
     const double offsetY = projection->GetViewYOffset();
     const auto scaled = [](int size, double scale) {
-        return std::max(static_cast<int>(size * scale), 1);
+        return std::max(WholePixels(size * scale), 1);
     };
     const int tileWidth = scaled(image.Width(), projection->GetScaleX());
     const int tileHeight = scaled(image.Height(), projection->GetScaleY());
 
     if (texture.placement == 0)  // stretched from the location to the far corner
     {
-        const int left = static_cast<int>(texture.GetHorizontalLocation());
-        const int top = static_cast<int>(texture.GetVerticalLocation());
-        image.DrawTo(static_cast<int>(left - offsetX), static_cast<int>(top - offsetY),
-                     static_cast<int>(projection->GetWidth() - left),
-                     static_cast<int>(projection->GetHeight() - top));
+        const int left = WholePixels(texture.GetHorizontalLocation());
+        const int top = WholePixels(texture.GetVerticalLocation());
+        image.DrawTo(WholePixels(left - offsetX), WholePixels(top - offsetY),
+                     WholePixels(projection->GetWidth() - left),
+                     WholePixels(projection->GetHeight() - top));
     }
     else if (texture.placement == 1)  // tiled
     {
-        const int anchorX =
-            static_cast<int>(texture.GetHorizontalLocation() * projection->GetScaleX());
-        const int anchorY =
-            static_cast<int>(texture.GetVerticalLocation() * projection->GetScaleY());
+        const int anchorX = WholePixels(texture.GetHorizontalLocation() * projection->GetScaleX());
+        const int anchorY = WholePixels(texture.GetVerticalLocation() * projection->GetScaleY());
+        const int viewWidth = WholePixels(projection->GetViewWidth());
+        const int viewHeight = WholePixels(projection->GetViewHeight());
         const int firstX = FirstTile(offsetX, anchorX, tileWidth);
-        for (int y = FirstTile(offsetY, anchorY, tileHeight); projection->GetViewHeight() - y >= 1;
-             y += tileHeight)
+        for (int y = FirstTile(offsetY, anchorY, tileHeight); y < viewHeight; y += tileHeight)
         {
-            for (int x = firstX; projection->GetViewWidth() - x >= 1; x += tileWidth)
+            // Tiles of a few pixels are many.
+            if (ShouldTerminateDrawing(parameters))
+            {
+                return 0;
+            }
+            for (int x = firstX; x < viewWidth; x += tileWidth)
             {
                 image.DrawTo(x, y, tileWidth, tileHeight);
             }
@@ -181,8 +197,8 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
     {
         // Whether the picture's corner is covered is asked in the picture's coordinates, so that
         // bands beside a small image are cleared, too.
-        const int left = (static_cast<int>(projection->GetWidth()) - tileWidth) / 2;
-        const int top = (static_cast<int>(projection->GetHeight()) - tileHeight) / 2;
+        const int left = (WholePixels(projection->GetWidth()) - tileWidth) / 2;
+        const int top = (WholePixels(projection->GetHeight()) - tileHeight) / 2;
         if (left > 0 || top > 0)
         {
             if (parameters->ShouldForceSolidBackground())
@@ -191,7 +207,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
             }
             ClearToBackground_(*parameters);
         }
-        image.DrawTo(left - static_cast<int>(offsetX), top - static_cast<int>(offsetY), tileWidth,
+        image.DrawTo(left - WholePixels(offsetX), top - WholePixels(offsetY), tileWidth,
                      tileHeight);
     }
     return 1;

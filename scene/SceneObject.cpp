@@ -76,10 +76,8 @@ void SceneObject::CopyAll(const SceneObject& other)
     while (position != nullptr && otherPosition != nullptr)
     {
         LightObject& light = *static_cast<LightObject*>(lights.GetNext(position));
-        DrawingObjectStack* const keptStack = light.GetExternalUndoStack();
-        light = *static_cast<const LightObject*>(other.lights.GetNext(otherPosition));
+        light.CopyInPool_(*static_cast<const LightObject*>(other.lights.GetNext(otherPosition)));
         light.SetParent(this);
-        light.AttachExternalUndoStack(keptStack);
     }
 }
 
@@ -101,7 +99,7 @@ void SceneObject::CreateLights()
     DestroyLights();
     for (int i = 0; i < maximumLightCount; ++i)
     {
-        const int angle = 45 * i;
+        const double angle = 45.0 * i;
         LightObject* const light = new LightObject;
         light->SetDirectional();
         light->SetLightNumber(GL_LIGHT0 + i);

@@ -121,9 +121,10 @@ public:
     void DeserializeVersion2(CArchive& archive);
     void DeserializeVersion3(CArchive& archive);
 
+    DWORD sceneFlags = 0x4;
+
 protected:
     ColorVector backgroundColor{1.0f, 1.0f, 1.0f, 1.0f};
-    DWORD sceneFlags = 0x4;
     ColorVector globalAmbientColor{0.2f, 0.2f, 0.2f, 1.0f};
     int maximumLightCount = 8;
     NamedViewList savedViews;

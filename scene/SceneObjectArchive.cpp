@@ -32,8 +32,6 @@ void SceneObject::Serialize(CArchive& archive)
             DeserializeVersion3(archive);
             break;
     }
-    // A record of a selection says so; what is stored from now on is whole again.
-    ClearSerializingSelection();
 }
 
 void SceneObject::SelectionSerialize(CArchive& archive)
@@ -72,6 +70,8 @@ void SceneObject::ReadColors_(CArchive& archive)
 {
     backgroundColor.Serialize(archive);
     archive >> sceneFlags;
+    // A record of a selection says so; what is stored from now on is whole again.
+    ClearSerializingSelection();
     globalAmbientColor.Serialize(archive);
 }
 

@@ -122,7 +122,7 @@ bool ViewObject::CanZoom_()
 int ViewObject::ZoomExtents()
 {
     const int moved = ZoomPerspectiveExtents();
-    return moved && projection.IsOrthographic() ? ZoomOrthographicExtents() : moved;
+    return projection.IsOrthographic() ? ZoomOrthographicExtents() : moved;
 }
 
 int ViewObject::ZoomPerspectiveExtents()

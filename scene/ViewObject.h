@@ -133,6 +133,8 @@ public:
     void DeserializeVersion4(CArchive& archive);
     void DeserializeVersion5(CArchive& archive);
 
+    POINT selectionPoint = {0, 0};
+
 protected:
     int CalculateChildBounds() override;
 
@@ -143,7 +145,6 @@ protected:
     ProjectionData projection;
     double projectionMatrix[16] = {};
     SceneObject* scene = nullptr;
-    POINT selectionPoint = {0, 0};
     DWORD showLightsMode = 0;
     DWORD showTextures = 0;
     int viewport[4] = {};
