@@ -10,41 +10,47 @@ namespace posix
 namespace
 {
 
-/// The configuration in use. Fontconfig counts the references to it; ours lives until the next
-/// ListInstalledFaces and, for the last one, as long as the process.
+/// The configuration in use, given back when the process ends: its parts refer to each other by
+/// distances, in which a leak checker sees no pointers.
 class Configuration
 {
 public:
-    void Load()
-    {
-        FcConfig* const loaded = FcInitLoadConfigAndFonts();
-        const std::lock_guard lock(mutex_);
-        if (config_ != nullptr)
-        {
-            FcConfigDestroy(config_);
-        }
-        config_ = loaded;
-    }
+    void Load() { Hold(FcInitLoadConfigAndFonts()); }
+    void Drop() { Hold(nullptr); }
 
-    /// Shared, so that a reload elsewhere does not take it away. May be null.
+    /// Shared, so that a reload elsewhere does not take it away. Null when there is none, as while
+    /// the process ends.
     std::shared_ptr<FcConfig> Get()
     {
         const std::lock_guard lock(mutex_);
-        if (config_ == nullptr)
-        {
-            return nullptr;
-        }
-        return {FcConfigReference(config_), FcConfigDestroy};
+        return config_;
     }
 
 private:
+    void Hold(FcConfig* config)
+    {
+        std::shared_ptr<FcConfig> held;
+        if (config != nullptr)
+        {
+            held.reset(config, FcConfigDestroy);
+        }
+        const std::lock_guard lock(mutex_);
+        config_.swap(held);
+    }
+
     std::mutex mutex_;
-    FcConfig* config_ = nullptr;
+    std::shared_ptr<FcConfig> config_;
 };
 
 Configuration& TheConfiguration()
 {
+    // Never destroyed, only emptied: fonts with static storage are looked for while the process
+    // ends.
     static auto* const configuration = new Configuration;
+    static const struct AtExit
+    {
+        ~AtExit() { configuration->Drop(); }
+    } atExit;
     return *configuration;
 }
 

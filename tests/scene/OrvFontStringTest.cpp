@@ -8,6 +8,7 @@
 #include "tests/support/StubFont.h"
 
 #include <gtest/gtest.h>
+#include <memory>
 
 #include <algorithm>
 #include <cstring>
@@ -400,7 +401,9 @@ TEST_F(OrvFontStringLoading, TheDescriptionNamesTheFontNotTheStoredName)
 
 TEST_F(OrvFontStringLoading, AFontThatIsNotRegisteredIsReplacedByTheFirst)
 {
-    GetFontList()->RemoveAt(GetFontList()->FindName("DejaVu Sans Bold"));
+    const POSITION bold = GetFontList()->FindName("DejaVu Sans Bold");
+    const std::unique_ptr<OrvFont> removed(GetFontList()->GetAt(bold));
+    GetFontList()->RemoveAt(bold);
     EXPECT_EQ(LoadedFont(WithDescription("", Description("DejaVu Sans", 700, "", ""))),
               "A First Font");
     EXPECT_EQ(LoadedFont(WithBlock("No Such Font", 0)), "A First Font");

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// Making the font registry, in a process that has not used fonts yet, against listing the fonts
+// with fontconfig's own program.
+
+#include "bench/Summary.h"
+#include "orvane.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace
+{
+
+void Measure()
+{
+    // The registry here may be filled already: the tool starts afresh each time.
+    const auto run = [](const char* command) {
+        if (std::system(command) != 0)
+        {
+            std::fprintf(stderr, "bench: %s: failed\n", command);
+            std::exit(1);
+        }
+    };
+    const Paired times = TimeInTurns(
+        7, [&] { run(ORVANE_TOOL " fonts > /dev/null"); }, [&] { run("fc-list > /dev/null"); });
+    char figure[100];
+    std::snprintf(figure, sizeof figure, "%.3f s, %.2f x fc-list (%.3f s), %d faces", times.ours,
+                  times.ratio, times.floor, GetFontList()->GetCount());
+    AddSummary("font registry, in a fresh process", figure);
+}
+const SummaryPart part(Measure);
+
+}  // namespace

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+// Measures on this machine, in one run, and prints a table of figures and ratios. The detailed
+// benchmarks run first; --summary-only leaves them out.
+
+#include "bench/Summary.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+namespace
+{
+
+struct Line
+{
+    std::string what;
+    std::string figure;
+};
+
+std::vector<Line>& Lines()
+{
+    static std::vector<Line> lines;
+    return lines;
+}
+
+std::vector<void (*)()>& Parts()
+{
+    static std::vector<void (*)()> parts;
+    return parts;
+}
+
+}  // namespace
+
+double Median(std::vector<double> values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+Paired TimeInTurns(int turns, const std::function<void()>& ours, const std::function<void()>& floor)
+{
+    std::vector<double> our;
+    std::vector<double> least;
+    std::vector<double> ratios;
+    ours();  // warm both
+    floor();
+    for (int i = 0; i < turns; ++i)
+    {
+        // Who goes first changes, so that neither always finds the other's caches.
+        if (i % 2 == 0)
+        {
+            our.push_back(Seconds(ours));
+            least.push_back(Seconds(floor));
+        }
+        else
+        {
+            least.push_back(Seconds(floor));
+            our.push_back(Seconds(ours));
+        }
+        ratios.push_back(our.back() / least.back());
+    }
+    return {Median(our), Median(least), Median(ratios)};
+}
+
+void AddSummary(const std::string& what, const std::string& figure)
+{
+    Lines().push_back({what, figure});
+}
+
+SummaryPart::SummaryPart(void (*measure)())
+{
+    Parts().push_back(measure);
+}
+
+int main(int argc, char** argv)
+{
+    const bool summaryOnly = argc == 2 && std::strcmp(argv[1], "--summary-only") == 0;
+    if (!summaryOnly)
+    {
+        benchmark::Initialize(&argc, argv);
+        if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        {
+            return 2;
+        }
+        benchmark::RunSpecifiedBenchmarks();
+    }
+    for (void (*const part)() : Parts())
+    {
+        part();
+    }
+    std::size_t width = 0;
+    for (const Line& line : Lines())
+    {
+        width = std::max(width, line.what.size());
+    }
+    std::printf("\n");
+    for (const Line& line : Lines())
+    {
+        std::printf("%-*s  %s\n", static_cast<int>(width), line.what.c_str(), line.figure.c_str());
+    }
+    return 0;
+}
