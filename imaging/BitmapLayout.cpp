@@ -4,22 +4,64 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <limits>
 
 namespace
 {
 
-bool IsPacked(const BITMAPINFOHEADER& header)
+// A few bytes of packed pixels, or of a record that only says so, must not make gigabytes.
+constexpr std::uint64_t alwaysFine = 64 << 20;
+constexpr std::uint64_t largestPacking = 256;
+
+// The header as it grew over the years.
+bool IsKnownHeader(DWORD size)
 {
-    return header.biCompression == BI_RLE8 || header.biCompression == BI_RLE4;
+    constexpr DWORD known[] = {40, 52, 56, 64, 108, 124};
+    return std::find(std::begin(known), std::end(known), size) != std::end(known);
+}
+
+bool IsKnownFormat(const BITMAPINFOHEADER& header)
+{
+    const int bits = header.biBitCount;
+    switch (header.biCompression)
+    {
+        case BI_RGB:
+            return IsKnownBitCount(bits);
+        case BI_BITFIELDS:
+            return bits == 16 || bits == 32;
+        case BI_RLE8:
+            return bits == 8 && header.biHeight > 0;
+        case BI_RLE4:
+            return bits == 4 && header.biHeight > 0;
+        default:
+            return false;
+    }
 }
 
 }  // namespace
 
+bool IsKnownBitCount(int bitCount)
+{
+    constexpr int known[] = {1, 4, 8, 16, 24, 32};
+    return std::find(std::begin(known), std::end(known), bitCount) != std::end(known);
+}
+
+bool IsPackedBitmap(const BITMAPINFO* info)
+{
+    const DWORD compression = info->bmiHeader.biCompression;
+    return compression == BI_RLE8 || compression == BI_RLE4;
+}
+
+bool IsPlausibleSize(std::uint64_t bytes, std::uint64_t stored)
+{
+    return bytes <= alwaysFine || bytes / largestPacking <= stored;
+}
+
 std::uint64_t BitmapBytes(int width, int height, int bitCount)
 {
-    if (width <= 0 || height == 0 || height == std::numeric_limits<int>::min() || bitCount <= 0 ||
-        bitCount > 32)
+    if (width <= 0 || height == 0 || height == std::numeric_limits<int>::min() ||
+        !IsKnownBitCount(bitCount))
     {
         return 0;
     }
@@ -28,27 +70,38 @@ std::uint64_t BitmapBytes(int width, int height, int bitCount)
     return rowBytes * static_cast<std::uint64_t>(std::abs(height));
 }
 
+std::uint64_t BitmapRecordBytes(const BITMAPINFO* info)
+{
+    const BITMAPINFOHEADER& header = info->bmiHeader;
+    const std::uint64_t all = header.biBitCount <= 8 ? std::uint64_t{1} << header.biBitCount : 0;
+    const std::uint64_t colors = header.biClrUsed != 0 ? std::uint64_t{header.biClrUsed} : all;
+    // Masks lie behind the header, or inside a longer one at the same place.
+    constexpr DWORD withMasks = sizeof header + 3 * sizeof(DWORD);
+    const DWORD size = header.biSize;
+    const DWORD beforeColors =
+        header.biCompression == BI_BITFIELDS ? std::max(size, withMasks) : size;
+    return beforeColors + colors * sizeof(RGBQUAD);
+}
+
+std::uint64_t BitmapPixelBytes(const BITMAPINFO* info)
+{
+    const BITMAPINFOHEADER& header = info->bmiHeader;
+    return IsPackedBitmap(info) ? std::uint64_t{header.biSizeImage}
+                                : BitmapBytes(header.biWidth, header.biHeight, header.biBitCount);
+}
+
 bool FitsBitmap(const BITMAPINFO* info, std::uint64_t recordBytes, std::uint64_t pixelBytes)
 {
     const BITMAPINFOHEADER& header = info->bmiHeader;
-    if (recordBytes < sizeof header || header.biSize < sizeof header)
+    if (recordBytes < sizeof header || !IsKnownHeader(header.biSize) || header.biPlanes != 1 ||
+        !IsKnownFormat(header))
     {
         return false;
     }
-    const std::uint64_t imageBytes =
-        BitmapBytes(header.biWidth, header.biHeight, header.biBitCount);
-    const std::uint64_t neededPixels =
-        IsPacked(header) ? std::uint64_t{header.biSizeImage} : imageBytes;
-
-    const std::uint64_t all = header.biBitCount <= 8 ? std::uint64_t{1} << header.biBitCount : 0;
-    const std::uint64_t colors = header.biClrUsed != 0 ? std::uint64_t{header.biClrUsed} : all;
-    std::uint64_t neededRecord = header.biSize + colors * sizeof(RGBQUAD);
-    if (header.biCompression == BI_BITFIELDS)
-    {
-        neededRecord = std::max(neededRecord, std::uint64_t{sizeof header} + 3 * sizeof(DWORD));
-    }
-    return imageBytes != 0 && neededPixels != 0 && neededPixels <= pixelBytes &&
-           neededRecord <= recordBytes;
+    const std::uint64_t unpacked = BitmapBytes(header.biWidth, header.biHeight, header.biBitCount);
+    const std::uint64_t needed = BitmapPixelBytes(info);
+    return unpacked != 0 && unpacked <= 0xFFFFFFFF && IsPlausibleSize(unpacked, needed) &&
+           needed != 0 && needed <= pixelBytes && BitmapRecordBytes(info) <= recordBytes;
 }
 
 std::uint64_t FindPixels(const BYTE* file, std::uint64_t fileBytes)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "imaging/GLMemoryDIB.h"
 
+#include "imaging/BitmapLayout.h"
 #include "imaging/Palette.h"
 #include "platform/OpenGL.h"
 #include "scene/DrawingParameters.h"
@@ -67,15 +68,15 @@ void GLMemoryDIB::CalculateDIBInfo()
     const double width = projection.GetWidth();
     const double height = projection.GetHeight();
     const double bandWidth = std::min(width, double(maximumBandWidth));
-    const int rowBytes = (static_cast<int>(BitCount_() * bandWidth) + 31) / 8 & ~3;
-    if (!(bandWidth > 0) || !(height > 0) || rowBytes == 0)
+    if (!(bandWidth > 0) || !(height > 0))
     {
         bandingRows = bandingColumns = 0;
         projection.SetViewSize(0, 0);
         return;
     }
-    const double bandHeight =
-        std::min({double(bandBytes / rowBytes), height, double(maximumBandHeight)});
+    const int rowBytes = (static_cast<int>(BitCount_() * bandWidth) + 31) / 8 & ~3;
+    const int rows = std::max(1, bandBytes / std::max(4, rowBytes));
+    const double bandHeight = std::min({double(rows), height, double(maximumBandHeight)});
     bandingColumns = width / bandWidth;
     bandingRows = height / bandHeight;
     projection.SetViewSize(bandWidth, bandHeight);
@@ -141,7 +142,7 @@ void GLMemoryDIB::RequestPixelFormat_(DWORD flags)
     requestedPixelFormat.nVersion = 1;
     requestedPixelFormat.dwFlags = flags;
     requestedPixelFormat.iPixelType = PFD_TYPE_RGBA;
-    requestedPixelFormat.cColorBits = static_cast<BYTE>(colorBits);
+    requestedPixelFormat.cColorBits = static_cast<BYTE>(BitCount_());
     requestedPixelFormat.cDepthBits = 32;
     requestedPixelFormat.iLayerType = PFD_MAIN_PLANE;
     pixelFormatIndex = ChoosePixelFormat(memoryDC, &requestedPixelFormat);
@@ -150,12 +151,7 @@ void GLMemoryDIB::RequestPixelFormat_(DWORD flags)
 int GLMemoryDIB::CreateContext_()
 {
     renderingContext = wglCreateContext(memoryDC);
-    if (renderingContext == nullptr)
-    {
-        return 0;
-    }
-    wglMakeCurrent(memoryDC, renderingContext);
-    return 1;
+    return renderingContext != nullptr && wglMakeCurrent(memoryDC, renderingContext);
 }
 
 void GLMemoryDIB::LoadProjection_()
@@ -167,15 +163,38 @@ void GLMemoryDIB::LoadProjection_()
     glLoadIdentity();
 }
 
+void GLMemoryDIB::BeginAnew_()
+{
+    if (memoryDC != nullptr)
+    {
+        SelectObject(memoryDC, previousBitmap);
+    }
+    DeleteSection_();
+    if (memoryDC != nullptr)
+    {
+        DeleteDC(memoryDC);
+    }
+    if (renderingContext != nullptr)
+    {
+        wglDeleteContext(renderingContext);
+    }
+    renderingContext = nullptr;
+    memoryDC = CreateCompatibleDC(nullptr);
+}
+
 int GLMemoryDIB::Create(const ProjectionData& newProjection, int bits)
 {
     if (memoryDC == nullptr)
     {
         return 0;
     }
+    if (dibSection != nullptr)
+    {
+        BeginAnew_();
+    }
     projection = newProjection;
     colorBits = bits;
-    if (!SelectNewSection_())
+    if (!IsKnownBitCount(BitCount_()) || !SelectNewSection_())
     {
         return 0;
     }
@@ -205,13 +224,7 @@ int GLMemoryDIB::Resize(int width, int height)
         return 0;
     }
     wglMakeCurrent(nullptr, nullptr);
-    SelectObject(memoryDC, previousBitmap);
-    DeleteSection_();
-    DeleteDC(memoryDC);
-    wglDeleteContext(renderingContext);
-    renderingContext = nullptr;
-    memoryDC = CreateCompatibleDC(nullptr);
-
+    BeginAnew_();
     projection.ResizeAndMaintainView(width, height);
     if (memoryDC == nullptr || !SelectNewSection_())
     {
@@ -243,6 +256,10 @@ int GLMemoryDIB::CopyBand(HDC target, int x, int y, double row, double column)
 {
     const int width = static_cast<int>(GetDIBWidth());
     const int height = static_cast<int>(GetDIBHeight());
+    if (dibBits == nullptr)
+    {
+        return 0;
+    }
     return StretchDIBits(target, static_cast<int>(GetDIBWidth() * column + x),
                          static_cast<int>(GetDIBHeight() * row + y), width, height, 0, 0, width,
                          height, dibBits, dibInfo, DIB_RGB_COLORS, SRCCOPY) == height;

@@ -90,6 +90,8 @@ protected:
 private:
     int SelectNewSection_();
     void DeleteSection_();
+    /// Lets bitmap, device context and rendering context go, and makes a new device context.
+    void BeginAnew_();
     void RequestPixelFormat_(DWORD flags);
     int CreateContext_();
     void LoadProjection_();

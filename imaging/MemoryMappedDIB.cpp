@@ -6,12 +6,14 @@
 #include "imaging/BitmapLayout.h"
 #include "imaging/Palette.h"
 #include "platform/Messages.h"
+#include "platform/Storage.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 IMPLEMENT_SERIAL(MemoryMappedDIB, CObject, VERSIONABLE_SCHEMA | 1)
 
@@ -29,6 +31,44 @@ void SayCannotCreate(DWORD number)
     CString message;
     message.Format(format, number);
     AfxMessageBox(message, MB_ICONEXCLAMATION);
+}
+
+int DotsPerInch(LONG dotsPerMetre)
+{
+    return static_cast<int>(dotsPerMetre * metresPerDot);
+}
+
+std::uint64_t LengthOf(HANDLE file)
+{
+    DWORD high = 0;
+    const DWORD low = GetFileSize(file, &high);
+    return std::uint64_t{high} << 32 | low;
+}
+
+// A stream's name; ASCII.
+std::basic_string<OLECHAR> StreamName(const char* name)
+{
+    return std::basic_string<OLECHAR>(name, name + std::strlen(name));
+}
+
+// The bytes of a stream; none when it cannot be read.
+std::vector<DWORD> ReadStream(IStream* stream, std::size_t* size)
+{
+    LARGE_INTEGER start;
+    ULARGE_INTEGER end;
+    start.QuadPart = 0;
+    end.QuadPart = 0;
+    *size = 0;
+    if (FAILED(stream->Seek(start, STREAM_SEEK_END, &end)) ||
+        FAILED(stream->Seek(start, STREAM_SEEK_SET, nullptr)) || end.QuadPart > 0xFFFFFFFF)
+    {
+        return {};
+    }
+    std::vector<DWORD> words(static_cast<std::size_t>(end.QuadPart) / sizeof(DWORD) + 1);
+    ULONG done = 0;
+    stream->Read(words.data(), static_cast<ULONG>(end.QuadPart), &done);
+    *size = done;
+    return words;
 }
 
 }  // namespace
@@ -63,6 +103,7 @@ int MemoryMappedDIB::Open(const CString& name)
         return unusable;
     }
     fileHandle = file;
+    const std::uint64_t sizeBefore = LengthOf(fileHandle);
     mappingHandle = CreateFileMappingA(fileHandle, nullptr, PAGE_READONLY, 0, 0, nullptr);
     if (mappingHandle == nullptr)
     {
@@ -73,10 +114,8 @@ int MemoryMappedDIB::Open(const CString& name)
     {
         return unusable;
     }
-    // Asked after mapping: what a file that shrank meanwhile no longer holds is not touched.
-    DWORD high = 0;
-    const std::uint64_t low = GetFileSize(fileHandle, &high);
-    const std::uint64_t size = std::uint64_t{high} << 32 | low;
+    // A file that shrank or grew meanwhile: what is not in it or not in the view is not touched.
+    const std::uint64_t size = std::min(sizeBefore, LengthOf(fileHandle));
 
     BYTE* const bytes = static_cast<BYTE*>(mappedView);
     WORD mark = 0;
@@ -109,6 +148,10 @@ int MemoryMappedDIB::OpenAsTrueColor(const CString& name)
     {
         return unusable;
     }
+    Close();
+    DetachGlobalHandle();
+    DeleteSection_();
+    filename = name;
     MemoryMappedDIB source;
     const int status = source.Open(name);
     if (status != opened)
@@ -117,13 +160,17 @@ int MemoryMappedDIB::OpenAsTrueColor(const CString& name)
     }
     const BITMAPINFOHEADER& header = source.dibInfo->bmiHeader;
     const int rows = std::abs(header.biHeight);
-    if (!Create(header.biWidth, rows, static_cast<int>(header.biXPelsPerMeter * metresPerDot),
-                static_cast<int>(header.biYPelsPerMeter * metresPerDot), 24, CString()))
+    if (!Create(header.biWidth, rows, DotsPerInch(header.biXPelsPerMeter),
+                DotsPerInch(header.biYPelsPerMeter), 24, CString()))
     {
         return unusable;
     }
-    SetDIBits(memoryDC, dibSection, 0, static_cast<UINT>(rows), source.dibBits, source.dibInfo,
-              DIB_RGB_COLORS);
+    if (SetDIBits(memoryDC, dibSection, 0, static_cast<UINT>(rows), source.dibBits, source.dibInfo,
+                  DIB_RGB_COLORS) != rows)
+    {
+        DeleteSection_();
+        return unusable;
+    }
     return opened;
 }
 
@@ -202,14 +249,15 @@ int MemoryMappedDIB::Create(int newWidth, int newHeight, int newHorizontalResolu
 
 int MemoryMappedDIB::GenerateDIBInfo()
 {
-    const bool known = bitCount == 1 || bitCount == 4 || bitCount == 8 || bitCount == 16 ||
-                       bitCount == 24 || bitCount == 32;
-    const std::uint64_t imageSize =
-        known && width > 0 && height > 0 ? BitmapBytes(width, height, bitCount) : 0;
+    const std::uint64_t imageSize = BitmapBytes(width, height, bitCount);
+    if (imageSize == 0)
+    {
+        return 0;
+    }
     const DWORD colors = bitCount <= 8 ? DWORD{1} << bitCount : 0;
     const std::uint64_t infoSize = sizeof(BITMAPINFOHEADER) + colors * sizeof(RGBQUAD);
     const std::uint64_t offset = sizeof(BITMAPFILEHEADER) + infoSize;
-    if (imageSize == 0 || offset + imageSize > 0xFFFFFFFF)
+    if (offset + imageSize > 0xFFFFFFFF)
     {
         return 0;
     }
@@ -238,6 +286,7 @@ int MemoryMappedDIB::GenerateDIBInfo()
 
 HBITMAP MemoryMappedDIB::CreateDIBRectangleSection()
 {
+    CloseFile_();
     if (memoryDC == nullptr || (dibInfo == nullptr && !GenerateDIBInfo()))
     {
         return nullptr;
@@ -298,7 +347,7 @@ int MemoryMappedDIB::CopyBits()
         return 0;
     }
     GdiFlush();
-    std::memcpy(fileBits, dibBits, dibInfo->bmiHeader.biSizeImage);
+    std::memcpy(fileBits, dibBits, ImageSize_());
     return 1;
 }
 
@@ -308,7 +357,7 @@ HGLOBAL MemoryMappedDIB::GetGlobalDIB()
     {
         return nullptr;
     }
-    const DWORD imageSize = dibInfo->bmiHeader.biSizeImage;
+    const DWORD imageSize = ImageSize_();
     const HGLOBAL block =
         GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, std::size_t{dibInfoSize} + imageSize);
     BYTE* const bytes = static_cast<BYTE*>(GlobalLock(block));
@@ -380,14 +429,101 @@ int MemoryMappedDIB::FindNearestColor(ColorVector* color)
 
 DWORD MemoryMappedDIB::ImageSize_() const
 {
-    if (dibInfo == nullptr || dibBits == nullptr)
+    // What a record states of pixels that are not packed may be anything.
+    return dibInfo == nullptr || dibBits == nullptr ? 0
+                                                    : static_cast<DWORD>(BitmapPixelBytes(dibInfo));
+}
+
+int MemoryMappedDIB::SaveToStorage(IStorage* storage, const char* name)
+{
+    if (storage == nullptr || name == nullptr || dibInfo == nullptr || dibBits == nullptr)
     {
         return 0;
     }
-    const BITMAPINFOHEADER& header = dibInfo->bmiHeader;
-    return header.biSizeImage != 0 ? header.biSizeImage
-                                   : static_cast<DWORD>(BitmapBytes(header.biWidth, header.biHeight,
-                                                                    header.biBitCount));
+    IStream* stream = nullptr;
+    const std::basic_string<OLECHAR> streamName = StreamName(name);
+    if (FAILED(storage->CreateStream(streamName.c_str(),
+                                     STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, 0,
+                                     &stream)))
+    {
+        return 0;
+    }
+    GdiFlush();
+    const ULONG recordSize = static_cast<ULONG>(BitmapRecordBytes(dibInfo));
+    const int isSaved = SUCCEEDED(stream->Write(dibInfo, recordSize, nullptr)) &&
+                        SUCCEEDED(stream->Write(dibBits, ImageSize_(), nullptr));
+    stream->Release();
+    if (!isSaved)
+    {
+        storage->DestroyElement(streamName.c_str());
+    }
+    return isSaved;
+}
+
+int MemoryMappedDIB::ReadFromStorage(IStorage* storage, const char* name)
+{
+    IStream* stream = nullptr;
+    if (storage == nullptr || name == nullptr ||
+        FAILED(storage->OpenStream(StreamName(name).c_str(), nullptr,
+                                   STGM_READ | STGM_SHARE_EXCLUSIVE, 0, &stream)))
+    {
+        return 0;
+    }
+    std::size_t size = 0;
+    std::vector<DWORD> words = ReadStream(stream, &size);
+    stream->Release();
+    const BITMAPINFO* const info = reinterpret_cast<const BITMAPINFO*>(words.data());
+    if (size < sizeof(BITMAPINFOHEADER) ||
+        !FitsBitmap(info, size, size - std::min<std::uint64_t>(size, BitmapRecordBytes(info))))
+    {
+        return 0;
+    }
+    return TakePacked_(*info, reinterpret_cast<const BYTE*>(info) + BitmapRecordBytes(info));
+}
+
+int MemoryMappedDIB::TakePacked_(const BITMAPINFO& info, const void* pixels)
+{
+    DetachGlobalHandle();
+    DeleteSection_();
+    CloseFile_();
+    filename.Empty();
+    const std::uint64_t recordSize = BitmapRecordBytes(&info);
+    infoStorage_.assign(recordSize / sizeof(DWORD) + 1, 0);
+    std::memcpy(infoStorage_.data(), &info, recordSize);
+    dibInfo = reinterpret_cast<BITMAPINFO*>(infoStorage_.data());
+    BITMAPINFOHEADER& header = dibInfo->bmiHeader;
+    if (IsPackedBitmap(&info))
+    {
+        header.biCompression = BI_RGB;
+    }
+    else if (header.biCompression == BI_BITFIELDS)
+    {
+        // The masks count as part of the header from now on, so that dibInfoSize has them.
+        const DWORD size = header.biSize;
+        header.biSize = std::max<DWORD>(size, sizeof header + 3 * sizeof(DWORD));
+    }
+    header.biClrUsed = static_cast<DWORD>((recordSize - header.biSize) / sizeof(RGBQUAD));
+    width = header.biWidth;
+    height = header.biHeight;
+    bitCount = header.biBitCount;
+    horizontalResolution = DotsPerInch(header.biXPelsPerMeter);
+    verticalResolution = DotsPerInch(header.biYPelsPerMeter);
+    header.biSizeImage = static_cast<DWORD>(BitmapPixelBytes(dibInfo));
+    dibInfoSize = static_cast<DWORD>(recordSize);
+    dibSection = CreateDIBSection(memoryDC, dibInfo, DIB_RGB_COLORS, &dibBits, nullptr, 0);
+    if (dibSection == nullptr)
+    {
+        dibInfo = nullptr;
+        return 0;
+    }
+    previousBitmap = SelectObject(memoryDC, dibSection);
+    if (IsPackedBitmap(&info))
+    {
+        return SetDIBits(memoryDC, dibSection, 0, static_cast<UINT>(height), pixels, &info,
+                         DIB_RGB_COLORS) == height;
+    }
+    std::memcpy(dibBits, pixels, ImageSize_());
+    return 1;
 }
 
 void MemoryMappedDIB::Serialize(CArchive& archive)
@@ -420,17 +556,23 @@ void MemoryMappedDIB::DeserializeVersion1(CArchive& archive)
     archive >> storedBitCount;
     archive >> storedSize;
 
-    // A few bytes must not make a bitmap of gigabytes.
-    constexpr std::uint64_t alwaysFine = 64 << 20;
-    const std::uint64_t needed = BitmapBytes(storedWidth, storedHeight, storedBitCount);
-    if ((needed > alwaysFine && storedSize < needed) ||
+    if (storedWidth == 0 && storedHeight == 0 && storedSize == 0)
+    {
+        DetachGlobalHandle();
+        DeleteSection_();
+        CloseFile_();
+        width = height = 0;
+        bitCount = storedBitCount;
+        return;
+    }
+    if (!IsPlausibleSize(BitmapBytes(storedWidth, storedHeight, storedBitCount), storedSize) ||
         !Create(storedWidth, storedHeight, horizontalResolution, verticalResolution, storedBitCount,
                 CString()))
     {
         AfxThrowArchiveException(CArchiveException::generic,
                                  "a stored bitmap of an impossible size");
     }
-    const DWORD kept = std::min(storedSize, DWORD{dibInfo->bmiHeader.biSizeImage});
+    const DWORD kept = std::min(storedSize, ImageSize_());
     archive.ReadExactly(dibBits, kept);
     archive.Skip(storedSize - kept);
 }

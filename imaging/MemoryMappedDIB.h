@@ -46,6 +46,7 @@ public:
 
     /// Makes a bitmap, and with a name a new BMP file for it, whose space is taken on the disk.
     /// \param newHorizontalResolution dots per inch, as \p newVerticalResolution.
+    /// \param newHeight negative for one whose highest row comes first.
     /// \param newBitCount 1, 4, 8, 16, 24 or 32.
     /// \return 0 when it cannot be had; a file that cannot be made is reported in a message box.
     virtual int Create(int newWidth, int newHeight, int newHorizontalResolution,
@@ -73,7 +74,8 @@ public:
     /// See FindNearestPaletteColor.
     int FindNearestColor(ColorVector* color);
 
-    /// Stores or loads the bitmap, packed, as a stream of that name. 0 when it cannot be done.
+    /// Stores the bitmap as a stream of that name (ASCII, at most 31 characters): header, colours
+    /// or masks, pixels. Loading makes a bitmap of its own, uncompressed. 0 when it cannot be done.
     int SaveToStorage(IStorage* storage, const char* name);
     int ReadFromStorage(IStorage* storage, const char* name);
 
@@ -117,6 +119,8 @@ private:
     void CloseFile_();
     void DeleteSection_();
     int MakeFile_();
+    /// Copies a packed bitmap, which has been checked, into one of its own.
+    int TakePacked_(const BITMAPINFO& info, const void* pixels);
     DWORD ImageSize_() const;
 
     std::vector<DWORD> infoStorage_;

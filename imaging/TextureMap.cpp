@@ -107,6 +107,7 @@ int TextureMap::ReleaseOwnership()
 
 int TextureMap::Load(const CString& newFilename)
 {
+    const TextureOwnership owned(*this);
     filename = newFilename;
     name = NameOfFile(filename);
     ValidateFile();
@@ -115,6 +116,7 @@ int TextureMap::Load(const CString& newFilename)
 
 int TextureMap::ValidateFile()
 {
+    const TextureOwnership owned(*this);
     BYTE start[2] = {};
     const UINT count = filename.IsEmpty() ? 0 : ReadStart(filename, start, sizeof start);
     if (count == 0)

@@ -30,8 +30,8 @@ struct FileMapping final : KernelObject
     bool isWritable = false;
 };
 
-/// Maps bytes of a file at any offset; they stay mapped as long as somebody shares what is returned.
-/// Null when the range lies outside the mapping or the system refuses.
+/// Maps bytes of a file at any offset; they stay mapped as long as somebody shares what is
+/// returned. Null when the range lies outside the mapping or the system refuses.
 std::shared_ptr<void> MapBytes(const FileMapping& mapping, std::uint64_t offset, std::size_t count,
                                bool writable);
 

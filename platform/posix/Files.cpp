@@ -91,7 +91,9 @@ HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD /*share*/, SECURITY_ATTRIBUT
                    DWORD disposition, DWORD /*flagsAndAttributes*/, HANDLE /*templateFile*/)
 {
     const bool writes = (access & GENERIC_WRITE) != 0;
-    int flags = O_CLOEXEC | (!writes ? O_RDONLY : (access & GENERIC_READ) != 0 ? O_RDWR : O_WRONLY);
+    // Without waiting for the other end of a pipe.
+    int flags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    flags |= (!writes ? O_RDONLY : (access & GENERIC_READ) != 0 ? O_RDWR : O_WRONLY);
     flags |= disposition == CREATE_ALWAYS ? O_CREAT | O_TRUNC
              : disposition == CREATE_NEW  ? O_CREAT | O_EXCL
                                           : 0;
