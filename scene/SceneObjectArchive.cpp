@@ -80,7 +80,7 @@ void SceneObject::DeserializeLights(CArchive& archive)
     auto loaded = ReadOwnedObjects<LightObject>(archive, RUNTIME_CLASS(LightObject));
     for (const auto& light : loaded)
     {
-        if (light->GetLightNumber() < GL_LIGHT0)
+        if (static_cast<LONG>(light->lightNumber) < GL_LIGHT0)
         {
             AfxThrowArchiveException(CArchiveException::badClass,
                                      "a stored light has a number below the first OpenGL light's");
