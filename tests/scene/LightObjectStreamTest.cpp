@@ -70,14 +70,14 @@ TEST_F(Lights, ColorsNumberAndSpotAreTheLightsOwn)
     light.SetLightNumber(GL_LIGHT0 + 7);
     light.SetSpotCutoffAngle(22.5);
     light.SetSpotExponent(0.1);  // narrowed to float
-    EXPECT_EQ(Drawn(), (Lines{"glEnable GL_LIGHT7",
-                              "glLightfv GL_LIGHT7 GL_AMBIENT 0.125 0.25 0.5 1",
-                              "glLightfv GL_LIGHT7 GL_DIFFUSE 0.25 0.5 0.75 0.5",
-                              "glLightfv GL_LIGHT7 GL_SPECULAR 0.5 0.75 1 0.25",
-                              "glLightfv GL_LIGHT7 GL_POSITION 0 0 0 1",
-                              "glLightfv GL_LIGHT7 GL_SPOT_DIRECTION 0 0 -1 0",
-                              "glLightf GL_LIGHT7 GL_SPOT_CUTOFF 22.5",
-                              "glLightf GL_LIGHT7 GL_SPOT_EXPONENT 0.1"}));
+    EXPECT_EQ(Drawn(),
+              (Lines{"glEnable GL_LIGHT7", "glLightfv GL_LIGHT7 GL_AMBIENT 0.125 0.25 0.5 1",
+                     "glLightfv GL_LIGHT7 GL_DIFFUSE 0.25 0.5 0.75 0.5",
+                     "glLightfv GL_LIGHT7 GL_SPECULAR 0.5 0.75 1 0.25",
+                     "glLightfv GL_LIGHT7 GL_POSITION 0 0 0 1",
+                     "glLightfv GL_LIGHT7 GL_SPOT_DIRECTION 0 0 -1 0",
+                     "glLightf GL_LIGHT7 GL_SPOT_CUTOFF 22.5",
+                     "glLightf GL_LIGHT7 GL_SPOT_EXPONENT 0.1"}));
 }
 
 TEST_F(Lights, ADirectionalOneWithoutParentKeepsItsPosition)
@@ -198,25 +198,23 @@ protected:
 
 TEST_F(FlashLights, OneSwitchedOnGlowsRedAndYellow)
 {
-    EXPECT_EQ(Glyph(),
-              glyphStart + Lines{"gluQuadricDrawStyle GLU_FILL"} + glyphBody +
-                  Lines{"glMaterialfv GL_FRONT GL_EMISSION 0.9 0 0 1",
-                        "glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.9 0 0 1"} +
-                  glyphHandle +
-                  Lines{"glMaterialfv GL_FRONT GL_EMISSION 0.9 0.9 0 1",
-                        "glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.9 0.9 0 1"} +
-                  glyphEnd);
+    EXPECT_EQ(Glyph(), glyphStart + Lines{"gluQuadricDrawStyle GLU_FILL"} + glyphBody +
+                           Lines{"glMaterialfv GL_FRONT GL_EMISSION 0.9 0 0 1",
+                                 "glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.9 0 0 1"} +
+                           glyphHandle +
+                           Lines{"glMaterialfv GL_FRONT GL_EMISSION 0.9 0.9 0 1",
+                                 "glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.9 0.9 0 1"} +
+                           glyphEnd);
 }
 
 TEST_F(FlashLights, OneSwitchedOffIsDullAndOneSelectedIsMadeOfLines)
 {
     light.ClearActive();
     light.SetSelected();
-    EXPECT_EQ(Glyph(), glyphStart + Lines{"gluQuadricDrawStyle GLU_LINE"} + glyphBody +
-                           Lines{"glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.3 0 0 1"} +
-                           glyphHandle +
-                           Lines{"glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.3 0.3 0 1"} +
-                           glyphEnd);
+    EXPECT_EQ(Glyph(),
+              glyphStart + Lines{"gluQuadricDrawStyle GLU_LINE"} + glyphBody +
+                  Lines{"glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.3 0 0 1"} + glyphHandle +
+                  Lines{"glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.3 0.3 0 1"} + glyphEnd);
 }
 
 TEST_F(FlashLights, ShownOnesAreDrawnBeforeTheyAreProgrammed)
@@ -245,8 +243,8 @@ TEST_F(FlashLights, CanBeDrawnAtADistance)
     const Lines glyph = Glyph();
     GlRecording recording;
     EXPECT_EQ(light.DrawAtRadius(&parameters, 2.5f), 1);
-    EXPECT_EQ(recording.Lines(), Lines({"glPushMatrix", "glTranslated 0 0 2.5"}) + glyph +
-                                     Lines{"glPopMatrix"});
+    EXPECT_EQ(recording.Lines(),
+              Lines({"glPushMatrix", "glTranslated 0 0 2.5"}) + glyph + Lines{"glPopMatrix"});
 }
 
 }  // namespace

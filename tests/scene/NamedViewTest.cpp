@@ -67,8 +67,7 @@ TEST(NamedView, TheRecordIsVersionNameTransformAndProjection)
 TEST(NamedView, Version1LeavesTheProjectionAsItWas)
 {
     NamedView loaded("Back", Moved(9), Angle(70));
-    LoadRecord(loaded,
-               RecordBytes().Dword(1).String("Front").Append(TranslationRecord(5, 0, 0)));
+    LoadRecord(loaded, RecordBytes().Dword(1).String("Front").Append(TranslationRecord(5, 0, 0)));
     EXPECT_EQ(loaded.GetName(), "Front");
     EXPECT_EQ(loaded.GetTransform().GetTranslation().x, 5.0);
     EXPECT_EQ(loaded.GetProjection().GetFieldOfViewAngle(), 70.0);
