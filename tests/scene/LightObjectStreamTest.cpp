@@ -23,7 +23,7 @@ const Lines enabled = {"glEnable GL_LIGHT0"};
 const Lines defaultColors = {"glLightfv GL_LIGHT0 GL_AMBIENT 0 0 0 1",
                              "glLightfv GL_LIGHT0 GL_DIFFUSE 0.6 0.6 0.6 1",
                              "glLightfv GL_LIGHT0 GL_SPECULAR 0.9 0.9 0.9 1"};
-const Lines defaultSpot = {"glLightfv GL_LIGHT0 GL_SPOT_DIRECTION 0 0 -1 0",
+const Lines defaultSpot = {"glLightfv GL_LIGHT0 GL_SPOT_DIRECTION 0 0 -1",
                            "glLightf GL_LIGHT0 GL_SPOT_CUTOFF 180",
                            "glLightf GL_LIGHT0 GL_SPOT_EXPONENT 128"};
 const Lines pointLight =
@@ -75,7 +75,7 @@ TEST_F(Lights, ColorsNumberAndSpotAreTheLightsOwn)
                      "glLightfv GL_LIGHT7 GL_DIFFUSE 0.25 0.5 0.75 0.5",
                      "glLightfv GL_LIGHT7 GL_SPECULAR 0.5 0.75 1 0.25",
                      "glLightfv GL_LIGHT7 GL_POSITION 0 0 0 1",
-                     "glLightfv GL_LIGHT7 GL_SPOT_DIRECTION 0 0 -1 0",
+                     "glLightfv GL_LIGHT7 GL_SPOT_DIRECTION 0 0 -1",
                      "glLightf GL_LIGHT7 GL_SPOT_CUTOFF 22.5",
                      "glLightf GL_LIGHT7 GL_SPOT_EXPONENT 0.1"}));
 }
@@ -198,13 +198,13 @@ protected:
 
 TEST_F(FlashLights, OneSwitchedOnGlowsRedAndYellow)
 {
-    EXPECT_EQ(Glyph(), glyphStart + Lines{"gluQuadricDrawStyle GLU_FILL"} + glyphBody +
-                           Lines{"glMaterialfv GL_FRONT GL_EMISSION 0.9 0 0 1",
-                                 "glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.9 0 0 1"} +
-                           glyphHandle +
-                           Lines{"glMaterialfv GL_FRONT GL_EMISSION 0.9 0.9 0 1",
-                                 "glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.9 0.9 0 1"} +
-                           glyphEnd);
+    EXPECT_EQ(Glyph(), (glyphStart + Lines{"gluQuadricDrawStyle GLU_FILL"} + glyphBody +
+                        Lines{"glMaterialfv GL_FRONT GL_EMISSION 0.9 0 0 1",
+                              "glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.9 0 0 1"} +
+                        glyphHandle +
+                        Lines{"glMaterialfv GL_FRONT GL_EMISSION 0.9 0.9 0 1",
+                              "glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.9 0.9 0 1"} +
+                        glyphEnd));
 }
 
 TEST_F(FlashLights, OneSwitchedOffIsDullAndOneSelectedIsMadeOfLines)
@@ -212,9 +212,9 @@ TEST_F(FlashLights, OneSwitchedOffIsDullAndOneSelectedIsMadeOfLines)
     light.ClearActive();
     light.SetSelected();
     EXPECT_EQ(Glyph(),
-              glyphStart + Lines{"gluQuadricDrawStyle GLU_LINE"} + glyphBody +
-                  Lines{"glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.3 0 0 1"} + glyphHandle +
-                  Lines{"glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.3 0.3 0 1"} + glyphEnd);
+              (glyphStart + Lines{"gluQuadricDrawStyle GLU_LINE"} + glyphBody +
+               Lines{"glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.3 0 0 1"} + glyphHandle +
+               Lines{"glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.3 0.3 0 1"} + glyphEnd));
 }
 
 TEST_F(FlashLights, ShownOnesAreDrawnBeforeTheyAreProgrammed)
