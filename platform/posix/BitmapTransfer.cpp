@@ -75,7 +75,7 @@ struct Axis
             const std::int64_t counted = isMirrored ? to.Length() - 1 - i : i;
             const std::int64_t source =
                 from.Low() + (2 * counted + 1) * from.Length() / (2 * to.Length());
-            if (source >= 0 && source < fromLimit)
+            if (from.length != 0 && source >= 0 && source < fromLimit)
             {
                 first = sources.empty() ? static_cast<int>(at) : first;
                 sources.push_back(static_cast<int>(source));

@@ -34,6 +34,24 @@ struct Unreferrer
 template <typename Object>
 using Counted = std::unique_ptr<Object, Unreferrer>;
 
+// While it lives, the library does not write about damaged files to standard error.
+class Quiet
+{
+public:
+    Quiet()
+        : handler_(g_log_set_handler(
+              domain, G_LOG_LEVEL_MASK, [](const gchar*, GLogLevelFlags, const gchar*, gpointer) {},
+              nullptr))
+    {}
+    ~Quiet() { g_log_remove_handler(domain, handler_); }
+    Quiet(const Quiet&) = delete;
+    Quiet& operator=(const Quiet&) = delete;
+
+private:
+    static constexpr const char* domain = "libgsf:msole";
+    guint handler_;
+};
+
 void Begin()
 {
     static const bool begun = (gsf_init(), true);
@@ -111,12 +129,12 @@ HRESULT WriteCompound(Compound& compound)
     {
         isWritten = isWritten && WriteContent(file.get(), *content);
     }
-    isWritten = gsf_output_close(GSF_OUTPUT(file.get())) && isWritten;
     if (!isWritten)
     {
         gsf_output_set_error(output.get(), 0, "incomplete");
     }
-    isWritten = gsf_output_close(output.get()) && isWritten;
+    // Closes the other one, too.
+    isWritten = gsf_output_close(GSF_OUTPUT(file.get())) && isWritten;
     compound.isChanged = compound.isChanged && !isWritten;
     return isWritten ? S_OK : STG_E_WRITEFAULT;
 }
@@ -147,6 +165,7 @@ HRESULT ReadCompound(Compound& compound)
     {
         return STG_E_FILENOTFOUND;
     }
+    const Quiet quiet;
     const Counted<GsfInfile> file(gsf_infile_msole_new(input.get(), nullptr));
     if (file == nullptr)
     {
