@@ -34,6 +34,9 @@ TEST(ProjectionData, NewOneHasTheStatedLens)
     EXPECT_EQ(projection.GetScaleX(), 1.0);
     EXPECT_EQ(projection.GetScaleY(), 1.0);
     EXPECT_EQ(projection.GetReferenceAspect(), 1.0);
+    EXPECT_EQ(projection.projectionFlags, 1U);
+    EXPECT_EQ(projection.referenceFieldOfViewAngle, 40.0);
+    EXPECT_EQ(projection.referenceHeight, -1.0);
 }
 
 TEST(ProjectionData, NewOneHasNoSizeAndASubWindowComputedFromThat)
@@ -57,6 +60,8 @@ TEST(ProjectionData, NewOneHasNoSizeAndASubWindowComputedFromThat)
               -1.0);  // a sub-window of 1 in a width of -1, 1 at the near plane
     EXPECT_EQ(projection.GetViewTop(), 0.0);
     EXPECT_EQ(projection.GetViewBottom(), 0.0);
+    EXPECT_EQ(projection.viewWidthNear, -1.0);
+    EXPECT_EQ(projection.viewHeightNear, 0.0);
 }
 
 TEST(ProjectionData, LensOf50MillimetresSees38Point58Degrees)
@@ -77,6 +82,8 @@ TEST(ProjectionData, FirstResizeOnlyStoresTheSize)
     EXPECT_EQ(projection.GetFieldOfViewAngle(), 40.0);
     EXPECT_EQ(projection.GetAspect(), 640.0 / 480);
     EXPECT_EQ(projection.GetViewRight(), -1.0);  // the sub-window is not recomputed
+    EXPECT_EQ(projection.referenceHeight, 480);
+    EXPECT_EQ(projection.GetReferenceAspect(), 1.0);
 
     // The stored reference height of 480: a wide window then keeps the vertical angle of 40
     // degrees.
@@ -96,6 +103,69 @@ TEST(ProjectionData, NarrowerWindowWidensTheVerticalAngle)
     EXPECT_EQ(projection.GetWidth(), 320);
     projection.ResizeAndMaintainView(1280, 480);
     EXPECT_NEAR(projection.GetFieldOfViewAngle(), 40.0, 1e-6);
+}
+
+TEST(ProjectionData, TheReferenceIsWhatWasInForceWhenItWasSaved)
+{
+    ProjectionData projection = Sized(640, 320);
+    projection.SetFieldOfViewAngle(30);
+    projection.SaveReferenceAspect();
+    EXPECT_EQ(projection.GetReferenceAspect(), 2.0);
+    EXPECT_EQ(projection.referenceFieldOfViewAngle, 30);
+    EXPECT_EQ(projection.referenceHeight, 320);
+    projection.SetReferenceAspect(3);
+    EXPECT_EQ(projection.GetReferenceAspect(), 3.0);
+    EXPECT_EQ(projection.GetAspect(), 2.0);
+    EXPECT_EQ(projection.referenceHeight, 320);
+}
+
+TEST(ProjectionData, ASubWindowIsNotRecomputedWithoutASize)
+{
+    ProjectionData projection = Sized(200, 100);
+    projection.SetOrthographic();
+    projection.SetOrthographicWidth(4);
+    projection.SetScaledSize(0, 100);
+    EXPECT_EQ(projection.GetAspect(), 0.0);
+    EXPECT_EQ(projection.GetViewLeft(), -2.0);
+    EXPECT_EQ(projection.GetViewRight(), 2.0);
+    projection.SetViewSize(50, 50);
+    EXPECT_EQ(projection.GetViewRight(), 2.0);
+}
+
+TEST(ProjectionData, ANegativeSizeLeavesTheVolume)
+{
+    ProjectionData projection = Sized(200, 100);
+    const double left = projection.GetLeftNear();
+    projection.SetScaledSize(-1, 100);
+    EXPECT_EQ(projection.GetAspect(), 2.0);
+    EXPECT_EQ(projection.GetLeftNear(), left);
+    projection.SetFieldOfViewAngle(90);
+    EXPECT_EQ(projection.GetLeftNear(), left);
+    EXPECT_NEAR(projection.GetLensLength(), 17.5, 1e-6);
+}
+
+TEST(ProjectionData, CopiesTakeEveryField)
+{
+    ProjectionData projection = Sized(200, 100);
+    projection.SetScale(2, 3);
+    projection.SetViewOffset(4, 5);
+    projection.SetFieldOfViewAngle(50);
+    projection.SaveReferenceAspect();
+    projection.SetOrthographic();
+    ProjectionData assigned;
+    assigned = projection;
+    const ProjectionData copy(assigned);
+    EXPECT_EQ(copy.GetWidth(), 400);
+    EXPECT_EQ(copy.GetUnscaledHeight(), 100);
+    EXPECT_EQ(copy.GetScaleY(), 3);
+    EXPECT_EQ(copy.GetViewXOffset(), 4);
+    EXPECT_EQ(copy.GetViewYOffset(), 5);
+    EXPECT_EQ(copy.GetViewWidth(), 200);
+    EXPECT_EQ(copy.GetFieldOfViewAngle(), 50);
+    EXPECT_EQ(copy.referenceFieldOfViewAngle, 50);
+    EXPECT_EQ(copy.IsOrthographic(), 2);
+    EXPECT_EQ(copy.GetViewLeft(), projection.GetViewLeft());
+    EXPECT_EQ(copy.GetDiagonalDistance(), projection.GetDiagonalDistance());
 }
 
 TEST(ProjectionData, ResizeIgnoresSizesThatAreNotPositive)
