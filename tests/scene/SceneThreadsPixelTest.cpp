@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <thread>
 
 namespace
@@ -77,6 +78,7 @@ TEST_F(DrawnScenes, AnotherThreadMayChangeTexturesAndStopTheDrawing)
             TextureMap other(i % 2 == 0 ? red.Path() : green.Path());
             panel->SetTexture(other);
         }
+        Exchange(*scene.GetTexture(), red.Path());
         event.Signal();
     });
     // Drawn until it is stopped; each picture is whole until then.
@@ -109,7 +111,7 @@ TEST_F(DrawnScenes, ADrawWaitsForATextureThatIsBeingChanged)
         TextureMap& texture = *scene.GetTexture();
         texture.GetOwnership();
         SetEvent(taken.Get());
-        texture.filename = "no such file.bmp";  // never to be seen
+        texture.textureFlags = 0;  // never to be seen
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
         Exchange(texture, green.Path());
         texture.ReleaseOwnership();
@@ -118,6 +120,28 @@ TEST_F(DrawnScenes, ADrawWaitsForATextureThatIsBeingChanged)
     EXPECT_EQ(view.Draw(&parameters), 1);
     application.join();
     EXPECT_EQ(context.Pixel(1, 1), Green(0, 0));
+}
+
+TEST_F(DrawnScenes, ANodeWaitsForItsTextureThatIsBeingChanged)
+{
+    REQUIRE_CONTEXT(context);
+    view.SetTranslation(DVector(0.0, 0.0, -3.0));
+    const TerminationEvent taken(false);
+    std::thread application([&] {
+        TextureMap& texture = *panel->GetTexture();
+        texture.GetOwnership();
+        SetEvent(taken.Get());
+        texture.textureFlags = 0;  // never to be seen
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        Exchange(texture, green.Path());
+        texture.ReleaseOwnership();
+    });
+    WaitForSingleObject(taken.Get(), INFINITE);
+    EXPECT_EQ(view.Draw(&parameters), 1);
+    application.join();
+    const Rgb pixel = context.Pixel(size / 2, size / 2);
+    EXPECT_GT(pixel.green, 50);
+    EXPECT_EQ(pixel.red, 0);
 }
 
 }  // namespace
