@@ -7,6 +7,7 @@
 #include "scene/DrawingParameters.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace
@@ -74,8 +75,10 @@ void GLMemoryDIB::CalculateDIBInfo()
         projection.SetViewSize(0, 0);
         return;
     }
-    const int rowBytes = (static_cast<int>(BitCount_() * bandWidth) + 31) / 8 & ~3;
-    const int rows = std::max(1, bandBytes / std::max(4, rowBytes));
+    const std::int64_t rowBytes =
+        (static_cast<std::int64_t>(BitCount_() * bandWidth) + 31) / 8 & ~3;
+    const std::int64_t rows =
+        std::max<std::int64_t>(1, bandBytes / std::max<std::int64_t>(4, rowBytes));
     const double bandHeight = std::min({double(rows), height, double(maximumBandHeight)});
     bandingColumns = width / bandWidth;
     bandingRows = height / bandHeight;

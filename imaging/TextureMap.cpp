@@ -47,6 +47,18 @@ UINT ReadStart(const CString& filename, BYTE* bytes, UINT count)
     }
 }
 
+// It lets go of whatever context is current; that is not to be seen.
+void DeleteDithered(const GLMemoryDIB* dithered)
+{
+    if (dithered != nullptr)
+    {
+        const HDC dc = wglGetCurrentDC();
+        const HGLRC context = wglGetCurrentContext();
+        delete dithered;
+        wglMakeCurrent(dc, context);
+    }
+}
+
 }  // namespace
 
 TextureMap::TextureMap() : mutex(CreateMutexA(nullptr, FALSE, nullptr)) {}
@@ -85,7 +97,7 @@ TextureMap& TextureMap::operator=(const TextureMap& other)
 TextureMap::~TextureMap()
 {
     delete image;
-    delete ditheredImage;
+    DeleteDithered(ditheredImage);
     CloseHandle(mutex);
 }
 
@@ -170,7 +182,7 @@ GLMemoryDIB* TextureMap::GetDitheredImage()
 void TextureMap::FreeDitheredImage()
 {
     const TextureOwnership owned(*this);
-    delete std::exchange(ditheredImage, nullptr);
+    DeleteDithered(std::exchange(ditheredImage, nullptr));
 }
 
 int TextureMap::ShouldTexture() const

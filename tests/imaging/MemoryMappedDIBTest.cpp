@@ -3,41 +3,23 @@
 
 #include "material/ColorVector.h"
 #include "tests/support/BmpFile.h"
+#include "tests/support/ExposedDib.h"
 #include "tests/support/Bitmaps.h"
 #include "tests/support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <dirent.h>
+#include <sys/stat.h>
 
 namespace
 {
 
 using Values = std::vector<int>;
 
-// The fields that have no accessors.
-class Dib : public MemoryMappedDIB
-{
-public:
-    using MemoryMappedDIB::fileBits;
-    using MemoryMappedDIB::fileHandle;
-    using MemoryMappedDIB::fileHeader;
-    using MemoryMappedDIB::globalHandle;
-    using MemoryMappedDIB::mappedView;
-    using MemoryMappedDIB::mappingHandle;
-    using MemoryMappedDIB::previousBitmap;
-
-    Values Pixels(int first, int count) const
-    {
-        const BYTE* const bytes = static_cast<const BYTE*>(GetDIBBits()) + first;
-        return Values(bytes, bytes + count);
-    }
-    bool HoldsNoFile() const
-    {
-        return fileHandle == nullptr && mappingHandle == nullptr && mappedView == nullptr &&
-               fileBits == nullptr && fileHeader == nullptr;
-    }
-};
+using Dib = ExposedDib;
 
 int CountOpenFiles()
 {
@@ -387,10 +369,13 @@ TEST(MemoryMappedDIB, WithoutATableTheColourIsRounded)
     EXPECT_EQ(color.alpha, 0.25f);
 }
 
-TEST(MemoryMappedDIB, AFileOfAPipeIsRefusedAtOnce)
+TEST(MemoryMappedDIB, APipeIsRefusedWithoutWaitingForItsOtherEnd)
 {
+    const TemporaryName pipe("pipe.bmp");
+    ASSERT_EQ(mkfifo(pipe.Path(), 0600), 0);
     Dib dib;
-    EXPECT_EQ(dib.Open("/dev/null"), 4);
+    EXPECT_EQ(dib.Open(pipe.Path()), 4);
+    EXPECT_EQ(dib.OpenAsTrueColor("/dev/null"), 4);
 }
 
 // Picture files that other programs made.

@@ -112,8 +112,7 @@ TEST(SetDIBits, SixteenBitsFollowTheirMasks)
 {
     BitmapDescription description(2, 1, 16);
     description.SetMasks(0xF800, 0x07E0, 0x001F);
-    EXPECT_EQ(Converted(description, {0xE0, 0x07, 0x1F, 0xF8}),
-              (Values{0, 255, 0, 255, 0, 255}));
+    EXPECT_EQ(Converted(description, {0xE0, 0x07, 0x1F, 0xF8}), (Values{0, 255, 0, 255, 0, 255}));
 }
 
 TEST(SetDIBits, TwentyFourBitsAreCopied)
@@ -217,10 +216,10 @@ TEST(SetDIBits, ABitmapWithATableGetsTheNearestColourTheFirstOfEqualOnes)
     two.colors[1] = white;
     const SelectedBitmap bits(two);
     const BitmapDescription source = Indexed(9, 1, 8);
-    EXPECT_EQ(SetDIBits(nullptr, bits.bitmap, 0, 1,
-                        Exactly({1, 0, 1, 0, 0, 0, 0, 1, 1, 0, 0, 0}).get(), source.Info(),
-                        DIB_RGB_COLORS),
-              1);
+    EXPECT_EQ(
+        SetDIBits(nullptr, bits.bitmap, 0, 1, Exactly({1, 0, 1, 0, 0, 0, 0, 1, 1, 0, 0, 0}).get(),
+                  source.Info(), DIB_RGB_COLORS),
+        1);
     EXPECT_EQ(bits.Bytes(0, 2), (Values{0xA1, 0x80}));
 }
 
@@ -228,8 +227,7 @@ TEST(SetDIBits, FewerBitsAreRounded)
 {
     const SelectedBitmap target(BitmapDescription(2, 1, 16));
     // 255 is 31, 127 of 255 is 15.4 of 31, 128 is 15.56.
-    EXPECT_EQ(SetDIBits(nullptr, target.bitmap, 0, 1,
-                        Exactly({127, 128, 255, 0, 0, 0, 0, 0}).get(),
+    EXPECT_EQ(SetDIBits(nullptr, target.bitmap, 0, 1, Exactly({127, 128, 255, 0, 0, 0, 0, 0}).get(),
                         BitmapDescription(2, 1, 24).Info(), DIB_RGB_COLORS),
               1);
     EXPECT_EQ(target.Bytes(0, 4), (Values{0x0F, 0x7E, 0, 0}));  // 31, 16, 15
@@ -249,10 +247,10 @@ TEST(SetDIBits, RowsGoWhereTheyAreSentTo)
 {
     const auto rows = [](int height, UINT first, UINT count, int expected) {
         const SelectedBitmap target(BitmapDescription(1, 4, 8));
-        EXPECT_EQ(SetDIBits(nullptr, target.bitmap, first, count,
-                            Exactly({1, 0, 0, 0, 2, 0, 0, 0}).get(),
-                            BitmapDescription(1, height, 8).Info(), DIB_RGB_COLORS),
-                  expected);
+        EXPECT_EQ(
+            SetDIBits(nullptr, target.bitmap, first, count, Exactly({1, 0, 0, 0, 2, 0, 0, 0}).get(),
+                      BitmapDescription(1, height, 8).Info(), DIB_RGB_COLORS),
+            expected);
         Values result;
         for (int y = 0; y < 4; ++y)
         {

@@ -234,8 +234,8 @@ TEST(Storage, WhatIsNoCompoundFileIsRefused)
     for (const TemporaryFile* file : {&words, &none})
     {
         IStorage* storage = nullptr;
-        EXPECT_TRUE(FAILED(StgOpenStorage(Wide(file->Path()).c_str(), nullptr, STGM_READ, nullptr,
-                                          0, &storage)));
+        EXPECT_TRUE(FAILED(
+            StgOpenStorage(Wide(file->Path()).c_str(), nullptr, STGM_READ, nullptr, 0, &storage)));
         EXPECT_EQ(storage, nullptr);
     }
 }
@@ -247,7 +247,8 @@ TEST(Storage, ADamagedFileDoesNoHarm)
     const std::vector<BYTE> whole = name.Read();
     for (std::size_t length = 0; length < whole.size(); length += 997)
     {
-        const TemporaryFile cut("cut.stg", std::vector<BYTE>(whole.begin(), whole.begin() + length));
+        const TemporaryFile cut("cut.stg",
+                                std::vector<BYTE>(whole.begin(), whole.begin() + length));
         IStorage* storage = nullptr;
         if (StgOpenStorage(Wide(cut.Path()).c_str(), nullptr, STGM_READ, nullptr, 0, &storage) ==
             S_OK)

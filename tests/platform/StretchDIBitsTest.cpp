@@ -54,8 +54,8 @@ public:
     {
         return StretchDIBits(selected_.dc, to.x, to.y, to.width, to.height, from.x, from.y,
                              from.width, from.height, picture.selected_.bits,
-                             Greys(picture.width_, picture.height_).Info(),
-                             DIB_RGB_COLORS, SRCCOPY);
+                             Greys(picture.width_, picture.height_).Info(), DIB_RGB_COLORS,
+                             SRCCOPY);
     }
 
     std::vector<std::string> Rows() const
@@ -100,12 +100,12 @@ TEST(StretchDIBits, PositionsCountFromTheTopLeft)
 
 TEST(StretchDIBits, APixelTakesWhatItsCentreFallsOn)
 {
-    EXPECT_EQ(Line("ab", 3), "abb");      // (2 i + 1) 2 / 6: 1/3, 1, 5/3
-    EXPECT_EQ(Line("abc", 2), "ac");      // (2 i + 1) 3 / 4: 3/4, 9/4
-    EXPECT_EQ(Line("abcd", 2), "bd");     // 1, 3
-    EXPECT_EQ(Line("abcde", 1), "c");     // 5/2
+    EXPECT_EQ(Line("ab", 3), "abb");   // (2 i + 1) 2 / 6: 1/3, 1, 5/3
+    EXPECT_EQ(Line("abc", 2), "ac");   // (2 i + 1) 3 / 4: 3/4, 9/4
+    EXPECT_EQ(Line("abcd", 2), "bd");  // 1, 3
+    EXPECT_EQ(Line("abcde", 1), "c");  // 5/2
     EXPECT_EQ(Line("abc", 3), "abc");
-    EXPECT_EQ(Line("ab", 5), "aabbb");    // 1/5, 3/5, 1, 7/5, 9/5
+    EXPECT_EQ(Line("ab", 5), "aabbb");  // 1/5, 3/5, 1, 7/5, 9/5
 }
 
 TEST(StretchDIBits, BandsJoinExactly)
