@@ -23,22 +23,7 @@ POSITION OrvFontList::FindName(const CString& name) const
 
 OrvFont* OrvFontList::InsertSorted(OrvFont* font)
 {
-    for (POSITION position = GetHeadPosition(); position != nullptr;)
-    {
-        const POSITION here = position;
-        const OrvFont* const present = GetNext(position);
-        if (*present == font)
-        {
-            return nullptr;
-        }
-        if (*present > font)
-        {
-            InsertBefore(here, font);
-            return font;
-        }
-    }
-    AddTail(font);
-    return font;
+    return InsertInOrder(font);
 }
 
 const CRuntimeClass* OrvFontList::GetElementClass() const

@@ -76,6 +76,29 @@ protected:
         return nullptr;
     }
 
+    /// Inserts an element before the first one that is greater, by the elements' own comparisons
+    /// with a pointer, so that a sorted list stays sorted. Null, inserting nothing, when an equal
+    /// one is met first; otherwise the element.
+    Element* InsertInOrder(Element* element)
+    {
+        for (POSITION next = GetHeadPosition(); next != nullptr;)
+        {
+            const POSITION position = next;
+            const Element* const present = GetNext(next);
+            if (*present == element)
+            {
+                return nullptr;
+            }
+            if (*present > element)
+            {
+                InsertBefore(position, element);
+                return element;
+            }
+        }
+        AddTail(element);
+        return element;
+    }
+
 private:
     // The nodes hold CObject*, whose declared type may alias that of any pointer (CObList.cpp).
     using Slot [[gnu::may_alias]] = Element*;

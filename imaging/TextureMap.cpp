@@ -4,6 +4,8 @@
 #include "host/CFile.h"
 #include "host/MultibyteCompare.h"
 #include "host/RecordVersion.h"
+#include "imaging/GLMemoryDIB.h"
+#include "imaging/TextureOwnership.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,28 +16,6 @@ IMPLEMENT_SERIAL(TextureMap, CObject, VERSIONABLE_SCHEMA | 2)
 
 namespace
 {
-
-// Holds a texture map for as long as it lives, where it could be had.
-class Ownership
-{
-public:
-    explicit Ownership(TextureMap& texture)
-        : texture_(texture), owned_(texture.GetOwnership() != nullptr)
-    {}
-    ~Ownership()
-    {
-        if (owned_)
-        {
-            texture_.ReleaseOwnership();
-        }
-    }
-    Ownership(const Ownership&) = delete;
-    Ownership& operator=(const Ownership&) = delete;
-
-private:
-    TextureMap& texture_;
-    bool owned_;
-};
 
 // Both separators count on every system: documents travel.
 CString NameOfFile(const CString& filename)
@@ -67,6 +47,18 @@ UINT ReadStart(const CString& filename, BYTE* bytes, UINT count)
     }
 }
 
+// It lets go of whatever context is current; that is not to be seen.
+void DeleteDithered(const GLMemoryDIB* dithered)
+{
+    if (dithered != nullptr)
+    {
+        const HDC dc = wglGetCurrentDC();
+        const HGLRC context = wglGetCurrentContext();
+        delete dithered;
+        wglMakeCurrent(dc, context);
+    }
+}
+
 }  // namespace
 
 TextureMap::TextureMap() : mutex(CreateMutexA(nullptr, FALSE, nullptr)) {}
@@ -87,8 +79,9 @@ TextureMap& TextureMap::operator=(const TextureMap& other)
     {
         return *this;
     }
-    const Ownership owned(*this);
+    const TextureOwnership owned(*this);
     FreeImage();
+    FreeDitheredImage();
     modulate = other.modulate;
     filename = other.filename;
     placement = other.placement;
@@ -104,6 +97,7 @@ TextureMap& TextureMap::operator=(const TextureMap& other)
 TextureMap::~TextureMap()
 {
     delete image;
+    DeleteDithered(ditheredImage);
     CloseHandle(mutex);
 }
 
@@ -125,6 +119,7 @@ int TextureMap::ReleaseOwnership()
 
 int TextureMap::Load(const CString& newFilename)
 {
+    const TextureOwnership owned(*this);
     filename = newFilename;
     name = NameOfFile(filename);
     ValidateFile();
@@ -133,6 +128,7 @@ int TextureMap::Load(const CString& newFilename)
 
 int TextureMap::ValidateFile()
 {
+    const TextureOwnership owned(*this);
     BYTE start[2] = {};
     const UINT count = filename.IsEmpty() ? 0 : ReadStart(filename, start, sizeof start);
     if (count == 0)
@@ -146,15 +142,20 @@ int TextureMap::ValidateFile()
 
 int TextureMap::LoadImage()
 {
-    const Ownership owned(*this);
+    const TextureOwnership owned(*this);
     FreeImage();
     ValidateFile();
-    return (textureFlags & Valid) != 0;
+    if ((textureFlags & Valid) == 0)
+    {
+        return 0;
+    }
+    image = DIBImageLoad(filename);
+    return 1;
 }
 
 _RGBImageRecord* TextureMap::GetImage()
 {
-    const Ownership owned(*this);
+    const TextureOwnership owned(*this);
     if (image == nullptr)
     {
         LoadImage();
@@ -164,8 +165,24 @@ _RGBImageRecord* TextureMap::GetImage()
 
 void TextureMap::FreeImage()
 {
-    const Ownership owned(*this);
+    const TextureOwnership owned(*this);
     delete std::exchange(image, nullptr);
+}
+
+GLMemoryDIB* TextureMap::GetDitheredImage()
+{
+    const TextureOwnership owned(*this);
+    if (ditheredImage == nullptr)
+    {
+        GenerateDitheredImage();
+    }
+    return ditheredImage;
+}
+
+void TextureMap::FreeDitheredImage()
+{
+    const TextureOwnership owned(*this);
+    DeleteDithered(std::exchange(ditheredImage, nullptr));
 }
 
 int TextureMap::ShouldTexture() const
@@ -205,8 +222,9 @@ void TextureMap::Serialize(CArchive& archive)
 
 void TextureMap::DeserializeVersion1(CArchive& archive)
 {
-    const Ownership owned(*this);
+    const TextureOwnership owned(*this);
     FreeImage();
+    FreeDitheredImage();
     archive >> modulate >> filename >> textureFlags >> name >> quality >> repeatRate;
     placement = 1;
     horizontalLocation = 0.0;

@@ -6,6 +6,8 @@
 #include "host/FlagAccessors.h"
 #include "platform/Sync.h"
 
+class GLMemoryDIB;
+
 /// The pixels of a texture: sizeX times sizeY of three bytes red, green, blue, rows tightly packed,
 /// the lowest row first. Owns \c data, which was allocated with new[].
 struct ORVANE_API _RGBImageRecord
@@ -61,11 +63,22 @@ public:
     /// meant, see ATextFileIsValidThoughItIsNoPicture.
     int ValidateFile();
 
-    /// Lets go of the pixels and validates the file. 0 when that leaves it not Valid.
+    /// Loads the pixels anew, of a file that can be mapped; they stay missing when it is no
+    /// picture, which is no failure here. 0 when the file is not Valid.
     int LoadImage();
     /// The pixels, owned by this texture map and loaded on first use; null when there are none.
     _RGBImageRecord* GetImage();
     void FreeImage();
+
+    /// A BMP file of any depth as red, green and blue, owned by the caller; null when it is none.
+    static _RGBImageRecord* DIBImageLoad(const char* filename);
+
+    /// The pixels on OpenGL's own palette of 8 bits, for displays that have no more; owned by this
+    /// texture map and made on first use. Null when there are none.
+    GLMemoryDIB* GetDitheredImage();
+    void FreeDitheredImage();
+    /// Makes it anew, in a context of its own; the current one is current again afterwards.
+    int GenerateDitheredImage();
 
     /// Makes the pixels the current OpenGL texture: scaled to powers of two of at most 256, or as
     /// mipmaps with quality 2. 0 unless Valid and Textured; without pixels Valid is cleared.
@@ -115,7 +128,8 @@ public:
     CString filename;
     DWORD placement = 1;  ///< of a background: 0 stretch, 1 tile, other centre
     DWORD textureFlags = 0;
-    _RGBImageRecord* image = nullptr;  ///< owned
+    GLMemoryDIB* ditheredImage = nullptr;  ///< owned
+    _RGBImageRecord* image = nullptr;      ///< owned
     HANDLE mutex;
 
 protected:

@@ -18,6 +18,7 @@ constexpr DWORD ERROR_INVALID_PARAMETER = 87;
 constexpr DWORD ERROR_BUSY = 170;
 constexpr DWORD ERROR_NOT_OWNER = 288;
 constexpr DWORD ERROR_INVALID_PIXEL_FORMAT = 2000;
+constexpr DWORD ERROR_FILE_INVALID = 1006;  ///< an empty file cannot be mapped
 constexpr DWORD ERROR_NO_RENDERING = 2001;  ///< there is no OpenGL here; the text says why
 
 /// The number that the last refused call left. Calls that succeed leave it as it was.

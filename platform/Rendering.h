@@ -91,4 +91,17 @@ ORVANE_API HDC wglGetCurrentDC();
 /// current already.
 ORVANE_API BOOL wglShareLists(HGLRC context, HGLRC other);
 
+/// Takes an OpenGL context that a host made for a window of its own, current on this thread, among
+/// these contexts: wglGetCurrentContext and wglGetCurrentDC name it, wglMakeCurrent takes it up
+/// again after another one, and StretchDIBits draws through it. The host calls this each time that
+/// it begins to draw, with the pixels that it draws on, and goes on managing the context.
+/// \return a device context of 32 bits with that context's handle in wglGetCurrentContext, the same
+/// as long as it is the same context; null when none is current (GetLastErrorText says so). Owned
+/// by the platform.
+ORVANE_API HDC AdoptCurrentContext(int width, int height);
+
+/// Ends the adoption on this thread; the context stays current for the host. Must be called before
+/// the host destroys it. Nothing happens when there is none.
+ORVANE_API void ReleaseAdoptedContext();
+
 #endif

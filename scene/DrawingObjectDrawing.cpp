@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "imaging/TextureOwnership.h"
 #include "material/ApplyMaterial.h"
 #include "platform/OpenGL.h"
 #include "scene/DrawingObject.h"
@@ -178,6 +179,8 @@ int DrawingObject::DrawWithTexture_(DrawingParameters* parameters)
     parameters->CurrentTexture().DisableTextureMap();
     if (parameters->IsRender() && parameters->ShouldShowTextures() && !parameters->IsSelecting())
     {
+        // Owned from the comparison on: the application may change it meanwhile.
+        const TextureOwnership ownership(texture);
         if (!parameters->CurrentTexture().MakesSameTexture(texture) &&
             texture.GenerateTextureMaps())
         {

@@ -37,6 +37,13 @@ struct Bitmap final : GdiObject
     DWORD offset = 0;
 };
 
+/// The bitmap of that description, with its masks or colours but without bits; null when there is
+/// no such bitmap. A packed one (BI_RLE8, BI_RLE4) becomes one of 8 bits.
+std::shared_ptr<Bitmap> DescribeBitmap(const BITMAPINFO& info);
+
+/// Zeroed bits in memory. False when there is none.
+bool AllocateBits(Bitmap& bitmap);
+
 /// The bitmap that every device context has selected at first, 1 by 1, of 1 bit.
 HBITMAP StockBitmap();
 

@@ -1,7 +1,4 @@
 // SPDX-License-Identifier: MIT
-// For glWindowPos2i, which is younger than the header's own functions.
-#define GL_GLEXT_PROTOTYPES
-
 #include "platform/posix/BitmapPixels.h"
 
 #include <algorithm>
@@ -71,54 +68,17 @@ int LevelCount(DWORD mask)
     return 1 << std::clamp(std::popcount(mask), 1, 8);
 }
 
-// The three channels of a pixel with fewer bits, joined.
-class Reducer
-{
-public:
-    Reducer(const std::array<DWORD, 3>& masks, Reduction reduction)
-        : red_(LevelCount(masks[0]), reduction),
-          green_(LevelCount(masks[1]), reduction),
-          blue_(LevelCount(masks[2]), reduction)
-    {
-        for (int i = 0; i < 3; ++i)
-        {
-            shifts_[i] =
-                masks[i] == 0 ? 0 : std::bit_width(masks[i]) - std::min(8, std::popcount(masks[i]));
-        }
-    }
-
-    DWORD Pixel(int x, int y, const BYTE* bgra) const
-    {
-        return red_.At(x, y, bgra[2]) << shifts_[0] | green_.At(x, y, bgra[1]) << shifts_[1] |
-               blue_.At(x, y, bgra[0]) << shifts_[2];
-    }
-
-private:
-    Levels red_;
-    Levels green_;
-    Levels blue_;
-    int shifts_[3];
-};
-
 constexpr std::array<DWORD, 3> plainMasks = {0xFF0000, 0x00FF00, 0x0000FF};
-
-std::array<DWORD, 3> MasksOf(const Bitmap& bitmap)
-{
-    switch (bitmap.bitCount)
-    {
-        case 4:
-            return {0x1, 0x2, 0x4};
-        case 8:
-            return {0x07, 0x38, 0xC0};
-        default:
-            return bitmap.masks;
-    }
-}
 
 void Put(BYTE* row, int bitCount, int x, DWORD pixel)
 {
     switch (bitCount)
     {
+        case 1: {
+            const int bit = 7 - x % 8;
+            row[x / 8] = static_cast<BYTE>((row[x / 8] & ~(1 << bit)) | pixel << bit);
+            break;
+        }
         case 4: {
             BYTE& both = row[x / 2];
             both =
@@ -138,205 +98,212 @@ void Put(BYTE* row, int bitCount, int x, DWORD pixel)
     }
 }
 
+// Makes pixels out of colours.
+class Encoder
+{
+public:
+    virtual ~Encoder() = default;
+    virtual DWORD Pixel(int x, int y, const BYTE* bgra) = 0;
+};
+
+// By masks: three channels with their own numbers of levels.
+class MaskEncoder final : public Encoder
+{
+public:
+    MaskEncoder(const std::array<DWORD, 3>& masks, Reduction reduction)
+        : red_(LevelCount(masks[0]), reduction),
+          green_(LevelCount(masks[1]), reduction),
+          blue_(LevelCount(masks[2]), reduction)
+    {
+        for (int i = 0; i < 3; ++i)
+        {
+            shifts_[i] =
+                masks[i] == 0 ? 0 : std::bit_width(masks[i]) - std::min(8, std::popcount(masks[i]));
+        }
+    }
+
+    DWORD Pixel(int x, int y, const BYTE* bgra) override
+    {
+        return red_.At(x, y, bgra[2]) << shifts_[0] | green_.At(x, y, bgra[1]) << shifts_[1] |
+               blue_.At(x, y, bgra[0]) << shifts_[2];
+    }
+
+private:
+    Levels red_;
+    Levels green_;
+    Levels blue_;
+    int shifts_[3];
+};
+
+// By a colour table: the index of the nearest colour, the first of equally near ones.
+class TableEncoder final : public Encoder
+{
+public:
+    explicit TableEncoder(const std::vector<RGBQUAD>& colors) : colors_(colors) {}
+
+    DWORD Pixel(int, int, const BYTE* bgra) override
+    {
+        const DWORD color = bgra[0] | DWORD{bgra[1]} << 8 | DWORD{bgra[2]} << 16;
+        Found& found = found_[(color * 0x9E3779B1) >> 22];
+        if (found.color != color)
+        {
+            found = {color, Nearest(bgra)};
+        }
+        return found.index;
+    }
+
+private:
+    struct Found
+    {
+        DWORD color = 0xFFFFFFFF;  // no colour
+        DWORD index = 0;
+    };
+
+    DWORD Nearest(const BYTE* bgra) const
+    {
+        const auto distance = [bgra](const RGBQUAD& entry) {
+            const int blue = bgra[0] - entry.rgbBlue;
+            const int green = bgra[1] - entry.rgbGreen;
+            const int red = bgra[2] - entry.rgbRed;
+            return red * red + green * green + blue * blue;
+        };
+        const auto nearest = std::min_element(colors_.begin(), colors_.end(),
+                                              [&](const RGBQUAD& left, const RGBQUAD& right) {
+                                                  return distance(left) < distance(right);
+                                              });
+        return static_cast<DWORD>(nearest - colors_.begin());
+    }
+
+    const std::vector<RGBQUAD>& colors_;
+    std::vector<Found> found_ = std::vector<Found>(1024);  // by a hash of the colour
+};
+
+// The masks of what OpenGL draws: with few bits these stand for the colour table.
+std::array<DWORD, 3> RenderedMasks(const Bitmap& bitmap)
+{
+    switch (bitmap.bitCount)
+    {
+        case 4:
+            return {0x1, 0x2, 0x4};
+        case 8:
+            return {0x07, 0x38, 0xC0};
+        default:
+            return bitmap.masks;
+    }
+}
+
+std::unique_ptr<Encoder> EncoderOf(const Bitmap& bitmap, Reduction reduction, Colors colors)
+{
+    if (bitmap.bitCount <= 8 && colors == Colors::Own)
+    {
+        return std::make_unique<TableEncoder>(bitmap.colors);
+    }
+    return std::make_unique<MaskEncoder>(RenderedMasks(bitmap), reduction);
+}
+
+}  // namespace
+
 bool IsPlain32(const Bitmap& bitmap)
 {
     return bitmap.bitCount == 32 && bitmap.masks == plainMasks;
 }
 
-// The settings that pixels pass through when they are read, put to their first values while it
-// lives. Not pushed as attributes: the stack could be full.
-class PlainReading
+void ExpandPixels(const Bitmap& bitmap, const BYTE* row, int first, int count, BYTE* bgra)
 {
-public:
-    explicit PlainReading(GLenum buffer)
-    {
-        for (std::size_t i = 0; i < std::size(integers); ++i)
-        {
-            glGetIntegerv(integers[i].name, &savedIntegers_[i]);
-            glPixelStorei(integers[i].name, integers[i].plain);
-        }
-        for (std::size_t i = 0; i < std::size(transfers); ++i)
-        {
-            glGetFloatv(transfers[i].name, &savedTransfers_[i]);
-            glPixelTransferf(transfers[i].name, transfers[i].plain);
-        }
-        glGetIntegerv(GL_READ_BUFFER, &savedBuffer_);
-        glReadBuffer(buffer);
-    }
-    ~PlainReading()
-    {
-        glReadBuffer(static_cast<GLenum>(savedBuffer_));
-        for (std::size_t i = 0; i < std::size(transfers); ++i)
-        {
-            glPixelTransferf(transfers[i].name, savedTransfers_[i]);
-        }
-        for (std::size_t i = 0; i < std::size(integers); ++i)
-        {
-            glPixelStorei(integers[i].name, savedIntegers_[i]);
-        }
-    }
-    PlainReading(const PlainReading&) = delete;
-    PlainReading& operator=(const PlainReading&) = delete;
-
-private:
-    struct Integer
-    {
-        GLenum name;
-        GLint plain;
-    };
-    static constexpr Integer integers[] = {
-        {GL_PACK_SWAP_BYTES, 0}, {GL_PACK_LSB_FIRST, 0},   {GL_PACK_ROW_LENGTH, 0},
-        {GL_PACK_SKIP_ROWS, 0},  {GL_PACK_SKIP_PIXELS, 0}, {GL_PACK_ALIGNMENT, 4},
-    };
-    struct Transfer
-    {
-        GLenum name;
-        GLfloat plain;
-    };
-    static constexpr Transfer transfers[] = {
-        {GL_MAP_COLOR, 0},   {GL_RED_SCALE, 1},   {GL_RED_BIAS, 0},
-        {GL_GREEN_SCALE, 1}, {GL_GREEN_BIAS, 0},  {GL_BLUE_SCALE, 1},
-        {GL_BLUE_BIAS, 0},   {GL_ALPHA_SCALE, 1}, {GL_ALPHA_BIAS, 0},
-    };
-    GLint savedIntegers_[std::size(integers)];
-    GLfloat savedTransfers_[std::size(transfers)];
-    GLint savedBuffer_ = 0;
-};
-
-// Everything that pixels pass through when they are drawn, put aside while it lives.
-class PlainDrawing
-{
-public:
-    explicit PlainDrawing(GLenum buffer)
-    {
-        hasRoom_ = HasRoom(GL_ATTRIB_STACK_DEPTH, GL_MAX_ATTRIB_STACK_DEPTH) &&
-                   HasRoom(GL_CLIENT_ATTRIB_STACK_DEPTH, GL_MAX_CLIENT_ATTRIB_STACK_DEPTH);
-        if (!hasRoom_)
-        {
-            return;
-        }
-        glPushAttrib(GL_ALL_ATTRIB_BITS);
-        glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-        for (const GLenum capability :
-             {GL_ALPHA_TEST, GL_BLEND, GL_COLOR_LOGIC_OP, GL_CULL_FACE, GL_DEPTH_TEST, GL_DITHER,
-              GL_FOG, GL_LIGHTING, GL_SCISSOR_TEST, GL_STENCIL_TEST, GL_TEXTURE_1D, GL_TEXTURE_2D})
-        {
-            glDisable(capability);
-        }
-        glDepthMask(GL_FALSE);
-        glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
-        glDrawBuffer(buffer);
-        glPixelZoom(1, 1);
-        glPixelTransferf(GL_MAP_COLOR, 0);
-        for (const GLenum scale : {GL_RED_SCALE, GL_GREEN_SCALE, GL_BLUE_SCALE, GL_ALPHA_SCALE})
-        {
-            glPixelTransferf(scale, 1);
-        }
-        for (const GLenum bias : {GL_RED_BIAS, GL_GREEN_BIAS, GL_BLUE_BIAS, GL_ALPHA_BIAS})
-        {
-            glPixelTransferf(bias, 0);
-        }
-        for (const GLenum store : {GL_UNPACK_SWAP_BYTES, GL_UNPACK_LSB_FIRST, GL_UNPACK_ROW_LENGTH,
-                                   GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS})
-        {
-            glPixelStorei(store, 0);
-        }
-        glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    }
-    ~PlainDrawing()
-    {
-        if (hasRoom_)
-        {
-            glPopClientAttrib();
-            glPopAttrib();
-        }
-    }
-    PlainDrawing(const PlainDrawing&) = delete;
-    PlainDrawing& operator=(const PlainDrawing&) = delete;
-
-    bool HasRoom() const { return hasRoom_; }
-
-private:
-    static bool HasRoom(GLenum depthName, GLenum limitName)
-    {
-        GLint depth = 0;
-        GLint limit = 0;
-        glGetIntegerv(depthName, &depth);
-        glGetIntegerv(limitName, &limit);
-        return depth < limit;
-    }
-
-    bool hasRoom_;
-};
-
-}  // namespace
-
-void ExpandRow(const Bitmap& bitmap, const BYTE* row, BYTE* bgra)
-{
-    const auto width = static_cast<std::size_t>(bitmap.width);
+    const auto begin = static_cast<std::size_t>(first);
+    const auto end = begin + static_cast<std::size_t>(count);
     if (IsPlain32(bitmap))
     {
-        std::memcpy(bgra, row, 4 * width);
+        std::memcpy(bgra, row + 4 * begin, 4 * (end - begin));
+        return;
+    }
+    if (bitmap.bitCount <= 8)
+    {
+        const std::size_t bits = static_cast<std::size_t>(bitmap.bitCount);
+        const std::size_t perByte = 8 / bits;
+        for (std::size_t x = begin; x < end; ++x, bgra += 4)
+        {
+            const std::size_t shift = (perByte - 1 - x % perByte) * bits;
+            const unsigned index = (unsigned{row[x / perByte]} >> shift) & ((1U << bits) - 1);
+            std::memcpy(bgra, &bitmap.colors[index], 3);
+            bgra[3] = 255;
+        }
+        return;
+    }
+    if (bitmap.bitCount == 24)
+    {
+        for (std::size_t x = begin; x < end; ++x, bgra += 4)
+        {
+            std::memcpy(bgra, row + 3 * x, 3);
+            bgra[3] = 255;
+        }
         return;
     }
     const Channel red(bitmap.masks[0]);
     const Channel green(bitmap.masks[1]);
     const Channel blue(bitmap.masks[2]);
-    for (std::size_t x = 0; x < width; ++x, bgra += 4)
+    const std::size_t bytes = static_cast<std::size_t>(bitmap.bitCount) / 8;
+    for (std::size_t x = begin; x < end; ++x, bgra += 4)
     {
-        if (bitmap.bitCount <= 8)
-        {
-            const std::size_t perByte = 8 / static_cast<std::size_t>(bitmap.bitCount);
-            const std::size_t shift =
-                (perByte - 1 - x % perByte) * static_cast<std::size_t>(bitmap.bitCount);
-            const unsigned index =
-                (unsigned{row[x / perByte]} >> shift) & ((1U << bitmap.bitCount) - 1);
-            const RGBQUAD& color = bitmap.colors[index];
-            bgra[0] = color.rgbBlue;
-            bgra[1] = color.rgbGreen;
-            bgra[2] = color.rgbRed;
-        }
-        else if (bitmap.bitCount == 24)
-        {
-            std::memcpy(bgra, row + 3 * x, 3);
-        }
-        else
-        {
-            DWORD pixel = 0;
-            const std::size_t bytes = static_cast<std::size_t>(bitmap.bitCount) / 8;
-            std::memcpy(&pixel, row + bytes * x, bytes);
-            bgra[0] = blue.Expand(pixel);
-            bgra[1] = green.Expand(pixel);
-            bgra[2] = red.Expand(pixel);
-        }
+        DWORD pixel = 0;
+        std::memcpy(&pixel, row + bytes * x, bytes);
+        bgra[0] = blue.Expand(pixel);
+        bgra[1] = green.Expand(pixel);
+        bgra[2] = red.Expand(pixel);
         bgra[3] = 255;
+    }
+}
+
+struct PixelWriter::State
+{
+    Bitmap& bitmap;
+    std::unique_ptr<Encoder> encoder;  // null when the bytes are copied
+};
+
+PixelWriter::PixelWriter(Bitmap& bitmap, Reduction reduction, Colors colors)
+    : state_(new State{bitmap, nullptr})
+{
+    if (bitmap.bitCount != 24 && !IsPlain32(bitmap))
+    {
+        state_->encoder = EncoderOf(bitmap, reduction, colors);
+    }
+}
+
+PixelWriter::~PixelWriter() = default;
+
+void PixelWriter::Write(int x, int y, int count, const BYTE* bgra)
+{
+    const Bitmap& bitmap = state_->bitmap;
+    BYTE* const row = bitmap.Row(y);
+    const auto begin = static_cast<std::size_t>(x);
+    if (state_->encoder != nullptr)
+    {
+        for (int i = 0; i < count; ++i, bgra += 4)
+        {
+            Put(row, bitmap.bitCount, x + i, state_->encoder->Pixel(x + i, y, bgra));
+        }
+    }
+    else if (bitmap.bitCount == 32)
+    {
+        std::memcpy(row + 4 * begin, bgra, 4 * static_cast<std::size_t>(count));
+    }
+    else
+    {
+        BYTE* out = row + 3 * begin;
+        for (int i = 0; i < count; ++i, bgra += 4, out += 3)
+        {
+            std::memcpy(out, bgra, 3);
+        }
     }
 }
 
 void StorePixels(Bitmap& bitmap, const BYTE* bgra, Reduction reduction)
 {
-    const auto width = static_cast<std::size_t>(bitmap.width);
-    const Reducer reducer(MasksOf(bitmap), reduction);
-    for (int y = 0; y < bitmap.height; ++y, bgra += 4 * width)
+    const std::size_t rowBytes = 4 * static_cast<std::size_t>(bitmap.width);
+    PixelWriter writer(bitmap, reduction, Colors::OpenGL);
+    for (int y = 0; y < bitmap.height; ++y, bgra += rowBytes)
     {
-        BYTE* const row = bitmap.Row(y);
-        if (IsPlain32(bitmap))
-        {
-            std::memcpy(row, bgra, 4 * width);
-            continue;
-        }
-        for (std::size_t x = 0; x < width; ++x)
-        {
-            if (bitmap.bitCount == 24)
-            {
-                std::memcpy(row + 3 * x, bgra + 4 * x, 3);
-            }
-            else
-            {
-                const int column = static_cast<int>(x);
-                Put(row, bitmap.bitCount, column, reducer.Pixel(column, y, bgra + 4 * x));
-            }
-        }
+        writer.Write(0, y, bitmap.width, bgra);
     }
 }
 
@@ -353,48 +320,6 @@ std::uint64_t HashOfBits(const Bitmap& bitmap)
         hash = std::rotl((hash ^ word) * 0x9E3779B97F4A7C15, 23);
     }
     return any == 0 ? 0 : hash | 1;
-}
-
-void ReadBits(Bitmap& bitmap, GLenum buffer)
-{
-    const PlainReading plain(buffer);
-    const auto read = [&](BYTE* pixels) {
-        glReadPixels(0, 0, bitmap.width, bitmap.height, GL_BGRA, GL_UNSIGNED_BYTE, pixels);
-    };
-    if (IsPlain32(bitmap) && !bitmap.isTopDown)
-    {
-        read(bitmap.bits);
-        return;
-    }
-    std::vector<BYTE> pixels(4 * static_cast<std::size_t>(bitmap.width) *
-                             static_cast<std::size_t>(bitmap.height));
-    read(pixels.data());
-    StorePixels(bitmap, pixels.data(),
-                glIsEnabled(GL_DITHER) ? Reduction::Dither : Reduction::Round);
-}
-
-bool DrawBits(const Bitmap& bitmap, GLenum buffer)
-{
-    const PlainDrawing plain(buffer);
-    if (!plain.HasRoom())
-    {
-        return false;
-    }
-    if (HashOfBits(bitmap) == 0 && bitmap.colors.empty())
-    {
-        glClearColor(0, 0, 0, 0);
-        glClear(GL_COLOR_BUFFER_BIT);
-        return true;
-    }
-    const auto width = static_cast<std::size_t>(bitmap.width);
-    std::vector<BYTE> pixels(4 * width * static_cast<std::size_t>(bitmap.height));
-    for (int y = 0; y < bitmap.height; ++y)
-    {
-        ExpandRow(bitmap, bitmap.Row(y), pixels.data() + 4 * width * static_cast<std::size_t>(y));
-    }
-    glWindowPos2i(0, 0);
-    glDrawPixels(bitmap.width, bitmap.height, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
-    return true;
 }
 
 }  // namespace posix

@@ -3,20 +3,19 @@
 
 #include "platform/Errors.h"
 #include "platform/posix/Bitmap.h"
+#include "platform/posix/FileMapping.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <new>
 
 namespace posix
 {
 namespace
 {
 
-constexpr BITMAPINFOHEADER stockHeader = {
-    sizeof(BITMAPINFOHEADER), 1, 1, 1, 1, BI_RGB, 0, 0, 0, 0, 0};
+constexpr std::uint64_t largestBitmap = 0xFFFFFFFF;  // what biSizeImage can say, bytes
 
 bool IsKnownBitCount(int bitCount)
 {
@@ -24,45 +23,33 @@ bool IsKnownBitCount(int bitCount)
     return std::find(std::begin(known), std::end(known), bitCount) != std::end(known);
 }
 
-// The bitmap of that description, without bits and colours; null when there is no such bitmap.
-std::shared_ptr<Bitmap> Described(const BITMAPINFOHEADER& header)
+bool IsKnownCompression(const BITMAPINFOHEADER& header)
 {
-    const bool hasMasks = header.biCompression == BI_BITFIELDS;
-    const bool mayHaveMasks = header.biBitCount == 16 || header.biBitCount == 32;
-    if (header.biSize < sizeof header || header.biPlanes != 1 || header.biWidth <= 0 ||
-        header.biHeight == 0 || header.biHeight == std::numeric_limits<LONG>::min() ||
-        !IsKnownBitCount(header.biBitCount) ||
-        (header.biCompression != BI_RGB && !(hasMasks && mayHaveMasks)))
+    switch (header.biCompression)
     {
-        return nullptr;
+        case BI_RGB:
+            return true;
+        case BI_BITFIELDS:
+            return header.biBitCount == 16 || header.biBitCount == 32;
+        // Packed pixels always begin with the lowest row.
+        case BI_RLE8:
+            return header.biBitCount == 8 && header.biHeight > 0;
+        case BI_RLE4:
+            return header.biBitCount == 4 && header.biHeight > 0;
+        default:
+            return false;
     }
-    auto bitmap = std::make_shared<Bitmap>();
-    bitmap->width = header.biWidth;
-    bitmap->height = std::abs(header.biHeight);
-    bitmap->isTopDown = header.biHeight < 0;
-    bitmap->bitCount = header.biBitCount;
-    bitmap->rowBytes =
-        (static_cast<std::size_t>(header.biBitCount) * static_cast<std::size_t>(header.biWidth) +
-         31) /
-        32 * 4;
-    if (bitmap->Size() / bitmap->rowBytes != static_cast<std::size_t>(bitmap->height) ||
-        bitmap->Size() > std::numeric_limits<LONG>::max())
-    {
-        return nullptr;
-    }
-    return bitmap;
 }
 
 // Takes over the masks or the colours that follow the header.
 void TakeColors(Bitmap& bitmap, const BITMAPINFO& info)
 {
     const BITMAPINFOHEADER& header = info.bmiHeader;
-    const BYTE* const behind = reinterpret_cast<const BYTE*>(&info) + header.biSize;
+    const BYTE* const start = reinterpret_cast<const BYTE*>(&info);
     if (header.biCompression == BI_BITFIELDS)
     {
         // In a header of later versions the masks are inside, at the same place as behind this one.
-        std::memcpy(bitmap.masks.data(), reinterpret_cast<const BYTE*>(&info) + sizeof header,
-                    sizeof bitmap.masks);
+        std::memcpy(bitmap.masks.data(), start + sizeof header, sizeof bitmap.masks);
     }
     else if (bitmap.bitCount == 16)
     {
@@ -74,19 +61,72 @@ void TakeColors(Bitmap& bitmap, const BITMAPINFO& info)
     }
     else if (bitmap.bitCount <= 8)
     {
-        const DWORD all = DWORD{1} << bitmap.bitCount;
-        const DWORD used = header.biClrUsed == 0 ? all : std::min(header.biClrUsed, all);
-        bitmap.colors.resize(all);
-        std::memcpy(bitmap.colors.data(), behind, used * sizeof(RGBQUAD));
+        const DWORD stated = header.biClrUsed;
+        const DWORD all = DWORD{1} << header.biBitCount;
+        const DWORD used = stated == 0 ? all : std::min(stated, all);
+        bitmap.colors.resize(std::size_t{1} << bitmap.bitCount);
+        std::memcpy(bitmap.colors.data(), start + header.biSize, used * sizeof(RGBQUAD));
     }
+}
+
+}  // namespace
+
+std::shared_ptr<Bitmap> DescribeBitmap(const BITMAPINFO& info)
+{
+    const BITMAPINFOHEADER& header = info.bmiHeader;
+    if (header.biSize < sizeof header || header.biPlanes != 1 || header.biWidth <= 0 ||
+        header.biHeight == 0 || header.biHeight == std::numeric_limits<LONG>::min() ||
+        !IsKnownBitCount(header.biBitCount) || !IsKnownCompression(header))
+    {
+        return nullptr;
+    }
+    auto bitmap = std::make_shared<Bitmap>();
+    bitmap->width = header.biWidth;
+    bitmap->height = std::abs(header.biHeight);
+    bitmap->isTopDown = header.biHeight < 0;
+    bitmap->bitCount = header.biCompression == BI_RLE4 ? 8 : header.biBitCount;
+    bitmap->rowBytes =
+        (static_cast<std::size_t>(bitmap->bitCount) * static_cast<std::size_t>(bitmap->width) +
+         31) /
+        32 * 4;
+    if (bitmap->Size() > largestBitmap)
+    {
+        return nullptr;
+    }
+    TakeColors(*bitmap, info);
+    return bitmap;
 }
 
 bool AllocateBits(Bitmap& bitmap)
 {
-    const std::shared_ptr<BYTE[]> memory(new (std::nothrow) BYTE[bitmap.Size()]());
-    bitmap.bits = memory.get();
+    // Pages of a large bitmap that nobody touches cost nothing.
+    const std::shared_ptr<void> memory(std::calloc(bitmap.Size(), 1), std::free);
+    bitmap.bits = static_cast<BYTE*>(memory.get());
     bitmap.memory = memory;
     return memory != nullptr;
+}
+
+namespace
+{
+
+// Bits inside a mapped file.
+bool MapBits(Bitmap& bitmap, HANDLE section, DWORD offset)
+{
+    const auto mapping = Resolve<FileMapping>(section);
+    if (mapping == nullptr || offset % 4 != 0)
+    {
+        SetLastError(mapping == nullptr ? ERROR_INVALID_HANDLE : ERROR_INVALID_PARAMETER);
+        return false;
+    }
+    bitmap.memory = MapBytes(*mapping, offset, bitmap.Size(), true);
+    bitmap.bits = static_cast<BYTE*>(bitmap.memory.get());
+    bitmap.section = section;
+    bitmap.offset = offset;
+    if (bitmap.bits == nullptr)
+    {
+        SetLastError(ERROR_INVALID_PARAMETER);
+    }
+    return bitmap.bits != nullptr;
 }
 
 }  // namespace
@@ -94,7 +134,9 @@ bool AllocateBits(Bitmap& bitmap)
 HBITMAP StockBitmap()
 {
     static const HBITMAP stock = [] {
-        const std::shared_ptr<Bitmap> bitmap = Described(stockHeader);
+        const auto bitmap = std::make_shared<Bitmap>();
+        bitmap->width = bitmap->height = bitmap->bitCount = 1;
+        bitmap->rowBytes = 4;
         AllocateBits(*bitmap);
         bitmap->colors = {{0, 0, 0, 0}, {255, 255, 255, 0}};
         bitmap->isStock = true;
@@ -112,23 +154,28 @@ HBITMAP CreateDIBSection(HDC, const BITMAPINFO* info, UINT usage, void** bits, H
     {
         *bits = nullptr;
     }
+    const bool isPacked = info != nullptr && (info->bmiHeader.biCompression == BI_RLE8 ||
+                                              info->bmiHeader.biCompression == BI_RLE4);
     const std::shared_ptr<posix::Bitmap> bitmap =
-        info == nullptr || usage != DIB_RGB_COLORS || section != nullptr
-            ? nullptr
-            : posix::Described(info->bmiHeader);
+        info == nullptr || isPacked || usage != DIB_RGB_COLORS ? nullptr
+                                                               : posix::DescribeBitmap(*info);
     if (bitmap == nullptr)
     {
         SetLastError(ERROR_INVALID_PARAMETER);
         return nullptr;
     }
-    posix::TakeColors(*bitmap, *info);
-    if (!posix::AllocateBits(*bitmap))
+    if (section != nullptr)
+    {
+        if (!posix::MapBits(*bitmap, section, offset))
+        {
+            return nullptr;
+        }
+    }
+    else if (!posix::AllocateBits(*bitmap))
     {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
-    bitmap->section = section;
-    bitmap->offset = section == nullptr ? 0 : offset;
     if (bits != nullptr)
     {
         *bits = bitmap->bits;

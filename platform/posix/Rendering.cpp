@@ -7,7 +7,9 @@
 #include "platform/posix/EglSystem.h"
 #include "platform/posix/Errors.h"
 #include "platform/posix/PixelFormats.h"
+#include "platform/posix/RenderedPixels.h"
 
+#include <functional>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -111,6 +113,20 @@ bool RenderingContext::FitSurface(const Bitmap& bitmap)
     return true;
 }
 
+// A context that a host made, and what it draws on.
+struct AdoptedContext final : posix::HandleObject
+{
+    bool IsCurrent() const { return eglGetCurrentContext() == context; }
+
+    EGLDisplay display = EGL_NO_DISPLAY;
+    EGLSurface draw = EGL_NO_SURFACE;
+    EGLSurface read = EGL_NO_SURFACE;
+    EGLContext context = EGL_NO_CONTEXT;
+    posix::SurfaceSize size = {0, 0};
+    HDC dc = nullptr;
+    HGLRC handle = nullptr;
+};
+
 // Set when the thread's Current is gone. It has no destructor and can be asked even then.
 thread_local bool isThreadEnding = false;
 
@@ -119,20 +135,18 @@ struct Current
 {
     ~Current()
     {
+        ForgetAdopted();
         Release();
         isThreadEnding = true;
     }
 
-    // Copies OpenGL's pixels into the bits.
-    void Flush()
+    // Calls a function while this context is OpenGL's.
+    template <typename Function>
+    void Inside(Function function) const
     {
-        if (context == nullptr)
-        {
-            return;
-        }
         if (eglGetCurrentContext() == context->context)
         {
-            posix::ReadBits(*bitmap, context->buffer);
+            function();
             return;
         }
         // Somebody else has made another context current since.
@@ -140,7 +154,16 @@ struct Current
         if (eglMakeCurrent(context->egl.display, context->surface, context->surface,
                            context->context))
         {
-            posix::ReadBits(*bitmap, context->buffer);
+            function();
+        }
+    }
+
+    // Copies OpenGL's pixels into the bits.
+    void Flush() const
+    {
+        if (context != nullptr)
+        {
+            Inside([this] { posix::ReadBits(*bitmap, context->buffer); });
         }
     }
 
@@ -148,6 +171,7 @@ struct Current
     {
         if (context == nullptr)
         {
+            LetAdoptedGo();
             return;
         }
         Flush();
@@ -171,9 +195,33 @@ struct Current
         dc = nullptr;
     }
 
+    // The host's context is its own again, but no longer current.
+    void LetAdoptedGo()
+    {
+        if (isAdopted && adopted->IsCurrent())
+        {
+            eglMakeCurrent(adopted->display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+        }
+        isAdopted = false;
+    }
+
+    // The host's context goes on as it is.
+    void ForgetAdopted()
+    {
+        isAdopted = false;
+        if (const std::shared_ptr<AdoptedContext> forgotten = std::exchange(adopted, nullptr))
+        {
+            DeleteDC(forgotten->dc);
+            posix::RemoveHandle(forgotten->handle);
+        }
+    }
+
+    // At most one of the two is current.
     std::shared_ptr<RenderingContext> context;
-    std::shared_ptr<Bitmap> bitmap;  // what it draws into
-    HGLRC handle = nullptr;
+    bool isAdopted = false;
+    std::shared_ptr<AdoptedContext> adopted;  // as long as it is adopted, current or not
+    std::shared_ptr<Bitmap> bitmap;           // what the context draws into
+    HGLRC handle = nullptr;                   // of the context
     HDC dc = nullptr;
 };
 
@@ -225,6 +273,29 @@ bool TakeOwnership(RenderingContext& context)
     return true;
 }
 
+// Takes up the adopted context again, on what it drew on before.
+BOOL MakeAdoptedCurrent(Current& current, HDC dc)
+{
+    AdoptedContext& adopted = *current.adopted;
+    if (dc != adopted.dc)
+    {
+        SetLastError(ERROR_INVALID_PIXEL_FORMAT);
+        return FALSE;
+    }
+    if (current.isAdopted && adopted.IsCurrent())
+    {
+        return TRUE;
+    }
+    current.Release();
+    if (!eglMakeCurrent(adopted.display, adopted.draw, adopted.read, adopted.context))
+    {
+        posix::SetError(ERROR_NO_RENDERING, posix::EglError("eglMakeCurrent"));
+        return FALSE;
+    }
+    current.isAdopted = true;
+    return TRUE;
+}
+
 }  // namespace
 
 namespace posix
@@ -235,6 +306,57 @@ void FlushRendering()
     if (Current* const current = ThisThread())
     {
         current->Flush();
+    }
+}
+
+void FlushRenderingOf(const void* bits)
+{
+    const Current* const current = ThisThread();
+    if (current == nullptr || current->context == nullptr)
+    {
+        return;
+    }
+    const BYTE* const begin = current->bitmap->bits;
+    const BYTE* const end = begin + current->bitmap->Size();
+    if (!std::less<>()(bits, static_cast<const void*>(begin)) &&
+        std::less<>()(bits, static_cast<const void*>(end)))
+    {
+        current->Flush();
+    }
+}
+
+std::optional<SurfaceSize> RenderedSurface(HDC dc, const Bitmap* bitmap)
+{
+    const Current* const current = ThisThread();
+    if (current == nullptr)
+    {
+        return std::nullopt;
+    }
+    if (current->isAdopted && current->adopted->dc == dc)
+    {
+        return current->adopted->size;
+    }
+    if (current->context != nullptr && current->bitmap.get() == bitmap)
+    {
+        return SurfaceSize{bitmap->width, bitmap->height};
+    }
+    return std::nullopt;
+}
+
+void DrawRendered(int x, int y, int width, int height, const BYTE* bgra)
+{
+    const Current* const current = ThisThread();
+    if (current == nullptr)
+    {
+        return;
+    }
+    if (current->isAdopted)
+    {
+        DrawPixels(x, y, width, height, bgra, asItIs);
+    }
+    else if (current->context != nullptr)
+    {
+        current->Inside([&] { DrawPixels(x, y, width, height, bgra, current->context->buffer); });
     }
 }
 
@@ -308,6 +430,10 @@ BOOL wglMakeCurrent(HDC dcHandle, HGLRC handle)
         }
         return TRUE;
     }
+    if (current != nullptr && current->adopted != nullptr && current->adopted->handle == handle)
+    {
+        return MakeAdoptedCurrent(*current, dcHandle);
+    }
     const std::shared_ptr<RenderingContext> context = Checked<RenderingContext>(handle);
     const std::shared_ptr<DeviceContext> dc = Checked<DeviceContext>(dcHandle);
     if (current == nullptr || context == nullptr || dc == nullptr)
@@ -369,13 +495,62 @@ BOOL wglMakeCurrent(HDC dcHandle, HGLRC handle)
 HGLRC wglGetCurrentContext()
 {
     const Current* const current = ThisThread();
-    return current == nullptr ? nullptr : current->handle;
+    return current == nullptr   ? nullptr
+           : current->isAdopted ? current->adopted->handle
+                                : current->handle;
 }
 
 HDC wglGetCurrentDC()
 {
     const Current* const current = ThisThread();
-    return current == nullptr ? nullptr : current->dc;
+    return current == nullptr ? nullptr : current->isAdopted ? current->adopted->dc : current->dc;
+}
+
+HDC AdoptCurrentContext(int width, int height)
+{
+    Current* const current = ThisThread();
+    eglBindAPI(EGL_OPENGL_API);  // of this thread
+    const EGLContext context = eglGetCurrentContext();
+    if (current == nullptr || context == EGL_NO_CONTEXT || width <= 0 || height <= 0)
+    {
+        posix::SetError(ERROR_NO_RENDERING, "no OpenGL context is current that could be adopted");
+        return nullptr;
+    }
+    if (current->context != nullptr && current->context->context == context)
+    {
+        SetLastError(ERROR_BUSY);  // it is one of these contexts already
+        return nullptr;
+    }
+    if (current->adopted == nullptr || current->adopted->context != context)
+    {
+        ReleaseAdoptedContext();
+        const auto adopted = std::make_shared<AdoptedContext>();
+        adopted->context = context;
+        adopted->dc = CreateCompatibleDC(nullptr);
+        adopted->handle = static_cast<HGLRC>(posix::AddHandle(adopted));
+        SetPixelFormat(adopted->dc, 1, nullptr);  // 32 bits
+        current->adopted = adopted;
+    }
+    AdoptedContext& adopted = *current->adopted;
+    adopted.display = eglGetCurrentDisplay();
+    adopted.draw = eglGetCurrentSurface(EGL_DRAW);
+    adopted.read = eglGetCurrentSurface(EGL_READ);
+    adopted.size = {width, height};
+    if (current->context != nullptr)
+    {
+        current->Release();  // the host's context stays
+    }
+    current->isAdopted = true;
+    return adopted.dc;
+}
+
+void ReleaseAdoptedContext()
+{
+    Current* const current = ThisThread();
+    if (current != nullptr)
+    {
+        current->ForgetAdopted();
+    }
 }
 
 BOOL wglShareLists(HGLRC handle, HGLRC otherHandle)

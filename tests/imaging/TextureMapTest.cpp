@@ -4,35 +4,14 @@
 #include "imaging/TextureMapArray.h"
 #include "imaging/TextureMapList.h"
 #include "tests/support/NodeRecords.h"
+#include "tests/support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <thread>
 
 namespace
 {
-
-// A file that lives as long as its object.
-class TemporaryFile
-{
-public:
-    TemporaryFile(const std::string& name, const std::string& content)
-        : path_(testing::TempDir() + name)
-    {
-        std::ofstream(path_, std::ios::binary) << content;
-    }
-    ~TemporaryFile() { std::remove(path_.c_str()); }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    CString Path() const { return path_; }
-
-private:
-    std::string path_;
-};
 
 _RGBImageRecord* NewImage()
 {

@@ -2,6 +2,7 @@
 #include "platform/Sync.h"
 #include "scene/DrawingObject.h"
 #include "tests/support/GlRecorder.h"
+#include "tests/support/TerminationEvent.h"
 #include "tests/support/TestNodes.h"
 
 #include <gtest/gtest.h>
@@ -25,23 +26,6 @@ Lines operator+(Lines lines, const Lines& more)
     lines.insert(lines.end(), more.begin(), more.end());
     return lines;
 }
-
-// One event that another thread may have signalled.
-class TerminationEvent
-{
-public:
-    explicit TerminationEvent(bool signalled)
-        : handle_(CreateEventA(nullptr, TRUE, signalled ? TRUE : FALSE, nullptr))
-    {}
-    ~TerminationEvent() { CloseHandle(handle_); }
-    TerminationEvent(const TerminationEvent&) = delete;
-    TerminationEvent& operator=(const TerminationEvent&) = delete;
-
-    HANDLE Get() const { return handle_; }
-
-private:
-    HANDLE handle_;
-};
 
 class DrawingNodes : public testing::Test
 {

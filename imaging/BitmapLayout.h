@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Bitmaps.h"
+
+#include <cstdint>
+
+/// 1, 4, 8, 16, 24 and 32.
+bool IsKnownBitCount(int bitCount);
+
+/// Whether the pixels are run-length coded.
+bool IsPackedBitmap(const BITMAPINFO* info);
+
+/// Whether so many bytes of pixels may be made out of so many stored ones: what is small always
+/// may, and nothing grows much more than packed pixels do.
+bool IsPlausibleSize(std::uint64_t bytes, std::uint64_t stored);
+
+/// The bytes of an uncompressed bitmap's pixels, rows padded to four bytes; the height may be
+/// negative. 0 when the description is impossible.
+std::uint64_t BitmapBytes(int width, int height, int bitCount);
+
+/// The bytes of a bitmap's record with the colours or masks that its pixels need.
+std::uint64_t BitmapRecordBytes(const BITMAPINFO* info);
+
+/// The bytes of a bitmap's pixels, for packed ones those that the record states.
+std::uint64_t BitmapPixelBytes(const BITMAPINFO* info);
+
+/// Whether a bitmap's record, with its colours or masks, lies inside \p recordBytes from its start
+/// and its pixels inside \p pixelBytes, and whether they are of a kind that can be read.
+bool FitsBitmap(const BITMAPINFO* info, std::uint64_t recordBytes, std::uint64_t pixelBytes);
+
+/// The offset of the pixels in the bytes of a BMP file; 0 when record, colours or pixels do not lie
+/// inside the file.
+std::uint64_t FindPixels(const BYTE* file, std::uint64_t fileBytes);

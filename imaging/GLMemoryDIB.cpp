@@ -1,0 +1,306 @@
+// SPDX-License-Identifier: MIT
+#include "imaging/GLMemoryDIB.h"
+
+#include "imaging/BitmapLayout.h"
+#include "imaging/Palette.h"
+#include "platform/OpenGL.h"
+#include "scene/DrawingParameters.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+namespace
+{
+
+constexpr int bandBytes = 1048576;  // what a band's pixels take at most
+constexpr int screenBits = 32;
+constexpr int fallbackFormat = 17;  // for 8 bits, where the system says that it has no format
+
+}  // namespace
+
+GLMemoryDIB::GLMemoryDIB() : memoryDC(CreateCompatibleDC(nullptr)) {}
+
+GLMemoryDIB::GLMemoryDIB(const GLMemoryDIB& other) : GLMemoryDIB()
+{
+    *this = other;
+}
+
+GLMemoryDIB& GLMemoryDIB::operator=(const GLMemoryDIB& other)
+{
+    if (this != &other)
+    {
+        describedPixelFormat = other.describedPixelFormat;
+        requestedPixelFormat = other.requestedPixelFormat;
+        pixelFormatIndex = other.pixelFormatIndex;
+        colorBits = other.colorBits;
+        projection = other.projection;
+        bandingRows = other.bandingRows;
+        bandingColumns = other.bandingColumns;
+        maximumBandWidth = other.maximumBandWidth;
+        maximumBandHeight = other.maximumBandHeight;
+    }
+    return *this;
+}
+
+GLMemoryDIB::~GLMemoryDIB()
+{
+    if (!Release() && memoryDC != nullptr)
+    {
+        if (previousBitmap != nullptr)
+        {
+            SelectObject(memoryDC, previousBitmap);
+        }
+        DeleteDC(memoryDC);
+    }
+    if (dibSection != nullptr)
+    {
+        DeleteObject(dibSection);
+    }
+}
+
+int GLMemoryDIB::BitCount_() const
+{
+    return colorBits != 0 ? colorBits : screenBits;
+}
+
+void GLMemoryDIB::CalculateDIBInfo()
+{
+    const double width = projection.GetWidth();
+    const double height = projection.GetHeight();
+    const double bandWidth = std::min(width, double(maximumBandWidth));
+    if (!(bandWidth > 0) || !(height > 0))
+    {
+        bandingRows = bandingColumns = 0;
+        projection.SetViewSize(0, 0);
+        return;
+    }
+    const std::int64_t rowBytes =
+        (static_cast<std::int64_t>(BitCount_() * bandWidth) + 31) / 8 & ~3;
+    const std::int64_t rows =
+        std::max<std::int64_t>(1, bandBytes / std::max<std::int64_t>(4, rowBytes));
+    const double bandHeight = std::min({double(rows), height, double(maximumBandHeight)});
+    bandingColumns = width / bandWidth;
+    bandingRows = height / bandHeight;
+    projection.SetViewSize(bandWidth, bandHeight);
+    projection.SetViewOffset(0, 0);
+}
+
+int GLMemoryDIB::GenerateDIBInfo()
+{
+    const int bits = BitCount_();
+    const int words = bits == 16 ? 3 : bits <= 8 ? 1 << bits : 0;
+    infoStorage_.assign(sizeof(BITMAPINFOHEADER) / sizeof(DWORD) + std::max(words, 1), 0);
+    dibInfo = reinterpret_cast<BITMAPINFO*>(infoStorage_.data());
+    dibInfo->bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+    dibInfo->bmiHeader.biPlanes = 1;
+    dibInfo->bmiHeader.biBitCount = static_cast<WORD>(bits);
+    dibInfo->bmiHeader.biCompression = bits == 16 ? BI_BITFIELDS : BI_RGB;
+    return 1;
+}
+
+HBITMAP GLMemoryDIB::CreateDIBRectangleSection()
+{
+    if (memoryDC == nullptr || (dibInfo == nullptr && !GenerateDIBInfo()))
+    {
+        return nullptr;
+    }
+    BITMAPINFOHEADER& header = dibInfo->bmiHeader;
+    header.biWidth = static_cast<LONG>(GetDIBWidth());
+    header.biHeight = static_cast<LONG>(GetDIBHeight());
+    header.biSizeImage =
+        ((static_cast<DWORD>(header.biBitCount) * header.biWidth + 31) >> 5) * 4 * header.biHeight;
+    FillPalette(dibInfo);
+    return CreateDIBSection(memoryDC, dibInfo, DIB_RGB_COLORS, &dibBits, nullptr, 0);
+}
+
+int GLMemoryDIB::SelectNewSection_()
+{
+    CalculateDIBInfo();
+    dibSection = CreateDIBRectangleSection();
+    if (dibSection == nullptr)
+    {
+        return 0;
+    }
+    previousBitmap = SelectObject(memoryDC, dibSection);
+    return 1;
+}
+
+void GLMemoryDIB::DeleteSection_()
+{
+    if (dibSection != nullptr)
+    {
+        DeleteObject(dibSection);
+    }
+    dibSection = nullptr;
+    dibBits = nullptr;
+    dibInfo = nullptr;
+    previousBitmap = nullptr;
+}
+
+void GLMemoryDIB::RequestPixelFormat_(DWORD flags)
+{
+    requestedPixelFormat = {};
+    requestedPixelFormat.nSize = sizeof requestedPixelFormat;
+    requestedPixelFormat.nVersion = 1;
+    requestedPixelFormat.dwFlags = flags;
+    requestedPixelFormat.iPixelType = PFD_TYPE_RGBA;
+    requestedPixelFormat.cColorBits = static_cast<BYTE>(BitCount_());
+    requestedPixelFormat.cDepthBits = 32;
+    requestedPixelFormat.iLayerType = PFD_MAIN_PLANE;
+    pixelFormatIndex = ChoosePixelFormat(memoryDC, &requestedPixelFormat);
+}
+
+int GLMemoryDIB::CreateContext_()
+{
+    renderingContext = wglCreateContext(memoryDC);
+    return renderingContext != nullptr && wglMakeCurrent(memoryDC, renderingContext);
+}
+
+void GLMemoryDIB::LoadProjection_()
+{
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    projection.ApplyVolume();
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+}
+
+void GLMemoryDIB::BeginAnew_()
+{
+    if (memoryDC != nullptr)
+    {
+        SelectObject(memoryDC, previousBitmap);
+    }
+    DeleteSection_();
+    if (memoryDC != nullptr)
+    {
+        DeleteDC(memoryDC);
+    }
+    if (renderingContext != nullptr)
+    {
+        wglDeleteContext(renderingContext);
+    }
+    renderingContext = nullptr;
+    memoryDC = CreateCompatibleDC(nullptr);
+}
+
+int GLMemoryDIB::Create(const ProjectionData& newProjection, int bits)
+{
+    if (memoryDC == nullptr)
+    {
+        return 0;
+    }
+    if (dibSection != nullptr)
+    {
+        BeginAnew_();
+    }
+    projection = newProjection;
+    colorBits = bits;
+    if (!IsKnownBitCount(BitCount_()) || !SelectNewSection_())
+    {
+        return 0;
+    }
+    RequestPixelFormat_(PFD_DRAW_TO_BITMAP | PFD_SUPPORT_GDI | PFD_SUPPORT_OPENGL);
+    if (pixelFormatIndex == 0 && colorBits == 8)
+    {
+        pixelFormatIndex = fallbackFormat;
+    }
+    SetPixelFormat(memoryDC, pixelFormatIndex, &requestedPixelFormat);
+    DescribePixelFormat(memoryDC, pixelFormatIndex, sizeof describedPixelFormat,
+                        &describedPixelFormat);
+    if (!CreateContext_())
+    {
+        return 0;
+    }
+    LoadProjection_();
+    glEnable(GL_DEPTH_TEST);
+    glEnable(GL_CULL_FACE);
+    glCullFace(GL_BACK);
+    return 1;
+}
+
+int GLMemoryDIB::Resize(int width, int height)
+{
+    if (renderingContext == nullptr || memoryDC == nullptr)
+    {
+        return 0;
+    }
+    wglMakeCurrent(nullptr, nullptr);
+    BeginAnew_();
+    projection.ResizeAndMaintainView(width, height);
+    if (memoryDC == nullptr || !SelectNewSection_())
+    {
+        return 0;
+    }
+    RequestPixelFormat_(PFD_DRAW_TO_BITMAP | PFD_SUPPORT_OPENGL);
+    SetPixelFormat(memoryDC, pixelFormatIndex, &requestedPixelFormat);
+    if (!CreateContext_())
+    {
+        return 0;
+    }
+    LoadProjection_();
+    glEnable(GL_DEPTH_TEST);
+    return 1;
+}
+
+void GLMemoryDIB::PrepareNextBand(double row, double column, DrawingParameters* parameters)
+{
+    projection.SetViewOffset(GetDIBWidth() * column, GetDIBHeight() * row);
+    if (parameters != nullptr)
+    {
+        parameters->SetProjection(&projection);
+    }
+    wglMakeCurrent(memoryDC, renderingContext);
+    LoadProjection_();
+}
+
+int GLMemoryDIB::CopyBand(HDC target, int x, int y, double row, double column)
+{
+    const int width = static_cast<int>(GetDIBWidth());
+    const int height = static_cast<int>(GetDIBHeight());
+    if (dibBits == nullptr)
+    {
+        return 0;
+    }
+    return StretchDIBits(target, static_cast<int>(GetDIBWidth() * column + x),
+                         static_cast<int>(GetDIBHeight() * row + y), width, height, 0, 0, width,
+                         height, dibBits, dibInfo, DIB_RGB_COLORS, SRCCOPY) == height;
+}
+
+int GLMemoryDIB::Release()
+{
+    if (renderingContext == nullptr || memoryDC == nullptr)
+    {
+        return 0;
+    }
+    wglMakeCurrent(nullptr, nullptr);
+    wglDeleteContext(renderingContext);
+    renderingContext = nullptr;
+    SelectObject(memoryDC, previousBitmap);
+    previousBitmap = nullptr;
+    DeleteDC(memoryDC);
+    memoryDC = nullptr;
+    return 1;
+}
+
+unsigned long GLMemoryDIB::LookupBackgroundColor()
+{
+    if (dibBits == nullptr || dibInfo == nullptr || dibInfo->bmiHeader.biBitCount != 8)
+    {
+        return 0;
+    }
+    GdiFlush();
+    BYTE index;
+    std::memcpy(&index, dibBits, sizeof index);
+    RGBQUAD entry;
+    std::memcpy(&entry, infoStorage_.data() + sizeof(BITMAPINFOHEADER) / sizeof(DWORD) + index,
+                sizeof entry);
+    return static_cast<unsigned long>(entry.rgbBlue) << 16 |
+           static_cast<unsigned long>(entry.rgbGreen) << 8 | entry.rgbRed;
+}
+
+int GLMemoryDIB::FindNearestColor(ColorVector* color)
+{
+    return FindNearestPaletteColor(dibInfo, color);
+}

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "imaging/TextureMap.h"
+
+/// Holds a texture map for as long as it lives, where it could be had.
+class TextureOwnership
+{
+public:
+    explicit TextureOwnership(TextureMap& texture)
+        : texture_(texture), owned_(texture.GetOwnership() != nullptr)
+    {}
+    ~TextureOwnership()
+    {
+        if (owned_)
+        {
+            texture_.ReleaseOwnership();
+        }
+    }
+    TextureOwnership(const TextureOwnership&) = delete;
+    TextureOwnership& operator=(const TextureOwnership&) = delete;
+
+    bool IsOwned() const { return owned_; }
+
+private:
+    TextureMap& texture_;
+    bool owned_;
+};

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/posix/Handles.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace posix
+{
+
+/// An open file; closed when the last who shares it lets go.
+struct File final : KernelObject
+{
+    explicit File(int fileDescriptor) : descriptor(fileDescriptor) {}
+    ~File() override;
+
+    /// Bytes; 0 when the system does not say.
+    std::uint64_t Length() const;
+
+    int descriptor;
+    bool isWritable = false;
+};
+
+/// A file that can be mapped.
+struct FileMapping final : KernelObject
+{
+    std::shared_ptr<File> file;
+    std::uint64_t size = 0;  ///< bytes that may be mapped
+    bool isWritable = false;
+};
+
+/// Maps bytes of a file at any offset; they stay mapped as long as somebody shares what is
+/// returned. Null when the range lies outside the mapping or the system refuses.
+std::shared_ptr<void> MapBytes(const FileMapping& mapping, std::uint64_t offset, std::size_t count,
+                               bool writable);
+
+}  // namespace posix

@@ -1,0 +1,474 @@
+// SPDX-License-Identifier: MIT
+#include "platform/Storage.h"
+
+#include <gsf/gsf-infile-msole.h>
+#include <gsf/gsf-infile.h>
+#include <gsf/gsf-input-stdio.h>
+#include <gsf/gsf-outfile-msole.h>
+#include <gsf/gsf-outfile.h>
+#include <gsf/gsf-output-stdio.h>
+#include <gsf/gsf-utils.h>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <map>
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+namespace
+{
+
+constexpr std::size_t longestName = 31;
+constexpr DWORD accessBits = STGM_WRITE | STGM_READWRITE;
+
+// The library that reads and writes the files counts references, too.
+struct Unreferrer
+{
+    void operator()(void* object) const { g_object_unref(object); }
+};
+template <typename Object>
+using Counted = std::unique_ptr<Object, Unreferrer>;
+
+// While it lives, the library does not write about damaged files to standard error.
+class Quiet
+{
+public:
+    Quiet()
+        : handler_(g_log_set_handler(
+              domain, G_LOG_LEVEL_MASK, [](const gchar*, GLogLevelFlags, const gchar*, gpointer) {},
+              nullptr))
+    {}
+    ~Quiet() { g_log_remove_handler(domain, handler_); }
+    Quiet(const Quiet&) = delete;
+    Quiet& operator=(const Quiet&) = delete;
+
+private:
+    static constexpr const char* domain = "libgsf:msole";
+    guint handler_;
+};
+
+void Begin()
+{
+    static const bool begun = (gsf_init(), true);
+    static_cast<void>(begun);
+}
+
+// Empty for what is no UTF-16.
+std::string ToUtf8(const OLECHAR* text)
+{
+    gchar* const utf8 = text == nullptr ? nullptr
+                                        : g_utf16_to_utf8(reinterpret_cast<const gunichar2*>(text),
+                                                          -1, nullptr, nullptr, nullptr);
+    const std::string result = utf8 == nullptr ? "" : utf8;
+    g_free(utf8);
+    return result;
+}
+
+bool IsStreamName(const OLECHAR* name)
+{
+    const std::u16string_view text = name == nullptr ? u"" : name;
+    return !text.empty() && text.size() <= longestName && !ToUtf8(name).empty() &&
+           std::all_of(text.begin(), text.end(), [](char16_t character) {
+               return character >= 32 &&
+                      std::u16string_view(u"/\\:!").find(character) == std::u16string_view::npos;
+           });
+}
+
+// Names that differ only by the case of A to Z are the same.
+std::string KeyOf(std::string name)
+{
+    for (char& character : name)
+    {
+        character = g_ascii_toupper(character);
+    }
+    return name;
+}
+
+struct Content
+{
+    std::string name;  // UTF-8
+    std::vector<BYTE> bytes;
+};
+
+// What a storage and its streams share.
+struct Compound
+{
+    std::string path;
+    DWORD access = STGM_READ;
+    std::map<std::string, std::shared_ptr<Content>> streams;  // by KeyOf their names
+    bool isChanged = false;
+
+    bool IsWritable() const { return access != STGM_READ; }
+};
+
+bool WriteContent(GsfOutfile* file, const Content& content)
+{
+    const Counted<GsfOutput> child(gsf_outfile_new_child(file, content.name.c_str(), FALSE));
+    const bool isWritten = child != nullptr && (content.bytes.empty() ||
+                                                gsf_output_write(child.get(), content.bytes.size(),
+                                                                 content.bytes.data()));
+    return child != nullptr && gsf_output_close(child.get()) && isWritten;
+}
+
+HRESULT WriteCompound(Compound& compound)
+{
+    // Writes beside the file and renames at the end; an error before leaves the old one.
+    const Counted<GsfOutput> output(gsf_output_stdio_new(compound.path.c_str(), nullptr));
+    if (output == nullptr)
+    {
+        return STG_E_ACCESSDENIED;
+    }
+    const Counted<GsfOutfile> file(gsf_outfile_msole_new(output.get()));
+    bool isWritten = true;
+    for (const auto& [key, content] : compound.streams)
+    {
+        isWritten = isWritten && WriteContent(file.get(), *content);
+    }
+    if (!isWritten)
+    {
+        gsf_output_set_error(output.get(), 0, "incomplete");
+    }
+    // Closes the other one, too.
+    isWritten = gsf_output_close(GSF_OUTPUT(file.get())) && isWritten;
+    compound.isChanged = compound.isChanged && !isWritten;
+    return isWritten ? S_OK : STG_E_WRITEFAULT;
+}
+
+// Takes the bytes as they come: the length that a damaged file states may be anything.
+std::vector<BYTE> ReadAll(GsfInput* input)
+{
+    constexpr std::size_t piece = 65536;
+    std::vector<BYTE> bytes;
+    for (;;)
+    {
+        const gsf_off_t left = gsf_input_remaining(input);
+        const std::size_t count =
+            std::min(piece, static_cast<std::size_t>(std::max<gsf_off_t>(left, 0)));
+        const guint8* const data = count == 0 ? nullptr : gsf_input_read(input, count, nullptr);
+        if (data == nullptr)
+        {
+            return bytes;
+        }
+        bytes.insert(bytes.end(), data, data + count);
+    }
+}
+
+HRESULT ReadCompound(Compound& compound)
+{
+    const Counted<GsfInput> input(gsf_input_stdio_new(compound.path.c_str(), nullptr));
+    if (input == nullptr)
+    {
+        return STG_E_FILENOTFOUND;
+    }
+    const Quiet quiet;
+    const Counted<GsfInfile> file(gsf_infile_msole_new(input.get(), nullptr));
+    if (file == nullptr)
+    {
+        return STG_E_OLDFORMAT;
+    }
+    for (int i = 0; i < gsf_infile_num_children(file.get()); ++i)
+    {
+        const char* const name = gsf_infile_name_by_index(file.get(), i);
+        const Counted<GsfInput> child(gsf_infile_child_by_index(file.get(), i));
+        const bool isStorage = child != nullptr && GSF_IS_INFILE(child.get()) &&
+                               gsf_infile_num_children(GSF_INFILE(child.get())) >= 0;
+        if (child != nullptr && name != nullptr && !isStorage)
+        {
+            compound.streams[KeyOf(name)] =
+                std::make_shared<Content>(Content{name, ReadAll(child.get())});
+        }
+    }
+    return S_OK;
+}
+
+// The counting of references.
+template <typename Interface>
+class Referenced : public Interface
+{
+public:
+    ULONG AddRef() override { return ++references_; }
+    ULONG Release() override
+    {
+        const ULONG left = --references_;
+        if (left == 0)
+        {
+            delete this;
+        }
+        return left;
+    }
+
+private:
+    ULONG references_ = 1;
+};
+
+class Stream final : public Referenced<IStream>
+{
+public:
+    Stream(std::shared_ptr<Compound> compound, std::shared_ptr<Content> content, bool isWritable)
+        : compound_(std::move(compound)), content_(std::move(content)), isWritable_(isWritable)
+    {}
+
+    HRESULT Read(void* bytes, ULONG count, ULONG* done) override
+    {
+        const std::vector<BYTE>& all = content_->bytes;
+        const std::size_t at = static_cast<std::size_t>(std::min<std::uint64_t>(at_, all.size()));
+        const std::size_t taken = std::min<std::size_t>(count, all.size() - at);
+        if (bytes == nullptr && count != 0)
+        {
+            return STG_E_INVALIDPOINTER;
+        }
+        if (taken != 0)
+        {
+            std::memcpy(bytes, all.data() + at, taken);
+        }
+        at_ += taken;
+        Report(done, static_cast<ULONG>(taken));
+        return S_OK;
+    }
+
+    HRESULT Write(const void* bytes, ULONG count, ULONG* done) override
+    {
+        Report(done, 0);
+        if (bytes == nullptr && count != 0)
+        {
+            return STG_E_INVALIDPOINTER;
+        }
+        if (count == 0)
+        {
+            return S_OK;
+        }
+        const std::uint64_t end = at_ + count;
+        const HRESULT result =
+            end > content_->bytes.size() ? SetSize(ULARGE_INTEGER{end}) : Change();
+        if (SUCCEEDED(result))
+        {
+            std::memcpy(content_->bytes.data() + at_, bytes, count);
+            at_ = end;
+            Report(done, count);
+        }
+        return result;
+    }
+
+    HRESULT Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* position) override
+    {
+        const std::uint64_t from = origin == STREAM_SEEK_CUR   ? at_
+                                   : origin == STREAM_SEEK_END ? content_->bytes.size()
+                                                               : 0;
+        // Positions are below 2^63, so that their sums fit when taken without a sign.
+        const std::uint64_t to = from + static_cast<std::uint64_t>(move.QuadPart);
+        if (origin > STREAM_SEEK_END || to > std::numeric_limits<std::int64_t>::max())
+        {
+            return STG_E_INVALIDFUNCTION;
+        }
+        at_ = to;
+        if (position != nullptr)
+        {
+            position->QuadPart = at_;
+        }
+        return S_OK;
+    }
+
+    HRESULT SetSize(ULARGE_INTEGER size) override
+    {
+        const HRESULT result = Change();
+        if (FAILED(result))
+        {
+            return result;
+        }
+        try
+        {
+            if (size.QuadPart > content_->bytes.max_size())
+            {
+                return STG_E_INSUFFICIENTMEMORY;
+            }
+            content_->bytes.resize(static_cast<std::size_t>(size.QuadPart));
+        }
+        catch (const std::bad_alloc&)
+        {
+            return STG_E_INSUFFICIENTMEMORY;
+        }
+        return S_OK;
+    }
+
+private:
+    static void Report(ULONG* done, ULONG count)
+    {
+        if (done != nullptr)
+        {
+            *done = count;
+        }
+    }
+    HRESULT Change()
+    {
+        compound_->isChanged = compound_->isChanged || isWritable_;
+        return isWritable_ ? S_OK : STG_E_ACCESSDENIED;
+    }
+
+    std::shared_ptr<Compound> compound_;
+    std::shared_ptr<Content> content_;
+    bool isWritable_;
+    std::uint64_t at_ = 0;
+};
+
+class Storage final : public Referenced<IStorage>
+{
+public:
+    explicit Storage(std::shared_ptr<Compound> compound) : compound_(std::move(compound)) {}
+    ~Storage() override { Commit(STGC_DEFAULT); }
+
+    HRESULT CreateStream(const OLECHAR* name, DWORD mode, DWORD, DWORD, IStream** stream) override
+    {
+        if (stream == nullptr)
+        {
+            return STG_E_INVALIDPOINTER;
+        }
+        *stream = nullptr;
+        if (!IsStreamName(name))
+        {
+            return STG_E_INVALIDNAME;
+        }
+        if (!compound_->IsWritable())
+        {
+            return STG_E_ACCESSDENIED;
+        }
+        const std::string utf8 = ToUtf8(name);
+        std::shared_ptr<Content>& content = compound_->streams[KeyOf(utf8)];
+        if (content != nullptr && (mode & STGM_CREATE) == 0)
+        {
+            return STG_E_FILEALREADYEXISTS;
+        }
+        content = std::make_shared<Content>(Content{utf8, {}});
+        compound_->isChanged = true;
+        *stream = new Stream(compound_, content, true);
+        return S_OK;
+    }
+
+    HRESULT OpenStream(const OLECHAR* name, void*, DWORD mode, DWORD, IStream** stream) override
+    {
+        if (stream == nullptr)
+        {
+            return STG_E_INVALIDPOINTER;
+        }
+        *stream = nullptr;
+        const auto found = compound_->streams.find(KeyOf(ToUtf8(name)));
+        if (found == compound_->streams.end())
+        {
+            return STG_E_FILENOTFOUND;
+        }
+        const bool wantsToWrite = (mode & accessBits) != STGM_READ;
+        if (wantsToWrite && !compound_->IsWritable())
+        {
+            return STG_E_ACCESSDENIED;
+        }
+        *stream = new Stream(compound_, found->second, wantsToWrite);
+        return S_OK;
+    }
+
+    HRESULT Commit(DWORD) override
+    {
+        return compound_->isChanged ? WriteCompound(*compound_) : S_OK;
+    }
+
+    HRESULT DestroyElement(const OLECHAR* name) override
+    {
+        if (!compound_->IsWritable())
+        {
+            return STG_E_ACCESSDENIED;
+        }
+        if (compound_->streams.erase(KeyOf(ToUtf8(name))) == 0)
+        {
+            return STG_E_FILENOTFOUND;
+        }
+        compound_->isChanged = true;
+        return S_OK;
+    }
+
+private:
+    std::shared_ptr<Compound> compound_;
+};
+
+// The compound of a file that is to be opened or made; null with the reason.
+std::shared_ptr<Compound> Named(const OLECHAR* name, DWORD mode, IStorage** storage,
+                                HRESULT* reason)
+{
+    if (storage == nullptr)
+    {
+        *reason = STG_E_INVALIDPOINTER;
+        return nullptr;
+    }
+    *storage = nullptr;
+    const auto compound = std::make_shared<Compound>();
+    compound->path = ToUtf8(name);
+    compound->access = mode & accessBits;
+    if (compound->path.empty())
+    {
+        *reason = STG_E_INVALIDNAME;
+        return nullptr;
+    }
+    Begin();
+    return compound;
+}
+
+}  // namespace
+
+HRESULT StgCreateDocfile(const OLECHAR* name, DWORD mode, DWORD, IStorage** storage)
+{
+    HRESULT result = S_OK;
+    const std::shared_ptr<Compound> compound = Named(name, mode, storage, &result);
+    if (compound == nullptr)
+    {
+        return result;
+    }
+    if (!compound->IsWritable())
+    {
+        return STG_E_ACCESSDENIED;
+    }
+    if ((mode & STGM_CREATE) == 0 && access(compound->path.c_str(), F_OK) == 0)
+    {
+        return STG_E_FILEALREADYEXISTS;
+    }
+    result = WriteCompound(*compound);
+    if (SUCCEEDED(result))
+    {
+        *storage = new Storage(compound);
+    }
+    return result;
+}
+
+HRESULT StgOpenStorage(const OLECHAR* name, IStorage* priority, DWORD mode, const void* exclude,
+                       DWORD reserved, IStorage** storage)
+{
+    HRESULT result = S_OK;
+    const std::shared_ptr<Compound> compound = Named(name, mode, storage, &result);
+    if (compound == nullptr)
+    {
+        return result;
+    }
+    if (priority != nullptr || exclude != nullptr || reserved != 0)
+    {
+        return STG_E_INVALIDFUNCTION;
+    }
+    if (compound->IsWritable() && access(compound->path.c_str(), F_OK) == 0 &&
+        access(compound->path.c_str(), W_OK) != 0)
+    {
+        return STG_E_ACCESSDENIED;
+    }
+    try
+    {
+        result = ReadCompound(*compound);
+    }
+    catch (const std::bad_alloc&)
+    {
+        result = STG_E_INSUFFICIENTMEMORY;
+    }
+    if (SUCCEEDED(result))
+    {
+        *storage = new Storage(compound);
+    }
+    return result;
+}

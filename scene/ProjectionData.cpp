@@ -1,0 +1,303 @@
+// SPDX-License-Identifier: MIT
+#include "scene/ProjectionData.h"
+
+#include "host/RecordVersion.h"
+#include "platform/OpenGL.h"
+
+#include <cmath>
+#include <numbers>
+
+IMPLEMENT_SERIAL(ProjectionData, CObject, VERSIONABLE_SCHEMA | 4)
+
+namespace
+{
+
+constexpr double halfFrame = 17.5;  // millimetres: half the width of a frame of 35 mm film
+
+/// The tangent of half an angle given in degrees.
+double HalfAngleTangent(double degrees)
+{
+    return std::tan(degrees * (1.570796327 / 180));
+}
+
+/// The angle in degrees whose half has this opposite and adjacent side.
+double AngleFromSides(double opposite, double adjacent)
+{
+    return 2 * std::atan2(opposite, adjacent) * 180 / std::numbers::pi;
+}
+
+}  // namespace
+
+ProjectionData::ProjectionData()
+{
+    CalculateLensLength();
+}
+
+void ProjectionData::SetOrthographic()
+{
+    projectionFlags |= orthographic;
+    Recalculate_();
+}
+
+void ProjectionData::ClearOrthographic()
+{
+    projectionFlags &= ~orthographic;
+    Recalculate_();
+}
+
+void ProjectionData::SetFieldOfViewAngle(double degrees)
+{
+    fieldOfViewAngle = degrees;
+    CalculateLensLength();
+}
+
+void ProjectionData::SetLensLength(double millimetres)
+{
+    lensLength = millimetres;
+    CalculateFieldOfViewAngle();
+}
+
+void ProjectionData::SetOrthographicHeight(double newHeight)
+{
+    orthographicHeight = newHeight;
+    orthographicWidth = aspect * newHeight;
+    Recalculate_();
+}
+
+void ProjectionData::SetOrthographicWidth(double newWidth)
+{
+    orthographicWidth = newWidth;
+    orthographicHeight = newWidth / aspect;
+    Recalculate_();
+}
+
+void ProjectionData::SetScale(double newScaleX, double newScaleY)
+{
+    scaleX = newScaleX;
+    scaleY = newScaleY;
+    width = unscaledWidth * newScaleX;
+    height = unscaledHeight * newScaleY;
+    Recalculate_();
+}
+
+void ProjectionData::SetUnscaledSize(double newWidth, double newHeight)
+{
+    unscaledWidth = newWidth;
+    unscaledHeight = newHeight;
+    width = scaleX * newWidth;
+    height = scaleY * newHeight;
+    Recalculate_();
+}
+
+void ProjectionData::SetScaledSize(double newWidth, double newHeight)
+{
+    width = newWidth;
+    height = newHeight;
+    if (scaleX != 0)
+    {
+        unscaledWidth = newWidth / scaleX;
+    }
+    if (scaleY != 0)
+    {
+        unscaledHeight = newHeight / scaleY;
+    }
+    Recalculate_();
+}
+
+void ProjectionData::SetViewOffset(double x, double y)
+{
+    viewXOffset = x;
+    viewYOffset = y;
+    CalculateViewProjectionData();
+}
+
+void ProjectionData::SetViewSize(double newWidth, double newHeight)
+{
+    viewWidth = newWidth;
+    viewHeight = newHeight;
+    CalculateViewProjectionData();
+}
+
+void ProjectionData::SaveReferenceAspect()
+{
+    referenceAspect = aspect;
+    referenceFieldOfViewAngle = fieldOfViewAngle;
+    referenceHeight = height;
+}
+
+void ProjectionData::ResizeAndMaintainView(double newWidth, double newHeight)
+{
+    if (!(newWidth > 0 && newHeight > 0))
+    {
+        return;
+    }
+    if (width >= 0 && height != 0)
+    {
+        const double newAspect = newWidth / newHeight;
+        double effectiveHeight = referenceHeight;
+        if (newAspect <= referenceAspect)
+        {
+            effectiveHeight = (referenceAspect / newAspect) * referenceHeight;
+        }
+        const double distance = (referenceHeight / 2) / HalfAngleTangent(referenceFieldOfViewAngle);
+        fieldOfViewAngle = AngleFromSides(effectiveHeight / 2, distance);
+        width = newWidth;
+        height = newHeight;
+        CalculateLensLength();
+    }
+    else
+    {
+        height = newHeight;
+        referenceHeight = newHeight;
+        width = newWidth;
+        CalculateProjectionData();
+    }
+}
+
+int ProjectionData::CopyFromSaved(const ProjectionData& saved)
+{
+    fieldOfViewAngle = saved.fieldOfViewAngle;
+    orthographicHeight = saved.orthographicHeight;
+    orthographicWidth = saved.orthographicWidth;
+    if (saved.IsOrthographic())
+    {
+        SetOrthographic();
+    }
+    else
+    {
+        ClearOrthographic();
+    }
+    CalculateLensLength();
+    return 1;
+}
+
+void ProjectionData::CalculateFieldOfViewAngle()
+{
+    fieldOfViewAngle = AngleFromSides(halfFrame, lensLength);
+    Recalculate_();
+}
+
+void ProjectionData::CalculateLensLength()
+{
+    lensLength = halfFrame / HalfAngleTangent(fieldOfViewAngle);
+    Recalculate_();
+}
+
+void ProjectionData::CalculateProjectionData()
+{
+    if (!(width >= 0 && height >= 0))
+    {
+        return;
+    }
+    aspect = height == 0 ? 1.0 : width / height;
+    diagonalDistance = std::sqrt(width * width + height * height);
+    orthographicHeight = orthographicWidth / aspect;
+    if (IsOrthographic())
+    {
+        heightNear = orthographicHeight;
+        widthNear = orthographicWidth;
+        leftNear = -orthographicWidth / 2;
+        topNear = orthographicHeight / 2;
+        return;
+    }
+    const double tangent = HalfAngleTangent(fieldOfViewAngle);
+    lensLength = halfFrame / tangent;
+    heightNear = 2 * tangent * zNear;
+    widthNear = aspect * heightNear;
+    leftNear = -widthNear / 2;
+    topNear = heightNear / 2;
+}
+
+void ProjectionData::CalculateViewProjectionData()
+{
+    if (width == 0 || height == 0)
+    {
+        return;
+    }
+    const double offsetX = viewXOffset / width;
+    const double offsetY = viewYOffset / height;
+    const double shareX = viewWidth / width;
+    const double shareY = viewHeight / height;
+    viewWidthNear = shareX * widthNear;
+    viewHeightNear = shareY * heightNear;
+    viewLeft = leftNear + offsetX * widthNear;
+    viewRight = viewLeft + viewWidthNear;
+    viewTop = topNear - offsetY * heightNear;
+    viewBottom = viewTop - viewHeightNear;
+}
+
+void ProjectionData::Recalculate_()
+{
+    CalculateProjectionData();
+    CalculateViewProjectionData();
+}
+
+void ProjectionData::ApplyVolume() const
+{
+    const auto setVolume = IsOrthographic() ? glOrtho : glFrustum;
+    setVolume(viewLeft, viewRight, viewBottom, viewTop, zNear, zFar);
+    glViewport(0, 0, static_cast<GLsizei>(viewWidth), static_cast<GLsizei>(viewHeight));
+}
+
+void ProjectionData::Serialize(CArchive& archive)
+{
+    CObject::Serialize(archive);
+    if (archive.IsStoring())
+    {
+        WriteRecordVersion(archive, RUNTIME_CLASS(ProjectionData));
+        archive << fieldOfViewAngle << referenceAspect << referenceFieldOfViewAngle
+                << referenceHeight << projectionFlags << scaleX << scaleY << orthographicWidth
+                << orthographicHeight;
+        return;
+    }
+    switch (ReadRecordVersion(archive, RUNTIME_CLASS(ProjectionData)))
+    {
+        case 1:
+            DeserializeVersion1(archive);
+            break;
+        case 2:
+            DeserializeVersion2(archive);
+            break;
+        case 3:
+            DeserializeVersion3(archive);
+            break;
+        default:
+            DeserializeVersion4(archive);
+            break;
+    }
+    // The lens follows the loaded angle, so that a later restore of the lens brings this angle
+    // back.
+    CalculateLensLength();
+}
+
+void ProjectionData::DeserializeVersion1(CArchive& archive)
+{
+    archive >> fieldOfViewAngle;
+    archive >> referenceAspect;
+    archive >> referenceFieldOfViewAngle;
+    archive >> referenceHeight;
+    scaleX = scaleY = 1.0;
+    orthographicWidth = orthographicHeight = 5.0;
+    SetFitToWindow();
+}
+
+void ProjectionData::DeserializeVersion2(CArchive& archive)
+{
+    DeserializeVersion1(archive);
+    archive >> projectionFlags;
+    archive >> scaleX;
+    scaleY = scaleX;
+}
+
+void ProjectionData::DeserializeVersion3(CArchive& archive)
+{
+    DeserializeVersion2(archive);
+    archive >> scaleY;
+}
+
+void ProjectionData::DeserializeVersion4(CArchive& archive)
+{
+    DeserializeVersion3(archive);
+    archive >> orthographicWidth;
+    archive >> orthographicHeight;
+}

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/CObject.h"
+
+/// The lens of a view: perspective or orthographic, the size of the picture in pixels, and the
+/// sub-window of it that is drawn, so that a large picture can be drawn in bands with matching
+/// off-axis volumes.
+///
+/// The field of view is vertical, in degrees, and tied to the focal length of a lens for 35 mm
+/// film: half a frame, 17.5 mm, is seen from the focal length under half the angle. Sizes and
+/// offsets are pixels, the vertical offset downward from the top; `...Near` values are world units
+/// at the near plane. A negative width or height means that the picture has no size yet.
+///
+/// Setters recompute what depends on them; nothing is computed from a size that is missing.
+class ORVANE_API ProjectionData : public CObject
+{
+    DECLARE_SERIAL(ProjectionData)
+
+public:
+    /// Bits of projectionFlags.
+    static constexpr DWORD fitToWindow = 0x1;
+    static constexpr DWORD orthographic = 0x2;
+
+    ProjectionData();
+    ProjectionData(const ProjectionData&) = default;
+    ProjectionData& operator=(const ProjectionData&) = default;
+
+    double GetAspect() const { return aspect; }
+    double GetDiagonalDistance() const { return diagonalDistance; }
+    double GetFieldOfViewAngle() const { return fieldOfViewAngle; }
+    double GetHeight() const { return height; }
+    double GetHeightNear() const { return heightNear; }
+    double GetLeftNear() const { return leftNear; }
+    double GetLensLength() const { return lensLength; }
+    double GetOrthographicHeight() const { return orthographicHeight; }
+    double GetOrthographicWidth() const { return orthographicWidth; }
+    double GetReferenceAspect() const { return referenceAspect; }
+    double GetScaleX() const { return scaleX; }
+    double GetScaleY() const { return scaleY; }
+    double GetTopNear() const { return topNear; }
+    double GetUnscaledHeight() const { return unscaledHeight; }
+    double GetUnscaledWidth() const { return unscaledWidth; }
+    double GetViewBottom() const { return viewBottom; }
+    double GetViewLeft() const { return viewLeft; }
+    double GetViewHeight() const { return viewHeight; }
+    double GetViewRight() const { return viewRight; }
+    double GetViewTop() const { return viewTop; }
+    double GetViewWidth() const { return viewWidth; }
+    double GetViewXOffset() const { return viewXOffset; }
+    double GetViewYOffset() const { return viewYOffset; }
+    double GetWidth() const { return width; }
+    double GetWidthNear() const { return widthNear; }
+    double GetZFar() const { return zFar; }
+    double GetZNear() const { return zNear; }
+
+    int IsOrthographic() const { return static_cast<int>(projectionFlags & orthographic); }
+    void SetOrthographic();
+    void ClearOrthographic();
+    int ShouldFitToWindow() const { return static_cast<int>(projectionFlags & fitToWindow); }
+    void SetFitToWindow() { projectionFlags |= fitToWindow; }
+    void ClearFitToWindow() { projectionFlags &= ~fitToWindow; }
+
+    void SetFieldOfViewAngle(double degrees);
+    void SetLensLength(double millimetres);
+
+    /// World units. The other extent follows by the aspect.
+    void SetOrthographicHeight(double newHeight);
+    void SetOrthographicWidth(double newWidth);
+
+    /// The scaled size becomes the unscaled one times these factors.
+    void SetScale(double newScaleX, double newScaleY);
+    void SetUnscaledSize(double newWidth, double newHeight);
+    /// The unscaled size follows along each axis whose factor is not 0.
+    void SetScaledSize(double newWidth, double newHeight);
+
+    /// The sub-window; only the volume that belongs to it is recomputed.
+    void SetViewOffset(double x, double y);
+    void SetViewSize(double newWidth, double newHeight);
+
+    void SetReferenceAspect(double newAspect) { referenceAspect = newAspect; }
+    /// Keeps aspect, field of view and height as the reference of ResizeAndMaintainView.
+    void SaveReferenceAspect();
+
+    /// Takes a window's new size and keeps what the reference shows: a picture narrower than the
+    /// reference keeps its horizontal coverage under a wider vertical angle, a wider one keeps its
+    /// vertical angle. The first size is only stored, and the sub-window is not recomputed then.
+    /// Ignores sizes that are not positive.
+    void ResizeAndMaintainView(double newWidth, double newHeight);
+
+    /// Takes over the lens of a saved view (angle, orthographic extents and kind) and keeps the
+    /// window. Returns 1.
+    int CopyFromSaved(const ProjectionData& saved);
+
+    void CalculateFieldOfViewAngle();  ///< from the lens length
+    void CalculateLensLength();        ///< from the field of view
+    void CalculateProjectionData();
+    void CalculateViewProjectionData();
+
+    /// Multiplies the sub-window's volume onto OpenGL's current matrix and sets the viewport to the
+    /// sub-window's size.
+    void ApplyVolume() const;
+
+    /// Only the lens and the scale are stored. Loading recomputes the lens length.
+    void Serialize(CArchive& archive) override;
+    void DeserializeVersion1(CArchive& archive);
+    void DeserializeVersion2(CArchive& archive);
+    void DeserializeVersion3(CArchive& archive);
+    void DeserializeVersion4(CArchive& archive);
+
+    DWORD projectionFlags = fitToWindow;
+    double referenceFieldOfViewAngle = 40.0;  ///< saved by SaveReferenceAspect
+    double referenceHeight = -1.0;            ///< saved with it, pixels
+    double viewHeightNear = 0;                ///< height of the sub-window's volume
+    double viewWidthNear = 0;
+
+protected:
+    void Recalculate_();
+
+    double aspect = 1.0;  ///< width / height
+    double diagonalDistance = 0;
+    double fieldOfViewAngle = 40.0;
+    double height = -1.0;
+    double heightNear = 0;
+    double leftNear = 0;
+    double lensLength = 0;
+    double orthographicHeight = 5.0;
+    double orthographicWidth = 5.0;
+    double referenceAspect = 1.0;
+    double scaleX = 1.0;
+    double scaleY = 1.0;
+    double topNear = 0;
+    double unscaledWidth = 0;
+    double unscaledHeight = 0;
+    double viewBottom = 0;
+    double viewLeft = 0;
+    double viewRight = 0;
+    double viewTop = 0;
+    double viewHeight = 1.0;
+    double viewWidth = 1.0;
+    double viewXOffset = 0;
+    double viewYOffset = 0;
+    double width = -1.0;
+    double widthNear = 1.0;
+    double zFar = 10000.0;
+    double zNear = 0.1;
+};

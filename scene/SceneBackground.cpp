@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: MIT
+#include "host/CWnd.h"
+#include "imaging/GLMemoryDIB.h"
+#include "imaging/MemoryMappedDIB.h"
+#include "imaging/TextureOwnership.h"
+#include "platform/Messages.h"
+#include "platform/OpenGL.h"
+#include "platform/Rendering.h"
+#include "scene/DrawingParameters.h"
+#include "scene/ProjectionData.h"
+#include "scene/SceneObject.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace
+{
+
+/// A pixel position or size without its fraction. What no picture has is brought near enough that
+/// sums and differences of two stay in range.
+int WholePixels(double pixels)
+{
+    constexpr double limit = 1 << 29;
+    return pixels == pixels ? static_cast<int>(std::clamp(pixels, -limit, limit)) : 0;
+}
+
+/// The colour bits of the device context that OpenGL draws to; 24 when there is none.
+int CurrentColorBits()
+{
+    PIXELFORMATDESCRIPTOR format{};
+    const HDC dc = wglGetCurrentDC();
+    const int index = dc != nullptr ? GetPixelFormat(dc) : 0;
+    return index != 0 && DescribePixelFormat(dc, index, sizeof format, &format) != 0
+               ? format.cColorBits
+               : 24;
+}
+
+/// Shows a text in the window that the drawing names, without waiting long for a hung one.
+void Notify(const DrawingParameters& parameters, const char* text)
+{
+    const HWND window =
+        parameters.GetMessageWindowHandle() != nullptr ? parameters.GetMessageWindowHandle()
+        : parameters.GetMessageWindow() != nullptr ? parameters.GetMessageWindow()->GetSafeHwnd()
+                                                   : nullptr;
+    if (window != nullptr)
+    {
+        DWORD_PTR result = 0;
+        SendMessageTimeoutA(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text), SMTO_NORMAL, 100,
+                            &result);
+    }
+}
+
+/// A bitmap that is drawn, whole, into rectangles of a device context.
+struct Image
+{
+    HDC dc;
+    const BITMAPINFO* info;
+    const void* bits;
+
+    int Width() const { return info->bmiHeader.biWidth; }
+    int Height() const { return std::abs(info->bmiHeader.biHeight); }
+
+    void DrawTo(int x, int y, int width, int height) const
+    {
+        StretchDIBits(dc, x, y, width, height, 0, 0, Width(), Height(), bits, info, DIB_RGB_COLORS,
+                      SRCCOPY);
+    }
+};
+
+/// The place of the first tile at or before the sub-window's edge, counted from that edge.
+int FirstTile(double offset, int anchor, int tile)
+{
+    const double index = std::floor((offset - anchor) / tile);
+    return WholePixels(anchor + index * tile - offset);
+}
+
+}  // namespace
+
+int SceneObject::DrawBackground(DrawingParameters* parameters)
+{
+    if (parameters->IsSelecting())
+    {
+        return 1;
+    }
+    if (parameters->ShouldShowBackgroundTexture())
+    {
+        // Owned until it is drawn: the application may change it meanwhile.
+        const TextureOwnership ownership(texture);
+        if ((texture.textureFlags & TextureMap::Valid) != 0)
+        {
+            return DrawBackgroundTexture(parameters);
+        }
+    }
+    ClearToBackground_(*parameters);
+    return 1;
+}
+
+void SceneObject::ClearToBackground_(const DrawingParameters& parameters)
+{
+    const ColorVector color = parameters.ShouldForceSolidBackground()
+                                  ? parameters.GetSolidBackgroundColor()
+                                  : backgroundColor;
+    glClearColor(color.red, color.green, color.blue, color.alpha);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glFlush();
+}
+
+int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters)
+{
+    if (CurrentColorBits() > 8)
+    {
+        return DrawFileBackgroundTexture(parameters);
+    }
+    Notify(*parameters, "Dithering Background Bitmap ...");
+    int result = 0;
+    {
+        const TextureOwnership ownership(texture);
+        GLMemoryDIB* const dithered = ownership.IsOwned() ? texture.GetDitheredImage() : nullptr;
+        if (dithered != nullptr)
+        {
+            result =
+                DrawBackgroundTexture(parameters, dithered->GetDIBInfo(), dithered->GetDIBBits());
+        }
+    }
+    Notify(*parameters, "");
+    return result;
+}
+
+int SceneObject::DrawFileBackgroundTexture(DrawingParameters* parameters)
+{
+    const TextureOwnership ownership(texture);
+    if (!ownership.IsOwned())
+    {
+        return 0;
+    }
+    MemoryMappedDIB picture;
+    if (picture.Open(texture.filename) != 1)
+    {
+        return 0;
+    }
+    const int result =
+        DrawBackgroundTexture(parameters, picture.GetDIBInfo(), picture.GetDIBBits());
+    picture.Close();
+    return result;
+}
+
+int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITMAPINFO* bitmapInfo,
+                                       const void* bits)
+{
+    const HDC dc = wglGetCurrentDC();
+    const ProjectionData* const projection = parameters->GetProjection();
+    if (!parameters->ShouldShowBackgroundTexture() ||
+        (texture.textureFlags & TextureMap::Valid) == 0 || dc == nullptr || projection == nullptr ||
+        bitmapInfo == nullptr || bits == nullptr)
+    {
+        return 1;
+    }
+    const Image image{dc, bitmapInfo, bits};
+    const double offsetX = projection->GetViewXOffset();
+    const double offsetY = projection->GetViewYOffset();
+    const auto scaled = [](int size, double scale) {
+        return std::max(WholePixels(size * scale), 1);
+    };
+    const int tileWidth = scaled(image.Width(), projection->GetScaleX());
+    const int tileHeight = scaled(image.Height(), projection->GetScaleY());
+
+    if (texture.placement == 0)  // stretched from the location to the far corner
+    {
+        const int left = WholePixels(texture.GetHorizontalLocation());
+        const int top = WholePixels(texture.GetVerticalLocation());
+        image.DrawTo(WholePixels(left - offsetX), WholePixels(top - offsetY),
+                     WholePixels(projection->GetWidth() - left),
+                     WholePixels(projection->GetHeight() - top));
+    }
+    else if (texture.placement == 1)  // tiled
+    {
+        const int anchorX = WholePixels(texture.GetHorizontalLocation() * projection->GetScaleX());
+        const int anchorY = WholePixels(texture.GetVerticalLocation() * projection->GetScaleY());
+        const int viewWidth = WholePixels(projection->GetViewWidth());
+        const int viewHeight = WholePixels(projection->GetViewHeight());
+        const int firstX = FirstTile(offsetX, anchorX, tileWidth);
+        for (int y = FirstTile(offsetY, anchorY, tileHeight); y < viewHeight; y += tileHeight)
+        {
+            // Tiles of a few pixels are many.
+            if (ShouldTerminateDrawing(parameters))
+            {
+                return 0;
+            }
+            for (int x = firstX; x < viewWidth; x += tileWidth)
+            {
+                image.DrawTo(x, y, tileWidth, tileHeight);
+            }
+        }
+    }
+    else  // centred
+    {
+        // Whether the picture's corner is covered is asked in the picture's coordinates, so that
+        // bands beside a small image are cleared, too.
+        const int left = (WholePixels(projection->GetWidth()) - tileWidth) / 2;
+        const int top = (WholePixels(projection->GetHeight()) - tileHeight) / 2;
+        if (left > 0 || top > 0)
+        {
+            if (parameters->ShouldForceSolidBackground())
+            {
+                glDisable(GL_DITHER);
+            }
+            ClearToBackground_(*parameters);
+        }
+        image.DrawTo(left - WholePixels(offsetX), top - WholePixels(offsetY), tileWidth,
+                     tileHeight);
+    }
+    return 1;
+}

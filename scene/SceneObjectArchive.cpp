@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "host/OwnedObjects.h"
+#include "host/RecordVersion.h"
+#include "scene/SceneObject.h"
+
+void SceneObject::Serialize(CArchive& archive)
+{
+    if (!IsSerializingSelection())
+    {
+        DrawingObject::Serialize(archive);
+    }
+    if (archive.IsStoring())
+    {
+        WriteRecordVersion(archive, RUNTIME_CLASS(SceneObject));
+        backgroundColor.Serialize(archive);
+        archive << sceneFlags;
+        globalAmbientColor.Serialize(archive);
+        lights.Serialize(archive);
+        savedViews.Serialize(archive);
+        return;
+    }
+    DestroySavedViews();
+    switch (ReadRecordVersion(archive, RUNTIME_CLASS(SceneObject)))
+    {
+        case 1:
+            DeserializeVersion1(archive);
+            break;
+        case 2:
+            DeserializeVersion2(archive);
+            break;
+        default:
+            DeserializeVersion3(archive);
+            break;
+    }
+}
+
+void SceneObject::SelectionSerialize(CArchive& archive)
+{
+    struct ClearAtEnd
+    {
+        SceneObject& scene;
+        ~ClearAtEnd() { scene.ClearSerializingSelection(); }
+    };
+    const ClearAtEnd clearAtEnd{*this};
+    SetSerializingSelection();
+    Serialize(archive);
+}
+
+void SceneObject::DeserializeVersion1(CArchive& archive)
+{
+    ReadColors_(archive);
+    DWORD ignored;
+    archive >> ignored;
+    DeserializeLights(archive);
+}
+
+void SceneObject::DeserializeVersion2(CArchive& archive)
+{
+    ReadColors_(archive);
+    DeserializeLights(archive);
+}
+
+void SceneObject::DeserializeVersion3(CArchive& archive)
+{
+    DeserializeVersion2(archive);
+    DeserializeSavedViews(archive);
+}
+
+void SceneObject::ReadColors_(CArchive& archive)
+{
+    backgroundColor.Serialize(archive);
+    archive >> sceneFlags;
+    // A record of a selection says so; what is stored from now on is whole again.
+    ClearSerializingSelection();
+    globalAmbientColor.Serialize(archive);
+}
+
+void SceneObject::DeserializeLights(CArchive& archive)
+{
+    auto loaded = ReadOwnedObjects<LightObject>(archive, RUNTIME_CLASS(LightObject));
+    for (const auto& light : loaded)
+    {
+        if (static_cast<LONG>(light->lightNumber) < GL_LIGHT0)
+        {
+            AfxThrowArchiveException(CArchiveException::badClass,
+                                     "a stored light has a number below the first OpenGL light's");
+        }
+    }
+    DestroyLights();
+    for (auto& light : loaded)
+    {
+        light->SetParent(this);
+        lights.AddTail(light.release());
+    }
+}
+
+void SceneObject::DeserializeSavedViews(CArchive& archive)
+{
+    for (auto& view : ReadOwnedObjects<NamedView>(archive, RUNTIME_CLASS(NamedView)))
+    {
+        savedViews.AddTail(view.release());
+    }
+}

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "host/OwnedObjects.h"
+#include "host/RecordVersion.h"
+#include "scene/NamedViewList.h"
+#include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
+
+namespace
+{
+
+/// Reads a number that only old records have.
+template <typename Number>
+void Discard(CArchive& archive)
+{
+    Number ignored;
+    archive >> ignored;
+}
+
+}  // namespace
+
+void ViewObject::Serialize(CArchive& archive)
+{
+    DrawingObject::Serialize(archive);
+    if (archive.IsStoring())
+    {
+        WriteRecordVersion(archive, RUNTIME_CLASS(ViewObject));
+        archive << drawingMode;
+        archive << showTextures;
+        projection.Serialize(archive);
+        archive << showLightsMode;
+        archive << zoomDenominator.cx << zoomDenominator.cy;
+        archive << zoomNumerator.cx << zoomNumerator.cy;
+        return;
+    }
+    switch (ReadRecordVersion(archive, RUNTIME_CLASS(ViewObject)))
+    {
+        case 1:
+            DeserializeVersion1(archive);
+            break;
+        case 2:
+            DeserializeVersion2(archive);
+            break;
+        case 3:
+            DeserializeVersion3(archive);
+            break;
+        case 4:
+            DeserializeVersion4(archive);
+            break;
+        default:
+            DeserializeVersion5(archive);
+            break;
+    }
+}
+
+void ViewObject::DeserializeVersion1(CArchive& archive)
+{
+    Discard<double>(archive);
+    Discard<double>(archive);
+    Discard<double>(archive);
+    archive >> drawingMode;
+    archive >> showTextures;
+    Discard<DWORD>(archive);
+    Discard<DWORD>(archive);
+    projection.Serialize(archive);
+    archive >> showLightsMode;
+    ReadZoom_(archive);
+}
+
+void ViewObject::DeserializeVersion2(CArchive& archive)
+{
+    Discard<double>(archive);
+    DeserializeVersion1(archive);
+}
+
+void ViewObject::DeserializeVersion3(CArchive& archive)
+{
+    DeserializeVersion5(archive);
+}
+
+void ViewObject::DeserializeVersion4(CArchive& archive)
+{
+    DeserializeVersion5(archive);
+    if (scene != nullptr)
+    {
+        scene->DeserializeSavedViews(archive);
+        return;
+    }
+    const DWORD before = archive.GetLoadedCount();
+    ReadOwnedObjects<NamedView>(archive, RUNTIME_CLASS(NamedView));
+    archive.ForgetObjects(before);
+}
+
+void ViewObject::DeserializeVersion5(CArchive& archive)
+{
+    archive >> drawingMode;
+    archive >> showTextures;
+    projection.Serialize(archive);
+    archive >> showLightsMode;
+    ReadZoom_(archive);
+}
+
+void ViewObject::ReadZoom_(CArchive& archive)
+{
+    archive >> zoomDenominator.cx >> zoomDenominator.cy;
+    archive >> zoomNumerator.cx >> zoomNumerator.cy;
+}

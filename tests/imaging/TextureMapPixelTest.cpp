@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+#include "imaging/TextureMap.h"
+
+#include "imaging/GLMemoryDIB.h"
+#include "tests/support/BmpFile.h"
+#include "tests/support/HeadlessContext.h"
+#include "tests/support/TemporaryFile.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+// Every pixel of that colour.
+void GiveImage(TextureMap& texture, int width, int height, BYTE red, BYTE green, BYTE blue)
+{
+    const std::size_t pixels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+    BYTE* const data = new BYTE[3 * pixels];
+    for (std::size_t i = 0; i < pixels; ++i)
+    {
+        data[3 * i] = red;
+        data[3 * i + 1] = green;
+        data[3 * i + 2] = blue;
+    }
+    texture.image = new _RGBImageRecord(width, height, data);
+}
+
+const BYTE* BitsOf(GLMemoryDIB& dib)
+{
+    return static_cast<const BYTE*>(dib.GetDIBBits());
+}
+
+TEST(TextureMap, ADitheredImageHasOpenGLsPalette)
+{
+    const HeadlessContext current(4, 4);
+    REQUIRE_CONTEXT(current);
+    TextureMap texture;
+    GiveImage(texture, 3, 2, 255, 0, 0);
+    BYTE* const last = texture.image->data + 15;  // the upper right
+    last[0] = 0;
+    last[1] = last[2] = 255;
+    GLMemoryDIB* const dithered = texture.GetDitheredImage();
+    ASSERT_NE(dithered, nullptr);
+    EXPECT_EQ(dithered->GetDIBInfo()->bmiHeader.biBitCount, 8);
+    EXPECT_EQ(dithered->GetDIBInfo()->bmiHeader.biWidth, 3);
+    EXPECT_EQ(dithered->GetDIBInfo()->bmiHeader.biHeight, 2);
+    const BYTE* const bits = BitsOf(*dithered);
+    const std::vector<int> rows(bits, bits + 8);
+    EXPECT_EQ(rows, (std::vector<int>{7, 7, 7, rows[3], 7, 7, 248, rows[7]}));
+    EXPECT_EQ(dithered->LookupBackgroundColor(), 0x0000FFUL);
+    EXPECT_EQ(texture.GetDitheredImage(), dithered);  // made once
+    texture.FreeDitheredImage();
+    EXPECT_EQ(texture.ditheredImage, nullptr);
+}
+
+TEST(TextureMap, AColourThatThePaletteLacksIsDithered)
+{
+    TextureMap texture;
+    GiveImage(texture, 64, 64, 0, 0, 170 + 43);  // half way between two of four blues
+    const int made = texture.GenerateDitheredImage();
+    if (!made)
+    {
+        GTEST_SKIP() << "no OpenGL context";
+    }
+    int lower = 0;
+    int upper = 0;
+    for (int i = 0; i < 64 * 64; ++i)
+    {
+        const int index = BitsOf(*texture.ditheredImage)[i];
+        lower += index == 2 << 6;
+        upper += index == 3 << 6;
+    }
+    EXPECT_EQ(lower + upper, 64 * 64);
+    EXPECT_NEAR(upper, 64 * 32, 64 * 4);
+}
+
+TEST(TextureMap, TheContextIsCurrentAgainAfterDithering)
+{
+    const HeadlessContext current(4, 4);
+    REQUIRE_CONTEXT(current);
+    const HDC dc = wglGetCurrentDC();
+    const HGLRC context = wglGetCurrentContext();
+    TextureMap texture;
+    GiveImage(texture, 3, 2, 1, 2, 3);
+    EXPECT_EQ(texture.GenerateDitheredImage(), 1);
+    EXPECT_EQ(wglGetCurrentDC(), dc);
+    EXPECT_EQ(wglGetCurrentContext(), context);
+    EXPECT_EQ(texture.ReleaseOwnership(), 0);  // given back
+
+    texture.FreeDitheredImage();
+    EXPECT_EQ(wglGetCurrentContext(), context);
+    {
+        TextureMap shortLived;
+        GiveImage(shortLived, 3, 2, 1, 2, 3);
+        EXPECT_EQ(shortLived.GenerateDitheredImage(), 1);
+    }
+    EXPECT_EQ(wglGetCurrentContext(), context);
+
+    TextureMap none;
+    EXPECT_EQ(none.GenerateDitheredImage(), 0);
+    EXPECT_EQ(none.GetDitheredImage(), nullptr);
+    EXPECT_EQ(wglGetCurrentDC(), dc);
+    EXPECT_EQ(none.ReleaseOwnership(), 0);
+
+    texture.FreeImage();
+    GiveImage(texture, 0, 2, 1, 2, 3);  // of which no bitmap can be made
+    EXPECT_EQ(texture.GenerateDitheredImage(), 0);
+    EXPECT_EQ(texture.ditheredImage, nullptr);
+    EXPECT_EQ(wglGetCurrentDC(), dc);
+    EXPECT_EQ(texture.ReleaseOwnership(), 0);
+}
+
+TEST(TextureMap, ATextureIsDrawnInItsFilesColours)
+{
+    const HeadlessContext current(16, 16);
+    REQUIRE_CONTEXT(current);
+    BmpFile sample;
+    sample.width = 2;
+    sample.height = 1;
+    sample.pixels = {0, 0, 255, 255, 0, 0, 0, 0};  // red, then blue
+    const TemporaryFile file("drawn.bmp", sample.File());
+    TextureMap texture(file.Path());
+    texture.textureFlags |= TextureMap::Textured;
+    texture.modulate = 0;
+    ASSERT_EQ(texture.GenerateTextureMaps(), 1);
+    ASSERT_EQ(texture.PrepareTextureMap(), 1);
+    ASSERT_EQ(texture.EnableTextureMap(), 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glBegin(GL_QUADS);
+    for (const auto& [x, y] : {std::pair(0, 0), std::pair(1, 0), std::pair(1, 1), std::pair(0, 1)})
+    {
+        glTexCoord2i(2 * x, y);  // twice across
+        glVertex2i(2 * x - 1, 2 * y - 1);
+    }
+    glEnd();
+    EXPECT_EQ(texture.DisableTextureMap(), 1);
+    EXPECT_EQ(current.Pixel(1, 8), (Rgb{255, 0, 0}));
+    EXPECT_EQ(current.Pixel(6, 8), (Rgb{0, 0, 255}));
+    EXPECT_EQ(current.Pixel(9, 8), (Rgb{255, 0, 0}));
+    EXPECT_EQ(current.Pixel(14, 8), (Rgb{0, 0, 255}));
+}
+
+}  // namespace

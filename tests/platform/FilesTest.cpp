@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+#include "platform/Files.h"
+
+#include "platform/Bitmaps.h"
+#include "platform/Errors.h"
+#include "tests/support/Bitmaps.h"
+#include "tests/support/TemporaryFile.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace
+{
+
+HANDLE OpenForReading(const CString& name)
+{
+    return CreateFileA(name, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+HANDLE Make(const CString& name)
+{
+    return CreateFileA(name, GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                       FILE_ATTRIBUTE_ARCHIVE, nullptr);
+}
+
+TEST(Files, AMappedFileIsReadInPlace)
+{
+    const TemporaryFile file("mapped.bin", std::string("abcdef"));
+    const HANDLE handle = OpenForReading(file.Path());
+    ASSERT_NE(handle, INVALID_HANDLE_VALUE);
+    DWORD high = 1;
+    EXPECT_EQ(GetFileSize(handle, &high), 6U);
+    EXPECT_EQ(high, 0U);
+    const HANDLE mapping = CreateFileMappingA(handle, nullptr, PAGE_READONLY, 0, 0, nullptr);
+    ASSERT_NE(mapping, nullptr);
+    EXPECT_EQ(MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, 0), nullptr);
+    EXPECT_EQ(MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, 7), nullptr);
+    EXPECT_EQ(MapViewOfFile(mapping, FILE_MAP_READ, 0, 4, 0), nullptr);
+    void* const view = MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, 0);
+    ASSERT_NE(view, nullptr);
+    EXPECT_TRUE(CloseHandle(mapping));
+    EXPECT_TRUE(CloseHandle(handle));
+    EXPECT_EQ(std::memcmp(view, "abcdef", 6), 0);  // the view keeps the bytes
+    EXPECT_TRUE(UnmapViewOfFile(view));
+    EXPECT_FALSE(UnmapViewOfFile(view));
+}
+
+TEST(Files, AWritableMappingMakesTheFileThatLong)
+{
+    const TemporaryName name("made.bin");
+    const HANDLE handle = Make(name.Path());
+    ASSERT_NE(handle, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(CreateFileMappingA(handle, nullptr, PAGE_READWRITE, 0, 0, nullptr), nullptr);
+    EXPECT_EQ(GetLastError(), ERROR_FILE_INVALID);
+    const HANDLE mapping = CreateFileMappingA(handle, nullptr, PAGE_READWRITE, 0, 5, nullptr);
+    ASSERT_NE(mapping, nullptr);
+    char* const view = static_cast<char*>(MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, 0));
+    ASSERT_NE(view, nullptr);
+    std::memcpy(view, "hello", 5);
+    UnmapViewOfFile(view);
+    CloseHandle(mapping);
+    CloseHandle(handle);
+    const std::vector<BYTE> bytes = name.Read();
+    EXPECT_EQ(std::string(bytes.begin(), bytes.end()), "hello");
+    EXPECT_TRUE(DeleteFileA(name.Path()));
+    EXPECT_FALSE(name.Exists());
+    EXPECT_FALSE(DeleteFileA(name.Path()));
+}
+
+TEST(Files, WhatIsNoFileIsRefused)
+{
+    EXPECT_EQ(OpenForReading("no/such/file"), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(OpenForReading(testing::TempDir()), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(OpenForReading(LPCSTR{nullptr}), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(GetFileSize(nullptr, nullptr), INVALID_FILE_SIZE);
+    EXPECT_EQ(CreateFileMappingA(nullptr, nullptr, PAGE_READONLY, 0, 1, nullptr), nullptr);
+    EXPECT_EQ(MapViewOfFile(nullptr, FILE_MAP_READ, 0, 0, 0), nullptr);
+
+    const TemporaryFile file("readonly.bin", std::string("abc"));
+    const HANDLE handle = OpenForReading(file.Path());
+    EXPECT_EQ(CreateFileMappingA(handle, nullptr, PAGE_READWRITE, 0, 0, nullptr), nullptr);
+    EXPECT_EQ(CreateFileMappingA(handle, nullptr, PAGE_READONLY, 0, 4, nullptr), nullptr);
+    EXPECT_EQ(CreateFileA(file.Path(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr),
+              INVALID_HANDLE_VALUE);
+    CloseHandle(handle);
+}
+
+// A mapping of a new file.
+struct MappedFile
+{
+    MappedFile(const char* fileName, DWORD size) : name(fileName)
+    {
+        file = Make(name.Path());
+        mapping = CreateFileMappingA(file, nullptr, PAGE_READWRITE, 0, size, nullptr);
+    }
+    ~MappedFile()
+    {
+        CloseHandle(mapping);
+        CloseHandle(file);
+    }
+
+    TemporaryName name;
+    HANDLE file;
+    HANDLE mapping;
+};
+
+TEST(Bitmaps, ABitmapLiesInAMappedFileAtItsOffset)
+{
+    MappedFile mapped("section.bin", 8 + 4 * 8);
+    ASSERT_NE(mapped.mapping, nullptr);
+    void* bits = nullptr;
+    const HBITMAP bitmap = CreateDIBSection(nullptr, BitmapDescription(2, 4, 24).Info(),
+                                            DIB_RGB_COLORS, &bits, mapped.mapping, 8);
+    ASSERT_NE(bitmap, nullptr);
+    DIBSECTION section{};
+    GetObjectA(bitmap, sizeof section, &section);
+    EXPECT_EQ(section.dshSection, mapped.mapping);
+    EXPECT_EQ(section.dsOffset, 8U);
+    CloseHandle(mapped.mapping);
+    CloseHandle(mapped.file);
+    std::memset(bits, 7, 8);
+    const BYTE pixels[] = {1, 2, 3, 4, 5, 6, 0, 0};
+    EXPECT_EQ(SetDIBits(nullptr, bitmap, 3, 1, pixels, BitmapDescription(2, 1, 24).Info(),
+                        DIB_RGB_COLORS),
+              1);
+    DeleteObject(bitmap);
+    const std::vector<BYTE> bytes = mapped.name.Read();
+    ASSERT_EQ(bytes.size(), 40U);
+    EXPECT_EQ(std::vector<BYTE>(bytes.begin(), bytes.begin() + 17),
+              (std::vector<BYTE>{0, 0, 0, 0, 0, 0, 0, 0, 7, 7, 7, 7, 7, 7, 7, 7, 0}));
+    EXPECT_EQ(std::vector<BYTE>(bytes.begin() + 32, bytes.end()),
+              (std::vector<BYTE>{1, 2, 3, 4, 5, 6, 0, 0}));
+}
+
+TEST(Bitmaps, ABitmapThatDoesNotLieInsideAMappingIsRefused)
+{
+    MappedFile mapped("small.bin", 40);
+    const auto create = [&](int height, DWORD offset) {
+        void* bits = nullptr;
+        const HBITMAP bitmap = CreateDIBSection(nullptr, BitmapDescription(2, height, 24).Info(),
+                                                DIB_RGB_COLORS, &bits, mapped.mapping, offset);
+        DeleteObject(bitmap);
+        return bits != nullptr;
+    };
+    EXPECT_TRUE(create(5, 0));
+    EXPECT_TRUE(create(4, 8));
+    EXPECT_FALSE(create(4, 12));
+    EXPECT_FALSE(create(4, 6));
+    EXPECT_FALSE(create(1, 0xFFFFFFFC));
+    EXPECT_FALSE(create(6, 0));
+
+    EXPECT_EQ(CreateDIBSection(nullptr, BitmapDescription(1, 1, 24).Info(), DIB_RGB_COLORS, nullptr,
+                               mapped.file, 0),
+              nullptr);
+    const HANDLE reading = OpenForReading(mapped.name.Path());
+    const HANDLE readOnly = CreateFileMappingA(reading, nullptr, PAGE_READONLY, 0, 0, nullptr);
+    EXPECT_EQ(CreateDIBSection(nullptr, BitmapDescription(1, 1, 24).Info(), DIB_RGB_COLORS, nullptr,
+                               readOnly, 0),
+              nullptr);
+    CloseHandle(readOnly);
+    CloseHandle(reading);
+}
+
+TEST(Bitmaps, UpToFourGigabytes)
+{
+    void* bits = nullptr;
+    const HBITMAP large = CreateDIBSection(nullptr, BitmapDescription(32768, 32767, 32).Info(),
+                                           DIB_RGB_COLORS, &bits, nullptr, 0);
+    if (large != nullptr)  // where the system lends so much address space
+    {
+        DIBSECTION section{};
+        GetObjectA(large, sizeof section, &section);
+        EXPECT_EQ(section.dsBmih.biSizeImage, 4294836224U);
+        static_cast<BYTE*>(bits)[4294836223U] = 1;
+        DeleteObject(large);
+    }
+    EXPECT_EQ(CreateDIBSection(nullptr, BitmapDescription(32768, 32768, 32).Info(), DIB_RGB_COLORS,
+                               nullptr, nullptr, 0),
+              nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: MIT
+#include "scene/DrawingParameters.h"
+#include "scene/LightObject.h"
+#include "tests/support/GlRecorder.h"
+#include "tests/support/TerminationEvent.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using Lines = std::vector<std::string>;
+
+Lines operator+(Lines lines, const Lines& more)
+{
+    lines.insert(lines.end(), more.begin(), more.end());
+    return lines;
+}
+
+const Lines enabled = {"glEnable GL_LIGHT0"};
+
+// What a light with the default colours sets behind glEnable, up to its position.
+const Lines defaultColors = {"glLightfv GL_LIGHT0 GL_AMBIENT 0 0 0 1",
+                             "glLightfv GL_LIGHT0 GL_DIFFUSE 0.6 0.6 0.6 1",
+                             "glLightfv GL_LIGHT0 GL_SPECULAR 0.9 0.9 0.9 1"};
+const Lines defaultSpot = {"glLightfv GL_LIGHT0 GL_SPOT_DIRECTION 0 0 -1",
+                           "glLightf GL_LIGHT0 GL_SPOT_CUTOFF 180",
+                           "glLightf GL_LIGHT0 GL_SPOT_EXPONENT 128"};
+const Lines pointLight =
+    enabled + defaultColors + Lines{"glLightfv GL_LIGHT0 GL_POSITION 0 0 0 1"} + defaultSpot;
+const Lines directionalLight =
+    enabled + defaultColors + Lines{"glLightfv GL_LIGHT0 GL_POSITION 0 0 1 0"} + defaultSpot;
+
+class Lights : public testing::Test
+{
+protected:
+    Lines Drawn()
+    {
+        GlRecording recording;
+        EXPECT_EQ(light.DrawObject(&parameters), 1);
+        EXPECT_TRUE(recording.IsBalanced());
+        return recording.Lines();
+    }
+
+    LightObject light;
+    DrawingParameters parameters;
+};
+
+TEST_F(Lights, ANewOneOnlyDisablesTheFirst)
+{
+    EXPECT_EQ(Drawn(), (Lines{"glDisable GL_LIGHT0"}));
+    parameters.SetShowLights();
+    EXPECT_EQ(Drawn(), (Lines{"glDisable GL_LIGHT0"}));
+}
+
+TEST_F(Lights, OneInUseIsEnabledAndThenProgrammedInOrder)
+{
+    light.SetInUse();
+    EXPECT_EQ(Drawn(), pointLight);
+}
+
+TEST_F(Lights, ColorsNumberAndSpotAreTheLightsOwn)
+{
+    NamedColor colors("Mine");
+    colors.SetAmbientColor(ColorVector(0.125f, 0.25f, 0.5f, 1.0f));
+    colors.SetDiffuseColor(ColorVector(0.25f, 0.5f, 0.75f, 0.5f));
+    colors.SetSpecularColor(ColorVector(0.5f, 0.75f, 1.0f, 0.25f));
+    light.SetColors(colors);
+    light.SetInUse();
+    light.SetLightNumber(GL_LIGHT0 + 7);
+    light.SetSpotCutoffAngle(22.5);
+    light.SetSpotExponent(0.1);  // narrowed to float
+    EXPECT_EQ(Drawn(),
+              (Lines{"glEnable GL_LIGHT7", "glLightfv GL_LIGHT7 GL_AMBIENT 0.125 0.25 0.5 1",
+                     "glLightfv GL_LIGHT7 GL_DIFFUSE 0.25 0.5 0.75 0.5",
+                     "glLightfv GL_LIGHT7 GL_SPECULAR 0.5 0.75 1 0.25",
+                     "glLightfv GL_LIGHT7 GL_POSITION 0 0 0 1",
+                     "glLightfv GL_LIGHT7 GL_SPOT_DIRECTION 0 0 -1",
+                     "glLightf GL_LIGHT7 GL_SPOT_CUTOFF 22.5",
+                     "glLightf GL_LIGHT7 GL_SPOT_EXPONENT 0.1"}));
+}
+
+TEST_F(Lights, ADirectionalOneWithoutParentKeepsItsPosition)
+{
+    light.SetInUse();
+    light.SetDirectional();
+    EXPECT_EQ(Drawn(), pointLight);
+}
+
+TEST_F(Lights, ADirectionalOneShinesFromAfarAndPlacesTheGlyphOverItsParent)
+{
+    // The parent's box is 2 x 2 x 4 at (1, 2, 5): the diagonal is sqrt(24) long.
+    DrawingObject parent;
+    const Vector minimum(0.0f, 1.0f, 3.0f);
+    const Vector maximum(2.0f, 3.0f, 7.0f);
+    Sphere sphere;
+    sphere.CalculateSphere(minimum, maximum);
+    parent.bounds.ResetLocalBounds();
+    parent.bounds.AccumulateLocalBounds(minimum, maximum, sphere);
+    parent.bounds.CalculateBounds(*parent.GetTransform());
+    // Turned by 90 degrees about x, y comes to lie on z and z on -y: seen from the light, the
+    // parent's centre (1, 2, 5) is (1, 5, -2); the light's place is then taken off.
+    light.Rotate(90, DVector(1.0, 0.0, 0.0));
+    light.SetTranslation(DVector(0.0, 0.0, 1.0));
+    light.SetParent(&parent);
+    light.SetInUse();
+    light.SetDirectional();
+
+    const Lines drawn = Drawn();
+    ASSERT_EQ(drawn.size(), directionalLight.size() + 3);
+    EXPECT_EQ(drawn[0], "glPushMatrix");
+    double x = 0;
+    double y = 0;
+    double z = 0;
+    ASSERT_EQ(std::sscanf(drawn[1].c_str(), "glTranslated %lf %lf %lf", &x, &y, &z), 3);
+    EXPECT_NEAR(x, 1, 1e-5);
+    EXPECT_NEAR(y, 5, 1e-5);
+    EXPECT_NEAR(z, -3 + 2.4494897, 1e-5);
+    EXPECT_EQ(drawn[2], "glPopMatrix");
+    // Position and direction are given behind that, in the light's own frame.
+    EXPECT_EQ(Lines(drawn.begin() + 3, drawn.end()), directionalLight);
+}
+
+TEST_F(Lights, AnInactiveOneIsDisabledBehindItsGlyph)
+{
+    light.SetInUse();
+    light.ClearActive();
+    EXPECT_EQ(Drawn(), (Lines{"glDisable GL_LIGHT0"}));
+    parameters.SetShowLights();
+    const Lines drawn = Drawn();
+    EXPECT_EQ(drawn.front(), "gluQuadricOrientation GLU_OUTSIDE");
+    EXPECT_EQ(drawn.back(), "glDisable GL_LIGHT0");
+    EXPECT_GT(drawn.size(), 20U);
+}
+
+TEST_F(Lights, OneBeyondTheContextsNumberIssuesNoOpenGL)
+{
+    light.SetInUse();
+    parameters.SetShowLights();
+    for (const unsigned number : {GL_LIGHT0 + 8U, GL_LIGHT0 - 1U, 0U, 0xFFFFFFFFU})
+    {
+        light.SetLightNumber(number);
+        GlRecording recording;
+        recording.SetInteger(GL_MAX_LIGHTS, {8});
+        EXPECT_EQ(light.DrawObject(&parameters), 1);
+        EXPECT_EQ(recording.Without({"glGetIntegerv"}), Lines{}) << number;
+    }
+    light.SetLightNumber(GL_LIGHT0 + 8);
+    parameters.ClearShowLights();
+    GlRecording recording;
+    recording.SetInteger(GL_MAX_LIGHTS, {9});
+    EXPECT_EQ(light.DrawObject(&parameters), 1);
+    EXPECT_EQ(recording.Count("glEnable"), 1);
+}
+
+TEST_F(Lights, TheTerminationEventStopsThem)
+{
+    const TerminationEvent event(true);
+    parameters.SetTerminationEvent(event.Get());
+    parameters.SetShowLights();
+    light.SetInUse();
+    GlRecording recording;
+    EXPECT_EQ(light.DrawObject(&parameters), 0);
+    EXPECT_EQ(light.DrawAtRadius(&parameters, 1), 0);
+    EXPECT_EQ(recording.Lines(), Lines{});
+}
+
+// The glyph of a light 2 wide and 4 deep.
+const Lines glyphStart = {"gluQuadricOrientation GLU_OUTSIDE", "gluQuadricNormals GLU_SMOOTH",
+                          "glPushMatrix"};
+const Lines glyphBody = {"glMaterialfv GL_FRONT GL_EMISSION 0 0 0 1",
+                         "glMaterialfv GL_FRONT GL_AMBIENT 0 0 0 1",
+                         "glMaterialfv GL_FRONT GL_DIFFUSE 0.6 0.6 0.6 1",
+                         "glMaterialfv GL_FRONT GL_SPECULAR 0.9 0.9 0.9 1",
+                         "glMaterialf GL_FRONT GL_SHININESS 128",
+                         "glTranslated 0 0 3.2",
+                         "gluDisk 0 0.2 16 1",
+                         "glTranslated 0 0 -2",
+                         "gluCylinder 0.2 0.2 2 16 1",
+                         "glTranslated 0 0 -0.2",
+                         "gluCylinder 0.3 0.2 0.2 16 1"};
+const Lines glyphHandle = {"glTranslated 0 0 -1", "gluCylinder 0.36 0.3 1 16 1"};
+const Lines glyphEnd = {"gluQuadricOrientation GLU_INSIDE", "gluDisk 0 0.36 16 1", "glPopMatrix"};
+
+class FlashLights : public Lights
+{
+protected:
+    FlashLights() { light.SetScale(DVector(2.0, 3.0, 4.0)); }
+
+    Lines Glyph()
+    {
+        GlRecording recording;
+        EXPECT_EQ(light.DrawFlashLight(&parameters), 1);
+        EXPECT_TRUE(recording.IsBalanced());
+        return recording.Lines();
+    }
+};
+
+TEST_F(FlashLights, OneSwitchedOnGlowsRedAndYellow)
+{
+    EXPECT_EQ(Glyph(), (glyphStart + Lines{"gluQuadricDrawStyle GLU_FILL"} + glyphBody +
+                        Lines{"glMaterialfv GL_FRONT GL_EMISSION 0.9 0 0 1",
+                              "glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.9 0 0 1"} +
+                        glyphHandle +
+                        Lines{"glMaterialfv GL_FRONT GL_EMISSION 0.9 0.9 0 1",
+                              "glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.9 0.9 0 1"} +
+                        glyphEnd));
+}
+
+TEST_F(FlashLights, OneSwitchedOffIsDullAndOneSelectedIsMadeOfLines)
+{
+    light.ClearActive();
+    light.SetSelected();
+    EXPECT_EQ(Glyph(),
+              (glyphStart + Lines{"gluQuadricDrawStyle GLU_LINE"} + glyphBody +
+               Lines{"glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.3 0 0 1"} + glyphHandle +
+               Lines{"glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.3 0.3 0 1"} + glyphEnd));
+}
+
+TEST_F(FlashLights, ShownOnesAreDrawnBeforeTheyAreProgrammed)
+{
+    const Lines glyph = Glyph();
+    light.SetInUse();
+    EXPECT_EQ(Drawn(), pointLight);
+    parameters.SetShowLights();
+    EXPECT_EQ(Drawn(), glyph + pointLight);
+}
+
+TEST_F(FlashLights, OfADirectionalLightItIsDrawnAtTheOffsetPlace)
+{
+    DrawingObject parent;  // no bounds: centre and radius 0
+    const Lines glyph = Glyph();
+    light.SetInUse();
+    light.SetDirectional();
+    light.SetParent(&parent);
+    parameters.SetShowLights();
+    EXPECT_EQ(Drawn(), Lines({"glPushMatrix", "glTranslated 0 0 0"}) + glyph +
+                           Lines{"glPopMatrix"} + directionalLight);
+}
+
+TEST_F(FlashLights, CanBeDrawnAtADistance)
+{
+    const Lines glyph = Glyph();
+    GlRecording recording;
+    EXPECT_EQ(light.DrawAtRadius(&parameters, 2.5f), 1);
+    EXPECT_EQ(recording.Lines(),
+              Lines({"glPushMatrix", "glTranslated 0 0 2.5"}) + glyph + Lines{"glPopMatrix"});
+}
+
+}  // namespace

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Pictures on disk, for tests.
+
+#include "tests/support/BmpFile.h"
+#include "tests/support/HeadlessContext.h"
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+/// A BMP file of 24 bits, its lowest row first, in the folder for temporary files, deleted with
+/// this object. Its name is the test's.
+class PictureFile
+{
+public:
+    /// The picture has the colour that \p colorAt gives for each x and y, y from the top.
+    template <typename ColorAt>
+    PictureFile(const std::string& name, int width, int height, ColorAt colorAt)
+        : path_((std::filesystem::temp_directory_path() / ("orvane-" + name + ".bmp")).string())
+    {
+        RecordBytes pixels;
+        for (int y = height - 1; y >= 0; --y)
+        {
+            for (int x = 0; x < width; ++x)
+            {
+                const Rgb color = colorAt(x, y);
+                pixels.Byte(static_cast<BYTE>(color.blue));
+                pixels.Byte(static_cast<BYTE>(color.green));
+                pixels.Byte(static_cast<BYTE>(color.red));
+            }
+            for (int padding = width * 3; padding % 4 != 0; ++padding)
+            {
+                pixels.Byte(0);
+            }
+        }
+        BmpFile bmp;
+        bmp.width = width;
+        bmp.height = height;
+        bmp.pixels = pixels;
+        const Bytes bytes = bmp.File();
+        std::ofstream(path_, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()),
+                   static_cast<std::streamsize>(bytes.size()));
+    }
+    ~PictureFile() { std::filesystem::remove(path_); }
+    PictureFile(const PictureFile&) = delete;
+    PictureFile& operator=(const PictureFile&) = delete;
+
+    const char* Path() const { return path_.c_str(); }
+
+private:
+    std::string path_;
+};
