@@ -53,6 +53,7 @@ void SavePng(const Picture& picture, OutputFile& file)
 {
     PngTarget target{file, nullptr, {}};
     std::vector<png_bytep> rows;
+    rows.reserve(picture.height);
     for (int y = 0; y < picture.height; ++y)
     {
         rows.push_back(const_cast<png_bytep>(picture.Row(y)));
