@@ -9,18 +9,22 @@
 
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 
-/// A BMP file of 24 bits, its lowest row first, in the folder for temporary files, deleted with
-/// this object. Its name is the test's.
+/// A BMP file of 24 bits, its lowest row first, in a temporary folder of its own, both deleted with
+/// this object.
 class PictureFile
 {
 public:
     /// The picture has the colour that \p colorAt gives for each x and y, y from the top.
     template <typename ColorAt>
     PictureFile(const std::string& name, int width, int height, ColorAt colorAt)
-        : path_((std::filesystem::temp_directory_path() / ("orvane-" + name + ".bmp")).string())
+        : folder_(std::filesystem::temp_directory_path() /
+                  ("orvane-test-" + std::to_string(std::random_device{}()))),
+          path_((folder_ / ("orvane-" + name + ".bmp")).string())
     {
+        std::filesystem::create_directories(folder_);
         RecordBytes pixels;
         for (int y = height - 1; y >= 0; --y)
         {
@@ -45,12 +49,13 @@ public:
             .write(reinterpret_cast<const char*>(bytes.data()),
                    static_cast<std::streamsize>(bytes.size()));
     }
-    ~PictureFile() { std::filesystem::remove(path_); }
+    ~PictureFile() { std::filesystem::remove_all(folder_); }
     PictureFile(const PictureFile&) = delete;
     PictureFile& operator=(const PictureFile&) = delete;
 
     const char* Path() const { return path_.c_str(); }
 
 private:
+    std::filesystem::path folder_;
     std::string path_;
 };
