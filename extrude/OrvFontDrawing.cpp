@@ -6,6 +6,7 @@
 #include "extrude/OrvGlyph.h"
 #include "material/ApplyMaterial.h"
 #include "material/NamedColor.h"
+#include "material/Unlit.h"
 #include "platform/OpenGL.h"
 #include "scene/DrawingParameters.h"
 #include "scene/OrvString.h"
@@ -173,11 +174,7 @@ int OrvFont::DrawGlyph(int glyphIndex, OrvString* string, const ExtrusionData& e
     const int location = string->GetBevelLocation();
 
     SetMaterialColors(string->GetExtentsBoxColor());
-    const bool wasLit = glIsEnabled(GL_LIGHTING) != GL_FALSE;
-    if (wasLit)
-    {
-        glDisable(GL_LIGHTING);
-    }
+    const Unlit unlit;
     PushName(naming, facesName);
     if (style == square)
     {
@@ -189,9 +186,5 @@ int OrvFont::DrawGlyph(int glyphIndex, OrvString* string, const ExtrusionData& e
     }
     PopName(naming);
     glDisable(GL_COLOR_MATERIAL);
-    if (wasLit)
-    {
-        glEnable(GL_LIGHTING);
-    }
     return 1;
 }

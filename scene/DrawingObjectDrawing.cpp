@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "imaging/TextureOwnership.h"
 #include "material/ApplyMaterial.h"
+#include "material/Unlit.h"
 #include "platform/OpenGL.h"
 #include "scene/DrawingObject.h"
 #include "scene/DrawingParameters.h"
@@ -40,31 +41,6 @@ public:
 private:
     TextureMap& texture_;
     bool owned_ = false;
-};
-
-// Switches lighting off, where it is on, for as long as it lives.
-class Unlit
-{
-public:
-    Unlit() : wasLit_(glIsEnabled(GL_LIGHTING) != GL_FALSE)
-    {
-        if (wasLit_)
-        {
-            glDisable(GL_LIGHTING);
-        }
-    }
-    ~Unlit()
-    {
-        if (wasLit_)
-        {
-            glEnable(GL_LIGHTING);
-        }
-    }
-    Unlit(const Unlit&) = delete;
-    Unlit& operator=(const Unlit&) = delete;
-
-private:
-    bool wasLit_;
 };
 
 // The corners of a box are given as sizing handles are numbered: four around a side, then the four

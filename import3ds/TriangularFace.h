@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/CObject.h"
+
+/// One triangle of a mesh. Its record is the version and the five words in order.
+class ORVANE_API TriangularFace : public CObject
+{
+    DECLARE_SERIAL(TriangularFace)
+
+public:
+    void Serialize(CArchive& archive) override;
+    void DeserializeVersion1(CArchive& archive);
+
+    // Indices of the corners in the mesh's vertices.
+    WORD a = 0;
+    WORD b = 0;
+    WORD c = 0;
+    WORD faceFlags = 0;  ///< as the imported file has it
+    WORD material = 0;   ///< index in the mesh's materials
+};

@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: MIT
+#include "import3ds/TriangularMeshObject.h"
+
+#include "host/RecordVersion.h"
+#include "material/NamedColorArray.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <locale>
+#include <vector>
+
+// Geometry, text and records; drawing is in TriangularMeshDrawing.cpp.
+
+IMPLEMENT_SERIAL(TriangularMeshObject, DrawingObject, VERSIONABLE_SCHEMA | 2)
+
+namespace
+{
+
+const char dumpFolder[] = "d:\\Verts\\";
+
+void WriteVector(std::ostream& out, const char* prefix, const Vector& vector)
+{
+    out << "    " << prefix << "X = " << vector.x;
+    out << "    " << prefix << "Y = " << vector.y;
+    out << "    " << prefix << "Z = " << vector.z;
+}
+
+}  // namespace
+
+TriangularMeshObject::TriangularMeshObject() = default;
+TriangularMeshObject::TriangularMeshObject(const TriangularMeshObject& other) = default;
+TriangularMeshObject& TriangularMeshObject::operator=(const TriangularMeshObject& other) = default;
+TriangularMeshObject::~TriangularMeshObject() = default;
+
+int TriangularMeshObject::ValidateFaces()
+{
+    if (vertices.GetSize() == 0)
+    {
+        faces.RemoveAll();
+    }
+    const auto validate = [this](WORD& corner) {
+        corner = static_cast<WORD>(CornerIndex_(corner));
+    };
+    for (int i = 0; i < faces.GetSize(); ++i)
+    {
+        TriangularFace& face = faces[i];
+        validate(face.a);
+        validate(face.b);
+        validate(face.c);
+    }
+    return faces.GetSize() != 0 ? 1 : 0;
+}
+
+int TriangularMeshObject::CalculateFaceNormals()
+{
+    if (AreFaceNormalsCalculated())
+    {
+        return 1;
+    }
+    faceNormals.SetSize(faces.GetSize());
+    if (faces.GetSize() == 0)
+    {
+        return 0;
+    }
+    for (int i = 0; i < faces.GetSize(); ++i)
+    {
+        const TriangularFace& face = *faces.GetElement(i);
+        const Vector& a = At_(vertices, CornerIndex_(face.a));
+        const Vector& b = At_(vertices, CornerIndex_(face.b));
+        const Vector& c = At_(vertices, CornerIndex_(face.c));
+        Vector& normal = *faceNormals.GetElement(i);
+        normal = (a - b) * (c - b);
+        normal.Normalize();
+    }
+    SetFaceNormalsCalculated();
+    return 1;
+}
+
+int TriangularMeshObject::CalculateVertexNormals()
+{
+    if (AreVertexNormalsCalculated())
+    {
+        return 1;
+    }
+    if (faces.GetSize() == 0)
+    {
+        return 0;
+    }
+    const int vertexCount = vertices.GetSize();
+    vertexNormals.RemoveAll();
+    vertexNormals.SetSize(vertexCount);
+    std::vector<int> facesAt(static_cast<std::size_t>(vertexCount));
+    const int counted = vertexCount == 0 ? 0 : std::min(faces.GetSize(), faceNormals.GetSize());
+    for (int i = 0; i < counted; ++i)
+    {
+        const TriangularFace& face = *faces.GetElement(i);
+        for (const WORD corner : {face.a, face.b, face.c})
+        {
+            const int vertex = CornerIndex_(corner);
+            *vertexNormals.GetElement(vertex) += *faceNormals.GetElement(i);
+            ++facesAt[vertex];
+        }
+    }
+    for (int vertex = 0; vertex < vertexCount; ++vertex)
+    {
+        if (facesAt[vertex] != 0)
+        {
+            Vector& normal = *vertexNormals.GetElement(vertex);
+            normal /= static_cast<float>(facesAt[vertex]);
+            normal.Normalize();
+        }
+    }
+    SetVertexNormalsCalculated();
+    return 1;
+}
+
+int TriangularMeshObject::CalculateBounds()
+{
+    if (!IsBoundsCalculated())
+    {
+        bounds.ResetLocalBounds();
+        CalculateChildBounds();
+        if (vertices.GetSize() != 0)
+        {
+            Vector minimum = *vertices.GetElement(0);
+            Vector maximum = minimum;
+            for (int i = 1; i < vertices.GetSize(); ++i)
+            {
+                const Vector& vertex = *vertices.GetElement(i);
+                minimum.SetVector(std::min(minimum.x, vertex.x), std::min(minimum.y, vertex.y),
+                                  std::min(minimum.z, vertex.z));
+                maximum.SetVector(std::max(maximum.x, vertex.x), std::max(maximum.y, vertex.y),
+                                  std::max(maximum.z, vertex.z));
+            }
+            Sphere sphere;
+            sphere.CalculateSphere(minimum, maximum);
+            bounds.AccumulateLocalBounds(minimum, maximum, sphere);
+            SetBoundsCalculated();
+        }
+    }
+    bounds.CalculateBounds(transform);
+    return 1;
+}
+
+void TriangularMeshObject::SetSurfaceColor(const NamedColor& color, int faceIndex)
+{
+    if (faceIndex >= 0 && faceIndex < faces.GetSize() && HasMaterials_())
+    {
+        Material_(*faces.GetElement(faceIndex)) = color;
+    }
+}
+
+const Vector& TriangularMeshObject::At_(const VectorArray& vectors, int index)
+{
+    static const Vector zero;
+    return index < vectors.GetSize() ? *vectors.GetElement(index) : zero;
+}
+
+bool TriangularMeshObject::HasMaterials_() const
+{
+    return materialColors != nullptr && materialColors->GetSize() != 0;
+}
+
+NamedColor& TriangularMeshObject::Material_(const TriangularFace& face) const
+{
+    return *materialColors->GetElement(face.material < materialColors->GetSize() ? face.material
+                                                                                 : 0);
+}
+
+int TriangularMeshObject::OutputVertsAndFaces() const
+{
+    const std::filesystem::path path = dumpFolder + name.Text();
+    std::error_code ignored;
+    // Where a backslash is a character like any other, this would be a file right here; and a name
+    // with a folder in it would lead elsewhere.
+    if (path.parent_path().string() + "\\" == dumpFolder &&
+        std::filesystem::is_directory(path.parent_path(), ignored))
+    {
+        std::ofstream out(path);
+        out.imbue(std::locale::classic());
+        WriteVertsAndFaces(out);
+    }
+    return 1;
+}
+
+void TriangularMeshObject::WriteVertsAndFaces(std::ostream& out) const
+{
+    out << "V E R T I C I E S\n\n";
+    for (int i = 0; i < vertices.GetSize(); ++i)
+    {
+        out << "Vertex Number " << i;
+        WriteVector(out, "", *vertices.GetElement(i));
+        WriteVector(out, "N", At_(vertexNormals, i));
+        out << "\n";
+    }
+    out << "\n\n\nF A C E S\n\n";
+    for (int i = 0; i < faces.GetSize(); ++i)
+    {
+        const TriangularFace& face = *faces.GetElement(i);
+        out << "Face Number " << i << "    A = " << face.a << "    B = " << face.b
+            << "    C = " << face.c << "    Flags = " << face.faceFlags;
+        WriteVector(out, "N", At_(faceNormals, i));
+        out << "\n";
+    }
+}
+
+void TriangularMeshObject::Serialize(CArchive& archive)
+{
+    DrawingObject::Serialize(archive);
+    if (archive.IsLoading())
+    {
+        switch (ReadRecordVersion(archive, RUNTIME_CLASS(TriangularMeshObject)))
+        {
+            case 1:
+                DeserializeVersion1(archive);
+                break;
+            default:
+                DeserializeVersion2(archive);
+        }
+        return;
+    }
+    WriteRecordVersion(archive, RUNTIME_CLASS(TriangularMeshObject));
+    archive << meshFlags;
+    archive << name;
+    faceNormals.Serialize(archive);
+    faces.Serialize(archive);
+    vertexNormals.Serialize(archive);
+    vertices.Serialize(archive);
+    archive << smoothingThreshold;
+}
+
+void TriangularMeshObject::DeserializeVersion1(CArchive& archive)
+{
+    archive >> meshFlags;
+    archive >> name;
+    faceNormals.Serialize(archive);
+    faces.Serialize(archive);
+    vertexNormals.Serialize(archive);
+    vertices.Serialize(archive);
+    smoothingThreshold = 1.0f;
+    ClearBoundsCalculated();
+}
+
+void TriangularMeshObject::DeserializeVersion2(CArchive& archive)
+{
+    DeserializeVersion1(archive);
+    archive >> smoothingThreshold;
+}

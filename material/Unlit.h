@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/OpenGL.h"
+
+/// Switches lighting off, where it is on, for as long as it lives.
+class Unlit
+{
+public:
+    Unlit() : wasLit_(glIsEnabled(GL_LIGHTING) != GL_FALSE)
+    {
+        if (wasLit_)
+        {
+            glDisable(GL_LIGHTING);
+        }
+    }
+    ~Unlit()
+    {
+        if (wasLit_)
+        {
+            glEnable(GL_LIGHTING);
+        }
+    }
+    Unlit(const Unlit&) = delete;
+    Unlit& operator=(const Unlit&) = delete;
+
+private:
+    bool wasLit_;
+};

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// 3D Studio files in tests, built chunk by chunk.
+
+#include "import3ds/ThreeDStudioObject.h"
+#include "import3ds/TriangularMeshObject.h"
+#include "tests/support/RecordBytes.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <initializer_list>
+#include <string>
+
+/// Several chunks, or other bytes, one behind the other.
+inline RecordBytes Joined(std::initializer_list<RecordBytes> parts)
+{
+    RecordBytes bytes;
+    for (const RecordBytes& part : parts)
+    {
+        bytes.Append(part);
+    }
+    return bytes;
+}
+
+/// A header with the right length, and what is in the chunk.
+inline RecordBytes ChunkOf(WORD id, std::initializer_list<RecordBytes> parts = {})
+{
+    const RecordBytes content = Joined(parts);
+    return RecordBytes()
+        .Word(id)
+        .Dword(static_cast<DWORD>(6 + content.Get().size()))
+        .Append(content);
+}
+
+/// A text with its final zero.
+inline RecordBytes ZeroTerminated(const std::string& text)
+{
+    return RecordBytes().Raw(text.c_str(), text.size() + 1);
+}
+
+inline RecordBytes Words(std::initializer_list<WORD> words)
+{
+    RecordBytes bytes;
+    for (const WORD word : words)
+    {
+        bytes.Word(word);
+    }
+    return bytes;
+}
+
+/// Given x, y, z of each vertex.
+inline RecordBytes VertexChunk(std::initializer_list<float> coordinates)
+{
+    return ChunkOf(0x4110, {RecordBytes().Word(static_cast<WORD>(coordinates.size() / 3)),
+                            RecordBytes().Floats(coordinates)});
+}
+
+/// Given three corners and the flags of each face.
+inline RecordBytes FaceChunk(std::initializer_list<WORD> words,
+                             std::initializer_list<RecordBytes> parts = {})
+{
+    return ChunkOf(0x4120, {RecordBytes().Word(static_cast<WORD>(words.size() / 4)), Words(words),
+                            Joined(parts)});
+}
+
+inline RecordBytes MaterialGroup(const std::string& name, std::initializer_list<WORD> faces)
+{
+    return ChunkOf(0x4130, {ZeroTerminated(name),
+                            RecordBytes().Word(static_cast<WORD>(faces.size())), Words(faces)});
+}
+
+/// A tetrahedron, the corners counter-clockwise from outside.
+inline RecordBytes TetrahedronChunks(std::initializer_list<RecordBytes> faceParts = {})
+{
+    return Joined({VertexChunk({0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1}),
+                   FaceChunk({0, 2, 1, 7, 0, 1, 3, 7, 0, 3, 2, 7, 1, 2, 3, 7}, faceParts)});
+}
+
+inline RecordBytes ObjectChunk(const std::string& name, std::initializer_list<RecordBytes> parts)
+{
+    return ChunkOf(0x4000, {ZeroTerminated(name), Joined(parts)});
+}
+
+/// An object with a tetrahedron.
+inline RecordBytes MeshObjectChunk(const std::string& name,
+                                   std::initializer_list<RecordBytes> faceParts = {})
+{
+    return ObjectChunk(name, {ChunkOf(0x4100, {TetrahedronChunks(faceParts)})});
+}
+
+inline RecordBytes MaterialChunk(const std::string& name,
+                                 std::initializer_list<RecordBytes> parts = {})
+{
+    return ChunkOf(0xAFFF, {ChunkOf(0xA000, {ZeroTerminated(name)}), Joined(parts)});
+}
+
+inline RecordBytes FileOf(std::initializer_list<RecordBytes> editorParts)
+{
+    return ChunkOf(0x4D4D, {ChunkOf(0x3D3D, editorParts)});
+}
+
+/// A file on disk while it lives, of a name that no other test has.
+class TemporaryFile
+{
+public:
+    explicit TemporaryFile(const Bytes& bytes, const std::string& suffix = {})
+        : path_(testing::TempDir() + "orvane-" + TestName() + suffix + ".3ds")
+    {
+        Write(bytes);
+    }
+    ~TemporaryFile()
+    {
+        std::error_code ignored;
+        std::filesystem::remove(path_, ignored);
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    const char* Path() const { return path_.c_str(); }
+    void Write(const Bytes& bytes) const
+    {
+        std::ofstream out(path_, std::ios::binary);
+        out.write(reinterpret_cast<const char*>(bytes.data()),
+                  static_cast<std::streamsize>(bytes.size()));
+    }
+
+private:
+    static std::string TestName()
+    {
+        const testing::TestInfo* const test = testing::UnitTest::GetInstance()->current_test_info();
+        return std::string(test->test_suite_name()) + "-" + test->name();
+    }
+
+    std::string path_;
+};
+
+/// A node that has imported a file of these bytes.
+class Imported : public ThreeDStudioObject
+{
+public:
+    explicit Imported(const Bytes& bytes)
+    {
+        const TemporaryFile source(bytes, "-imported");
+        result = CreateFromFile(source.Path());
+    }
+
+    TriangularMeshObject& Mesh(int index = 0)
+    {
+        return dynamic_cast<TriangularMeshObject&>(*GetChildByIndex(index));
+    }
+    /// The names of the meshes.
+    std::vector<std::string> MeshNames()
+    {
+        std::vector<std::string> names;
+        for (int i = 0; i < GetChildCount(); ++i)
+        {
+            names.push_back(Mesh(i).name.Text());
+        }
+        return names;
+    }
+    std::vector<std::string> MaterialNames()
+    {
+        std::vector<std::string> names;
+        for (int i = 0; i < materials.GetSize(); ++i)
+        {
+            names.emplace_back(materials.GetElement(i)->GetName());
+        }
+        return names;
+    }
+
+    int result = -1;  ///< of CreateFromFile
+};
+
+/// The material of each face.
+inline std::vector<int> FaceMaterials(const TriangularMeshObject& mesh)
+{
+    std::vector<int> materials;
+    for (int i = 0; i < mesh.GetFaces()->GetSize(); ++i)
+    {
+        materials.push_back(mesh.GetFaces()->GetElement(i)->material);
+    }
+    return materials;
+}

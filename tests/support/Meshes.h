@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Meshes for tests, built by hand.
+
+#include "import3ds/TriangularMeshObject.h"
+
+#include <initializer_list>
+
+inline void AddVertices(TriangularMeshObject& mesh, std::initializer_list<Vector> vertices)
+{
+    for (const Vector& vertex : vertices)
+    {
+        mesh.GetVerticies()->Add(vertex);
+    }
+}
+
+inline void AddFace(TriangularMeshObject& mesh, WORD a, WORD b, WORD c, WORD material = 0)
+{
+    TriangularFace face;
+    face.a = a;
+    face.b = b;
+    face.c = c;
+    face.material = material;
+    mesh.GetFaces()->Add(face);
+}
+
+/// Two faces, counter-clockwise seen from +z: (0, 0), (1, 0), (1, 1), (0, 1).
+inline void FillSquare(TriangularMeshObject& mesh)
+{
+    AddVertices(mesh, {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}});
+    AddFace(mesh, 0, 1, 2);
+    AddFace(mesh, 0, 2, 3);
+}
