@@ -8,6 +8,7 @@
 #include "host/CArchive.h"
 #include "host/CFile.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -58,8 +59,10 @@ public:
     }
     RecordBytes& Raw(const void* data, std::size_t count)
     {
-        const BYTE* const first = static_cast<const BYTE*>(data);
-        bytes_.insert(bytes_.end(), first, first + count);
+        // Not insert(): GCC 12 warns of an overflow where it inlines that.
+        const std::size_t at = bytes_.size();
+        bytes_.resize(at + count);
+        std::copy_n(static_cast<const BYTE*>(data), count, bytes_.begin() + at);
         return *this;
     }
 
