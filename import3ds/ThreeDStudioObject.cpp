@@ -313,8 +313,8 @@ TriangularMeshObject* ThreeDStudioObject::ParseTriangularMeshObject(Chunk3DS* ch
 
 int ThreeDStudioObject::ParseVertexArray(TriangularMeshObject* mesh)
 {
-    const int count = ReadWORD();
-    if (!ReadBlock_(count * bytesPerVertex))
+    int count = 0;
+    if (!ReadList_(&count, bytesPerVertex))
     {
         return 0;
     }
@@ -335,8 +335,8 @@ int ThreeDStudioObject::ParseVertexArray(TriangularMeshObject* mesh)
 int ThreeDStudioObject::ParseFaceArray(Chunk3DS* chunk, TriangularMeshObject* mesh)
 {
     const ChunkLimit_ limit(*this, *chunk);
-    const int count = ReadWORD();
-    if (!ReadBlock_(count * bytesPerFace))
+    int count = 0;
+    if (!ReadList_(&count, bytesPerFace))
     {
         return 0;
     }
@@ -362,8 +362,8 @@ int ThreeDStudioObject::ParseMeshMaterialGroup(TriangularMeshObject* mesh)
     CString name;
     ReadString(&name);
     const WORD material = FindMaterial_(name);
-    const int count = ReadWORD();
-    if (!ReadBlock_(count * DWORD{sizeof(WORD)}))
+    int count = 0;
+    if (!ReadList_(&count, sizeof(WORD)))
     {
         return 0;
     }

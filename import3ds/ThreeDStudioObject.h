@@ -118,6 +118,7 @@ private:
     bool HasReached_(DWORD position) const;
     DWORD BytesLeft_() const;
     bool ReadBlock_(DWORD count);
+    bool ReadList_(int* count, DWORD bytesPerElement);
     template <typename Number>
     Number ReadNumber_();
     template <typename HandleChunk>

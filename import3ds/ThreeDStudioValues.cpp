@@ -52,7 +52,7 @@ catch (const CFileException&)
     return 0;
 }
 
-// Reads a list in one piece into block_. False, with nothing allocated, when it is not all there.
+// Reads bytes in one piece into block_. False, with nothing allocated, when they are not all there.
 bool ThreeDStudioObject::ReadBlock_(DWORD count)
 {
     if (count > BytesLeft_())
@@ -64,6 +64,17 @@ bool ThreeDStudioObject::ReadBlock_(DWORD count)
         block_.resize(count);
     }
     return ReadBytes_(block_.data(), count) == count;
+}
+
+// Reads a word, and as many elements into block_. False as above.
+bool ThreeDStudioObject::ReadList_(int* count, DWORD bytesPerElement)
+{
+    if (BytesLeft_() < sizeof(WORD))
+    {
+        return false;
+    }
+    *count = ReadWORD();
+    return ReadBlock_(static_cast<DWORD>(*count) * bytesPerElement);
 }
 
 template <typename Number>

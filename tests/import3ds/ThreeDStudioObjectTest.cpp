@@ -322,6 +322,17 @@ TEST(ThreeDStudioObject, ACountBeyondItsChunkFailsTheMeshAlsoWhenTheFileGoesOn)
     }
 }
 
+TEST(ThreeDStudioObject, AListWithoutItsCountFailsTheMesh)
+{
+    const RecordBytes group = FaceChunk({0, 0, 0, 0}, {ChunkOf(0x4130, {ZeroTerminated("red")})});
+    for (const RecordBytes& part : {ChunkOf(0x4110), ChunkOf(0x4120), group})
+    {
+        Imported node(FileOf({MeshObjectChunk("a"), ObjectChunk("b", {ChunkOf(0x4100, {part})}),
+                              MeshObjectChunk("c")}));
+        EXPECT_EQ(node.MeshNames(), Names{"a"});
+    }
+}
+
 TEST(ThreeDStudioObject, AMeshWithFacesAndNoVerticesDropsItsFaces)
 {
     Imported node(FileOf(
