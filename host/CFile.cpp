@@ -13,6 +13,8 @@ IMPLEMENT_DYNAMIC(CFile, CObject)
 namespace
 {
 
+constexpr std::size_t readBufferSize = std::size_t{64} * 1024;
+
 const char* CauseText(int cause)
 {
     switch (cause)
@@ -153,6 +155,12 @@ BOOL CFile::Open(LPCSTR fileName, UINT openFlags, CFileException* error)
         }
         return FALSE;
     }
+    if ((openFlags & (modeWrite | modeReadWrite)) == 0)
+    {
+        // Small values are read in large pieces.
+        buffer_ = std::make_unique_for_overwrite<char[]>(readBufferSize);
+        std::setvbuf(file, buffer_.get(), _IOFBF, readBufferSize);
+    }
     file_ = file;
     access_ = openFlags & (modeWrite | modeReadWrite);
     last_ = Operation::none;
@@ -290,6 +298,7 @@ void CFile::Close()
     const int result = std::fclose(file_);
     const int osError = errno;
     file_ = nullptr;
+    buffer_.reset();
     const CString path = path_;
     path_.Empty();
     if (result != 0)
@@ -304,6 +313,7 @@ void CFile::Abort()
     {
         std::fclose(file_);
         file_ = nullptr;
+        buffer_.reset();
         path_.Empty();
     }
 }

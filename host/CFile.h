@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <memory>
 #include <vector>
 
 /// Thrown by value when a file cannot be opened, read or written. what() names the file.
@@ -122,6 +123,7 @@ private:
     std::FILE* RequireOpen() const;
     [[noreturn]] void ThrowSystemError() const;
 
+    std::unique_ptr<char[]> buffer_;  // of the stream, which ends first
     std::FILE* file_ = nullptr;
     UINT access_ = modeRead;
     Operation last_ = Operation::none;
