@@ -44,7 +44,11 @@ try
     {
         return 0;
     }
-    file->Seek(end, CFile::begin);
+    // Most chunks have been read to their end, and a seek costs a call of the system.
+    if (file->GetPosition() != end)
+    {
+        file->Seek(end, CFile::begin);
+    }
     return 1;
 }
 catch (const CFileException&)

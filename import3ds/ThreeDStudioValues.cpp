@@ -130,18 +130,17 @@ int ThreeDStudioObject::ReadFace(TriangularFace* face)
 int ThreeDStudioObject::ReadString(CString* text)
 {
     constexpr DWORD longest = 80;
+    const DWORD available = std::min(longest, BytesLeft_());
     char characters[longest];
-    const UINT got = ReadBytes_(characters, std::min(longest, BytesLeft_()));
-    const char* const end = std::find(characters, characters + got, '\0');
-    const int length = static_cast<int>(end - characters);
-    *text = CString(characters, length);
-    const bool terminated = end != characters + got;
-    const std::int64_t unread = static_cast<std::int64_t>(got) - length - (terminated ? 1 : 0);
-    if (unread > 0)
+    DWORD length = 0;
+    bool terminated = false;
+    while (!terminated && length < available && ReadBytes_(characters + length, 1) == 1)
     {
-        file.Seek(-unread, CFile::current);
+        terminated = characters[length] == '\0';
+        length += terminated ? 0 : 1;
     }
-    return terminated || got == longest ? 1 : 0;
+    *text = CString(characters, static_cast<int>(length));
+    return terminated || length == longest ? 1 : 0;
 }
 
 // Reads headers until one has either id, and leaves the file behind it. False when none has.
