@@ -255,7 +255,7 @@ void ImportMutations(const Bytes& source, int count, unsigned seed)
     Mutations mutations(seed);
     for (int i = 0; i < count; ++i)
     {
-        file.Write(mutations.Next(source));
+        file.Overwrite(mutations.Next(source));
         ThreeDStudioObject node;
         node.CreateFromFile(file.Path());
         ExpectSound(node);

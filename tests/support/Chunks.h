@@ -122,14 +122,18 @@ public:
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
     const char* Path() const { return path_.c_str(); }
-    void Write(const Bytes& bytes) const
+    void Write(const Bytes& bytes) const { Put(bytes, std::ios::out); }
+    /// Replaces as many bytes in place: a file that is emptied first may be written to the disk
+    /// each time.
+    void Overwrite(const Bytes& bytes) const { Put(bytes, std::ios::in | std::ios::out); }
+
+private:
+    void Put(const Bytes& bytes, std::ios::openmode mode) const
     {
-        std::ofstream out(path_, std::ios::binary);
+        std::fstream out(path_, mode | std::ios::binary);
         out.write(reinterpret_cast<const char*>(bytes.data()),
                   static_cast<std::streamsize>(bytes.size()));
     }
-
-private:
     static std::string TestName()
     {
         const testing::TestInfo* const test = testing::UnitTest::GetInstance()->current_test_info();
