@@ -88,7 +88,8 @@ public:
             data[index] = element;
             return;
         }
-        const Element copy = element;  // it may be one of ours, and the block may move
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): it may be one of ours
+        const Element copy = element;
         SetSize(index + 1, SetAtGrowStep);
         data[index] = copy;
     }

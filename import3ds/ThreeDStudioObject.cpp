@@ -285,7 +285,7 @@ void ThreeDStudioObject::AddMesh_(std::unique_ptr<TriangularMeshObject> mesh)
     mesh->SetDefined();
     if (AddChild(mesh.get()))
     {
-        mesh.release();
+        static_cast<void>(mesh.release());  // it is the tree's now
     }
 }
 

@@ -29,6 +29,7 @@ constexpr DWORD FILE_MAP_READ = 0x4;
 constexpr DWORD INVALID_FILE_SIZE = 0xFFFFFFFF;
 
 /// What CreateFileA returns when it refuses.
+// NOLINTNEXTLINE(performance-no-int-to-ptr): a mark that nobody follows
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(-1));
 
 /// Opens or makes a file. Sharing, attributes and flags are accepted and mean nothing here; a

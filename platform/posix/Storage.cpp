@@ -64,7 +64,7 @@ std::string ToUtf8(const OLECHAR* text)
     gchar* const utf8 = text == nullptr ? nullptr
                                         : g_utf16_to_utf8(reinterpret_cast<const gunichar2*>(text),
                                                           -1, nullptr, nullptr, nullptr);
-    const std::string result = utf8 == nullptr ? "" : utf8;
+    std::string result = utf8 == nullptr ? "" : utf8;
     g_free(utf8);
     return result;
 }
@@ -402,7 +402,7 @@ std::shared_ptr<Compound> Named(const OLECHAR* name, DWORD mode, IStorage** stor
         return nullptr;
     }
     *storage = nullptr;
-    const auto compound = std::make_shared<Compound>();
+    auto compound = std::make_shared<Compound>();
     compound->path = ToUtf8(name);
     compound->access = mode & accessBits;
     if (compound->path.empty())
