@@ -17,3 +17,13 @@ inline DWORD ReadRecordVersion(CArchive& archive, const CRuntimeClass* runtimeCl
 {
     return ReadRecordVersion(archive, runtimeClass->GetVersion());
 }
+
+/// Reads a record's version and hands the record to the reader of that version: the first reads
+/// version 1, and so on. Any other version is refused with badSchema.
+template <typename Class, typename... Readers>
+void ReadVersionedRecord(CArchive& archive, Class& object, Readers... readers)
+{
+    void (Class::*const readerOf[])(CArchive&) = {readers...};
+    const DWORD version = ReadRecordVersion(archive, DWORD{sizeof...(readers)});
+    (object.*readerOf[version - 1])(archive);
+}

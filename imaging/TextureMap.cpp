@@ -210,14 +210,8 @@ void TextureMap::Serialize(CArchive& archive)
         archive << placement << horizontalLocation << verticalLocation;
         return;
     }
-    switch (ReadRecordVersion(archive, RUNTIME_CLASS(TextureMap)))
-    {
-        case 1:
-            DeserializeVersion1(archive);
-            break;
-        default:
-            DeserializeVersion2(archive);
-    }
+    ReadVersionedRecord(archive, *this, &TextureMap::DeserializeVersion1,
+                        &TextureMap::DeserializeVersion2);
 }
 
 void TextureMap::DeserializeVersion1(CArchive& archive)

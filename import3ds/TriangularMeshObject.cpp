@@ -210,14 +210,8 @@ void TriangularMeshObject::Serialize(CArchive& archive)
     DrawingObject::Serialize(archive);
     if (archive.IsLoading())
     {
-        switch (ReadRecordVersion(archive, RUNTIME_CLASS(TriangularMeshObject)))
-        {
-            case 1:
-                DeserializeVersion1(archive);
-                break;
-            default:
-                DeserializeVersion2(archive);
-        }
+        ReadVersionedRecord(archive, *this, &TriangularMeshObject::DeserializeVersion1,
+                            &TriangularMeshObject::DeserializeVersion2);
         return;
     }
     WriteRecordVersion(archive, RUNTIME_CLASS(TriangularMeshObject));

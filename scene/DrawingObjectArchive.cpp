@@ -30,17 +30,8 @@ void DrawingObject::Serialize(CArchive& archive)
         SerializeFields_(archive, RUNTIME_CLASS(DrawingObject)->GetVersion());
         return;
     }
-    switch (ReadRecordVersion(archive, RUNTIME_CLASS(DrawingObject)))
-    {
-        case 1:
-            DeserializeVersion1(archive);
-            break;
-        case 2:
-            DeserializeVersion2(archive);
-            break;
-        default:
-            DeserializeVersion3(archive);
-    }
+    ReadVersionedRecord(archive, *this, &DrawingObject::DeserializeVersion1,
+                        &DrawingObject::DeserializeVersion2, &DrawingObject::DeserializeVersion3);
 }
 
 void DrawingObject::DeserializeVersion1(CArchive& archive)

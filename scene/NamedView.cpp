@@ -20,13 +20,10 @@ void NamedView::Serialize(CArchive& archive)
         transform.Serialize(archive);
         projection.Serialize(archive);
     }
-    else if (ReadRecordVersion(archive, RUNTIME_CLASS(NamedView)) == 1)
-    {
-        DeserializeVersion1(archive);
-    }
     else
     {
-        DeserializeVersion2(archive);
+        ReadVersionedRecord(archive, *this, &NamedView::DeserializeVersion1,
+                            &NamedView::DeserializeVersion2);
     }
 }
 

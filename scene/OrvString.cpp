@@ -112,15 +112,8 @@ void OrvString::Serialize(CArchive& archive)
     DrawingObject::Serialize(archive);
     if (archive.IsLoading())
     {
-        switch (ReadRecordVersion(archive, RUNTIME_CLASS(OrvString)))
-        {
-            case 1:
-                DeserializeVersion1(archive);
-                break;
-            default:
-                DeserializeVersion2(archive);
-                break;
-        }
+        ReadVersionedRecord(archive, *this, &OrvString::DeserializeVersion1,
+                            &OrvString::DeserializeVersion2);
         return;
     }
     WriteRecordVersion(archive, RUNTIME_CLASS(OrvString));

@@ -250,21 +250,9 @@ void ProjectionData::Serialize(CArchive& archive)
                 << orthographicHeight;
         return;
     }
-    switch (ReadRecordVersion(archive, RUNTIME_CLASS(ProjectionData)))
-    {
-        case 1:
-            DeserializeVersion1(archive);
-            break;
-        case 2:
-            DeserializeVersion2(archive);
-            break;
-        case 3:
-            DeserializeVersion3(archive);
-            break;
-        default:
-            DeserializeVersion4(archive);
-            break;
-    }
+    ReadVersionedRecord(archive, *this, &ProjectionData::DeserializeVersion1,
+                        &ProjectionData::DeserializeVersion2, &ProjectionData::DeserializeVersion3,
+                        &ProjectionData::DeserializeVersion4);
     // The lens follows the loaded angle, so that a later restore of the lens brings this angle
     // back.
     CalculateLensLength();

@@ -20,18 +20,8 @@ void SceneObject::Serialize(CArchive& archive)
         return;
     }
     DestroySavedViews();
-    switch (ReadRecordVersion(archive, RUNTIME_CLASS(SceneObject)))
-    {
-        case 1:
-            DeserializeVersion1(archive);
-            break;
-        case 2:
-            DeserializeVersion2(archive);
-            break;
-        default:
-            DeserializeVersion3(archive);
-            break;
-    }
+    ReadVersionedRecord(archive, *this, &SceneObject::DeserializeVersion1,
+                        &SceneObject::DeserializeVersion2, &SceneObject::DeserializeVersion3);
 }
 
 void SceneObject::SelectionSerialize(CArchive& archive)

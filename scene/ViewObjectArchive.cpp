@@ -32,24 +32,9 @@ void ViewObject::Serialize(CArchive& archive)
         archive << zoomNumerator.cx << zoomNumerator.cy;
         return;
     }
-    switch (ReadRecordVersion(archive, RUNTIME_CLASS(ViewObject)))
-    {
-        case 1:
-            DeserializeVersion1(archive);
-            break;
-        case 2:
-            DeserializeVersion2(archive);
-            break;
-        case 3:
-            DeserializeVersion3(archive);
-            break;
-        case 4:
-            DeserializeVersion4(archive);
-            break;
-        default:
-            DeserializeVersion5(archive);
-            break;
-    }
+    ReadVersionedRecord(archive, *this, &ViewObject::DeserializeVersion1,
+                        &ViewObject::DeserializeVersion2, &ViewObject::DeserializeVersion3,
+                        &ViewObject::DeserializeVersion4, &ViewObject::DeserializeVersion5);
 }
 
 void ViewObject::DeserializeVersion1(CArchive& archive)
