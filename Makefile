@@ -45,10 +45,10 @@ format:
 	tools/format --write
 
 lint: packages
-	@tools/install-packages test lint
+	@tools/install-packages test bench lint
 	tools/format --check
 	tools/check-includes
-	cmake --preset $(PRESET) -DORVANE_BUILD_TESTS=ON
+	cmake --preset $(PRESET) -DORVANE_BUILD_TESTS=ON -DORVANE_BUILD_BENCH=ON
 	tools/lint $(BUILD)
 
 clean:
