@@ -125,8 +125,25 @@ void OutputFile::Write(const void* bytes, std::size_t count)
     }
 }
 
+std::string OutputFile::OpenOutside()
+{
+    if (kind_ != Kind::Regular)
+    {
+        throw Failure(path_ + ": is no ordinary file, which this format needs; write a PNG");
+    }
+    temporary_ = NameBeside(target_);
+    RemoveWhenInterrupted(temporary_.c_str());
+    return temporary_;
+}
+
 void OutputFile::Commit()
 {
+    const bool writtenOutside = file_ == nullptr && !temporary_.empty();
+    if (writtenOutside)
+    {
+        MoveIntoPlace();
+        return;
+    }
     if (file_ == nullptr)
     {
         Open();
@@ -145,13 +162,18 @@ void OutputFile::Commit()
     }
     if (kind_ == Kind::Regular)
     {
-        if (std::rename(temporary_.c_str(), target_.c_str()) != 0)
-        {
-            Fail(errno);
-        }
-        temporary_.clear();
-        RemoveWhenInterrupted(nullptr);
+        MoveIntoPlace();
     }
+}
+
+void OutputFile::MoveIntoPlace()
+{
+    if (std::rename(temporary_.c_str(), target_.c_str()) != 0)
+    {
+        Fail(errno);
+    }
+    temporary_.clear();
+    RemoveWhenInterrupted(nullptr);
 }
 
 void OutputFile::Fail(int error) const

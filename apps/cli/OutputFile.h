@@ -21,6 +21,10 @@ public:
     /// The first call opens the file. Throws Failure when the bytes cannot be written.
     void Write(const void* bytes, std::size_t count);
 
+    /// For a writer of its own: the name under which it makes the file, in place of Write. Throws
+    /// Failure for standard output, devices and pipes.
+    std::string OpenOutside();
+
     /// Puts the file in its place. Throws Failure when the system refuses.
     void Commit();
 
@@ -34,6 +38,7 @@ private:
 
     void CheckTarget() const;
     void Open();
+    void MoveIntoPlace();
     [[noreturn]] void Fail(int error) const;
 
     std::string path_;    // as the user names it
