@@ -6,10 +6,13 @@
 #include "apps/cli/OutputFile.h"
 #include "apps/cli/Picture.h"
 #include "apps/cli/Renderer.h"
+#include "apps/cli/SceneDocument.h"
 #include "apps/cli/Terminal.h"
 #include "apps/cli/TextCodes.h"
 #include "apps/cli/TextNode.h"
 #include "scene/OrvFontString.h"
+#include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
 
 #include <CLI/CLI.hpp>
 
@@ -65,6 +68,7 @@ struct RenderOptions
     std::string turn = "10,22,0";
     bool outline = false;
     int samples = 0;
+    std::string save;
 };
 
 double ParseNumber(const std::string& option, const std::string& text)
@@ -204,11 +208,13 @@ void Render(const RenderOptions& options)
     }
 
     OutputFile file(options.output);
+    const auto sceneFile =
+        options.save.empty() ? nullptr : std::make_unique<OutputFile>(options.save);
     const CString text = ChooseCodePage(GatherLines(options));  // before the fonts take it over
     LoadFonts();
     OrvFont* const font = ChooseFont(options.font);
     CheckCharacters(*font, text);
-    const auto node = MakeTextNode(text, font, look);
+    auto node = MakeTextNode(text, font, look);
     node->Rotate(turn[2], DVector(0.0, 0.0, 1.0));
     node->Rotate(turn[1], DVector(0.0, 1.0, 0.0));
     node->Rotate(turn[0], DVector(1.0, 0.0, 0.0));
@@ -217,6 +223,16 @@ void Render(const RenderOptions& options)
     ShowProgress("Writing");
     SavePicture(picture, format, file);
     ClearProgress();
+    if (sceneFile)
+    {
+        SceneDocument document;
+        document.scene->AddChild(node.release());
+        document.view->SetUnscaledSize(settings.width, settings.height);
+        document.view->SetViewSize(settings.width, settings.height);
+        document.view->ZoomExtents();
+        document.view->SaveReferenceAspect();
+        document.Save(*sceneFile);
+    }
 }
 
 }  // namespace
@@ -254,6 +270,7 @@ void AddRenderCommand(CLI::App& app)
            "The picture, PNG or BMP by its name; - is PNG to\n"
            "standard output. Required")
         ->required();
+    option("--save", o.save, "FILE", "Keeps the scene and its view in a file (.orv), too");
     choice("--size", o.size, "WxH", "Width and height in pixels, each at most 16384");
     choice("--background", o.background, "COLOR", "What is behind the text");
 

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/SceneDocument.h"
+
+#include "apps/cli/Errors.h"
+#include "apps/cli/FontChoice.h"
+#include "apps/cli/OutputFile.h"
+#include "apps/cli/TextCodes.h"
+#include "host/CArchive.h"
+#include "host/CFile.h"
+#include "platform/CodePages.h"
+#include "platform/Fonts.h"
+#include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+namespace
+{
+
+/// The code page in the file's last bytes; the process's when they are something else.
+UINT ReadCodePage(CFile& file)
+{
+    DWORD last = 0;
+    if (file.GetLength() >= sizeof last)
+    {
+        file.Seek(-static_cast<std::int64_t>(sizeof last), CFile::end);
+        file.Read(&last, sizeof last);
+        file.SeekToBegin();
+    }
+    const bool offered =
+        std::find(offeredCodePages.begin(), offeredCodePages.end(), last) != offeredCodePages.end();
+    return offered ? last : GetACP();
+}
+
+/// A failed reader's words, after the file as the user names it and where reading stopped.
+std::string Account(const std::string& path, CFile& file, CArchive& archive,
+                    const CException& error)
+{
+    std::string text = error.what();
+    const std::string known = std::string(file.GetFilePath()) + ": ";
+    if (text.starts_with(known))
+    {
+        return path + ": " + text.substr(known.size());
+    }
+    archive.Flush();  // sets the file back to the first unread byte
+    return path + ": byte " + std::to_string(file.GetPosition()) + ": " + text;
+}
+
+void ReadObjects(CArchive& archive, SceneDocument& document)
+{
+    document.scene.reset(
+        static_cast<SceneObject*>(archive.ReadNewObject(RUNTIME_CLASS(SceneObject))));
+    document.view.reset(static_cast<ViewObject*>(archive.ReadNewObject(RUNTIME_CLASS(ViewObject))));
+    document.view->AttachScene(document.scene.get());
+
+    DWORD codePage = 0;
+    const UINT count = archive.Read(&codePage, sizeof codePage);
+    BYTE more = 0;
+    if (count != 0 && (codePage != GetACP() || archive.Read(&more, sizeof more) != 0))
+    {
+        AfxThrowArchiveException(CArchiveException::generic,
+                                 "other bytes behind the view than a code page");
+    }
+}
+
+/// A texture whose file is gone takes one of the same name in the folder.
+void FindTexture(TextureMap& texture, const std::filesystem::path& folder)
+{
+    const std::string name = texture.filename.Text();
+    std::error_code ignored;
+    if (name.empty() || std::filesystem::exists(name, ignored))
+    {
+        return;
+    }
+    const std::filesystem::path beside = folder / name.substr(name.find_last_of("/\\") + 1);
+    if (std::filesystem::exists(beside, ignored))
+    {
+        texture.SetFilename(beside.c_str());
+    }
+}
+
+void FindTextures(DrawingObject& node, const std::filesystem::path& folder)
+{
+    FindTexture(*node.GetTexture(), folder);
+    for (int i = 0; i < node.GetChildCount(); ++i)
+    {
+        FindTextures(*node.GetChildByIndex(i), folder);
+    }
+}
+
+}  // namespace
+
+SceneDocument::SceneDocument()
+    : scene(std::make_unique<SceneObject>()), view(std::make_unique<ViewObject>())
+{
+    view->AttachScene(scene.get());
+}
+
+SceneDocument::~SceneDocument() = default;
+SceneDocument::SceneDocument(SceneDocument&& other) noexcept = default;
+SceneDocument& SceneDocument::operator=(SceneDocument&& other) noexcept = default;
+
+SceneDocument SceneDocument::Load(const std::string& path)
+{
+    SceneDocument document;
+    document.path = path;
+    CFile file;
+    CFileException refused;
+    if (!file.Open(path.c_str(), CFile::modeRead, &refused))
+    {
+        throw Failure(refused.what());
+    }
+    document.bytes = file.GetLength();
+    SetProcessCodePage(ReadCodePage(file));  // before the fonts take it over
+    LoadFonts();
+
+    CArchive archive(&file, CArchive::load);
+    try
+    {
+        ReadObjects(archive, document);
+    }
+    catch (const CException& error)
+    {
+        throw Failure(Account(path, file, archive, error));
+    }
+    FindTextures(*document.scene, std::filesystem::path(path).parent_path());
+    return document;
+}
+
+std::string SceneDocument::Bytes() const
+{
+    CMemFile file;
+    CArchive archive(&file, CArchive::store);
+    archive.WriteObject(scene.get());
+    archive.WriteObject(view.get());
+    archive << DWORD{GetACP()};
+    archive.Close();
+    return {file.Bytes().begin(), file.Bytes().end()};
+}
+
+void SceneDocument::Save(OutputFile& file) const
+{
+    const std::string content = Bytes();
+    file.Write(content.data(), content.size());
+    file.Commit();
+}
