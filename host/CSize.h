@@ -5,6 +5,16 @@
 
 /// CSize and CPoint: whole-numbered sizes and points, as values.
 
+inline bool operator==(const SIZE& a, const SIZE& b)
+{
+    return a.cx == b.cx && a.cy == b.cy;
+}
+
+inline bool operator==(const POINT& a, const POINT& b)
+{
+    return a.x == b.x && a.y == b.y;
+}
+
 class CSize : public SIZE
 {
 public:
@@ -12,8 +22,6 @@ public:
     CSize(int width, int height) : SIZE{width, height} {}
     CSize(const SIZE& size) : SIZE(size) {}
 
-    bool operator==(const SIZE& other) const { return cx == other.cx && cy == other.cy; }
-    bool operator!=(const SIZE& other) const { return !(*this == other); }
     CSize& operator+=(const SIZE& other) { return *this = *this + other; }
     CSize& operator-=(const SIZE& other) { return *this = *this - other; }
     CSize operator+(const SIZE& other) const { return {cx + other.cx, cy + other.cy}; }
@@ -28,8 +36,6 @@ public:
     CPoint(int horizontal, int vertical) : POINT{horizontal, vertical} {}
     CPoint(const POINT& point) : POINT(point) {}
 
-    bool operator==(const POINT& other) const { return x == other.x && y == other.y; }
-    bool operator!=(const POINT& other) const { return !(*this == other); }
     CPoint& operator+=(const SIZE& size) { return *this = *this + size; }
     CPoint& operator-=(const SIZE& size) { return *this = *this - size; }
     CPoint operator+(const SIZE& size) const { return {x + size.cx, y + size.cy}; }
