@@ -1,28 +1,30 @@
 // SPDX-License-Identifier: MIT
+#include "apps/cli/Arguments.h"
 #include "apps/cli/Colors.h"
 #include "apps/cli/Commands.h"
 #include "apps/cli/Errors.h"
 #include "apps/cli/FontChoice.h"
 #include "apps/cli/OutputFile.h"
-#include "apps/cli/Picture.h"
-#include "apps/cli/Renderer.h"
+#include "apps/cli/Poster.h"
+#include "apps/cli/PosterTarget.h"
+#include "apps/cli/SceneBuilder.h"
 #include "apps/cli/SceneDocument.h"
+#include "apps/cli/SceneOptions.h"
 #include "apps/cli/Terminal.h"
 #include "apps/cli/TextCodes.h"
 #include "apps/cli/TextNode.h"
+#include "platform/CodePages.h"
+#include "platform/Fonts.h"
+#include "platform/Sync.h"
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
-#include <array>
-#include <cmath>
 #include <cstdio>
 #include <memory>
 #include <optional>
-#include <sstream>
 
 namespace
 {
@@ -32,26 +34,14 @@ const std::vector<std::string> styles = {"square", "bevel", "round"};
 const std::vector<std::string> places = {"front", "back", "both"};
 const std::vector<std::string> sides = {"left", "center", "right"};
 
-int IndexOf(const std::vector<std::string>& names, const std::string& name)
-{
-    return static_cast<int>(std::find(names.begin(), names.end(), name) - names.begin());
-}
-
-std::string Alternatives(const std::vector<std::string>& names)
-{
-    std::string text;
-    for (const std::string& name : names)
-    {
-        text += (text.empty() ? "" : "|") + name;
-    }
-    return text;
-}
-
 struct RenderOptions
 {
     std::vector<std::string> texts;
     std::string textFile;
-    std::string output;
+    std::optional<std::string> output;
+    std::string sceneFile;
+    std::string view;
+    std::string save;
     std::optional<std::string> font;
     std::string style = "bevel";
     std::string bevelOn = "both";
@@ -63,81 +53,30 @@ struct RenderOptions
     std::string faceColor = "#f2b333";
     std::optional<std::string> edgeColor;
     std::optional<std::string> bevelColor;
-    std::string background = defaultBackground;
-    std::string size = "1280x720";
-    std::string turn = "10,22,0";
+    SceneOptions scene;
     bool outline = false;
+    std::optional<std::string> size;
+    std::optional<std::string> dotsPerInch;
+    std::string bits = "24";
     int samples = 0;
-    std::string save;
 };
 
-double ParseNumber(const std::string& option, const std::string& text)
+/// Everything that the command line asks for, which makes sense.
+struct Request
 {
-    std::size_t used = 0;
-    double value = 0;
-    try
-    {
-        value = std::stod(text, &used);
-    }
-    catch (const std::exception&)
-    {
-        used = std::string::npos;
-    }
-    if (used != text.size() || !std::isfinite(value))
-    {
-        throw UsageError(option + ": \"" + text + "\" is not a number");
-    }
-    return value;
-}
+    PosterSettings settings;
+    bool hasSize = false;
+    TextLook text;
+    SceneRequest scene;
+};
 
-double ParseNumber(const std::string& option, const std::string& text, double least, double most)
-{
-    const double value = ParseNumber(option, text);
-    if (value < least || value > most)
-    {
-        std::ostringstream message;
-        message << option << ": expected a number from " << least << " to " << most << ", found "
-                << text;
-        throw UsageError(message.str());
-    }
-    return value;
-}
-
-std::array<double, 3> ParseTurn(const std::string& text)
-{
-    std::array<double, 3> angles{};
-    std::istringstream in(text);
-    std::string part;
-    std::size_t count = 0;
-    while (std::getline(in, part, ','))
-    {
-        if (count < angles.size())
-        {
-            angles[count] = ParseNumber("--turn", part);
-        }
-        ++count;
-    }
-    if (count != angles.size())
-    {
-        throw UsageError("--turn: expected three angles in degrees as X,Y,Z, found \"" + text +
-                         "\"");
-    }
-    return angles;
-}
-
-void ParseSize(const std::string& text, PictureSettings& settings)
+void ParseSize(const std::string& text, PosterSettings& settings)
 {
     int used = 0;
     if (std::sscanf(text.c_str(), "%9dx%9d%n", &settings.width, &settings.height, &used) != 2 ||
         used != static_cast<int>(text.size()) || settings.width < 1 || settings.height < 1)
     {
         throw UsageError("--size: expected WIDTHxHEIGHT, both at least 1, found \"" + text + "\"");
-    }
-    constexpr int limit = 16384;
-    if (settings.width > limit || settings.height > limit)
-    {
-        throw UsageError("--size: at most " + std::to_string(limit) +
-                         " in each direction, found \"" + text + "\"");
     }
 }
 
@@ -183,55 +122,166 @@ std::vector<std::string> GatherLines(const RenderOptions& options)
     return lines;
 }
 
-void Render(const RenderOptions& options)
+Request ParseRequest(const RenderOptions& options)
 {
-    // First what is wrong with the command line, then what is wrong with the world, cheapest first.
-    const PictureFormat format = FormatOf(options.output);
-    PictureSettings settings;
-    ParseSize(options.size, settings);
-    settings.background = ParseColor("--background", options.background);
-    settings.outline = options.outline;
+    if (!options.output && options.save.empty())
+    {
+        throw UsageError("render: nothing to write: --output or --save is needed");
+    }
+    const bool hasText = !options.texts.empty() || !options.textFile.empty();
+    if (options.sceneFile.empty() != hasText)
+    {
+        throw UsageError(hasText ? "render: text or --scene, not both"
+                                 : "render: no text given, and no --scene");
+    }
+    if (!options.save.empty() && !HasEnding(options.save, ".orv"))
+    {
+        throw UsageError("--save: expected a name that ends in .orv, found \"" + options.save +
+                         "\"");
+    }
+    Request request;
+    PosterSettings& settings = request.settings;
+    request.hasSize = options.size.has_value();
+    if (options.size)
+    {
+        ParseSize(*options.size, settings);
+    }
+    settings.bits = ParseInteger("--bits", options.bits, 8, 32);
     settings.samples = options.samples;
-    settings.progress = [](double done) {
-        ShowProgress("Drawing " + std::to_string(static_cast<int>(done * 100)) + " %");
-    };
-    if (settings.background.alpha < 1)
+    if (options.dotsPerInch)
     {
-        throw UsageError("--background: a picture is not transparent, found \"" +
-                         options.background + "\"");
+        settings.dotsPerInch = ParseInteger("--dpi", *options.dotsPerInch, 1, 100000);
     }
-    const TextLook look = ParseLook(options);
-    const std::array<double, 3> turn = ParseTurn(options.turn);
-    if (options.texts.empty() && options.textFile.empty())
+    request.text = ParseLook(options);
+    request.scene = ParseSceneOptions(options.scene);
+    if (options.output)
     {
-        throw UsageError("render: no text given");
+        settings.output = *options.output;
+        CheckPoster(settings);
     }
+    return request;
+}
 
-    OutputFile file(options.output);
-    const auto sceneFile =
-        options.save.empty() ? nullptr : std::make_unique<OutputFile>(options.save);
+/// A document with the text as its one node.
+SceneDocument BuildScene(const RenderOptions& options, const Request& request)
+{
     const CString text = ChooseCodePage(GatherLines(options));  // before the fonts take it over
     LoadFonts();
     OrvFont* const font = ChooseFont(options.font);
     CheckCharacters(*font, text);
-    auto node = MakeTextNode(text, font, look);
-    node->Rotate(turn[2], DVector(0.0, 0.0, 1.0));
-    node->Rotate(turn[1], DVector(0.0, 1.0, 0.0));
-    node->Rotate(turn[0], DVector(1.0, 0.0, 0.0));
 
-    const Picture picture = RenderPicture(*node, settings);
-    ShowProgress("Writing");
-    SavePicture(picture, format, file);
-    ClearProgress();
-    if (sceneFile)
+    SceneDocument document;
+    SetFirstLights(*document.scene);
+    DrawingObject& node = AddNode(*document.scene, MakeTextNode(text, font, request.text));
+    if (request.scene.texture)
     {
-        SceneDocument document;
-        document.scene->AddChild(node.release());
-        document.view->SetUnscaledSize(settings.width, settings.height);
-        document.view->SetViewSize(settings.width, settings.height);
-        document.view->ZoomExtents();
-        document.view->SaveReferenceAspect();
-        document.Save(*sceneFile);
+        SetTexture(node, *request.scene.texture);
+        document.view->SetShowTextures();
+    }
+    SetBackground(*document.scene, request.scene.background.value_or(DefaultBackground()));
+    ChangeLights(*document.scene, request.scene.lights);
+    if (options.outline)
+    {
+        document.view->SetDrawingModeOutline();
+    }
+    FrameScene(*document.view, request.scene.camera.value_or(CameraLook()), request.settings.width,
+               request.settings.height);
+    return document;
+}
+
+/// Makes the view that which was saved under a name (in UTF-8).
+void TakeSavedView(const SceneDocument& document, const std::string& name)
+{
+    ViewObject& view = *document.view;
+    if (view.RestoreSavedView(Utf8ToCodePage(name, GetACP()).text.c_str()))
+    {
+        view.SaveReferenceAspect();  // with the lens that it has now
+        return;
+    }
+    const NamedViewList& views = *view.GetSavedViews();
+    std::string message = document.path + ": no view \"" + name + "\"; the scene has ";
+    message += views.IsEmpty() ? "none" : "";
+    for (POSITION position = views.GetHeadPosition(); position != nullptr;)
+    {
+        message += "\n  " + ToUtf8(views.GetNext(position)->GetName());
+    }
+    throw Failure(message);
+}
+
+/// A document from a file, changed as it is asked for.
+SceneDocument LoadScene(const RenderOptions& options, Request& request)
+{
+    SceneDocument document = SceneDocument::Load(options.sceneFile);
+    SceneObject& scene = *document.scene;
+    ViewObject& view = *document.view;
+    const auto [width, height] = FramedSize(view);
+    if (width > 0)
+    {
+        // The view itself has forgotten for which picture it was framed.
+        view.SetUnscaledSize(width, height);
+        if (!request.hasSize)
+        {
+            request.settings.width = width;
+            request.settings.height = height;
+        }
+    }
+    if (!options.view.empty())
+    {
+        TakeSavedView(document, options.view);
+    }
+    if (request.scene.background)
+    {
+        SetBackground(scene, *request.scene.background);
+    }
+    ChangeLights(scene, request.scene.lights);
+    if (options.outline)
+    {
+        view.SetDrawingModeOutline();
+    }
+    CheckTextures(scene);
+    scene.CalculateBounds();
+    if (request.scene.camera)
+    {
+        FrameScene(view, *request.scene.camera, request.settings.width, request.settings.height);
+    }
+    return document;
+}
+
+void DrawDocument(const SceneDocument& document, PosterSettings settings, PosterTarget& target)
+{
+    static const HANDLE interrupted = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    settings.stop = interrupted;
+    ProgressBar progress("Drawing");
+    settings.progress = [&progress](double share) { progress.Show(share); };
+    ViewObject view(*document.view);
+    SizeView(view, settings.width, settings.height);
+    DrawPoster(view, settings, target);
+}
+
+void Render(const RenderOptions& options)
+{
+    // First what is wrong with the command line, then what is wrong with the world, cheapest first.
+    Request request = ParseRequest(options);
+    const auto kept = options.save.empty() ? nullptr : std::make_unique<OutputFile>(options.save);
+    std::unique_ptr<PosterTarget> target;
+    if (options.output && options.sceneFile.empty())
+    {
+        target = MakeTarget(request.settings);
+    }
+    const SceneDocument document =
+        options.sceneFile.empty() ? BuildScene(options, request) : LoadScene(options, request);
+    if (options.output)
+    {
+        if (target == nullptr)
+        {
+            CheckPoster(request.settings);
+            target = MakeTarget(request.settings);
+        }
+        DrawDocument(document, request.settings, *target);
+    }
+    if (kept)
+    {
+        document.Save(*kept);
     }
 }
 
@@ -265,40 +315,62 @@ void AddRenderCommand(CLI::App& app)
         ->allow_extra_args(false)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->option_text("...");
-    option("--text-file", o.textFile, "FILE", "More lines, in UTF-8, after those given as TEXT");
+    std::vector<CLI::Option*> ofTexts = {option("--text-file", o.textFile, "FILE",
+                                                "More lines, in UTF-8, after those given as TEXT")};
     option("-o,--output", o.output, "FILE",
            "The picture, PNG or BMP by its name; - is PNG to\n"
-           "standard output. Required")
-        ->required();
-    option("--save", o.save, "FILE", "Keeps the scene and its view in a file (.orv), too");
-    choice("--size", o.size, "WxH", "Width and height in pixels, each at most 16384");
-    choice("--background", o.background, "COLOR", "What is behind the text");
-
-    option("--font", o.font, "NAME",
-           "Full name as \"orvane fonts\" lists it\n"
-           "[DejaVu Sans Bold, else what there is]");
-    choice("--style", o.style, Alternatives(styles), "How the edges are cut")
-        ->check(CLI::IsMember(styles));
-    choice("--bevel", o.bevel, "D",
-           "Width of bevels and roundings in ems; at most the\n"
-           "depth, or half of it with bevels on both faces");
-    choice("--bevel-on", o.bevelOn, Alternatives(places), "Which faces have them")
-        ->check(CLI::IsMember(places));
-    choice("--depth", o.depth, "D", "Depth of the letters in ems");
-    choice("--align", o.align, Alternatives(sides), "How lines stand to each other")
-        ->check(CLI::IsMember(sides));
-    choice("--char-spacing", o.characterSpacing, "D", "More space between characters, in ems");
-    choice("--line-spacing", o.lineSpacing, "D", "More space between lines, in ems");
-    choice("--face-color", o.faceColor, "COLOR",
-           "Front and back: a name (gold, navy, ...), #rgb,\n#rrggbb or #rrggbbaa");
-    option("--edge-color", o.edgeColor, "COLOR", "Sides [darker than the face]");
-    option("--bevel-color", o.bevelColor, "COLOR", "Bevels [lighter than the face]");
-    choice("--turn", o.turn, "X,Y,Z", "Degrees about each axis: z first, then y, then x");
-    command.add_flag("--outline", o.outline, "Wires in the face's colour, not solids");
+           "standard output");
+    option("--size", o.size, "WxH [1280x720]", "Width and height in pixels, each at most 100000");
+    option("--dpi", o.dotsPerInch, "N", "Dots per inch, for the picture's header");
+    option("--bits", o.bits, "8|16|24|32 [24]", "Bits per pixel of a BMP")
+        ->check(CLI::IsMember({"8", "16", "24", "32"}));
     command
         .add_option("--samples", o.samples,
                     "Samples per pixel in each direction, 1 to 4;\n0 chooses by the size")
         ->option_text("N [0]")
         ->check(CLI::Range(0, 4));
+    option("--save", o.save, "FILE", "Keeps the scene and its view in a file (.orv)");
+    CLI::Option* const scene =
+        option("--scene", o.sceneFile, "FILE", "Draws such a file in place of a text");
+    CLI::Option* const view =
+        option("--view", o.view, "NAME", "Through a view that is saved in it")->needs(scene);
+
+    for (CLI::Option* const each : {
+             option("--font", o.font, "NAME",
+                    "Full name as \"orvane fonts\" lists it\n"
+                    "[DejaVu Sans Bold, else what there is]"),
+             choice("--style", o.style, Alternatives(styles), "How the edges are cut")
+                 ->check(CLI::IsMember(styles)),
+             choice("--bevel", o.bevel, "D",
+                    "Width of bevels and roundings in ems; at most the\n"
+                    "depth, or half of it with bevels on both faces"),
+             choice("--bevel-on", o.bevelOn, Alternatives(places), "Which faces have them")
+                 ->check(CLI::IsMember(places)),
+             choice("--depth", o.depth, "D", "Depth of the letters in ems"),
+             choice("--align", o.align, Alternatives(sides), "How lines stand to each other")
+                 ->check(CLI::IsMember(sides)),
+             choice("--char-spacing", o.characterSpacing, "D",
+                    "More space between characters, in ems"),
+             choice("--line-spacing", o.lineSpacing, "D", "More space between lines, in ems"),
+             choice("--face-color", o.faceColor, "COLOR",
+                    "Front and back: a name (gold, navy, ...), #rgb,\n#rrggbb or #rrggbbaa"),
+             option("--edge-color", o.edgeColor, "COLOR", "Sides [darker than the face]"),
+             option("--bevel-color", o.bevelColor, "COLOR", "Bevels [lighter than the face]"),
+         })
+    {
+        ofTexts.push_back(each);
+    }
+    command.add_flag("--outline", o.outline, "Wires in the face's colour, not solids");
+
+    const SceneOptionGroups groups = AddSceneOptions(command, o.scene);
+    ofTexts.insert(ofTexts.end(), groups.texture.begin(), groups.texture.end());
+    for (CLI::Option* const ofText : ofTexts)
+    {
+        ofText->excludes(scene);
+    }
+    for (CLI::Option* const ofCamera : groups.camera)
+    {
+        ofCamera->excludes(view);
+    }
     command.callback([options] { Render(*options); });
 }

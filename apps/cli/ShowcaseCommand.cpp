@@ -2,10 +2,15 @@
 #include "apps/cli/Colors.h"
 #include "apps/cli/Commands.h"
 #include "apps/cli/FontChoice.h"
-#include "apps/cli/OutputFile.h"
-#include "apps/cli/Renderer.h"
+#include "apps/cli/Poster.h"
+#include "apps/cli/PosterTarget.h"
+#include "apps/cli/SceneBuilder.h"
+#include "apps/cli/SceneDocument.h"
+#include "apps/cli/SceneOptions.h"
 #include "apps/cli/TextNode.h"
 #include "scene/OrvFontString.h"
+#include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
 
 #include <CLI/CLI.hpp>
 
@@ -21,27 +26,29 @@ struct Word
     const char* color;
 };
 
-/// Places a node under the root and gives it over.
-void Place(DrawingObject& root, std::unique_ptr<OrvFontString> node, double x, double y,
-           double size)
+/// Places a text in the scene and gives it over.
+void Place(SceneObject& scene, std::unique_ptr<OrvFontString> node, double x, double y, double size)
 {
     DVector scale = node->GetScale();
     scale *= size;
     node->SetScale(scale);
     node->CalculateBounds();
     node->SetTranslation(DVector(x, y, 0.0));
-    root.AddChild(node.release());
+    AddNode(scene, std::move(node));
 }
 
 /// The project's name with rounded edges over the names of the three styles, each cut as it says.
-void DrawShowcase(const std::string& output, PictureSettings settings)
+void DrawShowcase(const std::string& output)
 {
-    const PictureFormat format = FormatOf(output);
-    OutputFile file(output);
+    PosterSettings settings;
+    settings.output = output;
+    CheckPoster(settings);
+    const std::unique_ptr<PosterTarget> target = MakeTarget(settings);
     LoadFonts();
     OrvFont* const font = ChooseFont(std::nullopt);
 
-    DrawingObject root;
+    const SceneDocument document;
+    SceneObject& scene = *document.scene;
     TextLook look;
     look.style = TextLook::round;
     look.bevelWidth = 0.05;
@@ -49,7 +56,7 @@ void DrawShowcase(const std::string& output, PictureSettings settings)
     auto title = MakeTextNode("Orvane", font, look);
     title->CalculateBounds();
     const double width = title->GetScaledDimensions().x;
-    Place(root, std::move(title), 0, 0.5, 1);
+    Place(scene, std::move(title), 0, 0.5, 1);
 
     constexpr double gap = 0.5;  // ems of the small line
     const Word words[] = {{"square", TextLook::square, "#e2574c"},
@@ -72,13 +79,16 @@ void DrawShowcase(const std::string& output, PictureSettings settings)
     for (std::unique_ptr<OrvFontString>& node : nodes)
     {
         const double half = node->GetScaledDimensions().x * size / 2;
-        Place(root, std::move(node), x + half, -0.42, size);
+        Place(scene, std::move(node), x + half, -0.42, size);
         x += 2 * half + gap * size;
     }
 
-    root.Rotate(20, DVector(0.0, 1.0, 0.0));
-    root.Rotate(9, DVector(1.0, 0.0, 0.0));
-    SavePicture(RenderPicture(root, settings), format, file);
+    SetFirstLights(scene);
+    SetBackground(scene, DefaultBackground());
+    CameraLook camera;
+    camera.turn = {9, 20, 0};
+    FrameScene(*document.view, camera, settings.width, settings.height);
+    DrawPoster(*document.view, settings, *target);
 }
 
 }  // namespace
@@ -88,9 +98,5 @@ void AddShowcaseCommand(CLI::App& app)
     CLI::App& command = *app.add_subcommand("showcase", "Draw the three edge styles side by side");
     const auto output = std::make_shared<std::string>();
     command.add_option("-o,--output", *output, "The picture: .png or .bmp")->required();
-    command.callback([output] {
-        PictureSettings settings;
-        settings.background = ParseColor("background", defaultBackground);
-        DrawShowcase(*output, settings);
-    });
+    command.callback([output] { DrawShowcase(*output); });
 }

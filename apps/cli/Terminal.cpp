@@ -3,7 +3,32 @@
 
 #include "platform/Console.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <utility>
+
+namespace
+{
+
+/// "1:05", or "2:01:05" from an hour on.
+std::string FormatTime(double seconds)
+{
+    constexpr double longest = 359999;
+    const int whole = static_cast<int>(std::ceil(std::min(seconds, longest)));
+    char text[32];
+    if (whole < 3600)
+    {
+        std::snprintf(text, sizeof text, "%d:%02d", whole / 60, whole % 60);
+    }
+    else
+    {
+        std::snprintf(text, sizeof text, "%d:%02d:%02d", whole / 3600, whole / 60 % 60, whole % 60);
+    }
+    return text;
+}
+
+}  // namespace
 
 bool IsErrorTerminal()
 {
@@ -23,4 +48,27 @@ void ShowProgress(const std::string& text)
 void ClearProgress()
 {
     ShowProgress("");
+}
+
+ProgressBar::ProgressBar(std::string label) : label_(std::move(label)), start_(Clock::now()) {}
+
+void ProgressBar::Show(double share)
+{
+    constexpr int width = 30;
+    constexpr std::chrono::milliseconds pause(100);  // what an eye can follow
+    const Clock::time_point now = Clock::now();
+    if (!IsErrorTerminal() || (share < 1 && now - shown_ < pause))
+    {
+        return;
+    }
+    shown_ = now;
+    const int full = static_cast<int>(share * width);
+    std::string text = label_ + " [" + std::string(full, '#') + std::string(width - full, '.') +
+                       "] " + std::to_string(static_cast<int>(share * 100)) + " %";
+    const double seconds = std::chrono::duration<double>(now - start_).count();
+    if (share > 0 && seconds > 1)
+    {
+        text += ", " + FormatTime(seconds / share - seconds) + " left";
+    }
+    ShowProgress(text);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <string>
 
 /// Whether standard error is a terminal. Progress appears only there.
@@ -11,3 +12,23 @@ void ShowProgress(const std::string& text);
 
 /// Wipes the progress line.
 void ClearProgress();
+
+/// A bar on the progress line, with the time that is left; wiped at the end of its life.
+class ProgressBar
+{
+public:
+    explicit ProgressBar(std::string label);
+    ~ProgressBar() { ClearProgress(); }
+    ProgressBar(const ProgressBar&) = delete;
+    ProgressBar& operator=(const ProgressBar&) = delete;
+
+    /// \param share of the whole that is done, 0 to 1.
+    void Show(double share);
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    std::string label_;
+    Clock::time_point start_;
+    Clock::time_point shown_;
+};

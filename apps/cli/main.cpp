@@ -95,6 +95,7 @@ int main(int argc, char** argv)
     }
     catch (const std::exception& error)
     {
+        EndIfInterrupted();  // and cleaned up
         return Complain(error.what(), couldNotBeDone);
     }
 }

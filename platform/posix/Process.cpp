@@ -1,16 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Process.h"
 
+#include "platform/Sync.h"
+
+#include <array>
 #include <atomic>
+#include <chrono>
 #include <csignal>
+#include <cstring>
 #include <fcntl.h>
+#include <thread>
 #include <unistd.h>
 
 namespace
 {
 
+constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
 std::atomic<const char*> unfinishedFile = nullptr;
-static_assert(std::atomic<const char*>::is_always_lock_free, "a signal handler reads it");
+std::atomic<int> interruption = 0;  // the signal that came
+std::atomic<int> wakingPipe = -1;   // where the handler wakes the thread that signals the event
+static_assert(std::atomic<const char*>::is_always_lock_free &&
+                  std::atomic<int>::is_always_lock_free,
+              "a signal handler reads them");
 
 void RemoveAndEnd(int signal)
 {
@@ -18,13 +30,25 @@ void RemoveAndEnd(int signal)
     {
         unlink(path);
     }
-    // The handler is gone (SA_RESETHAND); the signal takes its course when this returns.
+    // It takes its own course, now or when the handler returns.
+    std::signal(signal, SIG_DFL);
     raise(signal);
+}
+
+void HandleInterruption(int signal)
+{
+    const bool first = interruption.exchange(signal) == 0;
+    const int pipe = wakingPipe;
+    const char byte = 0;
+    if (!first || pipe < 0 || write(pipe, &byte, 1) != 1)
+    {
+        RemoveAndEnd(signal);
+    }
 }
 
 void HandleEndingSignals()
 {
-    for (const int ending : {SIGINT, SIGTERM, SIGHUP})
+    for (const int ending : endingSignals)
     {
         struct sigaction action = {};
         if (sigaction(ending, nullptr, &action) != 0 || action.sa_handler != SIG_DFL)
@@ -32,11 +56,24 @@ void HandleEndingSignals()
             continue;
         }
         action = {};
-        action.sa_handler = RemoveAndEnd;
-        action.sa_flags = SA_RESETHAND;
+        action.sa_handler = HandleInterruption;
+        action.sa_flags = SA_RESTART;
         sigfillset(&action.sa_mask);
         sigaction(ending, &action, nullptr);
     }
+}
+
+// A handler may not signal an event, which takes a lock: a thread does when it is woken.
+void WaitAndSignal(int pipe, HANDLE event)
+{
+    char byte;
+    if (read(pipe, &byte, 1) != 1)
+    {
+        return;
+    }
+    SetEvent(event);
+    std::this_thread::sleep_for(std::chrono::milliseconds(170));
+    RemoveAndEnd(interruption);
 }
 
 }  // namespace
@@ -57,9 +94,34 @@ void PrepareProcess()
 
 void RemoveWhenInterrupted(const char* path)
 {
-    unfinishedFile = path;
-    if (path != nullptr)
+    // A copy, which nobody frees while it is read.
+    static std::array<char, 4096> name;
+    unfinishedFile = nullptr;
+    if (path == nullptr || std::strlen(path) >= name.size())
     {
-        HandleEndingSignals();
+        return;
+    }
+    std::strcpy(name.data(), path);
+    unfinishedFile = name.data();
+    HandleEndingSignals();
+}
+
+void SignalWhenInterrupted(HANDLE event)
+{
+    int ends[2];
+    if (event == nullptr || wakingPipe >= 0 || pipe2(ends, O_CLOEXEC) != 0)
+    {
+        return;
+    }
+    std::thread(WaitAndSignal, ends[0], event).detach();
+    wakingPipe = ends[1];
+    HandleEndingSignals();
+}
+
+void EndIfInterrupted()
+{
+    if (const int signal = interruption)
+    {
+        RemoveAndEnd(signal);
     }
 }

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/BmpFile.h"
+
+#include "apps/cli/Errors.h"
+#include "platform/Errors.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+namespace
+{
+
+constexpr double metresPerInch = 0.0254;
+constexpr std::uint64_t largestFile = 0xFFFFFFFF;  // what bfSize can say, bytes
+constexpr std::size_t colorsOffset = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
+constexpr std::size_t paletteBytes = 256 * sizeof(RGBQUAD);
+
+/// Where the pixels begin: at a multiple of four, as they have to in a mapping.
+std::size_t PixelOffset(int bits)
+{
+    return (colorsOffset + (bits == 8 ? paletteBytes : 0) + 3) / 4 * 4;
+}
+
+/// Rows are padded to four bytes.
+std::uint64_t RowBytes(int width, int bits)
+{
+    return (static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(bits) + 31) / 32 * 4;
+}
+
+BITMAPINFO& InfoIn(std::vector<BYTE>& head)
+{
+    return *reinterpret_cast<BITMAPINFO*>(head.data() + sizeof(BITMAPFILEHEADER));
+}
+
+std::vector<BYTE> MakeHead(int width, int height, int bits, int dotsPerInch)
+{
+    const std::uint64_t imageBytes = RowBytes(width, bits) * static_cast<std::uint64_t>(height);
+    const LONG perMetre = static_cast<LONG>(std::lround(dotsPerInch / metresPerInch));
+    std::vector<BYTE> head(PixelOffset(bits));
+    const BITMAPFILEHEADER fileHeader = {0x4D42, static_cast<DWORD>(head.size() + imageBytes), 0, 0,
+                                         static_cast<DWORD>(head.size())};
+    std::memcpy(head.data(), &fileHeader, sizeof fileHeader);
+
+    BITMAPINFO& info = InfoIn(head);
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = static_cast<WORD>(bits);
+    info.bmiHeader.biCompression = BI_RGB;
+    info.bmiHeader.biSizeImage = static_cast<DWORD>(imageBytes);
+    info.bmiHeader.biXPelsPerMeter = perMetre;
+    info.bmiHeader.biYPelsPerMeter = perMetre;
+    return head;
+}
+
+}  // namespace
+
+void BmpFile::Check(int width, int height, int bits)
+{
+    const std::uint64_t bytes =
+        PixelOffset(bits) + RowBytes(width, bits) * static_cast<std::uint64_t>(height);
+    if (bytes > largestFile)
+    {
+        throw Failure("a BMP of " + std::to_string(width) + " x " + std::to_string(height) +
+                      " pixels with " + std::to_string(bits) + " bits would have " +
+                      std::to_string(bytes) + " bytes, past the format's 4 GiB; write a PNG");
+    }
+}
+
+BmpFile::BmpFile(const std::string& path, int width, int height, int bits, int dotsPerInch)
+    : path_(path),
+      output_(path),
+      head_(MakeHead(width, height, bits, dotsPerInch)),
+      rowBytes_(RowBytes(width, bits)),
+      height_(height)
+{}
+
+BmpFile::~BmpFile()
+{
+    Close();
+}
+
+void BmpFile::Open(const RGBQUAD* colors)
+{
+    if (InfoIn(head_).bmiHeader.biBitCount == 8)
+    {
+        std::memcpy(head_.data() + colorsOffset, colors, paletteBytes);
+    }
+    const std::string place = output_.OpenOutside();
+    const std::uint64_t bytes = head_.size() + rowBytes_ * static_cast<std::uint64_t>(height_);
+    file_ = CreateFileA(place.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                        FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file_ == INVALID_HANDLE_VALUE)
+    {
+        file_ = nullptr;
+        Refuse();
+    }
+    mapping_ =
+        CreateFileMappingA(file_, nullptr, PAGE_READWRITE, 0, static_cast<DWORD>(bytes), nullptr);
+    void* const start =
+        mapping_ != nullptr ? MapViewOfFile(mapping_, FILE_MAP_WRITE, 0, 0, head_.size()) : nullptr;
+    if (start == nullptr)
+    {
+        Refuse();
+    }
+    std::memcpy(start, head_.data(), head_.size());
+    UnmapViewOfFile(start);
+}
+
+void BmpFile::Close()
+{
+    for (HANDLE* const handle : {&mapping_, &file_})
+    {
+        if (*handle != nullptr)
+        {
+            CloseHandle(*handle);
+            *handle = nullptr;
+        }
+    }
+}
+
+void BmpFile::Refuse() const
+{
+    throw Failure(path_ + ": " + GetLastErrorText());
+}
+
+HBITMAP BmpFile::MakeSection(int top, int height, void** bits) const
+{
+    std::vector<BYTE> head = head_;
+    BITMAPINFO& info = InfoIn(head);
+    info.bmiHeader.biHeight = height;
+    info.bmiHeader.biSizeImage = 0;
+    const std::uint64_t rowsBelow = static_cast<std::uint64_t>(height_ - top - height);
+    const HBITMAP section =
+        CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, bits, mapping_,
+                         static_cast<DWORD>(head_.size() + rowBytes_ * rowsBelow));
+    if (section == nullptr)
+    {
+        Refuse();
+    }
+    return section;
+}
+
+void BmpFile::Commit()
+{
+    Close();
+    output_.Commit();
+}

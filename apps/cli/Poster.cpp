@@ -1,0 +1,295 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/Poster.h"
+
+#include "apps/cli/Errors.h"
+#include "apps/cli/PosterTarget.h"
+#include "apps/cli/PosterView.h"
+#include "imaging/GLMemoryDIB.h"
+#include "platform/Errors.h"
+#include "platform/OpenGL.h"
+#include "platform/Process.h"
+#include "platform/Sync.h"
+#include "scene/DrawingParameters.h"
+#include "scene/SceneObject.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace
+{
+
+constexpr int largestSide = 100000;
+constexpr unsigned int outlineMode = 0x2;  // of a view
+constexpr double wiresPerPicture = 480;    // a wire's width goes that often into the picture
+
+int ChooseSamples(const PosterSettings& settings)
+{
+    if (settings.bits < 24)
+    {
+        return 1;  // dithered, which averages would undo
+    }
+    const double megapixels = 1e-6 * settings.width * settings.height;
+    return settings.samples != 0 ? settings.samples
+           : megapixels <= 4     ? 4
+           : megapixels <= 32    ? 2
+                                 : 1;
+}
+
+/// How the picture is cut into bands. Pixels, if not said otherwise those of the bands, of which
+/// samples by samples make one of the picture.
+struct Bands
+{
+    int samples;
+    int margin;  // drawn around each band and thrown away
+    int width = 0;
+    int height = 0;
+
+    /// What a band adds to the picture, in its pixels.
+    int StepX() const { return width / samples - 2 * margin; }
+    int StepY() const { return height / samples - 2 * margin; }
+};
+
+/// Averages squares of samples by samples pixels, each of so many bytes.
+template <int samples, int bytes>
+void AverageRow(const BYTE* in, std::size_t rowBytes, int width, BYTE* out)
+{
+    constexpr int area = samples * samples;
+    for (int x = 0; x < width; ++x, in += samples * bytes, out += bytes)
+    {
+        for (int part = 0; part < bytes; ++part)
+        {
+            int sum = area / 2;
+            for (int y = 0; y < samples; ++y)
+            {
+                const BYTE* const line = in + rowBytes * static_cast<std::size_t>(y) + part;
+                for (int i = 0; i < samples; ++i)
+                {
+                    sum += line[i * bytes];
+                }
+            }
+            out[part] = static_cast<BYTE>(sum / area);
+        }
+    }
+}
+
+using RowReducer = void (*)(const BYTE* in, std::size_t rowBytes, int width, BYTE* out);
+
+RowReducer ChooseReducer(int samples, int bytes)
+{
+    constexpr RowReducer three[] = {AverageRow<1, 3>, AverageRow<2, 3>, AverageRow<3, 3>,
+                                    AverageRow<4, 3>};
+    constexpr RowReducer four[] = {AverageRow<1, 4>, AverageRow<2, 4>, AverageRow<3, 4>,
+                                   AverageRow<4, 4>};
+    return bytes == 4 ? four[samples - 1] : three[samples - 1];
+}
+
+/// Takes the middle of a band, without its margin, to its place in the rows. What is beyond their
+/// ends is left out.
+void CopyBand(GLMemoryDIB& dib, const Bands& bands, const Strip& strip, int left)
+{
+    if (bands.samples == 1 && bands.margin == 0)
+    {
+        dib.CopyBand(strip.GetDC(), left, 0, 0, 0);
+        return;
+    }
+    GdiFlush();
+    const BYTE* const bits = static_cast<const BYTE*>(dib.GetDIBBits());
+    const int bitCount = dib.GetDIBInfo()->bmiHeader.biBitCount;
+    const std::size_t bytes = static_cast<std::size_t>(bitCount) / 8;
+    const std::size_t rowBytes = (static_cast<std::size_t>(bands.width) * bytes + 3) / 4 * 4;
+    const int width = std::min(bands.StepX(), strip.Width() - left);
+    const RowReducer reduce = ChooseReducer(bands.samples, static_cast<int>(bytes));
+    for (int y = 0; y < std::min(bands.StepY(), strip.Height()); ++y)
+    {
+        const int lowest = bands.height - (bands.margin + y + 1) * bands.samples;
+        const BYTE* const in = bits + rowBytes * static_cast<std::size_t>(lowest) +
+                               bytes * static_cast<std::size_t>(bands.margin) *
+                                   static_cast<std::size_t>(bands.samples);
+        BYTE* const out = strip.Row(y) + bytes * static_cast<std::size_t>(left);
+        if (bands.samples == 1)
+        {
+            std::memcpy(out, in, bytes * static_cast<std::size_t>(width));
+        }
+        else
+        {
+            reduce(in, rowBytes, width, out);
+        }
+    }
+}
+
+/// The place of a stretched background, which the scene counts in pixels of the bands, in those of
+/// the picture as long as it lives.
+class ScaledBackground
+{
+public:
+    ScaledBackground(TextureMap& texture, int samples)
+        : texture_(texture), x_(texture.GetHorizontalLocation()), y_(texture.GetVerticalLocation())
+    {
+        if (texture.placement == 0)
+        {
+            texture_.SetHorizontalLocation(x_ * samples);
+            texture_.SetVerticalLocation(y_ * samples);
+        }
+    }
+    ~ScaledBackground()
+    {
+        texture_.SetHorizontalLocation(x_);
+        texture_.SetVerticalLocation(y_);
+    }
+    ScaledBackground(const ScaledBackground&) = delete;
+    ScaledBackground& operator=(const ScaledBackground&) = delete;
+
+private:
+    TextureMap& texture_;
+    double x_;
+    double y_;
+};
+
+DrawingParameters MakeParameters(const ViewObject& view, HANDLE stop)
+{
+    DrawingParameters parameters;
+    parameters.SetFlags(view.GetDrawingMode());
+    parameters.SetShowObject();
+    parameters.SetShowChildren();
+    parameters.SetShowBackgroundTexture();
+    if (view.ShouldShowTextures())
+    {
+        parameters.SetShowTextures();
+    }
+    if (view.ShouldShowLightsMode())
+    {
+        parameters.SetShowLights();
+    }
+    parameters.SetTerminationEvent(stop);
+    return parameters;
+}
+
+void CreateBands(GLMemoryDIB& dib, const ProjectionData& projection, int bits)
+{
+    if (!dib.Create(projection, bits))
+    {
+        throw Failure("OpenGL: no off-screen context: " + GetLastErrorText());
+    }
+}
+
+/// Makes the bitmap that bands are drawn into, and its context.
+Bands MakeBands(GLMemoryDIB& dib, const ProjectionData& projection, const PosterSettings& settings,
+                double wire)
+{
+    Bands bands{ChooseSamples(settings), 0};
+    if (wire > 0)
+    {
+        // A wire whose middle lies outside a band is not drawn in it: the margin is half a wire.
+        bands.margin = static_cast<int>(std::ceil(wire / 2)) + 1;
+        constexpr int wideMargin = 8;
+        if (bands.margin > wideMargin)
+        {
+            dib.maximumBandWidth = 512;  // narrower bands may be higher
+        }
+    }
+    // A band holds whole pixels of the picture, and the pattern of dithering, which is four pixels
+    // wide, goes on in the next one.
+    const int unit = settings.bits < 24 ? 4 : bands.samples;
+    dib.maximumBandWidth -= dib.maximumBandWidth % unit;
+    CreateBands(dib, projection, settings.bits);
+    bands.height = static_cast<int>(dib.GetDIBHeight());
+    if (bands.height < projection.GetHeight() && bands.height % unit != 0)
+    {
+        dib.maximumBandHeight = bands.height - bands.height % unit;
+        CreateBands(dib, projection, settings.bits);
+    }
+    bands.width = static_cast<int>(dib.GetDIBWidth());
+    bands.height = static_cast<int>(dib.GetDIBHeight());
+    return bands;
+}
+
+}  // namespace
+
+void CheckPoster(const PosterSettings& settings)
+{
+    if (settings.width > largestSide || settings.height > largestSide)
+    {
+        throw UsageError("--size: at most " + std::to_string(largestSide) +
+                         " in each direction, found " + std::to_string(settings.width) + "x" +
+                         std::to_string(settings.height));
+    }
+    if (settings.bits < 24 && settings.samples > 1)
+    {
+        throw UsageError("--samples: a picture of 8 or 16 bits has one per pixel, found " +
+                         std::to_string(settings.samples));
+    }
+    CheckTarget(settings);
+}
+
+void DrawPoster(const ViewObject& original, const PosterSettings& settings, PosterTarget& target)
+{
+    SignalWhenInterrupted(settings.stop);
+    const auto goOn = [&settings] {
+        return settings.stop == nullptr || WaitForSingleObject(settings.stop, 0) != WAIT_OBJECT_0;
+    };
+    const double wire =
+        (original.GetDrawingMode() & outlineMode) != 0
+            ? std::max(1.0, std::min(settings.width, settings.height) / wiresPerPicture)
+            : 0;
+
+    PosterView view(original);
+    ProjectionData projection = view.GetProjection();
+    const int samples = ChooseSamples(settings);
+    projection.SetUnscaledSize(settings.width, settings.height);
+    projection.SetScale(samples, samples);
+    const ScaledBackground background(*view.GetScene()->GetTexture(), samples);
+
+    GLMemoryDIB dib;
+    const Bands bands = MakeBands(dib, projection, settings, wire);
+    glEnable(GL_NORMALIZE);
+    if (wire > 0)
+    {
+        glLineWidth(static_cast<GLfloat>(samples * wire));
+    }
+    const ColorVector color = view.GetScene()->GetBackgroundColor();
+
+    DrawingParameters parameters = MakeParameters(view, settings.stop);
+    const int columns = (settings.width + bands.StepX() - 1) / bands.StepX();
+    const int rows = (settings.height + bands.StepY() - 1) / bands.StepY();
+    target.Open(*dib.GetDIBInfo());
+    for (int row = 0; row < rows; ++row)
+    {
+        const int top = row * bands.StepY();
+        const Strip& strip = target.BeginRows(top, std::min(bands.StepY(), settings.height - top));
+        for (int column = 0; column < columns; ++column)
+        {
+            const int left = column * bands.StepX();
+            dib.PrepareNextBand(static_cast<double>((top - bands.margin) * samples) / bands.height,
+                                static_cast<double>((left - bands.margin) * samples) / bands.width,
+                                &parameters);
+            // What a background leaves uncovered shows no older band.
+            glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+            glClearColor(color.red, color.green, color.blue, 1);
+            glClear(GL_COLOR_BUFFER_BIT);
+            // The fourth byte of 32 bits says opaque, whatever is drawn.
+            glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, settings.bits != 32);
+            const int drawn = view.Draw(&parameters);
+            if (!goOn())
+            {
+                throw Failure("interrupted");
+            }
+            if (!drawn)
+            {
+                throw Failure("OpenGL: the scene could not be drawn whole");
+            }
+            CopyBand(dib, bands, strip, left);
+            if (settings.progress)
+            {
+                settings.progress((row * static_cast<double>(columns) + column + 1) / columns /
+                                  rows);
+            }
+        }
+        target.EndRows(goOn);
+        if (!goOn())
+        {
+            throw Failure("interrupted");
+        }
+    }
+    target.Finish();
+}
