@@ -236,7 +236,7 @@ void Measure()
     AddSummary("  of it: duplicate search alone", micro(stages.duplicates));
     AddSummary("bytes held by a built glyph", std::to_string(bytes / codeCount));
 }
-const SummaryPart part(Measure);
+const SummaryPart part("glyph", Measure);
 
 void BuildAllGlyphs(benchmark::State& state)
 {

@@ -33,8 +33,8 @@ Paired TimeInTurns(int turns, const std::function<void()>& ours,
 void AddSummary(const std::string& what, const std::string& figure);
 
 /// A function that measures and calls AddSummary; all run, in order of registration, before the
-/// table is printed.
+/// table is printed, or the named one alone.
 struct SummaryPart
 {
-    explicit SummaryPart(void (*measure)());
+    SummaryPart(const char* name, void (*measure)());
 };

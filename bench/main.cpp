@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Measures on this machine, in one run, and prints a table of figures and ratios. The detailed
-// benchmarks run first; --summary-only leaves them out.
+// benchmarks run first; --summary-only leaves them out, and --summary-only=NAME measures one part.
 
 #include "bench/Summary.h"
 
@@ -25,9 +25,15 @@ std::vector<Line>& Lines()
     return lines;
 }
 
-std::vector<void (*)()>& Parts()
+struct Part
 {
-    static std::vector<void (*)()> parts;
+    std::string name;
+    void (*measure)();
+};
+
+std::vector<Part>& Parts()
+{
+    static std::vector<Part> parts;
     return parts;
 }
 
@@ -70,15 +76,17 @@ void AddSummary(const std::string& what, const std::string& figure)
     Lines().push_back({what, figure});
 }
 
-SummaryPart::SummaryPart(void (*measure)())
+SummaryPart::SummaryPart(const char* name, void (*measure)())
 {
-    Parts().push_back(measure);
+    Parts().push_back({name, measure});
 }
 
 int main(int argc, char** argv)
 {
-    const bool summaryOnly = argc == 2 && std::strcmp(argv[1], "--summary-only") == 0;
-    if (!summaryOnly)
+    const std::string option = "--summary-only";
+    const std::string argument = argc == 2 ? argv[1] : "";
+    const bool onePart = argument.rfind(option + "=", 0) == 0;
+    if (argument != option && !onePart)
     {
         benchmark::Initialize(&argc, argv);
         if (benchmark::ReportUnrecognizedArguments(argc, argv))
@@ -87,9 +95,12 @@ int main(int argc, char** argv)
         }
         benchmark::RunSpecifiedBenchmarks();
     }
-    for (void (*const part)() : Parts())
+    for (const Part& each : Parts())
     {
-        part();
+        if (!onePart || argument == option + "=" + each.name)
+        {
+            each.measure();
+        }
     }
     std::size_t width = 0;
     for (const Line& line : Lines())

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// orvane_record CHARACTERS STYLE: writes the OpenGL calls of one draw to standard output
-// (CallStream.h).
+// orvane_record CHARACTERS STYLE | showcase: writes the OpenGL calls of one draw, of a text or of
+// the showcase in its view, to standard output (CallStream.h).
 
 #include "bench/CallStream.h"
 #include "bench/Scenes.h"
@@ -130,20 +130,64 @@ extern "C"
     {
         Record(Call::Flush);
     }
+    void glLightfv(GLenum light, GLenum name, const GLfloat* v)
+    {
+        Record(Call::Lightfv, light, name);
+        RecordArray(v, 4);
+    }
+    void glLightf(GLenum light, GLenum name, GLfloat v)
+    {
+        Record(Call::Lightf, light, name, v);
+    }
+    void glLightModelfv(GLenum name, const GLfloat* v)
+    {
+        Record(Call::LightModelfv, name);
+        RecordArray(v, 4);
+    }
+    void glLightModeli(GLenum name, GLint v)
+    {
+        Record(Call::LightModeli, name, v);
+    }
+    void glShadeModel(GLenum mode)
+    {
+        Record(Call::ShadeModel, mode);
+    }
+    void glClear(GLbitfield buffers)
+    {
+        Record(Call::Clear, buffers);
+    }
+    void glClearColor(GLfloat red, GLfloat green, GLfloat blue, GLfloat alpha)
+    {
+        Record(Call::ClearColor, red, green, blue, alpha);
+    }
 }
+
+namespace
+{
+
+int RecordDraw(DrawingObject& node)
+{
+    DrawingParameters parameters = SolidDraw();
+    node.Draw(&parameters);  // builds what is not built yet
+    words.clear();
+    node.Draw(&parameters);
+    const std::size_t written = std::fwrite(words.data(), sizeof words[0], words.size(), stdout);
+    return written == words.size() ? 0 : 1;
+}
+
+}  // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc != 3)
+    if (argc == 2 && std::strcmp(argv[1], "showcase") == 0)
     {
-        std::fprintf(stderr, "usage: orvane_record CHARACTERS STYLE\n");
-        return 2;
+        Showcase showcase(1, 1);
+        return RecordDraw(showcase.view);
     }
-    const auto text = MakeText(std::atoi(argv[1]), std::atoi(argv[2]));
-    DrawingParameters parameters = SolidDraw();
-    text->Draw(&parameters);  // builds what is not built yet
-    words.clear();
-    text->Draw(&parameters);
-    const std::size_t written = std::fwrite(words.data(), sizeof words[0], words.size(), stdout);
-    return written == words.size() ? 0 : 1;
+    if (argc == 3)
+    {
+        return RecordDraw(*MakeText(std::atoi(argv[1]), std::atoi(argv[2])));
+    }
+    std::fprintf(stderr, "usage: orvane_record CHARACTERS STYLE | showcase\n");
+    return 2;
 }

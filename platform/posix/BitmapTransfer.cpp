@@ -116,7 +116,8 @@ bool HasSamePixels(const Bitmap& a, const Bitmap& b)
 class Rows
 {
 public:
-    Rows(const Bitmap& picture, const Axis& columns) : picture_(picture), columns_(columns)
+    Rows(const Bitmap& picture, const Axis& columns)
+        : picture_(picture), columns_(columns), isUnscaled_(columns.IsUnscaled())
     {
         const auto [low, high] =
             std::minmax_element(columns.sources.begin(), columns.sources.end());
@@ -127,13 +128,17 @@ public:
 
     const BYTE* Row(int y)
     {
+        const BYTE* const row = picture_.Row(picture_.height - 1 - y);
+        if (isUnscaled_ && posix::IsPlain32(picture_))
+        {
+            return row + 4 * static_cast<std::size_t>(low_);
+        }
         if (y == y_)
         {
             return row_.data();
         }
         y_ = y;
-        posix::ExpandPixels(picture_, picture_.Row(picture_.height - 1 - y), low_,
-                            static_cast<int>(span_.size() / 4), span_.data());
+        posix::ExpandPixels(picture_, row, low_, static_cast<int>(span_.size() / 4), span_.data());
         BYTE* out = row_.data();
         for (const int source : columns_.sources)
         {
@@ -146,6 +151,7 @@ public:
 private:
     const Bitmap& picture_;
     const Axis& columns_;
+    const bool isUnscaled_;
     int low_ = 0;
     int y_ = -1;
     std::vector<BYTE> span_;

@@ -7,6 +7,7 @@
 #include "platform/posix/BitmapPixels.h"
 
 #include <iterator>
+#include <memory>
 #include <vector>
 
 namespace posix
@@ -156,10 +157,10 @@ void ReadBits(Bitmap& bitmap, GLenum buffer)
         read(bitmap.bits);
         return;
     }
-    std::vector<BYTE> pixels(4 * static_cast<std::size_t>(bitmap.width) *
-                             static_cast<std::size_t>(bitmap.height));
-    read(pixels.data());
-    StorePixels(bitmap, pixels.data(),
+    const auto pixels = std::make_unique_for_overwrite<BYTE[]>(
+        4 * static_cast<std::size_t>(bitmap.width) * static_cast<std::size_t>(bitmap.height));
+    read(pixels.get());
+    StorePixels(bitmap, pixels.get(),
                 glIsEnabled(GL_DITHER) ? Reduction::Dither : Reduction::Round);
 }
 

@@ -127,6 +127,24 @@ TEST(SetDIBits, ThirtyTwoBitsLoseTheirLastByte)
               (Values{1, 2, 3, 4, 5, 6}));
 }
 
+TEST(SetDIBits, ARowOfAnyLengthLosesTheLastByteOfEachPixel)
+{
+    for (int width = 1; width <= 13; ++width)
+    {
+        Values pixels;
+        Values expected;
+        for (int i = 0; i < 4 * width; ++i)
+        {
+            pixels.push_back(255 - 3 * i);
+            if (i % 4 != 3)
+            {
+                expected.push_back(255 - 3 * i);
+            }
+        }
+        EXPECT_EQ(Converted(BitmapDescription(width, 1, 32), pixels), expected) << width;
+    }
+}
+
 TEST(SetDIBits, ThirtyTwoBitsFollowTheirMasks)
 {
     BitmapDescription description(1, 1, 32);
