@@ -7,6 +7,21 @@
 
 IMPLEMENT_SERIAL(CoordinateTransform, CObject, VERSIONABLE_SCHEMA | 1)
 
+namespace
+{
+
+constexpr double identity[16] = {1.0, 0.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0,
+                                 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 0.0, 1.0};
+
+}  // namespace
+
+// What Reset gives, without computing the product of identities: every node has a transform.
+CoordinateTransform::CoordinateTransform() : scale(1.0, 1.0, 1.0)
+{
+    LoadIdentity();
+    LoadIdentity(externalMatrix);
+}
+
 void CoordinateTransform::Reset()
 {
     scale.SetDVector(1.0, 1.0, 1.0);
@@ -29,10 +44,7 @@ void CoordinateTransform::LoadIdentity()
 
 void CoordinateTransform::LoadIdentity(double* matrix)
 {
-    for (int i = 0; i < 16; ++i)
-    {
-        matrix[i] = i % 5 == 0 ? 1.0 : 0.0;
-    }
+    std::copy_n(identity, 16, matrix);
 }
 
 void CoordinateTransform::LoadComposite(const double* matrix)

@@ -19,7 +19,7 @@ class ORVANE_API CoordinateTransform : public CObject
     DECLARE_SERIAL(CoordinateTransform)
 
 public:
-    CoordinateTransform() { Reset(); }
+    CoordinateTransform();
 
     // The live 16 doubles.
     double* GetCompositeMatrix() { return compositeMatrix; }
