@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "host/CFile.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <limits>
 #include <string>
@@ -157,9 +159,10 @@ BOOL CFile::Open(LPCSTR fileName, UINT openFlags, CFileException* error)
     }
     if ((openFlags & (modeWrite | modeReadWrite)) == 0)
     {
-        // Small values are read in large pieces.
+        // Small values are read in large pieces, and where the file stands is asked often: both
+        // without the stream.
+        std::setvbuf(file, nullptr, _IONBF, 0);
         buffer_ = std::make_unique_for_overwrite<char[]>(readBufferSize);
-        std::setvbuf(file, buffer_.get(), _IOFBF, readBufferSize);
     }
     file_ = file;
     access_ = openFlags & (modeWrite | modeReadWrite);
@@ -202,17 +205,47 @@ void CFile::ThrowSystemError() const
 
 UINT CFile::Read(void* buffer, UINT count)
 {
+    if (count != 0 && count <= bufferCount_ - bufferAt_)
+    {
+        std::memcpy(buffer, buffer_.get() + bufferAt_, count);
+        bufferAt_ += count;
+        return count;
+    }
     std::FILE* const file = Require(Operation::read);
     if (count == 0)
     {
         return 0;
     }
+    return buffer_ != nullptr ? ReadBuffered(file, static_cast<char*>(buffer), count)
+                              : static_cast<UINT>(ReadStream(file, buffer, count));
+}
+
+std::size_t CFile::ReadStream(std::FILE* file, void* buffer, std::size_t count) const
+{
     const std::size_t got = std::fread(buffer, 1, count, file);
     if (got < count && std::ferror(file) != 0)
     {
         ThrowSystemError();
     }
-    return static_cast<UINT>(got);
+    return got;
+}
+
+// What is in the buffer and more. A long piece is not copied through the buffer.
+UINT CFile::ReadBuffered(std::FILE* file, char* buffer, UINT count)
+{
+    UINT got = bufferCount_ - bufferAt_;
+    std::memcpy(buffer, buffer_.get() + bufferAt_, got);
+    EmptyBuffer(bufferStart_ + bufferCount_);
+    if (count - got >= readBufferSize)
+    {
+        const std::size_t more = ReadStream(file, buffer + got, count - got);
+        bufferStart_ += static_cast<std::int64_t>(more);
+        return got + static_cast<UINT>(more);
+    }
+    bufferCount_ = static_cast<UINT>(ReadStream(file, buffer_.get(), readBufferSize));
+    bufferAt_ = std::min(count - got, bufferCount_);
+    std::memcpy(buffer + got, buffer_.get(), bufferAt_);
+    return got + bufferAt_;
 }
 
 void CFile::Write(const void* buffer, UINT count)
@@ -232,23 +265,55 @@ std::int64_t CFile::Seek(std::int64_t offset, UINT from)
     {
         AfxThrowFileException(CFileException::badSeek, -1, path_);
     }
+    if (buffer_ != nullptr && from == current)
+    {
+        // The stream stands behind the buffer.
+        const std::int64_t position = static_cast<std::int64_t>(GetPosition());
+        if (offset > std::numeric_limits<long>::max() - position)
+        {
+            AfxThrowFileException(CFileException::badSeek, -1, path_);
+        }
+        offset += position;
+        from = begin;
+    }
+    if (from == begin && offset >= bufferStart_ && offset - bufferStart_ <= bufferCount_ &&
+        buffer_ != nullptr)
+    {
+        bufferAt_ = static_cast<UINT>(offset - bufferStart_);
+        return offset;
+    }
     const int origin = from == begin ? SEEK_SET : from == current ? SEEK_CUR : SEEK_END;
     if (std::fseek(file, static_cast<long>(offset), origin) != 0)
     {
         ThrowSystemError();
     }
     last_ = Operation::none;
-    return static_cast<std::int64_t>(GetPosition());
+    const std::int64_t position = StreamPosition();
+    EmptyBuffer(position);
+    return position;
 }
 
 std::uint64_t CFile::GetPosition() const
+{
+    // There is a buffer only while the file is open.
+    return static_cast<std::uint64_t>(buffer_ != nullptr ? bufferStart_ + bufferAt_
+                                                         : StreamPosition());
+}
+
+std::int64_t CFile::StreamPosition() const
 {
     const long position = std::ftell(RequireOpen());
     if (position < 0)
     {
         ThrowSystemError();
     }
-    return static_cast<std::uint64_t>(position);
+    return position;
+}
+
+void CFile::EmptyBuffer(std::int64_t start)
+{
+    bufferStart_ = start;
+    bufferCount_ = bufferAt_ = 0;
 }
 
 std::uint64_t CFile::GetLength() const
@@ -299,6 +364,7 @@ void CFile::Close()
     const int osError = errno;
     file_ = nullptr;
     buffer_.reset();
+    EmptyBuffer(0);
     const CString path = path_;
     path_.Empty();
     if (result != 0)
@@ -314,6 +380,7 @@ void CFile::Abort()
         std::fclose(file_);
         file_ = nullptr;
         buffer_.reset();
+        EmptyBuffer(0);
         path_.Empty();
     }
 }

@@ -122,8 +122,18 @@ private:
     std::FILE* Require(Operation operation);
     std::FILE* RequireOpen() const;
     [[noreturn]] void ThrowSystemError() const;
+    std::size_t ReadStream(std::FILE* file, void* buffer, std::size_t count) const;
+    UINT ReadBuffered(std::FILE* file, char* buffer, UINT count);
+    std::int64_t StreamPosition() const;
+    void EmptyBuffer(std::int64_t start);
 
-    std::unique_ptr<char[]> buffer_;  // of the stream, which ends first
+    // Of a file that is open for reading alone: what was read ahead, from bufferStart_ in the file
+    // on. The stream stands behind it.
+    std::unique_ptr<char[]> buffer_;
+    std::int64_t bufferStart_ = 0;
+    UINT bufferCount_ = 0;
+    UINT bufferAt_ = 0;
+
     std::FILE* file_ = nullptr;
     UINT access_ = modeRead;
     Operation last_ = Operation::none;

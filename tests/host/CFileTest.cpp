@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <limits>
 #include <memory>
@@ -133,6 +134,59 @@ TEST_F(CFileOnDisk, SeeksFromAllThreeOrigins)
     EXPECT_EQ(Cause([&] { file.Seek(-1, CFile::begin); }), CFileException::badSeek);
     EXPECT_EQ(Cause([&] { file.Seek(0, 3); }), CFileException::badSeek);
     EXPECT_EQ(file.Seek(100, CFile::begin), 100);
+}
+
+// Reading ahead must not show: short and long pieces, and seeks within what was read ahead, before
+// it and behind it.
+TEST_F(CFileOnDisk, AFileForReadingIsWhereItsReadsAndSeeksLeadIt)
+{
+    std::string content(300000, '\0');
+    for (std::size_t i = 0; i < content.size(); ++i)
+    {
+        content[i] = static_cast<char>(i * 7 + i / 251);
+    }
+    Put("a", content);
+    CFile file(Path("a").c_str(), CFile::modeRead);
+    std::uint64_t expected = 0;
+    std::string piece;
+    const auto read = [&](std::size_t count) {
+        piece.assign(count, '\0');
+        const std::size_t there =
+            expected < content.size() ? std::min(count, content.size() - expected) : 0;
+        ASSERT_EQ(file.Read(piece.data(), static_cast<UINT>(count)), there);
+        ASSERT_EQ(piece.substr(0, there),
+                  content.substr(std::min(expected, content.size()), there));
+        expected += there;
+        ASSERT_EQ(file.GetPosition(), expected);
+    };
+    const auto seek = [&](std::int64_t offset, UINT from, std::uint64_t to) {
+        ASSERT_EQ(file.Seek(offset, from), static_cast<std::int64_t>(to));
+        ASSERT_EQ(file.GetPosition(), to);
+        expected = to;
+    };
+    read(1);
+    read(6);
+    seek(-3, CFile::current, 4);
+    read(65531);  // to just before the end of the first 64 KiB and over it
+    read(10);
+    seek(100, CFile::begin, 100);
+    read(200000);
+    read(5);
+    EXPECT_EQ(file.GetLength(), content.size());
+    read(5);
+    seek(-10, CFile::end, 299990);
+    read(20);
+    read(1);
+    seek(65536, CFile::begin, 65536);
+    read(2);
+    seek(400000, CFile::current, 465538);
+    read(2);
+    EXPECT_EQ(Cause([&] { file.Seek(-1, CFile::begin); }), CFileException::badSeek);
+    EXPECT_EQ(Cause([&] { file.Seek(std::numeric_limits<long>::max(), CFile::current); }),
+              CFileException::badSeek);
+    EXPECT_EQ(file.GetPosition(), 465538u);
+    seek(0, CFile::begin, 0);
+    read(300001);
 }
 
 TEST_F(CFileOnDisk, SetLengthCutsAndFillsAndGoesToTheEnd)
