@@ -2,20 +2,38 @@
 #include "platform/posix/Handles.h"
 
 #include <cstdint>
+#include <deque>
+#include <limits>
 #include <mutex>
-#include <unordered_map>
 
 namespace posix
 {
 namespace
 {
 
+// A place in the table. A handle tells the place and how often it had been emptied: one that was
+// removed never names what comes after it.
+struct Slot
+{
+    std::shared_ptr<HandleObject> object;
+    MakeHandleObject make = nullptr;  // makes the object when it is asked for first
+    std::uint32_t generation = 0;
+    std::uint32_t nextFree = 0;  // a place plus one
+
+    bool IsEmpty() const { return object == nullptr && make == nullptr; }
+};
+
 struct Table
 {
     std::mutex mutex;
-    std::unordered_map<std::uintptr_t, std::shared_ptr<HandleObject>> objects;
-    std::uintptr_t next = 4;  // handles are multiples of four, as elsewhere
+    std::deque<Slot> slots;
+    std::uint32_t firstFree = 0;  // a place plus one
 };
+
+// Handles are multiples of four, as elsewhere, and never null.
+constexpr int placeShift = 2;
+constexpr int generationShift = 34;
+constexpr std::uint32_t lastGeneration = (1u << 30) - 1;
 
 // Never destroyed: objects with static storage close their handles while the process ends.
 Table& TheTable()
@@ -24,37 +42,86 @@ Table& TheTable()
     return *table;
 }
 
+// Null for a handle that names nothing. Called with the table locked.
+Slot* FindSlot(Table& table, const void* handle)
+{
+    const std::uint64_t value = reinterpret_cast<std::uintptr_t>(handle);
+    const std::uint64_t place = value >> placeShift & std::numeric_limits<std::uint32_t>::max();
+    if (value % (1u << placeShift) != 0 || place == 0 || place > table.slots.size())
+    {
+        return nullptr;
+    }
+    Slot& slot = table.slots[place - 1];
+    return slot.generation == value >> generationShift && !slot.IsEmpty() ? &slot : nullptr;
+}
+
+std::shared_ptr<HandleObject> Made(Slot& slot)
+{
+    if (slot.object == nullptr)
+    {
+        slot.object = slot.make();
+    }
+    return slot.object;
+}
+
+void* Enter(std::shared_ptr<HandleObject> object, MakeHandleObject make)
+{
+    Table& table = TheTable();
+    const std::lock_guard lock(table.mutex);
+    if (table.firstFree == 0)
+    {
+        table.slots.emplace_back();
+        table.firstFree = static_cast<std::uint32_t>(table.slots.size());
+    }
+    const std::uint64_t place = table.firstFree;
+    Slot& slot = table.slots[place - 1];
+    table.firstFree = slot.nextFree;
+    slot.object = std::move(object);
+    slot.make = make;
+    const std::uint64_t handle =
+        std::uint64_t{slot.generation} << generationShift | place << placeShift;
+    return reinterpret_cast<void*>(handle);  // NOLINT(performance-no-int-to-ptr): never followed
+}
+
 }  // namespace
 
 void* AddHandle(std::shared_ptr<HandleObject> object)
 {
-    Table& table = TheTable();
-    const std::lock_guard lock(table.mutex);
-    const std::uintptr_t handle = table.next;
-    table.next += 4;
-    table.objects.emplace(handle, std::move(object));
-    return reinterpret_cast<void*>(handle);  // NOLINT(performance-no-int-to-ptr): never followed
+    return Enter(std::move(object), nullptr);
+}
+
+void* AddHandle(MakeHandleObject make)
+{
+    return Enter(nullptr, make);
 }
 
 std::shared_ptr<HandleObject> FindHandle(const void* handle)
 {
     Table& table = TheTable();
     const std::lock_guard lock(table.mutex);
-    const auto found = table.objects.find(reinterpret_cast<std::uintptr_t>(handle));
-    return found == table.objects.end() ? nullptr : found->second;
+    Slot* const slot = FindSlot(table, handle);
+    return slot == nullptr ? nullptr : Made(*slot);
 }
 
 std::shared_ptr<HandleObject> RemoveHandle(const void* handle)
 {
     Table& table = TheTable();
     const std::lock_guard lock(table.mutex);
-    const auto found = table.objects.find(reinterpret_cast<std::uintptr_t>(handle));
-    if (found == table.objects.end())
+    Slot* const slot = FindSlot(table, handle);
+    if (slot == nullptr)
     {
         return nullptr;
     }
-    std::shared_ptr<HandleObject> object = std::move(found->second);
-    table.objects.erase(found);
+    std::shared_ptr<HandleObject> object = Made(*slot);
+    slot->object.reset();
+    slot->make = nullptr;
+    if (slot->generation < lastGeneration)  // else the place is used up
+    {
+        ++slot->generation;
+        const std::uint64_t value = reinterpret_cast<std::uintptr_t>(handle);
+        slot->nextFree = table.firstFree;
+        table.firstFree = static_cast<std::uint32_t>(value >> placeShift);
+    }
     return object;
 }
 

@@ -25,6 +25,11 @@ struct KernelObject : HandleObject
 /// Enters an object and returns its new handle, never null.
 void* AddHandle(std::shared_ptr<HandleObject> object);
 
+using MakeHandleObject = std::shared_ptr<HandleObject> (*)();
+/// The same for an object that is made when its handle is used first: every node has a mutex, and
+/// few are ever waited for.
+void* AddHandle(MakeHandleObject make);
+
 /// The object that a handle names, null when it names none.
 std::shared_ptr<HandleObject> FindHandle(const void* handle);
 

@@ -152,12 +152,14 @@ HANDLE CreateMutexA(SECURITY_ATTRIBUTES*, BOOL initiallyOwned, LPCSTR name)
         SetLastError(ERROR_INVALID_PARAMETER);
         return nullptr;
     }
-    const auto mutex = std::make_shared<Mutex>();
     if (initiallyOwned)
     {
+        const auto mutex = std::make_shared<Mutex>();
         mutex->Own();
+        return posix::AddHandle(mutex);
     }
-    return posix::AddHandle(mutex);
+    return posix::AddHandle(
+        +[]() -> std::shared_ptr<posix::HandleObject> { return std::make_shared<Mutex>(); });
 }
 
 BOOL ReleaseMutex(HANDLE handle)

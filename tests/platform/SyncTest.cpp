@@ -99,6 +99,35 @@ TEST(Sync, AWaiterWakesWhenTheOwnersThreadEnds)
     }
 }
 
+TEST(Sync, AClosedHandleNeverNamesWhatIsMadeAfterIt)
+{
+    const HANDLE closed = CreateMutexA(nullptr, FALSE, nullptr);
+    EXPECT_TRUE(CloseHandle(closed));
+    for (int i = 0; i < 3; ++i)
+    {
+        const HANDLE made = CreateMutexA(nullptr, FALSE, nullptr);
+        EXPECT_NE(made, closed);
+        EXPECT_EQ(WaitForSingleObject(closed, 0), WAIT_FAILED);
+        EXPECT_FALSE(CloseHandle(closed));
+        EXPECT_EQ(WaitForSingleObject(made, 0), WAIT_OBJECT_0);
+        EXPECT_TRUE(CloseHandle(made));
+    }
+}
+
+TEST(Sync, ValuesThatAreNoHandlesAreRefused)
+{
+    const HANDLE mutex = CreateMutexA(nullptr, FALSE, nullptr);
+    const auto value = reinterpret_cast<std::uintptr_t>(mutex);
+    for (const std::uintptr_t other : {std::uintptr_t{0}, value + 1, value + 2, value + (1u << 30),
+                                       value | std::uintptr_t{1} << 40, ~std::uintptr_t{0}})
+    {
+        const HANDLE handle = reinterpret_cast<HANDLE>(other);
+        EXPECT_EQ(WaitForSingleObject(handle, 0), WAIT_FAILED) << other;
+        EXPECT_FALSE(CloseHandle(handle)) << other;
+    }
+    EXPECT_TRUE(CloseHandle(mutex));
+}
+
 TEST(Sync, AnOwnedMutexCanBeClosed)
 {
     const HANDLE mutex = CreateMutexA(nullptr, TRUE, nullptr);
