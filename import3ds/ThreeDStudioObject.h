@@ -115,6 +115,7 @@ private:
     class Import_;
 
     UINT ReadBytes_(void* bytes, UINT count);
+    void SkipBytes_(int count);
     bool HasReached_(DWORD position) const;
     DWORD BytesLeft_() const;
     bool ReadBlock_(DWORD count);

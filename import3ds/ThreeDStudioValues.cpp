@@ -27,6 +27,17 @@ catch (const CFileException&)
     return 0;
 }
 
+// Moves the file's position, back for a negative count.
+void ThreeDStudioObject::SkipBytes_(int count)
+try
+{
+    file.Seek(count, CFile::current);
+}
+catch (const CFileException&)
+{
+    // What follows cannot be read either.
+}
+
 // Whether the file's position is at or behind another one. It may lie behind the file's end.
 bool ThreeDStudioObject::HasReached_(DWORD position) const
 try
@@ -69,12 +80,13 @@ bool ThreeDStudioObject::ReadBlock_(DWORD count)
 // Reads a word, and as many elements into block_. False as above.
 bool ThreeDStudioObject::ReadList_(int* count, DWORD bytesPerElement)
 {
-    if (BytesLeft_() < sizeof(WORD))
+    WORD number = 0;
+    if (BytesLeft_() < sizeof number || ReadBytes_(&number, sizeof number) != sizeof number)
     {
         return false;
     }
-    *count = ReadWORD();
-    return ReadBlock_(static_cast<DWORD>(*count) * bytesPerElement);
+    *count = number;
+    return ReadBlock_(number * bytesPerElement);
 }
 
 template <typename Number>
@@ -132,12 +144,13 @@ int ThreeDStudioObject::ReadString(CString* text)
     constexpr DWORD longest = 80;
     const DWORD available = std::min(longest, BytesLeft_());
     char characters[longest];
-    DWORD length = 0;
-    bool terminated = false;
-    while (!terminated && length < available && ReadBytes_(characters + length, 1) == 1)
+    const UINT count = ReadBytes_(characters, available);
+    const UINT length =
+        static_cast<UINT>(std::find(characters, characters + count, '\0') - characters);
+    const bool terminated = length < count;
+    if (terminated)
     {
-        terminated = characters[length] == '\0';
-        length += terminated ? 0 : 1;
+        SkipBytes_(static_cast<int>(length + 1) - static_cast<int>(count));
     }
     *text = CString(characters, static_cast<int>(length));
     return terminated || length == longest ? 1 : 0;

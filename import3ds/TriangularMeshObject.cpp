@@ -17,6 +17,9 @@ IMPLEMENT_SERIAL(TriangularMeshObject, DrawingObject, VERSIONABLE_SCHEMA | 2)
 namespace
 {
 
+// What is past the end of an array.
+const Vector noVector;
+
 const char dumpFolder[] = "d:\\Verts\\";
 
 void WriteVector(std::ostream& out, const char* prefix, const Vector& vector)
@@ -63,15 +66,16 @@ int TriangularMeshObject::CalculateFaceNormals()
     {
         return 0;
     }
-    for (int i = 0; i < faces.GetSize(); ++i)
+    const TriangularFace* const face = faces.GetElement(0);
+    const Vector* const vertex = vertices.GetSize() != 0 ? vertices.GetElement(0) : &noVector;
+    Vector* const normal = faceNormals.GetElement(0);
+    for (int i = 0, count = faces.GetSize(); i < count; ++i)
     {
-        const TriangularFace& face = *faces.GetElement(i);
-        const Vector& a = At_(vertices, CornerIndex_(face.a));
-        const Vector& b = At_(vertices, CornerIndex_(face.b));
-        const Vector& c = At_(vertices, CornerIndex_(face.c));
-        Vector& normal = *faceNormals.GetElement(i);
-        normal = (a - b) * (c - b);
-        normal.Normalize();
+        const Vector& a = vertex[CornerIndex_(face[i].a)];
+        const Vector& b = vertex[CornerIndex_(face[i].b)];
+        const Vector& c = vertex[CornerIndex_(face[i].c)];
+        normal[i] = (a - b) * (c - b);
+        normal[i].Normalize();
     }
     SetFaceNormalsCalculated();
     return 1;
@@ -92,23 +96,26 @@ int TriangularMeshObject::CalculateVertexNormals()
     vertexNormals.SetSize(vertexCount);
     std::vector<int> facesAt(static_cast<std::size_t>(vertexCount));
     const int counted = vertexCount == 0 ? 0 : std::min(faces.GetSize(), faceNormals.GetSize());
+    Vector* const normal = vertexCount != 0 ? vertexNormals.GetElement(0) : nullptr;
     for (int i = 0; i < counted; ++i)
     {
         const TriangularFace& face = *faces.GetElement(i);
-        for (const WORD corner : {face.a, face.b, face.c})
-        {
+        const Vector& faceNormal = *faceNormals.GetElement(i);
+        const auto touch = [&](WORD corner) {
             const int vertex = CornerIndex_(corner);
-            *vertexNormals.GetElement(vertex) += *faceNormals.GetElement(i);
+            normal[vertex] += faceNormal;
             ++facesAt[vertex];
-        }
+        };
+        touch(face.a);
+        touch(face.b);
+        touch(face.c);
     }
     for (int vertex = 0; vertex < vertexCount; ++vertex)
     {
         if (facesAt[vertex] != 0)
         {
-            Vector& normal = *vertexNormals.GetElement(vertex);
-            normal /= static_cast<float>(facesAt[vertex]);
-            normal.Normalize();
+            normal[vertex] /= static_cast<float>(facesAt[vertex]);
+            normal[vertex].Normalize();
         }
     }
     SetVertexNormalsCalculated();
@@ -153,8 +160,7 @@ void TriangularMeshObject::SetSurfaceColor(const NamedColor& color, int faceInde
 
 const Vector& TriangularMeshObject::At_(const VectorArray& vectors, int index)
 {
-    static const Vector zero;
-    return index < vectors.GetSize() ? *vectors.GetElement(index) : zero;
+    return index < vectors.GetSize() ? *vectors.GetElement(index) : noVector;
 }
 
 bool TriangularMeshObject::HasMaterials_() const
