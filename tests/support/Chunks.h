@@ -6,7 +6,7 @@
 
 #include "import3ds/ThreeDStudioObject.h"
 #include "import3ds/TriangularMeshObject.h"
-#include "tests/support/RecordBytes.h"
+#include "tests/support/ChunkBytes.h"
 
 #include <gtest/gtest.h>
 
@@ -15,43 +15,6 @@
 #include <fstream>
 #include <initializer_list>
 #include <string>
-
-/// Several chunks, or other bytes, one behind the other.
-inline RecordBytes Joined(std::initializer_list<RecordBytes> parts)
-{
-    RecordBytes bytes;
-    for (const RecordBytes& part : parts)
-    {
-        bytes.Append(part);
-    }
-    return bytes;
-}
-
-/// A header with the right length, and what is in the chunk.
-inline RecordBytes ChunkOf(WORD id, std::initializer_list<RecordBytes> parts = {})
-{
-    const RecordBytes content = Joined(parts);
-    return RecordBytes()
-        .Word(id)
-        .Dword(static_cast<DWORD>(6 + content.Get().size()))
-        .Append(content);
-}
-
-/// A text with its final zero.
-inline RecordBytes ZeroTerminated(const std::string& text)
-{
-    return RecordBytes().Raw(text.c_str(), text.size() + 1);
-}
-
-inline RecordBytes Words(std::initializer_list<WORD> words)
-{
-    RecordBytes bytes;
-    for (const WORD word : words)
-    {
-        bytes.Word(word);
-    }
-    return bytes;
-}
 
 /// Given x, y, z of each vertex.
 inline RecordBytes VertexChunk(std::initializer_list<float> coordinates)

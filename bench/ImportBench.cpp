@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+// Importing large 3D Studio files, each time in a fresh process, against other readers where they
+// are installed and against reading the bytes alone.
+
+#include "bench/Summary.h"
+#include "tests/support/MeshFile.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr int turns = 7;
+
+/// A file on disk while it lives.
+class GeneratedFile
+{
+public:
+    explicit GeneratedFile(const Bytes& bytes)
+        : path_((fs::temp_directory_path() / "orvane-bench.3ds").string()), size_(bytes.size())
+    {
+        std::ofstream out(path_, std::ios::binary);
+        out.write(reinterpret_cast<const char*>(bytes.data()),
+                  static_cast<std::streamsize>(bytes.size()));
+    }
+    ~GeneratedFile()
+    {
+        std::error_code ignored;
+        fs::remove(path_, ignored);
+    }
+    GeneratedFile(const GeneratedFile&) = delete;
+    GeneratedFile& operator=(const GeneratedFile&) = delete;
+
+    const std::string& Path() const { return path_; }
+    double MiB() const { return static_cast<double>(size_) / 1048576.0; }
+
+private:
+    std::string path_;
+    std::size_t size_;
+};
+
+struct Import
+{
+    double milliseconds = 0.0;
+    double peak = 0.0;  ///< MiB, as the others
+    double arrays = 0.0;
+    double nodes = 0.0;
+};
+
+/// False when the program has no such reader.
+bool RunOnce(const std::string& reader, const GeneratedFile& file, Import* import)
+{
+    const std::string command = std::string(ORVANE_IMPORT " ") + reader + " " + file.Path();
+    std::FILE* const pipe = popen(command.c_str(), "r");
+    const int values = pipe == nullptr
+                           ? 0
+                           : std::fscanf(pipe, "%lf %lf %lf %lf", &import->milliseconds,
+                                         &import->peak, &import->arrays, &import->nodes);
+    if (pipe != nullptr)
+    {
+        pclose(pipe);
+    }
+    for (double* const size : {&import->peak, &import->arrays, &import->nodes})
+    {
+        *size /= 1024.0;
+    }
+    return values == 4;
+}
+
+/// The medians of each reader, in turns, so that all see the same machine.
+std::map<std::string, Import> Measure(const GeneratedFile& file,
+                                      const std::vector<std::string>& readers)
+{
+    std::map<std::string, std::vector<double>> times;
+    std::map<std::string, Import> imports;
+    for (int turn = 0; turn < turns; ++turn)
+    {
+        for (const std::string& reader : readers)
+        {
+            Import import;
+            if (RunOnce(reader, file, &import))
+            {
+                times[reader].push_back(import.milliseconds);
+                imports[reader] = import;
+            }
+        }
+    }
+    for (auto& [reader, import] : imports)
+    {
+        import.milliseconds = Median(times[reader]);
+    }
+    return imports;
+}
+
+template <typename... Values>
+void Add(const std::string& what, const char* format, Values... values)
+{
+    char figure[200];
+    std::snprintf(figure, sizeof figure, format, values...);
+    AddSummary(what, figure);
+}
+
+void Compare(const std::string& what, const Bytes& bytes)
+{
+    const GeneratedFile file(bytes);
+    std::map<std::string, Import> imports = Measure(file, {"orvane", "assimp", "lib3ds", "bytes"});
+    const Import& ours = imports["orvane"];
+    Add("import " + what, "%.1f ms, peak %.1f MiB: arrays %.1f, nodes %.1f", ours.milliseconds,
+        ours.peak, ours.arrays, ours.nodes);
+    for (const char* const other : {"assimp", "lib3ds"})
+    {
+        const auto found = imports.find(other);
+        if (found == imports.end())
+        {
+            Add(std::string("  against ") + other, "not installed");
+            continue;
+        }
+        const Import& theirs = found->second;
+        Add(std::string("  against ") + other, "%.2f x its %.1f ms, %.2f x its peak of %.1f MiB",
+            ours.milliseconds / theirs.milliseconds, theirs.milliseconds, ours.peak / theirs.peak,
+            theirs.peak);
+    }
+    const double alone = imports["bytes"].milliseconds;
+    Add("  against reading the bytes", "%.1f x the %.1f ms of %.1f MiB", ours.milliseconds / alone,
+        alone, file.MiB());
+}
+
+double Milliseconds(const Bytes& bytes)
+{
+    const GeneratedFile file(bytes);
+    return Measure(file, {"orvane"})["orvane"].milliseconds;
+}
+
+/// How many times as long four times as much takes.
+void MeasureGrowth()
+{
+    Add("import, 4 x as many meshes", "%.1f x as long (20,000 against 5,000 boxes)",
+        Milliseconds(MeshFile(20000, Box(), 1)) / Milliseconds(MeshFile(5000, Box(), 1)));
+    Add("import, 4 x as many vertices", "%.1f x as long (64 meshes of 65,280 against 16,320)",
+        Milliseconds(MeshFile(64, Grid(255, 256), 8)) /
+            Milliseconds(MeshFile(64, Grid(255, 64), 8)));
+}
+
+void MeasureImports()
+{
+    Compare("16 meshes of 65,535 vertices", MeshFile(16, Grid(255, 257), 8));
+    Compare("20,000 boxes", MeshFile(20000, Box(), 1));
+    MeasureGrowth();
+}
+const SummaryPart part(MeasureImports);
+
+}  // namespace

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+// orvane_import READER FILE: imports a 3D Studio file once and prints the milliseconds, by how many
+// KiB the process grew at most, and how many KiB are held at the end: by the arrays, and by the
+// nodes. READER is orvane, assimp, lib3ds, or bytes, which reads the file and does nothing with it.
+// Status 3 for a reader that this program was built without.
+
+#include "bench/Summary.h"
+#include "import3ds/ThreeDStudioObject.h"
+#include "import3ds/TriangularMeshObject.h"
+
+#ifdef ORVANE_HAS_ASSIMP
+#include <assimp/cimport.h>
+#include <assimp/scene.h>
+#endif
+#ifdef ORVANE_HAS_LIB3DS
+extern "C"
+{
+#include <lib3ds/file.h>
+#include <lib3ds/mesh.h>
+}
+#endif
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+namespace
+{
+
+/// A line of the process's own account of its memory, in KiB; 0 where the system keeps none.
+long MemoryKiB(const std::string& line)
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;)
+    {
+        if (word == line)
+        {
+            long value = 0;
+            status >> value;
+            return value;
+        }
+    }
+    return 0;
+}
+
+void Require(bool isRead)
+{
+    if (!isRead)
+    {
+        std::fprintf(stderr, "orvane_import: the file could not be read\n");
+        std::exit(1);
+    }
+}
+
+template <typename Array>
+std::size_t BytesOf(const Array* array)
+{
+    return static_cast<std::size_t>(array->GetSize()) * sizeof(*array->GetElement(0));
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 3)
+    {
+        std::fprintf(stderr, "usage: orvane_import READER FILE\n");
+        return 2;
+    }
+    const std::string reader = argv[1];
+    const char* const path = argv[2];
+    ThreeDStudioObject node;
+    std::vector<char> bytes;
+    const long before = MemoryKiB("VmRSS:");
+    double seconds = 0.0;
+    if (reader == "orvane")
+    {
+        seconds = Seconds([&] { Require(node.CreateFromFile(path) != 0); });
+    }
+    else if (reader == "bytes")
+    {
+        seconds = Seconds([&] {
+            std::FILE* const file = std::fopen(path, "rb");
+            Require(file != nullptr);
+            bytes.resize(65536);
+            while (std::fread(bytes.data(), 1, bytes.size(), file) == bytes.size())
+            {}
+            std::fclose(file);
+        });
+    }
+#ifdef ORVANE_HAS_ASSIMP
+    else if (reader == "assimp")
+    {
+        seconds = Seconds([&] { Require(aiImportFile(path, 0) != nullptr); });
+    }
+#endif
+#ifdef ORVANE_HAS_LIB3DS
+    else if (reader == "lib3ds")
+    {
+        seconds = Seconds([&] {
+            Lib3dsFile* const file = lib3ds_file_load(path);
+            Require(file != nullptr);
+            for (Lib3dsMesh* mesh = file->meshes; mesh != nullptr; mesh = mesh->next)
+            {
+                // One for each corner; kept, as a program that draws would.
+                auto* const normals =
+                    static_cast<Lib3dsVector*>(std::malloc(3 * mesh->faces * sizeof(Lib3dsVector)));
+                lib3ds_mesh_calculate_normals(mesh, normals);
+            }
+        });
+    }
+#endif
+    else
+    {
+        return 3;
+    }
+    const long peak = MemoryKiB("VmHWM:") - before;
+    std::size_t arrays = 0;
+    std::size_t nodes = 0;
+    const DrawingObjectList& meshes = *node.GetChildren();
+    for (POSITION position = meshes.GetHeadPosition(); position != nullptr;)
+    {
+        const auto& mesh = dynamic_cast<const TriangularMeshObject&>(*meshes.GetNext(position));
+        arrays += BytesOf(mesh.GetVerticies()) + BytesOf(mesh.GetFaces()) +
+                  BytesOf(mesh.GetVertexNormals()) + BytesOf(mesh.GetFaceNormals());
+        nodes += sizeof(TriangularMeshObject);
+    }
+    std::printf("%.3f %ld %zu %zu\n", 1000.0 * seconds, peak, arrays / 1024, nodes / 1024);
+    return 0;
+}
