@@ -148,28 +148,67 @@ int ThreeDStudioObject::ForEachChunk_(const Chunk3DS& parent, HandleChunk handle
         Chunk3DS chunk(&file);
         if (!chunk.Initialize())
         {
+            SkipRest_(parent, chunk.start, Skip::noHeader);
             return 0;
         }
-        if (chunk.end <= parent.end)
+        if (chunk.end > parent.end)
         {
-            const ChunkLimit_ limit(*this, chunk);
-            if (!handleChunk(&chunk))
-            {
-                return 0;
-            }
+            Skip_(parent.id, chunk, Skip::pastParent);
+        }
+        else if (!HandleChunk_(chunk, handleChunk))
+        {
+            SkipRest_(parent, chunk.end, Skip::afterFailure);
+            return 0;
         }
         chunk.Finalize();
     }
     return 1;
 }
 
+template <typename HandleChunk>
+bool ThreeDStudioObject::HandleChunk_(Chunk3DS& chunk, HandleChunk handleChunk)
+{
+    const WORD parent = innermostId_;
+    const int skippedBefore = skippedParts_;
+    const ChunkLimit_ limit(*this, chunk);
+    if (handleChunk(&chunk))
+    {
+        return true;
+    }
+    if (skippedParts_ == skippedBefore)  // nothing in it has been named as the reason
+    {
+        Skip_(parent, chunk, Skip::incomplete);
+    }
+    return false;
+}
+
+// Always 1, for the chunks' handlers.
+int ThreeDStudioObject::Skip_(WORD parent, const Chunk3DS& chunk, Skip why)
+{
+    ++skippedParts_;
+    OnSkipped_({parent, chunk.id, chunk.start, chunk.length, why});
+    return 1;
+}
+
+void ThreeDStudioObject::SkipRest_(const Chunk3DS& parent, DWORD from, Skip why)
+{
+    if (from < parent.end)
+    {
+        ++skippedParts_;
+        OnSkipped_({parent.id, 0, from, parent.end - from, why});
+    }
+}
+
+void ThreeDStudioObject::OnSkipped_(const SkippedPart&) {}
+
 int ThreeDStudioObject::Parse3DS(Chunk3DS* chunk)
 {
-    ForEachChunk_(*chunk, [this](Chunk3DS* part) {
-        if (part->id == editorData)
+    ForEachChunk_(*chunk, [this, chunk](Chunk3DS* part) {
+        if (part->id != editorData)
         {
-            ParseMaterialData(part);
+            return Skip_(chunk->id, *part, Skip::notUsed);
         }
+        ParseMaterialData(part);
         return 1;
     });
     return 1;
@@ -178,7 +217,7 @@ int ThreeDStudioObject::Parse3DS(Chunk3DS* chunk)
 int ThreeDStudioObject::ParseMaterialData(Chunk3DS* chunk)
 {
     materials.Add(UndefinedMaterial());
-    return ForEachChunk_(*chunk, [this](Chunk3DS* part) {
+    return ForEachChunk_(*chunk, [this, chunk](Chunk3DS* part) {
         switch (part->id)
         {
             case namedObject:
@@ -186,7 +225,7 @@ int ThreeDStudioObject::ParseMaterialData(Chunk3DS* chunk)
             case materialEntry:
                 return ParseMaterialEntry(part);
             default:
-                return 1;
+                return Skip_(chunk->id, *part, Skip::notUsed);
         }
     });
 }
@@ -226,8 +265,10 @@ int ThreeDStudioObject::ParseMaterialEntry(Chunk3DS* chunk)
                 selfIlluminated = true;
                 break;
             default:
-                break;
+                return Skip_(chunk->id, *part, Skip::notUsed);
         }
+        // Such as the same colour once more, for another kind of display.
+        SkipRest_(*part, part->end - BytesLeft_(), Skip::notUsed);
         return 1;
     });
     if (!complete)
@@ -249,6 +290,7 @@ int ThreeDStudioObject::ParseNamedObject(Chunk3DS* chunk)
     ReadString(&name);
     if (name == ignoredObject)
     {
+        Skip_(editorData, *chunk, Skip::landscape);
         return 0;
     }
     std::unique_ptr<TriangularMeshObject> mesh;
@@ -261,12 +303,14 @@ int ThreeDStudioObject::ParseNamedObject(Chunk3DS* chunk)
         if (part->id == objectHidden && mesh != nullptr)
         {
             mesh->SetHidden();
+            return 1;
         }
         if (part->id == objectShadow && mesh != nullptr)
         {
             mesh->SetShadow();
+            return 1;
         }
-        return 1;
+        return Skip_(chunk->id, *part, Skip::notUsed);
     });
     // A mesh that was read whole stays, also when the file ends behind it.
     if (mesh != nullptr)
@@ -303,10 +347,12 @@ TriangularMeshObject* ThreeDStudioObject::ParseTriangularMeshObject(Chunk3DS* ch
             case faceList:
                 return ParseFaceArray(part, mesh.get());
             case localAxes:
-                return ParseMeshMatrix(mesh.get());
+                ParseMeshMatrix(mesh.get());
+                break;
             default:
-                return 1;
+                break;
         }
+        return Skip_(chunk->id, *part, Skip::notUsed);
     });
     return complete ? mesh.release() : nullptr;
 }
@@ -353,7 +399,8 @@ int ThreeDStudioObject::ParseFaceArray(Chunk3DS* chunk, TriangularMeshObject* me
         face.material = 0;
     }
     return ForEachChunk_(*chunk, [&](Chunk3DS* part) {
-        return part->id == faceMaterials ? ParseMeshMaterialGroup(mesh) : 1;
+        return part->id == faceMaterials ? ParseMeshMaterialGroup(mesh)
+                                         : Skip_(chunk->id, *part, Skip::notUsed);
     });
 }
 

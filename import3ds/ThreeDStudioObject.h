@@ -89,10 +89,35 @@ public:
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
 
+    /// Why a part of a file is passed over.
+    enum class Skip
+    {
+        notUsed,      ///< nothing here reads such a chunk where it is
+        pastParent,   ///< it ends behind the chunk that it is in
+        incomplete,   ///< it is shorter than what must be in it
+        noHeader,     ///< no header that can be read begins there
+        landscape,    ///< the object "Landscape"
+        afterFailure  ///< it comes behind one of the four before
+    };
+    /// A chunk that is passed over, with its header, or the bytes from there to its parent's end.
+    struct SkippedPart
+    {
+        WORD parent;  ///< the chunk that it is in
+        WORD id;      ///< 0 for no chunk
+        DWORD start;  ///< position in the file
+        DWORD length;
+        Skip why;
+    };
+
     CFile file;  ///< open while it is being read
     /// The first one, once a file has been read, is "Undefined", for faces without a material.
     NamedColorArray materials;
     DWORD reservedWord = 0;  ///< kept for the record's sake
+
+protected:
+    /// Told of each part that is passed over, in the order of the file; for a host that wants to
+    /// know.
+    virtual void OnSkipped_(const SkippedPart& part);
 
 private:
     /// While it lives, reading ends at a chunk's end.
@@ -100,17 +125,23 @@ private:
     {
     public:
         ChunkLimit_(ThreeDStudioObject& object, const Chunk3DS& chunk)
-            : limit_(object.limit_), previous_(object.limit_)
+            : object_(object), previousLimit_(object.limit_), previousId_(object.innermostId_)
         {
-            limit_ = chunk.end;
+            object.limit_ = chunk.end;
+            object.innermostId_ = chunk.id;
         }
-        ~ChunkLimit_() { limit_ = previous_; }
+        ~ChunkLimit_()
+        {
+            object_.limit_ = previousLimit_;
+            object_.innermostId_ = previousId_;
+        }
         ChunkLimit_(const ChunkLimit_&) = delete;
         ChunkLimit_& operator=(const ChunkLimit_&) = delete;
 
     private:
-        DWORD& limit_;
-        DWORD previous_;
+        ThreeDStudioObject& object_;
+        DWORD previousLimit_;
+        WORD previousId_;
     };
     class Import_;
 
@@ -124,17 +155,23 @@ private:
     Number ReadNumber_();
     template <typename HandleChunk>
     int ForEachChunk_(const Chunk3DS& parent, HandleChunk handleChunk);
+    template <typename HandleChunk>
+    bool HandleChunk_(Chunk3DS& chunk, HandleChunk handleChunk);
+    int Skip_(WORD parent, const Chunk3DS& chunk, Skip why);
+    void SkipRest_(const Chunk3DS& parent, DWORD from, Skip why);
     bool EnterChunk_(Chunk3DS* chunk, WORD id, WORD otherId);
     WORD FindMaterial_(const CString& name);
     void AddMesh_(std::unique_ptr<TriangularMeshObject> mesh);
 
     static constexpr DWORD noLimit_ = 0xFFFFFFFF;
     DWORD limit_ = noLimit_;  // where the chunk that is being read ends
+    WORD innermostId_ = 0;
 
     // While a file is imported: its length, and the index of the first material of each name among
     // the first namedMaterials_.
     std::optional<std::uint64_t> fileLength_;
     std::unordered_map<std::string, WORD> materialByName_;
     int namedMaterials_ = 0;
+    int skippedParts_ = 0;
     std::vector<BYTE> block_;  // the list that is being read
 };

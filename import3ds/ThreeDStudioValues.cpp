@@ -165,6 +165,7 @@ bool ThreeDStudioObject::EnterChunk_(Chunk3DS* chunk, WORD id, WORD otherId)
         {
             return true;
         }
+        Skip_(innermostId_, *chunk, chunk->end <= limit_ ? Skip::notUsed : Skip::pastParent);
         chunk->Finalize();
     }
     return false;
