@@ -119,7 +119,7 @@ TEST(Sync, ValuesThatAreNoHandlesAreRefused)
     const HANDLE mutex = CreateMutexA(nullptr, FALSE, nullptr);
     const auto value = reinterpret_cast<std::uintptr_t>(mutex);
     for (const std::uintptr_t other : {std::uintptr_t{0}, value + 1, value + 2, value + (1u << 30),
-                                       value | std::uintptr_t{1} << 40, ~std::uintptr_t{0}})
+                                       value ^ std::uintptr_t{1} << 40, ~std::uintptr_t{0}})
     {
         const HANDLE handle = reinterpret_cast<HANDLE>(other);
         EXPECT_EQ(WaitForSingleObject(handle, 0), WAIT_FAILED) << other;
