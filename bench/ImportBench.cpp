@@ -153,6 +153,6 @@ void MeasureImports()
     Compare("20,000 boxes", MeshFile(20000, Box(), 1));
     MeasureGrowth();
 }
-const SummaryPart part(MeasureImports);
+const SummaryPart part("import", MeasureImports);
 
 }  // namespace
