@@ -4,6 +4,7 @@
 #include "apps/cli/Commands.h"
 #include "apps/cli/Errors.h"
 #include "apps/cli/FontChoice.h"
+#include "apps/cli/ImportOptions.h"
 #include "apps/cli/OutputFile.h"
 #include "apps/cli/Poster.h"
 #include "apps/cli/PosterTarget.h"
@@ -54,6 +55,7 @@ struct RenderOptions
     std::optional<std::string> edgeColor;
     std::optional<std::string> bevelColor;
     SceneOptions scene;
+    std::unique_ptr<ImportOptions> imports;
     bool outline = false;
     std::optional<std::string> size;
     std::optional<std::string> dotsPerInch;
@@ -66,7 +68,9 @@ struct Request
 {
     PosterSettings settings;
     bool hasSize = false;
+    bool hasText = false;
     TextLook text;
+    std::vector<ImportLook> imports;
     SceneRequest scene;
 };
 
@@ -128,18 +132,20 @@ Request ParseRequest(const RenderOptions& options)
     {
         throw UsageError("render: nothing to write: --output or --save is needed");
     }
-    const bool hasText = !options.texts.empty() || !options.textFile.empty();
-    if (options.sceneFile.empty() != hasText)
+    Request request;
+    request.hasText = !options.texts.empty() || !options.textFile.empty();
+    request.imports = options.imports->Parse();
+    const bool hasContent = request.hasText || !request.imports.empty();
+    if (options.sceneFile.empty() != hasContent)
     {
-        throw UsageError(hasText ? "render: text or --scene, not both"
-                                 : "render: no text given, and no --scene");
+        throw UsageError(hasContent ? "render: text and --import, or --scene, not both"
+                                    : "render: no text given, no --import and no --scene");
     }
     if (!options.save.empty() && !HasEnding(options.save, ".orv"))
     {
         throw UsageError("--save: expected a name that ends in .orv, found \"" + options.save +
                          "\"");
     }
-    Request request;
     PosterSettings& settings = request.settings;
     request.hasSize = options.size.has_value();
     if (options.size)
@@ -154,6 +160,10 @@ Request ParseRequest(const RenderOptions& options)
     }
     request.text = ParseLook(options);
     request.scene = ParseSceneOptions(options.scene);
+    if (request.scene.texture && options.sceneFile.empty() && !request.hasText)
+    {
+        throw UsageError("--texture: there is no text to lay it on");
+    }
     if (options.output)
     {
         settings.output = *options.output;
@@ -162,21 +172,34 @@ Request ParseRequest(const RenderOptions& options)
     return request;
 }
 
-/// A document with the text as its one node.
-SceneDocument BuildScene(const RenderOptions& options, const Request& request)
+std::unique_ptr<DrawingObject> BuildText(const RenderOptions& options, const TextLook& look)
 {
     const CString text = ChooseCodePage(GatherLines(options));  // before the fonts take it over
     LoadFonts();
     OrvFont* const font = ChooseFont(options.font);
     CheckCharacters(*font, text);
+    return MakeTextNode(text, font, look);
+}
 
+/// A document with the text, then the imports.
+SceneDocument BuildScene(const RenderOptions& options, const Request& request)
+{
+    std::unique_ptr<DrawingObject> text =
+        request.hasText ? BuildText(options, request.text) : nullptr;
     SceneDocument document;
     SetFirstLights(*document.scene);
-    DrawingObject& node = AddNode(*document.scene, MakeTextNode(text, font, request.text));
-    if (request.scene.texture)
+    if (text != nullptr)
     {
-        SetTexture(node, *request.scene.texture);
-        document.view->SetShowTextures();
+        DrawingObject& node = AddNode(*document.scene, std::move(text));
+        if (request.scene.texture)
+        {
+            SetTexture(node, *request.scene.texture);
+            document.view->SetShowTextures();
+        }
+    }
+    for (const ImportLook& look : request.imports)
+    {
+        AddImport(*document.scene, look);
     }
     SetBackground(*document.scene, request.scene.background.value_or(DefaultBackground()));
     ChangeLights(*document.scene, request.scene.lights);
@@ -289,7 +312,8 @@ void Render(const RenderOptions& options)
 
 void AddRenderCommand(CLI::App& app)
 {
-    CLI::App& command = *app.add_subcommand("render", "Draw lines of text as solid letters");
+    CLI::App& command =
+        *app.add_subcommand("render", "Draw lines of text as solid letters, and meshes");
     const auto options = std::make_shared<RenderOptions>();
     RenderOptions& o = *options;
     const auto option = [&command](const char* name, auto& value, const char* type,
@@ -362,6 +386,7 @@ void AddRenderCommand(CLI::App& app)
     }
     command.add_flag("--outline", o.outline, "Wires in the face's colour, not solids");
 
+    o.imports = std::make_unique<ImportOptions>(command);
     const SceneOptionGroups groups = AddSceneOptions(command, o.scene);
     ofTexts.insert(ofTexts.end(), groups.texture.begin(), groups.texture.end());
     for (CLI::Option* const ofText : ofTexts)

@@ -62,6 +62,11 @@ inline RecordBytes MaterialChunk(const std::string& name,
     return ChunkOf(0xAFFF, {ChunkOf(0xA000, {ZeroTerminated(name)}), Joined(parts)});
 }
 
+inline RecordBytes DiffuseColor(BYTE red, BYTE green, BYTE blue)
+{
+    return ChunkOf(0xA020, {ChunkOf(0x0011, {RecordBytes().Byte(red).Byte(green).Byte(blue)})});
+}
+
 inline RecordBytes FileOf(std::initializer_list<RecordBytes> editorParts)
 {
     return ChunkOf(0x4D4D, {ChunkOf(0x3D3D, editorParts)});
