@@ -122,7 +122,7 @@ void Compare(const std::string& what, const Bytes& bytes)
         const auto found = imports.find(other);
         if (found == imports.end())
         {
-            Add(std::string("  against ") + other, "not installed");
+            AddSummary(std::string("  against ") + other, "not installed");
             continue;
         }
         const Import& theirs = found->second;

@@ -23,7 +23,7 @@ extern "C"
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
+#include <memory>
 
 namespace
 {
@@ -72,6 +72,7 @@ int main(int argc, char** argv)
     const char* const path = argv[2];
     ThreeDStudioObject node;
     std::vector<char> bytes;
+    std::vector<std::unique_ptr<float[]>> normals;
     const long before = MemoryKiB("VmRSS:");
     double seconds = 0.0;
     if (reader == "orvane")
@@ -104,9 +105,9 @@ int main(int argc, char** argv)
             for (Lib3dsMesh* mesh = file->meshes; mesh != nullptr; mesh = mesh->next)
             {
                 // One for each corner; kept, as a program that draws would.
-                auto* const normals =
-                    static_cast<Lib3dsVector*>(std::malloc(3 * mesh->faces * sizeof(Lib3dsVector)));
-                lib3ds_mesh_calculate_normals(mesh, normals);
+                normals.push_back(std::make_unique_for_overwrite<float[]>(9 * mesh->faces));
+                lib3ds_mesh_calculate_normals(
+                    mesh, reinterpret_cast<Lib3dsVector*>(normals.back().get()));
             }
         });
     }
