@@ -105,3 +105,9 @@ ORVANE_API HDC AdoptCurrentContext(int width, int height);
 ORVANE_API void ReleaseAdoptedContext();
 
 #endif
+
+/// Has the current context cut a quadrilateral along the same diagonal whether it lies inside the
+/// picture or partly outside, which the bands of a larger picture need to agree: colours between
+/// its corners depend on it. Of flat shading it changes whose corner's colour counts. Nothing where
+/// OpenGL cannot.
+ORVANE_API void CutQuadsAlike();

@@ -8,6 +8,7 @@
 #include "platform/Errors.h"
 #include "platform/OpenGL.h"
 #include "platform/Process.h"
+#include "platform/Rendering.h"
 #include "platform/Sync.h"
 #include "scene/DrawingParameters.h"
 #include "scene/SceneObject.h"
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <future>
 
 namespace
 {
@@ -93,7 +95,6 @@ void CopyBand(GLMemoryDIB& dib, const Bands& bands, const Strip& strip, int left
         dib.CopyBand(strip.GetDC(), left, 0, 0, 0);
         return;
     }
-    GdiFlush();
     const BYTE* const bits = static_cast<const BYTE*>(dib.GetDIBBits());
     const int bitCount = dib.GetDIBInfo()->bmiHeader.biBitCount;
     const std::size_t bytes = static_cast<std::size_t>(bitCount) / 8;
@@ -243,6 +244,7 @@ void DrawPoster(const ViewObject& original, const PosterSettings& settings, Post
     GLMemoryDIB dib;
     const Bands bands = MakeBands(dib, projection, settings, wire);
     glEnable(GL_NORMALIZE);
+    CutQuadsAlike();  // in all bands
     if (wire > 0)
     {
         glLineWidth(static_cast<GLfloat>(samples * wire));
@@ -253,43 +255,64 @@ void DrawPoster(const ViewObject& original, const PosterSettings& settings, Post
     const int columns = (settings.width + bands.StepX() - 1) / bands.StepX();
     const int rows = (settings.height + bands.StepY() - 1) / bands.StepY();
     target.Open(*dib.GetDIBInfo());
-    for (int row = 0; row < rows; ++row)
-    {
-        const int top = row * bands.StepY();
-        const Strip& strip = target.BeginRows(top, std::min(bands.StepY(), settings.height - top));
-        for (int column = 0; column < columns; ++column)
+
+    // A band is copied while the next one is drawn: once it is in its bits, by a thread without a
+    // context.
+    std::future<void> copied;
+    const auto wait = [&copied] {
+        if (copied.valid())
         {
-            const int left = column * bands.StepX();
-            dib.PrepareNextBand(static_cast<double>((top - bands.margin) * samples) / bands.height,
-                                static_cast<double>((left - bands.margin) * samples) / bands.width,
-                                &parameters);
-            // What a background leaves uncovered shows no older band.
-            glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
-            glClearColor(color.red, color.green, color.blue, 1);
-            glClear(GL_COLOR_BUFFER_BIT);
-            // The fourth byte of 32 bits says opaque, whatever is drawn.
-            glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, settings.bits != 32);
-            const int drawn = view.Draw(&parameters);
-            if (!goOn())
-            {
-                throw Failure("interrupted");
-            }
-            if (!drawn)
-            {
-                throw Failure("OpenGL: the scene could not be drawn whole");
-            }
-            CopyBand(dib, bands, strip, left);
-            if (settings.progress)
-            {
-                settings.progress((row * static_cast<double>(columns) + column + 1) / columns /
-                                  rows);
-            }
+            copied.get();
         }
-        target.EndRows(goOn);
+    };
+    Strip* strip = nullptr;
+    const auto copy = [&](int row, int column) {
+        const int top = row * bands.StepY();
+        if (column == 0)
+        {
+            strip = &target.BeginRows(top, std::min(bands.StepY(), settings.height - top));
+        }
+        CopyBand(dib, bands, *strip, column * bands.StepX());
+        if (column == columns - 1)
+        {
+            target.EndRows(goOn);
+        }
+    };
+    for (int band = 0; band < rows * columns; ++band)
+    {
+        const int row = band / columns;
+        const int column = band % columns;
+        const double first = row * bands.StepY() - bands.margin;  // rows and columns of pixels
+        const double left = column * bands.StepX() - bands.margin;
+        dib.PrepareNextBand(first * samples / bands.height, left * samples / bands.width,
+                            &parameters);
+        // What a background leaves uncovered shows no older band.
+        glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+        glClearColor(color.red, color.green, color.blue, 1);
+        glClear(GL_COLOR_BUFFER_BIT);
+        // The fourth byte of 32 bits says opaque, whatever is drawn.
+        glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, settings.bits != 32);
+        const int drawn = view.Draw(&parameters);
         if (!goOn())
         {
             throw Failure("interrupted");
         }
+        if (!drawn)
+        {
+            throw Failure("OpenGL: the scene could not be drawn whole");
+        }
+        wait();
+        GdiFlush();
+        copied = std::async(std::launch::async, copy, row, column);
+        if (settings.progress)
+        {
+            settings.progress((band + 1.0) / rows / columns);
+        }
+    }
+    wait();
+    if (!goOn())
+    {
+        throw Failure("interrupted");
     }
     target.Finish();
 }

@@ -222,8 +222,8 @@ void TakeSavedView(const SceneDocument& document, const std::string& name)
         return;
     }
     const NamedViewList& views = *view.GetSavedViews();
-    std::string message = document.path + ": no view \"" + name + "\"; the scene has ";
-    message += views.IsEmpty() ? "none" : "";
+    std::string message = document.path + ": no view \"" + name + "\"; the scene has";
+    message += views.IsEmpty() ? " none" : "";
     for (POSITION position = views.GetHeadPosition(); position != nullptr;)
     {
         message += "\n  " + ToUtf8(views.GetNext(position)->GetName());

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/SceneDocument.h"
 
+#include "apps/cli/Arguments.h"
 #include "apps/cli/Errors.h"
 #include "apps/cli/FontChoice.h"
 #include "apps/cli/OutputFile.h"
-#include "apps/cli/TextCodes.h"
 #include "host/CArchive.h"
 #include "host/CFile.h"
+#include "imaging/TextureMapList.h"
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
 #include "scene/SceneObject.h"
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 namespace
 {
@@ -65,30 +67,32 @@ void ReadObjects(CArchive& archive, SceneDocument& document)
     }
 }
 
-/// A texture whose file is gone takes one of the same name in the folder.
-void FindTexture(TextureMap& texture, const std::filesystem::path& folder)
+/// The pictures in a folder, which loaded nodes look through for textures that are gone, as long as
+/// it lives.
+class NearbyTextures
 {
-    const std::string name = texture.filename.Text();
-    std::error_code ignored;
-    if (name.empty() || std::filesystem::exists(name, ignored))
+public:
+    explicit NearbyTextures(const std::filesystem::path& folder)
     {
-        return;
+        std::error_code ignored;
+        for (const auto& entry : std::filesystem::directory_iterator(folder, ignored))
+        {
+            if (HasEnding(entry.path(), ".bmp"))
+            {
+                textures_.push_back(std::make_unique<TextureMap>(entry.path().c_str()));
+                list_.AddTail(textures_.back().get());
+            }
+        }
+        DrawingObject::SetTextureList(&list_);
     }
-    const std::filesystem::path beside = folder / name.substr(name.find_last_of("/\\") + 1);
-    if (std::filesystem::exists(beside, ignored))
-    {
-        texture.SetFilename(beside.c_str());
-    }
-}
+    ~NearbyTextures() { DrawingObject::SetTextureList(nullptr); }
+    NearbyTextures(const NearbyTextures&) = delete;
+    NearbyTextures& operator=(const NearbyTextures&) = delete;
 
-void FindTextures(DrawingObject& node, const std::filesystem::path& folder)
-{
-    FindTexture(*node.GetTexture(), folder);
-    for (int i = 0; i < node.GetChildCount(); ++i)
-    {
-        FindTextures(*node.GetChildByIndex(i), folder);
-    }
-}
+private:
+    std::vector<std::unique_ptr<TextureMap>> textures_;
+    TextureMapList list_;
+};
 
 }  // namespace
 
@@ -116,6 +120,8 @@ SceneDocument SceneDocument::Load(const std::string& path)
     SetProcessCodePage(ReadCodePage(file));  // before the fonts take it over
     LoadFonts();
 
+    std::error_code ignored;
+    const NearbyTextures textures(std::filesystem::absolute(path, ignored).parent_path());
     CArchive archive(&file, CArchive::load);
     try
     {
@@ -125,7 +131,6 @@ SceneDocument SceneDocument::Load(const std::string& path)
     {
         throw Failure(Account(path, file, archive, error));
     }
-    FindTextures(*document.scene, std::filesystem::path(path).parent_path());
     return document;
 }
 

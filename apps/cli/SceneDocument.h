@@ -23,8 +23,9 @@ public:
     SceneDocument& operator=(SceneDocument&& other) noexcept;
 
     /// Reads a file: makes its code page the process's, fills the registry of fonts, loads both
-    /// objects and attaches the scene to the view. Files of textures that are gone are looked for
-    /// beside the document. Throws Failure, naming file, place, what was found and expected.
+    /// objects and attaches the scene to the view. Textures whose files are gone are looked for by
+    /// their names beside the document; nodes lose those that are nowhere. Throws Failure, naming
+    /// file, place, what was found and expected.
     static SceneDocument Load(const std::string& path);
 
     /// The bytes of the file.

@@ -160,7 +160,7 @@ SceneOptionGroups AddSceneOptions(CLI::App& command, SceneOptions& o)
         option("--texture-quality", o.textureQuality, "nearest|linear|mipmap [mipmap]",
                "How its pixels are mixed")
             ->check(CLI::IsMember(qualities)),
-        option("--texture-repeat", o.textureRepeat, "N [1]", "How often it lies across"),
+        option("--texture-repeat", o.textureRepeat, "N [1]", "How often it lies across an em"),
         command.add_flag("--texture-scales", o.textureScales,
                          "It is scaled with the text instead of keeping its size"),
     };

@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: MIT
+// For glProvokingVertex, which is younger than the header's own functions.
+#define GL_GLEXT_PROTOTYPES
+
 #include "platform/posix/Rendering.h"
 
 #include "platform/OpenGL.h"
@@ -568,4 +571,10 @@ BOOL wglShareLists(HGLRC handle, HGLRC otherHandle)
         return FALSE;
     }
     return other->CreateContext(context->context);
+}
+
+void CutQuadsAlike()
+{
+    // The clipper splits them as if the first vertex counted, whatever is set.
+    glProvokingVertex(GL_FIRST_VERTEX_CONVENTION);
 }

@@ -47,22 +47,36 @@ DecodedPicture DecodeBmp(const std::string& bytes)
                                         byte(at + 3) << 24);
     };
     constexpr std::size_t headers = 54;
-    if (bytes.size() < headers || bytes.substr(0, 2) != "BM" || number(2) != bytes.size() ||
-        number(14) != 40 || byte(26) != 1 || byte(28) != 24 || number(30) != 0)
+    const std::size_t bits = bytes.size() < headers ? 0 : byte(28);
+    if ((bits != 8 && bits != 16 && bits != 24 && bits != 32) || bytes.substr(0, 2) != "BM" ||
+        number(2) != bytes.size() || number(14) != 40 || byte(26) != 1 || number(30) != 0)
     {
         return {};
     }
+    const auto colorAt = [&](std::size_t at) -> Rgb {
+        if (bits == 8)
+        {
+            const std::size_t color = headers + std::size_t{4} * byte(at);
+            return {byte(color + 2), byte(color + 1), byte(color)};
+        }
+        if (bits == 16)
+        {
+            const int pixel = byte(at) | byte(at + 1) << 8;
+            return {(pixel >> 10 & 31) * 255 / 31, (pixel >> 5 & 31) * 255 / 31,
+                    (pixel & 31) * 255 / 31};
+        }
+        return {byte(at + 2), byte(at + 1), byte(at)};
+    };
     DecodedPicture picture;
     picture.width = static_cast<int>(number(18));
     picture.height = static_cast<int>(number(22));
-    const std::size_t stride = (picture.width * std::size_t{3} + 3) / 4 * 4;
+    const std::size_t stride = (picture.width * bits / 8 + 3) / 4 * 4;
     for (int y = 0; y < picture.height; ++y)
     {
         for (int x = 0; x < picture.width; ++x)
         {
-            const std::size_t at =
-                number(10) + stride * (picture.height - 1 - y) + std::size_t{3} * x;
-            picture.pixels.push_back({byte(at + 2), byte(at + 1), byte(at)});
+            picture.pixels.push_back(
+                colorAt(number(10) + stride * (picture.height - 1 - y) + bits / 8 * x));
         }
     }
     return picture;

@@ -1,20 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tests/support/Rgb.h"
+
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
 #include <string>
 #include <vector>
-
-struct Rgb
-{
-    int red = 0;
-    int green = 0;
-    int blue = 0;
-
-    bool operator==(const Rgb&) const = default;
-};
 
 /// A picture read back from the bytes of a file, by other means than those that wrote it.
 struct DecodedPicture
@@ -46,7 +39,7 @@ struct PixelBox
 
 DecodedPicture DecodePng(const std::string& bytes);
 
-/// Only what has 24 bits a pixel and comes bottom-up.
+/// Uncompressed ones that come bottom-up, of 8 (with 256 colours), 16 (5-5-5), 24 or 32 bits.
 DecodedPicture DecodeBmp(const std::string& bytes);
 
 /// Around all pixels of some rows that differ from the picture's first one.

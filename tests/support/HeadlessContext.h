@@ -5,6 +5,7 @@
 /// Drawing in tests: a current OpenGL context without a display, and pictures to compare.
 
 #include "platform/OpenGL.h"
+#include "tests/support/Rgb.h"
 
 #include <gtest/gtest.h>
 
@@ -12,15 +13,6 @@
 #include <string>
 #include <vector>
 
-/// A colour, 8 bits a channel.
-struct Rgb
-{
-    int red;
-    int green;
-    int blue;
-
-    bool operator==(const Rgb&) const = default;
-};
 std::ostream& operator<<(std::ostream& stream, const Rgb& color);
 
 /// A picture with its lowest row first, as OpenGL counts.

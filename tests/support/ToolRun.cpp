@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -84,8 +85,12 @@ ToolResult ToolFolder::InterruptWriting(const std::vector<std::string>& argument
             writing = writing || hasBytes(entry);
         }
     }
+    const auto interrupted = std::chrono::steady_clock::now();
     kill(process, signal);
-    return Finish(process);
+    ToolResult result = Finish(process);
+    result.seconds =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - interrupted).count();
+    return result;
 }
 
 void ToolFolder::UseFonts(const std::vector<std::string>& files)
@@ -167,8 +172,10 @@ int ToolFolder::Start(const std::vector<std::string>& command) const
 ToolResult ToolFolder::Finish(int process) const
 {
     int status = 0;
-    waitpid(process, &status, 0);
+    rusage usage{};
+    wait4(process, &status, 0, &usage);
     ToolResult result;
+    result.peakKiB = usage.ru_maxrss;
     result.status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
     result.out = ReadFile(logs_ + "/out");
     if (fs::is_regular_file(standardError_))

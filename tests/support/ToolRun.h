@@ -13,6 +13,8 @@ struct ToolResult
     int status = -1;  ///< the exit status, 128 and the signal's number when a signal ended it
     std::string out;
     std::string err;
+    double seconds = 0;  ///< that it went on after it was interrupted
+    long peakKiB = 0;    ///< the most memory that was resident
 };
 
 /// A folder for the files of one test, the current one of the runs, removed at the end.
