@@ -247,16 +247,8 @@ void CObList::Serialize(CArchive& archive)
         }
         return;
     }
-    const CRuntimeClass* const elementClass = GetElementClass();
     for (DWORD remaining = archive.ReadCount(); remaining > 0; --remaining)
     {
-        CObject* const element = archive.ReadObject(elementClass);
-        if (element == nullptr && elementClass != nullptr)
-        {
-            AfxThrowArchiveException(CArchiveException::badClass,
-                                     std::string("null where a list has objects of class ") +
-                                         elementClass->m_lpszClassName);
-        }
-        AddTail(element);
+        AddTail(archive.ReadObject(GetElementClass()));
     }
 }

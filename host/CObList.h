@@ -65,8 +65,8 @@ public:
     void Serialize(CArchive& archive) override;
 
 protected:
-    /// The class that loaded elements must be of or derive from; null references are refused then
-    /// too (badClass). The base's null accepts null references and any class.
+    /// The class that loaded elements, null references aside, must be of or derive from (badClass).
+    /// The base's null accepts any class.
     virtual const CRuntimeClass* GetElementClass() const { return nullptr; }
 
 private:

@@ -57,7 +57,7 @@ public:
         {
             if (newSize > maxSize)
             {
-                Reallocate(data == nullptr ? newSize : std::max(newSize, Grown()));
+                Reallocate(CapacityFor(newSize));
             }
             size = newSize;
         }
@@ -103,10 +103,10 @@ public:
     }
 
     /// Moves the elements from \p index on up by \p count, or grows up to \p index, and puts copies
-    /// of the element there.
+    /// of the element there. A count of 0 only grows; a negative one does nothing.
     void InsertAt(int index, const Element& element, int count = 1)
     {
-        if (count <= 0)
+        if (count < 0)
         {
             return;
         }
@@ -137,9 +137,10 @@ public:
     }
 
 protected:
-    /// Reads \p count elements with \p readElement(Element&), replacing all. Room is made as the
-    /// elements arrive, never for a stored count alone; at the end the block has exactly their
-    /// number. Throws badIndex for a negative count, and what \p readElement throws.
+    /// Reads \p count elements with \p readElement(Element&) over those that are there; in the end
+    /// the block is as after SetSize(count). Room is made as the elements arrive, never for a
+    /// stored count alone. Throws badIndex for a negative count, and what \p readElement throws;
+    /// the array then ends with the element that could not be read.
     template <typename ReadElement>
     void ReadElements(std::int64_t count, ReadElement readElement)
     {
@@ -147,7 +148,13 @@ protected:
         {
             AfxThrowArchiveException(CArchiveException::badIndex);
         }
-        RemoveAll();
+        if (count == 0)
+        {
+            RemoveAll();
+            return;
+        }
+        const int capacity = CapacityFor(static_cast<int>(count));
+        size = 0;
         while (size < count)
         {
             if (size == maxSize)
@@ -158,20 +165,33 @@ protected:
             ++size;
             readElement(data[size - 1]);
         }
-        FreeExtra();
+        if (maxSize != capacity)
+        {
+            Reallocate(capacity);
+        }
     }
 
-    std::unique_ptr<Element[]> data;
-    int size = 0;
-    int maxSize = 0;
-    int growBy = 0;
+public:
+    std::unique_ptr<Element[]> data;  ///< owned
+    int size = 0;                     ///< elements in use
+    int maxSize = 0;                  ///< elements that the block has room for
+    int growBy = 0;                   ///< elements; -1: half as many again
 
 private:
-    int Grown() const
+    int CapacityFor(int newSize) const
     {
+        if (newSize <= maxSize)
+        {
+            return maxSize;
+        }
+        if (data == nullptr)
+        {
+            return newSize;
+        }
         const std::int64_t grown =
             std::int64_t{maxSize} + (growBy == -1 ? maxSize / 2 + 4 : growBy);
-        return static_cast<int>(std::min<std::int64_t>(grown, std::numeric_limits<int>::max()));
+        return static_cast<int>(
+            std::clamp<std::int64_t>(grown, newSize, std::numeric_limits<int>::max()));
     }
 
     void Reallocate(int capacity)

@@ -52,6 +52,18 @@ public:
     /// The index, from 0, of the first node that holds the element; -1 when none does.
     int WhichIndex(Element* const& element) const { return IndexInList(*this, element); }
 
+    /// Removes every element that is the object. Always TRUE, also when there was none.
+    BOOL RemoveAllOccurances(const Element* element)
+    {
+        for (POSITION position = Find(element); position != nullptr;)
+        {
+            const POSITION found = position;
+            position = Find(element, found);
+            RemoveAt(found);
+        }
+        return TRUE;
+    }
+
     // As host/ListOrder.h describes.
     POSITION MoveHead(POSITION position) { return MoveToHead(*this, position); }
     POSITION MoveTail(POSITION position) { return MoveToTail(*this, position); }

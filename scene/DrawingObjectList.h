@@ -7,16 +7,13 @@ class DrawingObject;
 
 /// A list of nodes, which it does not own: removing and destroying free list nodes only.
 ///
-/// Its record is a count and then each node as an object reference; a null reference or an object
+/// Its record is a count and then each node as an object reference, which may be null; an object
 /// that is no node is refused with badClass.
 class ORVANE_API DrawingObjectList : public TypedList<DrawingObject>
 {
 public:
     explicit DrawingObjectList(int blockSize = 10);
     ~DrawingObjectList() override;
-
-    /// Removes every element that is the object. Always TRUE, also when there was none.
-    BOOL RemoveAllOccurances(DrawingObject* object);
 
 protected:
     const CRuntimeClass* GetElementClass() const override;

@@ -3,7 +3,7 @@
 
 #include "scene/DrawingObject.h"
 
-DrawingObjectStack::DrawingObjectStack() = default;
+DrawingObjectStack::DrawingObjectStack(int blockSize) : DrawingObjectList(blockSize) {}
 
 DrawingObjectStack::~DrawingObjectStack() = default;
 

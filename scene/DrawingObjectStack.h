@@ -7,7 +7,7 @@
 class ORVANE_API DrawingObjectStack : public DrawingObjectList
 {
 public:
-    DrawingObjectStack();
+    explicit DrawingObjectStack(int blockSize = 10);
     ~DrawingObjectStack() override;
 
     void Push(DrawingObject* object);

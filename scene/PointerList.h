@@ -72,7 +72,6 @@ public:
     /// The index of the first node that holds the element; -1 when none does.
     int WhichIndex(const void* element) const;
 
-protected:
     struct Node
     {
         Node* next;
@@ -80,14 +79,15 @@ protected:
         void* data;
     };
 
+    Node* head = nullptr;
+    Node* tail = nullptr;
+    int count = 0;
+
+protected:
     /// A counted node with these links. The caller fills it and links its neighbours.
     Node* NewNode(Node* prev, Node* next);
     /// Links the neighbours to each other, frees the node and uncounts it.
     void FreeNode(Node* node);
-
-    Node* head = nullptr;
-    Node* tail = nullptr;
-    int count = 0;
 
 private:
     static Node* AsNode_(POSITION position) { return reinterpret_cast<Node*>(position); }

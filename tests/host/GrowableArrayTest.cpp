@@ -250,6 +250,16 @@ TEST(GrowableArray, CopiesHaveExactlyTheirSizeAndTheirOwnGrowBy)
     EXPECT_EQ(constructed.maxSize, 3);
 }
 
+TEST(GrowableArray, InsertingNothingBeyondTheEndGrowsUpToTheIndex)
+{
+    Array array;
+    array.InsertAt(5, 1, 0);
+    EXPECT_EQ(array.Values(), Values(5, 0));
+    array.InsertAt(2, 1, 0);
+    array.InsertAt(7, 1, -1);
+    EXPECT_EQ(array.Values(), Values(5, 0));
+}
+
 TEST(GrowableArray, ReadingMakesRoomAsElementsArrive)
 {
     Array array{5};
@@ -265,10 +275,26 @@ TEST(GrowableArray, ReadingMakesRoomAsElementsArrive)
     EXPECT_THROW(array.ReadElements(0x7FFFFFFF, serve), CArchiveException);
 
     served = 0;
+    array.RemoveAll();
     array.ReadElements(300, serve);
     EXPECT_EQ(array.GetSize(), 300);
     EXPECT_EQ(array.maxSize, 300);
     EXPECT_EQ(array[299], 299);
+}
+
+TEST(GrowableArray, ReadingLeavesTheBlockThatSetSizeWould)
+{
+    Array array{1, 2, 3, 4, 5};
+    const auto serve = [](int& element) { element = 7; };
+    array.ReadElements(2, serve);
+    EXPECT_EQ(array.Values(), (Values{7, 7}));
+    EXPECT_EQ(array.maxSize, 5);  // as after any shrinking
+    array.growBy = 10;
+    array.ReadElements(6, serve);
+    EXPECT_EQ(array.maxSize, 15);  // 5 + 10
+    array.ReadElements(0, serve);
+    EXPECT_EQ(array.maxSize, 0);
+    EXPECT_EQ(array.data, nullptr);
 }
 
 TEST(GrowableArray, ImpossibleCountsAreRefused)

@@ -131,6 +131,22 @@ TEST_F(DrawingObjectLists, MoveTailMakesTheElementTheLast)
     EXPECT_EQ(Elements(list), (Nodes{&b, &c, &a}));
 }
 
+TEST_F(DrawingObjectLists, MoveHeadAndTailLeaveTheOtherNodesTheirElements)
+{
+    list.AddTail(&other);
+    const POSITION first = list.GetHeadPosition();
+    const POSITION last = list.GetTailPosition();
+    const POSITION second = list.FindIndex(1);
+    list.MoveHead(list.FindIndex(2));
+    EXPECT_EQ(list.GetAt(first), &a);
+    EXPECT_EQ(list.GetAt(second), &b);
+    EXPECT_EQ(list.GetAt(last), &other);
+    list.MoveTail(second);
+    EXPECT_EQ(list.GetAt(first), &a);
+    EXPECT_EQ(list.GetAt(last), &other);
+    EXPECT_EQ(Elements(list), (Nodes{&c, &a, &other, &b}));
+}
+
 TEST_F(DrawingObjectLists, MovesAtAnEndOrOfNullReturnThePositionAndChangeNothing)
 {
     const POSITION head = list.GetHeadPosition();
@@ -186,10 +202,13 @@ TEST(DrawingObjectList, TheRecordIsACountAndReferences)
     EXPECT_EQ(Bytes(bytes.end() - 2, bytes.end()), RecordBytes().Word(2).Get());  // its index
 }
 
-TEST(DrawingObjectList, ANullOrForeignElementIsRefused)
+TEST(DrawingObjectList, ANullElementIsKeptAndAForeignOneRefused)
 {
     DrawingObjectList list;
-    EXPECT_EQ(LoadCause(list, RecordBytes().Word(1).Word(0)), CArchiveException::badClass);
+    EXPECT_EQ(LoadCause(list, RecordBytes().Word(1).Word(0)), CArchiveException::none);
+    ASSERT_EQ(list.GetCount(), 1);
+    EXPECT_EQ(list.GetHead(), nullptr);
+    list.RemoveAll();
     EXPECT_EQ(LoadCause(list, RecordBytes().Word(1).NewClass("Vector", 1).Floats({1, 2, 3})),
               CArchiveException::badClass);
     EXPECT_TRUE(list.IsEmpty());
