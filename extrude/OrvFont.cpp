@@ -156,7 +156,7 @@ int OrvFont::CompareName(const OrvFont* other) const
 
 OrvGlyph* OrvFont::ValidGlyph(int glyphIndex) const
 {
-    if (glyphIndex < 0 || glyphIndex >= glyphs.GetSize())
+    if (glyphIndex < 0 || glyphIndex >= glyphCount || glyphIndex >= glyphs.GetSize())
     {
         return nullptr;
     }

@@ -61,7 +61,7 @@ public:
     /// The plain solid: both faces and the wall. The second argument is ignored.
     int Render(const ExtrusionData& data, int) const;
     /// Does nothing.
-    int PrepareTransparencyPass(int) { return 1; }
+    int PrepareTransparencyPass(int) const { return 1; }
 
     // Faces (OrvGlyphFaces.cpp). They fill the outline itself, also of bevelled letters.
 

@@ -8,7 +8,7 @@
 
 OrvGlyphArray::OrvGlyphArray(const OrvGlyphArray& other) : Slots(other)
 {
-    ShareOwners(other);
+    ShareWith(other);
 }
 
 OrvGlyphArray::~OrvGlyphArray()
@@ -22,32 +22,24 @@ OrvGlyphArray& OrvGlyphArray::operator=(const OrvGlyphArray& other)
     {
         RemoveAll();
         Slots::operator=(other);
-        ShareOwners(other);
+        ShareWith(other);
     }
     return *this;
 }
 
 void OrvGlyphArray::SetSize(int newSize, int newGrowBy)
 {
-    if (newSize <= 0)
+    if (newSize < size)
     {
-        RemoveAll();
-    }
-    else if (newSize < size)
-    {
-        RemoveAt(newSize, size - newSize);
+        RemoveAt(std::max(newSize, 0), size - std::max(newSize, 0));
     }
     Slots::SetSize(newSize, newGrowBy);
 }
 
 void OrvGlyphArray::RemoveAll()
 {
-    for (int index = 0; index < size; ++index)
-    {
-        Own(data[index]);
-    }
-    Slots::RemoveAll();
-    owners_.clear();
+    SetSize(0);
+    shares_.clear();
 }
 
 void OrvGlyphArray::RemoveAt(int index, int count)
@@ -57,12 +49,10 @@ void OrvGlyphArray::RemoveAt(int index, int count)
     // The surplus slots must be null when the array grows over them again.
     std::fill_n(data.get() + size, count, nullptr);
 
-    for (OrvGlyph* const glyph : dropped)
-    {
-        Own(glyph);
-    }
-    // Looked up in order, so that a removal of many slots does not search all that remain for each.
+    // Each once, and none that another slot holds. Looked up in order, so that a removal of many
+    // slots does not search all that remain for each.
     std::sort(dropped.begin(), dropped.end());
+    dropped.erase(std::unique(dropped.begin(), dropped.end()), dropped.end());
     for (int kept = 0; kept < size; ++kept)
     {
         const auto [first, last] = std::equal_range(dropped.begin(), dropped.end(), data[kept]);
@@ -70,15 +60,18 @@ void OrvGlyphArray::RemoveAt(int index, int count)
     }
     for (OrvGlyph* const glyph : dropped)
     {
-        owners_.erase(glyph);
+        Drop(glyph);
     }
 }
 
 void OrvGlyphArray::SetAt(int index, OrvGlyph* glyph)
 {
-    Own(data[index]);
-    Own(glyph);
-    data[index] = glyph;
+    const OrvGlyph* const replaced = data[index];
+    Slots::SetAt(index, glyph);
+    if (!shares_.empty() && std::find(data.get(), data.get() + size, replaced) == data.get() + size)
+    {
+        shares_.erase(replaced);
+    }
 }
 
 void OrvGlyphArray::SetAtGrow(int index, OrvGlyph* glyph)
@@ -86,53 +79,55 @@ void OrvGlyphArray::SetAtGrow(int index, OrvGlyph* glyph)
     if (index < size)
     {
         SetAt(index, glyph);
-        return;
     }
-    Own(glyph);
-    Slots::SetAtGrow(index, glyph);
+    else
+    {
+        Slots::SetAtGrow(index, glyph);
+    }
 }
 
 int OrvGlyphArray::Add(OrvGlyph* glyph)
 {
-    const int index = size;
-    SetAtGrow(index, glyph);
-    return index;
-}
-
-void OrvGlyphArray::InsertAt(int index, OrvGlyph* glyph, int count)
-{
-    Own(glyph);
-    Slots::InsertAt(index, glyph, count);
+    return Slots::Add(glyph);
 }
 
 void OrvGlyphArray::InsertAt(int index, const OrvGlyphArray* other)
 {
     Slots::InsertAt(index, other);
-    ShareOwners(*other);
+    ShareWith(*other);
 }
 
-void OrvGlyphArray::Own(OrvGlyph* glyph) const
+void OrvGlyphArray::ShareWith(const OrvGlyphArray& other)
 {
-    if (glyph != nullptr && !owners_.contains(glyph))
+    if (this == &other)
     {
-        owners_.emplace(glyph, std::shared_ptr<OrvGlyph>(glyph));
+        return;
     }
-}
-
-void OrvGlyphArray::ShareOwners(const OrvGlyphArray& other)
-{
     for (int index = 0; index < other.size; ++index)
     {
-        other.Own(other.data[index]);
-    }
-    if (this != &other)
-    {
-        for (int index = 0; index < other.size; ++index)
+        const OrvGlyph* const glyph = other.data[index];
+        if (glyph != nullptr)
         {
-            if (OrvGlyph* const glyph = other.data[index])
+            Share& share = other.shares_[glyph];
+            if (share == nullptr)
             {
-                owners_.try_emplace(glyph, other.owners_.at(glyph));
+                share = std::make_shared<const OrvGlyph*>(glyph);
             }
+            shares_[glyph] = share;
         }
+    }
+}
+
+void OrvGlyphArray::Drop(OrvGlyph* glyph)
+{
+    const auto share = shares_.find(glyph);
+    const bool alone = share == shares_.end() || share->second.use_count() == 1;
+    if (share != shares_.end())
+    {
+        shares_.erase(share);
+    }
+    if (alone)
+    {
+        delete glyph;
     }
 }

@@ -11,13 +11,13 @@ class OrvGlyph;
 /// A growable array of glyph pointers that owns its glyphs; empty slots are null. Indices are not
 /// checked.
 ///
-/// A glyph that is put into a slot belongs to the array, and is deleted when the last slot that
-/// holds it is removed (SetSize to less, RemoveAt, RemoveAll, the array's end). One that SetAt or
-/// ElementAt replaces lives until the array is emptied, so that slots can be exchanged.
+/// A glyph that is put into a slot belongs to the array, which deletes it when the last slot that
+/// holds it is removed (SetSize to less, RemoveAt, RemoveAll, the array's end). One that another
+/// takes the place of (SetAt, ElementAt) is the caller's again, and may be put elsewhere.
 ///
 /// A copy shares the glyphs: one that several arrays hold is deleted with the last of them. Arrays
-/// learn of each other's glyphs by copying and by InsertAt alone; never put one pointer into two of
-/// them by hand.
+/// learn of each other's glyphs by copying and by InsertAt alone; do not leave one pointer in two
+/// of them by hand.
 class ORVANE_API OrvGlyphArray : private GrowableArray<OrvGlyph*>
 {
     using Slots = GrowableArray<OrvGlyph*>;
@@ -47,17 +47,18 @@ public:
     void SetAtGrow(int index, OrvGlyph* glyph);
     /// Returns the new slot's index.
     int Add(OrvGlyph* glyph);
-    void InsertAt(int index, OrvGlyph* glyph, int count = 1);
+    using Slots::InsertAt;
     /// Shares the other array's glyphs. The array itself may be given.
     void InsertAt(int index, const OrvGlyphArray* other);
 
 private:
-    using Owners = std::unordered_map<OrvGlyph*, std::shared_ptr<OrvGlyph>>;
+    using Share = std::shared_ptr<const OrvGlyph*>;
 
-    void Own(OrvGlyph* glyph) const;
-    void ShareOwners(const OrvGlyphArray& other);
+    void ShareWith(const OrvGlyphArray& other);
+    /// Deletes a glyph that is in no slot any more, unless another array shares it.
+    void Drop(OrvGlyph* glyph);
 
-    // Every glyph taken so far. Mutable: what was written through ElementAt is entered when it is
-    // first copied or dropped.
-    mutable Owners owners_;
+    // Of the glyphs that copying has shared: as many owners as arrays have a glyph. Mutable: it is
+    // first entered when the array is copied.
+    mutable std::unordered_map<const OrvGlyph*, Share> shares_;
 };

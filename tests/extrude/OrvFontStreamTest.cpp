@@ -330,6 +330,7 @@ TEST_F(OrvFontStream, AWireframeGlyphIsNamed0AndAnUnknownStyleHasNoOutline)
 TEST_F(OrvFontStream, AnEmptyInvalidOrMissingSlotDrawsNothing)
 {
     font.Glyph('B')->SetInvalid();
+    delete font.glyphs.GetAt(2);
     font.glyphs.SetAt(2, nullptr);
     const ExtrusionData extrusion = string.GetExtrusionData();
     const GlRecording recording;
@@ -338,6 +339,16 @@ TEST_F(OrvFontStream, AnEmptyInvalidOrMissingSlotDrawsNothing)
         EXPECT_EQ(font.RenderGlyph(index, &string, extrusion, &parameters), 0) << index;
         EXPECT_EQ(font.DrawGlyph(index, &string, extrusion, &parameters), 0) << index;
     }
+    EXPECT_EQ(recording.Lines(), Lines{});
+}
+
+TEST_F(OrvFontStream, ASlotFromTheGlyphCountOnDrawsNothing)
+{
+    font.glyphCount = 1;
+    const ExtrusionData extrusion = string.GetExtrusionData();
+    const GlRecording recording;
+    EXPECT_EQ(font.RenderGlyph(1, &string, extrusion, &parameters), 0);
+    EXPECT_EQ(font.DrawGlyph(1, &string, extrusion, &parameters), 0);
     EXPECT_EQ(recording.Lines(), Lines{});
 }
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
 #include <vector>
 
 // Whether glyphs are deleted, once and not too early, is what the address sanitizer and its leak
@@ -72,7 +73,7 @@ TEST(OrvGlyphArray, SlotsAreSetGrownAddedInsertedAndRemoved)
     EXPECT_EQ(array.Add(Glyph(3)), 3);
     EXPECT_EQ(Advances(array), (Values{-1, -1, 2, 3}));
     array.SetAt(0, Glyph(10));
-    array.SetAtGrow(1, Glyph(11));
+    array.SetAtGrow(1, Glyph(11));  // both slots were empty
     array.InsertAt(1, Glyph(20));
     EXPECT_EQ(Advances(array), (Values{10, 20, 11, 2, 3}));
     array.InsertAt(7, Glyph(30));
@@ -89,13 +90,47 @@ TEST(OrvGlyphArray, SlotsAreSetGrownAddedInsertedAndRemoved)
 TEST(OrvGlyphArray, ElementsCanBeReplacedAndExchangedInPlace)
 {
     Filled array{1, 2};
-    array.ElementAt(0) = Glyph(3);
+    delete std::exchange(array.ElementAt(0), Glyph(3));
     std::swap(array[0], array[1]);
     EXPECT_EQ(Advances(array), (Values{2, 3}));
     OrvGlyph* const first = array.GetAt(0);
     array.SetAt(0, array.GetAt(1));
     array.SetAt(1, first);
     EXPECT_EQ(Advances(array), (Values{3, 2}));
+}
+
+TEST(OrvGlyphArray, AReplacedGlyphIsTheCallersAgain)
+{
+    Filled array{1, 2};
+    OrvGlyph* const first = array.GetAt(0);
+    array.SetAt(0, nullptr);
+    const OrvGlyphArray copy(array);
+    array.RemoveAll();
+    EXPECT_EQ(first->GetAdvanceWidth(), 1);
+    delete first;
+    EXPECT_EQ(Advances(copy), (Values{-1, 2}));
+}
+
+TEST(OrvGlyphArray, AGlyphMovedByHandHasOneOwner)
+{
+    OrvGlyphArray to;
+    to.SetSize(1);
+    {
+        Filled from{1, 2};
+        to.SetAt(0, from.GetAt(0));
+        from.SetAt(0, nullptr);
+    }
+    EXPECT_EQ(Advances(to), (Values{1}));
+}
+
+TEST(OrvGlyphArray, ASharedGlyphThatOneArrayGivesUpIsTheOthers)
+{
+    Filled array{1, 2};
+    OrvGlyphArray copy(array);
+    copy.SetAt(0, nullptr);
+    array.RemoveAt(0);  // deletes it
+    EXPECT_EQ(Advances(array), (Values{2}));
+    EXPECT_EQ(Advances(copy), (Values{-1, 2}));
 }
 
 TEST(OrvGlyphArray, AGlyphInTwoSlotsLivesUntilTheLastIsRemoved)
@@ -114,7 +149,7 @@ TEST(OrvGlyphArray, ACopySharesTheGlyphsAndOutlivesItsSource)
     OrvGlyphArray copy;
     {
         Filled source{1, 2};
-        source.ElementAt(1) = Glyph(3);
+        delete std::exchange(source.ElementAt(1), Glyph(3));
         copy = source;
         const OrvGlyphArray another(source);
         EXPECT_EQ(copy.GetAt(0), source.GetAt(0));
