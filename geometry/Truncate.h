@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -31,4 +32,12 @@ inline std::int32_t TruncateToLong(double value)
 inline std::int16_t TruncateToShort(double value)
 {
     return static_cast<std::int16_t>(TruncateToInt64(value));
+}
+
+/// A pixel position or size without its fraction. What no picture has is brought near enough that
+/// sums and differences of two stay in range.
+inline int WholePixels(double pixels)
+{
+    constexpr double limit = 1 << 29;
+    return pixels == pixels ? static_cast<int>(std::clamp(pixels, -limit, limit)) : 0;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "imaging/GLMemoryDIB.h"
 
+#include "geometry/Truncate.h"
 #include "imaging/BitmapLayout.h"
 #include "imaging/Palette.h"
 #include "platform/OpenGL.h"
@@ -257,15 +258,15 @@ void GLMemoryDIB::PrepareNextBand(double row, double column, DrawingParameters* 
 
 int GLMemoryDIB::CopyBand(HDC target, int x, int y, double row, double column)
 {
-    const int width = static_cast<int>(GetDIBWidth());
-    const int height = static_cast<int>(GetDIBHeight());
+    const int width = WholePixels(GetDIBWidth());
+    const int height = WholePixels(GetDIBHeight());
     if (dibBits == nullptr)
     {
         return 0;
     }
-    return StretchDIBits(target, static_cast<int>(GetDIBWidth() * column + x),
-                         static_cast<int>(GetDIBHeight() * row + y), width, height, 0, 0, width,
-                         height, dibBits, dibInfo, DIB_RGB_COLORS, SRCCOPY) == height;
+    return StretchDIBits(target, WholePixels(GetDIBWidth() * column + x),
+                         WholePixels(GetDIBHeight() * row + y), width, height, 0, 0, width, height,
+                         dibBits, dibInfo, DIB_RGB_COLORS, SRCCOPY) == height;
 }
 
 int GLMemoryDIB::Release()
@@ -284,7 +285,7 @@ int GLMemoryDIB::Release()
     return 1;
 }
 
-unsigned long GLMemoryDIB::LookupBackgroundColor()
+unsigned long GLMemoryDIB::LookupBackgroundColor() const
 {
     if (dibBits == nullptr || dibInfo == nullptr || dibInfo->bmiHeader.biBitCount != 8)
     {
@@ -300,7 +301,7 @@ unsigned long GLMemoryDIB::LookupBackgroundColor()
            static_cast<unsigned long>(entry.rgbGreen) << 8 | entry.rgbRed;
 }
 
-int GLMemoryDIB::FindNearestColor(ColorVector* color)
+int GLMemoryDIB::FindNearestColor(ColorVector* color) const
 {
     return FindNearestPaletteColor(dibInfo, color);
 }

@@ -58,9 +58,9 @@ public:
     double GetBandingColumns() const { return bandingColumns; }
 
     /// The colour of the first pixel of an 8-bit bitmap as 0x00BBGGRR; 0 for any other.
-    unsigned long LookupBackgroundColor();
+    unsigned long LookupBackgroundColor() const;
     /// See FindNearestPaletteColor.
-    int FindNearestColor(ColorVector* color);
+    int FindNearestColor(ColorVector* color) const;
 
     PIXELFORMATDESCRIPTOR describedPixelFormat = {};  ///< the format obtained
     PIXELFORMATDESCRIPTOR requestedPixelFormat = {};
@@ -77,6 +77,7 @@ protected:
     /// The bitmap, of the band's size; null when there is none to be had.
     HBITMAP CreateDIBRectangleSection();
 
+public:
     ProjectionData projection;
     HGLRC renderingContext = nullptr;
     HDC memoryDC;

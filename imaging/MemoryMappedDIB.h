@@ -105,6 +105,7 @@ protected:
     /// is left then.
     HBITMAP CreateDIBRectangleSection();
 
+public:
     HGDIOBJ previousBitmap = nullptr;
     void* dibBits = nullptr;
     BITMAPINFO* dibInfo = nullptr;  ///< in infoStorage_, a mapped file or an attached block

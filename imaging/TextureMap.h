@@ -12,15 +12,16 @@ class GLMemoryDIB;
 /// the lowest row first. Owns \c data, which was allocated with new[].
 struct ORVANE_API _RGBImageRecord
 {
+    _RGBImageRecord() = default;
     _RGBImageRecord(int width, int height, BYTE* pixels) : sizeX(width), sizeY(height), data(pixels)
     {}
     ~_RGBImageRecord() { delete[] data; }
     _RGBImageRecord(const _RGBImageRecord&) = delete;
     _RGBImageRecord& operator=(const _RGBImageRecord&) = delete;
 
-    int sizeX;
-    int sizeY;
-    BYTE* data;
+    int sizeX = 0;
+    int sizeY = 0;
+    BYTE* data = nullptr;
 };
 
 /// A picture file bound to a node, drawn on it as an OpenGL 2D texture; the scene's own is its

@@ -28,23 +28,31 @@ void SetFilters(DWORD quality)
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, minification);
 }
 
-// Scales into tightly packed rows. Only rows of a few pixels can be padded by the alignment in
-// force, which is then set aside.
+// Rows of one or two pixels are padded by the usual alignments, wider ones only by 8, which nothing
+// sets when it draws with the library. The room is enough for any.
+constexpr GLsizei largestAlignment = 8;
+
+std::size_t RoomToScale(GLsizei width, GLsizei height)
+{
+    return static_cast<std::size_t>(width * 3 + largestAlignment - 1) * height;
+}
+
+// Scales into tightly packed rows.
 void ScaleImage(const _RGBImageRecord& image, GLsizei width, GLsizei height, BYTE* pixels)
 {
-    constexpr GLsizei largestAlignment = 8;
-    const bool padded = width * 3 % largestAlignment != 0;
-    GLint alignment = 0;
-    if (padded)
+    const GLsizei rowBytes = width * 3;
+    GLint alignment = 1;
+    if (rowBytes % 4 != 0)
     {
         glGetIntegerv(GL_PACK_ALIGNMENT, &alignment);
-        glPixelStorei(GL_PACK_ALIGNMENT, 1);
+        alignment = std::clamp(alignment, 1, largestAlignment);
     }
     gluScaleImage(GL_RGB, image.sizeX, image.sizeY, GL_UNSIGNED_BYTE, image.data, width, height,
                   GL_UNSIGNED_BYTE, pixels);
-    if (padded)
+    const GLsizei stride = (rowBytes + alignment - 1) / alignment * alignment;
+    for (GLsizei row = 1; stride != rowBytes && row < height; ++row)
     {
-        glPixelStorei(GL_PACK_ALIGNMENT, alignment);
+        std::copy_n(pixels + row * stride, rowBytes, pixels + row * rowBytes);
     }
 }
 
@@ -63,7 +71,7 @@ int SpecifyTexture(const _RGBImageRecord& image, DWORD quality)
     }
     const GLsizei width = TextureExtent(image.sizeX, limit);
     const GLsizei height = TextureExtent(image.sizeY, limit);
-    const std::unique_ptr<BYTE[]> pixels(new (std::nothrow) BYTE[width * height * 3]());
+    const std::unique_ptr<BYTE[]> pixels(new (std::nothrow) BYTE[RoomToScale(width, height)]());
     if (pixels == nullptr)
     {
         return 0;

@@ -24,6 +24,7 @@ _RGBImageRecord* TextureMap::DIBImageLoad(const char* filename)
     {
         return nullptr;
     }
+    GdiFlush();
     const std::size_t rowBytes = (width * 3 + 3) / 4 * 4;
     BYTE* out = pixels.get();
     for (std::size_t y = 0; y < height; ++y)
@@ -78,6 +79,8 @@ int TextureMap::GenerateDitheredImage()
         glDrawPixels(pixels->sizeX, pixels->sizeY, GL_RGB, GL_UNSIGNED_BYTE, pixels->data);
         ditheredImage = dithered.release();
     }
+    // One that failed half-way makes none current when it goes.
+    dithered.reset();
     wglMakeCurrent(savedDC, savedContext);
     return created;
 }

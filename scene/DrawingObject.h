@@ -31,8 +31,8 @@ class TextureMapList;
 ///
 /// The external undo stack is borrowed and shared by a whole tree; it records which node saved a
 /// step. A node that dies takes itself off it. A host that ends a stack first detaches it before,
-/// with AttachExternalUndoStack(nullptr) on the root of the tree and on every node taken out of it
-/// since: nothing keeps a pointer to it then.
+/// with AttachExternalUndoStack(nullptr) on the root of the tree, on every node taken out of it
+/// since and on every copy made of a node: nothing keeps a pointer to it then.
 ///
 /// Drawing runs on the thread that owns the rendering context. Operations return 1 when done and 0
 /// when refused, having changed nothing.
@@ -287,6 +287,7 @@ public:
     BoundingElement bounds;
     NamedColor extentsBoxColor;  ///< its diffuse colour draws the extents box
     DWORD flags = 0;
+    DrawingObjectStack undoStack;    ///< of saved copies, owned
     DVector globalSizingHandles[8];  ///< handle centres in the parent's coordinates
     DVector localSizingHandles[8];
     DVector minimumSize;                             ///< by axis, for Resize; 0 is no limit
@@ -318,26 +319,34 @@ protected:
     /// Saves a copy of this node, which it takes over, and the step on the external stack.
     /// Always 1.
     int SaveToUndo_(DrawingObject* copy);
-    /// Assigns the last saved copy as what Node, the class of this node, assigns.
-    template <typename Node>
-    int RestoreFromUndo_()
+    /// Takes the last saved copy back with \p assign(copy), when it is a Node, the class of this
+    /// node. The parent and the bits \p keptBits of the flags stay.
+    template <typename Node, typename Assign>
+    int RestoreFromUndo_(DWORD keptBits, Assign assign)
     {
         if (!CanUndo())
         {
             return 0;
         }
-        constexpr DWORD viewState = 0xFF;
         DrawingObject* const keptParent = parent;
-        const DWORD keptFlags = flags & viewState;
+        const DWORD keptFlags = flags & keptBits;
         const std::unique_ptr<DrawingObject> copy(undoStack.Pop());
         if (const Node* const saved = dynamic_cast<const Node*>(copy.get()))
         {
-            static_cast<Node&>(*this) = *saved;
+            assign(*saved);
         }
         copy->externalUndoStack = nullptr;  // it is on none, and need not look
         parent = keptParent;
-        flags = (flags & ~viewState) | keptFlags;
+        flags = (flags & ~keptBits) | keptFlags;
         return 1;
+    }
+    /// By assignment; the state of the view stays.
+    template <typename Node>
+    int RestoreFromUndo_()
+    {
+        constexpr DWORD viewState = 0xFF;
+        return RestoreFromUndo_<Node>(
+            viewState, [this](const Node& saved) { static_cast<Node&>(*this) = saved; });
     }
 
     DrawingObject* parent = nullptr;
@@ -347,7 +356,6 @@ protected:
     CoordinateTransform transform;
     DVector unscaledDimensions;
     DrawingObjectList children;
-    DrawingObjectStack undoStack;
     DrawingObjectStack* externalUndoStack = nullptr;
 
 private:

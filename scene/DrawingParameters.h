@@ -83,7 +83,7 @@ public:
     void* GetTerminationEvent() const { return terminationEvent; }
     void SetTerminationEvent(void* event) { terminationEvent = event; }
 
-    /// The window for messages about the drawing. Stored only.
+    /// The window for messages about the drawing, by its object or its handle, which goes first.
     CWnd* GetMessageWindow() const { return messageWindow; }
     void SetMessageWindow(CWnd* window) { messageWindow = window; }
     HWND GetMessageWindowHandle() const { return messageWindowHandle; }

@@ -97,6 +97,9 @@ public:
     void DeserializeVersion1(CArchive& archive);
     void DeserializeVersion2(CArchive& archive);
 
+    DWORD stringFlags = 0x7;  ///< both materials in use, spacing adjusted
+    float maximumBevelDepth = 0;
+
 protected:
     NamedColor bevelColor;
     float bevelDepth = 0;
@@ -105,11 +108,9 @@ protected:
     NamedColor edgeColor;
     NamedColor faceColor;
     float firstLineOffset = 0;
-    DWORD stringFlags = 0x7;  ///< both materials in use, spacing adjusted
     float interCharacterSpacing = 0;
     float interLineSpacing = 0;
     int justification = 0;
-    float maximumBevelDepth = 0;
     CString textString;
 
 private:

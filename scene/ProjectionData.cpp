@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scene/ProjectionData.h"
 
+#include "geometry/Truncate.h"
 #include "host/RecordVersion.h"
 #include "platform/OpenGL.h"
 
@@ -236,7 +237,7 @@ void ProjectionData::ApplyVolume() const
 {
     const auto setVolume = IsOrthographic() ? glOrtho : glFrustum;
     setVolume(viewLeft, viewRight, viewBottom, viewTop, zNear, zFar);
-    glViewport(0, 0, static_cast<GLsizei>(viewWidth), static_cast<GLsizei>(viewHeight));
+    glViewport(0, 0, WholePixels(viewWidth), WholePixels(viewHeight));
 }
 
 void ProjectionData::Serialize(CArchive& archive)

@@ -113,10 +113,6 @@ public:
     double referenceHeight = -1.0;            ///< saved with it, pixels
     double viewHeightNear = 0;                ///< height of the sub-window's volume
     double viewWidthNear = 0;
-
-protected:
-    void Recalculate_();
-
     double aspect = 1.0;  ///< width / height
     double diagonalDistance = 0;
     double fieldOfViewAngle = 40.0;
@@ -144,4 +140,7 @@ protected:
     double widthNear = 1.0;
     double zFar = 10000.0;
     double zNear = 0.1;
+
+private:
+    void Recalculate_();
 };

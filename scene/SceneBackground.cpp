@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/CWnd.h"
+#include "geometry/Truncate.h"
+#include "imaging/BitmapLayout.h"
 #include "imaging/GLMemoryDIB.h"
 #include "imaging/MemoryMappedDIB.h"
 #include "imaging/TextureOwnership.h"
@@ -16,14 +18,6 @@
 
 namespace
 {
-
-/// A pixel position or size without its fraction. What no picture has is brought near enough that
-/// sums and differences of two stay in range.
-int WholePixels(double pixels)
-{
-    constexpr double limit = 1 << 29;
-    return pixels == pixels ? static_cast<int>(std::clamp(pixels, -limit, limit)) : 0;
-}
 
 /// The colour bits of the device context that OpenGL draws to; 24 when there is none.
 int CurrentColorBits()
@@ -152,7 +146,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
     const ProjectionData* const projection = parameters->GetProjection();
     if (!parameters->ShouldShowBackgroundTexture() ||
         (texture.textureFlags & TextureMap::Valid) == 0 || dc == nullptr || projection == nullptr ||
-        bitmapInfo == nullptr || bits == nullptr)
+        bitmapInfo == nullptr || bits == nullptr || BitmapPixelBytes(bitmapInfo) == 0)
     {
         return 1;
     }
@@ -179,11 +173,16 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
         const int anchorY = WholePixels(texture.GetVerticalLocation() * projection->GetScaleY());
         const int viewWidth = WholePixels(projection->GetViewWidth());
         const int viewHeight = WholePixels(projection->GetViewHeight());
+        if (viewWidth < 1 || viewHeight < 1)
+        {
+            return 1;
+        }
         const int firstX = FirstTile(offsetX, anchorX, tileWidth);
-        for (int y = FirstTile(offsetY, anchorY, tileHeight); y < viewHeight; y += tileHeight)
+        const int firstY = FirstTile(offsetY, anchorY, tileHeight);
+        for (int y = firstY; y < viewHeight; y += tileHeight)
         {
             // Tiles of a few pixels are many.
-            if (ShouldTerminateDrawing(parameters))
+            if (y != firstY && ShouldTerminateDrawing(parameters))
             {
                 return 0;
             }

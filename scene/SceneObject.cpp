@@ -91,7 +91,7 @@ LightObject* SceneObject::GetLightByIndex(int index) const
 
 LightObject* SceneObject::GetLightByPosition(POSITION position) const
 {
-    return static_cast<LightObject*>(lights.GetAt(position));
+    return position != nullptr ? static_cast<LightObject*>(lights.GetAt(position)) : nullptr;
 }
 
 void SceneObject::CreateLights()
@@ -324,7 +324,12 @@ int SceneObject::DrawObject(DrawingParameters* parameters)
     {
         return 0;
     }
-    return ShouldRotateLightsWithScene() ? DrawLights(parameters) : 1;
+    if (ShouldRotateLightsWithScene())
+    {
+        DrawLights(parameters);
+    }
+    // A light that found no room on the matrix stack stops no scene.
+    return ShouldTerminateDrawing(parameters) ? 0 : 1;
 }
 
 // Undo ------------------------------------------------------------------------------------------

@@ -47,7 +47,7 @@ public:
     DrawingObjectList* GetLights() { return &lights; }
     const DrawingObjectList* GetLights() const { return &lights; }
     int GetLightCount() const { return lights.GetCount(); }
-    /// Null outside the pool.
+    /// Null outside the pool, and at a null position.
     LightObject* GetLightByIndex(int index) const;
     LightObject* GetLightByPosition(POSITION position) const;
     int GetMaximumLightCount() const { return maximumLightCount; }
@@ -122,13 +122,13 @@ public:
     void DeserializeVersion3(CArchive& archive);
 
     DWORD sceneFlags = 0x4;
+    DrawingObjectList lights;  ///< owned
+    NamedViewList savedViews;  ///< owned
 
 protected:
     ColorVector backgroundColor{1.0f, 1.0f, 1.0f, 1.0f};
     ColorVector globalAmbientColor{0.2f, 0.2f, 0.2f, 1.0f};
     int maximumLightCount = 8;
-    NamedViewList savedViews;
-    DrawingObjectList lights;
 
 private:
     /// Clears the colour buffer to the background colour that the parameters ask for.

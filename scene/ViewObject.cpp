@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scene/ViewObject.h"
 
+#include "geometry/Truncate.h"
 #include "host/CArchive.h"
 #include "platform/OpenGL.h"
 #include "scene/DrawingParameters.h"
@@ -61,7 +62,7 @@ void ViewObject::SetDrawingModeIndex(int index)
     }
 }
 
-NamedViewList* ViewObject::GetSavedViews()
+NamedViewList* ViewObject::GetSavedViews() const
 {
     return scene != nullptr ? scene->GetSavedViews() : nullptr;
 }
@@ -91,7 +92,7 @@ int ViewObject::DeleteSavedView(int index)
     return scene != nullptr ? scene->DeleteSavedView(index) : 0;
 }
 
-int ViewObject::IsSavedViewNameUsed(const CString& name)
+int ViewObject::IsSavedViewNameUsed(const CString& name) const
 {
     return scene != nullptr ? scene->IsSavedViewNameUsed(name) : 0;
 }
@@ -226,8 +227,8 @@ int ViewObject::Draw(DrawingParameters* parameters)
 void ViewObject::ApplyProjection_(DrawingParameters& parameters)
 {
     const ProjectionData& lens = *parameters.GetProjection();
-    const int width = static_cast<int>(lens.GetViewWidth());
-    const int height = static_cast<int>(lens.GetViewHeight());
+    const int width = WholePixels(lens.GetViewWidth());
+    const int height = WholePixels(lens.GetViewHeight());
 
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
@@ -287,18 +288,8 @@ int ViewObject::SaveToUndo()
 
 int ViewObject::RestoreFromUndo()
 {
-    if (!CanUndo())
-    {
-        return 0;
-    }
-    DrawingObject* const keptParent = parent;
-    const std::unique_ptr<DrawingObject> copy(undoStack.Pop());
-    if (const auto* const saved = dynamic_cast<const ViewObject*>(copy.get()))
-    {
-        CopyFromUndo(*saved);
-    }
-    parent = keptParent;
-    return 1;
+    return RestoreFromUndo_<ViewObject>(0,
+                                        [this](const ViewObject& saved) { CopyFromUndo(saved); });
 }
 
 void ViewObject::CopyFromUndo(const ViewObject& saved)

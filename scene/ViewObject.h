@@ -64,7 +64,9 @@ public:
     /// As read back after the last draw that was no picking pass; zeros before: 16 values,
     /// column-major, and x, y, width, height in pixels.
     double* GetProjectionMatrix() { return projectionMatrix; }
+    const double* GetProjectionMatrix() const { return projectionMatrix; }
     int* GetViewport() { return viewport; }
+    const int* GetViewport() const { return viewport; }
 
     // What a draw without flags of its own shows.
 
@@ -97,13 +99,13 @@ public:
 
     // The scene's saved views. Null and 0 without a scene.
 
-    NamedViewList* GetSavedViews();
+    NamedViewList* GetSavedViews() const;
     int SaveCurrentView(const CString& name);
     int RestoreSavedView(const CString& name);
     int RestoreSavedView(int index);
     int DeleteSavedView(const CString& name);
     int DeleteSavedView(int index);
-    int IsSavedViewNameUsed(const CString& name);
+    int IsSavedViewNameUsed(const CString& name) const;
 
     /// Moves the camera, without turning it, until the scene's box fills the picture; an
     /// orthographic lens takes the box's extents, too. 1 when it moved; 0, changing nothing, when
@@ -134,6 +136,11 @@ public:
     void DeserializeVersion5(CArchive& archive);
 
     POINT selectionPoint = {0, 0};
+    double projectionMatrix[16] = {};
+    SceneObject* scene = nullptr;
+    DWORD showLightsMode = 0;  ///< 0 or the ShowLights bit of DrawingParameters
+    DWORD showTextures = 0;    ///< 0 or its ShowTextures bit
+    int viewport[4] = {};
 
 protected:
     int CalculateChildBounds() override;
@@ -143,11 +150,6 @@ protected:
 
     DWORD drawingMode = 1;
     ProjectionData projection;
-    double projectionMatrix[16] = {};
-    SceneObject* scene = nullptr;
-    DWORD showLightsMode = 0;
-    DWORD showTextures = 0;
-    int viewport[4] = {};
     CSize zoomDenominator{1, 1};
     CSize zoomNumerator{1, 1};
 

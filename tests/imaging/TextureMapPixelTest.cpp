@@ -110,6 +110,22 @@ TEST(TextureMap, TheContextIsCurrentAgainAfterDithering)
     EXPECT_EQ(texture.ReleaseOwnership(), 0);
 }
 
+// Fills the window with the texture, which is repeated across it once.
+void DrawTwiceAcross(TextureMap& texture)
+{
+    ASSERT_EQ(texture.PrepareTextureMap(), 1);
+    ASSERT_EQ(texture.EnableTextureMap(), 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glBegin(GL_QUADS);
+    for (const auto& [x, y] : {std::pair(0, 0), std::pair(1, 0), std::pair(1, 1), std::pair(0, 1)})
+    {
+        glTexCoord2i(2 * x, y);
+        glVertex2i(2 * x - 1, 2 * y - 1);
+    }
+    glEnd();
+    EXPECT_EQ(texture.DisableTextureMap(), 1);
+}
+
 TEST(TextureMap, ATextureIsDrawnInItsFilesColours)
 {
     const HeadlessContext current(16, 16);
@@ -123,21 +139,39 @@ TEST(TextureMap, ATextureIsDrawnInItsFilesColours)
     texture.textureFlags |= TextureMap::Textured;
     texture.modulate = 0;
     ASSERT_EQ(texture.GenerateTextureMaps(), 1);
-    ASSERT_EQ(texture.PrepareTextureMap(), 1);
-    ASSERT_EQ(texture.EnableTextureMap(), 1);
-    glClear(GL_COLOR_BUFFER_BIT);
-    glBegin(GL_QUADS);
-    for (const auto& [x, y] : {std::pair(0, 0), std::pair(1, 0), std::pair(1, 1), std::pair(0, 1)})
-    {
-        glTexCoord2i(2 * x, y);  // twice across
-        glVertex2i(2 * x - 1, 2 * y - 1);
-    }
-    glEnd();
-    EXPECT_EQ(texture.DisableTextureMap(), 1);
+    DrawTwiceAcross(texture);
     EXPECT_EQ(current.Pixel(1, 8), (Rgb{255, 0, 0}));
     EXPECT_EQ(current.Pixel(6, 8), (Rgb{0, 0, 255}));
     EXPECT_EQ(current.Pixel(9, 8), (Rgb{255, 0, 0}));
     EXPECT_EQ(current.Pixel(14, 8), (Rgb{0, 0, 255}));
+}
+
+TEST(TextureMap, ANarrowTextureIsRightUnderEveryPackAlignment)
+{
+    const HeadlessContext current(16, 16);
+    REQUIRE_CONTEXT(current);
+    for (const GLint alignment : {1, 2, 4, 8})
+    {
+        glPixelStorei(GL_PACK_ALIGNMENT, alignment);
+        TextureMap texture;
+        GiveImage(texture, 2, 4, 255, 0, 0);
+        for (int row = 0; row < 4; ++row)
+        {
+            BYTE* const right = texture.image->data + 6 * row + 3;
+            right[0] = 0;
+            right[2] = 255;
+        }
+        texture.textureFlags = TextureMap::Valid | TextureMap::Textured;
+        texture.modulate = 0;
+        ASSERT_EQ(texture.GenerateTextureMaps(), 1);
+        glPixelStorei(GL_PACK_ALIGNMENT, 4);
+        DrawTwiceAcross(texture);
+        for (const int y : {1, 6, 9, 14})
+        {
+            EXPECT_EQ(current.Pixel(1, y), (Rgb{255, 0, 0})) << alignment << ": " << y;
+            EXPECT_EQ(current.Pixel(6, y), (Rgb{0, 0, 255})) << alignment << ": " << y;
+        }
+    }
 }
 
 }  // namespace

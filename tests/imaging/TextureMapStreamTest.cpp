@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "imaging/TextureMap.h"
 
+#include "tests/support/FakeRendering.h"
 #include "tests/support/GlRecorder.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 
@@ -74,16 +76,74 @@ TEST_F(Textures, TheirExtentsAreTheNextPowersOfTwoUpToTheLimit)
     EXPECT_EQ(Extents(1, 3), "1 x 4");
 }
 
-TEST_F(Textures, RowsOfAFewPixelsAreScaledUnpadded)
+TEST_F(Textures, OnlyOfRowsThatThePackAlignmentPadsIsItAsked)
 {
-    MakeImage(2, 5);
+    const auto scaling = [this](int width) {
+        MakeImage(width, 5);
+        GlRecording recording;
+        EXPECT_EQ(texture.GenerateTextureMaps(), 1);
+        return recording.Only({"glPixelStorei", "glGetIntegerv", "gluScaleImage"});
+    };
+    EXPECT_EQ(scaling(4),
+              (Lines{"glPixelStorei GL_UNPACK_ALIGNMENT 1", "glGetIntegerv GL_MAX_TEXTURE_SIZE",
+                     "gluScaleImage GL_RGB 4 5 GL_UNSIGNED_BYTE data 4 8 GL_UNSIGNED_BYTE data"}));
+    EXPECT_EQ(scaling(2),
+              (Lines{"glPixelStorei GL_UNPACK_ALIGNMENT 1", "glGetIntegerv GL_MAX_TEXTURE_SIZE",
+                     "glGetIntegerv GL_PACK_ALIGNMENT",
+                     "gluScaleImage GL_RGB 2 5 GL_UNSIGNED_BYTE data 2 8 GL_UNSIGNED_BYTE data"}));
+}
+
+// Ends the mutex, so that waiting for it fails.
+void BreakMutex(TextureMap& map)
+{
+    CloseHandle(map.mutex);
+    map.mutex = nullptr;
+}
+
+TEST_F(Textures, OneThatCannotBeOwnedIsNeitherMadeNorEnabled)
+{
+    MakeImage(4, 4);
+    BreakMutex(texture);
     GlRecording recording;
-    recording.SetInteger(GL_PACK_ALIGNMENT, {8});
-    EXPECT_EQ(texture.GenerateTextureMaps(), 1);
-    EXPECT_EQ(recording.Only({"glPixelStorei", "gluScaleImage"}),
-              (Lines{"glPixelStorei GL_UNPACK_ALIGNMENT 1", "glPixelStorei GL_PACK_ALIGNMENT 1",
-                     "gluScaleImage GL_RGB 2 5 GL_UNSIGNED_BYTE data 2 8 GL_UNSIGNED_BYTE data",
-                     "glPixelStorei GL_PACK_ALIGNMENT 8"}));
+    EXPECT_EQ(texture.GetOwnership(), nullptr);
+    EXPECT_EQ(texture.GenerateTextureMaps(), 0);
+    EXPECT_EQ(texture.EnableTextureMap(), 0);
+    EXPECT_EQ(recording.Lines(), Lines{});
+}
+
+TEST_F(Textures, DitheringDrawsTheImageAtTheWindowsCorner)
+{
+    MakeImage(3, 2);
+    FakeRendering fake;
+    GlRecording recording;
+    ASSERT_EQ(texture.GenerateDitheredImage(), 1);
+    const Lines lines = recording.Lines();
+    const auto drawing = std::find(lines.begin(), lines.end(), "glTranslatef 0 0 -5");
+    // All matrices are identities here: window (0, 0, 0) is the volume's corner.
+    EXPECT_EQ(Lines(drawing, lines.end()),
+              (Lines{"glTranslatef 0 0 -5", "glMatrixMode GL_PROJECTION", "glLoadIdentity",
+                     "glViewport 0 0 3 2", "glMatrixMode GL_MODELVIEW",
+                     "glClear GL_DEPTH_BUFFER_BIT", "glGetDoublev GL_MODELVIEW_MATRIX",
+                     "glGetDoublev GL_PROJECTION_MATRIX", "glGetIntegerv GL_VIEWPORT",
+                     lines[static_cast<std::size_t>(drawing - lines.begin()) + 9],
+                     "glRasterPos3dv -1 -1 -1", "glPixelStorei GL_UNPACK_ALIGNMENT 1",
+                     "glDrawPixels 3 2 GL_RGB GL_UNSIGNED_BYTE data", "wglMakeCurrent null"}));
+    EXPECT_EQ(lines[static_cast<std::size_t>(drawing - lines.begin()) + 9].substr(0, 18),
+              "gluUnProject 0 0 0");
+}
+
+TEST_F(Textures, DitheringThatFailsMakesTheSavedContextCurrentInTheEnd)
+{
+    MakeImage(3, 2);
+    FakeRendering fake;
+    fake.refusesNew = true;
+    fake.currentDc = CreateCompatibleDC(nullptr);
+    const HDC saved = fake.currentDc;
+    GlRecording recording;
+    EXPECT_EQ(texture.GenerateDitheredImage(), 0);
+    EXPECT_EQ(texture.ditheredImage, nullptr);
+    EXPECT_EQ(recording.Lines().back(), "wglMakeCurrent context");
+    DeleteDC(saved);
 }
 
 TEST_F(Textures, QualityChoosesTheFilters)

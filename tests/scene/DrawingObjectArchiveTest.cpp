@@ -437,4 +437,15 @@ TEST_F(LoadedTexture, AFileThatIsThereIsKept)
     std::remove(path.c_str());
 }
 
+TEST_F(LoadedTexture, AFileThatIsNoPictureIsKeptAsValid)
+{
+    DrawingObject::SetTextureList(&list_);
+    const std::string path = testing::TempDir() + "wood.txt";
+    std::ofstream(path) << "no picture";
+    const TextureMap& texture = Load(path.c_str(), "wood");
+    EXPECT_EQ(texture.filename, path.c_str());
+    EXPECT_EQ(texture.textureFlags, TextureMap::Textured | TextureMap::Valid);
+    std::remove(path.c_str());
+}
+
 }  // namespace

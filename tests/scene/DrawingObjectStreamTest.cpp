@@ -494,9 +494,7 @@ protected:
         "glTexParameteri GL_TEXTURE_2D GL_TEXTURE_MIN_FILTER GL_LINEAR",
         "glGetIntegerv GL_MAX_TEXTURE_SIZE",
         "glGetIntegerv GL_PACK_ALIGNMENT",
-        "glPixelStorei GL_PACK_ALIGNMENT 1",
         "gluScaleImage GL_RGB 2 2 GL_UNSIGNED_BYTE data 2 2 GL_UNSIGNED_BYTE data",
-        "glPixelStorei GL_PACK_ALIGNMENT 4",
         "glTexImage2D GL_TEXTURE_2D 0 3 2 2 0 GL_RGB GL_UNSIGNED_BYTE data"};
     const Lines prepared{"glEnable GL_TEXTURE_2D", "glPixelStorei GL_UNPACK_ALIGNMENT 1",
                          "glTexParameteri GL_TEXTURE_2D GL_TEXTURE_WRAP_S GL_REPEAT",

@@ -196,6 +196,17 @@ TEST(DrawingObjectUndo, ACopyThatDiesLeavesTheOriginalsSteps)
     EXPECT_EQ(node.GetExternalUndoStack(), &stack);
 }
 
+TEST(DrawingObjectUndo, AStepSavedBeforeAttachingKeepsTheStack)
+{
+    DrawingObjectStack stack;
+    DrawingObject node;
+    node.SaveToUndo();
+    node.AttachExternalUndoStack(&stack);
+    EXPECT_EQ(node.RestoreFromUndo(), 1);
+    EXPECT_EQ(node.GetExternalUndoStack(), &stack);
+    EXPECT_TRUE(stack.IsEmpty());
+}
+
 TEST(DrawingObjectUndo, ADetachedStackMayDieFirst)
 {
     DrawingObject root;

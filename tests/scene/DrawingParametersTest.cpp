@@ -100,13 +100,14 @@ TEST(DrawingParameters, CopyingAndAssigningTakeEveryField)
     TextureMap texture;
     texture.SetName("wood");
     texture.SetQuality(2);
+    texture.SetFilename("oak.bmp");
 
     DrawingParameters original;
     original.SetFlags(0x40B8);
     original.SetColorResolution(24);
     original.SetCurrentTexture(texture);
     original.SetProjection(someProjection);
-    original.SetSolidBackgroundColor(ColorVector(0.25f, 0.5f, 0.75f, 1.0f));
+    original.SetSolidBackgroundColor(ColorVector(0.25f, 0.5f, 0.75f, 0.125f));
     original.SetTerminationEvent(&event);
     original.SetMessageWindow(&window);
     original.SetMessageWindowHandle(handle);
@@ -116,8 +117,13 @@ TEST(DrawingParameters, CopyingAndAssigningTakeEveryField)
         EXPECT_EQ(copy.GetColorResolution(), 24);
         EXPECT_EQ(copy.GetCurrentTexture().GetName(), "wood");
         EXPECT_EQ(copy.CurrentTexture().GetQuality(), 2UL);
+        EXPECT_EQ(copy.CurrentTexture().filename, "oak.bmp");
         EXPECT_EQ(copy.GetProjection(), someProjection);
-        EXPECT_EQ(copy.GetSolidBackgroundColor().green, 0.5f);
+        const ColorVector color = copy.GetSolidBackgroundColor();
+        EXPECT_EQ(color.red, 0.25f);
+        EXPECT_EQ(color.green, 0.5f);
+        EXPECT_EQ(color.blue, 0.75f);
+        EXPECT_EQ(color.alpha, 0.125f);
         EXPECT_EQ(copy.GetTerminationEvent(), &event);
         EXPECT_EQ(copy.GetMessageWindow(), &window);
         EXPECT_EQ(copy.GetMessageWindowHandle(), handle);

@@ -173,7 +173,23 @@ TEST_F(Backgrounds, TilingStopsAtTheTerminationEvent)
     ClearTo(1, 0, 1);
     parameters.SetTerminationEvent(event.Get());
     EXPECT_EQ(scene.DrawBackground(&parameters), 0);
-    EXPECT_EQ(context.ReadPixels().CountOther(untouched), 0);
+    // One row of tiles, as in the other placements.
+    EXPECT_EQ(context.ReadPixels().CountOther(untouched), bandWidth * imageHeight);
+}
+
+TEST_F(Backgrounds, ABandOfLessThanAPixelHasNoTiles)
+{
+    REQUIRE_CONTEXT(context);
+    Place(1, 3, 2);  // the first tile begins before the band
+    SizePicture(99, 63);
+    for (const auto& [width, height] : {std::pair(0.9, 20.0), std::pair(20.0, 0.9)})
+    {
+        projection.SetViewSize(width, height);
+        projection.SetViewOffset(33.5, 9.25);
+        ClearTo(1, 0, 1);
+        EXPECT_EQ(scene.DrawBackground(&parameters), 1);
+        EXPECT_EQ(context.ReadPixels().CountOther(untouched), 0);
+    }
 }
 
 Rgb Centered(int x, int y, int left, int top, int width, int height, const Rgb& around)

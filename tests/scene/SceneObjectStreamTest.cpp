@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scene/DrawingParameters.h"
 #include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
 #include "tests/support/GlRecorder.h"
 #include "tests/support/TerminationEvent.h"
 #include "tests/support/TestNodes.h"
@@ -121,6 +122,13 @@ TEST_F(Scenes, ALightThatIsStoppedStopsTheOthers)
     EXPECT_EQ(recording.NameDepth(), 0);
 }
 
+TEST_F(Scenes, ALightThatFoundNoRoomStopsNoScene)
+{
+    GlRecording recording;
+    recording.AddErrorAfter("glPushMatrix", GL_STACK_OVERFLOW, 2);
+    EXPECT_EQ(scene.DrawObject(&parameters), 1);
+}
+
 TEST_F(Scenes, TheTerminationEventStopsLightsAndScene)
 {
     const TerminationEvent event(true);
@@ -186,6 +194,19 @@ TEST_F(LightsAround, OnlyGlyphsOfLightsInUseAreDrawn)
     EXPECT_EQ(recording.Count("glEnable"), 0);
     EXPECT_EQ(recording.Count("glPushName"), 0);
     EXPECT_TRUE(recording.IsBalanced());
+}
+
+TEST_F(LightsAround, OneThatIsStoppedLeavesTheStacksAsTheyWere)
+{
+    const TerminationEvent event(true);
+    parameters.SetTerminationEvent(event.Get());
+    parameters.SetSelecting();
+    parameters.SetShowLights();
+    GlRecording recording;
+    EXPECT_EQ(scene.DrawLightsAtRadius(&parameters, 2.5f), 0);
+    EXPECT_EQ(recording.Lines(), (Lines{"glPushName 1", "glPushMatrix",
+                                        "glMultMatrixd 1 0 0 0 0 1 0 0 0 0 1 0 11 0 0 1",
+                                        "glPopMatrix", "glPopName"}));
 }
 
 TEST_F(LightsAround, ShowSelectedOnlyDrawsSelectedOnes)
@@ -274,6 +295,26 @@ TEST_F(Scenes, TheTexturesOwnershipIsGivenBackOnEveryPath)
     scene.GetTexture()->textureFlags = 0;
     scene.DrawBackground(&parameters);
     EXPECT_EQ(scene.GetTexture()->ReleaseOwnership(), 0);
+}
+
+TEST_F(Scenes, ATextureThatCannotBeOwnedIsNotDrawnAndTheSceneIs)
+{
+    TextureMap& texture = *scene.GetTexture();
+    texture.textureFlags |= TextureMap::Valid;
+    CloseHandle(texture.mutex);
+    texture.mutex = nullptr;
+    GlRecording recording;
+    EXPECT_EQ(scene.DrawFileBackgroundTexture(&parameters), 0);
+    EXPECT_EQ(scene.DrawBackground(&parameters), 0);
+    EXPECT_EQ(recording.Lines(), Lines{});
+    ViewObject view;
+    view.AttachScene(&scene);
+    EXPECT_EQ(view.Draw(&parameters), 1);
+}
+
+TEST_F(Scenes, NullIsAtNoPositionOfTheLights)
+{
+    EXPECT_EQ(scene.GetLightByPosition(nullptr), nullptr);
 }
 
 TEST_F(Scenes, ChildrenAreNamedByTheirIndexBesideTheLights)

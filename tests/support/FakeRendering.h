@@ -33,6 +33,7 @@ public:
     int chosenFormat = 3;     ///< what ChoosePixelFormat answers
     int colorBits = 24;       ///< what DescribePixelFormat says of every format
     bool hasContexts = true;  ///< else none can be created
+    bool refusesNew = false;  ///< no context becomes current but the one that is
     int copiedRows = -1;      ///< what StretchDIBits answers; -1: the source's height
     HDC currentDc = nullptr;  ///< what wglGetCurrentDC answers; wglMakeCurrent sets it
     PIXELFORMATDESCRIPTOR requested{};

@@ -104,6 +104,10 @@ BOOL wglMakeCurrent(HDC dc, HGLRC context)
         return Real(&wglMakeCurrent, "_Z14wglMakeCurrentP5HDC__P7HGLRC__")(dc, context);
     }
     Line("wglMakeCurrent", context == nullptr ? "null" : "context");
+    if (fake->refusesNew && context != nullptr && dc != fake->currentDc)
+    {
+        return FALSE;
+    }
     fake->currentDc = context == nullptr ? nullptr : dc;
     return TRUE;
 }
