@@ -12,10 +12,13 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <future>
 #include <vector>
+
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
 
 namespace
 {
@@ -111,24 +114,66 @@ private:
     HGDIOBJ previous_ = nullptr;
 };
 
-/// Rows of bands by turns, a good hundred bands each.
-void MeasurePoster(int size)
+/// The floor: bands with the recorded calls made again and read back.
+class Replayer
+{
+public:
+    explicit Replayer(GLMemoryDIB& band)
+        : band_(band),
+          width_(static_cast<int>(band.GetDIBWidth())),
+          height_(static_cast<int>(band.GetDIBHeight())),
+          pixels_(std::size_t{4} * static_cast<std::size_t>(width_) *
+                  static_cast<std::size_t>(height_))
+    {}
+
+    void DrawRow(int row)
+    {
+        for (int column = 0; column < std::ceil(band_.GetBandingColumns()); ++column)
+        {
+            band_.PrepareNextBand(row, column, nullptr);
+            Replay(calls_);
+            glReadPixels(0, 0, width_, height_, GL_BGRA, GL_UNSIGNED_BYTE, pixels_.data());
+        }
+    }
+
+private:
+    GLMemoryDIB& band_;
+    int width_;
+    int height_;
+    const std::vector<std::uint32_t> calls_ = RecordStream("showcase");
+    std::vector<BYTE> pixels_;
+};
+
+void CreateBands(GLMemoryDIB& band, const Showcase& showcase)
+{
+    if (!band.Create(showcase.view.GetProjection(), 24))
+    {
+        Fail(GetLastErrorText().c_str());
+    }
+}
+
+void AddPoster(const std::string& what, int size, double seconds, double floor, double mebibytes)
+{
+    char figure[120];
+    std::snprintf(figure, sizeof figure,
+                  "%.2f s, %.2f x replayed and read back (%.2f s), %.0f MiB at most", seconds,
+                  seconds / floor, floor, mebibytes);
+    AddSummary(what + " of " + std::to_string(size) + " x " + std::to_string(size), figure);
+}
+
+/// By turns of a good hundred bands.
+void MeasureLibrary(int size)
 {
     PeakMemory::Reset();
     Showcase showcase(size, size);
     DrawingParameters parameters = SolidDraw();
     GLMemoryDIB band;
-    if (!band.Create(showcase.view.GetProjection(), 24))
-    {
-        Fail(GetLastErrorText().c_str());
-    }
-    const int width = static_cast<int>(band.GetDIBWidth());
+    CreateBands(band, showcase);
     const int height = static_cast<int>(band.GetDIBHeight());
     const int rows = static_cast<int>(std::ceil(band.GetBandingRows()));
     const int columns = static_cast<int>(std::ceil(band.GetBandingColumns()));
     PosterFile file(size);
-    const std::vector<std::uint32_t> calls = RecordStream("showcase");
-    std::vector<BYTE> readBack(std::size_t{4} * width * height);
+    Replayer replayer(band);
 
     // A band is copied while the next one is drawn: once it is in its bits, by a thread that has no
     // context.
@@ -160,15 +205,22 @@ void MeasurePoster(int size)
             });
         }
     };
-    const auto replayRow = [&](int row) {
-        for (int column = 0; column < columns; ++column)
+    const auto drawRows = [&](int first, int end) {
+        for (int row = first; row < end; ++row)
         {
-            band.PrepareNextBand(row, column, nullptr);
-            Replay(calls);
-            glReadPixels(0, 0, width, height, GL_BGRA, GL_UNSIGNED_BYTE, readBack.data());
+            drawRow(row);
+        }
+        copied.get();
+    };
+    const auto replayRows = [&](int first, int end) {
+        for (int row = first; row < end; ++row)
+        {
+            replayer.DrawRow(row);
         }
     };
 
+    drawRows(0, 1);  // warm both
+    replayRows(0, 1);
     constexpr int bandsInTurn = 120;
     const int rowsInTurn = std::max(1, bandsInTurn / columns);
     double ours = 0;
@@ -176,34 +228,76 @@ void MeasurePoster(int size)
     for (int first = 0; first < rows; first += rowsInTurn)
     {
         const int end = std::min(rows, first + rowsInTurn);
-        ours += Seconds([&] {
-            for (int row = first; row < end; ++row)
-            {
-                drawRow(row);
-            }
-            copied.get();
-        });
-        floor += Seconds([&] {
-            for (int row = first; row < end; ++row)
-            {
-                replayRow(row);
-            }
-        });
+        ours += Seconds([&] { drawRows(first, end); });
+        floor += Seconds([&] { replayRows(first, end); });
     }
     file.EndStrip();
-    char figure[160];
-    std::snprintf(figure, sizeof figure,
-                  "%.2f s, %.2f x replayed and read back (%.2f s), %.0f MiB at most", ours,
-                  ours / floor, floor, PeakMemory::MiB());
-    AddSummary("picture of " + std::to_string(size) + " x " + std::to_string(size) + " in " +
-                   std::to_string(rows * columns) + " bands",
-               figure);
+    AddPoster("picture in " + std::to_string(rows * columns) + " bands", size, ours, floor,
+              PeakMemory::MiB());
+}
+
+/// The most memory that a program had resident, in MiB.
+double RunTool(std::vector<std::string> arguments)
+{
+    arguments.insert(arguments.begin(), ORVANE_TOOL);
+    std::vector<char*> pointers;
+    for (std::string& argument : arguments)
+    {
+        pointers.push_back(argument.data());
+    }
+    pointers.push_back(nullptr);
+    pid_t child = 0;
+    int status = 1;
+    rusage usage{};
+    if (posix_spawn(&child, ORVANE_TOOL, nullptr, nullptr, pointers.data(), environ) != 0 ||
+        wait4(child, &status, 0, &usage) != child || status != 0)
+    {
+        Fail("the tool failed");
+    }
+    return static_cast<double>(usage.ru_maxrss) / 1024;
+}
+
+/// The tool, in a fresh process, on the same scene, process start and all.
+void MeasureTool(int size, const char* ending)
+{
+    Showcase showcase(size, size);
+    const ScratchFile scene;
+    {
+        CFile file(scene.Path(), CFile::modeCreate | CFile::modeWrite);
+        CArchive archive(&file, CArchive::store);
+        archive.WriteObject(&showcase.scene);
+        archive.WriteObject(&showcase.view);
+        archive.Close();
+    }
+    const ScratchFile picture(ending);
+    const std::string side = std::to_string(size);
+    double mebibytes = 0;
+    const double seconds = Seconds([&] {
+        mebibytes = RunTool({"render", "--scene", scene.Path(), "--size", side + "x" + side,
+                             "--samples", "1", "-o", picture.Path()});
+    });
+
+    GLMemoryDIB band;
+    CreateBands(band, showcase);
+    Replayer replayer(band);
+    replayer.DrawRow(0);
+    const double floor = Seconds([&] {
+        for (int row = 0; row < std::ceil(band.GetBandingRows()); ++row)
+        {
+            replayer.DrawRow(row);
+        }
+    });
+    AddPoster(std::string("the tool's ") + ending, size, seconds, floor, mebibytes);
 }
 
 void Measure()
 {
-    MeasurePoster(4096);
-    MeasurePoster(20000);
+    for (const int size : {4096, 20000})
+    {
+        MeasureLibrary(size);
+        MeasureTool(size, ".bmp");
+    }
+    MeasureTool(20000, ".png");
 }
 const SummaryPart part("poster", Measure);
 

@@ -9,9 +9,10 @@
 class ScratchFile
 {
 public:
-    ScratchFile()
+    /// \param ending of its name.
+    explicit ScratchFile(const char* ending = "")
         : path_((std::filesystem::temp_directory_path() /
-                 ("orvane-bench-" + std::to_string(std::random_device()())))
+                 ("orvane-bench-" + std::to_string(std::random_device()()) + ending))
                     .string())
     {}
     ~ScratchFile()
