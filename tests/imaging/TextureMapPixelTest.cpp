@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace
 {
 
@@ -110,8 +113,8 @@ TEST(TextureMap, TheContextIsCurrentAgainAfterDithering)
     EXPECT_EQ(texture.ReleaseOwnership(), 0);
 }
 
-// Fills the window with the texture, which is repeated across it once.
-void DrawTwiceAcross(TextureMap& texture)
+// Fills the window with the texture, so many times across.
+void DrawAcross(TextureMap& texture, int repeats)
 {
     ASSERT_EQ(texture.PrepareTextureMap(), 1);
     ASSERT_EQ(texture.EnableTextureMap(), 1);
@@ -119,11 +122,67 @@ void DrawTwiceAcross(TextureMap& texture)
     glBegin(GL_QUADS);
     for (const auto& [x, y] : {std::pair(0, 0), std::pair(1, 0), std::pair(1, 1), std::pair(0, 1)})
     {
-        glTexCoord2i(2 * x, y);
+        glTexCoord2i(repeats * x, y);
         glVertex2i(2 * x - 1, 2 * y - 1);
     }
     glEnd();
     EXPECT_EQ(texture.DisableTextureMap(), 1);
+}
+
+// Black and white columns, each a pixel wide, in a texture of that quality.
+struct Columns : TextureMap
+{
+    explicit Columns(DWORD drawnQuality)
+    {
+        GiveImage(*this, 16, 16, 0, 0, 0);
+        for (int i = 0; i < 16 * 16; i += 2)
+        {
+            std::fill_n(image->data + 3 * i, 3, BYTE{255});
+        }
+        textureFlags = Valid | Textured;
+        modulate = 0;
+        quality = drawnQuality;
+    }
+};
+
+TEST(TextureMap, EnlargedItIsMixedUnlessItsQualityIs0)
+{
+    const HeadlessContext current(64, 64);
+    REQUIRE_CONTEXT(current);
+    for (const DWORD quality : {0U, 1U, 2U})
+    {
+        Columns texture(quality);
+        ASSERT_EQ(texture.GenerateTextureMaps(), 1);
+        DrawAcross(texture, 1);  // four pixels for one
+        int greys = 0;
+        for (int x = 0; x < 64; ++x)
+        {
+            const int level = current.Pixel(x, 32).green;
+            greys += level > 20 && level < 235;
+        }
+        // Mixed in straight lines from one column's middle to the next.
+        EXPECT_EQ(greys, quality == 0 ? 0 : 64) << quality;
+        EXPECT_GT(current.Pixel(1, 32).green, 127);
+        EXPECT_LT(current.Pixel(5, 32).green, 127);
+    }
+}
+
+TEST(TextureMap, MadeSmallItIsEvenlyGreyWithMipmapsAlone)
+{
+    const HeadlessContext current(16, 16);
+    REQUIRE_CONTEXT(current);
+    for (const DWORD quality : {0U, 1U, 2U})
+    {
+        Columns texture(quality);
+        ASSERT_EQ(texture.GenerateTextureMaps(), 1);
+        DrawAcross(texture, 5);  // five pixels for one
+        int greys = 0;
+        for (int x = 0; x < 16; ++x)
+        {
+            greys += std::abs(current.Pixel(x, 8).green - 127) <= 3;
+        }
+        EXPECT_EQ(greys == 16, quality == 2) << quality << ": " << greys;
+    }
 }
 
 TEST(TextureMap, ATextureIsDrawnInItsFilesColours)
@@ -139,7 +198,7 @@ TEST(TextureMap, ATextureIsDrawnInItsFilesColours)
     texture.textureFlags |= TextureMap::Textured;
     texture.modulate = 0;
     ASSERT_EQ(texture.GenerateTextureMaps(), 1);
-    DrawTwiceAcross(texture);
+    DrawAcross(texture, 2);
     EXPECT_EQ(current.Pixel(1, 8), (Rgb{255, 0, 0}));
     EXPECT_EQ(current.Pixel(6, 8), (Rgb{0, 0, 255}));
     EXPECT_EQ(current.Pixel(9, 8), (Rgb{255, 0, 0}));
@@ -165,7 +224,7 @@ TEST(TextureMap, ANarrowTextureIsRightUnderEveryPackAlignment)
         texture.modulate = 0;
         ASSERT_EQ(texture.GenerateTextureMaps(), 1);
         glPixelStorei(GL_PACK_ALIGNMENT, 4);
-        DrawTwiceAcross(texture);
+        DrawAcross(texture, 2);
         for (const int y : {1, 6, 9, 14})
         {
             EXPECT_EQ(current.Pixel(1, y), (Rgb{255, 0, 0})) << alignment << ": " << y;
