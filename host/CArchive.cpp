@@ -98,6 +98,7 @@ struct CArchive::State
     std::vector<Entry> loaded{Entry{nullptr, 0, nullptr}};  // by index; 0 is null
     UINT objectSchema = static_cast<UINT>(-1);
     int depth = 0;
+    VersionObserver versionObserver;
 };
 
 CArchive::CArchive(CFile* file, UINT mode, int bufferSize) : state_(std::make_unique<State>())
@@ -156,6 +157,19 @@ void CArchive::Fail(int cause, const std::string& message) const
         }
     }
     AfxThrowArchiveException(cause, place + ": " + message);
+}
+
+void CArchive::ObserveVersions(VersionObserver observer)
+{
+    state_->versionObserver = std::move(observer);
+}
+
+void CArchive::NoteVersion(const CRuntimeClass* recordClass, DWORD version) const
+{
+    if (state_->versionObserver)
+    {
+        state_->versionObserver(recordClass, version);
+    }
 }
 
 void CArchive::RequireLoading() const
@@ -550,10 +564,12 @@ CRuntimeClass* CArchive::ReadClass(const CRuntimeClass* requested, UINT* schema,
     State::Entry entry{nullptr, 0, nullptr};
     if (mark == newClassMark)
     {
-        entry.runtimeClass = CRuntimeClass::Load(*this, &entry.schema);
+        std::string name;
+        entry.runtimeClass = CRuntimeClass::Load(*this, &entry.schema, &name);
         if (entry.runtimeClass == nullptr)
         {
-            Fail(CArchiveException::badClass, "a class that is not known");
+            Fail(CArchiveException::badClass,
+                 name.empty() ? "a class without a usable name" : "no class " + name + " is known");
         }
         if (entry.schema != static_cast<WORD>(entry.runtimeClass->m_wSchema) &&
             (entry.runtimeClass->m_wSchema & VERSIONABLE_SCHEMA) == 0)

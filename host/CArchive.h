@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <type_traits>
 
@@ -162,12 +163,23 @@ public:
     UINT GetObjectSchema();
     void SetObjectSchema(UINT schema);
 
+    /// Called with the class and the version of each record whose version is read and known, base
+    /// classes' records and member objects' included, in the order of the file.
+    using VersionObserver = std::function<void(const CRuntimeClass* recordClass, DWORD version)>;
+    /// An empty one ends it.
+    void ObserveVersions(VersionObserver observer);
+    /// For readers of records, of a version that they know; see ReadRecordVersion.
+    void NoteVersion(const CRuntimeClass* recordClass, DWORD version) const;
+
+    /// Throws a CArchiveException whose message begins with the file and, on loading, the place in
+    /// it.
+    [[noreturn]] void Fail(int cause, const std::string& message) const;
+
 private:
     struct State;
 
     void RequireLoading() const;
     void RequireStoring() const;
-    [[noreturn]] void Fail(int cause, const std::string& message) const;
     UINT Fill();
     void Drain();
     void WriteIndex(DWORD index, bool isClass);

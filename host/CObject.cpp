@@ -59,14 +59,14 @@ void CRuntimeClass::Store(CArchive& archive) const
     const std::size_t length = std::strlen(m_lpszClassName);
     if (length > longestClassName)
     {
-        AfxThrowArchiveException(CArchiveException::badClass,
-                                 std::string(m_lpszClassName) + ": the class name is too long");
+        archive.Fail(CArchiveException::badClass,
+                     std::string(m_lpszClassName) + ": the class name is too long");
     }
     archive << static_cast<WORD>(m_wSchema) << static_cast<WORD>(length);
     archive.Write(m_lpszClassName, static_cast<UINT>(length));
 }
 
-CRuntimeClass* CRuntimeClass::Load(CArchive& archive, UINT* schema)
+CRuntimeClass* CRuntimeClass::Load(CArchive& archive, UINT* schema, std::string* name)
 {
     WORD storedSchema;
     WORD length;
@@ -75,11 +75,15 @@ CRuntimeClass* CRuntimeClass::Load(CArchive& archive, UINT* schema)
     {
         return nullptr;
     }
-    char name[longestClassName + 1] = {};
-    archive.ReadExactly(name, length);
+    char storedName[longestClassName + 1] = {};
+    archive.ReadExactly(storedName, length);
     *schema = storedSchema;
+    if (name != nullptr)
+    {
+        name->assign(storedName, length);
+    }
     // A zero inside the name would make it match a shorter one.
-    return std::strlen(name) == length ? FromName(name) : nullptr;
+    return std::strlen(storedName) == length ? FromName(storedName) : nullptr;
 }
 
 CRuntimeClass* CObject::GetRuntimeClass() const

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <iosfwd>
+#include <string>
 
 class CArchive;
 class CObject;
@@ -44,8 +45,9 @@ struct ORVANE_API CRuntimeClass
     /// Writes schema and name as an archive's class record has them.
     void Store(CArchive& archive) const;
 
-    /// Reads such a record; null when no class has the name. \p schema receives the stored schema.
-    static CRuntimeClass* Load(CArchive& archive, UINT* schema);
+    /// Reads such a record; null when no class has the name. \p schema receives the stored schema,
+    /// \p name, when given, the name, unless it is too long for a class.
+    static CRuntimeClass* Load(CArchive& archive, UINT* schema, std::string* name = nullptr);
 };
 
 /// Enters a class into the list that FromName searches, at start-up.
@@ -85,6 +87,10 @@ protected:
 #define DECLARE_DYNAMIC(class_name)         \
 public:                                     \
     static CRuntimeClass class##class_name; \
+    static CRuntimeClass* GetOwnClass()     \
+    {                                       \
+        return &class##class_name;          \
+    }                                       \
     CRuntimeClass* GetRuntimeClass() const override;
 
 #define DECLARE_DYNCREATE(class_name) \

@@ -3,15 +3,17 @@
 
 #include <string>
 
-DWORD ReadRecordVersion(CArchive& archive, DWORD newest)
+DWORD ReadRecordVersion(CArchive& archive, const CRuntimeClass* runtimeClass, DWORD newest)
 {
     DWORD version;
     archive >> version;
     if (version == 0 || version > newest)
     {
-        AfxThrowArchiveException(CArchiveException::badSchema,
-                                 "record version " + std::to_string(version) + " where 1 to " +
-                                     std::to_string(newest) + " are known");
+        archive.Fail(CArchiveException::badSchema,
+                     std::string("class ") + runtimeClass->m_lpszClassName +
+                         " has a record of version " + std::to_string(version) + " where 1 to " +
+                         std::to_string(newest) + " are known");
     }
+    archive.NoteVersion(runtimeClass, version);
     return version;
 }

@@ -569,8 +569,7 @@ void MemoryMappedDIB::DeserializeVersion1(CArchive& archive)
         !Create(storedWidth, storedHeight, horizontalResolution, verticalResolution, storedBitCount,
                 CString()))
     {
-        AfxThrowArchiveException(CArchiveException::generic,
-                                 "a stored bitmap of an impossible size");
+        archive.Fail(CArchiveException::generic, "a bitmap of an impossible size");
     }
     const DWORD kept = std::min(storedSize, ImageSize_());
     archive.ReadExactly(dibBits, kept);

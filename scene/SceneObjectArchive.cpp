@@ -72,8 +72,9 @@ void SceneObject::DeserializeLights(CArchive& archive)
     {
         if (static_cast<LONG>(light->lightNumber) < GL_LIGHT0)
         {
-            AfxThrowArchiveException(CArchiveException::badClass,
-                                     "a stored light has a number below the first OpenGL light's");
+            archive.Fail(CArchiveException::badClass,
+                         "a light has the number " + std::to_string(light->lightNumber) +
+                             " where OpenGL's begin at " + std::to_string(GL_LIGHT0));
         }
     }
     DestroyLights();

@@ -69,7 +69,7 @@ void SceneTemplate::Serialize(CArchive& archive)
     }
     // Not even the version that is written above: templates live in the profile.
     constexpr DWORD newestRead = 1;
-    ReadRecordVersion(archive, newestRead);
+    ReadRecordVersion(archive, RUNTIME_CLASS(SceneTemplate), newestRead);
     DeserializeVersion1(archive);
 }
 

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "host/RecordVersion.h"
 
-#include "tests/support/RecordBytes.h"
+#include "scene/NamedView.h"
+#include "tests/support/NodeRecords.h"
 #include "tests/support/SampleObjects.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -50,4 +54,57 @@ TEST(RecordVersion, AcceptsOneToTheNewestAlone)
     }
     Versioned record;
     EXPECT_EQ(LoadCause(record, Bytes{3, 0, 0}), CArchiveException::endOfFile);
+}
+
+TEST(RecordVersion, ARefusalNamesThePlaceTheClassAndWhatIsKnown)
+{
+    Versioned record;
+    try
+    {
+        LoadRecord(record, RecordBytes().Dword(4));
+        FAIL() << "nothing was refused";
+    }
+    catch (const CArchiveException& refusal)
+    {
+        EXPECT_STREQ(
+            refusal.what(),
+            "archive: byte 4: class SampleNode has a record of version 4 where 1 to 3 are known");
+    }
+}
+
+TEST(RecordVersion, AnObserverLearnsEachThatIsReadAndKnown)
+{
+    const Bytes bytes = RecordBytes().Dword(2).Dword(1).Dword(3).Dword(4);
+    CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
+    CArchive archive(&file, CArchive::load);
+    std::vector<std::pair<std::string, DWORD>> read;
+    archive.ObserveVersions([&read](const CRuntimeClass* recordClass, DWORD version) {
+        read.emplace_back(recordClass->m_lpszClassName, version);
+    });
+    Versioned record;
+    record.Serialize(archive);
+    record.Serialize(archive);
+    archive.ObserveVersions(nullptr);
+    record.Serialize(archive);
+    archive.ObserveVersions([&read](const CRuntimeClass*, DWORD version) {
+        read.emplace_back("the refused", version);
+    });
+    EXPECT_THROW(record.Serialize(archive), CArchiveException);
+    EXPECT_EQ(read,
+              (std::vector<std::pair<std::string, DWORD>>{{"SampleNode", 2}, {"SampleNode", 1}}));
+}
+
+TEST(RecordVersion, OfAReaderPerVersionIsObservedToo)
+{
+    NamedView view;
+    const Bytes bytes = RecordBytes().Dword(1).String("a").Append(CoordinateTransformRecord());
+    CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
+    CArchive archive(&file, CArchive::load);
+    std::vector<std::pair<std::string, DWORD>> read;
+    archive.ObserveVersions([&read](const CRuntimeClass* recordClass, DWORD version) {
+        read.emplace_back(recordClass->m_lpszClassName, version);
+    });
+    view.Serialize(archive);
+    EXPECT_EQ(read, (std::vector<std::pair<std::string, DWORD>>{{"NamedView", 1},
+                                                                {"CoordinateTransform", 1}}));
 }
