@@ -74,6 +74,11 @@ public:
     /// was, when drawing is cancelled.
     int TextOutA(OrvString* string, DrawingParameters* parameters);
 
+    /// The same, of the characters from \p first up to \p end alone (indices into the whole string,
+    /// line ends included), at their places in the text. Tells which character a picked part is of.
+    int DrawCharacters(OrvString* string, DrawingParameters* parameters, std::size_t first,
+                       std::size_t end);
+
     /// Measures the text at scale 1 (the signs of its scale kept) and at its scale, and stores in
     /// it the offset of its first line. \p third becomes zero, as do the others for an empty text.
     void CalculateStringExtents(OrvString* string, DVector* unscaledSize, DVector* scaledSize,

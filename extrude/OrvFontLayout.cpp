@@ -150,6 +150,12 @@ struct Extents
 
 int OrvFont::TextOutA(OrvString* string, DrawingParameters* parameters)
 {
+    return DrawCharacters(string, parameters, 0, string->textString.Text().size());
+}
+
+int OrvFont::DrawCharacters(OrvString* string, DrawingParameters* parameters, std::size_t first,
+                            std::size_t end)
+{
     const std::string_view text = string->textString.Text();
     if (text.empty())
     {
@@ -193,11 +199,12 @@ int OrvFont::TextOutA(OrvString* string, DrawingParameters* parameters)
                 return 0;
             }
             const int glyphIndex = LookupGlyphIndex(static_cast<unsigned char>(text[k]));
-            if (solid)
+            const bool isWanted = k >= first && k < end;
+            if (isWanted && solid)
             {
                 RenderGlyph(glyphIndex, string, extrusion, parameters);
             }
-            else if (wireframe)
+            else if (isWanted && wireframe)
             {
                 DrawGlyph(glyphIndex, string, extrusion, parameters);
             }

@@ -52,6 +52,41 @@ int ParseInteger(const std::string& option, const std::string& text, int least, 
     return static_cast<int>(value);
 }
 
+std::array<int, 2> ParsePair(const std::string& option, const std::string& text, char sign,
+                             const std::string& form)
+{
+    const auto isNumber = [](const std::string& digits) {
+        constexpr std::size_t mostDigits = 9;
+        return !digits.empty() && digits.size() <= mostDigits &&
+               digits.find_first_not_of("0123456789") == std::string::npos;
+    };
+    const std::size_t middle = std::min(text.find(sign), text.size());
+    const std::string first = text.substr(0, middle);
+    const std::string second = text.substr(std::min(middle + 1, text.size()));
+    if (!isNumber(first) || !isNumber(second))
+    {
+        throw UsageError(option + ": expected " + form + ", found \"" + text + "\"");
+    }
+    return {std::stoi(first), std::stoi(second)};
+}
+
+std::array<int, 2> ParseSize(const std::string& text)
+{
+    constexpr int largestSide = 100000;
+    const std::string form = "WIDTHxHEIGHT, both at least 1";
+    const std::array<int, 2> size = ParsePair("--size", text, 'x', form);
+    if (size[0] < 1 || size[1] < 1)
+    {
+        throw UsageError("--size: expected " + form + ", found \"" + text + "\"");
+    }
+    if (size[0] > largestSide || size[1] > largestSide)
+    {
+        throw UsageError("--size: at most " + std::to_string(largestSide) +
+                         " in each direction, found " + text);
+    }
+    return size;
+}
+
 std::vector<std::string> SplitAtCommas(const std::string& text)
 {
     std::vector<std::string> parts(1);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,13 @@ std::vector<std::string> SplitAtCommas(const std::string& text);
 /// Exactly so many numbers. \p form says what was expected, as "two pixels as X,Y".
 std::vector<double> ParseNumbers(const std::string& option, const std::string& text,
                                  std::size_t count, const std::string& form);
+
+/// Two whole numbers from 0, of at most nine digits, with the sign between them. \p form says what
+/// was expected.
+std::array<int, 2> ParsePair(const std::string& option, const std::string& text, char sign,
+                             const std::string& form);
+/// What --size says: width and height in pixels, each from 1 to 100000.
+std::array<int, 2> ParseSize(const std::string& text);
 
 /// Whether a file's name ends so, in either letter case; the name alone does not count.
 bool HasEnding(const std::string& path, const std::string& ending);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cstdio>
 #include <string_view>
 
 namespace
@@ -68,6 +69,19 @@ ColorVector ParseColor(const std::string& option, const std::string& text)
     throw UsageError(
         option + ": \"" + text +
         "\" is no colour; expected a name such as navy or gold, #rgb, #rrggbb or #rrggbbaa");
+}
+
+std::string ColorText(const ColorVector& color)
+{
+    std::string text = "#";
+    for (const float part : {color.red, color.green, color.blue, color.alpha})
+    {
+        const float step = part > 0 ? std::min(part, 1.0f) * 255 : 0;  // what is no number is 0
+        char digits[3];
+        std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned>(step + 0.5f));
+        text += digits;
+    }
+    return text.ends_with("ff") ? text.substr(0, 7) : text;
 }
 
 ColorVector Shade(const ColorVector& color, float factor)

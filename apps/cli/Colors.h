@@ -12,6 +12,9 @@ inline constexpr const char* defaultBackground = "#141a2b";
 /// Throws UsageError, naming the option, for anything else.
 ColorVector ParseColor(const std::string& option, const std::string& text);
 
+/// As #rrggbb, with alpha where it is not opaque; each part at the nearest of its 256 steps.
+std::string ColorText(const ColorVector& color);
+
 /// The same hue, darker or lighter: red, green and blue times \p factor, at most 1.
 ColorVector Shade(const ColorVector& color, float factor);
 

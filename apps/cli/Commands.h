@@ -10,4 +10,6 @@ class App;
 // UsageError.
 void AddRenderCommand(CLI::App& app);
 void AddFontsCommand(CLI::App& app);
+void AddInfoCommand(CLI::App& app);
+void AddPickCommand(CLI::App& app);
 void AddShowcaseCommand(CLI::App& app);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/Commands.h"
 #include "apps/cli/FontChoice.h"
+#include "apps/cli/JsonWriter.h"
 #include "apps/cli/OutputFile.h"
 #include "apps/cli/TextCodes.h"
 #include "extrude/Library.h"
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdio>
 #include <memory>
 
 namespace
@@ -31,29 +31,6 @@ bool ContainsIgnoringCase(const std::string& text, const std::string& part)
     return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
 }
 
-std::string JsonText(const std::string& text)
-{
-    std::string json = "\"";
-    for (const unsigned char c : text)
-    {
-        if (c == '"' || c == '\\')
-        {
-            json += {'\\', static_cast<char>(c)};
-        }
-        else if (c < 0x20)
-        {
-            char escape[8];
-            std::snprintf(escape, sizeof escape, "\\u%04x", c);
-            json += escape;
-        }
-        else
-        {
-            json += static_cast<char>(c);
-        }
-    }
-    return json + '"';
-}
-
 std::string FieldText(const BYTE* field)
 {
     return ToUtf8(reinterpret_cast<const char*>(field));
@@ -63,7 +40,9 @@ void ListFonts(const FontsOptions& options)
 {
     LoadFonts();
     const OrvFontList& fonts = *GetFontList();
-    std::string text;
+    std::string names;
+    JsonWriter json;
+    json.BeginArray();
     for (POSITION position = fonts.GetHeadPosition(); position != nullptr;)
     {
         OrvFont& font = *fonts.GetNext(position);
@@ -72,23 +51,18 @@ void ListFonts(const FontsOptions& options)
         {
             continue;
         }
-        if (!options.json)
-        {
-            text += name + '\n';
-            continue;
-        }
+        names += name + '\n';
         const ENUMLOGFONTA& record = *font.GetEnumLogFont();
-        text += text.empty() ? "\n" : ",\n";
-        text += "  {\"name\": " + JsonText(name) +
-                ", \"family\": " + JsonText(ToUtf8(record.elfLogFont.lfFaceName)) +
-                ", \"style\": " + JsonText(FieldText(record.elfStyle)) +
-                ", \"weight\": " + std::to_string(record.elfLogFont.lfWeight) +
-                ", \"italic\": " + (record.elfLogFont.lfItalic != 0 ? "true" : "false") + "}";
+        json.BeginObject(JsonWriter::onOneLine);
+        json.Member("name", name);
+        json.Member("family", ToUtf8(record.elfLogFont.lfFaceName));
+        json.Member("style", FieldText(record.elfStyle));
+        json.Member("weight", record.elfLogFont.lfWeight);
+        json.Member("italic", record.elfLogFont.lfItalic != 0);
+        json.EndObject();
     }
-    if (options.json)
-    {
-        text = "[" + text + (text.empty() ? "]\n" : "\n]\n");
-    }
+    json.EndArray();
+    const std::string text = options.json ? json.Result() : names;
     OutputFile output("-");
     output.Write(text.data(), text.size());
     output.Commit();

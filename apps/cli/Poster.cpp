@@ -21,7 +21,6 @@
 namespace
 {
 
-constexpr int largestSide = 100000;
 constexpr unsigned int outlineMode = 0x2;  // of a view
 constexpr double wiresPerPicture = 480;    // a wire's width goes that often into the picture
 
@@ -209,12 +208,6 @@ Bands MakeBands(GLMemoryDIB& dib, const ProjectionData& projection, const Poster
 
 void CheckPoster(const PosterSettings& settings)
 {
-    if (settings.width > largestSide || settings.height > largestSide)
-    {
-        throw UsageError("--size: at most " + std::to_string(largestSide) +
-                         " in each direction, found " + std::to_string(settings.width) + "x" +
-                         std::to_string(settings.height));
-    }
     if (settings.bits < 24 && settings.samples > 1)
     {
         throw UsageError("--samples: a picture of 8 or 16 bits has one per pixel, found " +

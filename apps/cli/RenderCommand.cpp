@@ -74,16 +74,6 @@ struct Request
     SceneRequest scene;
 };
 
-void ParseSize(const std::string& text, PosterSettings& settings)
-{
-    int used = 0;
-    if (std::sscanf(text.c_str(), "%9dx%9d%n", &settings.width, &settings.height, &used) != 2 ||
-        used != static_cast<int>(text.size()) || settings.width < 1 || settings.height < 1)
-    {
-        throw UsageError("--size: expected WIDTHxHEIGHT, both at least 1, found \"" + text + "\"");
-    }
-}
-
 TextLook ParseLook(const RenderOptions& options)
 {
     TextLook look;
@@ -150,7 +140,9 @@ Request ParseRequest(const RenderOptions& options)
     request.hasSize = options.size.has_value();
     if (options.size)
     {
-        ParseSize(*options.size, settings);
+        const std::array<int, 2> size = ParseSize(*options.size);
+        settings.width = size[0];
+        settings.height = size[1];
     }
     settings.bits = ParseInteger("--bits", options.bits, 8, 32);
     settings.samples = options.samples;

@@ -62,8 +62,7 @@ void ReadObjects(CArchive& archive, SceneDocument& document)
     BYTE more = 0;
     if (count != 0 && (codePage != GetACP() || archive.Read(&more, sizeof more) != 0))
     {
-        AfxThrowArchiveException(CArchiveException::generic,
-                                 "other bytes behind the view than a code page");
+        archive.Fail(CArchiveException::generic, "other bytes behind the view than a code page");
     }
 }
 
@@ -123,6 +122,9 @@ SceneDocument SceneDocument::Load(const std::string& path)
     std::error_code ignored;
     const NearbyTextures textures(std::filesystem::absolute(path, ignored).parent_path());
     CArchive archive(&file, CArchive::load);
+    archive.ObserveVersions([&document](const CRuntimeClass* recordClass, DWORD version) {
+        ++document.records[{recordClass->m_lpszClassName, version}];
+    });
     try
     {
         ReadObjects(archive, document);

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/Types.h"
+
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 class OutputFile;
 class SceneObject;
@@ -35,6 +39,9 @@ public:
 
     std::string path;         ///< that it was loaded from; empty for a new one
     std::uint64_t bytes = 0;  ///< of that file
+    /// How many records of each class and version were read from it, those of base classes and
+    /// member objects included.
+    std::map<std::pair<std::string, DWORD>, int> records;
     std::unique_ptr<SceneObject> scene;
     std::unique_ptr<ViewObject> view;  ///< looks at the scene
 };

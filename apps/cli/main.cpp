@@ -9,6 +9,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -22,8 +23,12 @@ constexpr int couldNotBeDone = 1;
 constexpr int wrongUsage = 2;
 constexpr int helpColumn = 40;
 
-int Complain(const std::string& message, int status)
+int Complain(std::string message, int status)
 {
+    // A message may quote a damaged file: nothing of it steers the terminal.
+    std::replace_if(
+        message.begin(), message.end(),
+        [](unsigned char c) { return (c < 0x20 && c != '\n') || c == 0x7F; }, '?');
     ClearProgress();
     std::fprintf(stderr, "orvane: %s\n", message.c_str());
     return status;
@@ -54,7 +59,7 @@ int Run(CLI::App& app, int argc, char** argv)
         app.parse(argc, argv);
         if (app.get_subcommands().empty())
         {
-            throw UsageError("a subcommand is needed: render, fonts or showcase");
+            throw UsageError("a subcommand is needed: render, info, pick, fonts or showcase");
         }
     }
     catch (const CLI::Success& question)
@@ -85,6 +90,8 @@ int main(int argc, char** argv)
         app.set_version_flag("--version", ORVANE_VERSION);
         app.get_formatter()->column_width(helpColumn);
         AddRenderCommand(app);
+        AddInfoCommand(app);
+        AddPickCommand(app);
         AddFontsCommand(app);
         AddShowcaseCommand(app);
         return Run(app, argc, argv);

@@ -2,10 +2,10 @@
 // Lists of fonts, and fonts by their names.
 
 #include "tests/support/DecodedPicture.h"
+#include "tests/support/Json.h"
 #include "tests/support/ToolRun.h"
 
 #include <algorithm>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <sstream>
 
@@ -33,114 +33,6 @@ std::vector<std::string> ListFonts(const std::vector<std::string>& arguments = {
     EXPECT_EQ(result.err, "");
     return LinesOf(result.out);
 }
-
-/// Reads a JSON text by the grammar, strictly, and collects the values of the keys "name".
-class JsonReader
-{
-public:
-    explicit JsonReader(const std::string& text) : at_(text.c_str()), end_(at_ + text.size()) {}
-
-    bool ReadAll()
-    {
-        const bool whole = Value();
-        Space();
-        return whole && at_ == end_;
-    }
-
-    std::vector<std::string> names;
-
-private:
-    void Space()
-    {
-        while (at_ != end_ && std::strchr(" \t\r\n", *at_) != nullptr)
-        {
-            ++at_;
-        }
-    }
-
-    bool Take(const char* token)
-    {
-        Space();
-        const std::size_t length = std::strlen(token);
-        const bool there = static_cast<std::size_t>(end_ - at_) >= length &&
-                           std::equal(token, token + length, at_);
-        at_ += there ? length : 0;
-        return there;
-    }
-
-    bool Text(std::string& text)
-    {
-        if (!Take("\""))
-        {
-            return false;
-        }
-        for (; at_ != end_ && *at_ != '"'; ++at_)
-        {
-            if (static_cast<unsigned char>(*at_) < 0x20)
-            {
-                return false;
-            }
-            if (*at_ == '\\' && (++at_ == end_ || std::strchr("\"\\/bfnrtu", *at_) == nullptr))
-            {
-                return false;
-            }
-            text += *at_;
-        }
-        return Take("\"");
-    }
-
-    bool Number()
-    {
-        Space();
-        char* after = nullptr;
-        std::strtod(at_, &after);
-        const bool number = after != at_;
-        at_ = after;
-        return number;
-    }
-
-    bool Items(bool (JsonReader::*item)(), const char* close)
-    {
-        if (Take(close))
-        {
-            return true;
-        }
-        do
-        {
-            if (!(this->*item)())
-            {
-                return false;
-            }
-        } while (Take(","));
-        return Take(close);
-    }
-
-    bool Member()
-    {
-        std::string key;
-        if (!Text(key) || !Take(":"))
-        {
-            return false;
-        }
-        if (key != "name")
-        {
-            return Value();
-        }
-        return Text(names.emplace_back());
-    }
-
-    bool Value()
-    {
-        std::string text;
-        return Take("true") || Take("false") || Take("null") ||
-               (Take("[")   ? Items(&JsonReader::Value, "]")
-                : Take("{") ? Items(&JsonReader::Member, "}")
-                            : Text(text) || Number());
-    }
-
-    const char* at_;
-    const char* end_;
-};
 
 TEST(ToolFonts, AreListedOneALineInTheOrderOfTheirBytes)
 {
@@ -172,9 +64,12 @@ TEST(ToolFonts, JsonHasTheSameNamesInTheSameOrder)
         ToolFolder folder;
         const ToolResult result = folder.Run({"fonts", "--json", filter});
         EXPECT_EQ(result.status, 0);
-        JsonReader reader(result.out);
-        EXPECT_TRUE(reader.ReadAll()) << result.out;
-        EXPECT_EQ(reader.names, ListFonts({filter}));
+        std::vector<std::string> names;
+        for (const Json& font : Json::Parse(result.out).elements)
+        {
+            names.push_back(font["name"].string);
+        }
+        EXPECT_EQ(names, ListFonts({filter}));
     }
 }
 

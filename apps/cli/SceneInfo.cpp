@@ -1,0 +1,247 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/SceneInfo.h"
+
+#include "apps/cli/Colors.h"
+#include "apps/cli/JsonWriter.h"
+#include "apps/cli/SceneDocument.h"
+#include "apps/cli/SceneNames.h"
+#include "apps/cli/TextCodes.h"
+#include "apps/cli/TextTable.h"
+#include "extrude/OrvFont.h"
+#include "import3ds/ThreeDStudioObject.h"
+#include "import3ds/TriangularMeshObject.h"
+#include "platform/Fonts.h"
+#include "scene/NamedView.h"
+#include "scene/OrvFontString.h"
+#include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
+
+#include <cmath>
+#include <cstdio>
+
+namespace
+{
+
+/// A number with as many digits as people read.
+std::string Short(double value)
+{
+    constexpr double nothing = 5e-7;  // what only rounding makes of 0
+    char digits[32];
+    std::snprintf(digits, sizeof digits, "%.4g", std::fabs(value) < nothing ? 0.0 : value);
+    return digits;
+}
+
+std::string Triple(double x, double y, double z)
+{
+    return Short(x) + " " + Short(y) + " " + Short(z);
+}
+
+std::string Triple(const Vector& vector)
+{
+    return Triple(vector.x, vector.y, vector.z);
+}
+
+std::string CountText(int count, const std::string& one, const std::string& many)
+{
+    return std::to_string(count) + " " + (count == 1 ? one : many);
+}
+
+/// The number with commas between its thousands.
+std::string Grouped(std::uint64_t number)
+{
+    std::string digits = std::to_string(number);
+    for (std::size_t end = digits.size(); end > 3; end -= 3)
+    {
+        digits.insert(end - 3, ",");
+    }
+    return digits;
+}
+
+std::string MaterialText(const NamedColor& material)
+{
+    std::string text = ColorText(material.GetDiffuseColor());
+    text += "  ambient " + ColorText(material.GetAmbientColor());
+    text += "  specular " + ColorText(material.GetSpecularColor());
+    const ColorVector glow = material.GetEmissionColor();
+    if (glow.red != 0 || glow.green != 0 || glow.blue != 0)
+    {
+        text += "  emission " + ColorText(glow);
+    }
+    text += "  shininess " + Short(material.GetShininess());
+    return text + "  " + Quoted(ToUtf8(material.GetName()));
+}
+
+std::string TextureText(const TextureMap& texture)
+{
+    std::string text = Quoted(texture.filename.Text()) + ", " + QualityName(texture.GetQuality());
+    text += ", " + Short(texture.GetRepeatRate()) + " times across";
+    text += texture.ShouldScaleWithObject() ? ", scales with the node" : "";
+    return text + (texture.ShouldTexture() ? "" : ", switched off");
+}
+
+std::string EdgesText(const OrvString& text)
+{
+    std::string edges = StyleName(text.GetBevelStyle());
+    if (!text.ShouldSquareEdges())
+    {
+        edges += " " + Short(text.GetBevelDepth()) + " on " + LocationName(text.GetBevelLocation());
+        edges += text.ShouldScaleBevels() ? ", scales" : "";
+    }
+    return edges;
+}
+
+void AddText(TextTable& table, const OrvString& text)
+{
+    const auto* const inFont = dynamic_cast<const OrvFontString*>(&text);
+    const OrvFont* const font = inFont != nullptr ? inFont->GetFont() : nullptr;
+    table.Add({"", "font", font != nullptr ? Quoted(ToUtf8(font->GetFullName())) : "none"});
+    table.Add({"", "edges", EdgesText(text)});
+    table.Add({"", "align", SideName(text.GetJustification())});
+    table.Add({"", "face", MaterialText(text.GetFaceColor())});
+    table.Add({"", "edge", MaterialText(text.GetEdgeColor())});
+    table.Add({"", "bevel", MaterialText(text.GetBevelColor())});
+}
+
+void AddNode(TextTable& table, const DrawingObject& node, const NodePath& path)
+{
+    table.AddLine(PathText(path), TitleOf(node) + (node.IsDeleted() ? ", deleted" : ""));
+    if (const auto* const text = dynamic_cast<const OrvString*>(&node))
+    {
+        AddText(table, *text);
+    }
+    else if (const auto* const mesh = dynamic_cast<const TriangularMeshObject*>(&node))
+    {
+        table.Add({"", "mesh",
+                   CountText(mesh->GetVerticies()->GetSize(), "vertex", "vertices") + ", " +
+                       CountText(mesh->GetFaces()->GetSize(), "face", "faces")});
+    }
+    else if (const auto* const import = dynamic_cast<const ThreeDStudioObject*>(&node))
+    {
+        for (int i = 0; i < import->materials.GetSize(); ++i)
+        {
+            table.Add({"", "material", MaterialText(import->materials.GetAt(i))});
+        }
+    }
+    if (!node.GetTexture()->filename.IsEmpty())
+    {
+        table.Add({"", "texture", TextureText(*node.GetTexture())});
+    }
+    const double* const matrix = node.GetCompositeMatrix();
+    table.Add({"", "at", Triple(matrix[12], matrix[13], matrix[14])});
+    const bool bounded = (node.bounds.flags & BoundingElement::localBoundsDefined) != 0;
+    table.Add({"", "bounds",
+               bounded ? Triple(node.GetBoundsGlobalMinimum()) + " to " +
+                             Triple(node.GetBoundsGlobalMaximum())
+                       : "none"});
+    for (int i = 0; i < node.GetChildCount(); ++i)
+    {
+        NodePath below = path;
+        below.push_back(i);
+        AddNode(table, *node.GetChildByIndex(i), below);
+    }
+}
+
+std::string CameraText(const ProjectionData& lens)
+{
+    if (lens.IsOrthographic())
+    {
+        return "orthographic, " + Short(lens.GetOrthographicWidth()) + " wide";
+    }
+    return "perspective, " + Short(lens.GetFieldOfViewAngle()) + " degrees, lens " +
+           Short(lens.GetLensLength()) + " mm";
+}
+
+std::string PlaceOf(const CoordinateTransform& transform)
+{
+    const double* const matrix = transform.GetCompositeMatrix();
+    return "moves the scene by " + Triple(matrix[12], matrix[13], matrix[14]);
+}
+
+std::string BackgroundText(const SceneObject& scene)
+{
+    const TextureMap& picture = *scene.GetTexture();
+    const std::string color = ColorText(scene.GetBackgroundColor());
+    if (picture.filename.IsEmpty())
+    {
+        return color;
+    }
+    return color + ", " + Quoted(picture.filename.Text()) + " " + PlacementName(picture.placement) +
+           " at " + Short(picture.GetHorizontalLocation()) + "," +
+           Short(picture.GetVerticalLocation());
+}
+
+std::string LightsText(const SceneObject& scene)
+{
+    TextTable table;
+    int inUse = 0;
+    for (int i = 0; i < scene.GetLightCount(); ++i)
+    {
+        const LightObject& light = *scene.GetLightByIndex(i);
+        const NamedColor colors = light.GetColors();
+        const double* const matrix = light.GetCompositeMatrix();
+        inUse += light.IsInUse() ? 1 : 0;
+        table.Add({std::to_string(i), light.IsInUse() ? "in use" : "free",
+                   light.IsActive() ? "on" : "off",
+                   light.IsDirectional() ? "directional" : "positional",
+                   ColorText(colors.GetDiffuseColor()),
+                   light.IsDirectional() ? "towards " + Triple(-matrix[8], -matrix[9], -matrix[10])
+                                         : "at " + Triple(matrix[12], matrix[13], matrix[14]),
+                   Quoted(ToUtf8(colors.GetName()))});
+    }
+    return "\nLights: " + std::to_string(inUse) + " of " + std::to_string(scene.GetLightCount()) +
+           " in use\n" + table.Text();
+}
+
+std::string SavedViewsText(const SceneObject& scene)
+{
+    const NamedViewList& views = *scene.GetSavedViews();
+    TextTable table;
+    int index = 0;
+    for (POSITION position = views.GetHeadPosition(); position != nullptr; ++index)
+    {
+        const NamedView& view = *views.GetNext(position);
+        table.Add({std::to_string(index), Quoted(ToUtf8(view.GetName())),
+                   CameraText(view.GetProjection()), PlaceOf(view.GetTransform())});
+    }
+    return "\nSaved views: " + std::to_string(index) + "\n" + table.Text();
+}
+
+}  // namespace
+
+std::string SceneToText(const SceneDocument& document)
+{
+    const SceneObject& scene = *document.scene;
+    const ViewObject& view = *document.view;
+    TextTable general;
+    general.Add(
+        {"camera", CameraText(view.GetProjection()) + ", " + PlaceOf(*view.GetTransform())});
+    general.Add({"drawing", DrawingModeName(view.GetDrawingModeIndex()) +
+                                (view.ShouldShowTextures() ? ", textured" : "") +
+                                (view.ShouldShowLightsMode() ? ", lights shown" : "")});
+    general.Add({"background", BackgroundText(scene)});
+    general.Add({"lighting", "ambient " + ColorText(scene.GetGlobalAmbientColor()) +
+                                 ", lights follow the " +
+                                 (scene.ShouldRotateLightsWithScene() ? "scene" : "camera")});
+
+    TextTable nodes;
+    for (int i = 0; i < scene.GetChildCount(); ++i)
+    {
+        AddNode(nodes, *scene.GetChildByIndex(i), {i});
+    }
+    TextTable records;
+    for (const auto& [record, count] : document.records)
+    {
+        records.Add({record.first, "version " + std::to_string(record.second),
+                     CountText(count, "record", "records")});
+    }
+    return Quoted(document.path) + ": a scene, " + Grouped(document.bytes) +
+           " bytes, texts in code page " + std::to_string(GetACP()) + "\n" + general.Text() +
+           "\nNodes: " + std::to_string(scene.GetDescendentCount()) + "\n" + nodes.Text() +
+           LightsText(scene) + SavedViewsText(scene) + "\nRecords\n" + records.Text();
+}
+
+std::string TellScene(const std::string& path, bool json)
+{
+    const SceneDocument document = SceneDocument::Load(path);
+    return json ? SceneToJson(document) : SceneToText(document);
+}

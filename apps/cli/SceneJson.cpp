@@ -1,0 +1,324 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/JsonWriter.h"
+#include "apps/cli/SceneDocument.h"
+#include "apps/cli/SceneInfo.h"
+#include "apps/cli/SceneNames.h"
+#include "apps/cli/TextCodes.h"
+#include "extrude/OrvFont.h"
+#include "import3ds/ThreeDStudioObject.h"
+#include "import3ds/TriangularMeshObject.h"
+#include "platform/Fonts.h"
+#include "scene/NamedView.h"
+#include "scene/OrvFontString.h"
+#include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
+
+#include <cmath>
+
+namespace
+{
+
+void WriteColor(JsonWriter& json, const char* key, const ColorVector& color)
+{
+    json.Numbers(key, color.red, color.green, color.blue, color.alpha);
+}
+
+void WriteVector(JsonWriter& json, const char* key, const Vector& vector)
+{
+    json.Numbers(key, vector.x, vector.y, vector.z);
+}
+
+void WriteVector(JsonWriter& json, const char* key, const DVector& vector)
+{
+    json.Numbers(key, vector.x, vector.y, vector.z);
+}
+
+void WriteMatrix(JsonWriter& json, const char* key, const CoordinateTransform& transform)
+{
+    const double* const matrix = transform.GetCompositeMatrix();
+    json.Key(key);
+    json.BeginArray(JsonWriter::onOneLine);
+    for (int i = 0; i < 16; ++i)
+    {
+        json.Value(matrix[i]);
+    }
+    json.EndArray();
+}
+
+/// The members of a material, into an object that is open.
+void WriteMaterial(JsonWriter& json, const NamedColor& material)
+{
+    json.Member("name", ToUtf8(material.GetName()));
+    WriteColor(json, "ambient", material.GetAmbientColor());
+    WriteColor(json, "diffuse", material.GetDiffuseColor());
+    WriteColor(json, "emission", material.GetEmissionColor());
+    WriteColor(json, "specular", material.GetSpecularColor());
+    json.Member("shininess", material.GetShininess());
+}
+
+void WriteMaterial(JsonWriter& json, const char* key, const NamedColor& material)
+{
+    json.Key(key);
+    json.BeginObject(JsonWriter::onOneLine);
+    WriteMaterial(json, material);
+    json.EndObject();
+}
+
+/// A node's texture; null when it has none.
+void WriteTexture(JsonWriter& json, const TextureMap& texture)
+{
+    json.Key("texture");
+    if (texture.filename.IsEmpty())
+    {
+        json.Null();
+        return;
+    }
+    json.BeginObject(JsonWriter::onOneLine);
+    json.Member("name", ToUtf8(texture.GetName()));
+    json.Member("file", texture.filename.Text());
+    json.Member("on", texture.ShouldTexture() != 0);
+    json.Member("quality", QualityName(texture.GetQuality()));
+    json.Member("repeat", texture.GetRepeatRate());
+    json.Member("scales", texture.ShouldScaleWithObject() != 0);
+    json.Member("blended", texture.modulate != 0);
+    json.EndObject();
+}
+
+/// The stored box, in the node's own coordinates and in its parent's; null when there is none.
+void WriteBounds(JsonWriter& json, const DrawingObject& node)
+{
+    json.Key("bounds");
+    if ((node.bounds.flags & BoundingElement::localBoundsDefined) == 0)
+    {
+        json.Null();
+        return;
+    }
+    json.BeginObject();
+    const auto box = [&json](const char* key, const Vector& minimum, const Vector& maximum) {
+        json.Key(key);
+        json.BeginObject(JsonWriter::onOneLine);
+        WriteVector(json, "minimum", minimum);
+        WriteVector(json, "maximum", maximum);
+        json.EndObject();
+    };
+    box("own", node.GetBoundsLocalMinimum(), node.GetBoundsLocalMaximum());
+    box("parent", node.GetBoundsGlobalMinimum(), node.GetBoundsGlobalMaximum());
+    json.EndObject();
+}
+
+void WriteText(JsonWriter& json, const OrvString& text)
+{
+    const auto* const inFont = dynamic_cast<const OrvFontString*>(&text);
+    json.Member("text", NameOfNode(text));
+    json.Key("font");
+    if (inFont != nullptr && inFont->GetFont() != nullptr)
+    {
+        json.Text(ToUtf8(inFont->GetFont()->GetFullName()));
+    }
+    else
+    {
+        json.Null();
+    }
+    json.Member("style", StyleName(text.GetBevelStyle()));
+    json.Member("bevel", text.GetBevelDepth());
+    json.Member("bevelOn", LocationName(text.GetBevelLocation()));
+    json.Member("bevelScales", text.ShouldScaleBevels() != 0);
+    json.Member("align", SideName(text.GetJustification()));
+    json.Member("characterSpacing", text.GetInterCharacterSpacing());
+    json.Member("lineSpacing", text.GetInterLineSpacing());
+    json.Key("materials");
+    json.BeginObject();
+    WriteMaterial(json, "face", text.GetFaceColor());
+    WriteMaterial(json, "edge", text.GetEdgeColor());
+    WriteMaterial(json, "bevel", text.GetBevelColor());
+    json.EndObject();
+}
+
+void WriteMesh(JsonWriter& json, const TriangularMeshObject& mesh)
+{
+    json.Member("name", NameOfNode(mesh));
+    json.Member("vertices", mesh.GetVerticies()->GetSize());
+    json.Member("faces", mesh.GetFaces()->GetSize());
+}
+
+void WriteImport(JsonWriter& json, const ThreeDStudioObject& import)
+{
+    json.Key("materials");
+    json.BeginArray();
+    for (int i = 0; i < import.materials.GetSize(); ++i)
+    {
+        json.BeginObject(JsonWriter::onOneLine);
+        WriteMaterial(json, import.materials.GetAt(i));
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
+void WriteNode(JsonWriter& json, const DrawingObject& node, const NodePath& path)
+{
+    json.BeginObject();
+    json.Key("path");
+    json.BeginArray(JsonWriter::onOneLine);
+    for (const int index : path)
+    {
+        json.Value(index);
+    }
+    json.EndArray();
+    json.Member("class", node.GetRuntimeClass()->m_lpszClassName);
+    if (const auto* const text = dynamic_cast<const OrvString*>(&node))
+    {
+        WriteText(json, *text);
+    }
+    else if (const auto* const mesh = dynamic_cast<const TriangularMeshObject*>(&node))
+    {
+        WriteMesh(json, *mesh);
+    }
+    else if (const auto* const import = dynamic_cast<const ThreeDStudioObject*>(&node))
+    {
+        WriteImport(json, *import);
+    }
+    json.Member("deleted", node.IsDeleted() != 0);
+    json.Member("transparent", node.IsTransparent() != 0);
+    WriteVector(json, "size", node.GetScaledDimensions());
+    WriteMatrix(json, "transform", *node.GetTransform());
+    WriteBounds(json, node);
+    if (!path.empty())  // the scene's own is its background
+    {
+        WriteTexture(json, *node.GetTexture());
+    }
+    json.Key("children");
+    json.BeginArray();
+    for (int i = 0; i < node.GetChildCount(); ++i)
+    {
+        NodePath below = path;
+        below.push_back(i);
+        WriteNode(json, *node.GetChildByIndex(i), below);
+    }
+    json.EndArray();
+    json.EndObject();
+}
+
+void WriteLight(JsonWriter& json, const LightObject& light, int index)
+{
+    const double* const matrix = light.GetCompositeMatrix();
+    json.BeginObject();
+    json.Member("index", index);
+    json.Member("name", ToUtf8(light.GetColors().GetName()));
+    json.Member("number", light.GetLightNumber() - GL_LIGHT0);
+    json.Member("inUse", light.IsInUse() != 0);
+    json.Member("on", light.IsActive() != 0);
+    json.Member("kind", light.IsDirectional() ? "directional" : "positional");
+    WriteColor(json, "ambient", light.GetColors().GetAmbientColor());
+    WriteColor(json, "diffuse", light.GetColors().GetDiffuseColor());
+    WriteColor(json, "specular", light.GetColors().GetSpecularColor());
+    json.Numbers("position", matrix[12], matrix[13], matrix[14]);
+    // It shines along its own negative z axis.
+    json.Numbers("direction", -matrix[8], -matrix[9], -matrix[10]);
+    json.Member("spotCutoff", light.GetSpotCutoffAngle());
+    json.Member("spotExponent", light.GetSpotExponent());
+    json.EndObject();
+}
+
+/// The members of a camera, into an object that is open.
+void WriteCamera(JsonWriter& json, const CoordinateTransform& transform, const ProjectionData& lens)
+{
+    json.Member("projection", lens.IsOrthographic() ? "orthographic" : "perspective");
+    json.Member("fieldOfView", lens.GetFieldOfViewAngle());
+    json.Member("lens", lens.GetLensLength());
+    json.Numbers("orthographicSize", lens.GetOrthographicWidth(), lens.GetOrthographicHeight());
+    WriteMatrix(json, "transform", transform);
+}
+
+void WriteView(JsonWriter& json, const ViewObject& view)
+{
+    const ProjectionData lens = view.GetProjection();
+    json.Key("view");
+    json.BeginObject();
+    WriteCamera(json, *view.GetTransform(), lens);
+    json.Member("referenceAspect", lens.GetReferenceAspect());
+    json.Member("referenceHeight", lens.referenceHeight);
+    json.Member("mode", DrawingModeName(view.GetDrawingModeIndex()));
+    json.Member("showsLights", view.ShouldShowLightsMode() != 0);
+    json.Member("showsTextures", view.ShouldShowTextures() != 0);
+    json.EndObject();
+}
+
+void WriteBackground(JsonWriter& json, const SceneObject& scene)
+{
+    const TextureMap& picture = *scene.GetTexture();
+    json.Key("background");
+    json.BeginObject();
+    WriteColor(json, "color", scene.GetBackgroundColor());
+    json.Key("picture");
+    if (picture.filename.IsEmpty())
+    {
+        json.Null();
+    }
+    else
+    {
+        json.BeginObject(JsonWriter::onOneLine);
+        json.Member("name", ToUtf8(picture.GetName()));
+        json.Member("file", picture.filename.Text());
+        json.Member("placement", PlacementName(picture.placement));
+        json.Numbers("at", picture.GetHorizontalLocation(), picture.GetVerticalLocation());
+        json.EndObject();
+    }
+    json.EndObject();
+}
+
+void WriteScene(JsonWriter& json, const SceneObject& scene)
+{
+    WriteBackground(json, scene);
+    WriteColor(json, "ambientLight", scene.GetGlobalAmbientColor());
+    json.Member("localViewer", scene.IsLightingLocalViewer() != 0);
+    json.Member("lightsFollow", scene.ShouldRotateLightsWithScene() ? "scene" : "camera");
+    json.Key("lights");
+    json.BeginArray();
+    for (int i = 0; i < scene.GetLightCount(); ++i)
+    {
+        WriteLight(json, *scene.GetLightByIndex(i), i);
+    }
+    json.EndArray();
+
+    json.Key("savedViews");
+    json.BeginArray();
+    const NamedViewList& views = *scene.GetSavedViews();
+    for (POSITION position = views.GetHeadPosition(); position != nullptr;)
+    {
+        const NamedView& saved = *views.GetNext(position);
+        json.BeginObject();
+        json.Member("name", ToUtf8(saved.GetName()));
+        WriteCamera(json, saved.GetTransform(), saved.GetProjection());
+        json.EndObject();
+    }
+    json.EndArray();
+    json.Key("scene");
+    WriteNode(json, scene, {});
+}
+
+}  // namespace
+
+std::string SceneToJson(const SceneDocument& document)
+{
+    JsonWriter json;
+    json.BeginObject();
+    json.Member("file", document.path);
+    json.Member("kind", "scene");
+    json.Member("bytes", document.bytes);
+    json.Member("codePage", GetACP());
+    WriteView(json, *document.view);
+    WriteScene(json, *document.scene);
+    json.Key("records");
+    json.BeginArray();
+    for (const auto& [record, count] : document.records)
+    {
+        json.BeginObject(JsonWriter::onOneLine);
+        json.Member("class", record.first);
+        json.Member("version", record.second);
+        json.Member("count", count);
+        json.EndObject();
+    }
+    json.EndArray();
+    json.EndObject();
+    return json.Result();
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/TextTable.h"
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr std::size_t gap = 2;  // spaces before each column
+
+/// Characters, not bytes.
+std::size_t Width(const std::string& text)
+{
+    return static_cast<std::size_t>(std::count_if(
+        text.begin(), text.end(), [](unsigned char byte) { return (byte & 0xC0) != 0x80; }));
+}
+
+}  // namespace
+
+std::string TextTable::Text() const
+{
+    std::vector<std::size_t> widths;
+    for (const Row& row : rows_)
+    {
+        const std::size_t count = row.cells.size() - (row.spans ? 1 : 0);
+        widths.resize(std::max(widths.size(), count));
+        for (std::size_t i = 0; i < count; ++i)
+        {
+            widths[i] = std::max(widths[i], Width(row.cells[i]));
+        }
+    }
+    std::string text;
+    for (const Row& row : rows_)
+    {
+        for (std::size_t i = 0; i < row.cells.size(); ++i)
+        {
+            const std::string& cell = row.cells[i];
+            text.append(gap, ' ');
+            text += cell;
+            if (i + 1 < row.cells.size())
+            {
+                text.append(widths[i] - Width(cell), ' ');
+            }
+        }
+        text.erase(text.find_last_not_of(' ') + 1);
+        text += '\n';
+    }
+    return text;
+}

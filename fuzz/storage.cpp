@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// Any bytes as a compound file, from which a bitmap is read.
+#include "fuzz/InputFile.h"
+#include "orvane.h"
+#include "platform/Storage.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t count)
+{
+    static const InputFile input;
+    const std::string& path = input.Fill(bytes, count);
+    const std::u16string name(path.begin(), path.end());
+    IStorage* storage = nullptr;
+    if (FAILED(StgOpenStorage(name.c_str(), nullptr, STGM_READ, nullptr, 0, &storage)))
+    {
+        return 0;
+    }
+    MemoryMappedDIB bitmap;
+    bitmap.ReadFromStorage(storage, "Bitmap");
+    storage->Release();
+    return 0;
+}
