@@ -63,9 +63,7 @@ void ListFonts(const FontsOptions& options)
     }
     json.EndArray();
     const std::string text = options.json ? json.Result() : names;
-    OutputFile output("-");
-    output.Write(text.data(), text.size());
-    output.Commit();
+    WriteToStandardOutput(text);
 }
 
 }  // namespace

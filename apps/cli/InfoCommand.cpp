@@ -2,7 +2,6 @@
 #include "apps/cli/Commands.h"
 #include "apps/cli/OutputFile.h"
 #include "apps/cli/SceneInfo.h"
-#include "apps/cli/Terminal.h"
 
 #include <CLI/CLI.hpp>
 
@@ -19,11 +18,7 @@ struct InfoOptions
 
 void Tell(const InfoOptions& options)
 {
-    const std::string text = TellScene(options.file, options.json);
-    ClearProgress();
-    OutputFile output("-");
-    output.Write(text.data(), text.size());
-    output.Commit();
+    WriteToStandardOutput(TellScene(options.file, options.json));
 }
 
 }  // namespace

@@ -181,3 +181,10 @@ void OutputFile::Fail(int error) const
     throw Failure((kind_ == Kind::StandardOutput ? "standard output" : path_) + ": " +
                   std::strerror(error));
 }
+
+void WriteToStandardOutput(const std::string& text)
+{
+    OutputFile output("-");
+    output.Write(text.data(), text.size());
+    output.Commit();
+}

@@ -47,3 +47,6 @@ private:
     Kind kind_ = Kind::Regular;
     std::FILE* file_ = nullptr;
 };
+
+/// Puts a whole answer out on standard output. Throws Failure when it cannot be written.
+void WriteToStandardOutput(const std::string& text);

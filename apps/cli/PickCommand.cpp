@@ -6,7 +6,6 @@
 #include "apps/cli/OutputFile.h"
 #include "apps/cli/SceneDocument.h"
 #include "apps/cli/ScenePick.h"
-#include "apps/cli/Terminal.h"
 #include "apps/cli/TextCodes.h"
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
@@ -161,10 +160,7 @@ void Pick(const PickOptions& options)
         ScenePicker(document, size[0], size[1]).Pick(place[0], place[1]);
     const std::string text =
         options.json ? PartsToJson(*document.scene, parts) : PartsToText(*document.scene, parts);
-    ClearProgress();
-    OutputFile output("-");
-    output.Write(text.data(), text.size());
-    output.Commit();
+    WriteToStandardOutput(text);
 }
 
 }  // namespace

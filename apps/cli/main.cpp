@@ -46,10 +46,7 @@ void Answer(const CLI::App& app, const CLI::Success& question)
 {
     std::ostringstream text;
     app.exit(question, text, text);
-    const std::string answer = text.str();
-    OutputFile output("-");
-    output.Write(answer.data(), answer.size());
-    output.Commit();
+    WriteToStandardOutput(text.str());
 }
 
 int Run(CLI::App& app, int argc, char** argv)

@@ -180,6 +180,19 @@ TEST(LightObject, UndoKeepsSelectionAndParentAndTakesBackEverythingElse)
     light.AttachExternalUndoStack(nullptr);
 }
 
+TEST(LightObject, UndoOfAStepThatIsNullIsRefused)
+{
+    struct OpenLight : LightObject
+    {
+        using LightObject::undoStack;
+    };
+    OpenLight light;
+    light.undoStack.Push(nullptr);
+    EXPECT_EQ(light.RestoreFromUndo(), 0);
+    EXPECT_EQ(light.undoStack.GetCount(), 1);
+    light.undoStack.Pop();
+}
+
 TEST(LightObject, ANewLightsRecordHasItsFieldsInOrder)
 {
     LightObject light;

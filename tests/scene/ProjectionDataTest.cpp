@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <vector>
 
 namespace
 {
@@ -144,6 +145,42 @@ TEST(ProjectionData, ANegativeSizeLeavesTheVolume)
     EXPECT_NEAR(projection.GetLensLength(), 17.5, 1e-6);
 }
 
+std::vector<double> AllFields(const ProjectionData& p)
+{
+    return {p.GetAspect(),
+            p.GetDiagonalDistance(),
+            p.GetFieldOfViewAngle(),
+            static_cast<double>(p.projectionFlags),
+            p.GetHeight(),
+            p.GetHeightNear(),
+            p.GetLeftNear(),
+            p.GetLensLength(),
+            p.GetOrthographicHeight(),
+            p.GetOrthographicWidth(),
+            p.GetReferenceAspect(),
+            p.referenceFieldOfViewAngle,
+            p.referenceHeight,
+            p.GetScaleX(),
+            p.GetScaleY(),
+            p.GetTopNear(),
+            p.GetUnscaledWidth(),
+            p.GetUnscaledHeight(),
+            p.GetViewBottom(),
+            p.GetViewLeft(),
+            p.GetViewRight(),
+            p.GetViewTop(),
+            p.GetViewHeight(),
+            p.GetViewWidth(),
+            p.GetViewXOffset(),
+            p.viewWidthNear,
+            p.GetViewYOffset(),
+            p.viewHeightNear,
+            p.GetWidth(),
+            p.GetWidthNear(),
+            p.GetZFar(),
+            p.GetZNear()};
+}
+
 TEST(ProjectionData, CopiesTakeEveryField)
 {
     ProjectionData projection = Sized(200, 100);
@@ -151,21 +188,21 @@ TEST(ProjectionData, CopiesTakeEveryField)
     projection.SetViewOffset(4, 5);
     projection.SetFieldOfViewAngle(50);
     projection.SaveReferenceAspect();
+    projection.SetOrthographicWidth(7);
     projection.SetOrthographic();
+    projection.ClearFitToWindow();
+
+    // All but the clipping distances, which nothing sets, differ from a new one's.
+    const std::vector<double> fields = AllFields(projection);
+    const std::vector<double> initial = AllFields(ProjectionData());
+    for (std::size_t i = 0; i + 2 < fields.size(); ++i)
+    {
+        EXPECT_NE(fields[i], initial[i]) << i;
+    }
     ProjectionData assigned;
     assigned = projection;
-    const ProjectionData copy(assigned);
-    EXPECT_EQ(copy.GetWidth(), 400);
-    EXPECT_EQ(copy.GetUnscaledHeight(), 100);
-    EXPECT_EQ(copy.GetScaleY(), 3);
-    EXPECT_EQ(copy.GetViewXOffset(), 4);
-    EXPECT_EQ(copy.GetViewYOffset(), 5);
-    EXPECT_EQ(copy.GetViewWidth(), 200);
-    EXPECT_EQ(copy.GetFieldOfViewAngle(), 50);
-    EXPECT_EQ(copy.referenceFieldOfViewAngle, 50);
-    EXPECT_EQ(copy.IsOrthographic(), 2);
-    EXPECT_EQ(copy.GetViewLeft(), projection.GetViewLeft());
-    EXPECT_EQ(copy.GetDiagonalDistance(), projection.GetDiagonalDistance());
+    EXPECT_EQ(AllFields(assigned), fields);
+    EXPECT_EQ(AllFields(ProjectionData(assigned)), fields);
 }
 
 TEST(ProjectionData, ResizeIgnoresSizesThatAreNotPositive)
@@ -271,6 +308,41 @@ TEST(ProjectionData, CopyFromSavedTakesTheLensAndKeepsTheWindow)
     EXPECT_NEAR(projection.GetLensLength(), 17.5 / std::tan(30 * M_PI / 180), 1e-5);
     EXPECT_EQ(projection.GetWidth(), 640);
     EXPECT_EQ(projection.GetViewHeight(), 480);
+}
+
+TEST(ProjectionData, CopyFromSavedTakesNothingElse)
+{
+    ProjectionData saved = Sized(100, 100);
+    saved.SetScale(9, 9);
+    saved.SetViewOffset(8, 8);
+    saved.SetReferenceAspect(3);
+    saved.ClearFitToWindow();
+
+    ProjectionData projection = Sized(640, 480);
+    projection.SetOrthographic();
+    EXPECT_EQ(projection.CopyFromSaved(saved), 1);
+    EXPECT_EQ(projection.IsOrthographic(), 0);  // perspective again
+    EXPECT_EQ(projection.ShouldFitToWindow(), 1);
+    EXPECT_EQ(projection.GetScaleX(), 1);
+    EXPECT_EQ(projection.GetViewXOffset(), 0);
+    EXPECT_EQ(projection.GetReferenceAspect(), 1);
+    EXPECT_EQ(projection.GetUnscaledHeight(), 480);
+    // The orthographic height follows this window's aspect: the width is the master extent.
+    EXPECT_EQ(projection.GetOrthographicWidth(), 5);
+    EXPECT_EQ(projection.GetOrthographicHeight(), 3.75);
+}
+
+TEST(ProjectionData, ASubWindowLeavesTheWholeVolume)
+{
+    ProjectionData projection = Sized(200, 100);
+    const double left = projection.GetLeftNear();
+    const double lens = projection.GetLensLength();
+    projection.SetViewSize(20, 10);
+    projection.SetViewOffset(30, 40);
+    EXPECT_EQ(projection.GetLeftNear(), left);
+    EXPECT_EQ(projection.GetLensLength(), lens);
+    EXPECT_EQ(projection.GetWidth(), 200);
+    EXPECT_EQ(projection.GetAspect(), 2);
 }
 
 TEST(ProjectionData, FitToWindowIsAFlagOnly)

@@ -15,6 +15,7 @@ namespace
 struct OpenView : ViewObject
 {
     using ViewObject::projection;
+    using ViewObject::undoStack;
 };
 
 TEST(ViewObject, ANewOneStandsFiveUnitsBackAndRenders)
@@ -191,6 +192,29 @@ TEST(ViewObject, CopiesTakeModesLensSceneAndZoom)
         EXPECT_EQ(taken->GetZoomDenominator().cx, 5);
         EXPECT_XYZ(taken->GetTranslation(), 1.0, 2.0, 3.0);
     }
+}
+
+TEST(ViewObject, AssignmentLeavesTheSelectionPointAndWhatWasReadBack)
+{
+    ViewObject view;
+    view.SetSelectionPoint({7, 8});
+    view.GetViewport()[2] = 640;
+    view.GetProjectionMatrix()[5] = 2;
+    ViewObject assigned;
+    assigned.SetSelectionPoint({1, 2});
+    assigned = view;
+    EXPECT_EQ(assigned.selectionPoint.x, 1);
+    EXPECT_EQ(assigned.GetViewport()[2], 0);
+    EXPECT_EQ(assigned.GetProjectionMatrix()[5], 0.0);
+}
+
+TEST(ViewObject, UndoOfAStepThatIsNullIsRefused)
+{
+    OpenView view;
+    view.undoStack.Push(nullptr);
+    EXPECT_EQ(view.RestoreFromUndo(), 0);
+    EXPECT_EQ(view.undoStack.GetCount(), 1);
+    view.undoStack.Pop();
 }
 
 TEST(ViewObject, UndoTakesBackTheModesAndTheLensLengthAlone)
