@@ -48,70 +48,84 @@ public:
     }
 };
 
-/// A square BMP file of 24 bits, of which a strip at a time is a bitmap.
+/// A square BMP file of 24 bits, written a strip at a time: of its rows only those are in memory.
 class PosterFile
 {
 public:
-    explicit PosterFile(int size) : size_(size), rowBytes_((std::uint64_t{24} * size + 31) / 32 * 4)
+    explicit PosterFile(int size)
+        : size_(size),
+          rowBytes_((std::uint64_t{24} * static_cast<std::uint64_t>(size) + 31) / 32 * 4)
     {
-        file_ = CreateFileA(path_.Path(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                            FILE_ATTRIBUTE_NORMAL, nullptr);
-        const std::uint64_t bytes = firstPixel + rowBytes_ * size_;
-        mapping_ =
-            CreateFileMappingA(file_, nullptr, PAGE_READWRITE, static_cast<DWORD>(bytes >> 32),
+        // A mapping of the whole length takes the space on the disk.
+        const HANDLE file = CreateFileA(path_.Path(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                        CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        const std::uint64_t bytes = firstPixel + rowBytes_ * static_cast<std::uint64_t>(size_);
+        const HANDLE mapping =
+            CreateFileMappingA(file, nullptr, PAGE_READWRITE, static_cast<DWORD>(bytes >> 32),
                                static_cast<DWORD>(bytes), nullptr);
-        if (mapping_ == nullptr)
+        CloseHandle(mapping);
+        CloseHandle(file);
+        if (mapping == nullptr || !file_.Open(path_.Path(), CFile::modeReadWrite))
         {
             Fail("the picture's file cannot be made");
         }
     }
     ~PosterFile()
     {
-        EndStrip();
+        Release();
         DeleteDC(dc_);
-        CloseHandle(mapping_);
-        CloseHandle(file_);
     }
     PosterFile(const PosterFile&) = delete;
     PosterFile& operator=(const PosterFile&) = delete;
 
-    /// The rows from top on, as the bitmap of a device context.
-    HDC BeginStrip(int top, int height)
+    /// So many rows as the bitmap of a device context.
+    HDC BeginStrip(int height)
     {
-        EndStrip();
-        BITMAPINFO info{};
-        info.bmiHeader = {sizeof info.bmiHeader, size_, height, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
-        const std::uint64_t offset = firstPixel + rowBytes_ * (size_ - top - height);
-        strip_ = CreateDIBSection(dc_, &info, DIB_RGB_COLORS, nullptr, mapping_,
-                                  static_cast<DWORD>(offset));
-        if (strip_ == nullptr)
+        if (height != height_)
         {
-            Fail("a strip of the picture's file cannot be mapped");
+            Release();
+            BITMAPINFO info{};
+            info.bmiHeader = {sizeof info.bmiHeader, size_, height, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
+            strip_ = CreateDIBSection(dc_, &info, DIB_RGB_COLORS, &bits_, nullptr, 0);
+            if (strip_ == nullptr)
+            {
+                Fail("there is no memory for a strip of the picture");
+            }
+            previous_ = SelectObject(dc_, strip_);
+            height_ = height;
         }
-        previous_ = SelectObject(dc_, strip_);
         return dc_;
     }
-    void EndStrip()
+    /// Writes them as the rows from top on.
+    void EndStrip(int top)
+    {
+        file_.Seek(static_cast<std::int64_t>(
+                       firstPixel + rowBytes_ * static_cast<std::uint64_t>(size_ - top - height_)),
+                   CFile::begin);
+        file_.Write(bits_, static_cast<UINT>(rowBytes_ * static_cast<std::uint64_t>(height_)));
+    }
+
+private:
+    static constexpr std::uint64_t firstPixel = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
+
+    void Release()
     {
         if (strip_ != nullptr)
         {
             SelectObject(dc_, previous_);
             DeleteObject(strip_);
-            strip_ = nullptr;
         }
     }
-
-private:
-    static constexpr std::uint64_t firstPixel = 56;  // a multiple of 4 behind the header
 
     int size_;
     std::uint64_t rowBytes_;
     ScratchFile path_;
-    HANDLE file_;
-    HANDLE mapping_;
+    CFile file_;
     HDC dc_ = CreateCompatibleDC(nullptr);
     HBITMAP strip_ = nullptr;
     HGDIOBJ previous_ = nullptr;
+    void* bits_ = nullptr;
+    int height_ = 0;
 };
 
 /// The floor: bands with the recorded calls made again and read back.
@@ -196,11 +210,15 @@ void MeasureLibrary(int size)
             copied = std::async(std::launch::async, [&, top, row, column] {
                 if (column == 0)
                 {
-                    strip = file.BeginStrip(top, std::min(height, size - top));
+                    strip = file.BeginStrip(std::min(height, size - top));
                 }
                 if (!band.CopyBand(strip, 0, -top, row, column))
                 {
                     Fail("a band was not copied");
+                }
+                if (column == columns - 1)
+                {
+                    file.EndStrip(top);
                 }
             });
         }
@@ -231,7 +249,6 @@ void MeasureLibrary(int size)
         ours += Seconds([&] { drawRows(first, end); });
         floor += Seconds([&] { replayRows(first, end); });
     }
-    file.EndStrip();
     AddPoster("picture in " + std::to_string(rows * columns) + " bands", size, ours, floor,
               PeakMemory::MiB());
 }
