@@ -50,7 +50,7 @@ void CheckPicture(const CString& file)
     if (status != MemoryMappedDIB::opened)
     {
         std::error_code ignored;
-        const std::string name = file.Text();
+        const std::string& name = file.Text();
         throw Failure(name + ": " +
                       (!std::filesystem::exists(name, ignored) ? "there is no such file"
                        : status == MemoryMappedDIB::notBitmap
