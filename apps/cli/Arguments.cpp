@@ -113,6 +113,7 @@ std::vector<double> ParseNumbers(const std::string& option, const std::string& t
         throw UsageError(option + ": expected " + form + ", found \"" + text + "\"");
     }
     std::vector<double> numbers;
+    numbers.reserve(count);
     for (const std::string& part : parts)
     {
         numbers.push_back(ParseNumber(option, part));

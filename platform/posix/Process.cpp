@@ -97,11 +97,12 @@ void RemoveWhenInterrupted(const char* path)
     // A copy, which nobody frees while it is read.
     static std::array<char, 4096> name;
     unfinishedFile = nullptr;
-    if (path == nullptr || std::strlen(path) >= name.size())
+    const std::size_t length = path != nullptr ? std::strlen(path) : name.size();
+    if (length >= name.size())
     {
         return;
     }
-    std::strcpy(name.data(), path);
+    std::memcpy(name.data(), path, length + 1);
     unfinishedFile = name.data();
     HandleEndingSignals();
 }
