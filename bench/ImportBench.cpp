@@ -2,19 +2,17 @@
 // Importing large 3D Studio files, each time in a fresh process, against other readers where they
 // are installed and against reading the bytes alone.
 
+#include "bench/ScratchFile.h"
 #include "bench/Summary.h"
 #include "tests/support/MeshFile.h"
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <map>
 
 namespace
 {
-
-namespace fs = std::filesystem;
 
 constexpr int turns = 7;
 
@@ -22,30 +20,18 @@ constexpr int turns = 7;
 class GeneratedFile
 {
 public:
-    explicit GeneratedFile(const Bytes& bytes)
-        : path_((fs::temp_directory_path() / ("orvane-bench-" + std::to_string(++made_) + ".3ds"))
-                    .string()),
-          size_(bytes.size())
+    explicit GeneratedFile(const Bytes& bytes) : size_(bytes.size())
     {
-        std::ofstream out(path_, std::ios::binary);
+        std::ofstream out(file_.Path(), std::ios::binary);
         out.write(reinterpret_cast<const char*>(bytes.data()),
                   static_cast<std::streamsize>(bytes.size()));
     }
-    ~GeneratedFile()
-    {
-        std::error_code ignored;
-        fs::remove(path_, ignored);
-    }
-    GeneratedFile(const GeneratedFile&) = delete;
-    GeneratedFile& operator=(const GeneratedFile&) = delete;
 
-    const std::string& Path() const { return path_; }
+    const char* Path() const { return file_.Path(); }
     double MiB() const { return static_cast<double>(size_) / 1048576.0; }
 
 private:
-    static inline int made_ = 0;
-
-    std::string path_;
+    ScratchFile file_{".3ds"};
     std::size_t size_;
 };
 
