@@ -2,6 +2,7 @@
 #include "apps/cli/SceneInfo.h"
 
 #include "apps/cli/Colors.h"
+#include "apps/cli/InfoText.h"
 #include "apps/cli/JsonWriter.h"
 #include "apps/cli/SceneDocument.h"
 #include "apps/cli/SceneNames.h"
@@ -21,55 +22,6 @@
 
 namespace
 {
-
-/// A number with as many digits as people read.
-std::string Short(double value)
-{
-    constexpr double nothing = 5e-7;  // what only rounding makes of 0
-    char digits[32];
-    std::snprintf(digits, sizeof digits, "%.4g", std::fabs(value) < nothing ? 0.0 : value);
-    return digits;
-}
-
-std::string Triple(double x, double y, double z)
-{
-    return Short(x) + " " + Short(y) + " " + Short(z);
-}
-
-std::string Triple(const Vector& vector)
-{
-    return Triple(vector.x, vector.y, vector.z);
-}
-
-std::string CountText(int count, const std::string& one, const std::string& many)
-{
-    return std::to_string(count) + " " + (count == 1 ? one : many);
-}
-
-/// The number with commas between its thousands.
-std::string Grouped(std::uint64_t number)
-{
-    std::string digits = std::to_string(number);
-    for (std::size_t end = digits.size(); end > 3; end -= 3)
-    {
-        digits.insert(end - 3, ",");
-    }
-    return digits;
-}
-
-std::string MaterialText(const NamedColor& material)
-{
-    std::string text = ColorText(material.GetDiffuseColor());
-    text += "  ambient " + ColorText(material.GetAmbientColor());
-    text += "  specular " + ColorText(material.GetSpecularColor());
-    const ColorVector glow = material.GetEmissionColor();
-    if (glow.red != 0 || glow.green != 0 || glow.blue != 0)
-    {
-        text += "  emission " + ColorText(glow);
-    }
-    text += "  shininess " + Short(material.GetShininess());
-    return text + "  " + Quoted(ToUtf8(material.GetName()));
-}
 
 std::string TextureText(const TextureMap& texture)
 {

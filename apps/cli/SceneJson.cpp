@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "apps/cli/InfoText.h"
 #include "apps/cli/JsonWriter.h"
 #include "apps/cli/SceneDocument.h"
 #include "apps/cli/SceneInfo.h"
@@ -18,16 +19,6 @@
 namespace
 {
 
-void WriteColor(JsonWriter& json, const char* key, const ColorVector& color)
-{
-    json.Numbers(key, color.red, color.green, color.blue, color.alpha);
-}
-
-void WriteVector(JsonWriter& json, const char* key, const Vector& vector)
-{
-    json.Numbers(key, vector.x, vector.y, vector.z);
-}
-
 void WriteVector(JsonWriter& json, const char* key, const DVector& vector)
 {
     json.Numbers(key, vector.x, vector.y, vector.z);
@@ -43,17 +34,6 @@ void WriteMatrix(JsonWriter& json, const char* key, const CoordinateTransform& t
         json.Value(matrix[i]);
     }
     json.EndArray();
-}
-
-/// The members of a material, into an object that is open.
-void WriteMaterial(JsonWriter& json, const NamedColor& material)
-{
-    json.Member("name", ToUtf8(material.GetName()));
-    WriteColor(json, "ambient", material.GetAmbientColor());
-    WriteColor(json, "diffuse", material.GetDiffuseColor());
-    WriteColor(json, "emission", material.GetEmissionColor());
-    WriteColor(json, "specular", material.GetSpecularColor());
-    json.Member("shininess", material.GetShininess());
 }
 
 void WriteMaterial(JsonWriter& json, const char* key, const NamedColor& material)

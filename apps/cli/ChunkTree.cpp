@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/ChunkTree.h"
+
+#include "apps/cli/ChunkNames.h"
+#include "apps/cli/Errors.h"
+#include "apps/cli/TextTable.h"
+#include "host/CFile.h"
+#include "import3ds/Chunk3DS.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace
+{
+
+// Chunks may be nested as deep as the file is long.
+constexpr int deepestIndent = 20;
+
+/// Moves the file behind what stands before the chunks inside one, whose header has been read.
+/// False when there are none.
+bool EnterContent(CFile& file, const Chunk3DS& chunk)
+{
+    constexpr DWORD bytesPerFace = 8;
+    const int before = KindOfChunk(chunk.id).contentBytes;
+    DWORD content = chunk.start + Chunk3DS::headerSize;
+    if (before == noChunksInside)
+    {
+        return false;
+    }
+    if (before == textBefore)
+    {
+        BYTE character = 0;
+        do
+        {
+            ++content;
+        } while (content < chunk.end && file.Read(&character, 1) == 1 && character != 0);
+    }
+    else if (before == facesBefore)
+    {
+        WORD count = 0;
+        file.Read(&count, sizeof count);
+        content += sizeof count + count * bytesPerFace;
+    }
+    else
+    {
+        content += static_cast<DWORD>(before);
+    }
+    file.Seek(content, CFile::begin);
+    return content < chunk.end;
+}
+
+}  // namespace
+
+std::vector<ChunkEntry> ReadChunkTree(const std::string& path)
+try
+{
+    CFile file(path.c_str(), CFile::modeRead);
+    const std::uint64_t fileEnd = file.GetLength();
+    std::vector<ChunkEntry> chunks;
+    std::vector<std::uint64_t> ends;  // of the chunks around the position
+    while (file.GetPosition() < fileEnd)
+    {
+        while (!ends.empty() && file.GetPosition() >= ends.back())
+        {
+            file.Seek(static_cast<std::int64_t>(ends.back()), CFile::begin);
+            ends.pop_back();
+        }
+        Chunk3DS chunk(&file);
+        if (!chunk.Initialize())
+        {
+            break;
+        }
+        const std::uint64_t limit = ends.empty() ? fileEnd : std::min(ends.back(), fileEnd);
+        chunks.push_back({static_cast<int>(ends.size()), chunk.id, chunk.start, chunk.length,
+                          chunk.end <= limit});
+        if (EnterContent(file, chunk))
+        {
+            ends.push_back(std::min<std::uint64_t>(chunk.end, limit));
+        }
+        else
+        {
+            chunk.Finalize();
+        }
+    }
+    return chunks;
+}
+catch (const CFileException& error)
+{
+    throw Failure(error.what());
+}
+
+std::string ChunkIdText(WORD id)
+{
+    char text[8];
+    std::snprintf(text, sizeof text, "0x%04X", static_cast<unsigned>(id));
+    return text;
+}
+
+std::string ChunkTreeText(const std::vector<ChunkEntry>& chunks)
+{
+    TextTable table;
+    table.Add({"offset", "length", "chunk"});
+    for (const ChunkEntry& chunk : chunks)
+    {
+        std::string name(2 * static_cast<std::size_t>(std::min(chunk.depth, deepestIndent)), ' ');
+        name += ChunkIdText(chunk.id) + " " + KindOfChunk(chunk.id).name;
+        name += chunk.isWhole ? "" : ", ends past what it is in";
+        table.Add({std::to_string(chunk.start), std::to_string(chunk.length), name});
+    }
+    return table.Text();
+}

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/InfoText.h"
+
+#include "apps/cli/Colors.h"
+#include "apps/cli/JsonWriter.h"
+#include "apps/cli/TextCodes.h"
+#include "geometry/Vector.h"
+#include "material/NamedColor.h"
+
+#include <cmath>
+#include <cstdio>
+
+std::string Short(double value)
+{
+    constexpr double nothing = 5e-7;  // what only rounding makes of 0
+    char digits[32];
+    std::snprintf(digits, sizeof digits, "%.4g", std::fabs(value) < nothing ? 0.0 : value);
+    return digits;
+}
+
+std::string Triple(double x, double y, double z)
+{
+    return Short(x) + " " + Short(y) + " " + Short(z);
+}
+
+std::string Triple(const Vector& vector)
+{
+    return Triple(vector.x, vector.y, vector.z);
+}
+
+std::string CountText(int count, const std::string& one, const std::string& many)
+{
+    return std::to_string(count) + " " + (count == 1 ? one : many);
+}
+
+std::string Grouped(std::uint64_t number)
+{
+    std::string digits = std::to_string(number);
+    for (std::size_t end = digits.size(); end > 3; end -= 3)
+    {
+        digits.insert(end - 3, ",");
+    }
+    return digits;
+}
+
+std::string MaterialText(const NamedColor& material)
+{
+    std::string text = ColorText(material.GetDiffuseColor());
+    text += "  ambient " + ColorText(material.GetAmbientColor());
+    text += "  specular " + ColorText(material.GetSpecularColor());
+    const ColorVector glow = material.GetEmissionColor();
+    if (glow.red != 0 || glow.green != 0 || glow.blue != 0)
+    {
+        text += "  emission " + ColorText(glow);
+    }
+    text += "  shininess " + Short(material.GetShininess());
+    return text + "  " + Quoted(ToUtf8(material.GetName()));
+}
+
+void WriteColor(JsonWriter& json, const char* key, const ColorVector& color)
+{
+    json.Numbers(key, color.red, color.green, color.blue, color.alpha);
+}
+
+void WriteVector(JsonWriter& json, const char* key, const Vector& vector)
+{
+    json.Numbers(key, vector.x, vector.y, vector.z);
+}
+
+void WriteMaterial(JsonWriter& json, const NamedColor& material)
+{
+    json.Member("name", ToUtf8(material.GetName()));
+    WriteColor(json, "ambient", material.GetAmbientColor());
+    WriteColor(json, "diffuse", material.GetDiffuseColor());
+    WriteColor(json, "emission", material.GetEmissionColor());
+    WriteColor(json, "specular", material.GetSpecularColor());
+    json.Member("shininess", material.GetShininess());
+}

@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/MeshFileInfo.h"
+
+#include "apps/cli/ChunkNames.h"
+#include "apps/cli/ChunkTree.h"
+#include "apps/cli/InfoText.h"
+#include "apps/cli/JsonWriter.h"
+#include "apps/cli/MeshImport.h"
+#include "apps/cli/OutputFile.h"
+#include "apps/cli/TextCodes.h"
+#include "apps/cli/TextTable.h"
+#include "host/CFile.h"
+#include "import3ds/TriangularMeshObject.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+
+namespace
+{
+
+/// An import that keeps what it is told of the parts that are skipped.
+class WatchedImport : public ThreeDStudioObject
+{
+public:
+    std::vector<SkippedPart> skipped;
+
+protected:
+    void OnSkipped_(const SkippedPart& part) override { skipped.push_back(part); }
+};
+
+using Skip = ThreeDStudioObject::Skip;
+using SkippedPart = ThreeDStudioObject::SkippedPart;
+
+std::string ReasonText(const SkippedPart& part)
+{
+    const std::string parent = ChunkIdText(part.parent);
+    switch (part.why)
+    {
+        case Skip::pastParent:
+            return "it ends past the chunk " + parent + " that it is in";
+        case Skip::incomplete:
+            return "it is shorter than what must be in it";
+        case Skip::noHeader:
+            return "no chunk of " + parent + " can be read there: the file is cut off or damaged";
+        case Skip::landscape:
+            return "an object of the name Landscape ends the import of its editor data";
+        case Skip::afterFailure:
+            return "it comes behind what ended the import of " + parent;
+        case Skip::notUsed:
+            break;
+    }
+    if (part.id == 0)
+    {
+        return "the first value in " + parent + " counts";
+    }
+    const char* const unused = KindOfChunk(part.id).unused;
+    return unused != nullptr ? unused : "it means nothing in " + parent;
+}
+
+std::string NameOfPart(const SkippedPart& part)
+{
+    return part.id == 0 ? "rest of " + ChunkIdText(part.parent)
+                        : ChunkIdText(part.id) + " " + KindOfChunk(part.id).name;
+}
+
+const std::string& NameOf(const TriangularMeshObject& mesh)
+{
+    return mesh.name.Text();
+}
+
+template <typename Use>
+void ForEachMesh(const ThreeDStudioObject& import, Use use)
+{
+    const DrawingObjectList& meshes = *import.GetChildren();
+    for (POSITION position = meshes.GetHeadPosition(); position != nullptr;)
+    {
+        use(dynamic_cast<const TriangularMeshObject&>(*meshes.GetNext(position)));
+    }
+}
+
+std::string FlagsText(const TriangularMeshObject& mesh)
+{
+    std::string flags = mesh.IsHidden() ? ", hidden" : "";
+    return flags + (mesh.IsShadow() ? ", shadow" : "");
+}
+
+std::string MeshesText(const WatchedImport& import)
+{
+    TextTable table;
+    int index = 0;
+    ForEachMesh(import, [&](const TriangularMeshObject& mesh) {
+        table.Add({std::to_string(index++), Quoted(ToUtf8(NameOf(mesh).c_str())),
+                   CountText(mesh.GetVerticies()->GetSize(), "vertex", "vertices"),
+                   CountText(mesh.GetFaces()->GetSize(), "face", "faces") + FlagsText(mesh),
+                   mesh.GetVerticies()->GetSize() == 0
+                       ? "empty"
+                       : Triple(mesh.GetBoundsLocalMinimum()) + " to " +
+                             Triple(mesh.GetBoundsLocalMaximum())});
+    });
+    return "\nMeshes: " + std::to_string(index) + "\n" + table.Text();
+}
+
+std::string MaterialsText(const WatchedImport& import)
+{
+    TextTable table;
+    for (int i = 0; i < import.materials.GetSize(); ++i)
+    {
+        table.Add({std::to_string(i), MaterialText(import.materials.GetAt(i))});
+    }
+    return "\nMaterials: " + std::to_string(import.materials.GetSize()) + "\n" + table.Text();
+}
+
+/// Chunks of one kind that are skipped for one reason have one line.
+std::string SkippedText(const WatchedImport& import)
+{
+    struct Group
+    {
+        std::string name;
+        std::string reason;
+        int count;
+        std::uint64_t bytes;
+    };
+    std::vector<Group> groups;
+    for (const SkippedPart& part : import.skipped)
+    {
+        const std::string name = NameOfPart(part);
+        const std::string reason = ReasonText(part);
+        const auto found = std::find_if(groups.begin(), groups.end(), [&](const Group& group) {
+            return group.name == name && group.reason == reason;
+        });
+        Group& group =
+            found != groups.end() ? *found : groups.emplace_back(Group{name, reason, 0, 0});
+        ++group.count;
+        group.bytes += part.length;
+    }
+    TextTable table;
+    for (const Group& group : groups)
+    {
+        table.Add({CountText(group.count, "chunk", "chunks"), Grouped(group.bytes) + " bytes",
+                   group.name, group.reason});
+    }
+    return "\nSkipped: " + std::to_string(import.skipped.size()) + "\n" + table.Text();
+}
+
+void WriteMesh(JsonWriter& json, const TriangularMeshObject& mesh)
+{
+    json.BeginObject(JsonWriter::onOneLine);
+    json.Member("name", ToUtf8(NameOf(mesh).c_str()));
+    json.Member("vertices", mesh.GetVerticies()->GetSize());
+    json.Member("faces", mesh.GetFaces()->GetSize());
+    json.Member("hidden", mesh.IsHidden() != 0);
+    json.Member("shadow", mesh.IsShadow() != 0);
+    if (mesh.GetVerticies()->GetSize() != 0)
+    {
+        WriteVector(json, "minimum", mesh.GetBoundsLocalMinimum());
+        WriteVector(json, "maximum", mesh.GetBoundsLocalMaximum());
+    }
+    json.EndObject();
+}
+
+void WriteSkipped(JsonWriter& json, const SkippedPart& part)
+{
+    json.BeginObject(JsonWriter::onOneLine);
+    json.Member("parent", ChunkIdText(part.parent));
+    json.Key("id");
+    part.id == 0 ? json.Null() : json.Text(ChunkIdText(part.id));
+    json.Member("name", part.id == 0 ? "rest" : KindOfChunk(part.id).name);
+    json.Member("offset", part.start);
+    json.Member("length", part.length);
+    json.Member("why", ReasonText(part));
+    json.EndObject();
+}
+
+void WriteChunk(JsonWriter& json, const ChunkEntry& chunk)
+{
+    json.BeginObject(JsonWriter::onOneLine);
+    json.Member("depth", chunk.depth);
+    json.Member("id", ChunkIdText(chunk.id));
+    json.Member("name", KindOfChunk(chunk.id).name);
+    json.Member("offset", chunk.start);
+    json.Member("length", chunk.length);
+    json.Member("whole", chunk.isWhole);
+    json.EndObject();
+}
+
+std::string ToJson(const std::string& path, std::uint64_t bytes, const WatchedImport& import,
+                   const std::vector<ChunkEntry>* chunks)
+{
+    JsonWriter json;
+    const auto array = [&json](const char* key, auto writeElements) {
+        json.Key(key);
+        json.BeginArray();
+        writeElements();
+        json.EndArray();
+    };
+    json.BeginObject();
+    json.Member("file", path);
+    json.Member("kind", "meshes");
+    json.Member("bytes", bytes);
+    array("meshes", [&] {
+        ForEachMesh(import, [&](const TriangularMeshObject& mesh) { WriteMesh(json, mesh); });
+    });
+    array("materials", [&] {
+        for (int i = 0; i < import.materials.GetSize(); ++i)
+        {
+            json.BeginObject(JsonWriter::onOneLine);
+            WriteMaterial(json, import.materials.GetAt(i));
+            json.EndObject();
+        }
+    });
+    array("skipped", [&] {
+        for (const SkippedPart& part : import.skipped)
+        {
+            WriteSkipped(json, part);
+        }
+    });
+    if (chunks != nullptr)
+    {
+        array("chunks", [&] {
+            for (const ChunkEntry& chunk : *chunks)
+            {
+                WriteChunk(json, chunk);
+            }
+        });
+    }
+    json.EndObject();
+    return json.Result();
+}
+
+}  // namespace
+
+bool IsMeshFile(const std::string& path)
+try
+{
+    CFile file(path.c_str(), CFile::modeRead);
+    BYTE start[2] = {};
+    return file.Read(start, sizeof start) == sizeof start &&
+           ((start[0] == 0x4D && start[1] == 0x4D) || (start[0] == 0x3D && start[1] == 0xC2));
+}
+catch (const CFileException&)
+{
+    return false;
+}
+
+std::string TellMeshFile(const std::string& path, bool json, bool chunks)
+{
+    WatchedImport import;
+    ImportMeshes(import, path);
+    const std::uint64_t bytes = std::filesystem::file_size(path);
+    const std::vector<ChunkEntry> tree = chunks ? ReadChunkTree(path) : std::vector<ChunkEntry>();
+    if (json)
+    {
+        return ToJson(path, bytes, import, chunks ? &tree : nullptr);
+    }
+    return Quoted(path) + ": a 3D Studio file, " + Grouped(bytes) + " bytes\n" +
+           MeshesText(import) + MaterialsText(import) + SkippedText(import) +
+           (chunks ? "\nChunks: " + std::to_string(tree.size()) + "\n" + ChunkTreeText(tree) : "");
+}
+
+void DumpMeshes(const std::string& path, OutputFile& output)
+{
+    ThreeDStudioObject import;
+    ImportMeshes(import, path);
+    ForEachMesh(import, [&](const TriangularMeshObject& mesh) {
+        std::ostringstream text;
+        text.imbue(std::locale::classic());
+        if (import.GetChildCount() > 1)
+        {
+            text << "M E S H  " << ToUtf8(NameOf(mesh).c_str()) << "\n\n";
+        }
+        mesh.WriteVertsAndFaces(text);
+        if (import.GetChildCount() > 1)
+        {
+            text << "\n\n\n";
+        }
+        output.Write(text.str().data(), text.str().size());
+    });
+}
