@@ -181,7 +181,7 @@ TEST(ToolUsage, TheDocumentNamesExactlyTheOptionsOfTheHelpTexts)
 {
     ToolFolder folder;
     std::string help;
-    for (const char* const command : {"render", "fonts", "showcase"})
+    for (const char* const command : {"render", "info", "pick", "fonts", "showcase"})
     {
         help += folder.Run({command, "--help"}).out;
     }
