@@ -19,7 +19,7 @@ else()
 endif()
 
 set(ORVANE_SOURCES)
-foreach(folder IN LISTS ORVANE_FOLDERS ITEMS ${ORVANE_BACKEND})
+foreach(folder IN LISTS ORVANE_FOLDERS ITEMS platform/outlines ${ORVANE_BACKEND})
   file(GLOB folder_sources CONFIGURE_DEPENDS ${folder}/*.cpp)
   list(APPEND ORVANE_SOURCES ${folder_sources})
 endforeach()

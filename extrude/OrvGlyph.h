@@ -9,6 +9,7 @@
 #include "platform/Types.h"
 
 class ExtrusionData;
+class FaceCollector;
 class PointScales;
 class TTGlyph;
 class Vector;
@@ -119,13 +120,13 @@ public:
 private:
     static constexpr DWORD invalidFlag_ = 0x1;
 
-    friend struct TessellationCallbacks;
+    friend class FaceCollector;
 
     /// Fills facePolygons. 0, leaving it empty, when there is nothing to fill, the outline crosses
     /// itself, or it has more vertices than 16-bit indices reach.
     int CreateFacePolygons();
     /// Takes in the primitive that the tessellator has just ended, and decides its winding.
-    int AddTessellationPolygon();
+    int AddTessellationPolygon(FaceCollector& faces);
 
     // These two are inline, in extrude/OrvGlyphRings.h.
 

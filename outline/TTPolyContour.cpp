@@ -1,57 +1,33 @@
 // SPDX-License-Identifier: MIT
 #include "outline/TTPolyContour.h"
 
-#include "outline/DuplicateSearch.h"
 #include "outline/TTContour.h"
+#include "platform/outlines/DuplicateSearch.h"
+#include "platform/outlines/Flattening.h"
 
 #include <span>
 
 namespace
 {
 
-Vector Place(const TTPoint& point)
+outlines::CurvePoint CurvePointOf(const TTPoint& point)
 {
-    return Vector(point.GetX(), point.GetY(), 0.0f);
+    using outlines::CurvePoint;
+    const CurvePoint::Kind kind = point.GetType() == TTPoint::OnCurve    ? CurvePoint::OnCurve
+                                  : point.GetType() == TTPoint::OffCurve ? CurvePoint::OffCurve
+                                                                         : CurvePoint::Undecided;
+    return {point.GetX(), point.GetY(), kind, point.GetQuadraticResolution()};
 }
 
-Vector Midpoint(const TTPoint& a, const TTPoint& b)
+outlines::PlaneVector InPlane(const Vector& vector)
 {
-    return (Place(a) + Place(b)) / 2.0f;
+    return {vector.x, vector.y};
 }
 
-bool IsOnCurve(const TTPoint& point)
+Vector InSpace(const outlines::PlaneVector& vector)
 {
-    return point.GetType() == TTPoint::OnCurve;
+    return Vector(vector.x, vector.y, 0.0f);
 }
-
-/// Turns points along a contour into vertices of a pool, but for those too close to the last.
-class VertexEmitter
-{
-public:
-    VertexEmitter(VertexArray& pool, const Vector& start, float spacing)
-        : pool_(pool), last_(start), spacing_(spacing)
-    {}
-
-    void Emit(const Vector& candidate, bool approximate)
-    {
-        if (last_.DistanceTo(candidate) > spacing_)
-        {
-            Vertex vertex;
-            vertex.SetPoint(candidate);
-            if (approximate)
-            {
-                vertex.SetApproximate();
-            }
-            pool_.SetAtGrow(pool_.GetSize(), vertex);
-            last_ = candidate;
-        }
-    }
-
-private:
-    VertexArray& pool_;
-    Vector last_;  ///< with its fractions
-    float spacing_;
-};
 
 }  // namespace
 
@@ -106,46 +82,20 @@ int TTPolyContour::SetVertexPoint(int index, const Vector& point)
 
 void TTPolyContour::FromTTContour(const TTContour& contour, float scale)
 {
-    const int count = contour.GetPointCount();
     const TTPoint* const points = contour.GetPoints();
-
     SetFirstVertexIndex(vertices->GetSize());
-    if (count > 0)
-    {
-        VertexEmitter emitter(*vertices, Place(points[count - 1]), scale * 0.002f);
-        for (int j = 0; j < count; ++j)
-        {
-            const TTPoint& point = points[j];
-            if (IsOnCurve(point))
+    outlines::FlattenContour(
+        contour.GetPointCount(), [points](int j) { return CurvePointOf(points[j]); },
+        outlines::VertexSpacing(scale),
+        [this](const outlines::PlaneVector& place, bool approximate) {
+            Vertex vertex;
+            vertex.SetPoint(InSpace(place));
+            if (approximate)
             {
-                emitter.Emit(Place(point), false);
+                vertex.SetApproximate();
             }
-            else if (point.GetType() == TTPoint::OffCurve)
-            {
-                const TTPoint& previous = points[PreviousRingIndex(j, count)];
-                const TTPoint& next = points[NextRingIndex(j, count)];
-                const bool closes = j == count - 1;
-                const bool endsOnPoint = !closes && IsOnCurve(next);
-                const Vector start =
-                    IsOnCurve(previous) ? Place(previous) : Midpoint(previous, point);
-                const Vector end = closes || endsOnPoint ? Place(next) : Midpoint(point, next);
-
-                const int segments = point.GetQuadraticResolution();
-                const float step = 1.0f / segments;
-                // The end of the closing piece is point 0, which is a vertex already.
-                const int samples = closes ? segments - 1 : segments;
-                for (int k = 1; k <= samples; ++k)
-                {
-                    emitter.Emit(ApproximateQuadraticSpline(start, Place(point), end, k * step),
-                                 !(endsOnPoint && k == segments));
-                }
-                if (endsOnPoint)
-                {
-                    ++j;  // the last sample was that point
-                }
-            }
-        }
-    }
+            vertices->SetAtGrow(vertices->GetSize(), vertex);
+        });
     SetLastVertexIndex(vertices->GetSize() - 1);
     CalculateVertexNormals();
 }
@@ -153,13 +103,7 @@ void TTPolyContour::FromTTContour(const TTContour& contour, float scale)
 Vector TTPolyContour::ApproximateQuadraticSpline(const Vector& p0, const Vector& p1,
                                                  const Vector& p2, float t) const
 {
-    // Weighed in double from the float t, each weight rounded once: with float weights the first
-    // fifth of a right-angled curve of 1000 units lands at 359 instead of 360.
-    const double u = 1.0 - double{t};
-    const float weight0 = static_cast<float>(u * u);
-    const float weight1 = static_cast<float>(2.0 * t * u);
-    const float weight2 = static_cast<float>(double{t} * t);
-    Vector point = p0 * weight0 + p1 * weight1 + p2 * weight2;
+    Vector point = InSpace(outlines::QuadraticPoint(InPlane(p0), InPlane(p1), InPlane(p2), t));
     point.z = p0.z;
     return point;
 }
@@ -170,12 +114,16 @@ int TTPolyContour::CalculateVertexNormals()
     {
         return 0;
     }
-    Vector arriving = GetEdge(vertexCount - 1).GetNormal();
+    const auto normalOfEdge = [this](int index) {
+        return InSpace(outlines::EdgeNormal(InPlane(GetVertexOutlinePoint(index)),
+                                            InPlane(GetNextVertexOutlinePoint(index))));
+    };
+    Vector arriving = normalOfEdge(vertexCount - 1);
     bool previousIsSampled = GetVertexElement(vertexCount - 1)->IsApproximate();
     for (int i = 0; i < vertexCount; ++i)
     {
         Vertex& vertex = *GetVertexElement(i);
-        const Vector leaving = GetEdge(i).GetNormal();
+        const Vector leaving = normalOfEdge(i);
         vertex.SetNormal(arriving, Vertex::PreviousEdge);
         vertex.SetNormal(leaving, Vertex::NextEdge);
         vertex.CalculateVertex();
@@ -197,19 +145,18 @@ int TTPolyContour::CalculateVertexNormals()
 
 void TTPolyContour::AdjustDuplicateVertex(int index)
 {
-    const Vector place = GetVertexOutlinePoint(index);
-    const Vector normal = GetVertexNormal(index);
-    Vector towardNext = GetNextVertexOutlinePoint(index) - place;
-    towardNext.Normalize();
-    const Vector step = normal * 2.0f;
-    SetVertexPoint(index, normal.Dot(towardNext) <= 0.0f ? place - step : place + step);
+    SetVertexPoint(index,
+                   InSpace(outlines::ShiftedPlace(InPlane(GetVertexOutlinePoint(index)),
+                                                  InPlane(GetVertexNormal(index)),
+                                                  InPlane(GetNextVertexOutlinePoint(index)))));
 }
 
 void TTPolyContour::CorrectDuplicateVerticies()
 {
-    if (AnyPlaceRepeats(std::span(this, 1)))
+    const std::span<TTPolyContour> alone(this, 1);
+    if (outlines::AnyPlaceRepeats(alone))
     {
-        DuplicateSearch().SeparateWithin(*this);
+        outlines::DuplicateSearch<TTPolyContour>().SeparateWithin(*this);
     }
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "outline/TTPolyGlyph.h"
 
-#include "outline/DuplicateSearch.h"
 #include "outline/TTGlyph.h"
+#include "platform/outlines/DuplicateSearch.h"
 
 #include <algorithm>
 #include <span>
@@ -75,17 +75,8 @@ void TTPolyGlyph::CorrectDuplicateVerticies()
     {
         return;
     }
-    const std::span<TTPolyContour> all(contours.GetElement(0), contourCount);
-    if (!AnyPlaceRepeats(all))
-    {
-        return;
-    }
-    DuplicateSearch search;
-    for (TTPolyContour& contour : all)
-    {
-        search.SeparateWithin(contour);
-    }
-    search.SeparateBetween(all);
+    outlines::SeparateVertices(
+        std::span<TTPolyContour>(contours.GetElement(0), static_cast<std::size_t>(contourCount)));
 }
 
 void TTPolyGlyph::CalculateBounds_()

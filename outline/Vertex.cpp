@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "outline/Vertex.h"
 
+#include "platform/outlines/Places.h"
+
 #include <algorithm>
 #include <cmath>
 
 void Vertex::SetNormal(const Vector& normal, Edges edge)
 {
     (this->*NormalField_(edge))
-        .SetPoint(TruncateToShort(normal.x * 10000.0f), TruncateToShort(normal.y * 10000.0f));
+        .SetPoint(outlines::StoredNormal(normal.x), outlines::StoredNormal(normal.y));
 }
 
 void Vertex::CalculateVertex()
@@ -15,8 +17,9 @@ void Vertex::CalculateVertex()
     const Vector arriving = GetNormal(PreviousEdge);
     const Vector leaving = GetNormal(NextEdge);
 
-    Vector average = (arriving + leaving) / 2.0f;
-    average.Normalize();
+    const outlines::PlaneVector halfway =
+        outlines::AverageNormal({arriving.x, arriving.y}, {leaving.x, leaving.y});
+    const Vector average(halfway.x, halfway.y, 0.0f);
     SetNormal(average, VertexEdge);
 
     // A hairpin would throw its miter to infinity: stop at four bevel widths.
