@@ -216,7 +216,7 @@ using FONTENUMPROCA = int(CALLBACK*)(const LOGFONTA* record, const TEXTMETRICA* 
 ///
 /// The face is found when the font is used: by lfFaceName as the name of a family, in which slant
 /// and then weight decide; else as a full name; else as a PostScript name; else what the machine's
-/// configuration puts in its place. Only faces with TrueType outlines come into question. A
+/// configuration puts in its place. Only faces with usable outlines come into question. A
 /// description that enumeration gave finds the face that it was given for. A negative lfHeight is
 /// the em square's height in pixels, a positive one the cell's, 0 is 12 points; lfWidth, the
 /// angles, underlining and striking out are not looked at.
@@ -225,9 +225,9 @@ ORVANE_API HFONT CreateFontIndirectA(const LOGFONTA* description);
 /// Without a name: one callback per installed family, in the order of their names, for its regular
 /// face or what is nearest to it. With a family's name, or the full name of that face: each of its
 /// faces, upright before italic, lighter before heavier. With any other full name: that face. The
-/// records given are an ENUMLOGFONTA and a NEWTEXTMETRICA. Only faces with quadratic outlines have
-/// the type TRUETYPE_FONTTYPE; of others, whose files are not read, the records have only the
-/// names, weight and slant. The device context is not looked at.
+/// records given are an ENUMLOGFONTA and a NEWTEXTMETRICA. Only faces whose outlines can be
+/// handed over as quadratic ones have the type TRUETYPE_FONTTYPE; of others, whose files are not
+/// read, the records have only the names, weight and slant. The device context is not looked at.
 ///
 /// Returns the last value that the callback returned, 1 if it was never called.
 ORVANE_API int EnumFontFamiliesA(HDC dc, LPCSTR family, FONTENUMPROCA callback, LPARAM data);
@@ -254,5 +254,33 @@ ORVANE_API DWORD GetGlyphIndicesA(HDC dc, LPCSTR text, int count, WORD* indices,
 /// so before it makes the font list. FALSE for any other.
 ORVANE_API BOOL SetProcessCodePage(UINT codePage);
 ORVANE_API UINT GetACP();
+
+/// What is handed over for a face's glyphs.
+constexpr UINT OUTLINES_AS_IS = 0;  ///< the font's own outlines; compact (CFF) faces cannot be used
+constexpr UINT OUTLINES_REPAIRED = 1;  ///< outlines that come out right, the default
+
+/// Chooses what is handed over, for the whole process. A host does so before it makes the font
+/// list. FALSE for anything else than the two.
+///
+/// Repaired, an outline whose contours overlap is the border of what it fills by the non-zero rule;
+/// contours that run the wrong way are turned around; cubic curves become quadratic ones. An
+/// outline that comes out right by itself is the same, bit for bit, in both ways.
+ORVANE_API BOOL SetProcessOutlines(UINT outlines);
+ORVANE_API UINT GetProcessOutlines();
+
+/// How many of a face's glyphs ...
+struct OUTLINECHECK
+{
+    UINT glyphs;     ///< there are
+    UINT repaired;   ///< had contours that overlap, and were rebuilt
+    UINT turned;     ///< had contours that run the wrong way, and nothing else
+    UINT converted;  ///< were made of cubic curves, whatever else was to be done
+    UINT
+        unrepaired;  ///< do not come out right whatever is tried; these are handed over as they are
+};
+
+/// Checks every glyph of the selected font's face, as if outlines were repaired. FALSE when the
+/// font has no outlines.
+ORVANE_API BOOL CheckFontOutlines(HDC dc, OUTLINECHECK* check);
 
 #endif

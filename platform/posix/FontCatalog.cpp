@@ -21,9 +21,16 @@ std::string_view Cut(std::string_view name, int fieldSize)
     return name.substr(0, static_cast<std::size_t>(fieldSize) - 1);
 }
 
-CatalogFace Spell(std::shared_ptr<const InstalledFace> installed, UINT codePage)
+bool IsUsable(OutlineKind kind, UINT outlines)
+{
+    return kind == OutlineKind::TrueType ||
+           (kind == OutlineKind::Cubic && outlines == OUTLINES_REPAIRED);
+}
+
+CatalogFace Spell(std::shared_ptr<const InstalledFace> installed, UINT codePage, UINT outlines)
 {
     CatalogFace face;
+    face.usable = IsUsable(installed->kind, outlines);
     bool complete = false;
     face.family = ToCodePage(installed->family, codePage, &complete);
     const std::string& postScript = installed->postScript;
@@ -50,29 +57,30 @@ int Far(int from, int to)
 auto DistanceFromRegular(const CatalogFace* face)
 {
     const InstalledFace& installed = *face->installed;
-    return std::make_tuple(installed.kind != OutlineKind::TrueType, installed.italic,
-                           Far(installed.weight, FW_NORMAL), Far(installed.width, 100));
+    return std::make_tuple(!face->usable, installed.italic, Far(installed.weight, FW_NORMAL),
+                           Far(installed.width, 100), installed.kind);
 }
 
-/// The first of the TrueType faces that come nearest; null when there is none.
+/// The first of the usable faces that come nearest; null when there is none.
 const CatalogFace* BestOf(const std::vector<const CatalogFace*>& faces, int weight, bool italic)
 {
-    const auto distance = [&](const InstalledFace& face) {
-        return std::make_tuple(face.kind != OutlineKind::TrueType, face.italic != italic,
-                               Far(face.weight, weight), Far(face.width, 100));
+    const auto distance = [&](const CatalogFace& face) {
+        const InstalledFace& installed = *face.installed;
+        return std::make_tuple(!face.usable, installed.italic != italic,
+                               Far(installed.weight, weight), Far(installed.width, 100),
+                               installed.kind);
     };
-    const auto best = std::min_element(faces.begin(), faces.end(),
-                                       [&](const CatalogFace* a, const CatalogFace* b) {
-                                           return distance(*a->installed) < distance(*b->installed);
-                                       });
-    const bool found = best != faces.end() && (*best)->installed->kind == OutlineKind::TrueType;
-    return found ? *best : nullptr;
+    const auto best = std::min_element(
+        faces.begin(), faces.end(),
+        [&](const CatalogFace* a, const CatalogFace* b) { return distance(*a) < distance(*b); });
+    return best != faces.end() && (*best)->usable ? *best : nullptr;
 }
 
 }  // namespace
 
-FontCatalog::FontCatalog(std::vector<std::shared_ptr<const InstalledFace>> installed, UINT codePage)
-    : codePage_(codePage)
+FontCatalog::FontCatalog(std::vector<std::shared_ptr<const InstalledFace>> installed, UINT codePage,
+                         UINT outlines)
+    : codePage_(codePage), outlines_(outlines)
 {
     AddFamilies(std::move(installed));
     NameFaces();
@@ -98,7 +106,7 @@ void FontCatalog::AddFamilies(std::vector<std::shared_ptr<const InstalledFace>> 
         }
         const bool opensFamily = previous == nullptr || previous->family != face->family;
         previous = face.get();
-        faces_.push_back(Spell(std::move(face), codePage_));
+        faces_.push_back(Spell(std::move(face), codePage_, outlines_));
         if (opensFamily)
         {
             families_.emplace_back().name = faces_.back().family;
@@ -185,7 +193,7 @@ const CatalogFace* FontCatalog::Nearest(std::string_view faceName, int weight, b
     const CatalogFace* any = nullptr;
     for (const CatalogFace& face : faces_)
     {
-        if (face.installed->kind == OutlineKind::TrueType)
+        if (face.usable)
         {
             any = any == nullptr ? &face : any;
             byFile[face.installed->file].push_back(&face);
@@ -240,9 +248,11 @@ std::shared_ptr<const FontCatalog> CurrentCatalog()
         state.listed = true;
     }
     const UINT codePage = GetACP();
-    if (!state.catalog || state.catalog->CodePage() != codePage)
+    const UINT outlines = GetProcessOutlines();
+    if (!state.catalog || state.catalog->CodePage() != codePage ||
+        state.catalog->Outlines() != outlines)
     {
-        state.catalog = std::make_shared<const FontCatalog>(state.installed, codePage);
+        state.catalog = std::make_shared<const FontCatalog>(state.installed, codePage, outlines);
     }
     return state.catalog;
 }

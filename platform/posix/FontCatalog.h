@@ -21,6 +21,7 @@ namespace posix
 struct CatalogFace
 {
     std::shared_ptr<const InstalledFace> installed;
+    bool usable = false;  ///< whether its outlines can be handed over: a TrueType face to callers
     std::string family;
     std::string style;
     std::string full;
@@ -36,7 +37,7 @@ struct CatalogFamily
 {
     std::string name;
     std::vector<const CatalogFace*> faces;
-    /// The regular face or what is nearest to it: TrueType before anything else, upright, of a
+    /// The regular face or what is nearest to it: usable before anything else, upright, of a
     /// weight near 400 and a width near normal.
     const CatalogFace* regular = nullptr;
 };
@@ -104,22 +105,25 @@ private:
 class FontCatalog
 {
 public:
-    FontCatalog(std::vector<std::shared_ptr<const InstalledFace>> installed, UINT codePage);
+    /// \param outlines what SetProcessOutlines takes: as they are, cubic ones are of no use
+    FontCatalog(std::vector<std::shared_ptr<const InstalledFace>> installed, UINT codePage,
+                UINT outlines);
     FontCatalog(const FontCatalog&) = delete;
     FontCatalog& operator=(const FontCatalog&) = delete;
 
     UINT CodePage() const { return codePage_; }
+    UINT Outlines() const { return outlines_; }
     const std::deque<CatalogFamily>& Families() const { return families_; }
 
     /// What enumeration by a name delivers: every face of the families that have the name or whose
     /// regular face has it as its full name, else the faces with that full name.
     std::vector<const CatalogFace*> StylesOf(std::string_view name) const;
 
-    /// The TrueType face that a description means: by family, the best in slant, then weight; else
+    /// The usable face that a description means: by family, the best in slant, then weight; else
     /// by full name; else by PostScript name. Null when no face has the name.
     const CatalogFace* Find(std::string_view faceName, int weight, bool italic) const;
 
-    /// The TrueType face nearest to a description, whatever it is called; null only when there is
+    /// The usable face nearest to a description, whatever it is called; null only when there is
     /// none at all.
     const CatalogFace* Nearest(std::string_view faceName, int weight, bool italic) const;
 
@@ -128,6 +132,7 @@ private:
     void NameFaces();
 
     UINT codePage_;
+    UINT outlines_;
     std::deque<CatalogFace> faces_;
     std::deque<CatalogFamily> families_;
     NameIndex<CatalogFamily> byFamily_;       // by the names that LOGFONTA may have for them

@@ -2,6 +2,7 @@
 #include "platform/posix/FontFace.h"
 
 #include "platform/posix/CodePage.h"
+#include "platform/posix/CubicOutline.h"
 
 #include <algorithm>
 #include <iterator>
@@ -67,8 +68,12 @@ public:
             face_ = nullptr;
             return;
         }
-        FT_ULong glyfSize = 0;
-        if (!FT_IS_SFNT(face_) || FT_Load_Sfnt_Table(face_, TTAG_glyf, 0, nullptr, &glyfSize) != 0)
+        const auto has = [this](FT_ULong table) {
+            FT_ULong size = 0;
+            return FT_Load_Sfnt_Table(face_, table, 0, nullptr, &size) == 0;
+        };
+        const bool readable = IsCubic() ? has(TTAG_CFF) || has(TTAG_CFF2) : has(TTAG_glyf);
+        if (!FT_IS_SFNT(face_) || !readable)
         {
             FT_Done_Face(face_);
             face_ = nullptr;
@@ -95,37 +100,77 @@ public:
     const InstalledFace* Installed() const { return installed_.get(); }
     FT_Face Face() const { return face_; }
 
+    bool IsCubic() const { return installed_->kind == OutlineKind::Cubic; }
+
     /// Null when the glyph cannot be loaded.
-    const GlyphOutline* Load(int pixelsPerEm, char32_t character, BYTE code)
+    const GlyphOutline* Load(int pixelsPerEm, char32_t character, BYTE code, UINT outlines)
     {
-        if (face_ == nullptr)
+        if (face_ == nullptr || (IsCubic() && outlines == OUTLINES_AS_IS))
         {
             return nullptr;
         }
         const FT_UInt index = IndexOf(character, code);
-        if (lastPixelsPerEm_ == pixelsPerEm && lastIndex_ == index)
+        if (lastPixelsPerEm_ == pixelsPerEm && lastIndex_ == index && lastOutlines_ == outlines)
         {
             return &last_;
         }
         lastPixelsPerEm_ = 0;
-        constexpr FT_Int32 flags = FT_LOAD_DEFAULT | FT_LOAD_NO_BITMAP | FT_LOAD_NO_AUTOHINT;
-        // A glyph whose instructions are broken is still a letter without them.
-        if (!SelectSize(pixelsPerEm) ||
-            (FT_Load_Glyph(face_, index, flags) != 0 &&
-             FT_Load_Glyph(face_, index, flags | FT_LOAD_NO_HINTING) != 0))
+        NativeOutline own;
+        const ProvidedOutline* provided = nullptr;
+        if (outlines == OUTLINES_REPAIRED)
         {
-            return nullptr;
+            provided = Provide(index, pixelsPerEm, &own);
+            if (provided == nullptr)
+            {
+                return nullptr;
+            }
+        }
+        if (loadedPixelsPerEm_ != pixelsPerEm || loadedIndex_ != index)
+        {
+            if (!LoadSlot(index, pixelsPerEm))
+            {
+                return nullptr;
+            }
+            own = {};
         }
         const FT_GlyphSlot slot = face_->glyph;
-        if (slot->format != FT_GLYPH_FORMAT_OUTLINE)
+        if (provided != nullptr && provided->outline)
         {
-            return nullptr;
+            last_.polygons =
+                NativePolygons(Scaled(*provided->outline, pixelsPerEm, DesignPixels()));
         }
-        last_.polygons = NativePolygons(slot->outline);
+        else
+        {
+            if (own.points.empty())
+            {
+                own = TraceOutline(slot->outline);
+            }
+            last_.polygons = NativePolygons(own);
+        }
         last_.metrics = slot->metrics;
         lastPixelsPerEm_ = pixelsPerEm;
         lastIndex_ = index;
+        lastOutlines_ = outlines;
         return &last_;
+    }
+
+    /// The outline of a glyph at one pixel per design unit. False when it cannot be loaded.
+    bool LoadOwn(FT_UInt index, NativeOutline* own)
+    {
+        if (!LoadSlot(index, DesignPixels()))
+        {
+            return false;
+        }
+        *own = IsCubic() ? TraceCubicOutline(face_->glyph->outline)
+                         : TraceOutline(face_->glyph->outline);
+        return true;
+    }
+
+    /// Pixels per em of which one is a unit of the design.
+    int DesignPixels() const
+    {
+        constexpr int most = 16384;  // coordinates of outlines have 16 bits
+        return std::clamp<int>(face_->units_per_EM, 1, most);
     }
 
     /// 0 when the face lacks the character.
@@ -144,6 +189,52 @@ public:
     }
 
 private:
+    /// What is handed over for a glyph; null when it cannot be loaded. When the glyph had to be
+    /// loaded at the size that is wanted, its traced outline comes with it.
+    const ProvidedOutline* Provide(FT_UInt index, int pixelsPerEm, NativeOutline* own)
+    {
+        if (!installed_->outlines)
+        {
+            installed_->outlines = std::make_shared<FaceOutlines>();
+        }
+        auto& glyphs = installed_->outlines->glyphs;
+        const auto known = glyphs.find(index);
+        if (known != glyphs.end())
+        {
+            return &known->second;
+        }
+        NativeOutline traced;
+        if (!LoadOwn(index, &traced))
+        {
+            return nullptr;
+        }
+        ProvidedOutline provided = ProvideOutline(traced, IsCubic(), DesignPixels());
+        if (pixelsPerEm == DesignPixels())
+        {
+            *own = std::move(traced);
+        }
+        return &glyphs.emplace(index, std::move(provided)).first->second;
+    }
+
+    bool LoadSlot(FT_UInt index, int pixelsPerEm)
+    {
+        loadedPixelsPerEm_ = 0;
+        constexpr FT_Int32 usual = FT_LOAD_DEFAULT | FT_LOAD_NO_BITMAP | FT_LOAD_NO_AUTOHINT;
+        // Compact outlines keep their design: their hints are for small sizes.
+        const FT_Int32 flags = IsCubic() ? usual | FT_LOAD_NO_HINTING : usual;
+        // A glyph whose instructions are broken is still a letter without them.
+        if (!SelectSize(pixelsPerEm) ||
+            (FT_Load_Glyph(face_, index, flags) != 0 &&
+             FT_Load_Glyph(face_, index, flags | FT_LOAD_NO_HINTING) != 0) ||
+            face_->glyph->format != FT_GLYPH_FORMAT_OUTLINE)
+        {
+            return false;
+        }
+        loadedPixelsPerEm_ = pixelsPerEm;
+        loadedIndex_ = index;
+        return true;
+    }
+
     struct Size
     {
         int pixelsPerEm;
@@ -185,6 +276,9 @@ private:
     GlyphOutline last_;
     int lastPixelsPerEm_ = 0;  // 0: no glyph is kept
     FT_UInt lastIndex_ = 0;
+    UINT lastOutlines_ = OUTLINES_AS_IS;
+    int loadedPixelsPerEm_ = 0;  // of the glyph in the face's slot; 0: none
+    FT_UInt loadedIndex_ = 0;
 };
 
 /// Opens a face or finds it open, closing the one longest out of use. To be called under the lock.
@@ -270,7 +364,7 @@ void ReadOs2(FT_Face face, DesignMetrics& design)
     design.lastCharacter = os2->usLastCharIndex;
 }
 
-std::shared_ptr<const DesignMetrics> ReadDesign(FT_Face face)
+std::shared_ptr<DesignMetrics> ReadDesign(FT_Face face)
 {
     auto design = std::make_shared<DesignMetrics>();
     design->unitsPerEm = face->units_per_EM;
@@ -309,7 +403,7 @@ std::shared_ptr<const DesignMetrics> ReadDesign(FT_Face face)
 
 std::shared_ptr<const DesignMetrics> DesignOf(const std::shared_ptr<const InstalledFace>& face)
 {
-    if (face->kind != OutlineKind::TrueType)
+    if (face->kind != OutlineKind::TrueType && face->kind != OutlineKind::Cubic)
     {
         return nullptr;
     }
@@ -321,21 +415,48 @@ std::shared_ptr<const DesignMetrics> DesignOf(const std::shared_ptr<const Instal
         {
             return nullptr;
         }
-        face->design = ReadDesign(opened);
+        auto design = ReadDesign(opened);
+        // The tables are those of the default instance.
+        if (face->index >> 16 != 0)
+        {
+            design->bold = face->weight >= FW_BOLD;
+        }
+        face->design = std::move(design);
     }
     return face->design;
 }
 
 bool UseGlyph(const std::shared_ptr<const InstalledFace>& face, int pixelsPerEm, char32_t character,
-              BYTE code, const std::function<void(const GlyphOutline&)>& use)
+              BYTE code, UINT outlines, const std::function<void(const GlyphOutline&)>& use)
 {
     const std::lock_guard lock(FreeTypeMutex());
-    const GlyphOutline* const glyph = Open(face).Load(pixelsPerEm, character, code);
+    const GlyphOutline* const glyph = Open(face).Load(pixelsPerEm, character, code, outlines);
     if (glyph != nullptr)
     {
         use(*glyph);
     }
     return glyph != nullptr;
+}
+
+UINT GlyphCountOf(const std::shared_ptr<const InstalledFace>& face)
+{
+    const std::lock_guard lock(FreeTypeMutex());
+    const FT_Face opened = Open(face).Face();
+    return opened != nullptr ? static_cast<UINT>(opened->num_glyphs) : 0;
+}
+
+bool InspectGlyph(const std::shared_ptr<const InstalledFace>& face, UINT index,
+                  const std::function<void(const NativeOutline&, const ProvidedOutline&)>& show)
+{
+    const std::lock_guard lock(FreeTypeMutex());
+    OpenedFace& opened = Open(face);
+    NativeOutline own;
+    if (opened.Face() == nullptr || !opened.LoadOwn(index, &own))
+    {
+        return false;
+    }
+    show(own, ProvideOutline(own, opened.IsCubic(), opened.DesignPixels()));
+    return true;
 }
 
 WORD GlyphIndexOf(const std::shared_ptr<const InstalledFace>& face, char32_t character, BYTE code)

@@ -8,6 +8,7 @@
 #include "platform/posix/FontMetrics.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <mutex>
 
@@ -28,7 +29,7 @@ struct Font : GdiObject
 {
     explicit Font(const LOGFONTA& logFont) : GdiObject(GdiKind::Font), description(logFont) {}
 
-    /// The face is null when nothing with TrueType outlines is installed or its file is unreadable.
+    /// The face is null when nothing with usable outlines is installed or its file is unreadable.
     FoundFont Find()
     {
         const std::lock_guard lock(mutex);
@@ -74,6 +75,8 @@ struct Font : GdiObject
 namespace
 {
 
+std::atomic<UINT> processOutlines = OUTLINES_REPAIRED;
+
 /// What a device context draws with: its font, else the configuration's choice for no name at all.
 /// The face is null when the handle names no device context or no face is to be had.
 FoundFont SelectedFont(HDC dc)
@@ -117,12 +120,12 @@ GLYPHMETRICS BoxOf(const FT_Glyph_Metrics& glyph, const FoundFont& font)
     return metrics;
 }
 
-/// Describes a face to the callback. A TrueType face whose file cannot be read is passed over.
+/// Describes a face to the callback. A usable face whose file cannot be read is passed over.
 /// \return what the callback returned, \p before when it was not called
 int Deliver(const CatalogFace& face, UINT codePage, FONTENUMPROCA callback, LPARAM data, int before)
 {
     std::shared_ptr<const DesignMetrics> design;
-    if (face.installed->kind == OutlineKind::TrueType)
+    if (face.usable)
     {
         design = DesignOf(face.installed);
         if (!design)
@@ -230,7 +233,8 @@ DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETRICS* metric
         }
     };
     posix::UseGlyph(font.face->installed, font.size.pixelsPerEm,
-                    posix::CharacterOf(code, font.catalog->CodePage()), code, use);
+                    posix::CharacterOf(code, font.catalog->CodePage()), code,
+                    font.catalog->Outlines(), use);
     return result;
 }
 
@@ -250,4 +254,42 @@ DWORD GetGlyphIndicesA(HDC dc, LPCSTR text, int count, WORD* indices, DWORD flag
         indices[i] = index != 0 ? index : missing;
     }
     return static_cast<DWORD>(count);
+}
+
+BOOL SetProcessOutlines(UINT outlines)
+{
+    if (outlines != OUTLINES_AS_IS && outlines != OUTLINES_REPAIRED)
+    {
+        return FALSE;
+    }
+    posix::processOutlines = outlines;
+    return TRUE;
+}
+
+UINT GetProcessOutlines()
+{
+    return posix::processOutlines;
+}
+
+BOOL CheckFontOutlines(HDC dc, OUTLINECHECK* check)
+{
+    const posix::FoundFont font = posix::SelectedFont(dc);
+    if (font.face == nullptr || check == nullptr)
+    {
+        return FALSE;
+    }
+    *check = {};
+    check->glyphs = posix::GlyphCountOf(font.face->installed);
+    for (UINT index = 0; index < check->glyphs; ++index)
+    {
+        posix::InspectGlyph(
+            font.face->installed, index,
+            [check](const posix::NativeOutline&, const posix::ProvidedOutline& glyph) {
+                check->repaired += glyph.repaired ? 1 : 0;
+                check->turned += glyph.turned ? 1 : 0;
+                check->converted += glyph.converted ? 1 : 0;
+                check->unrepaired += glyph.failed ? 1 : 0;
+            });
+    }
+    return TRUE;
 }

@@ -19,7 +19,7 @@ FIXED Fixed(FT_Pos value)
             static_cast<SHORT>(value >> 6)};
 }
 
-POINTFX FixedPoint(const FT_Vector& point)
+POINTFX FixedPoint(const NativePoint& point)
 {
     return {Fixed(point.x), Fixed(point.y)};
 }
@@ -28,7 +28,9 @@ POINTFX FixedPoint(const FT_Vector& point)
 class PolygonWriter
 {
 public:
-    void Open(const FT_Vector& start)
+    explicit PolygonWriter(std::size_t points) { bytes_.reserve(16 * points); }
+
+    void Open(const NativePoint& start)
     {
         polygon_ = bytes_.size();
         Append(TTPOLYGONHEADER{0, TT_POLYGON_TYPE, FixedPoint(start)});
@@ -43,7 +45,7 @@ public:
     }
 
     /// Adds a point to the curve of this type, opening it if need be.
-    void Add(WORD type, const FT_Vector& point)
+    void Add(WORD type, const NativePoint& point)
     {
         if (pointsInCurve_ == 0)
         {
@@ -91,64 +93,96 @@ bool OnCurve(const FT_Outline& outline, int point)
     return FT_CURVE_TAG(outline.tags[point]) == FT_CURVE_TAG_ON;
 }
 
-/// Writes the contour of the points from \p first to \p last.
-void WriteContour(PolygonWriter& writer, const FT_Outline& outline, int first, int last)
+/// Adds the contour of the points from \p first to \p last.
+void TraceContour(NativeOutline& traced, const FT_Outline& outline, int first, int last)
 {
-    FT_Vector start = outline.points[first];
-    if (OnCurve(outline, first))
+    const auto pointAt = [&](int n) {
+        return NativePoint{outline.points[n].x, outline.points[n].y, OnCurve(outline, n)};
+    };
+    NativePoint start = pointAt(first);
+    if (start.onCurve)
     {
         ++first;
     }
     else if (OnCurve(outline, last))
     {
-        start = outline.points[last];
+        start = pointAt(last);
         --last;
     }
     else
     {
-        start.x = (start.x + outline.points[last].x) >> 1;
-        start.y = (start.y + outline.points[last].y) >> 1;
+        const NativePoint end = pointAt(last);
+        start = {(start.x + end.x) >> 1, (start.y + end.y) >> 1, true};
     }
-    writer.Open(start);
+    traced.points.push_back(start);
     for (int point = first; point <= last; ++point)
     {
-        const bool on = OnCurve(outline, point);
-        if (writer.InSpline())
-        {
-            writer.Add(TT_PRIM_QSPLINE, outline.points[point]);
-            if (on)
-            {
-                writer.EndCurve();
-            }
-            continue;
-        }
-        if (!on)
-        {
-            writer.EndCurve();
-        }
-        writer.Add(on ? TT_PRIM_LINE : TT_PRIM_QSPLINE, outline.points[point]);
+        traced.points.push_back(pointAt(point));
     }
-    if (writer.InSpline())
-    {
-        writer.Add(TT_PRIM_QSPLINE, start);
-    }
-    writer.Close();
+    traced.Close();
 }
 
 }  // namespace
 
-std::vector<BYTE> NativePolygons(const FT_Outline& outline)
+void NativeOutline::Close()
 {
-    PolygonWriter writer;
+    const std::size_t first = FirstOf(ends.size());
+    if (points.size() < first + 2)
+    {
+        points.resize(first);
+        return;
+    }
+    if (!points.back().onCurve)
+    {
+        points.push_back(points[first]);
+    }
+    ends.push_back(points.size());
+}
+
+NativeOutline TraceOutline(const FT_Outline& outline)
+{
+    NativeOutline traced;
+    traced.points.reserve(static_cast<std::size_t>(outline.n_points) + 8);
+    traced.ends.reserve(static_cast<std::size_t>(outline.n_contours));
     int first = 0;
     for (int contour = 0; contour < outline.n_contours; ++contour)
     {
         const int last = outline.contours[contour];
         if (last > first)
         {
-            WriteContour(writer, outline, first, last);
+            TraceContour(traced, outline, first, last);
         }
         first = last + 1;
+    }
+    return traced;
+}
+
+std::vector<BYTE> NativePolygons(const NativeOutline& outline)
+{
+    PolygonWriter writer(outline.points.size());
+    std::size_t point = 0;
+    for (const std::size_t end : outline.ends)
+    {
+        writer.Open(outline.points[point]);
+        for (++point; point < end; ++point)
+        {
+            const NativePoint& added = outline.points[point];
+            if (writer.InSpline())
+            {
+                writer.Add(TT_PRIM_QSPLINE, added);
+                if (added.onCurve)
+                {
+                    writer.EndCurve();
+                }
+                continue;
+            }
+            if (!added.onCurve)
+            {
+                writer.EndCurve();
+            }
+            writer.Add(added.onCurve ? TT_PRIM_LINE : TT_PRIM_QSPLINE, added);
+        }
+        writer.Close();
     }
     return writer.Take();
 }

@@ -102,17 +102,19 @@ OutlineKind KindOf(const FcPattern* pattern)
     {
         return OutlineKind::Bitmap;
     }
-    return Text(pattern, FC_FONTFORMAT) == "TrueType" ? OutlineKind::TrueType : OutlineKind::Other;
+    const std::string format = Text(pattern, FC_FONTFORMAT);
+    return format == "TrueType" ? OutlineKind::TrueType
+           : format == "CFF"    ? OutlineKind::Cubic
+                                : OutlineKind::Other;
 }
 
 std::shared_ptr<const InstalledFace> Describe(const FcPattern* pattern)
 {
     const int index = Whole(pattern, FC_INDEX, 0);
-    // The upper half numbers the named instances of a variable font; the default one has 0. One
-    // more pattern, marked as variable, stands for all of them.
+    // One more pattern of a variable font, marked as such, stands for all of its instances.
     FcBool variable = FcFalse;
     FcPatternGetBool(pattern, FC_VARIABLE, 0, &variable);
-    if (index >> 16 != 0 || variable)
+    if (variable)
     {
         return nullptr;
     }
@@ -130,6 +132,11 @@ std::shared_ptr<const InstalledFace> Describe(const FcPattern* pattern)
     if (face->full.empty())
     {
         face->full = face->style.empty() ? face->family : face->family + ' ' + face->style;
+    }
+    else if (index >> 16 != 0 && !face->full.ends_with(face->style))
+    {
+        // The font's own full name, which does not tell its named instances apart.
+        face->full = face->family + ' ' + face->style;
     }
     const double weight = Number(pattern, FC_WEIGHT, FC_WEIGHT_NORMAL);
     face->weight = static_cast<int>(std::lround(FcWeightToOpenTypeDouble(weight)));
@@ -189,7 +196,7 @@ std::vector<std::pair<std::string, int>> SubstitutesFor(std::string_view family,
     for (int n = 0; sorted != nullptr && n < sorted->nfont; ++n)
     {
         substitutes.emplace_back(Text(sorted->fonts[n], FC_FILE),
-                                 Whole(sorted->fonts[n], FC_INDEX, 0) & 0xFFFF);
+                                 Whole(sorted->fonts[n], FC_INDEX, 0));
     }
     if (sorted != nullptr)
     {

@@ -4,6 +4,8 @@
 /// \file
 /// What fontconfig knows about the machine's fonts; no font file is opened here.
 
+#include "platform/Export.h"
+
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,11 +16,13 @@ namespace posix
 {
 
 struct DesignMetrics;
+struct FaceOutlines;
 
 enum class OutlineKind
 {
     TrueType,  ///< quadratic outlines in a glyf table
-    Other,     ///< other outlines: CFF, Type 1
+    Cubic,     ///< compact outlines (CFF), which can be made quadratic
+    Other,     ///< other outlines: Type 1
     Bitmap
 };
 
@@ -26,7 +30,7 @@ enum class OutlineKind
 struct InstalledFace
 {
     std::string file;
-    int index = 0;           ///< of the face in its file
+    int index = 0;           ///< of the face in its file; above 16 bits, its named instance from 1
     std::string family;      ///< name id 1: at most regular, bold, italic and bold italic share it
     std::string style;       ///< name id 2
     std::string full;        ///< name id 4
@@ -39,11 +43,13 @@ struct InstalledFace
 
     /// What the file says, once it has been read. FontFace.cpp's alone, under its lock.
     mutable std::shared_ptr<const DesignMetrics> design;
+    /// The outlines handed over so far. FontFace.cpp's alone, under its lock.
+    mutable std::shared_ptr<FaceOutlines> outlines;
 };
 
-/// Every installed face, in no particular order. A variable font is its default instance. Reads the
-/// user's font configuration anew at each call.
-std::vector<std::shared_ptr<const InstalledFace>> ListInstalledFaces();
+/// Every installed face, in no particular order. Of a variable font, the default instance and every
+/// named one are faces of their own. Reads the user's font configuration anew at each call.
+ORVANE_API std::vector<std::shared_ptr<const InstalledFace>> ListInstalledFaces();
 
 /// The installed faces from the best substitute for the description on, as the configuration that
 /// the last ListInstalledFaces read has it: file and index.

@@ -3,6 +3,7 @@
 // em, cell ascent 810 and descent 210, no instructions, so that at 1000 pixels per em a unit is a
 // pixel. "*" marks a point off the curve.
 
+#include "platform/posix/FontCatalog.h"
 #include "tests/support/FontFile.h"
 #include "tests/support/PrivateFonts.h"
 
@@ -84,6 +85,8 @@ private:
 class FontOutlines : public testing::Test
 {
 protected:
+    // These outlines are no letters: some cross themselves.
+    const OutlinesInUse asIs_{OUTLINES_AS_IS};
     const PrivateFonts fonts_{{ORVANE_TEST_DATA "/EdgeTest.ttf"}};
     const SelectedFont font_{"Edge Test", -em};
 };
@@ -322,6 +325,107 @@ TEST_F(FontOutlines, OutlineMetricsAreFilledUpToTheSizeGiven)
                                      reinterpret_cast<OUTLINETEXTMETRICA*>(more.data())),
               whole.size());
     EXPECT_EQ(more[whole.size()], 0xAA);
+}
+
+/// The edge cases' font with its outlines put right: S, of which a triangle lies on a contour of
+/// the same direction, is rebuilt.
+class RepairedFontOutlines : public testing::Test
+{
+protected:
+    const OutlinesInUse repaired_{OUTLINES_REPAIRED};
+    const PrivateFonts fonts_{{ORVANE_TEST_DATA "/EdgeTest.ttf"}};
+    const SelectedFont font_{"Edge Test", -em};
+
+    static std::vector<BYTE> AsIs(char letter)
+    {
+        const OutlinesInUse asIs(OUTLINES_AS_IS);
+        return SelectedFont("Edge Test", -em).Outline(letter);
+    }
+};
+
+TEST_F(RepairedFontOutlines, RepairIsTheDefault)
+{
+    // Another test may have chosen otherwise in this process, and undone it.
+    EXPECT_EQ(GetProcessOutlines(), OUTLINES_REPAIRED);
+}
+
+TEST_F(RepairedFontOutlines, TheSizeAskedForIsThatOfTheBytes)
+{
+    GLYPHMETRICS metrics = {};
+    const DWORD size =
+        GetGlyphOutlineA(font_.Dc(), 'S', GGO_NATIVE, &metrics, 0, nullptr, &identityMatrix);
+    const std::vector<BYTE> bytes = font_.Outline('S');
+    EXPECT_EQ(size, bytes.size());
+    EXPECT_NE(bytes, AsIs('S'));
+}
+
+TEST_F(RepairedFontOutlines, AGlyphHasOneRepairedOutlineHoweverOftenItIsAskedFor)
+{
+    const std::vector<BYTE> first = font_.Outline('S');
+    font_.Outline('H');
+    EXPECT_EQ(font_.Outline('S'), first);
+    EXPECT_EQ(SelectedFont("Edge Test", -em).Outline('S'), first);
+    posix::ReloadFonts();  // forgets what was repaired
+    EXPECT_EQ(font_.Outline('S'), first);
+}
+
+TEST_F(RepairedFontOutlines, ACleanOutlineIsTheSameToTheByte)
+{
+    // H is a square with a closing point, '!' the box of missing characters.
+    for (const char letter : {'H', '!', 'A', 'M'})
+    {
+        EXPECT_EQ(font_.Outline(letter), AsIs(letter));
+    }
+}
+
+TEST_F(RepairedFontOutlines, TheMetricsAreTheFonts)
+{
+    for (int character = 33; character < 127; ++character)
+    {
+        GLYPHMETRICS repaired = {};
+        GLYPHMETRICS own = {};
+        font_.Outline(static_cast<UINT>(character), nullptr, &repaired);
+        const OutlinesInUse asIs(OUTLINES_AS_IS);
+        font_.Outline(static_cast<UINT>(character), nullptr, &own);
+        EXPECT_EQ(std::memcmp(&repaired, &own, sizeof own), 0) << character;
+    }
+}
+
+TEST_F(RepairedFontOutlines, AtAnotherSizeTheRepairedOutlineIsScaled)
+{
+    const std::vector<BYTE> whole = font_.Outline('S');
+    const std::vector<BYTE> twice = SelectedFont("Edge Test", -2 * em).Outline('S');
+    ASSERT_EQ(twice.size(), whole.size());
+    // The start points of the first polygons
+    POINTFX start;
+    POINTFX scaled;
+    std::memcpy(&start, &whole[8], sizeof start);
+    std::memcpy(&scaled, &twice[8], sizeof scaled);
+    EXPECT_EQ(scaled.x.value, 2 * start.x.value);
+    EXPECT_EQ(scaled.y.value, 2 * start.y.value);
+}
+
+TEST_F(RepairedFontOutlines, OnlyTheTwoWaysCanBeChosen)
+{
+    EXPECT_FALSE(SetProcessOutlines(2));
+    EXPECT_EQ(GetProcessOutlines(), OUTLINES_REPAIRED);
+}
+
+TEST_F(RepairedFontOutlines, ACheckCountsEveryGlyphOfTheFace)
+{
+    OUTLINECHECK check = {};
+    ASSERT_TRUE(CheckFontOutlines(font_.Dc(), &check));
+    EXPECT_EQ(check.glyphs, 23u);
+    EXPECT_GT(check.repaired, 0u);
+    EXPECT_LE(check.repaired + check.turned + check.unrepaired, check.glyphs);
+    EXPECT_EQ(check.converted, 0u);
+    // Whatever is in use
+    OUTLINECHECK again = {};
+    const OutlinesInUse asIs(OUTLINES_AS_IS);
+    ASSERT_TRUE(CheckFontOutlines(font_.Dc(), &again));
+    EXPECT_EQ(std::memcmp(&again, &check, sizeof check), 0);
+    EXPECT_FALSE(CheckFontOutlines(nullptr, &check));
+    EXPECT_FALSE(CheckFontOutlines(font_.Dc(), nullptr));
 }
 
 /// What the first, default and break characters are for a font's first character.

@@ -192,6 +192,9 @@ protected:
             GTEST_SKIP() << "no reference dumps at " ORVANE_SHARED;
         }
     }
+
+    // The reference repairs nothing.
+    const OutlinesInUse asIs_{OUTLINES_AS_IS};
 };
 
 class FaceGolden : public FontsGolden, public testing::WithParamInterface<FaceDump>

@@ -388,13 +388,13 @@ FontFile::Table BigWords(std::initializer_list<int> words)
     return table;
 }
 
-TEST_F(Fonts, AVariableFontIsItsDefaultInstance)
+TEST_F(Fonts, OfAVariableFontTheDefaultInstanceAndEveryNamedOneAreFaces)
 {
-    FontFile font = Make({"Variable", "Regular", "Variable Regular"});
-    // One axis 'wght' from 400, the default, to 900; one instance, at 700, with name id 2.
+    FontFile font = Make({"Variable", "Regular", "Variable Regular", 400, false, 5, "Heavy"});
+    // One axis 'wght' from 400, the default, to 900; one instance, at 700, with name id 6.
     font.Put("fvar", BigWords({1,      0,      16,  2, 1,   20, 1,   8,        //
                                0x7767, 0x6874, 400, 0, 400, 0,  900, 0, 0, 2,  //
-                               2,      0,      700, 0}));
+                               6,      0,      700, 0}));
     // No variations of any glyph: one offset more than there are glyphs.
     constexpr int offsets = 2 * (glyphCount + 1);
     FontFile::Table variations = BigWords({1, 0, 1, 0, 0, 20, glyphCount, 0, 0, 20 + offsets});
@@ -402,10 +402,16 @@ TEST_F(Fonts, AVariableFontIsItsDefaultInstance)
     font.Put("gvar", variations);
     InstallFile(font);
     const std::vector<EnumeratedFont> delivered = EnumerateFonts("Variable");
-    EXPECT_EQ(FullNames(delivered), (Names{"Variable Regular"}));
-    ASSERT_EQ(delivered.size(), 1u);
-    EXPECT_EQ(delivered[0].record.elfLogFont.lfWeight, 400);
-    EXPECT_EQ(delivered[0].type, TRUETYPE_FONTTYPE);
+    EXPECT_EQ(FullNames(delivered), (Names{"Variable Regular", "Variable Heavy"}));
+    ASSERT_EQ(delivered.size(), 2u);
+    const int weights[] = {400, 700};
+    for (int n = 0; n < 2; ++n)
+    {
+        EXPECT_EQ(delivered[n].record.elfLogFont.lfWeight, weights[n]);
+        EXPECT_EQ(delivered[n].metrics.ntmFlags, n == 0 ? NTM_REGULAR : NTM_BOLD);
+        EXPECT_EQ(delivered[n].type, TRUETYPE_FONTTYPE);
+    }
+    ExpectEveryRecordSelectsItsFace(delivered);
 }
 
 /// A table of compact outlines, all empty.
@@ -488,8 +494,35 @@ ENDCHAR
 ENDFONT
 )";
 
+TEST_F(Fonts, AFaceWithCubicOutlinesIsATrueTypeFaceUnlessOutlinesAreAsTheyAre)
+{
+    InstallFile(Compact({"Compact", "Regular", "Compact"}));
+    Install({{"TrueType", "Regular", "TrueType"}});
+    const std::vector<EnumeratedFont> families = EnumerateFonts(nullptr);
+    ASSERT_EQ(families.size(), 2u);
+    EXPECT_EQ(families[0].FaceName(), "Compact");
+    EXPECT_EQ(families[0].type, TRUETYPE_FONTTYPE);
+    EXPECT_EQ(FullNames(EnumerateAsRegistry()), (Names{"Compact", "TrueType"}));
+    EXPECT_EQ(SelectedFont("Compact", -20).Full(), "Compact");
+
+    const SelectedFont font("Compact", -20);
+    const OutlinesInUse asIs(OUTLINES_AS_IS);
+    EXPECT_EQ(FullNames(EnumerateAsRegistry()), (Names{"TrueType"}));
+    EXPECT_EQ(font.Full(), "TrueType");
+}
+
+TEST_F(Fonts, OfTwoFacesAlikeTheOneWithTrueTypeOutlinesIsTaken)
+{
+    InstallFile(Compact({"Alike", "Regular", "Alike"}));
+    Install({{"Alike", "Regular", "Alike"}});
+    // The compact one's glyphs are all empty.
+    EXPECT_FALSE(SelectedFont("Alike", -1000).Outline('H').empty());
+    EXPECT_EQ(FullNames(EnumerateAsRegistry()).front(), "Alike");
+}
+
 TEST_F(Fonts, FacesWithoutTrueTypeOutlinesAreOfOtherTypesAndNeverRegistered)
 {
+    const OutlinesInUse asIs(OUTLINES_AS_IS);
     InstallFile(Compact({"Compact", "Regular", "Compact"}));
     const std::string bitmap = NewFile(".bdf");
     std::ofstream(bitmap) << bitmapFont;
@@ -511,6 +544,7 @@ TEST_F(Fonts, FacesWithoutTrueTypeOutlinesAreOfOtherTypesAndNeverRegistered)
 
 TEST_F(Fonts, AFamilyOfMixedKindsIsRepresentedByATrueTypeFace)
 {
+    const OutlinesInUse asIs(OUTLINES_AS_IS);
     InstallFile(Compact({"Mixed", "Regular", "Mixed Compact"}));
     Install({{"Mixed", "Bold", "Mixed Bold", 700}});
     EXPECT_EQ(FullNames(EnumerateAsRegistry()), (Names{"Mixed Bold"}));

@@ -31,6 +31,22 @@ private:
     int installed_ = 0;
 };
 
+/// While it lives, outlines are handed over in this way (SetProcessOutlines).
+class OutlinesInUse
+{
+public:
+    explicit OutlinesInUse(UINT outlines) : previous_(GetProcessOutlines())
+    {
+        SetProcessOutlines(outlines);
+    }
+    ~OutlinesInUse() { SetProcessOutlines(previous_); }
+    OutlinesInUse(const OutlinesInUse&) = delete;
+    OutlinesInUse& operator=(const OutlinesInUse&) = delete;
+
+private:
+    UINT previous_;
+};
+
 /// One callback of EnumFontFamiliesA.
 struct EnumeratedFont
 {

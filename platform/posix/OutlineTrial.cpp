@@ -1,0 +1,436 @@
+// SPDX-License-Identifier: MIT
+#include "platform/posix/OutlineTrial.h"
+
+#include "platform/outlines/DuplicateSearch.h"
+#include "platform/outlines/Flattening.h"
+#include "platform/outlines/Tessellation.h"
+#include "platform/posix/OutlineUnion.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+namespace posix
+{
+namespace
+{
+
+/// As many as the library takes for each control point of an outline that it is given.
+constexpr std::uint8_t segmentsOfPiece = 5;
+
+/// An outline with more meetings of edges than this, or that takes more comparisons to tell, is
+/// none of a letter: what it would take to fill it is beyond all bounds.
+constexpr int mostMeetings = 20000;
+constexpr std::int64_t mostEffort = 20000000;
+
+/// A run of a flat outline's vertices, as the duplicate search takes it.
+class FlatContour
+{
+public:
+    FlatContour(FlatVertex* first, int count) : first_(first), count_(count) {}
+
+    int GetVertexCount() const { return count_; }
+    FlatVertex* GetVertexElement(int index) const { return first_ + index; }
+
+    void CalculateNormals()
+    {
+        using namespace outlines;
+        if (count_ < 2)
+        {
+            return;
+        }
+        const auto stored = [](const PlaneVector& normal) {
+            return FlatVertex::Pair{StoredNormal(normal.x), StoredNormal(normal.y)};
+        };
+        FlatVertex::Pair arriving = stored(EdgeNormal(Place_(count_ - 1), Place_(0)));
+        for (int i = 0; i < count_; ++i)
+        {
+            const FlatVertex::Pair leaving = stored(EdgeNormal(Place_(i), Place_(Next_(i))));
+            first_[i].vertexNormal = stored(AverageNormal(Vector_(arriving, storedNormalUnit),
+                                                          Vector_(leaving, storedNormalUnit)));
+            arriving = leaving;
+        }
+    }
+
+    void AdjustDuplicateVertex(int index)
+    {
+        const outlines::PlaneVector place = outlines::ShiftedPlace(
+            Place_(index), Vector_(first_[index].vertexNormal, outlines::storedNormalUnit),
+            Place_(Next_(index)));
+        first_[index].point = {TruncateToShort(place.x), TruncateToShort(place.y)};
+    }
+
+private:
+    static outlines::PlaneVector Vector_(const FlatVertex::Pair& pair, float unit)
+    {
+        return {static_cast<float>(pair.x) * unit, static_cast<float>(pair.y) * unit};
+    }
+    outlines::PlaneVector Place_(int index) const { return Vector_(first_[index].point, 1.0f); }
+    int Next_(int index) const { return index + 1 < count_ ? index + 1 : 0; }
+
+    FlatVertex* first_;
+    int count_;
+};
+
+/// An edge in the order of the sweep.
+struct Edge
+{
+    int left;  // the smallest x
+    int right;
+    int low;
+    int high;
+    int from;  // indices of vertices
+    int to;
+};
+
+using Whole = std::int64_t;
+
+Whole Cross(const FlatVertex::Pair& o, const FlatVertex::Pair& a, const FlatVertex::Pair& b)
+{
+    return (Whole{a.x} - o.x) * (Whole{b.y} - o.y) - (Whole{a.y} - o.y) * (Whole{b.x} - o.x);
+}
+
+int SignOf(Whole value)
+{
+    return value < 0 ? -1 : value > 0 ? 1 : 0;
+}
+
+/// Whether two edges whose boxes overlap have more in common than a vertex of the outline.
+bool EdgesMeet(const std::vector<FlatVertex>& vertices, const Edge& a, const Edge& b)
+{
+    const auto at = [&](int index) -> const FlatVertex::Pair& { return vertices[index].point; };
+    if (a.to == b.from || b.to == a.from)
+    {
+        // Neighbours meet again only where the contour turns back on itself.
+        const Edge& first = a.to == b.from ? a : b;
+        const Edge& second = a.to == b.from ? b : a;
+        if (first.from == second.to)
+        {
+            return true;  // a contour of two vertices
+        }
+        const FlatVertex::Pair& corner = at(first.to);
+        const FlatVertex::Pair& before = at(first.from);
+        const FlatVertex::Pair& after = at(second.to);
+        const Whole along = (Whole{before.x} - corner.x) * (Whole{after.x} - corner.x) +
+                            (Whole{before.y} - corner.y) * (Whole{after.y} - corner.y);
+        return along > 0 && Cross(corner, before, after) == 0;
+    }
+    const int fromSide = SignOf(Cross(at(a.from), at(a.to), at(b.from)));
+    const int toSide = SignOf(Cross(at(a.from), at(a.to), at(b.to)));
+    if (fromSide * toSide > 0)
+    {
+        return false;
+    }
+    // On one line with overlapping boxes counts as meeting.
+    return SignOf(Cross(at(b.from), at(b.to), at(a.from))) *
+               SignOf(Cross(at(b.from), at(b.to), at(a.to))) <=
+           0;
+}
+
+/// Sums the areas of the primitives that the tessellator makes.
+class AreaSink : public outlines::FaceSink
+{
+public:
+    explicit AreaSink(const std::vector<FlatVertex>& vertices) : vertices_(vertices) {}
+
+    void Begin(GLenum type) override
+    {
+        type_ = type;
+        corners_.clear();
+    }
+    void Add(unsigned short index) override { corners_.push_back(index); }
+    void End() override
+    {
+        for (std::size_t n = 2; n < corners_.size(); n += type_ == GL_TRIANGLES ? 3 : 1)
+        {
+            const std::size_t first = type_ == GL_TRIANGLE_FAN ? 0 : n - 2;
+            twice_ += std::llabs(Cross(At_(first), At_(n - 1), At_(n)));
+        }
+    }
+
+    double Area() const { return static_cast<double>(twice_) / 2; }
+
+private:
+    const FlatVertex::Pair& At_(std::size_t corner) const
+    {
+        return vertices_[corners_[corner]].point;
+    }
+
+    const std::vector<FlatVertex>& vertices_;
+    std::vector<unsigned short> corners_;
+    GLenum type_ = 0;
+    Whole twice_ = 0;
+};
+
+/// Calls \p use with the indices of the first and one past the last vertex of each contour.
+template <typename Use>
+void ForEachContour(const FlatOutline& flat, Use use)
+{
+    int first = 0;
+    for (const int size : flat.sizes)
+    {
+        use(first, first + size);
+        first += size;
+    }
+}
+
+/// Votes about the direction of a contour, with the height of the edge as its weight: more than 0
+/// when what is filled is on the left.
+int LeftVote(const FlatOutline& flat, int from, int to)
+{
+    const FlatVertex::Pair& start = flat.vertices[from].point;
+    const FlatVertex::Pair& end = flat.vertices[to].point;
+    // Everything doubled, so that the middle of the edge is whole.
+    const Whole x = Whole{start.x} + end.x;
+    const Whole y = Whole{start.y} + end.y;
+    bool filledToTheRight = false;  // that is, toward larger x
+    ForEachContour(flat, [&](int first, int last) {
+        for (int i = first; i < last; ++i)
+        {
+            const int next = i + 1 < last ? i + 1 : first;
+            const FlatVertex::Pair& a = flat.vertices[i].point;
+            const FlatVertex::Pair& b = flat.vertices[next].point;
+            if (i == from || (2 * Whole{a.y} <= y) == (2 * Whole{b.y} <= y))
+            {
+                continue;
+            }
+            // Beyond the middle when the edge, at that height, has a larger x.
+            const Whole rise = Whole{b.y} - a.y;
+            const Whole side =
+                (2 * Whole{a.x} - x) * rise + (y - 2 * Whole{a.y}) * (Whole{b.x} - a.x);
+            filledToTheRight ^= (rise > 0 ? side : -side) > 0;
+        }
+    });
+    const int height = std::abs(end.y - start.y);
+    const bool upward = end.y > start.y;
+    return filledToTheRight != upward ? height : -height;
+}
+
+}  // namespace
+
+FlatOutline Flatten(const NativeOutline& outline, int unitsPerEm)
+{
+    using outlines::CurvePoint;
+    const auto whole = [](FT_Pos value) { return static_cast<std::int16_t>(value >> 6); };
+    FlatOutline flat;
+    flat.vertices.reserve(3 * outline.points.size());
+    flat.sizes.reserve(outline.ends.size());
+    const float spacing = outlines::VertexSpacing(static_cast<float>(unitsPerEm));
+    std::size_t first = 0;
+    for (const std::size_t end : outline.ends)
+    {
+        const std::size_t before = flat.vertices.size();
+        const NativePoint* const points = &outline.points[first];
+        outlines::FlattenContour(
+            static_cast<int>(end - first),
+            [points, whole](int n) {
+                const NativePoint& point = points[n];
+                return point.onCurve
+                           ? CurvePoint{whole(point.x), whole(point.y), CurvePoint::OnCurve, 0}
+                           : CurvePoint{whole(point.x), whole(point.y), CurvePoint::OffCurve,
+                                        segmentsOfPiece};
+            },
+            spacing,
+            [&flat](const outlines::PlaneVector& place, bool) {
+                flat.vertices.push_back({{TruncateToShort(place.x), TruncateToShort(place.y)}, {}});
+            });
+        flat.sizes.push_back(static_cast<int>(flat.vertices.size() - before));
+        first = end;
+    }
+    return flat;
+}
+
+FlatOutline FlattenAndSeparate(const NativeOutline& outline, int unitsPerEm)
+{
+    FlatOutline flat = Flatten(outline, unitsPerEm);
+    std::vector<FlatContour> contours;
+    contours.reserve(flat.sizes.size());
+    ForEachContour(flat, [&](int first, int last) {
+        contours.emplace_back(flat.vertices.data() + first, last - first);
+    });
+    const std::span<FlatContour> all(contours);
+    if (outlines::AnyPlaceRepeats(all))
+    {
+        for (FlatContour& contour : contours)
+        {
+            contour.CalculateNormals();
+        }
+        outlines::SeparateVertices(all);
+    }
+    return flat;
+}
+
+int CountMeetings(const FlatOutline& flat, int most)
+{
+    const auto count = static_cast<int>(flat.vertices.size());
+    if (count > std::numeric_limits<unsigned short>::max())
+    {
+        return most + 1;
+    }
+    // Sorted by their left ends: the key's low bits are the index of the edge's first vertex.
+    std::vector<std::uint32_t> order;
+    std::vector<Edge> edges;
+    order.reserve(flat.vertices.size());
+    edges.reserve(flat.vertices.size());
+    int meetings = 0;
+    ForEachContour(flat, [&](int first, int last) {
+        meetings += last - first == 1 || last - first == 2 ? 1 : 0;
+        for (int i = first; i < last; ++i)
+        {
+            const int next = i + 1 < last ? i + 1 : first;
+            const FlatVertex::Pair& a = flat.vertices[i].point;
+            const FlatVertex::Pair& b = flat.vertices[next].point;
+            meetings += a.x == b.x && a.y == b.y ? 1 : 0;
+            edges.push_back({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y),
+                             std::max(a.y, b.y), i, next});
+            order.push_back(static_cast<std::uint32_t>(edges.back().left + 0x8000) << 16 |
+                            static_cast<std::uint32_t>(i));
+        }
+    });
+    std::sort(order.begin(), order.end());
+    std::vector<const Edge*> open;  // that the sweep has reached and not left
+    open.reserve(32);
+    std::int64_t effort = 0;
+    for (const std::uint32_t key : order)
+    {
+        const Edge& edge = edges[key & 0xFFFF];
+        std::size_t kept = 0;
+        for (const Edge* const other : open)
+        {
+            if (other->right < edge.left)
+            {
+                continue;
+            }
+            open[kept++] = other;
+            if (other->low <= edge.high && edge.low <= other->high &&
+                EdgesMeet(flat.vertices, edge, *other))
+            {
+                ++meetings;
+            }
+        }
+        effort += std::ssize(open);
+        if (meetings > most || effort > mostEffort)
+        {
+            return most + 1;
+        }
+        open.resize(kept);
+        open.push_back(&edge);
+    }
+    return meetings;
+}
+
+double OddArea(const FlatOutline& flat)
+{
+    if (flat.vertices.size() > std::numeric_limits<unsigned short>::max())
+    {
+        return -1;
+    }
+    std::vector<outlines::Corner> corners;
+    corners.reserve(flat.vertices.size());
+    for (const FlatVertex& vertex : flat.vertices)
+    {
+        corners.push_back(
+            {{static_cast<double>(vertex.point.x), static_cast<double>(vertex.point.y), 0.0},
+             static_cast<unsigned short>(corners.size())});
+    }
+    AreaSink sink(flat.vertices);
+    return outlines::TessellateFaces(corners, flat.sizes, sink) ? sink.Area() : -1;
+}
+
+double NonZeroArea(const FlatOutline& flat)
+{
+    OutlineUnion all;
+    ForEachContour(flat, [&](int first, int last) {
+        all.BeginContour();
+        for (int i = first; i < last; ++i)
+        {
+            all.AddVertex(flat.vertices[i].point.x, flat.vertices[i].point.y);
+        }
+    });
+    return all.Unite() ? all.Area() : -1;
+}
+
+std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat, int votes)
+{
+    std::vector<bool> wrong;
+    wrong.reserve(flat.sizes.size());
+    std::vector<int> tallest;  // the vertices that the edges of the greatest heights start at
+    ForEachContour(flat, [&](int first, int last) {
+        const auto next = [&](int i) { return i + 1 < last ? i + 1 : first; };
+        const auto height = [&](int i) {
+            return std::abs(flat.vertices[next(i)].point.y - flat.vertices[i].point.y);
+        };
+        tallest.clear();
+        for (int i = first; i < last; ++i)
+        {
+            tallest.push_back(i);
+        }
+        const auto end = tallest.begin() + std::min<std::ptrdiff_t>(votes, std::ssize(tallest));
+        std::partial_sort(tallest.begin(), end, tallest.end(),
+                          [&](int a, int b) { return height(a) > height(b); });
+        int left = 0;
+        for (auto i = tallest.begin(); i != end; ++i)
+        {
+            left += height(*i) > 0 ? LeftVote(flat, *i, next(*i)) : 0;
+        }
+        wrong.push_back(left > 0);
+    });
+    return wrong;
+}
+
+OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm)
+{
+    OutlineVerdict verdict;
+    if (outline.ends.empty())
+    {
+        return verdict;
+    }
+    FlatOutline flat = Flatten(outline, unitsPerEm);
+    const bool apart = CountMeetings(flat, 0) == 0;
+    if (!apart)
+    {
+        if (CountMeetings(flat, mostMeetings) > mostMeetings)
+        {
+            verdict.hopeless = true;
+            verdict.fills = false;
+            return verdict;
+        }
+        flat = FlattenAndSeparate(outline, unitsPerEm);
+    }
+    // Where edges touch, one of them may not be the border that it seems.
+    verdict.wrongWay = ContoursTheWrongWay(flat, apart ? 1 : 5);
+    const auto isWrong = [](bool wrong) { return wrong; };
+    const bool anyWrong = std::any_of(verdict.wrongWay.begin(), verdict.wrongWay.end(), isWrong);
+    // Contours that keep apart and all run the right way fill the same by both rules.
+    if (!apart || anyWrong)
+    {
+        constexpr double difference = 0.001;
+        const double odd = OddArea(flat);
+        const double nonZero = NonZeroArea(flat);
+        verdict.fills = odd >= 0 && nonZero >= 0 &&
+                        std::fabs(odd - nonZero) <= difference * std::max(odd, nonZero);
+    }
+    if (!anyWrong)
+    {
+        verdict.wrongWay.clear();
+    }
+    return verdict;
+}
+
+NativeOutline Reversed(const NativeOutline& outline, const std::vector<bool>& marked)
+{
+    NativeOutline reversed = outline;
+    for (std::size_t contour = 0; contour < outline.ends.size(); ++contour)
+    {
+        if (contour < marked.size() && marked[contour])
+        {
+            std::reverse(
+                reversed.points.begin() + static_cast<std::ptrdiff_t>(outline.FirstOf(contour)),
+                reversed.points.begin() + static_cast<std::ptrdiff_t>(outline.ends[contour]));
+        }
+    }
+    return reversed;
+}
+
+}  // namespace posix

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Whether an outline comes out right when it is flattened and filled, tried out beforehand.
+
+#include "platform/Export.h"
+#include "platform/posix/GlyphOutline.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace posix
+{
+
+/// One vertex of a flattened outline, in whole units.
+struct FlatVertex
+{
+    struct Pair
+    {
+        std::int16_t x = 0;
+        std::int16_t y = 0;
+    };
+    Pair point;
+    Pair vertexNormal;  ///< in 1/10000; only once normals have been asked for
+};
+
+/// An outline flattened as the library does it, in the outline's whole units.
+struct FlatOutline
+{
+    std::vector<FlatVertex> vertices;
+    std::vector<int> sizes;  ///< of the contours
+};
+
+/// Flattens; of a coordinate only the whole units count.
+ORVANE_API FlatOutline Flatten(const NativeOutline& outline, int unitsPerEm);
+
+/// Flattens and moves vertices apart that lie at the same place: what is filled.
+ORVANE_API FlatOutline FlattenAndSeparate(const NativeOutline& outline, int unitsPerEm);
+
+/// How many pairs of edges of a flattened outline cross or touch elsewhere than neighbours do at
+/// their common vertex, counted up to one more than \p most. The tessellator fills an outline
+/// without any such pair without fail.
+ORVANE_API int CountMeetings(const FlatOutline& flat, int most);
+
+/// The area that the tessellator fills by the odd rule, in square units; below 0 when it reports an
+/// error, as it does for contours that cross.
+ORVANE_API double OddArea(const FlatOutline& flat);
+
+/// The area by the non-zero rule, contours that cross included.
+ORVANE_API double NonZeroArea(const FlatOutline& flat);
+
+/// Whether each contour runs with what is filled on its left and not on its right, by the odd rule:
+/// the wrong way.
+/// \param votes how many edges of a contour decide, the tallest
+ORVANE_API std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat, int votes);
+
+struct OutlineVerdict
+{
+    /// Whether the faces come out: the tessellator reports no error, and the odd rule and the
+    /// non-zero rule fill areas that differ by no more than a thousandth.
+    bool fills = true;
+    /// Whether its edges meet so often that not even this is tried.
+    bool hopeless = false;
+    std::vector<bool> wrongWay;  ///< of each contour; empty when none runs the wrong way
+};
+
+/// Tries an outline, as cheaply as can be: one whose edges keep apart needs no tessellation.
+/// \param unitsPerEm 64 of the outline's own units are one of these
+ORVANE_API OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm);
+
+/// The outline with the contours reversed that are marked.
+ORVANE_API NativeOutline Reversed(const NativeOutline& outline, const std::vector<bool>& marked);
+
+}  // namespace posix

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: MIT
+#include "platform/posix/OutlineRepair.h"
+
+#include "platform/posix/FaceOutlines.h"
+#include "platform/posix/OutlineTrial.h"
+#include "tests/support/NativeOutlines.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <random>
+
+using namespace posix;
+
+namespace
+{
+
+constexpr int em = 1000;
+
+double AreaOf(const NativeOutline& outline)
+{
+    return OddArea(FlattenAndSeparate(outline, em));
+}
+
+/// Whether two outlines of one contour have the same points, starting anywhere.
+bool SameRing(const NativeOutline& a, const NativeOutline& b)
+{
+    if (a.ends.size() != 1 || b.ends.size() != 1 || a.points.size() != b.points.size())
+    {
+        return false;
+    }
+    std::vector<NativePoint> points = a.points;
+    for (std::size_t turn = 0; turn < points.size(); ++turn)
+    {
+        if (points == b.points)
+        {
+            return true;
+        }
+        std::rotate(points.begin(), points.begin() + 1, points.end());
+    }
+    return false;
+}
+
+TEST(OutlineRepair, OverlappingSquaresBecomeTheirBorder)
+{
+    const auto repaired =
+        RepairOutline(MakeOutline({SquareAt(0, 0, 100), SquareAt(50, 50, 100)}), em);
+    ASSERT_TRUE(repaired);
+    // Clockwise, a corner where the sides crossed
+    EXPECT_TRUE(SameRing(*repaired, MakeOutline({{{0, 0},
+                                                  {0, 100},
+                                                  {50, 100},
+                                                  {50, 150},
+                                                  {150, 150},
+                                                  {150, 50},
+                                                  {100, 50},
+                                                  {100, 0}}})));
+}
+
+TEST(OutlineRepair, TheDirectionsOfOverlappingContoursDoNotMatterWhenTheyAgree)
+{
+    const auto repaired =
+        RepairOutline(MakeOutline({SquareAt(0, 0, 100, true), SquareAt(50, 50, 100, true)}), em);
+    ASSERT_TRUE(repaired);
+    EXPECT_DOUBLE_EQ(AreaOf(*repaired), 17500);
+    EXPECT_TRUE(TryOutline(*repaired, em).wrongWay.empty());
+}
+
+TEST(OutlineRepair, AHoleThatReachesOverTheBorderCutsIt)
+{
+    const auto repaired =
+        RepairOutline(MakeOutline({SquareAt(0, 0, 100), SquareAt(50, 50, 100, true)}), em);
+    ASSERT_TRUE(repaired);
+    // By the non-zero rule, what only the second square covers is filled too. The two parts meet in
+    // two corners, of which one each is moved by 2 units.
+    EXPECT_NEAR(AreaOf(*repaired), 15000, 300);
+}
+
+TEST(OutlineRepair, ASquareInsideAnotherOfTheSameDirectionVanishes)
+{
+    const auto repaired =
+        RepairOutline(MakeOutline({SquareAt(0, 0, 100), SquareAt(20, 20, 50)}), em);
+    ASSERT_TRUE(repaired);
+    EXPECT_TRUE(SameRing(*repaired, MakeOutline({SquareAt(0, 0, 100)})));
+}
+
+TEST(OutlineRepair, AFigureEightBecomesTwoContours)
+{
+    const auto repaired =
+        RepairOutline(MakeOutline({{{0, 0}, {100, 100}, {100, 0}, {0, 100}}}), em);
+    ASSERT_TRUE(repaired);
+    EXPECT_EQ(repaired->ends.size(), 2u);
+    EXPECT_TRUE(TryOutline(*repaired, em).fills);
+    // Two triangles of 2500, of which the vertices in the middle may be moved by 2 units.
+    EXPECT_NEAR(AreaOf(*repaired), 5000, 250);
+}
+
+TEST(OutlineRepair, AContourThatTouchesItselfComesOutRight)
+{
+    // Two squares joined at a corner by one contour
+    const NativeOutline outline = MakeOutline(
+        {{{0, 0}, {0, 100}, {100, 100}, {100, 200}, {200, 200}, {200, 100}, {100, 100}, {100, 0}}});
+    const ProvidedOutline provided = ProvideOutline(outline, false, em);
+    EXPECT_FALSE(provided.failed);
+    const NativeOutline& given = provided.outline ? *provided.outline : outline;
+    EXPECT_TRUE(TryOutline(given, em).fills);
+    EXPECT_NEAR(AreaOf(given), 20000, 500);
+}
+
+TEST(OutlineRepair, CurvesStayCurvesAndStayWhereTheyAre)
+{
+    const NativeOutline outline = MakeOutline({RoundAt(0, 0, 300), RoundAt(400, 0, 300)});
+    const auto repaired = RepairOutline(outline, em);
+    ASSERT_TRUE(repaired);
+    EXPECT_EQ(repaired->ends.size(), 1u);
+    // Two crossings and the six ends of whole pieces; between them as many splines as points.
+    const auto onCurve = std::count_if(repaired->points.begin(), repaired->points.end(),
+                                       [](const NativePoint& point) { return point.onCurve; });
+    EXPECT_EQ(repaired->points.size() - static_cast<std::size_t>(onCurve), 8u);
+    // Each vertex lies on one of the two outlines, up to the rounding of ends and control points.
+    const FlatOutline fine = Flatten(*repaired, em);
+    for (const FlatVertex& vertex : fine.vertices)
+    {
+        double nearest = 1e9;
+        for (const double centre : {0.0, 400.0})
+        {
+            // For a spline from (r, 0) over (r, r) to (0, r): sqrt(1 - x/r) + sqrt(1 - y/r) = 1.
+            const double x = std::min(std::fabs(vertex.point.x - centre) / 300, 1.0);
+            const double y = std::min(std::fabs(vertex.point.y / 300.0), 1.0);
+            nearest = std::min(nearest, std::fabs(std::sqrt(1 - x) + std::sqrt(1 - y) - 1));
+        }
+        EXPECT_LT(nearest, 0.06) << vertex.point.x << ' ' << vertex.point.y;
+    }
+}
+
+TEST(OutlineRepair, WhatIsRepairedPassesAndFillsTheSame)
+{
+    std::mt19937 random(11);
+    int repairedCount = 0;
+    for (int turn = 0; turn < 300; ++turn)
+    {
+        std::vector<std::vector<OutlineAt>> contours;
+        for (int n = 0; n < 2 + turn % 3; ++n)
+        {
+            const int x = static_cast<int>(random() % 700);
+            const int y = static_cast<int>(random() % 700);
+            const int size = 60 + static_cast<int>(random() % 300);
+            contours.push_back(random() % 2 == 0 ? SquareAt(x, y, size) : RoundAt(x, y, size));
+        }
+        const NativeOutline outline = MakeOutline(contours);
+        if (TryOutline(outline, em).fills)
+        {
+            continue;
+        }
+        const auto repaired = RepairOutline(outline, em);
+        ASSERT_TRUE(repaired) << turn;
+        const OutlineVerdict verdict = TryOutline(*repaired, em);
+        EXPECT_TRUE(verdict.fills && verdict.wrongWay.empty()) << turn;
+        const double whole = NonZeroArea(FlattenAndSeparate(outline, em));
+        // The pieces are flattened more finely where they were cut.
+        EXPECT_NEAR(AreaOf(*repaired), whole, 0.03 * whole) << turn;
+        ++repairedCount;
+    }
+    EXPECT_GT(repairedCount, 100);
+}
+
+TEST(FaceOutlines, ACleanOutlineIsHandedOverUntouched)
+{
+    const ProvidedOutline provided =
+        ProvideOutline(MakeOutline({RoundAt(0, 0, 300), RoundAt(0, 0, 200, true)}), false, em);
+    EXPECT_FALSE(provided.outline);
+    EXPECT_FALSE(provided.repaired || provided.turned || provided.converted || provided.failed);
+}
+
+TEST(FaceOutlines, ContoursTheWrongWayAreTurnedAndNothingElse)
+{
+    const ProvidedOutline provided =
+        ProvideOutline(MakeOutline({RoundAt(0, 0, 300, true), SquareAt(-50, -50, 100)}), false, em);
+    EXPECT_TRUE(provided.turned);
+    EXPECT_FALSE(provided.repaired || provided.failed);
+    ASSERT_TRUE(provided.outline);
+    EXPECT_EQ(*provided.outline, MakeOutline({RoundAt(0, 0, 300), SquareAt(-50, -50, 100, true)}));
+}
+
+TEST(FaceOutlines, WhatCannotBeRepairedIsHandedOverAsItIs)
+{
+    std::vector<OutlineAt> scribble;
+    for (int n = 0; n < 1000; ++n)
+    {
+        scribble.push_back({n % 2 == 0 ? 0 : 9000, (n * 7919) % 9001});
+    }
+    const ProvidedOutline provided = ProvideOutline(MakeOutline({scribble}), false, em);
+    EXPECT_TRUE(provided.failed);
+    EXPECT_FALSE(provided.outline);
+}
+
+TEST(FaceOutlines, AnythingIsTakenWithoutHarm)
+{
+    std::mt19937 random(3);
+    for (int turn = 0; turn < 400; ++turn)
+    {
+        NativeOutline outline;
+        for (int contour = 0; contour < turn % 5; ++contour)
+        {
+            for (std::uint32_t n = 0; n < 1 + random() % 12; ++n)
+            {
+                // Beyond 16 bits too, which wrap
+                const auto coordinate = [&] {
+                    return static_cast<FT_Pos>(static_cast<std::int32_t>(random())) >>
+                           (random() % 20);
+                };
+                outline.points.push_back({coordinate(), coordinate(), n == 0 || random() % 2 == 0});
+            }
+            outline.Close();
+        }
+        const ProvidedOutline provided = ProvideOutline(outline, turn % 2 == 0, em);
+        EXPECT_TRUE(!provided.outline || provided.converted || provided.repaired ||
+                    provided.turned);
+    }
+}
+
+}  // namespace

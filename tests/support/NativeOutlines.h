@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Outlines for tests, in whole units.
+
+#include "platform/posix/GlyphOutline.h"
+
+#include <vector>
+
+struct OutlineAt
+{
+    int x;
+    int y;
+    bool onCurve = true;
+};
+
+inline posix::NativeOutline MakeOutline(const std::vector<std::vector<OutlineAt>>& contours)
+{
+    posix::NativeOutline outline;
+    for (const std::vector<OutlineAt>& contour : contours)
+    {
+        for (const OutlineAt& point : contour)
+        {
+            outline.points.push_back({point.x * 64, point.y * 64, point.onCurve});
+        }
+        outline.Close();
+    }
+    return outline;
+}
+
+/// A square with sides along the axes; clockwise, what is filled on its right, unless turned.
+inline std::vector<OutlineAt> SquareAt(int x, int y, int size, bool turned = false)
+{
+    std::vector<OutlineAt> square = {{x, y}, {x, y + size}, {x + size, y + size}, {x + size, y}};
+    return turned ? std::vector<OutlineAt>(square.rbegin(), square.rend()) : square;
+}
+
+/// Four splines around a centre, through points on the axes; clockwise unless turned.
+inline std::vector<OutlineAt> RoundAt(int x, int y, int radius, bool turned = false)
+{
+    std::vector<OutlineAt> round = {{x - radius, y}, {x - radius, y + radius, false},
+                                    {x, y + radius}, {x + radius, y + radius, false},
+                                    {x + radius, y}, {x + radius, y - radius, false},
+                                    {x, y - radius}, {x - radius, y - radius, false},
+                                    {x - radius, y}};
+    return turned ? std::vector<OutlineAt>(round.rbegin(), round.rend()) : round;
+}

@@ -1,0 +1,406 @@
+// SPDX-License-Identifier: MIT
+// survey-outlines [--letters] [FILTER]: builds the glyphs of every installed face as the library
+// does, from the fonts' own outlines and from what is handed over for them, and prints how many
+// come out wrong. --letters looks at the characters of the western code page alone, not at every
+// glyph. FILTER chooses faces whose full names contain it.
+//
+// What is wrong is judged here by other means than the library's own trial: by the faces and walls
+// of the built glyphs.
+
+#include "extrude/OrvGlyph.h"
+#include "outline/TTGlyph.h"
+#include "platform/CodePages.h"
+#include "platform/OpenGL.h"
+#include "platform/posix/FontFace.h"
+#include "platform/posix/InstalledFonts.h"
+#include "platform/posix/OutlineTrial.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <set>
+
+namespace
+{
+
+struct Place
+{
+    double x;
+    double y;
+};
+
+using Contours = std::vector<std::vector<Place>>;
+
+/// A glyph built from an outline, judged.
+struct Built
+{
+    bool noCaps = false;
+    bool falseHoles = false;
+    int contours = 0;
+    int wrongWay = 0;
+    double capArea = 0;
+};
+
+Contours ContoursOf(const OrvGlyph& glyph)
+{
+    Contours contours;
+    for (int k = 0; k < glyph.GetContourCount(); ++k)
+    {
+        const TTPolyContour contour = glyph.contours.GetAt(k);
+        std::vector<Place>& places = contours.emplace_back();
+        for (int i = 0; i < contour.GetVertexCount(); ++i)
+        {
+            const Vector point = contour.GetVertexOutlinePoint(i);
+            places.push_back({point.x, point.y});
+        }
+    }
+    return contours;
+}
+
+double CapArea(const OrvGlyph& glyph)
+{
+    double twice = 0;
+    for (int n = 0; n < glyph.facePolygons.GetSize(); ++n)
+    {
+        const VertexIndexPolygon& polygon = *glyph.facePolygons.GetElement(n);
+        const auto at = [&](int i) { return glyph.vertices.GetAt(polygon.GetAt(i)).GetPoint(); };
+        for (int i = 2; i < polygon.GetSize(); i += polygon.GetType() == GL_TRIANGLES ? 3 : 1)
+        {
+            const Vector2D a = at(polygon.GetType() == GL_TRIANGLE_FAN ? 0 : i - 2);
+            const Vector2D b = at(i - 1);
+            const Vector2D c = at(i);
+            twice += std::fabs((double{b.x} - a.x) * (double{c.y} - a.y) -
+                               (double{b.y} - a.y) * (double{c.x} - a.x));
+        }
+    }
+    return twice / 2;
+}
+
+/// By the odd rule.
+bool IsFilled(const Contours& contours, const Place& place)
+{
+    bool filled = false;
+    for (const std::vector<Place>& contour : contours)
+    {
+        for (std::size_t i = 0; i < contour.size(); ++i)
+        {
+            const Place& a = contour[i];
+            const Place& b = contour[i + 1 < contour.size() ? i + 1 : 0];
+            if ((a.y > place.y) != (b.y > place.y) &&
+                place.x < a.x + (place.y - a.y) * (b.x - a.x) / (b.y - a.y))
+            {
+                filled = !filled;
+            }
+        }
+    }
+    return filled;
+}
+
+/// How much of a contour has what is filled on its left and not on its right, less the opposite.
+double WrongLength(const Contours& contours, const std::vector<Place>& contour)
+{
+    constexpr double aside = 0.02;
+    const std::size_t count = contour.size();
+    const auto next = [&](std::size_t i) { return i + 1 < count ? i + 1 : 0; };
+    const auto length = [&](std::size_t i) {
+        return std::hypot(contour[next(i)].x - contour[i].x, contour[next(i)].y - contour[i].y);
+    };
+    std::vector<std::size_t> longest(count);
+    for (std::size_t i = 0; i < count; ++i)
+    {
+        longest[i] = i;
+    }
+    std::sort(longest.begin(), longest.end(),
+              [&](std::size_t a, std::size_t b) { return length(a) > length(b); });
+    longest.resize(std::min<std::size_t>(longest.size(), 9));
+    double wrong = 0;
+    for (const std::size_t i : longest)
+    {
+        const Place& a = contour[i];
+        const Place& b = contour[next(i)];
+        const double size = length(i);
+        if (size == 0)
+        {
+            continue;
+        }
+        const Place middle = {(a.x + b.x) / 2, (a.y + b.y) / 2};
+        const Place left = {-(b.y - a.y) / size * aside, (b.x - a.x) / size * aside};
+        const bool onLeft = IsFilled(contours, {middle.x + left.x, middle.y + left.y});
+        const bool onRight = IsFilled(contours, {middle.x - left.x, middle.y - left.y});
+        wrong += onLeft == onRight ? 0 : onLeft ? size : -size;
+    }
+    return wrong;
+}
+
+Built Build(const posix::NativeOutline& outline, int unitsPerEm)
+{
+    std::vector<BYTE> bytes = posix::NativePolygons(outline);
+    TTGlyph native;
+    native.FromGlyphOutline(bytes.data(), bytes.size());
+    OrvGlyph glyph(bytes.size(), GLYPHMETRICS{});
+    glyph.ConstructGlyph(native, static_cast<float>(unitsPerEm));
+
+    Built built;
+    const Contours contours = ContoursOf(glyph);
+    built.capArea = CapArea(glyph);
+    const double area = posix::NonZeroArea(posix::FlattenAndSeparate(outline, unitsPerEm));
+    built.noCaps = glyph.facePolygons.GetSize() == 0 && glyph.vertices.GetSize() > 2 && area > 0.5;
+    built.falseHoles =
+        !built.noCaps && std::fabs(built.capArea - area) > 0.001 * std::max(area, built.capArea);
+    for (const std::vector<Place>& contour : contours)
+    {
+        built.contours += contour.empty() ? 0 : 1;
+        built.wrongWay += WrongLength(contours, contour) > 0 ? 1 : 0;
+    }
+    return built;
+}
+
+struct Counts
+{
+    long noCaps = 0;
+    long falseHoles = 0;
+    long wrongContours = 0;
+    long contours = 0;
+    long wrongGlyphs = 0;
+
+    void Add(const Built& built)
+    {
+        noCaps += built.noCaps ? 1 : 0;
+        falseHoles += built.falseHoles ? 1 : 0;
+        contours += built.contours;
+        wrongContours += built.wrongWay;
+        wrongGlyphs += built.wrongWay != 0 ? 1 : 0;
+    }
+};
+
+struct Survey
+{
+    int faces = 0;
+    int cubicFaces = 0;
+    int otherFaces = 0;
+    int instances = 0;
+    long glyphs = 0;
+    Counts before;
+    Counts after;
+    Counts beforeNative;  // of faces with TrueType outlines alone
+    long nativeGlyphs = 0;
+    long repaired = 0;
+    long turned = 0;
+    long converted = 0;
+    long failed = 0;
+    long curved = 0;  // repaired outlines that still have curves, of those that had
+    long hadCurves = 0;
+    long changedAreas = 0;
+    long compared = 0;  // untouched glyphs asked for in both ways
+    long different = 0;
+    std::vector<std::string> failures;
+};
+
+bool HasCurves(const posix::NativeOutline& outline)
+{
+    return std::any_of(outline.points.begin(), outline.points.end(),
+                       [](const posix::NativePoint& point) { return !point.onCurve; });
+}
+
+void LookAt(Survey& survey, const posix::InstalledFace& face, UINT index, int unitsPerEm,
+            const posix::NativeOutline& own, const posix::ProvidedOutline& provided)
+{
+    const posix::NativeOutline& given = provided.outline ? *provided.outline : own;
+    const Built before = Build(own, unitsPerEm);
+    const Built after = provided.outline ? Build(given, unitsPerEm) : before;
+    ++survey.glyphs;
+    survey.before.Add(before);
+    survey.after.Add(after);
+    if (!provided.converted)
+    {
+        ++survey.nativeGlyphs;
+        survey.beforeNative.Add(before);
+    }
+    survey.repaired += provided.repaired ? 1 : 0;
+    survey.turned += provided.turned ? 1 : 0;
+    survey.converted += provided.converted ? 1 : 0;
+    survey.failed += provided.failed ? 1 : 0;
+    if (provided.repaired && HasCurves(own))
+    {
+        ++survey.hadCurves;
+        survey.curved += HasCurves(given) ? 1 : 0;
+    }
+    // What is filled must be what the font's own outline fills by the non-zero rule.
+    const double area = posix::NonZeroArea(posix::FlattenAndSeparate(own, unitsPerEm));
+    const double em = unitsPerEm;
+    const bool changed = provided.outline && !after.noCaps &&
+                         std::fabs(after.capArea - area) > 0.03 * area + 0.0005 * em * em;
+    survey.changedAreas += changed ? 1 : 0;
+    if (after.noCaps || after.falseHoles || after.wrongWay != 0 || changed)
+    {
+        survey.failures.push_back(
+            face.full + " (" + face.file + "), glyph " + std::to_string(index) + ":" +
+            (after.noCaps ? " no caps" : "") + (after.falseHoles ? " false holes" : "") +
+            (after.wrongWay != 0 ? " wrong direction" : "") + (changed ? " area changed" : "") +
+            (provided.failed ? " (not repaired)" : ""));
+    }
+}
+
+/// Asks for the western characters in both ways: untouched glyphs must be the same bytes.
+void Compare(Survey& survey, const std::shared_ptr<const posix::InstalledFace>& face,
+             int unitsPerEm, const std::vector<char32_t>& characters)
+{
+    for (std::size_t n = 0; n < characters.size(); ++n)
+    {
+        const auto code = static_cast<BYTE>(n + 32);
+        std::vector<BYTE> asIs;
+        std::vector<BYTE> repaired;
+        const auto read = [&](UINT outlines, std::vector<BYTE>& bytes) {
+            return posix::UseGlyph(
+                face, unitsPerEm, characters[n], code, outlines,
+                [&bytes](const posix::GlyphOutline& glyph) { bytes = glyph.polygons; });
+        };
+        if (!read(OUTLINES_AS_IS, asIs) || !read(OUTLINES_REPAIRED, repaired))
+        {
+            continue;
+        }
+        const auto& glyphs = face->outlines->glyphs;
+        const auto known = glyphs.find(posix::GlyphIndexOf(face, characters[n], code));
+        if (known != glyphs.end() && !known->second.outline)
+        {
+            ++survey.compared;
+            survey.different += asIs != repaired ? 1 : 0;
+        }
+    }
+}
+
+std::vector<char32_t> WesternCharacters()
+{
+    std::vector<char32_t> characters;
+    for (int code = 32; code < 256; ++code)
+    {
+        const std::string utf8 = CodePageToUtf8(std::string(1, static_cast<char>(code)), 1252);
+        const auto lead = static_cast<unsigned char>(utf8[0]);
+        char32_t character = utf8.size() == 1 ? lead : lead & (0x7Fu >> utf8.size());
+        for (std::size_t n = 1; n < utf8.size(); ++n)
+        {
+            character = character << 6 | (static_cast<unsigned char>(utf8[n]) & 0x3Fu);
+        }
+        characters.push_back(character);
+    }
+    return characters;
+}
+
+void Print(const char* what, long before, long after, long glyphs)
+{
+    const auto percent = [glyphs](long count) {
+        return glyphs == 0 ? 0.0 : 100.0 * static_cast<double>(count) / static_cast<double>(glyphs);
+    };
+    std::printf("%-44s %9ld %8.3f %%  %9ld %8.4f %%\n", what, before, percent(before), after,
+                percent(after));
+}
+
+void Report(const Survey& survey)
+{
+    std::printf(
+        "%d faces (%d of them with cubic outlines, %d named instances), %ld glyphs; %d other"
+        " faces\n\n",
+        survey.faces, survey.cubicFaces, survey.instances, survey.glyphs, survey.otherFaces);
+    std::printf("%-44s %20s  %20s\n", "what", "before repair", "after");
+    Print("no caps (the tessellator refuses)", survey.before.noCaps, survey.after.noCaps,
+          survey.glyphs);
+    Print("false holes (odd rule is not the non-zero)", survey.before.falseHoles,
+          survey.after.falseHoles, survey.glyphs);
+    Print("glyphs with contours the wrong way", survey.before.wrongGlyphs, survey.after.wrongGlyphs,
+          survey.glyphs);
+    std::printf("%-44s %9ld %8.3f %%  %9ld %8.4f %%\n", "contours the wrong way",
+                survey.before.wrongContours,
+                100.0 * static_cast<double>(survey.before.wrongContours) /
+                    std::max(1.0, static_cast<double>(survey.before.contours)),
+                survey.after.wrongContours,
+                100.0 * static_cast<double>(survey.after.wrongContours) /
+                    std::max(1.0, static_cast<double>(survey.after.contours)));
+    std::printf(
+        "\nof %ld TrueType glyphs alone, before: %ld without caps, %ld with false holes, %ld "
+        "with contours the wrong way\n",
+        survey.nativeGlyphs, survey.beforeNative.noCaps, survey.beforeNative.falseHoles,
+        survey.beforeNative.wrongGlyphs);
+    std::printf("repaired %ld, turned %ld, converted %ld, could not be repaired %ld\n",
+                survey.repaired, survey.turned, survey.converted, survey.failed);
+    std::printf("repaired outlines with curves that keep some: %ld of %ld\n", survey.curved,
+                survey.hadCurves);
+    std::printf("outlines handed over that fill another area: %ld\n", survey.changedAreas);
+    std::printf("untouched glyphs asked for in both ways: %ld, different: %ld\n", survey.compared,
+                survey.different);
+    std::printf("\nwrong after repair: %zu\n", survey.failures.size());
+    for (const std::string& failure : survey.failures)
+    {
+        std::printf("  %s\n", failure.c_str());
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    bool lettersOnly = false;
+    const char* filter = "";
+    for (int n = 1; n < argc; ++n)
+    {
+        if (std::strcmp(argv[n], "--letters") == 0)
+        {
+            lettersOnly = true;
+        }
+        else
+        {
+            filter = argv[n];
+        }
+    }
+    const std::vector<char32_t> western = WesternCharacters();
+    Survey survey;
+    auto faces = posix::ListInstalledFaces();
+    std::sort(faces.begin(), faces.end(), [](const auto& a, const auto& b) {
+        return std::tie(a->full, a->file, a->index) < std::tie(b->full, b->file, b->index);
+    });
+    for (const auto& face : faces)
+    {
+        if (face->full.find(filter) == std::string::npos)
+        {
+            continue;
+        }
+        const auto design = posix::DesignOf(face);
+        if (!design)
+        {
+            ++survey.otherFaces;
+            continue;
+        }
+        ++survey.faces;
+        survey.cubicFaces += face->kind == posix::OutlineKind::Cubic ? 1 : 0;
+        survey.instances += face->index >> 16 != 0 ? 1 : 0;
+        std::set<UINT> glyphs;
+        if (lettersOnly)
+        {
+            for (std::size_t n = 0; n < western.size(); ++n)
+            {
+                glyphs.insert(posix::GlyphIndexOf(face, western[n], static_cast<BYTE>(n + 32)));
+            }
+        }
+        else
+        {
+            for (UINT index = 0; index < posix::GlyphCountOf(face); ++index)
+            {
+                glyphs.insert(index);
+            }
+        }
+        for (const UINT index : glyphs)
+        {
+            posix::InspectGlyph(
+                face, index,
+                [&](const posix::NativeOutline& own, const posix::ProvidedOutline& provided) {
+                    LookAt(survey, *face, index, design->unitsPerEm, own, provided);
+                });
+        }
+        Compare(survey, face, design->unitsPerEm, western);
+        std::fprintf(stderr, "\r%d faces", survey.faces);
+    }
+    std::fprintf(stderr, "\n");
+    Report(survey);
+    return survey.different == 0 ? 0 : 1;
+}
