@@ -13,6 +13,8 @@
 #include "platform/DeviceContexts.h"
 #include "platform/Fonts.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -32,6 +34,37 @@ public:
 // Wide and heavy faces make the best solids. The packages that the project needs install the first.
 constexpr std::array defaultFonts = {"DejaVu Sans Bold", "Liberation Sans Bold",
                                      "DejaVu Serif Bold"};
+
+/// A font selected into a device context while it lives.
+class SelectedFace
+{
+public:
+    explicit SelectedFace(OrvFont& font)
+        : dc_(CreateCompatibleDC(nullptr)),
+          face_(CreateFontIndirectA(&font.GetEnumLogFont()->elfLogFont)),
+          previous_(SelectObject(dc_, face_))
+    {}
+    ~SelectedFace()
+    {
+        SelectObject(dc_, previous_);
+        DeleteObject(face_);
+        DeleteDC(dc_);
+    }
+    SelectedFace(const SelectedFace&) = delete;
+    SelectedFace& operator=(const SelectedFace&) = delete;
+
+    HDC Dc() const { return dc_; }
+
+private:
+    HDC dc_;
+    HFONT face_;
+    HGDIOBJ previous_;
+};
+
+Failure Unreadable(OrvFont& font)
+{
+    return Failure("font \"" + ToUtf8(font.GetFullName()) + "\": its file cannot be read");
+}
 
 std::string Lower(std::string text)
 {
@@ -60,6 +93,22 @@ std::size_t Distance(const std::string& a, const std::string& b)
 }
 
 }  // namespace
+
+void AddOutlinesOption(CLI::App& command)
+{
+    static const std::vector<std::string> names = {"as-is", "repaired"};
+    command
+        .add_option_function<std::string>(
+            "--outlines",
+            [](const std::string& name) {
+                SetProcessOutlines(name == names[0] ? OUTLINES_AS_IS : OUTLINES_REPAIRED);
+            },
+            "What is taken of the fonts: their outlines as they\n"
+            "are, or with overlaps, directions and cubic curves\n"
+            "put right")
+        ->option_text("as-is|repaired [repaired]")
+        ->check(CLI::IsMember(names));
+}
 
 void LoadFonts()
 {
@@ -121,21 +170,14 @@ void CheckCharacters(OrvFont& font, const CString& text)
     {
         return;
     }
-    const HDC dc = CreateCompatibleDC(nullptr);
-    const HFONT face = CreateFontIndirectA(&font.GetEnumLogFont()->elfLogFont);
-    const HGDIOBJ previous = SelectObject(dc, face);
     std::vector<WORD> glyphs(text.GetLength());
-    const DWORD known =
-        GetGlyphIndicesA(dc, text, text.GetLength(), glyphs.data(), GGI_MARK_NONEXISTING_GLYPHS);
-    SelectObject(dc, previous);
-    DeleteObject(face);
-    DeleteDC(dc);
-
-    const std::string name = ToUtf8(font.GetFullName());
+    const DWORD known = GetGlyphIndicesA(SelectedFace(font).Dc(), text, text.GetLength(),
+                                         glyphs.data(), GGI_MARK_NONEXISTING_GLYPHS);
     if (known == GDI_ERROR)
     {
-        throw Failure("font \"" + name + "\": its file cannot be read");
+        throw Unreadable(font);
     }
+    const std::string name = ToUtf8(font.GetFullName());
     int line = 1;
     for (int i = 0; i < text.GetLength(); ++i)
     {
@@ -147,6 +189,16 @@ void CheckCharacters(OrvFont& font, const CString& text)
                           "\" lacks " + Describe(character));
         }
     }
+}
+
+OUTLINECHECK CheckOutlines(OrvFont& font)
+{
+    OUTLINECHECK check = {};
+    if (!CheckFontOutlines(SelectedFace(font).Dc(), &check))
+    {
+        throw Unreadable(font);
+    }
+    return check;
 }
 
 std::vector<std::string> NearNames(const std::string& name, const std::vector<std::string>& names,

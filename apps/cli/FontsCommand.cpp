@@ -7,12 +7,14 @@
 #include "extrude/Library.h"
 #include "extrude/OrvFont.h"
 #include "extrude/OrvFontList.h"
+#include "platform/Fonts.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <cctype>
 #include <memory>
+#include <optional>
 
 namespace
 {
@@ -20,6 +22,7 @@ namespace
 struct FontsOptions
 {
     std::string filter;
+    std::optional<std::string> check;
     bool json = false;
 };
 
@@ -34,6 +37,18 @@ bool ContainsIgnoringCase(const std::string& text, const std::string& part)
 std::string FieldText(const BYTE* field)
 {
     return ToUtf8(reinterpret_cast<const char*>(field));
+}
+
+void CheckFont(const std::string& name)
+{
+    LoadFonts();
+    OrvFont& font = *ChooseFont(name);
+    const OUTLINECHECK check = CheckOutlines(font);
+    WriteToStandardOutput(ToUtf8(font.GetFullName()) + ": " + std::to_string(check.glyphs) +
+                          " glyphs, " + std::to_string(check.repaired) + " repaired, " +
+                          std::to_string(check.turned) + " turned, " +
+                          std::to_string(check.converted) + " converted, " +
+                          std::to_string(check.unrepaired) + " could not be repaired\n");
 }
 
 void ListFonts(const FontsOptions& options)
@@ -72,7 +87,25 @@ void AddFontsCommand(CLI::App& app)
 {
     CLI::App& command = *app.add_subcommand("fonts", "List the installed fonts that can be used");
     const auto options = std::make_shared<FontsOptions>();
-    command.add_option("FILTER", options->filter, "Only names that contain this, in either case");
-    command.add_flag("--json", options->json, "As a JSON array of objects");
-    command.callback([options] { ListFonts(*options); });
+    CLI::Option* const filter = command.add_option("FILTER", options->filter,
+                                                   "Only names that contain this, in either case");
+    CLI::Option* const json =
+        command.add_flag("--json", options->json, "As a JSON array of objects");
+    command
+        .add_option("--check", options->check,
+                    "How many glyphs of this font were repaired, turned,\n"
+                    "converted, or could not be repaired")
+        ->option_text("NAME")
+        ->excludes(filter, json);
+    AddOutlinesOption(command);
+    command.callback([options] {
+        if (options->check)
+        {
+            CheckFont(*options->check);
+        }
+        else
+        {
+            ListFonts(*options);
+        }
+    });
 }

@@ -345,6 +345,7 @@ void AddRenderCommand(CLI::App& app)
                     "Samples per pixel in each direction, 1 to 4;\n0 chooses by the size")
         ->option_text("N [0]")
         ->check(CLI::Range(0, 4));
+    AddOutlinesOption(command);
     option("--save", o.save, "FILE", "Keeps the scene and its view in a file (.orv)");
     CLI::Option* const scene =
         option("--scene", o.sceneFile, "FILE", "Draws such a file in place of a text");

@@ -133,8 +133,39 @@ TEST(ToolFonts, AnUnknownOneIsStatus1AndNearNamesAreSuggested)
     };
     EXPECT_EQ(nearest("DejaVu Sans Bolt"), "  DejaVu Sans Bold");
     EXPECT_EQ(nearest("Dejavu Serif Itallic"), "  DejaVu Serif Italic");
-    EXPECT_EQ(nearest("Math"), "  DejaVuMathTeXGyre-Regular");
+    EXPECT_EQ(nearest("mathtexgyre"), "  DejaVuMathTeXGyre-Regular");
     EXPECT_EQ(nearest(""), "  " + fonts.front());
+}
+
+TEST(ToolFonts, ACheckCountsWhatHadToBeRepaired)
+{
+    ToolFolder folder;
+    folder.UseFonts({ORVANE_TEST_DATA "/EdgeTest.ttf"});
+    const ToolResult check = folder.Run({"fonts", "--check", "edge test regular"});
+    EXPECT_EQ(check.status, 0);
+    EXPECT_EQ(check.out.rfind("Edge Test Regular: 23 glyphs, ", 0), 0u) << check.out;
+    EXPECT_NE(check.out.find(" repaired, "), std::string::npos);
+    EXPECT_NE(check.out.find(", 0 converted, 0 could not be repaired\n"), std::string::npos);
+    EXPECT_EQ(folder.Run({"fonts", "--check", "No Such Font"}).status, 1);
+    EXPECT_EQ(folder.Run({"fonts", "--check", "Edge Test Regular", "--json"}).status, 2);
+    EXPECT_EQ(folder.Run({"fonts", "--check"}).status, 2);
+}
+
+TEST(ToolFonts, OutlinesCanBeTakenAsTheyAre)
+{
+    ToolFolder folder;
+    const auto draw = [&folder](const std::string& text, const std::string& outlines) {
+        const ToolResult result =
+            folder.Run({"render", text, "-o", "x.png", "--size", "80x60", "--turn", "0,0,0",
+                        "--font", "DejaVu Sans", "--outlines", outlines});
+        EXPECT_EQ(result.status, 0) << result.err;
+        return DecodePng(folder.Read("x.png"));
+    };
+    // The cedilla lies over the letter, which then has no faces.
+    EXPECT_FALSE(draw("Ç", "as-is") == draw("Ç", "repaired"));
+    EXPECT_TRUE(draw("E", "as-is") == draw("E", "repaired"));
+    EXPECT_EQ(folder.Run({"fonts", "--outlines", "as-is"}).status, 0);
+    EXPECT_EQ(folder.Run({"fonts", "--outlines", "better"}).status, 2);
 }
 
 TEST(ToolFonts, LetterCaseOfANameDoesNotMatter)
