@@ -66,7 +66,7 @@ void FlattenContour(int count, PointAt pointAt, float spacing, Emit emit)
     };
     PlaneVector last = placeOf(pointAt(count - 1));
     const auto offer = [&](const PlaneVector& candidate, bool sampled) {
-        if ((candidate - last).Length() > spacing)
+        if ((candidate - last).IsLongerThan(spacing))
         {
             emit(candidate, sampled);
             last = candidate;

@@ -27,6 +27,20 @@ struct PlaneVector
     /// Summed and rooted in double, then rounded.
     float Length() const { return static_cast<float>(DoubleLength()); }
 
+    /// The same as Length() > length, for the most part without a root.
+    bool IsLongerThan(float length) const
+    {
+        // Rounding moves a length by less than this share.
+        constexpr double share = 1e-6;
+        const double square = double{x} * x + double{y} * y;
+        const double limit = double{length} * length;
+        if (length >= 0.0f && (square > limit * (1 + share) || square < limit * (1 - share)))
+        {
+            return square > limit;
+        }
+        return Length() > length;
+    }
+
     /// Divided by the double length; unchanged when that is 0.
     PlaneVector Normalized() const
     {

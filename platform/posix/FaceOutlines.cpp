@@ -7,7 +7,7 @@
 namespace posix
 {
 
-ProvidedOutline ProvideOutline(NativeOutline outline, bool converted, int unitsPerEm)
+ProvidedOutline ProvideOutline(const NativeOutline& outline, bool converted, int unitsPerEm)
 {
     ProvidedOutline provided;
     provided.converted = converted;
@@ -36,7 +36,7 @@ ProvidedOutline ProvideOutline(NativeOutline outline, bool converted, int unitsP
     }
     if (converted && !provided.outline)
     {
-        provided.outline = std::move(outline);
+        provided.outline = outline;
     }
     return provided;
 }

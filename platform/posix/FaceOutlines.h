@@ -28,7 +28,8 @@ struct ProvidedOutline
 
 /// Tries an outline of one pixel per design unit and, if it does not come out right, repairs it.
 /// \param converted whether it was made of cubic curves and so differs from the font's own already
-ORVANE_API ProvidedOutline ProvideOutline(NativeOutline outline, bool converted, int unitsPerEm);
+ORVANE_API ProvidedOutline ProvideOutline(const NativeOutline& outline, bool converted,
+                                          int unitsPerEm);
 
 /// The outline at another size, in 1/64 pixels.
 NativeOutline Scaled(const NativeOutline& outline, int pixelsPerEm, int unitsPerEm);

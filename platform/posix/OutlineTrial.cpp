@@ -261,6 +261,150 @@ FlatOutline FlattenAndSeparate(const NativeOutline& outline, int unitsPerEm)
     return flat;
 }
 
+namespace
+{
+
+/// Edges of a contour that follow each other without turning back in x; from left to right.
+struct Chain
+{
+    std::size_t first;  // of the edges
+    std::size_t end;
+    int left;
+    int right;
+    int low;
+    int high;
+};
+
+bool BoxesMeet(const auto& a, const auto& b)
+{
+    return a.left <= b.right && b.left <= a.right && a.low <= b.high && b.low <= a.high;
+}
+
+/// Cuts the contours into chains. False when a contour is too short or turns back on itself.
+bool FindChains(const FlatOutline& flat, std::vector<Edge>& edges, std::vector<Chain>& chains)
+{
+    bool sound = true;
+    ForEachContour(flat, [&](int first, int last) {
+        const int size = last - first;
+        if (size == 0 || !sound)
+        {
+            return;
+        }
+        const auto at = [&](int i) -> const FlatVertex::Pair& {
+            return flat.vertices[first + i].point;
+        };
+        const auto step = [&](int i) { return i + 1 < size ? i + 1 : 0; };
+        // A chain starts where x begins to grow after it has not.
+        int start = 0;
+        while (start < size && !(at(start).x < at(step(start)).x &&
+                                 at(start > 0 ? start - 1 : size - 1).x >= at(start).x))
+        {
+            ++start;
+        }
+        sound = size > 2 && start < size;
+        bool growing = true;
+        const auto close = [&] {
+            Chain& chain = chains.back();
+            chain.end = edges.size();
+            if (!growing)
+            {
+                std::reverse(edges.begin() + static_cast<std::ptrdiff_t>(chain.first), edges.end());
+            }
+            chain = {chain.first,
+                     chain.end,
+                     edges[chain.first].left,
+                     edges.back().right,
+                     edges[chain.first].low,
+                     edges[chain.first].high};
+            for (std::size_t n = chain.first; n < chain.end; ++n)
+            {
+                chain.low = std::min(chain.low, edges[n].low);
+                chain.high = std::max(chain.high, edges[n].high);
+            }
+        };
+        const std::size_t before = chains.size();
+        for (int n = 0, i = start; n < size && sound; ++n, i = step(i))
+        {
+            const int next = step(i);
+            const FlatVertex::Pair& a = at(i);
+            const FlatVertex::Pair& b = at(next);
+            if (chains.size() == before || (a.x != b.x && (b.x > a.x) != growing))
+            {
+                if (chains.size() != before)
+                {
+                    close();
+                }
+                growing = b.x > a.x;
+                chains.push_back({edges.size(), edges.size(), 0, 0, 0, 0});
+            }
+            edges.push_back({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y),
+                             std::max(a.y, b.y), first + i, first + next});
+            // The corner at the edge's end, and edges without length
+            const FlatVertex::Pair& c = at(step(next));
+            const Whole along =
+                (Whole{a.x} - b.x) * (Whole{c.x} - b.x) + (Whole{a.y} - b.y) * (Whole{c.y} - b.y);
+            sound = (along <= 0 || Cross(b, a, c) != 0) && (a.x != b.x || a.y != b.y);
+        }
+        if (sound)
+        {
+            close();
+        }
+    });
+    return sound;
+}
+
+}  // namespace
+
+bool EdgesKeepApart(const FlatOutline& flat)
+{
+    std::vector<Edge> edges;
+    std::vector<Chain> chains;
+    edges.reserve(flat.vertices.size());
+    chains.reserve(64);
+    if (!FindChains(flat, edges, chains))
+    {
+        return false;
+    }
+    std::int64_t effort = 0;
+    for (std::size_t m = 1; m < chains.size(); ++m)
+    {
+        const Chain& a = chains[m];
+        for (std::size_t n = 0; n < m; ++n)
+        {
+            const Chain& b = chains[n];
+            if (!BoxesMeet(a, b))
+            {
+                continue;
+            }
+            // Both run from left to right: what an edge of the one may meet of the other only moves
+            // on.
+            std::size_t reached = b.first;
+            for (std::size_t i = a.first; i < a.end && edges[i].left <= b.right; ++i)
+            {
+                while (reached < b.end && edges[reached].right < edges[i].left)
+                {
+                    ++reached;
+                }
+                for (std::size_t k = reached; k < b.end && edges[k].left <= edges[i].right; ++k)
+                {
+                    ++effort;
+                    if (edges[i].low <= edges[k].high && edges[k].low <= edges[i].high &&
+                        EdgesMeet(flat.vertices, edges[i], edges[k]))
+                    {
+                        return false;
+                    }
+                }
+            }
+        }
+        effort += static_cast<std::int64_t>(m);
+        if (effort > mostEffort)
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
 int CountMeetings(const FlatOutline& flat, int most)
 {
     const auto count = static_cast<int>(flat.vertices.size());
@@ -361,6 +505,16 @@ std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat, int votes)
         const auto height = [&](int i) {
             return std::abs(flat.vertices[next(i)].point.y - flat.vertices[i].point.y);
         };
+        if (votes == 1)
+        {
+            int best = first;
+            for (int i = first; i < last; ++i)
+            {
+                best = height(i) > height(best) ? i : best;
+            }
+            wrong.push_back(last > first && LeftVote(flat, best, next(best)) > 0);
+            return;
+        }
         tallest.clear();
         for (int i = first; i < last; ++i)
         {
@@ -387,7 +541,7 @@ OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm)
         return verdict;
     }
     FlatOutline flat = Flatten(outline, unitsPerEm);
-    const bool apart = CountMeetings(flat, 0) == 0;
+    const bool apart = EdgesKeepApart(flat);
     if (!apart)
     {
         if (CountMeetings(flat, mostMeetings) > mostMeetings)

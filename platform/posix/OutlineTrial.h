@@ -39,9 +39,14 @@ ORVANE_API FlatOutline Flatten(const NativeOutline& outline, int unitsPerEm);
 /// Flattens and moves vertices apart that lie at the same place: what is filled.
 ORVANE_API FlatOutline FlattenAndSeparate(const NativeOutline& outline, int unitsPerEm);
 
+/// Whether no two edges of a flattened outline cross or touch elsewhere than neighbours do at their
+/// common vertex. The tessellator fills such an outline without fail. What would take too long to
+/// tell counts as no.
+ORVANE_API bool EdgesKeepApart(const FlatOutline& flat);
+
 /// How many pairs of edges of a flattened outline cross or touch elsewhere than neighbours do at
-/// their common vertex, counted up to one more than \p most. The tessellator fills an outline
-/// without any such pair without fail.
+/// their common vertex, counted up to one more than \p most, which is also the answer to
+/// what would take too long to count.
 ORVANE_API int CountMeetings(const FlatOutline& flat, int most);
 
 /// The area that the tessellator fills by the odd rule, in square units; below 0 when it reports an

@@ -108,7 +108,7 @@ TEST_P(OrvFontStringAlphabets, SurvivesSaveAndLoad)
     CArchive archive(&file, CArchive::load);
     OrvFontString loaded;
     loaded.Serialize(archive);
-    EXPECT_EQ(loaded.GetTextString(), Text());
+    EXPECT_EQ(*loaded.GetTextString(), Text());
     ASSERT_EQ(loaded.GetFont(), font);
     loaded.CalculateBounds();
     EXPECT_EQ(loaded.GetUnscaledDimensions().x, stored.GetUnscaledDimensions().x);

@@ -118,6 +118,25 @@ TEST(OutlineTrial, ContoursThatTouchInAPointOrAlongAnEdgeMeet)
     EXPECT_TRUE(meet({{{0, 0}, {100, 100}, {100, 0}, {0, 100}}}));
 }
 
+TEST(OutlineTrial, EdgesKeepApartWhenNoneMeet)
+{
+    std::mt19937 random(13);
+    int apart = 0;
+    for (int turn = 0; turn < 3000; ++turn)
+    {
+        const FlatOutline flat = Flatten(RandomOutline(random, 1 + turn % 2, 3 + turn % 3), em);
+        ASSERT_EQ(EdgesKeepApart(flat), CountMeetings(flat, 0) == 0) << turn;
+        apart += EdgesKeepApart(flat) ? 1 : 0;
+    }
+    EXPECT_GT(apart, 300);
+    for (const bool turned : {false, true})
+    {
+        // Upright and level edges, in chains of both directions
+        EXPECT_TRUE(EdgesKeepApart(
+            Flatten(MakeOutline({SquareAt(0, 0, 100, turned), RoundAt(300, 0, 100, turned)}), em)));
+    }
+}
+
 TEST(OutlineTrial, OverlappingSquaresDoNotFill)
 {
     const NativeOutline outline = MakeOutline({SquareAt(0, 0, 100), SquareAt(50, 50, 100)});
