@@ -390,7 +390,7 @@ std::optional<NativeOutline> Passed(NativeOutline outline, int unitsPerEm, doubl
     // Polygons of few samples fill less than the curves, by no more than this.
     constexpr double share = 0.03;
     const double em = unitsPerEm;
-    const double filled = NonZeroArea(FlattenAndSeparate(outline, unitsPerEm));
+    const double filled = TurnedArea(FlattenAndSeparate(outline, unitsPerEm));
     const bool whole = std::fabs(filled - area) <= share * area + 0.0001 * em * em;
     return whole ? std::optional(std::move(outline)) : std::nullopt;
 }

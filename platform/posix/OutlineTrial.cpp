@@ -97,7 +97,9 @@ int SignOf(Whole value)
 }
 
 /// Whether two edges whose boxes overlap have more in common than a vertex of the outline.
-bool EdgesMeet(const std::vector<FlatVertex>& vertices, const Edge& a, const Edge& b)
+/// \param cross set when the inside of each crosses that of the other
+bool EdgesMeet(const std::vector<FlatVertex>& vertices, const Edge& a, const Edge& b,
+               bool* cross = nullptr)
 {
     const auto at = [&](int index) -> const FlatVertex::Pair& { return vertices[index].point; };
     if (a.to == b.from || b.to == a.from)
@@ -123,9 +125,13 @@ bool EdgesMeet(const std::vector<FlatVertex>& vertices, const Edge& a, const Edg
         return false;
     }
     // On one line with overlapping boxes counts as meeting.
-    return SignOf(Cross(at(b.from), at(b.to), at(a.from))) *
-               SignOf(Cross(at(b.from), at(b.to), at(a.to))) <=
-           0;
+    const int sides = SignOf(Cross(at(b.from), at(b.to), at(a.from))) *
+                      SignOf(Cross(at(b.from), at(b.to), at(a.to)));
+    if (cross != nullptr && fromSide * toSide < 0 && sides < 0)
+    {
+        *cross = true;
+    }
+    return sides <= 0;
 }
 
 /// Sums the areas of the primitives that the tessellator makes.
@@ -173,6 +179,22 @@ void ForEachContour(const FlatOutline& flat, Use use)
         use(first, first + size);
         first += size;
     }
+}
+
+std::vector<FlatContour> ContoursOf(FlatOutline& flat)
+{
+    std::vector<FlatContour> contours;
+    contours.reserve(flat.sizes.size());
+    ForEachContour(flat, [&](int first, int last) {
+        contours.emplace_back(flat.vertices.data() + first, last - first);
+    });
+    return contours;
+}
+
+bool AnyPlaceRepeats(FlatOutline& flat)
+{
+    std::vector<FlatContour> contours = ContoursOf(flat);
+    return outlines::AnyPlaceRepeats(std::span<FlatContour>(contours));
 }
 
 /// Votes about the direction of a contour, with the height of the edge as its weight: more than 0
@@ -244,11 +266,7 @@ FlatOutline Flatten(const NativeOutline& outline, int unitsPerEm)
 FlatOutline FlattenAndSeparate(const NativeOutline& outline, int unitsPerEm)
 {
     FlatOutline flat = Flatten(outline, unitsPerEm);
-    std::vector<FlatContour> contours;
-    contours.reserve(flat.sizes.size());
-    ForEachContour(flat, [&](int first, int last) {
-        contours.emplace_back(flat.vertices.data() + first, last - first);
-    });
+    std::vector<FlatContour> contours = ContoursOf(flat);
     const std::span<FlatContour> all(contours);
     if (outlines::AnyPlaceRepeats(all))
     {
@@ -405,7 +423,7 @@ bool EdgesKeepApart(const FlatOutline& flat)
     return true;
 }
 
-int CountMeetings(const FlatOutline& flat, int most)
+int CountMeetings(const FlatOutline& flat, int most, bool* cross)
 {
     const auto count = static_cast<int>(flat.vertices.size());
     if (count > std::numeric_limits<unsigned short>::max())
@@ -448,7 +466,7 @@ int CountMeetings(const FlatOutline& flat, int most)
             }
             open[kept++] = other;
             if (other->low <= edge.high && edge.low <= other->high &&
-                EdgesMeet(flat.vertices, edge, *other))
+                EdgesMeet(flat.vertices, edge, *other, cross))
             {
                 ++meetings;
             }
@@ -480,6 +498,20 @@ double OddArea(const FlatOutline& flat)
     }
     AreaSink sink(flat.vertices);
     return outlines::TessellateFaces(corners, flat.sizes, sink) ? sink.Area() : -1;
+}
+
+double TurnedArea(const FlatOutline& flat)
+{
+    Whole twice = 0;
+    ForEachContour(flat, [&](int first, int last) {
+        for (int i = first; i < last; ++i)
+        {
+            const FlatVertex::Pair& a = flat.vertices[i].point;
+            const FlatVertex::Pair& b = flat.vertices[i + 1 < last ? i + 1 : first].point;
+            twice += Whole{b.x} * a.y - Whole{a.x} * b.y;
+        }
+    });
+    return static_cast<double>(twice) / 2;
 }
 
 double NonZeroArea(const FlatOutline& flat)
@@ -544,9 +576,11 @@ OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm)
     const bool apart = EdgesKeepApart(flat);
     if (!apart)
     {
-        if (CountMeetings(flat, mostMeetings) > mostMeetings)
+        bool cross = false;
+        verdict.hopeless = CountMeetings(flat, mostMeetings, &cross) > mostMeetings;
+        // Edges that cross are an error to the tessellator, unless moving vertices apart helps.
+        if (verdict.hopeless || (cross && !AnyPlaceRepeats(flat)))
         {
-            verdict.hopeless = true;
             verdict.fills = false;
             return verdict;
         }
@@ -561,9 +595,9 @@ OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm)
     {
         constexpr double difference = 0.001;
         const double odd = OddArea(flat);
-        const double nonZero = NonZeroArea(flat);
-        verdict.fills = odd >= 0 && nonZero >= 0 &&
-                        std::fabs(odd - nonZero) <= difference * std::max(odd, nonZero);
+        const double nonZero = odd >= 0 ? NonZeroArea(flat) : -1;
+        verdict.fills =
+            nonZero >= 0 && std::fabs(odd - nonZero) <= difference * std::max(odd, nonZero);
     }
     if (!anyWrong)
     {

@@ -47,11 +47,16 @@ ORVANE_API bool EdgesKeepApart(const FlatOutline& flat);
 /// How many pairs of edges of a flattened outline cross or touch elsewhere than neighbours do at
 /// their common vertex, counted up to one more than \p most, which is also the answer to
 /// what would take too long to count.
-ORVANE_API int CountMeetings(const FlatOutline& flat, int most);
+/// \param cross if not null, set when one pair crosses in the inside of both
+ORVANE_API int CountMeetings(const FlatOutline& flat, int most, bool* cross = nullptr);
 
 /// The area that the tessellator fills by the odd rule, in square units; below 0 when it reports an
 /// error, as it does for contours that cross.
 ORVANE_API double OddArea(const FlatOutline& flat);
+
+/// The areas that the contours enclose, summed: positive for clockwise ones. It is the filled area
+/// when no edges cross and every contour runs the right way.
+ORVANE_API double TurnedArea(const FlatOutline& flat);
 
 /// The area by the non-zero rule, contours that cross included.
 ORVANE_API double NonZeroArea(const FlatOutline& flat);
