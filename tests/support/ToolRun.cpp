@@ -8,7 +8,6 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -29,6 +28,20 @@ std::vector<std::string> ToolWith(const std::vector<std::string>& arguments)
     std::vector<std::string> command = {ORVANE_TOOL};
     command.insert(command.end(), arguments.begin(), arguments.end());
     return command;
+}
+
+/// The most memory that was resident since the process began its program; 0 when it has ended.
+long PeakKiBOf(pid_t process)
+{
+    std::ifstream status("/proc/" + std::to_string(process) + "/status");
+    for (std::string line; std::getline(status, line);)
+    {
+        if (line.starts_with("VmHWM:"))
+        {
+            return std::atol(line.c_str() + 6);
+        }
+    }
+    return 0;
 }
 
 }  // namespace
@@ -172,10 +185,16 @@ int ToolFolder::Start(const std::vector<std::string>& command) const
 ToolResult ToolFolder::Finish(int process) const
 {
     int status = 0;
-    rusage usage{};
-    wait4(process, &status, 0, &usage);
     ToolResult result;
-    result.peakKiB = usage.ru_maxrss;
+    while (waitpid(process, &status, WNOHANG) == 0)
+    {
+        // The system's own account begins with the memory of this process, which forked it.
+        if (const long peak = PeakKiBOf(process); peak != 0)
+        {
+            result.peakKiB = peak;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
     result.status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
     result.out = ReadFile(logs_ + "/out");
     if (fs::is_regular_file(standardError_))
