@@ -57,23 +57,23 @@ public:
           rowBytes_((std::uint64_t{24} * static_cast<std::uint64_t>(size) + 31) / 32 * 4)
     {
         // A mapping of the whole length takes the space on the disk.
-        const HANDLE file = CreateFileA(path_.Path(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
-                                        CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        file_ = CreateFileA(path_.Path(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                            FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
         const std::uint64_t bytes = firstPixel + rowBytes_ * static_cast<std::uint64_t>(size_);
         const HANDLE mapping =
-            CreateFileMappingA(file, nullptr, PAGE_READWRITE, static_cast<DWORD>(bytes >> 32),
+            CreateFileMappingA(file_, nullptr, PAGE_READWRITE, static_cast<DWORD>(bytes >> 32),
                                static_cast<DWORD>(bytes), nullptr);
-        CloseHandle(mapping);
-        CloseHandle(file);
-        if (mapping == nullptr || !file_.Open(path_.Path(), CFile::modeReadWrite))
+        if (mapping == nullptr)
         {
             Fail("the picture's file cannot be made");
         }
+        CloseHandle(mapping);
     }
     ~PosterFile()
     {
         Release();
         DeleteDC(dc_);
+        CloseHandle(file_);
     }
     PosterFile(const PosterFile&) = delete;
     PosterFile& operator=(const PosterFile&) = delete;
@@ -99,10 +99,18 @@ public:
     /// Writes them as the rows from top on.
     void EndStrip(int top)
     {
-        file_.Seek(static_cast<std::int64_t>(
-                       firstPixel + rowBytes_ * static_cast<std::uint64_t>(size_ - top - height_)),
-                   CFile::begin);
-        file_.Write(bits_, static_cast<UINT>(rowBytes_ * static_cast<std::uint64_t>(height_)));
+        const std::uint64_t offset =
+            firstPixel + rowBytes_ * static_cast<std::uint64_t>(size_ - top - height_);
+        OVERLAPPED place{};
+        place.Offset = static_cast<DWORD>(offset);
+        place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+        DWORD written = 0;
+        if (!WriteFile(file_, bits_,
+                       static_cast<DWORD>(rowBytes_ * static_cast<std::uint64_t>(height_)),
+                       &written, &place))
+        {
+            Fail("the picture's file cannot be written");
+        }
     }
 
 private:
@@ -120,7 +128,7 @@ private:
     int size_;
     std::uint64_t rowBytes_;
     ScratchFile path_;
-    CFile file_;
+    HANDLE file_ = nullptr;
     HDC dc_ = CreateCompatibleDC(nullptr);
     HBITMAP strip_ = nullptr;
     HGDIOBJ previous_ = nullptr;

@@ -21,6 +21,7 @@ constexpr DWORD CREATE_ALWAYS = 2;
 constexpr DWORD OPEN_EXISTING = 3;
 constexpr DWORD FILE_ATTRIBUTE_ARCHIVE = 0x20;
 constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
+constexpr DWORD FILE_FLAG_SEQUENTIAL_SCAN = 0x08000000;
 constexpr DWORD FILE_FLAG_WRITE_THROUGH = 0x80000000;
 constexpr DWORD PAGE_READONLY = 0x02;
 constexpr DWORD PAGE_READWRITE = 0x04;
@@ -32,12 +33,28 @@ constexpr DWORD INVALID_FILE_SIZE = 0xFFFFFFFF;
 // NOLINTNEXTLINE(performance-no-int-to-ptr): a mark that nobody follows
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(-1));
 
-/// Opens or makes a file. Sharing, attributes and flags are accepted and mean nothing here; a
-/// directory is refused. \p disposition CREATE_NEW, CREATE_ALWAYS (empties an existing file) or
-/// OPEN_EXISTING.
+/// Where in a file to write.
+struct OVERLAPPED
+{
+    ULONG_PTR Internal;
+    ULONG_PTR InternalHigh;
+    DWORD Offset;
+    DWORD OffsetHigh;
+    HANDLE hEvent;
+};
+
+/// Opens or makes a file. With FILE_FLAG_SEQUENTIAL_SCAN what is written goes to the disk soon and
+/// then leaves the system's memory; sharing, attributes and other flags are accepted and mean
+/// nothing here. A directory is refused. \p disposition CREATE_NEW, CREATE_ALWAYS (empties an
+/// existing file) or OPEN_EXISTING.
 ORVANE_API HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
                               DWORD disposition, DWORD flagsAndAttributes, HANDLE templateFile);
 ORVANE_API BOOL DeleteFileA(LPCSTR name);
+
+/// Writes all of the bytes at a place of the file, given by the halves of its offset; returns when
+/// they are written. FALSE when they are not.
+ORVANE_API BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD count, DWORD* written,
+                          OVERLAPPED* place);
 
 /// The low 32 bits of the file's size, the high ones in \p high when it is given; INVALID_FILE_SIZE
 /// when the handle is no file.

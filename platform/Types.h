@@ -30,6 +30,7 @@ using LPCVOID = const void*;
 using LPARAM = std::intptr_t;
 using WPARAM = std::uintptr_t;
 using LRESULT = std::intptr_t;
+using ULONG_PTR = std::uintptr_t;
 using DWORD_PTR = std::uintptr_t;
 
 /// Kernel objects (mutexes, events, files, mappings) share one handle type.

@@ -91,56 +91,58 @@ void BmpFile::Open(const RGBQUAD* colors)
     const std::string place = output_.OpenOutside();
     const std::uint64_t bytes = head_.size() + rowBytes_ * static_cast<std::uint64_t>(height_);
     file_ = CreateFileA(place.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                        FILE_ATTRIBUTE_NORMAL, nullptr);
+                        FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
     if (file_ == INVALID_HANDLE_VALUE)
     {
         file_ = nullptr;
         Refuse();
     }
-    mapping_ =
+    // A mapping of the whole length takes the space on the disk.
+    const HANDLE mapping =
         CreateFileMappingA(file_, nullptr, PAGE_READWRITE, 0, static_cast<DWORD>(bytes), nullptr);
-    void* const start =
-        mapping_ != nullptr ? MapViewOfFile(mapping_, FILE_MAP_WRITE, 0, 0, head_.size()) : nullptr;
-    if (start == nullptr)
+    if (mapping == nullptr)
     {
         Refuse();
     }
-    std::memcpy(start, head_.data(), head_.size());
-    UnmapViewOfFile(start);
+    CloseHandle(mapping);
+    Write(0, head_.data(), head_.size());
 }
 
 void BmpFile::Close()
 {
-    for (HANDLE* const handle : {&mapping_, &file_})
+    if (file_ != nullptr)
     {
-        if (*handle != nullptr)
-        {
-            CloseHandle(*handle);
-            *handle = nullptr;
-        }
+        CloseHandle(file_);
+        file_ = nullptr;
     }
+}
+
+const BITMAPINFO& BmpFile::Info() const
+{
+    return *reinterpret_cast<const BITMAPINFO*>(head_.data() + sizeof(BITMAPFILEHEADER));
+}
+
+void BmpFile::Write(std::uint64_t offset, const BYTE* bytes, std::size_t count)
+{
+    OVERLAPPED place{};
+    place.Offset = static_cast<DWORD>(offset);
+    place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+    DWORD written = 0;
+    if (!WriteFile(file_, bytes, static_cast<DWORD>(count), &written, &place))
+    {
+        Refuse();
+    }
+}
+
+void BmpFile::WriteRows(int top, int height, const BYTE* bits)
+{
+    const std::uint64_t rowsBelow = static_cast<std::uint64_t>(height_ - top - height);
+    Write(head_.size() + rowBytes_ * rowsBelow, bits, rowBytes_ * static_cast<std::size_t>(height));
 }
 
 void BmpFile::Refuse() const
 {
     throw Failure(path_ + ": " + GetLastErrorText());
-}
-
-HBITMAP BmpFile::MakeSection(int top, int height, void** bits) const
-{
-    std::vector<BYTE> head = head_;
-    BITMAPINFO& info = InfoIn(head);
-    info.bmiHeader.biHeight = height;
-    info.bmiHeader.biSizeImage = 0;
-    const std::uint64_t rowsBelow = static_cast<std::uint64_t>(height_ - top - height);
-    const HBITMAP section =
-        CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, bits, mapping_,
-                         static_cast<DWORD>(head_.size() + rowBytes_ * rowsBelow));
-    if (section == nullptr)
-    {
-        Refuse();
-    }
-    return section;
 }
 
 void BmpFile::Commit()

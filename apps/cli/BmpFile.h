@@ -5,10 +5,12 @@
 #include "platform/Bitmaps.h"
 #include "platform/Files.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
-/// A BMP file of its final length, mapped into memory, whose pixels are a bitmap to draw into.
+/// A BMP file that is written some rows after the other, in any order. Rows of a mapping of the
+/// file would do without a copy, but their pages cost three times as much as writing them.
 class BmpFile
 {
 public:
@@ -25,15 +27,17 @@ public:
     /// Makes the file. Throws Failure when the disk has no room for it.
     /// \param colors the 256 of a file of 8 bits; not looked at for others.
     void Open(const RGBQUAD* colors);
-    /// Some of the file's rows, from the top, as a bitmap: the caller's to delete, before Commit.
-    /// Only as long as it lives do they take memory.
-    /// \param bits receives the pixels, the lowest row first.
-    HBITMAP MakeSection(int top, int height, void** bits) const;
+    /// What the bitmap in the file is like, with its colours.
+    const BITMAPINFO& Info() const;
+    /// Some of the rows, from the top: \p bits has them as a bitmap of that height would, the
+    /// lowest first. Throws Failure.
+    void WriteRows(int top, int height, const BYTE* bits);
     /// Puts the file in its place. Throws Failure.
     void Commit();
 
 private:
     void Close();
+    void Write(std::uint64_t offset, const BYTE* bytes, std::size_t count);
     [[noreturn]] void Refuse() const;
 
     std::string path_;
@@ -42,5 +46,4 @@ private:
     std::size_t rowBytes_;
     int height_;
     HANDLE file_ = nullptr;
-    HANDLE mapping_ = nullptr;
 };

@@ -6,93 +6,116 @@
 #include "apps/cli/PictureFormat.h"
 #include "apps/cli/PngFile.h"
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 namespace
 {
 
 constexpr int pngBits = 24;
 
-/// The rows are the mapped file's.
-class BmpTarget final : public PosterTarget
+/// A picture whose rows lie in memory until they are drawn, and are then written.
+class BufferedTarget : public PosterTarget
 {
 public:
-    explicit BmpTarget(const PosterSettings& settings)
-        : width_(settings.width),
-          bits_(settings.bits),
-          file_(settings.output, settings.width, settings.height, settings.bits,
-                settings.dotsPerInch)
-    {}
-
-    void Open(const BITMAPINFO& bands) override { file_.Open(bands.bmiColors); }
-    Strip& BeginRows(int top, int height) override
+    Strip& BeginRows(int top, int height) final
     {
-        void* bits = nullptr;
-        const HBITMAP section = file_.MakeSection(top, height, &bits);
-        strip_.Take(section, bits, width_, height, bits_);
-        return strip_;
-    }
-    void EndRows(const std::function<bool()>&) override {}
-    void Finish() override
-    {
-        strip_.Take(nullptr, nullptr, 0, 0, bits_);
-        file_.Commit();
-    }
-
-private:
-    int width_;
-    int bits_;
-    BmpFile file_;
-    Strip strip_;  // ends before its file
-};
-
-/// The rows lie in memory and are then encoded.
-class PngTarget final : public PosterTarget
-{
-public:
-    explicit PngTarget(const PosterSettings& settings)
-        : width_(settings.width),
-          file_(settings.output, settings.width, settings.height, settings.dotsPerInch)
-    {}
-
-    void Open(const BITMAPINFO&) override { file_.Open(); }
-    Strip& BeginRows(int, int height) override
-    {
+        top_ = top;
         if (height != strip_.Height())
         {
             MakeStrip(height);
         }
         return strip_;
     }
+
+protected:
+    /// \param info with its colours, if it has any.
+    void DescribeRows(const BITMAPINFO& info)
+    {
+        const std::size_t colors = info.bmiHeader.biBitCount <= 8 ? 256 : 0;
+        const BYTE* const bytes = reinterpret_cast<const BYTE*>(&info);
+        info_.assign(bytes, bytes + sizeof info.bmiHeader + colors * sizeof(RGBQUAD));
+        info_.resize(std::max(info_.size(), sizeof(BITMAPINFO)));
+    }
+
+    int Top() const { return top_; }
+    const Strip& Rows() const { return strip_; }
+
+private:
+    void MakeStrip(int height)
+    {
+        BITMAPINFO& info = *reinterpret_cast<BITMAPINFO*>(info_.data());
+        info.bmiHeader.biHeight = height;
+        info.bmiHeader.biSizeImage = 0;
+        const int width = info.bmiHeader.biWidth;
+        void* bits = nullptr;
+        const HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+        if (bitmap == nullptr)
+        {
+            throw Failure("a row of bands of " + std::to_string(width) + " x " +
+                          std::to_string(height) + " pixels: out of memory");
+        }
+        strip_.Take(bitmap, bits, width, height, info.bmiHeader.biBitCount);
+    }
+
+    std::vector<BYTE> info_;
+    Strip strip_;
+    int top_ = 0;
+};
+
+class BmpTarget final : public BufferedTarget
+{
+public:
+    explicit BmpTarget(const PosterSettings& settings)
+        : file_(settings.output, settings.width, settings.height, settings.bits,
+                settings.dotsPerInch)
+    {}
+
+    void Open(const BITMAPINFO& bands) override
+    {
+        file_.Open(bands.bmiColors);
+        DescribeRows(file_.Info());
+    }
     void EndRows(const std::function<bool()>& goOn) override
     {
-        for (int y = 0; y < strip_.Height() && goOn(); ++y)
+        if (goOn())
         {
-            file_.WriteRow(strip_.Row(y));
+            file_.WriteRows(Top(), Rows().Height(), Rows().Row(Rows().Height() - 1));
         }
     }
     void Finish() override { file_.Commit(); }
 
 private:
-    void MakeStrip(int height)
+    BmpFile file_;
+};
+
+class PngTarget final : public BufferedTarget
+{
+public:
+    explicit PngTarget(const PosterSettings& settings)
+        : file_(settings.output, settings.width, settings.height, settings.dotsPerInch)
     {
         BITMAPINFO info{};
         info.bmiHeader.biSize = sizeof info.bmiHeader;
-        info.bmiHeader.biWidth = width_;
-        info.bmiHeader.biHeight = height;
+        info.bmiHeader.biWidth = settings.width;
         info.bmiHeader.biPlanes = 1;
         info.bmiHeader.biBitCount = pngBits;
-        void* bits = nullptr;
-        const HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-        if (bitmap == nullptr)
-        {
-            throw Failure("a row of bands of " + std::to_string(width_) + " x " +
-                          std::to_string(height) + " pixels: out of memory");
-        }
-        strip_.Take(bitmap, bits, width_, height, pngBits);
+        DescribeRows(info);
     }
 
-    int width_;
+    void Open(const BITMAPINFO&) override { file_.Open(); }
+    void EndRows(const std::function<bool()>& goOn) override
+    {
+        for (int y = 0; y < Rows().Height() && goOn(); ++y)
+        {
+            file_.WriteRow(Rows().Row(y));
+        }
+    }
+    void Finish() override { file_.Commit(); }
+
+private:
     PngFile file_;
-    Strip strip_;
 };
 
 }  // namespace

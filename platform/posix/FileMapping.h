@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 
 namespace posix
 {
@@ -18,8 +19,21 @@ struct File final : KernelObject
     /// Bytes; 0 when the system does not say.
     std::uint64_t Length() const;
 
+    /// Begins to write what was just written there to the disk, and lets go of what was so before.
+    void WriteBehind(std::uint64_t offset, std::uint64_t count);
+
     int descriptor;
     bool isWritable = false;
+    bool isWrittenBehind = false;
+
+private:
+    struct Range
+    {
+        std::uint64_t offset;
+        std::uint64_t count;
+    };
+
+    std::deque<Range> behind_;  ///< on their way to the disk
 };
 
 /// A file that can be mapped.

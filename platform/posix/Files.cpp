@@ -29,6 +29,25 @@ std::uint64_t File::Length() const
     return fstat(descriptor, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 
+// Pages that are taken again cost much less than new ones.
+void File::WriteBehind(std::uint64_t offset, std::uint64_t count)
+{
+    constexpr std::size_t mostAtOnce = 4;
+    sync_file_range(descriptor, static_cast<off_t>(offset), static_cast<off_t>(count),
+                    SYNC_FILE_RANGE_WRITE);
+    behind_.push_back({offset, count});
+    if (behind_.size() > mostAtOnce)
+    {
+        const off_t first = static_cast<off_t>(behind_.front().offset);
+        const off_t length = static_cast<off_t>(behind_.front().count);
+        behind_.pop_front();
+        sync_file_range(
+            descriptor, first, length,
+            SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER);
+        posix_fadvise(descriptor, first, length, POSIX_FADV_DONTNEED);
+    }
+}
+
 std::shared_ptr<void> MapBytes(const FileMapping& mapping, std::uint64_t offset, std::size_t count,
                                bool writable)
 {
@@ -105,7 +124,7 @@ bool SetLengthAndSpace(int descriptor, std::uint64_t length)
 }  // namespace
 
 HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD /*share*/, SECURITY_ATTRIBUTES* /*security*/,
-                   DWORD disposition, DWORD /*flagsAndAttributes*/, HANDLE /*templateFile*/)
+                   DWORD disposition, DWORD flagsAndAttributes, HANDLE /*templateFile*/)
 {
     const bool writes = (access & GENERIC_WRITE) != 0;
     // Without waiting for the other end of a pipe.
@@ -122,6 +141,7 @@ HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD /*share*/, SECURITY_ATTRIBUT
     }
     const auto file = std::make_shared<posix::File>(descriptor);
     file->isWritable = writes;
+    file->isWrittenBehind = (flagsAndAttributes & FILE_FLAG_SEQUENTIAL_SCAN) != 0;
     struct stat status;
     if (fstat(descriptor, &status) != 0 || S_ISDIR(status.st_mode))
     {
@@ -139,6 +159,42 @@ BOOL DeleteFileA(LPCSTR name)
         return FALSE;
     }
     return TRUE;
+}
+
+BOOL WriteFile(HANDLE handle, LPCVOID bytes, DWORD count, DWORD* written, OVERLAPPED* place)
+{
+    const auto file = posix::Resolve<posix::File>(handle);
+    if (file == nullptr || place == nullptr || bytes == nullptr)
+    {
+        SetLastError(file == nullptr ? ERROR_INVALID_HANDLE : ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    const std::uint64_t offset = std::uint64_t{place->OffsetHigh} << 32 | place->Offset;
+    DWORD done = 0;
+    while (done < count)
+    {
+        const ssize_t now = pwrite(file->descriptor, static_cast<const char*>(bytes) + done,
+                                   count - done, static_cast<off_t>(offset + done));
+        if (now <= 0)
+        {
+            if (now < 0 && errno == EINTR)
+            {
+                continue;
+            }
+            SetSystemError("writing to a file");
+            break;
+        }
+        done += static_cast<DWORD>(now);
+    }
+    if (written != nullptr)
+    {
+        *written = done;
+    }
+    if (file->isWrittenBehind && done != 0)
+    {
+        file->WriteBehind(offset, done);
+    }
+    return done == count;
 }
 
 DWORD GetFileSize(HANDLE handle, DWORD* high)

@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <fstream>
+#include <iterator>
 
 namespace
 {
@@ -105,6 +107,49 @@ struct MappedFile
     HANDLE file;
     HANDLE mapping;
 };
+
+// Also of a file whose bytes leave the system's memory behind the writing.
+TEST(Files, BytesAreWrittenAtTheirPlaceInAnyOrder)
+{
+    for (const DWORD flags : {FILE_ATTRIBUTE_NORMAL, FILE_FLAG_SEQUENTIAL_SCAN})
+    {
+        const TemporaryFile file("written.bin", std::string());
+        const HANDLE handle = CreateFileA(file.Path(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                          CREATE_ALWAYS, flags, nullptr);
+        ASSERT_NE(handle, INVALID_HANDLE_VALUE);
+        constexpr DWORD piece = 10000;
+        for (int i = 7; i >= 0; --i)
+        {
+            const std::string bytes(piece, static_cast<char>('a' + i));
+            OVERLAPPED place{};
+            place.Offset = static_cast<DWORD>(i) * piece;
+            DWORD written = 0;
+            EXPECT_TRUE(WriteFile(handle, bytes.data(), piece, &written, &place));
+            EXPECT_EQ(written, piece);
+        }
+        CloseHandle(handle);
+        std::ifstream in(file.Path(), std::ios::binary);
+        const std::string all{std::istreambuf_iterator<char>(in), {}};
+        ASSERT_EQ(all.size(), 8 * piece);
+        for (std::size_t i = 0; i < all.size(); ++i)
+        {
+            ASSERT_EQ(all[i], static_cast<char>('a' + i / piece)) << i;
+        }
+    }
+}
+
+TEST(Files, WhatCannotBeWrittenIsRefused)
+{
+    const TemporaryFile file("read.bin", std::string("abc"));
+    const HANDLE handle = OpenForReading(file.Path());
+    OVERLAPPED place{};
+    DWORD written = 1;
+    EXPECT_FALSE(WriteFile(handle, "x", 1, &written, &place));
+    EXPECT_EQ(written, 0U);
+    EXPECT_FALSE(WriteFile(handle, "x", 1, &written, nullptr));
+    EXPECT_FALSE(WriteFile(nullptr, "x", 1, &written, &place));
+    CloseHandle(handle);
+}
 
 TEST(Bitmaps, ABitmapLiesInAMappedFileAtItsOffset)
 {
