@@ -7,32 +7,46 @@
 namespace posix
 {
 
+namespace
+{
+
+/// Takes an outline that fills as it is or with contours turned. False when neither will do.
+bool TakeTurned(ProvidedOutline& provided, const NativeOutline& outline, int unitsPerEm,
+                const OutlineVerdict& verdict)
+{
+    if (!verdict.fills || verdict.wrongWay.empty())
+    {
+        return verdict.fills;
+    }
+    NativeOutline turned = Reversed(outline, verdict.wrongWay);
+    // Flattened from their other ends, contours may come to lie a unit elsewhere.
+    provided.turned = TryOutline(turned, unitsPerEm, CrossingEdges::Filled).fills;
+    if (provided.turned)
+    {
+        provided.outline = std::move(turned);
+    }
+    return provided.turned;
+}
+
+}  // namespace
+
 ProvidedOutline ProvideOutline(const NativeOutline& outline, bool converted, int unitsPerEm)
 {
     ProvidedOutline provided;
     provided.converted = converted;
     const OutlineVerdict verdict = TryOutline(outline, unitsPerEm);
-    bool fills = verdict.fills;
-    if (fills && !verdict.wrongWay.empty())
-    {
-        NativeOutline turned = Reversed(outline, verdict.wrongWay);
-        // Flattened from their other ends, contours may come to lie a unit elsewhere.
-        fills = TryOutline(turned, unitsPerEm).fills;
-        if (fills)
-        {
-            provided.turned = true;
-            provided.outline = std::move(turned);
-            return provided;
-        }
-    }
-    if (!fills)
+    if (!TakeTurned(provided, outline, unitsPerEm, verdict))
     {
         if (!verdict.hopeless)
         {
             provided.outline = RepairOutline(outline, unitsPerEm);
         }
         provided.repaired = provided.outline.has_value();
-        provided.failed = !provided.repaired;
+        // What was only taken for a bad one may yet do.
+        provided.failed = !provided.repaired &&
+                          !(verdict.presumed &&
+                            TakeTurned(provided, outline, unitsPerEm,
+                                       TryOutline(outline, unitsPerEm, CrossingEdges::Filled)));
     }
     if (converted && !provided.outline)
     {

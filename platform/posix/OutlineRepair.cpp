@@ -338,8 +338,15 @@ struct Attempt
     bool keepCurves;
 };
 
-/// Samples, unites and rebuilds; an outline without contours when the tessellator gives up.
-NativeOutline Unite(const NativeOutline& outline, const Attempt& attempt, double* area)
+/// A rebuilt outline and the area that it should fill.
+struct Rebuilt
+{
+    NativeOutline outline;
+    double area = -1;  ///< below 0 when the tessellator gave up
+};
+
+/// Samples, unites and rebuilds.
+Rebuilt Unite(const NativeOutline& outline, const Attempt& attempt)
 {
     const std::vector<std::vector<Piece>> contours = PiecesOf(outline);
     OutlineUnion border;
@@ -370,13 +377,16 @@ NativeOutline Unite(const NativeOutline& outline, const Attempt& attempt, double
     {
         return {};
     }
-    *area = border.Area();
-    return Rebuilder(contours).Rebuild(border, attempt.keepCurves);
+    return {Rebuilder(contours).Rebuild(border, attempt.keepCurves), border.Area()};
 }
 
 /// Turned where need be, the outline when it passes the trial and fills the area that it should.
 std::optional<NativeOutline> Passed(NativeOutline outline, int unitsPerEm, double area)
 {
+    if (area < 0)
+    {
+        return std::nullopt;
+    }
     OutlineVerdict verdict = TryOutline(outline, unitsPerEm);
     if (verdict.fills && !verdict.wrongWay.empty())
     {
@@ -400,31 +410,34 @@ std::optional<NativeOutline> Passed(NativeOutline outline, int unitsPerEm, doubl
 std::optional<NativeOutline> RepairOutline(const NativeOutline& outline, int unitsPerEm)
 {
     constexpr Attempt usual = {10, true};
-    double area = 0;
-    for (const Attempt& attempt : {usual, Attempt{20, true}, Attempt{5, true}})
+    const Rebuilt once = Unite(outline, usual);
+    if (auto repaired = Passed(once.outline, unitsPerEm, once.area))
     {
-        if (auto repaired = Passed(Unite(outline, attempt, &area), unitsPerEm, area))
+        return repaired;
+    }
+    for (const Attempt& attempt : {Attempt{20, true}, Attempt{5, true}})
+    {
+        const Rebuilt rebuilt = Unite(outline, attempt);
+        if (auto repaired = Passed(rebuilt.outline, unitsPerEm, rebuilt.area))
         {
             return repaired;
         }
     }
     // What rounding made cross again comes apart the second time.
-    double ignored = 0;
-    const NativeOutline once = Unite(outline, usual, &area);
-    if (auto repaired = Passed(Unite(once, usual, &ignored), unitsPerEm, area))
+    if (auto repaired = Passed(Unite(once.outline, usual).outline, unitsPerEm, once.area))
     {
         return repaired;
     }
     for (const Attempt& attempt : {Attempt{5, false}, Attempt{10, false}, Attempt{3, false}})
     {
-        NativeOutline straight = Unite(outline, attempt, &area);
+        Rebuilt straight = Unite(outline, attempt);
         for (int pass = 0; pass < 3; ++pass)
         {
-            if (auto repaired = Passed(straight, unitsPerEm, area))
+            if (auto repaired = Passed(straight.outline, unitsPerEm, straight.area))
             {
                 return repaired;
             }
-            straight = Unite(straight, attempt, &ignored);
+            straight.outline = Unite(straight.outline, attempt).outline;
         }
     }
     return std::nullopt;

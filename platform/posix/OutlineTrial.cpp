@@ -76,13 +76,21 @@ private:
 /// An edge in the order of the sweep.
 struct Edge
 {
-    int left;  // the smallest x
-    int right;
-    int low;
-    int high;
+    std::int16_t left;  // the smallest x
+    std::int16_t right;
+    std::int16_t low;
+    std::int16_t high;
     int from;  // indices of vertices
     int to;
 };
+
+/// The edge between the vertices of two indices.
+Edge EdgeOf(const FlatVertex::Pair& a, const FlatVertex::Pair& b, int from, int to)
+{
+    const auto [left, right] = std::minmax(a.x, b.x);
+    const auto [low, high] = std::minmax(a.y, b.y);
+    return {left, right, low, high, from, to};
+}
 
 using Whole = std::int64_t;
 
@@ -231,11 +239,16 @@ int LeftVote(const FlatOutline& flat, int from, int to)
 
 }  // namespace
 
-FlatOutline Flatten(const NativeOutline& outline, int unitsPerEm)
+namespace
+{
+
+/// Flattens into an outline that is kept for its memory.
+void FlattenInto(FlatOutline& flat, const NativeOutline& outline, int unitsPerEm)
 {
     using outlines::CurvePoint;
     const auto whole = [](FT_Pos value) { return static_cast<std::int16_t>(value >> 6); };
-    FlatOutline flat;
+    flat.vertices.clear();
+    flat.sizes.clear();
     flat.vertices.reserve(3 * outline.points.size());
     flat.sizes.reserve(outline.ends.size());
     const float spacing = outlines::VertexSpacing(static_cast<float>(unitsPerEm));
@@ -260,12 +273,11 @@ FlatOutline Flatten(const NativeOutline& outline, int unitsPerEm)
         flat.sizes.push_back(static_cast<int>(flat.vertices.size() - before));
         first = end;
     }
-    return flat;
 }
 
-FlatOutline FlattenAndSeparate(const NativeOutline& outline, int unitsPerEm)
+/// Moves vertices apart that lie at the same place.
+void Separate(FlatOutline& flat)
 {
-    FlatOutline flat = Flatten(outline, unitsPerEm);
     std::vector<FlatContour> contours = ContoursOf(flat);
     const std::span<FlatContour> all(contours);
     if (outlines::AnyPlaceRepeats(all))
@@ -276,151 +288,269 @@ FlatOutline FlattenAndSeparate(const NativeOutline& outline, int unitsPerEm)
         }
         outlines::SeparateVertices(all);
     }
-    return flat;
 }
 
-namespace
+/// The smallest box around vertices.
+struct Box
 {
+    int left = std::numeric_limits<int>::max();
+    int right = std::numeric_limits<int>::min();
+    int low = std::numeric_limits<int>::max();
+    int high = std::numeric_limits<int>::min();
+
+    bool Meets(const Box& other) const
+    {
+        return left <= other.right && other.left <= right && low <= other.high && other.low <= high;
+    }
+    bool Holds(const Box& other) const
+    {
+        return left <= other.left && other.right <= right && low <= other.low && other.high <= high;
+    }
+};
 
 /// Edges of a contour that follow each other without turning back in x; from left to right.
 struct Chain
 {
     std::size_t first;  // of the edges
     std::size_t end;
-    int left;
-    int right;
-    int low;
-    int high;
+    Box box;
 };
 
-bool BoxesMeet(const auto& a, const auto& b)
+/// A contour of which no edges meet.
+struct Ring
 {
-    return a.left <= b.right && b.left <= a.right && a.low <= b.high && b.low <= a.high;
-}
+    int first = 0;  // of the vertices
+    int end = 0;
+    Box box;
+    Whole twiceArea = 0;  // more than 0 for a clockwise one
+};
 
-/// Cuts the contours into chains. False when a contour is too short or turns back on itself.
-bool FindChains(const FlatOutline& flat, std::vector<Edge>& edges, std::vector<Chain>& chains)
+/// The edges of an outline by chains and contours. One is kept on each thread for its memory.
+class ChainSweep
 {
-    bool sound = true;
-    ForEachContour(flat, [&](int first, int last) {
-        const int size = last - first;
-        if (size == 0 || !sound)
+public:
+    /// Whether no two edges meet but neighbours at their common vertex.
+    bool EdgesKeepApart(const FlatOutline& flat)
+    {
+        edges_.clear();
+        chains_.clear();
+        rings_.clear();
+        int first = 0;
+        for (const int size : flat.sizes)
         {
-            return;
+            if (!AddRing_(flat.vertices.data() + first, first, size))
+            {
+                return false;
+            }
+            first += size;
         }
-        const auto at = [&](int i) -> const FlatVertex::Pair& {
-            return flat.vertices[first + i].point;
-        };
-        const auto step = [&](int i) { return i + 1 < size ? i + 1 : 0; };
+        std::int64_t effort = 0;
+        for (std::size_t m = 1; m < chains_.size(); ++m)
+        {
+            for (std::size_t n = 0; n < m; ++n)
+            {
+                if (chains_[m].box.Meets(chains_[n].box) &&
+                    ChainsMeet_(flat, chains_[m], chains_[n], effort))
+                {
+                    return false;
+                }
+            }
+            effort += static_cast<std::int64_t>(m);
+            if (effort > mostEffort)
+            {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    /// Whether each contour runs the wrong way, once it is known that edges keep apart: a contour
+    /// then lies inside others or outside as a whole. Empty when none does.
+    std::vector<bool> RingsTheWrongWay(const FlatOutline& flat) const
+    {
+        std::vector<bool> wrong;
+        for (std::size_t n = 0; n < rings_.size(); ++n)
+        {
+            bool inHole = false;
+            for (std::size_t m = 0; m < rings_.size(); ++m)
+            {
+                inHole ^= m != n && rings_[m].box.Holds(rings_[n].box) &&
+                          IsInside_(flat, rings_[m], flat.vertices[rings_[n].first].point);
+            }
+            if (rings_[n].end > rings_[n].first && (rings_[n].twiceArea > 0) == inHole)
+            {
+                wrong.resize(rings_.size());
+                wrong[n] = true;
+            }
+        }
+        return wrong;
+    }
+
+private:
+    /// Cuts a contour into chains. False when it is too short or turns back on itself.
+    bool AddRing_(const FlatVertex* vertices, int offset, int size)
+    {
+        Ring& ring = rings_.emplace_back();
+        if (size == 0)
+        {
+            return true;
+        }
         // A chain starts where x begins to grow after it has not.
         int start = 0;
-        while (start < size && !(at(start).x < at(step(start)).x &&
-                                 at(start > 0 ? start - 1 : size - 1).x >= at(start).x))
+        for (int before = vertices[size - 1].point.x; start < size; ++start)
         {
-            ++start;
+            const int x = vertices[start].point.x;
+            if (before >= x && x < vertices[start + 1 < size ? start + 1 : 0].point.x)
+            {
+                break;
+            }
+            before = x;
         }
-        sound = size > 2 && start < size;
+        if (size < 3 || start == size)
+        {
+            return false;
+        }
+        ring.first = offset;
+        ring.end = offset + size;
+        const std::size_t firstChain = chains_.size();
+        chains_.push_back({edges_.size(), 0, {}});
         bool growing = true;
-        const auto close = [&] {
-            Chain& chain = chains.back();
-            chain.end = edges.size();
-            if (!growing)
-            {
-                std::reverse(edges.begin() + static_cast<std::ptrdiff_t>(chain.first), edges.end());
-            }
-            chain = {chain.first,
-                     chain.end,
-                     edges[chain.first].left,
-                     edges.back().right,
-                     edges[chain.first].low,
-                     edges[chain.first].high};
-            for (std::size_t n = chain.first; n < chain.end; ++n)
-            {
-                chain.low = std::min(chain.low, edges[n].low);
-                chain.high = std::max(chain.high, edges[n].high);
-            }
-        };
-        const std::size_t before = chains.size();
-        for (int n = 0, i = start; n < size && sound; ++n, i = step(i))
+        int i = start;
+        int next = i + 1 < size ? i + 1 : 0;
+        FlatVertex::Pair a = vertices[i].point;
+        FlatVertex::Pair b = vertices[next].point;
+        for (int n = 0; n < size; ++n)
         {
-            const int next = step(i);
-            const FlatVertex::Pair& a = at(i);
-            const FlatVertex::Pair& b = at(next);
-            if (chains.size() == before || (a.x != b.x && (b.x > a.x) != growing))
+            const int after = next + 1 < size ? next + 1 : 0;
+            const FlatVertex::Pair c = vertices[after].point;
+            const int x = b.x - a.x;
+            const int further = c.x - b.x;
+            // Only where x does not go on as before, an edge can lie on its neighbour.
+            if ((x > 0) != (further > 0) || x == 0 || further == 0)
             {
-                if (chains.size() != before)
+                const Whole along = Whole{x} * further + (Whole{b.y} - a.y) * (Whole{c.y} - b.y);
+                if ((along < 0 && Cross(b, a, c) == 0) || (x == 0 && a.y == b.y))
                 {
-                    close();
+                    return false;
                 }
-                growing = b.x > a.x;
-                chains.push_back({edges.size(), edges.size(), 0, 0, 0, 0});
             }
-            edges.push_back({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y),
-                             std::max(a.y, b.y), first + i, first + next});
-            // The corner at the edge's end, and edges without length
-            const FlatVertex::Pair& c = at(step(next));
-            const Whole along =
-                (Whole{a.x} - b.x) * (Whole{c.x} - b.x) + (Whole{a.y} - b.y) * (Whole{c.y} - b.y);
-            sound = (along <= 0 || Cross(b, a, c) != 0) && (a.x != b.x || a.y != b.y);
+            if (x != 0 && (x > 0) != growing)
+            {
+                CloseChain_(growing);
+                growing = x > 0;
+                chains_.push_back({edges_.size(), 0, {}});
+            }
+            edges_.push_back(EdgeOf(a, b, offset + i, offset + next));
+            Box& box = chains_.back().box;
+            box.low = std::min<int>(box.low, edges_.back().low);
+            box.high = std::max<int>(box.high, edges_.back().high);
+            ring.twiceArea += Whole{b.x} * a.y - Whole{a.x} * b.y;
+            i = next;
+            next = after;
+            a = b;
+            b = c;
         }
-        if (sound)
+        CloseChain_(growing);
+        for (std::size_t n = firstChain; n < chains_.size(); ++n)
         {
-            close();
+            const Box& box = chains_[n].box;
+            ring.box = {std::min(ring.box.left, box.left), std::max(ring.box.right, box.right),
+                        std::min(ring.box.low, box.low), std::max(ring.box.high, box.high)};
         }
-    });
-    return sound;
+        return true;
+    }
+
+    void CloseChain_(bool growing)
+    {
+        Chain& chain = chains_.back();
+        chain.end = edges_.size();
+        if (!growing)
+        {
+            std::reverse(edges_.begin() + static_cast<std::ptrdiff_t>(chain.first), edges_.end());
+        }
+        chain.box.left = edges_[chain.first].left;
+        chain.box.right = edges_.back().right;
+    }
+
+    /// Whether edges of two chains meet.
+    bool ChainsMeet_(const FlatOutline& flat, const Chain& a, const Chain& b,
+                     std::int64_t& effort) const
+    {
+        // Both run from left to right: what an edge of the one may meet of the other only moves on.
+        const Edge* reached = &edges_[b.first];
+        const Edge* const end = edges_.data() + b.end;
+        for (std::size_t n = a.first; n < a.end && edges_[n].left <= b.box.right; ++n)
+        {
+            const Edge& edge = edges_[n];
+            if (edge.right < b.box.left || edge.low > b.box.high || edge.high < b.box.low)
+            {
+                continue;
+            }
+            while (reached->right < edge.left)
+            {
+                ++reached;  // the last one reaches as far as the box
+            }
+            const Edge* other = reached;
+            for (; other < end && other->left <= edge.right; ++other)
+            {
+                if (edge.low <= other->high && other->low <= edge.high &&
+                    EdgesMeet(flat.vertices, edge, *other))
+                {
+                    return true;
+                }
+            }
+            effort += other - reached;
+        }
+        return false;
+    }
+
+    /// Whether a place that is not on the contour lies inside.
+    static bool IsInside_(const FlatOutline& flat, const Ring& ring, const FlatVertex::Pair& place)
+    {
+        bool inside = false;
+        FlatVertex::Pair a = flat.vertices[ring.end - 1].point;
+        for (int i = ring.first; i < ring.end; ++i)
+        {
+            const FlatVertex::Pair b = flat.vertices[i].point;
+            if ((a.y <= place.y) != (b.y <= place.y))
+            {
+                inside ^= (Cross(a, b, place) > 0) == (b.y > a.y);
+            }
+            a = b;
+        }
+        return inside;
+    }
+
+    std::vector<Edge> edges_;
+    std::vector<Chain> chains_;
+    std::vector<Ring> rings_;
+};
+
+ChainSweep& SweepOfThread()
+{
+    thread_local ChainSweep sweep;
+    return sweep;
 }
 
 }  // namespace
 
+FlatOutline Flatten(const NativeOutline& outline, int unitsPerEm)
+{
+    FlatOutline flat;
+    FlattenInto(flat, outline, unitsPerEm);
+    return flat;
+}
+
+FlatOutline FlattenAndSeparate(const NativeOutline& outline, int unitsPerEm)
+{
+    FlatOutline flat = Flatten(outline, unitsPerEm);
+    Separate(flat);
+    return flat;
+}
+
 bool EdgesKeepApart(const FlatOutline& flat)
 {
-    std::vector<Edge> edges;
-    std::vector<Chain> chains;
-    edges.reserve(flat.vertices.size());
-    chains.reserve(64);
-    if (!FindChains(flat, edges, chains))
-    {
-        return false;
-    }
-    std::int64_t effort = 0;
-    for (std::size_t m = 1; m < chains.size(); ++m)
-    {
-        const Chain& a = chains[m];
-        for (std::size_t n = 0; n < m; ++n)
-        {
-            const Chain& b = chains[n];
-            if (!BoxesMeet(a, b))
-            {
-                continue;
-            }
-            // Both run from left to right: what an edge of the one may meet of the other only moves
-            // on.
-            std::size_t reached = b.first;
-            for (std::size_t i = a.first; i < a.end && edges[i].left <= b.right; ++i)
-            {
-                while (reached < b.end && edges[reached].right < edges[i].left)
-                {
-                    ++reached;
-                }
-                for (std::size_t k = reached; k < b.end && edges[k].left <= edges[i].right; ++k)
-                {
-                    ++effort;
-                    if (edges[i].low <= edges[k].high && edges[k].low <= edges[i].high &&
-                        EdgesMeet(flat.vertices, edges[i], edges[k]))
-                    {
-                        return false;
-                    }
-                }
-            }
-        }
-        effort += static_cast<std::int64_t>(m);
-        if (effort > mostEffort)
-        {
-            return false;
-        }
-    }
-    return true;
+    return SweepOfThread().EdgesKeepApart(flat);
 }
 
 int CountMeetings(const FlatOutline& flat, int most, bool* cross)
@@ -444,8 +574,7 @@ int CountMeetings(const FlatOutline& flat, int most, bool* cross)
             const FlatVertex::Pair& a = flat.vertices[i].point;
             const FlatVertex::Pair& b = flat.vertices[next].point;
             meetings += a.x == b.x && a.y == b.y ? 1 : 0;
-            edges.push_back({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y),
-                             std::max(a.y, b.y), i, next});
+            edges.push_back(EdgeOf(a, b, i, next));
             order.push_back(static_cast<std::uint32_t>(edges.back().left + 0x8000) << 16 |
                             static_cast<std::uint32_t>(i));
         }
@@ -527,8 +656,9 @@ double NonZeroArea(const FlatOutline& flat)
     return all.Unite() ? all.Area() : -1;
 }
 
-std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat, int votes)
+std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat)
 {
+    constexpr std::ptrdiff_t votes = 5;
     std::vector<bool> wrong;
     wrong.reserve(flat.sizes.size());
     std::vector<int> tallest;  // the vertices that the edges of the greatest heights start at
@@ -537,22 +667,12 @@ std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat, int votes)
         const auto height = [&](int i) {
             return std::abs(flat.vertices[next(i)].point.y - flat.vertices[i].point.y);
         };
-        if (votes == 1)
-        {
-            int best = first;
-            for (int i = first; i < last; ++i)
-            {
-                best = height(i) > height(best) ? i : best;
-            }
-            wrong.push_back(last > first && LeftVote(flat, best, next(best)) > 0);
-            return;
-        }
         tallest.clear();
         for (int i = first; i < last; ++i)
         {
             tallest.push_back(i);
         }
-        const auto end = tallest.begin() + std::min<std::ptrdiff_t>(votes, std::ssize(tallest));
+        const auto end = tallest.begin() + std::min(votes, std::ssize(tallest));
         std::partial_sort(tallest.begin(), end, tallest.end(),
                           [&](int a, int b) { return height(a) > height(b); });
         int left = 0;
@@ -565,44 +685,52 @@ std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat, int votes)
     return wrong;
 }
 
-OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm)
+OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm, CrossingEdges crossing)
 {
     OutlineVerdict verdict;
     if (outline.ends.empty())
     {
         return verdict;
     }
-    FlatOutline flat = Flatten(outline, unitsPerEm);
-    const bool apart = EdgesKeepApart(flat);
-    if (!apart)
+    thread_local FlatOutline flat;  // kept for its memory
+    FlattenInto(flat, outline, unitsPerEm);
+    ChainSweep& sweep = SweepOfThread();
+    const bool apart = sweep.EdgesKeepApart(flat);
+    if (apart)
+    {
+        verdict.wrongWay = sweep.RingsTheWrongWay(flat);
+        if (verdict.wrongWay.empty())
+        {
+            // Contours that keep apart and all run the right way fill the same by both rules.
+            return verdict;
+        }
+    }
+    else
     {
         bool cross = false;
         verdict.hopeless = CountMeetings(flat, mostMeetings, &cross) > mostMeetings;
-        // Edges that cross are an error to the tessellator, unless moving vertices apart helps.
-        if (verdict.hopeless || (cross && !AnyPlaceRepeats(flat)))
+        // Edges that cross are an error to the tessellator, unless moving vertices apart helps or
+        // it happens not to look at both of them at once.
+        verdict.presumed = !verdict.hopeless && crossing == CrossingEdges::Presumed && cross &&
+                           !AnyPlaceRepeats(flat);
+        if (verdict.hopeless || verdict.presumed)
         {
             verdict.fills = false;
             return verdict;
         }
-        flat = FlattenAndSeparate(outline, unitsPerEm);
+        Separate(flat);
+        // Where edges touch, one of them may not be the border that it seems.
+        verdict.wrongWay = ContoursTheWrongWay(flat);
+        if (std::find(verdict.wrongWay.begin(), verdict.wrongWay.end(), true) ==
+            verdict.wrongWay.end())
+        {
+            verdict.wrongWay.clear();
+        }
     }
-    // Where edges touch, one of them may not be the border that it seems.
-    verdict.wrongWay = ContoursTheWrongWay(flat, apart ? 1 : 5);
-    const auto isWrong = [](bool wrong) { return wrong; };
-    const bool anyWrong = std::any_of(verdict.wrongWay.begin(), verdict.wrongWay.end(), isWrong);
-    // Contours that keep apart and all run the right way fill the same by both rules.
-    if (!apart || anyWrong)
-    {
-        constexpr double difference = 0.001;
-        const double odd = OddArea(flat);
-        const double nonZero = odd >= 0 ? NonZeroArea(flat) : -1;
-        verdict.fills =
-            nonZero >= 0 && std::fabs(odd - nonZero) <= difference * std::max(odd, nonZero);
-    }
-    if (!anyWrong)
-    {
-        verdict.wrongWay.clear();
-    }
+    constexpr double difference = 0.001;
+    const double odd = OddArea(flat);
+    const double nonZero = odd >= 0 ? NonZeroArea(flat) : -1;
+    verdict.fills = nonZero >= 0 && std::fabs(odd - nonZero) <= difference * std::max(odd, nonZero);
     return verdict;
 }
 

@@ -62,9 +62,8 @@ ORVANE_API double TurnedArea(const FlatOutline& flat);
 ORVANE_API double NonZeroArea(const FlatOutline& flat);
 
 /// Whether each contour runs with what is filled on its left and not on its right, by the odd rule:
-/// the wrong way.
-/// \param votes how many edges of a contour decide, the tallest
-ORVANE_API std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat, int votes);
+/// the wrong way. Its tallest edges decide.
+ORVANE_API std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat);
 
 struct OutlineVerdict
 {
@@ -73,12 +72,22 @@ struct OutlineVerdict
     bool fills = true;
     /// Whether its edges meet so often that not even this is tried.
     bool hopeless = false;
+    /// Whether it was taken for one that does not fill because edges cross.
+    bool presumed = false;
     std::vector<bool> wrongWay;  ///< of each contour; empty when none runs the wrong way
+};
+
+/// What a trial makes of edges that cross.
+enum class CrossingEdges
+{
+    Presumed,  ///< the tessellator refuses them, as it nearly always does
+    Filled     ///< the tessellator is asked
 };
 
 /// Tries an outline, as cheaply as can be: one whose edges keep apart needs no tessellation.
 /// \param unitsPerEm 64 of the outline's own units are one of these
-ORVANE_API OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm);
+ORVANE_API OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm,
+                                     CrossingEdges crossing = CrossingEdges::Presumed);
 
 /// The outline with the contours reversed that are marked.
 ORVANE_API NativeOutline Reversed(const NativeOutline& outline, const std::vector<bool>& marked);
