@@ -10,6 +10,8 @@ namespace posix
 namespace
 {
 
+const ProvidedOutline untouched;
+
 /// Takes an outline that fills as it is or with contours turned. False when neither will do.
 bool TakeTurned(ProvidedOutline& provided, const NativeOutline& outline, int unitsPerEm,
                 const OutlineVerdict& verdict)
@@ -53,6 +55,30 @@ ProvidedOutline ProvideOutline(const NativeOutline& outline, bool converted, int
         provided.outline = outline;
     }
     return provided;
+}
+
+const ProvidedOutline* FaceOutlines::Find(FT_UInt glyph) const
+{
+    if (glyph < untouched_.size() && untouched_[glyph])
+    {
+        return &untouched;
+    }
+    const auto known = others_.find(glyph);
+    return known != others_.end() ? &known->second : nullptr;
+}
+
+const ProvidedOutline& FaceOutlines::Keep(FT_UInt glyph, ProvidedOutline provided)
+{
+    if (provided.outline || provided.failed)
+    {
+        return others_.insert_or_assign(glyph, std::move(provided)).first->second;
+    }
+    if (glyph >= untouched_.size())
+    {
+        untouched_.resize(glyph + 1);
+    }
+    untouched_[glyph] = true;
+    return untouched;
 }
 
 NativeOutline Scaled(const NativeOutline& outline, int pixelsPerEm, int unitsPerEm)

@@ -9,6 +9,7 @@
 
 #include <optional>
 #include <unordered_map>
+#include <vector>
 
 namespace posix
 {
@@ -34,10 +35,17 @@ ORVANE_API ProvidedOutline ProvideOutline(const NativeOutline& outline, bool con
 /// The outline at another size, in 1/64 pixels.
 NativeOutline Scaled(const NativeOutline& outline, int pixelsPerEm, int unitsPerEm);
 
-/// One repaired outline for each glyph that has been asked for, by its index.
-struct FaceOutlines
+/// What became of each glyph that has been asked for, by its index.
+class FaceOutlines
 {
-    std::unordered_map<FT_UInt, ProvidedOutline> glyphs;
+public:
+    /// Null for a glyph that has not been asked for.
+    ORVANE_API const ProvidedOutline* Find(FT_UInt glyph) const;
+    const ProvidedOutline& Keep(FT_UInt glyph, ProvidedOutline provided);
+
+private:
+    std::vector<bool> untouched_;  ///< the fonts' own that come out right: nearly all
+    std::unordered_map<FT_UInt, ProvidedOutline> others_;
 };
 
 }  // namespace posix

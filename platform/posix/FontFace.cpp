@@ -197,11 +197,10 @@ private:
         {
             installed_->outlines = std::make_shared<FaceOutlines>();
         }
-        auto& glyphs = installed_->outlines->glyphs;
-        const auto known = glyphs.find(index);
-        if (known != glyphs.end())
+        FaceOutlines& outlines = *installed_->outlines;
+        if (const ProvidedOutline* const known = outlines.Find(index))
         {
-            return &known->second;
+            return known;
         }
         NativeOutline traced;
         if (!LoadOwn(index, &traced))
@@ -213,7 +212,7 @@ private:
         {
             *own = std::move(traced);
         }
-        return &glyphs.emplace(index, std::move(provided)).first->second;
+        return &outlines.Keep(index, std::move(provided));
     }
 
     bool LoadSlot(FT_UInt index, int pixelsPerEm)

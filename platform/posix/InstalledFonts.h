@@ -16,7 +16,7 @@ namespace posix
 {
 
 struct DesignMetrics;
-struct FaceOutlines;
+class FaceOutlines;
 
 enum class OutlineKind
 {

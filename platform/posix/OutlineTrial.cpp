@@ -87,9 +87,8 @@ struct Edge
 /// The edge between the vertices of two indices.
 Edge EdgeOf(const FlatVertex::Pair& a, const FlatVertex::Pair& b, int from, int to)
 {
-    const auto [left, right] = std::minmax(a.x, b.x);
-    const auto [low, high] = std::minmax(a.y, b.y);
-    return {left, right, low, high, from, to};
+    return {
+        std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y), std::max(a.y, b.y), from, to};
 }
 
 using Whole = std::int64_t;
@@ -412,8 +411,12 @@ private:
         }
         ring.first = offset;
         ring.end = offset + size;
-        const std::size_t firstChain = chains_.size();
-        chains_.push_back({edges_.size(), 0, {}});
+        const std::size_t firstEdge = edges_.size();
+        edges_.resize(firstEdge + static_cast<std::size_t>(size));
+        Edge* edge = edges_.data() + firstEdge;
+        Edge* chain = edge;
+        Box box;
+        Whole twiceArea = 0;
         bool growing = true;
         int i = start;
         int next = i + 1 < size ? i + 1 : 0;
@@ -423,53 +426,54 @@ private:
         {
             const int after = next + 1 < size ? next + 1 : 0;
             const FlatVertex::Pair c = vertices[after].point;
-            const int x = b.x - a.x;
-            const int further = c.x - b.x;
+            const Whole x = b.x - a.x;
+            const Whole further = c.x - b.x;
             // Only where x does not go on as before, an edge can lie on its neighbour.
-            if ((x > 0) != (further > 0) || x == 0 || further == 0)
+            if (x * further <= 0)
             {
-                const Whole along = Whole{x} * further + (Whole{b.y} - a.y) * (Whole{c.y} - b.y);
+                const Whole along = x * further + (Whole{b.y} - a.y) * (Whole{c.y} - b.y);
                 if ((along < 0 && Cross(b, a, c) == 0) || (x == 0 && a.y == b.y))
                 {
                     return false;
                 }
             }
-            if (x != 0 && (x > 0) != growing)
+            if (growing ? x < 0 : x > 0)
             {
-                CloseChain_(growing);
-                growing = x > 0;
-                chains_.push_back({edges_.size(), 0, {}});
+                AddChain_(ring, chain, edge, box, growing);
+                growing = !growing;
+                chain = edge;
+                box = {};
             }
-            edges_.push_back(EdgeOf(a, b, offset + i, offset + next));
-            Box& box = chains_.back().box;
-            box.low = std::min<int>(box.low, edges_.back().low);
-            box.high = std::max<int>(box.high, edges_.back().high);
-            ring.twiceArea += Whole{b.x} * a.y - Whole{a.x} * b.y;
+            *edge++ = EdgeOf(a, b, offset + i, offset + next);
+            box.low = std::min<int>(box.low, b.y);
+            box.high = std::max<int>(box.high, b.y);
+            twiceArea += Whole{b.x} * a.y - Whole{a.x} * b.y;
             i = next;
             next = after;
             a = b;
             b = c;
         }
-        CloseChain_(growing);
-        for (std::size_t n = firstChain; n < chains_.size(); ++n)
-        {
-            const Box& box = chains_[n].box;
-            ring.box = {std::min(ring.box.left, box.left), std::max(ring.box.right, box.right),
-                        std::min(ring.box.low, box.low), std::max(ring.box.high, box.high)};
-        }
+        AddChain_(ring, chain, edge, box, growing);
+        ring.twiceArea = twiceArea;
         return true;
     }
 
-    void CloseChain_(bool growing)
+    /// Adds the chain of the edges from one to another.
+    /// \param box around the vertices but the first, of which only the heights are known
+    void AddChain_(Ring& ring, Edge* first, Edge* end, Box box, bool growing)
     {
-        Chain& chain = chains_.back();
-        chain.end = edges_.size();
+        box.low = std::min<int>(box.low, first->low);
+        box.high = std::max<int>(box.high, first->high);
         if (!growing)
         {
-            std::reverse(edges_.begin() + static_cast<std::ptrdiff_t>(chain.first), edges_.end());
+            std::reverse(first, end);
         }
-        chain.box.left = edges_[chain.first].left;
-        chain.box.right = edges_.back().right;
+        box.left = first->left;
+        box.right = (end - 1)->right;
+        chains_.push_back({static_cast<std::size_t>(first - edges_.data()),
+                           static_cast<std::size_t>(end - edges_.data()), box});
+        ring.box = {std::min(ring.box.left, box.left), std::max(ring.box.right, box.right),
+                    std::min(ring.box.low, box.low), std::max(ring.box.high, box.high)};
     }
 
     /// Whether edges of two chains meet.

@@ -261,9 +261,9 @@ void Compare(Survey& survey, const std::shared_ptr<const posix::InstalledFace>& 
         {
             continue;
         }
-        const auto& glyphs = face->outlines->glyphs;
-        const auto known = glyphs.find(posix::GlyphIndexOf(face, characters[n], code));
-        if (known != glyphs.end() && !known->second.outline)
+        const posix::ProvidedOutline* const known =
+            face->outlines->Find(posix::GlyphIndexOf(face, characters[n], code));
+        if (known != nullptr && !known->outline)
         {
             ++survey.compared;
             survey.different += asIs != repaired ? 1 : 0;

@@ -182,6 +182,25 @@ TEST(FaceOutlines, ContoursTheWrongWayAreTurnedAndNothingElse)
     EXPECT_EQ(*provided.outline, MakeOutline({RoundAt(0, 0, 300), SquareAt(-50, -50, 100, true)}));
 }
 
+TEST(FaceOutlines, WhatNoRepairHelpsIsFilledOnTrialThoughItsEdgesCross)
+{
+    // A pointed bracket whose ends cross each other by little, running the wrong way: what is left
+    // of the crossing after rounding lies on itself again. The tessellator fills it all the same.
+    constexpr int bracketEm = 2000;
+    const NativeOutline bracket = MakeOutline(
+        {{{249, 502}, {629, 884}, {511, 959}, {102, 530}, {511, 101}, {629, 176}, {249, 558}}});
+    const OutlineVerdict verdict = TryOutline(bracket, bracketEm);
+    ASSERT_TRUE(!verdict.fills && verdict.presumed);
+    ASSERT_FALSE(RepairOutline(bracket, bracketEm));
+    ASSERT_GT(OddArea(FlattenAndSeparate(bracket, bracketEm)), 0);
+    const ProvidedOutline provided = ProvideOutline(bracket, false, bracketEm);
+    EXPECT_TRUE(provided.turned);
+    EXPECT_FALSE(provided.failed || provided.repaired);
+    ASSERT_TRUE(provided.outline);
+    EXPECT_EQ(*provided.outline, Reversed(bracket, {true}));
+    EXPECT_TRUE(TryOutline(*provided.outline, bracketEm, CrossingEdges::Filled).wrongWay.empty());
+}
+
 TEST(FaceOutlines, WhatCannotBeRepairedIsHandedOverAsItIs)
 {
     std::vector<OutlineAt> scribble;

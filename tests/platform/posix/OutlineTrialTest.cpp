@@ -5,6 +5,7 @@
 #include "outline/TTGlyph.h"
 #include "tests/support/NativeOutlines.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -166,6 +167,42 @@ TEST(OutlineTrial, ContoursTheWrongWayAreFound)
     EXPECT_TRUE(wrong(false, false, false).empty());
     EXPECT_EQ(wrong(true, true, true), (std::vector<bool>{true, true, true}));
     EXPECT_EQ(wrong(false, false, true), (std::vector<bool>{false, false, true}));
+}
+
+TEST(OutlineTrial, ContoursThatKeepApartRunTheWrongWayByTheirTallestEdgesToo)
+{
+    std::mt19937 random(17);
+    int wrong = 0;
+    int nested = 0;
+    for (int turn = 0; turn < 400; ++turn)
+    {
+        std::vector<std::vector<OutlineAt>> contours;
+        for (int n = 0; n < 2 + turn % 4; ++n)
+        {
+            const int x = static_cast<int>(random() % 300);
+            const int y = static_cast<int>(random() % 300);
+            const int size = 20 + static_cast<int>(random() % 300);
+            const bool turned = random() % 3 == 0;
+            contours.push_back(random() % 2 == 0 ? SquareAt(x, y, size, turned)
+                                                 : RoundAt(x, y, size, turned));
+        }
+        const NativeOutline outline = MakeOutline(contours);
+        const FlatOutline flat = Flatten(outline, em);
+        if (!EdgesKeepApart(flat))
+        {
+            continue;
+        }
+        std::vector<bool> expected = ContoursTheWrongWay(flat);
+        if (std::find(expected.begin(), expected.end(), true) == expected.end())
+        {
+            expected.clear();
+        }
+        EXPECT_EQ(TryOutline(outline, em).wrongWay, expected) << turn;
+        wrong += expected.empty() ? 0 : 1;
+        nested += NonZeroArea(flat) != OddArea(flat) ? 1 : 0;
+    }
+    EXPECT_GT(wrong, 20);
+    EXPECT_GT(nested, 10);
 }
 
 TEST(OutlineTrial, CurvesAreTriedAsTheyAreFlattened)
