@@ -46,3 +46,23 @@ inline std::vector<OutlineAt> RoundAt(int x, int y, int radius, bool turned = fa
                                     {x - radius, y}};
     return turned ? std::vector<OutlineAt>(round.rbegin(), round.rend()) : round;
 }
+
+/// Squares and rounds, some of which cross or hold others.
+/// \param turned whether a third of them are
+template <typename Random>
+posix::NativeOutline RandomShapes(Random& random, int count, int range, int leastSize, bool turned)
+{
+    const auto below = [&random](int end) {
+        return static_cast<int>(random() % static_cast<unsigned>(end));
+    };
+    std::vector<std::vector<OutlineAt>> contours;
+    for (int n = 0; n < count; ++n)
+    {
+        const int x = below(range);
+        const int y = below(range);
+        const int size = leastSize + below(300);
+        const bool turn = turned && below(3) == 0;
+        contours.push_back(below(2) == 0 ? SquareAt(x, y, size, turn) : RoundAt(x, y, size, turn));
+    }
+    return MakeOutline(contours);
+}

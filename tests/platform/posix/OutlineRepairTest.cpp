@@ -139,15 +139,7 @@ TEST(OutlineRepair, WhatIsRepairedPassesAndFillsTheSame)
     int repairedCount = 0;
     for (int turn = 0; turn < 300; ++turn)
     {
-        std::vector<std::vector<OutlineAt>> contours;
-        for (int n = 0; n < 2 + turn % 3; ++n)
-        {
-            const int x = static_cast<int>(random() % 700);
-            const int y = static_cast<int>(random() % 700);
-            const int size = 60 + static_cast<int>(random() % 300);
-            contours.push_back(random() % 2 == 0 ? SquareAt(x, y, size) : RoundAt(x, y, size));
-        }
-        const NativeOutline outline = MakeOutline(contours);
+        const NativeOutline outline = RandomShapes(random, 2 + turn % 3, 700, 60, false);
         if (TryOutline(outline, em).fills)
         {
             continue;

@@ -176,17 +176,7 @@ TEST(OutlineTrial, ContoursThatKeepApartRunTheWrongWayByTheirTallestEdgesToo)
     int nested = 0;
     for (int turn = 0; turn < 400; ++turn)
     {
-        std::vector<std::vector<OutlineAt>> contours;
-        for (int n = 0; n < 2 + turn % 4; ++n)
-        {
-            const int x = static_cast<int>(random() % 300);
-            const int y = static_cast<int>(random() % 300);
-            const int size = 20 + static_cast<int>(random() % 300);
-            const bool turned = random() % 3 == 0;
-            contours.push_back(random() % 2 == 0 ? SquareAt(x, y, size, turned)
-                                                 : RoundAt(x, y, size, turned));
-        }
-        const NativeOutline outline = MakeOutline(contours);
+        const NativeOutline outline = RandomShapes(random, 2 + turn % 4, 300, 20, true);
         const FlatOutline flat = Flatten(outline, em);
         if (!EdgesKeepApart(flat))
         {
