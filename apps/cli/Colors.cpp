@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cmath>
 #include <cstdio>
 #include <string_view>
 
@@ -78,7 +79,7 @@ std::string ColorText(const ColorVector& color)
     {
         const float step = part > 0 ? std::min(part, 1.0f) * 255 : 0;  // what is no number is 0
         char digits[3];
-        std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned>(step + 0.5f));
+        std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned>(std::lround(step)));
         text += digits;
     }
     return text.ends_with("ff") ? text.substr(0, 7) : text;

@@ -119,7 +119,7 @@ std::string PartToText(const SceneObject& scene, const PickedPart& picked)
                Quoted(LightName(scene, picked.index));
     }
     const DrawingObject& node = NodeAt(scene, picked.path);
-    const std::string text = PathText(picked.path) + " " + TitleOf(node);
+    std::string text = PathText(picked.path) + " " + TitleOf(node);
     switch (picked.kind)
     {
         case PickedPart::character:

@@ -112,7 +112,7 @@ std::string PlaceOf(const CoordinateTransform& transform)
 std::string BackgroundText(const SceneObject& scene)
 {
     const TextureMap& picture = *scene.GetTexture();
-    const std::string color = ColorText(scene.GetBackgroundColor());
+    std::string color = ColorText(scene.GetBackgroundColor());
     if (picture.filename.IsEmpty())
     {
         return color;

@@ -21,7 +21,7 @@ const std::vector<std::string> followed = {"scene", "camera"};
 
 ColorVector ParseOpaqueColor(const std::string& option, const std::string& text)
 {
-    const ColorVector color = ParseColor(option, text);
+    ColorVector color = ParseColor(option, text);
     if (color.alpha < 1)
     {
         throw UsageError(option + ": cannot be transparent, found \"" + text + "\"");
