@@ -97,12 +97,11 @@ void RemoveWhenInterrupted(const char* path)
     // A copy, which nobody frees while it is read.
     static std::array<char, 4096> name;
     unfinishedFile = nullptr;
-    const std::size_t length = path != nullptr ? std::strlen(path) : name.size();
-    if (length >= name.size())
+    if (path == nullptr || std::strlen(path) >= name.size())
     {
         return;
     }
-    std::memcpy(name.data(), path, length + 1);
+    std::memcpy(name.data(), path, std::strlen(path) + 1);
     unfinishedFile = name.data();
     HandleEndingSignals();
 }
