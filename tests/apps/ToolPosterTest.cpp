@@ -14,8 +14,10 @@ namespace
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool measuresMemory = false;
+constexpr double longestEnd = 5;  // seconds; sanitizers take their time
 #else
 constexpr bool measuresMemory = true;
+constexpr double longestEnd = 0.25;
 #endif
 
 std::size_t NumberAt(const std::string& bytes, std::size_t at, int count)
@@ -234,7 +236,7 @@ TEST(ToolPoster, AnInterruptionEndsItWithinAQuarterOfASecondAndLeavesNothing)
     {
         // Other programs may hold it up: the best of some counts.
         double best = 60;
-        for (int attempt = 0; attempt < 5 && best > 0.25; ++attempt)
+        for (int attempt = 0; attempt < 5 && best > longestEnd; ++attempt)
         {
             ToolFolder folder;
             const ToolResult result = folder.InterruptWriting(
@@ -245,7 +247,7 @@ TEST(ToolPoster, AnInterruptionEndsItWithinAQuarterOfASecondAndLeavesNothing)
             EXPECT_TRUE(folder.Names().empty());
             best = std::min(best, result.seconds);
         }
-        EXPECT_LT(best, 0.25) << name;
+        EXPECT_LT(best, longestEnd) << name;
     }
 }
 
