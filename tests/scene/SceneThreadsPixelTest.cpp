@@ -55,6 +55,23 @@ protected:
         parameters.SetTerminationEvent(event.Get());
     }
 
+    /// Draws while another thread has the texture, whose state means nothing until it is green.
+    void DrawWhileItChanges(TextureMap& texture)
+    {
+        const TerminationEvent taken(false);
+        std::thread application([&] {
+            texture.GetOwnership();
+            SetEvent(taken.Get());
+            texture.textureFlags = 0;  // never to be seen
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            Exchange(texture, green.Path());
+            texture.ReleaseOwnership();
+        });
+        WaitForSingleObject(taken.Get(), INFINITE);
+        EXPECT_EQ(view.Draw(&parameters), 1);
+        application.join();
+    }
+
     HeadlessContext context{size, size};
     const PictureFile red{"threads-red", 8, 8, Red};
     const PictureFile green{"threads-green", 16, 16, Green};
@@ -106,19 +123,7 @@ TEST_F(DrawnScenes, ADrawWaitsForATextureThatIsBeingChanged)
     REQUIRE_CONTEXT(context);
     EXPECT_EQ(view.Draw(&parameters), 1);
     EXPECT_EQ(context.Pixel(1, 1), Red(0, 0));
-    const TerminationEvent taken(false);
-    std::thread application([&] {
-        TextureMap& texture = *scene.GetTexture();
-        texture.GetOwnership();
-        SetEvent(taken.Get());
-        texture.textureFlags = 0;  // never to be seen
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        Exchange(texture, green.Path());
-        texture.ReleaseOwnership();
-    });
-    WaitForSingleObject(taken.Get(), INFINITE);
-    EXPECT_EQ(view.Draw(&parameters), 1);
-    application.join();
+    DrawWhileItChanges(*scene.GetTexture());
     EXPECT_EQ(context.Pixel(1, 1), Green(0, 0));
 }
 
@@ -126,19 +131,7 @@ TEST_F(DrawnScenes, ANodeWaitsForItsTextureThatIsBeingChanged)
 {
     REQUIRE_CONTEXT(context);
     view.SetTranslation(DVector(0.0, 0.0, -3.0));
-    const TerminationEvent taken(false);
-    std::thread application([&] {
-        TextureMap& texture = *panel->GetTexture();
-        texture.GetOwnership();
-        SetEvent(taken.Get());
-        texture.textureFlags = 0;  // never to be seen
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        Exchange(texture, green.Path());
-        texture.ReleaseOwnership();
-    });
-    WaitForSingleObject(taken.Get(), INFINITE);
-    EXPECT_EQ(view.Draw(&parameters), 1);
-    application.join();
+    DrawWhileItChanges(*panel->GetTexture());
     const Rgb pixel = context.Pixel(size / 2, size / 2);
     EXPECT_GT(pixel.green, 50);
     EXPECT_EQ(pixel.red, 0);
