@@ -100,7 +100,7 @@ int OrvGlyph::AddTessellationPolygon(FaceCollector& faces)
 {
     FaceCollector::Primitive& primitive = faces.primitives.back();
     const std::span<const unsigned short> indices(faces.indices);
-    primitive.clockwise = PrimitiveTurn(primitive.type, indices.subspan(primitive.firstIndex),
-                                        vertices.GetElement(0)) > 0;
+    primitive.clockwise = RunsClockwise(primitive.type, indices.subspan(primitive.firstIndex),
+                                        vertices.GetElement(0));
     return 1;
 }

@@ -62,3 +62,9 @@ inline std::int64_t PrimitiveTurn(GLenum type, std::span<const unsigned short> i
     }
     return found;
 }
+
+/// The clockwise bit of a primitive: clear for one without area.
+inline bool RunsClockwise(GLenum type, std::span<const unsigned short> indices, const Vertex* pool)
+{
+    return PrimitiveTurn(type, indices, pool) > 0;
+}

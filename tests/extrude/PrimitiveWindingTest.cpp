@@ -58,6 +58,17 @@ TEST(PrimitiveWinding, AnAllDegeneratePrimitiveHasNoTurn)
     EXPECT_EQ(Turn(GL_TRIANGLES, {0, 2, 3, 3, 4, 5}), 0);
 }
 
+TEST(PrimitiveWinding, OnlyAClockwiseTurnSetsTheBitAndNoneClearsIt)
+{
+    const std::vector<Vertex> pool = Pool();
+    const auto clockwise = [&pool](const std::vector<unsigned short>& indices) {
+        return RunsClockwise(GL_TRIANGLE_FAN, indices, pool.data());
+    };
+    EXPECT_TRUE(clockwise({0, 1, 2}));
+    EXPECT_FALSE(clockwise({0, 2, 1}));
+    EXPECT_FALSE(clockwise({0, 2, 3, 4, 5}));
+}
+
 TEST(PrimitiveWinding, TooFewVerticesHaveNoTurn)
 {
     for (const GLenum type : {GL_TRIANGLES, GL_TRIANGLE_STRIP, GL_TRIANGLE_FAN})
