@@ -8,7 +8,9 @@
 #include "platform/Fonts.h"
 #include "platform/Sync.h"
 
+#include <map>
 #include <memory>
+#include <string>
 
 namespace
 {
@@ -31,7 +33,50 @@ void ShowProgress(const OrvFont& font)
     }
 }
 
-int CALLBACK EnterStyle(const LOGFONTA* record, const TEXTMETRICA* metrics, DWORD fontType, LPARAM)
+/// Enters fonts into the registry where OrvFontList::InsertSorted would, but without a walk through
+/// the whole list for each: people have thousands of fonts.
+class RegistryEntry
+{
+public:
+    RegistryEntry()
+    {
+        for (POSITION next = registry.GetHeadPosition(); next != nullptr;)
+        {
+            const POSITION position = next;
+            const std::string name(registry.GetNext(next)->GetFullName());
+            sorted_ = sorted_ && (places_.empty() || places_.rbegin()->first < name);
+            places_.emplace_hint(places_.end(), name, position);
+        }
+    }
+
+    /// Like InsertSorted.
+    OrvFont* Insert(OrvFont* font)
+    {
+        // Others may have changed the list, the status window even between two fonts.
+        if (!sorted_ || places_.size() != static_cast<std::size_t>(registry.GetCount()))
+        {
+            sorted_ = false;
+            return registry.InsertSorted(font);
+        }
+        const std::string name(font->GetFullName());
+        const auto next = places_.lower_bound(name);
+        if (next != places_.end() && next->first == name)
+        {
+            return nullptr;
+        }
+        const POSITION position = next == places_.end() ? registry.AddTail(font)
+                                                        : registry.InsertBefore(next->second, font);
+        places_.emplace_hint(next, name, position);
+        return font;
+    }
+
+private:
+    std::map<std::string, POSITION> places_;  // by full name, whose bytes count as unsigned
+    bool sorted_ = true;
+};
+
+int CALLBACK EnterStyle(const LOGFONTA* record, const TEXTMETRICA* metrics, DWORD fontType,
+                        LPARAM data)
 {
     if (fontType == TRUETYPE_FONTTYPE)
     {
@@ -40,7 +85,9 @@ int CALLBACK EnterStyle(const LOGFONTA* record, const TEXTMETRICA* metrics, DWOR
                          reinterpret_cast<const NEWTEXTMETRICA*>(metrics)))
         {
             ShowProgress(*font);
-            if (registry.InsertSorted(font.get()) != nullptr)
+            auto* const entry =
+                reinterpret_cast<RegistryEntry*>(data);  // NOLINT(performance-no-int-to-ptr)
+            if (entry->Insert(font.get()) != nullptr)
             {
                 static_cast<void>(font.release());  // the registry owns it
             }
@@ -49,14 +96,14 @@ int CALLBACK EnterStyle(const LOGFONTA* record, const TEXTMETRICA* metrics, DWOR
     return 1;
 }
 
-int CALLBACK EnterFamily(const LOGFONTA* record, const TEXTMETRICA*, DWORD fontType, LPARAM)
+int CALLBACK EnterFamily(const LOGFONTA* record, const TEXTMETRICA*, DWORD fontType, LPARAM data)
 {
     if ((fontType & TRUETYPE_FONTTYPE) != 0)
     {
         // Asked by the full name of the family's regular face, which names the whole family.
         const CString name = FullNameOf(*reinterpret_cast<const ENUMLOGFONTA*>(record));
         const FontDC dc(nullptr);
-        EnumFontFamiliesA(dc, name, EnterStyle, 0);
+        EnumFontFamiliesA(dc, name, EnterStyle, data);
     }
     return 1;
 }
@@ -106,7 +153,8 @@ int WINAPI CreateFontList(int progress, CWnd* status)
     progressFlag = progress;
     statusWindow = status;
     const FontDC dc(nullptr);
-    EnumFontFamiliesA(dc, nullptr, EnterFamily, 0);
+    RegistryEntry entry;
+    EnumFontFamiliesA(dc, nullptr, EnterFamily, reinterpret_cast<LPARAM>(&entry));
     return 1;
 }
 

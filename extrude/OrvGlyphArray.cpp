@@ -4,6 +4,7 @@
 #include "extrude/OrvGlyph.h"
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 OrvGlyphArray::OrvGlyphArray(const OrvGlyphArray& other) : Slots(other)
@@ -44,7 +45,9 @@ void OrvGlyphArray::RemoveAll()
 
 void OrvGlyphArray::RemoveAt(int index, int count)
 {
-    std::vector<OrvGlyph*> dropped(data.get() + index, data.get() + index + count);
+    std::vector<OrvGlyph*> dropped;
+    std::copy_if(data.get() + index, data.get() + index + count, std::back_inserter(dropped),
+                 [](const OrvGlyph* glyph) { return glyph != nullptr; });
     Slots::RemoveAt(index, count);
     // The surplus slots must be null when the array grows over them again.
     std::fill_n(data.get() + size, count, nullptr);

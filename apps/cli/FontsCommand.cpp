@@ -66,7 +66,11 @@ void ListFonts(const FontsOptions& options)
         {
             continue;
         }
-        names += name + '\n';
+        if (!options.json)
+        {
+            names += name + '\n';
+            continue;
+        }
         const ENUMLOGFONTA& record = *font.GetEnumLogFont();
         json.BeginObject(JsonWriter::onOneLine);
         json.Member("name", name);

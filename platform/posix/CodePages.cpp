@@ -302,6 +302,22 @@ std::string ToCodePage(std::string_view utf8, UINT codePage, bool* complete)
 std::string Utf8FromUtf16(std::string_view bigEndian)
 {
     std::string utf8;
+    // Nearly every name is of plain units, and there are thousands.
+    bool plain = bigEndian.size() % 2 == 0;
+    for (std::size_t n = 0; plain && n < bigEndian.size(); n += 2)
+    {
+        const auto unit = static_cast<char32_t>(static_cast<unsigned char>(bigEndian[n]) << 8 |
+                                                static_cast<unsigned char>(bigEndian[n + 1]));
+        constexpr char32_t surrogates = 0xD800;
+        constexpr char32_t surrogateBits = 0xF800;
+        plain = (unit & surrogateBits) != surrogates;
+        AppendUtf8(utf8, unit);
+    }
+    if (plain)
+    {
+        return utf8;
+    }
+    utf8.clear();
     TextReader reader(bigEndian, "UTF-16BE");
     while (const std::optional<char32_t> character = reader.Next())
     {

@@ -3,17 +3,17 @@
 
 #include "platform/posix/CodePage.h"
 #include "platform/posix/CubicOutline.h"
+#include "platform/posix/FontTables.h"
 
 #include <algorithm>
-#include <iterator>
 #include <list>
 #include <mutex>
+#include <optional>
 #include <vector>
 #include FT_FREETYPE_H
 #include FT_MODULE_H
 #include FT_SFNT_NAMES_H
 #include FT_SIZES_H
-#include FT_TRUETYPE_IDS_H
 #include FT_TRUETYPE_TABLES_H
 #include FT_TRUETYPE_TAGS_H
 
@@ -299,28 +299,20 @@ OpenedFace& Open(const std::shared_ptr<const InstalledFace>& face)
     return opened->emplace_front(face);
 }
 
-/// Name id 3: the English one for Windows, else the Macintosh one.
-std::string UniqueName(FT_Face face)
+std::string UniqueNameOf(FT_Face face)
 {
-    constexpr FT_UShort english = 9;
-    std::string macintosh;
-    for (FT_UInt n = 0; n < FT_Get_Sfnt_Name_Count(face); ++n)
+    UniqueName unique;
+    for (FT_UInt n = 0; n < FT_Get_Sfnt_Name_Count(face) && !unique.IsFound(); ++n)
     {
         FT_SfntName name;
-        if (FT_Get_Sfnt_Name(face, n, &name) != 0 || name.name_id != TT_NAME_ID_UNIQUE_ID)
+        if (FT_Get_Sfnt_Name(face, n, &name) == 0 &&
+            UniqueName::Wants(name.platform_id, name.language_id, name.name_id))
         {
-            continue;
-        }
-        if (name.platform_id == TT_PLATFORM_MICROSOFT && (name.language_id & 0x3FF) == english)
-        {
-            return Utf8FromUtf16({reinterpret_cast<const char*>(name.string), name.string_len});
-        }
-        if (name.platform_id == TT_PLATFORM_MACINTOSH && name.language_id == TT_MAC_LANGID_ENGLISH)
-        {
-            macintosh.assign(reinterpret_cast<const char*>(name.string), name.string_len);
+            unique.Offer(name.platform_id,
+                         {reinterpret_cast<const char*>(name.string), name.string_len});
         }
     }
-    return macintosh;
+    return unique.Text();
 }
 
 template <typename Table>
@@ -329,73 +321,23 @@ const Table* TableOf(FT_Face face, FT_Sfnt_Tag tag)
     return static_cast<const Table*>(FT_Get_Sfnt_Table(face, tag));
 }
 
-void ReadOs2(FT_Face face, DesignMetrics& design)
+DesignMetrics ReadDesign(FT_Face face)
 {
+    DesignTables tables;
+    tables.unitsPerEm = face->units_per_EM;
+    tables.ascent = face->ascender;
+    tables.descent = -face->descender;
+    tables.widestWidth = face->max_advance_width;
+    tables.box = {static_cast<LONG>(face->bbox.xMin), static_cast<LONG>(face->bbox.yMax),
+                  static_cast<LONG>(face->bbox.xMax), static_cast<LONG>(face->bbox.yMin)};
+    tables.bold = (face->style_flags & FT_STYLE_FLAG_BOLD) != 0;
+    tables.fixedPitch = FT_IS_FIXED_WIDTH(face);
     const auto* const os2 = TableOf<TT_OS2>(face, FT_SFNT_OS2);
-    if (os2 == nullptr || os2->version == 0xFFFF)
-    {
-        return;
-    }
-    if (os2->usWinAscent + os2->usWinDescent != 0)
-    {
-        design.ascent = os2->usWinAscent;
-        design.descent = os2->usWinDescent;
-    }
-    design.averageWidth = os2->xAvgCharWidth;
-    std::copy(std::begin(os2->panose), std::end(os2->panose), &design.panose.bFamilyType);
-    design.selection = os2->fsSelection;
-    design.embedding = os2->fsType;
-    design.typographicAscent = os2->sTypoAscender;
-    design.typographicDescent = os2->sTypoDescender;
-    design.typographicLineGap = os2->sTypoLineGap;
-    if (os2->version >= 2)
-    {
-        design.capHeight = os2->sCapHeight;
-        design.xHeight = os2->sxHeight;
-    }
-    design.subscriptSize = {os2->ySubscriptXSize, os2->ySubscriptYSize};
-    design.subscriptOffset = {os2->ySubscriptXOffset, os2->ySubscriptYOffset};
-    design.superscriptSize = {os2->ySuperscriptXSize, os2->ySuperscriptYSize};
-    design.superscriptOffset = {os2->ySuperscriptXOffset, os2->ySuperscriptYOffset};
-    design.strikeoutSize = os2->yStrikeoutSize;
-    design.strikeoutPosition = os2->yStrikeoutPosition;
-    design.firstCharacter = os2->usFirstCharIndex;
-    design.lastCharacter = os2->usLastCharIndex;
-}
-
-std::shared_ptr<DesignMetrics> ReadDesign(FT_Face face)
-{
-    auto design = std::make_shared<DesignMetrics>();
-    design->unitsPerEm = face->units_per_EM;
-    design->ascent = face->ascender;
-    design->descent = -face->descender;
-    design->averageWidth = face->max_advance_width;
-    design->box = {static_cast<LONG>(face->bbox.xMin), static_cast<LONG>(face->bbox.yMax),
-                   static_cast<LONG>(face->bbox.xMax), static_cast<LONG>(face->bbox.yMin)};
-    design->bold = (face->style_flags & FT_STYLE_FLAG_BOLD) != 0;
-    design->typographicAscent = face->ascender;
-    design->typographicDescent = face->descender;
-    ReadOs2(face, *design);
-    int headerHeight = face->ascender - face->descender;
-    if (const auto* const header = TableOf<TT_HoriHeader>(face, FT_SFNT_HHEA))
-    {
-        headerHeight = header->Ascender - header->Descender;
-        design->lineGap = header->Line_Gap;
-        design->slopeRise = header->caret_Slope_Rise;
-        design->slopeRun = header->caret_Slope_Run;
-    }
-    design->externalLeading = std::max(0, design->lineGap - (design->Cell() - headerHeight));
-    if (const auto* const postScript = TableOf<TT_Postscript>(face, FT_SFNT_POST))
-    {
-        design->underlinePosition = postScript->underlinePosition;
-        design->underlineSize = postScript->underlineThickness;
-    }
-    constexpr BYTE latinText = 2;
-    constexpr BYTE monospaced = 9;
-    design->fixedPitch = FT_IS_FIXED_WIDTH(face) || (design->panose.bFamilyType == latinText &&
-                                                     design->panose.bProportion == monospaced);
-    design->unique = UniqueName(face);
-    return design;
+    tables.os2 = os2 != nullptr && os2->version != 0xFFFF ? os2 : nullptr;
+    tables.header = TableOf<TT_HoriHeader>(face, FT_SFNT_HHEA);
+    tables.postScript = TableOf<TT_Postscript>(face, FT_SFNT_POST);
+    tables.unique = UniqueNameOf(face);
+    return DesignFrom(tables);
 }
 
 }  // namespace
@@ -409,18 +351,22 @@ std::shared_ptr<const DesignMetrics> DesignOf(const std::shared_ptr<const Instal
     const std::lock_guard lock(FreeTypeMutex());
     if (!face->design)
     {
-        const FT_Face opened = Open(face).Face();
-        if (opened == nullptr || opened->units_per_EM == 0)
+        std::optional<DesignMetrics> design = ReadDesignTables(*face);
+        if (!design)
         {
-            return nullptr;
+            const FT_Face opened = Open(face).Face();
+            if (opened == nullptr || opened->units_per_EM == 0)
+            {
+                return nullptr;
+            }
+            design = ReadDesign(opened);
         }
-        auto design = ReadDesign(opened);
         // The tables are those of the default instance.
         if (face->index >> 16 != 0)
         {
             design->bold = face->weight >= FW_BOLD;
         }
-        face->design = std::move(design);
+        face->design = std::make_shared<const DesignMetrics>(*std::move(design));
     }
     return face->design;
 }

@@ -2,56 +2,19 @@
 #pragma once
 
 /// \file
-/// Font files opened with FreeType.
+/// Installed faces: their measures, and their glyphs by way of FreeType.
 
 #include "platform/Fonts.h"
+#include "platform/posix/DesignMetrics.h"
 #include "platform/posix/FaceOutlines.h"
 #include "platform/posix/GlyphOutline.h"
 #include "platform/posix/InstalledFonts.h"
 
 #include <functional>
 #include <memory>
-#include <string>
 
 namespace posix
 {
-
-/// What a face's tables say, in font units.
-struct DesignMetrics
-{
-    int unitsPerEm = 0;
-    int ascent = 0;   ///< of the cell, above the base line
-    int descent = 0;  ///< of the cell, below the base line, positive
-    int externalLeading = 0;
-    int averageWidth = 0;
-    RECT box = {};  ///< around all glyphs, top above bottom
-    bool bold = false;
-    bool fixedPitch = false;
-    PANOSE panose = {};
-    UINT selection = 0;
-    UINT embedding = 0;
-    int slopeRise = 1;
-    int slopeRun = 0;
-    int typographicAscent = 0;
-    int typographicDescent = 0;
-    int typographicLineGap = 0;
-    int lineGap = 0;  ///< of the horizontal header
-    int capHeight = 0;
-    int xHeight = 0;
-    POINT subscriptSize = {};
-    POINT subscriptOffset = {};
-    POINT superscriptSize = {};
-    POINT superscriptOffset = {};
-    int strikeoutSize = 0;
-    int strikeoutPosition = 0;
-    int underlineSize = 0;
-    int underlinePosition = 0;
-    UINT firstCharacter = 32;
-    UINT lastCharacter = 255;
-    std::string unique;  ///< name id 3, in UTF-8
-
-    int Cell() const { return ascent + descent; }
-};
 
 /// Reads a face's tables at the first call and keeps them with it. Null when the file cannot be
 /// read or the face has no outlines that could be handed over.

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// What a face's tables say about its measures.
+
+#include "platform/Fonts.h"
+
+#include <ft2build.h>
+#include <string>
+#include <string_view>
+#include FT_TRUETYPE_TABLES_H
+
+namespace posix
+{
+
+/// What a face's tables say, in font units.
+struct DesignMetrics
+{
+    int unitsPerEm = 0;
+    int ascent = 0;   ///< of the cell, above the base line
+    int descent = 0;  ///< of the cell, below the base line, positive
+    int externalLeading = 0;
+    int averageWidth = 0;
+    RECT box = {};  ///< around all glyphs, top above bottom
+    bool bold = false;
+    bool fixedPitch = false;
+    PANOSE panose = {};
+    UINT selection = 0;
+    UINT embedding = 0;
+    int slopeRise = 1;
+    int slopeRun = 0;
+    int typographicAscent = 0;
+    int typographicDescent = 0;
+    int typographicLineGap = 0;
+    int lineGap = 0;  ///< of the horizontal header
+    int capHeight = 0;
+    int xHeight = 0;
+    POINT subscriptSize = {};
+    POINT subscriptOffset = {};
+    POINT superscriptSize = {};
+    POINT superscriptOffset = {};
+    int strikeoutSize = 0;
+    int strikeoutPosition = 0;
+    int underlineSize = 0;
+    int underlinePosition = 0;
+    UINT firstCharacter = 32;
+    UINT lastCharacter = 255;
+    std::string unique;  ///< name id 3, in UTF-8
+
+    int Cell() const { return ascent + descent; }
+};
+
+/// A face's tables, whoever has read them. Those that the face lacks are null.
+struct DesignTables
+{
+    int unitsPerEm = 0;
+    int ascent = 0;       ///< of the face, for want of an OS/2 table
+    int descent = 0;      ///< the same, positive
+    int widestWidth = 0;  ///< the same
+    RECT box = {};        ///< top above bottom
+    bool bold = false;
+    bool fixedPitch = false;
+    const TT_OS2* os2 = nullptr;
+    const TT_HoriHeader* header = nullptr;
+    const TT_Postscript* postScript = nullptr;
+    std::string unique;
+};
+
+DesignMetrics DesignFrom(const DesignTables& tables);
+
+/// Chooses name id 3 among a face's names: the English one for Windows, else the last English one
+/// for the Macintosh.
+class UniqueName
+{
+public:
+    /// Whether a name may be chosen, so that its text is worth reading.
+    static bool Wants(unsigned platform, unsigned language, unsigned id);
+
+    /// \param bytes of a name that is wanted, as stored
+    void Offer(unsigned platform, std::string_view bytes);
+
+    /// Whether no other name will do better.
+    bool IsFound() const { return found_; }
+    const std::string& Text() const { return text_; }
+
+private:
+    bool found_ = false;
+    std::string text_;
+};
+
+}  // namespace posix
