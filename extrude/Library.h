@@ -27,11 +27,11 @@ ORVANE_API HANDLE GetGlyphMutex();
 extern "C"
 {
     /// Enters every installed TrueType face into the registry, in the order of the full names; a
-    /// name that is there already is passed over, so a second call adds only what is new. Choose
-    /// the process's code page before. Not to be called by two threads at once. Returns 1.
-    /// \param progress non-zero to show each face in \p status.
-    /// \param status borrowed, may be null; must live as long as the library's use of it: until
-    /// the next call.
+    /// name that is there already is passed over, so a second call adds only what is new, faces
+    /// installed since included. Choose the process's code page before. Not to be called by two
+    /// threads at once. Returns 1. \param progress non-zero to show each face in \p status. \param
+    /// status borrowed, may be null; must live as long as the library's use of it: until the next
+    /// call.
     ORVANE_API int WINAPI CreateFontList(int progress, CWnd* status);
 
     /// The registry, owned by the library; empty until CreateFontList has run.

@@ -229,6 +229,9 @@ ORVANE_API HFONT CreateFontIndirectA(const LOGFONTA* description);
 /// handed over as quadratic ones have the type TRUETYPE_FONTTYPE; of others, whose files are not
 /// read, the records have only the names, weight and slant. The device context is not looked at.
 ///
+/// Without a name it sees what has been installed or removed since the faces were listed last, save
+/// in the very second of that. A font in use keeps its face when that is removed.
+///
 /// Returns the last value that the callback returned, 1 if it was never called.
 ORVANE_API int EnumFontFamiliesA(HDC dc, LPCSTR family, FONTENUMPROCA callback, LPARAM data);
 

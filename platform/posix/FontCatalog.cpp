@@ -5,6 +5,7 @@
 #include "platform/posix/CodePage.h"
 
 #include <algorithm>
+#include <compare>
 #include <cstdlib>
 #include <mutex>
 #include <tuple>
@@ -92,10 +93,9 @@ void FontCatalog::AddFamilies(std::vector<std::shared_ptr<const InstalledFace>> 
         return std::tie(face.family, face.italic, face.weight, face.width, face.full, face.kind);
     };
     std::sort(installed.begin(), installed.end(), [&](const auto& a, const auto& b) {
-        const auto left = likeness(*a);
-        const auto right = likeness(*b);
-        return left != right ? left < right
-                             : std::tie(a->file, a->index) < std::tie(b->file, b->index);
+        const auto order = likeness(*a) <=> likeness(*b);
+        return std::is_neq(order) ? std::is_lt(order)
+                                  : std::tie(a->file, a->index) < std::tie(b->file, b->index);
     });
     const InstalledFace* previous = nullptr;
     for (std::shared_ptr<const InstalledFace>& face : installed)
@@ -236,16 +236,14 @@ CatalogState& TheState()
     return *state;
 }
 
-}  // namespace
-
-std::shared_ptr<const FontCatalog> CurrentCatalog()
+/// To be called under the lock.
+std::shared_ptr<const FontCatalog> Catalog(CatalogState& state)
 {
-    CatalogState& state = TheState();
-    const std::lock_guard lock(state.mutex);
     if (!state.listed)
     {
         state.installed = ListInstalledFaces();
         state.listed = true;
+        state.catalog = nullptr;
     }
     const UINT codePage = GetACP();
     const UINT outlines = GetProcessOutlines();
@@ -257,12 +255,28 @@ std::shared_ptr<const FontCatalog> CurrentCatalog()
     return state.catalog;
 }
 
+}  // namespace
+
+std::shared_ptr<const FontCatalog> CurrentCatalog()
+{
+    CatalogState& state = TheState();
+    const std::lock_guard lock(state.mutex);
+    return Catalog(state);
+}
+
+std::shared_ptr<const FontCatalog> FreshCatalog()
+{
+    CatalogState& state = TheState();
+    const std::lock_guard lock(state.mutex);
+    state.listed = state.listed && !InstalledFacesChanged();
+    return Catalog(state);
+}
+
 void ReloadFonts()
 {
     CatalogState& state = TheState();
     const std::lock_guard lock(state.mutex);
     state.listed = false;
-    state.catalog = nullptr;
 }
 
 }  // namespace posix

@@ -142,7 +142,10 @@ private:
 };
 
 /// The catalogue in the process's code page, made at its first use. Never null.
-std::shared_ptr<const FontCatalog> CurrentCatalog();
+ORVANE_API std::shared_ptr<const FontCatalog> CurrentCatalog();
+
+/// The same, after a look whether other fonts are installed by now; if so, they are listed again.
+std::shared_ptr<const FontCatalog> FreshCatalog();
 
 /// Reads the font configuration again: what is installed may have changed. Fonts made before find
 /// their faces anew.

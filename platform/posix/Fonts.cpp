@@ -20,6 +20,7 @@ struct FoundFont
 {
     std::shared_ptr<const FontCatalog> catalog;
     const CatalogFace* face = nullptr;
+    bool named = false;  ///< whether the face has the name that was asked for
     std::shared_ptr<const DesignMetrics> design;
     FontSize size;
 };
@@ -34,9 +35,19 @@ struct Font : GdiObject
     {
         const std::lock_guard lock(mutex);
         const std::shared_ptr<const FontCatalog> catalog = CurrentCatalog();
-        if (found.catalog != catalog)
+        if (searched != catalog)
         {
-            found = Search(catalog);
+            FoundFont next = Search(catalog);
+            // A face that is not installed any more stays the font's: letters of another would not
+            // go with the measures that were given for this one.
+            const bool keeps = found.named && !next.named &&
+                               searched->CodePage() == catalog->CodePage() &&
+                               searched->Outlines() == catalog->Outlines();
+            if (!keeps)
+            {
+                found = std::move(next);
+            }
+            searched = catalog;
         }
         return found;
     }
@@ -51,7 +62,8 @@ struct Font : GdiObject
         FoundFont result;
         result.catalog = catalog;
         const CatalogFace* face = catalog->Find(faceName, weight, italic);
-        if (face == nullptr)
+        const bool named = face != nullptr;
+        if (!named)
         {
             face = catalog->Nearest(faceName, weight, italic);
         }
@@ -62,6 +74,7 @@ struct Font : GdiObject
         if (result.design)
         {
             result.face = face;
+            result.named = named;
             result.size = SizeForHeight(description.lfHeight, *result.design);
         }
         return result;
@@ -70,6 +83,7 @@ struct Font : GdiObject
     const LOGFONTA description;
     std::mutex mutex;
     FoundFont found;
+    std::shared_ptr<const FontCatalog> searched;  // where it was looked for last
 };
 
 namespace
@@ -156,7 +170,8 @@ int EnumFontFamiliesA(HDC, LPCSTR family, FONTENUMPROCA callback, LPARAM data)
     {
         return 0;
     }
-    const std::shared_ptr<const posix::FontCatalog> catalog = posix::CurrentCatalog();
+    const std::shared_ptr<const posix::FontCatalog> catalog =
+        family != nullptr ? posix::CurrentCatalog() : posix::FreshCatalog();
     std::vector<const posix::CatalogFace*> faces;
     if (family != nullptr)
     {

@@ -172,6 +172,12 @@ std::vector<std::shared_ptr<const InstalledFace>> ListInstalledFaces()
     return faces;
 }
 
+bool InstalledFacesChanged()
+{
+    const std::shared_ptr<FcConfig> config = TheConfiguration().Get();
+    return config && !FcConfigUptoDate(config.get());
+}
+
 std::vector<std::pair<std::string, int>> SubstitutesFor(std::string_view family, int weight,
                                                         bool italic)
 {

@@ -51,6 +51,10 @@ struct InstalledFace
 /// named one are faces of their own. Reads the user's font configuration anew at each call.
 ORVANE_API std::vector<std::shared_ptr<const InstalledFace>> ListInstalledFaces();
 
+/// Whether fonts or the configuration have changed since ListInstalledFaces: a few times cheaper
+/// than asking it again. What changes within the second of that call may go unnoticed.
+bool InstalledFacesChanged();
+
 /// The installed faces from the best substitute for the description on, as the configuration that
 /// the last ListInstalledFaces read has it: file and index.
 /// \param family in UTF-8; may be empty

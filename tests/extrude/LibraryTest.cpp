@@ -5,6 +5,7 @@
 #include "host/CDynLinkLibrary.h"
 #include "host/CWnd.h"
 #include "platform/Sync.h"
+#include "platform/posix/FontCatalog.h"
 #include "tests/support/FontFile.h"
 #include "tests/support/GoldenFonts.h"
 #include "tests/support/PrivateFonts.h"
@@ -13,6 +14,9 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <thread>
 
@@ -112,13 +116,20 @@ protected:
     }
     void InstallFace(const std::string& family, const std::string& style, const std::string& full)
     {
+        fonts.Install(WriteFace(family, style, full));
+    }
+
+    /// Writes a face's file without installing it. Returns its path.
+    std::string WriteFace(const std::string& family, const std::string& style,
+                          const std::string& full)
+    {
         const std::string path = fonts.Folder() + "/" + std::to_string(++written_) + ".ttf";
         FontFile file = FontFile::EdgeTest();
         file.Names(family, style, full, "Face" + std::to_string(written_));
         const bool bold = style.find("Bold") != std::string::npos;
         file.BoldAndItalic(bold, false).Weight(bold ? 700 : 400);
         file.Write(path);
-        fonts.Install(path);
+        return path;
     }
 
     PrivateFonts fonts;
@@ -159,6 +170,70 @@ TEST_F(LibraryRegistry, ASecondCallLeavesTheRegistryAsItWas)
     InstallRegular("Aleph");
     CreateFontList(0, nullptr);
     EXPECT_EQ(RegisteredNames(), (Names{"Aleph Regular", "Alpha Regular", "Beta Regular"}));
+}
+
+/// Files changed from now on are newer than what has been listed: times are told in seconds.
+void WaitForTheNextSecond()
+{
+    const std::time_t now = std::time(nullptr);
+    while (std::time(nullptr) == now)
+    {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));  // a file system's clock lags
+}
+
+TEST_F(LibraryRegistry, ASecondCallAddsWhatHasBeenInstalledSince)
+{
+    InstallRegular("Beta");
+    const std::string alpha = WriteFace("Alpha", "Regular", "Alpha Regular");
+    CreateFontList(0, nullptr);
+    ASSERT_EQ(RegisteredNames(), Names{"Beta Regular"});
+    const auto before = posix::CurrentCatalog();
+    CreateFontList(0, nullptr);
+    EXPECT_EQ(posix::CurrentCatalog(), before) << "nothing has changed, yet all is listed again";
+
+    WaitForTheNextSecond();
+    fonts.Place(alpha);
+    CreateFontList(0, nullptr);
+    EXPECT_EQ(RegisteredNames(), (Names{"Alpha Regular", "Beta Regular"}));
+}
+
+TEST_F(LibraryRegistry, AFontInUseKeepsItsFaceWhenThatIsRemoved)
+{
+    InstallRegular("Beta");
+    const std::string place = fonts.Place(WriteFace("Alpha", "Regular", "Alpha Regular"));
+    posix::ReloadFonts();
+    CreateFontList(0, nullptr);
+    const SelectedFont alpha("Alpha", -1000);
+    ASSERT_EQ(alpha.Full(), "Alpha Regular");
+    const std::vector<BYTE> outline = alpha.Outline('C');
+    EXPECT_FALSE(outline.empty());
+
+    WaitForTheNextSecond();
+    std::filesystem::remove(place);
+    CreateFontList(0, nullptr);
+    EXPECT_EQ(FullNames(EnumerateFonts(nullptr)), Names{"Beta Regular"});
+    EXPECT_EQ(alpha.Full(), "Alpha Regular");
+    EXPECT_EQ(alpha.Outline('C'), outline);
+    // Its owner still has it; a font made now has another face.
+    EXPECT_EQ(RegisteredNames(), (Names{"Alpha Regular", "Beta Regular"}));
+    EXPECT_EQ(SelectedFont("Alpha", -1000).Full(), "Beta Regular");
+}
+
+TEST_F(LibraryRegistry, FacesEnterAListOutOfOrderAsInsertSortedHasThem)
+{
+    for (const char* const family : {"Alpha", "Beta", "Delta"})
+    {
+        InstallRegular(family);
+    }
+    OrvFontList& list = *GetFontList();
+    list.AddTail(new StubFont("Gamma"));
+    list.AddTail(new StubFont("Beta"));
+    CreateFontList(0, nullptr);
+    // Each before the first one that sorts after it.
+    EXPECT_EQ(RegisteredNames(),
+              (Names{"Alpha Regular", "Beta Regular", "Delta Regular", "Gamma", "Beta"}));
 }
 
 TEST_F(LibraryRegistry, OfTwoFacesWithOneFullNameTheFirstEnumeratedWins)

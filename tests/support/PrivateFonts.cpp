@@ -81,11 +81,16 @@ PrivateFonts::~PrivateFonts()
 
 void PrivateFonts::Install(const std::string& file)
 {
-    const std::string name = std::filesystem::path(file).filename();
-    std::filesystem::create_symlink(
-        std::filesystem::absolute(file),
-        folder_ + "/fonts/" + std::to_string(++installed_) + "-" + name);
+    Place(file);
     posix::ReloadFonts();
+}
+
+std::string PrivateFonts::Place(const std::string& file)
+{
+    const std::string name = std::filesystem::path(file).filename();
+    std::string place = folder_ + "/fonts/" + std::to_string(++installed_) + "-" + name;
+    std::filesystem::create_symlink(std::filesystem::absolute(file), place);
+    return place;
 }
 
 std::vector<EnumeratedFont> EnumerateFonts(const char* family)

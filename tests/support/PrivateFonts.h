@@ -24,6 +24,9 @@ public:
     /// Adds a file, to be found from now on.
     void Install(const std::string& file);
 
+    /// The same, without a word to the library. Returns the path at which it can be removed.
+    std::string Place(const std::string& file);
+
 private:
     std::string folder_;
     std::string previousConfiguration_;
