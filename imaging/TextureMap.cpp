@@ -190,11 +190,6 @@ int TextureMap::ShouldTexture() const
     return (textureFlags & Valid) != 0 && (textureFlags & Textured) != 0;
 }
 
-bool TextureMap::MakesSameTexture(const TextureMap& other) const
-{
-    return quality == other.quality && filename == other.filename && name == other.name;
-}
-
 int TextureMap::CompareName_(const TextureMap* other) const
 {
     return CompareMultibyte(name, other->name);

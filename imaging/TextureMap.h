@@ -109,12 +109,7 @@ public:
     /// Whether both Valid and Textured are set.
     int ShouldTexture() const;
 
-    /// Whether GenerateTextureMaps makes the same OpenGL texture of both: from the same file, under
-    /// the same name, in the same quality. How a texture is applied (modulate, the repeat rate, the
-    /// background placement) does not count.
-    bool MakesSameTexture(const TextureMap& other) const;
-
-    // By name, bytes as unsigned.
+    // By name, bytes as unsigned. Drawing takes two of one name for the same OpenGL texture.
     bool operator==(const TextureMap* other) const { return CompareName_(other) == 0; }
     bool operator<(const TextureMap* other) const { return CompareName_(other) < 0; }
     bool operator<=(const TextureMap* other) const { return CompareName_(other) <= 0; }

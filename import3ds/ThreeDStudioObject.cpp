@@ -122,7 +122,8 @@ try
     }
     const Import_ import(*this);
     Chunk3DS root(&file);
-    if (!root.Initialize() || (root.id != mainChunk && root.id != projectChunk))
+    root.Initialize();  // its id alone counts: one whose length is no good has nothing in it
+    if (root.id != mainChunk && root.id != projectChunk)
     {
         return 0;
     }

@@ -157,8 +157,9 @@ int DrawingObject::DrawWithTexture_(DrawingParameters* parameters)
     {
         // Owned from the comparison on: the application may change it meanwhile.
         const TextureOwnership ownership(texture);
-        if (!parameters->CurrentTexture().MakesSameTexture(texture) &&
-            texture.GenerateTextureMaps())
+        // Textures are told apart by their names alone, so that one of the current name keeps the
+        // image and the quality that OpenGL has. Meant so: ATextureOfTheCurrentNameIsTheCurrentOne.
+        if (!(parameters->CurrentTexture() == &texture) && texture.GenerateTextureMaps())
         {
             parameters->SetCurrentTexture(texture);
         }

@@ -75,6 +75,19 @@ TEST(ThreeDStudioObject, ARootWithoutEditorDataIsImportedAsNothing)
     EXPECT_NE(node.IsDefined(), 0);
 }
 
+TEST(ThreeDStudioObject, ARootShorterThanItsHeaderIsImportedAsNothing)
+{
+    for (const DWORD length : {0, 1, 5})
+    {
+        Imported node(Joined(
+            {RecordBytes().Word(0x4D4D).Dword(length), ChunkOf(0x3D3D, {MeshObjectChunk("a")})}));
+        EXPECT_EQ(node.result, 1) << length;
+        EXPECT_EQ(node.GetChildCount(), 0) << length;
+        EXPECT_EQ(node.materials.GetSize(), 0) << length;
+        EXPECT_NE(node.IsDefined(), 0) << length;
+    }
+}
+
 TEST(ThreeDStudioObject, TwoEditorChunksAreBothReadEachWithAnUndefinedMaterial)
 {
     Imported node(ChunkOf(0x4D4D, {ChunkOf(0x3D3D, {MeshObjectChunk("a")}), unknownChunk,
