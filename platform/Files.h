@@ -43,8 +43,9 @@ struct OVERLAPPED
     HANDLE hEvent;
 };
 
-/// Opens or makes a file. With FILE_FLAG_SEQUENTIAL_SCAN what is written goes to the disk soon and
-/// then leaves the system's memory; sharing, attributes and other flags are accepted and mean
+/// Opens or makes a file. With FILE_FLAG_SEQUENTIAL_SCAN what is written goes past the system's memory
+/// where the file system lets it, quickest from addresses that divide by 4096 as the place in the
+/// file does; sharing, attributes and other flags are accepted and mean
 /// nothing here. A directory is refused. \p disposition CREATE_NEW, CREATE_ALWAYS (empties an
 /// existing file) or OPEN_EXISTING.
 ORVANE_API HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,

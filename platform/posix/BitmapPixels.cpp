@@ -317,16 +317,6 @@ void PixelWriter::Write(int x, int y, int count, const BYTE* bgra)
     }
 }
 
-void StorePixels(Bitmap& bitmap, const BYTE* bgra, Reduction reduction)
-{
-    const std::size_t rowBytes = 4 * static_cast<std::size_t>(bitmap.width);
-    PixelWriter writer(bitmap, reduction, Colors::OpenGL);
-    for (int y = 0; y < bitmap.height; ++y, bgra += rowBytes)
-    {
-        writer.Write(0, y, bitmap.width, bgra);
-    }
-}
-
 std::uint64_t HashOfBits(const Bitmap& bitmap)
 {
     std::uint64_t hash = 0;

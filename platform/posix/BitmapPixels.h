@@ -49,10 +49,6 @@ private:
     std::unique_ptr<State> state_;
 };
 
-/// Writes rows of blue, green, red, alpha bytes, the lowest first, into all of the bitmap, as what
-/// OpenGL drew. Not for 1 bit.
-void StorePixels(Bitmap& bitmap, const BYTE* bgra, Reduction reduction);
-
 /// A number that tells bits apart from changed ones; 0 only for zeros throughout.
 std::uint64_t HashOfBits(const Bitmap& bitmap);
 

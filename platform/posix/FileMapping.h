@@ -5,7 +5,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
+#include <cstdlib>
+#include <memory>
+#include <mutex>
 
 namespace posix
 {
@@ -19,21 +21,28 @@ struct File final : KernelObject
     /// Bytes; 0 when the system does not say.
     std::uint64_t Length() const;
 
-    /// Begins to write what was just written there to the disk, and lets go of what was so before.
-    void WriteBehind(std::uint64_t offset, std::uint64_t count);
+    /// How many of the bytes were written; errno says why not all.
+    std::size_t Write(const void* bytes, std::size_t count, std::uint64_t offset);
 
     int descriptor;
     bool isWritable = false;
-    bool isWrittenBehind = false;
+    bool isPastCache = false;  ///< what is written need not stay in the system's memory
 
 private:
-    struct Range
+    static constexpr std::size_t blockBytes = 4096;  // no disk and no page is aligned to more
+    static constexpr std::size_t pieceBytes = 1024 * blockBytes;
+    struct Free
     {
-        std::uint64_t offset;
-        std::uint64_t count;
+        void operator()(void* memory) const { std::free(memory); }
     };
 
-    std::deque<Range> behind_;  ///< on their way to the disk
+    bool OpenPastCache();
+    std::size_t WriteBlocks(const char* bytes, std::size_t count, std::uint64_t offset);
+    std::size_t WriteCached(const char* bytes, std::size_t count, std::uint64_t offset) const;
+
+    std::mutex mutex_;
+    std::unique_ptr<char, Free> piece_;  ///< aligned, for blocks on their way past the cache
+    int pastCache_ = -1;                 ///< another descriptor
 };
 
 /// A file that can be mapped.

@@ -4,6 +4,7 @@
 #include "platform/posix/Errors.h"
 #include "platform/posix/FileMapping.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <map>
@@ -20,6 +21,10 @@ namespace posix
 
 File::~File()
 {
+    if (pastCache_ >= 0)
+    {
+        close(pastCache_);
+    }
     close(descriptor);
 }
 
@@ -29,23 +34,79 @@ std::uint64_t File::Length() const
     return fstat(descriptor, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 
-// Pages that are taken again cost much less than new ones.
-void File::WriteBehind(std::uint64_t offset, std::uint64_t count)
+std::size_t File::Write(const void* bytes, std::size_t count, std::uint64_t offset)
 {
-    constexpr std::size_t mostAtOnce = 4;
-    sync_file_range(descriptor, static_cast<off_t>(offset), static_cast<off_t>(count),
-                    SYNC_FILE_RANGE_WRITE);
-    behind_.push_back({offset, count});
-    if (behind_.size() > mostAtOnce)
+    const char* const from = static_cast<const char*>(bytes);
+    const std::size_t lead =
+        static_cast<std::size_t>((blockBytes - offset % blockBytes) % blockBytes);
+    if (!isPastCache || count < lead + blockBytes)
     {
-        const off_t first = static_cast<off_t>(behind_.front().offset);
-        const off_t length = static_cast<off_t>(behind_.front().count);
-        behind_.pop_front();
-        sync_file_range(
-            descriptor, first, length,
-            SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER);
-        posix_fadvise(descriptor, first, length, POSIX_FADV_DONTNEED);
+        return WriteCached(from, count, offset);
     }
+    const std::lock_guard guard(mutex_);
+    if (!OpenPastCache())
+    {
+        isPastCache = false;
+        return WriteCached(from, count, offset);
+    }
+    // Only whole blocks can go past the cache.
+    std::size_t done = WriteCached(from, lead, offset);
+    if (done == lead)
+    {
+        done += WriteBlocks(from + done, (count - lead) / blockBytes * blockBytes, offset + done);
+        done += WriteCached(from + done, count - done, offset + done);
+    }
+    return done;
+}
+
+bool File::OpenPastCache()
+{
+    if (pastCache_ < 0)
+    {
+        const std::string self = "/proc/self/fd/" + std::to_string(descriptor);
+        pastCache_ = open(self.c_str(), O_WRONLY | O_DIRECT | O_CLOEXEC);
+        piece_.reset(static_cast<char*>(std::aligned_alloc(blockBytes, pieceBytes)));
+    }
+    return pastCache_ >= 0 && piece_ != nullptr;
+}
+
+std::size_t File::WriteBlocks(const char* bytes, std::size_t count, std::uint64_t offset)
+{
+    const bool isAligned = reinterpret_cast<std::uintptr_t>(bytes) % blockBytes == 0;
+    std::size_t done = 0;
+    while (done < count)
+    {
+        const char* from = bytes + done;
+        std::size_t length = count - done;
+        if (!isAligned)
+        {
+            length = std::min(pieceBytes, length);
+            from = static_cast<char*>(std::memcpy(piece_.get(), from, length));
+        }
+        const ssize_t now = pwrite(pastCache_, from, length, static_cast<off_t>(offset + done));
+        if (now <= 0 || now % blockBytes != 0)
+        {
+            break;  // by a file system that will not, which the caller asks again with its cache
+        }
+        done += static_cast<std::size_t>(now);
+    }
+    return done;
+}
+
+std::size_t File::WriteCached(const char* bytes, std::size_t count, std::uint64_t offset) const
+{
+    std::size_t done = 0;
+    while (done < count)
+    {
+        const ssize_t now =
+            pwrite(descriptor, bytes + done, count - done, static_cast<off_t>(offset + done));
+        if (now <= 0 && !(now < 0 && errno == EINTR))
+        {
+            break;
+        }
+        done += static_cast<std::size_t>(std::max<ssize_t>(now, 0));
+    }
+    return done;
 }
 
 std::shared_ptr<void> MapBytes(const FileMapping& mapping, std::uint64_t offset, std::size_t count,
@@ -141,7 +202,7 @@ HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD /*share*/, SECURITY_ATTRIBUT
     }
     const auto file = std::make_shared<posix::File>(descriptor);
     file->isWritable = writes;
-    file->isWrittenBehind = (flagsAndAttributes & FILE_FLAG_SEQUENTIAL_SCAN) != 0;
+    file->isPastCache = (flagsAndAttributes & FILE_FLAG_SEQUENTIAL_SCAN) != 0;
     struct stat status;
     if (fstat(descriptor, &status) != 0 || S_ISDIR(status.st_mode))
     {
@@ -170,29 +231,14 @@ BOOL WriteFile(HANDLE handle, LPCVOID bytes, DWORD count, DWORD* written, OVERLA
         return FALSE;
     }
     const std::uint64_t offset = std::uint64_t{place->OffsetHigh} << 32 | place->Offset;
-    DWORD done = 0;
-    while (done < count)
+    const auto done = static_cast<DWORD>(file->Write(bytes, count, offset));
+    if (done != count)
     {
-        const ssize_t now = pwrite(file->descriptor, static_cast<const char*>(bytes) + done,
-                                   count - done, static_cast<off_t>(offset + done));
-        if (now <= 0)
-        {
-            if (now < 0 && errno == EINTR)
-            {
-                continue;
-            }
-            SetSystemError("writing to a file");
-            break;
-        }
-        done += static_cast<DWORD>(now);
+        SetSystemError("writing to a file");
     }
     if (written != nullptr)
     {
         *written = done;
-    }
-    if (file->isWrittenBehind && done != 0)
-    {
-        file->WriteBehind(offset, done);
     }
     return done == count;
 }

@@ -6,6 +6,7 @@
 
 #include "platform/posix/BitmapPixels.h"
 
+#include <algorithm>
 #include <iterator>
 #include <memory>
 #include <vector>
@@ -149,19 +150,31 @@ private:
 void ReadBits(Bitmap& bitmap, GLenum buffer)
 {
     const PlainReading plain(buffer);
-    const auto read = [&](BYTE* pixels) {
-        glReadPixels(0, 0, bitmap.width, bitmap.height, GL_BGRA, GL_UNSIGNED_BYTE, pixels);
+    const auto read = [&bitmap](int first, int count, BYTE* pixels) {
+        glReadPixels(0, first, bitmap.width, count, GL_BGRA, GL_UNSIGNED_BYTE, pixels);
     };
     if (IsPlain32(bitmap) && !bitmap.isTopDown)
     {
-        read(bitmap.bits);
+        read(0, bitmap.height, bitmap.bits);
         return;
     }
-    const auto pixels = std::make_unique_for_overwrite<BYTE[]>(
-        4 * static_cast<std::size_t>(bitmap.width) * static_cast<std::size_t>(bitmap.height));
-    read(pixels.get());
-    StorePixels(bitmap, pixels.get(),
-                glIsEnabled(GL_DITHER) ? Reduction::Dither : Reduction::Round);
+    // A few rows at a time, which are still in the processor's cache when they are converted.
+    constexpr int pieceBytes = 131072;
+    const int rowBytes = 4 * bitmap.width;
+    const int rows = std::clamp(pieceBytes / rowBytes, 1, bitmap.height);
+    const auto pixels = std::make_unique_for_overwrite<BYTE[]>(static_cast<std::size_t>(rows) *
+                                                               static_cast<std::size_t>(rowBytes));
+    PixelWriter writer(bitmap, glIsEnabled(GL_DITHER) ? Reduction::Dither : Reduction::Round,
+                       Colors::OpenGL);
+    for (int first = 0; first < bitmap.height; first += rows)
+    {
+        const int count = std::min(rows, bitmap.height - first);
+        read(first, count, pixels.get());
+        for (int i = 0; i < count; ++i)
+        {
+            writer.Write(0, first + i, bitmap.width, pixels.get() + i * rowBytes);
+        }
+    }
 }
 
 bool DrawPixels(int x, int y, int width, int height, const BYTE* bgra, GLenum buffer)

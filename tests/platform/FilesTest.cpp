@@ -8,9 +8,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <memory>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -108,23 +112,33 @@ struct MappedFile
     HANDLE mapping;
 };
 
-// Also of a file whose bytes leave the system's memory behind the writing.
+// Also of a file whose bytes go past the system's memory, which has its own way for those that lie
+// in memory as they do in the disk's blocks.
 TEST(Files, BytesAreWrittenAtTheirPlaceInAnyOrder)
 {
-    for (const DWORD flags : {FILE_ATTRIBUTE_NORMAL, FILE_FLAG_SEQUENTIAL_SCAN})
+    constexpr DWORD piece = 10000;
+    constexpr std::size_t block = 4096;
+    std::vector<char> memory(piece + 2 * block);
+    void* aligned = memory.data();
+    std::size_t room = memory.size();
+    std::align(block, piece + block, aligned, room);
+    for (const auto& [flags, isLikeBlocks] :
+         {std::pair{FILE_ATTRIBUTE_NORMAL, false}, std::pair{FILE_FLAG_SEQUENTIAL_SCAN, false},
+          std::pair{FILE_FLAG_SEQUENTIAL_SCAN, true}})
     {
         const TemporaryFile file("written.bin", std::string());
         const HANDLE handle = CreateFileA(file.Path(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
                                           CREATE_ALWAYS, flags, nullptr);
         ASSERT_NE(handle, INVALID_HANDLE_VALUE);
-        constexpr DWORD piece = 10000;
         for (int i = 7; i >= 0; --i)
         {
-            const std::string bytes(piece, static_cast<char>('a' + i));
             OVERLAPPED place{};
             place.Offset = static_cast<DWORD>(i) * piece;
+            char* const bytes =
+                static_cast<char*>(aligned) + (isLikeBlocks ? place.Offset % block : 1);
+            std::fill_n(bytes, piece, static_cast<char>('a' + i));
             DWORD written = 0;
-            EXPECT_TRUE(WriteFile(handle, bytes.data(), piece, &written, &place));
+            EXPECT_TRUE(WriteFile(handle, bytes, piece, &written, &place));
             EXPECT_EQ(written, piece);
         }
         CloseHandle(handle);
