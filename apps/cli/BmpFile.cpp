@@ -22,12 +22,6 @@ std::size_t PixelOffset(int bits)
     return (colorsOffset + (bits == 8 ? paletteBytes : 0) + 3) / 4 * 4;
 }
 
-/// Rows are padded to four bytes.
-std::uint64_t RowBytes(int width, int bits)
-{
-    return (static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(bits) + 31) / 32 * 4;
-}
-
 BITMAPINFO& InfoIn(std::vector<BYTE>& head)
 {
     return *reinterpret_cast<BITMAPINFO*>(head.data() + sizeof(BITMAPFILEHEADER));
@@ -35,7 +29,8 @@ BITMAPINFO& InfoIn(std::vector<BYTE>& head)
 
 std::vector<BYTE> MakeHead(int width, int height, int bits, int dotsPerInch)
 {
-    const std::uint64_t imageBytes = RowBytes(width, bits) * static_cast<std::uint64_t>(height);
+    const std::uint64_t imageBytes =
+        BmpFile::RowBytes(width, bits) * static_cast<std::uint64_t>(height);
     const LONG perMetre = static_cast<LONG>(std::lround(dotsPerInch / metresPerInch));
     std::vector<BYTE> head(PixelOffset(bits));
     const BITMAPFILEHEADER fileHeader = {0x4D42, static_cast<DWORD>(head.size() + imageBytes), 0, 0,
@@ -56,6 +51,11 @@ std::vector<BYTE> MakeHead(int width, int height, int bits, int dotsPerInch)
 }
 
 }  // namespace
+
+std::uint64_t BmpFile::RowBytes(int width, int bits)
+{
+    return (static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(bits) + 31) / 32 * 4;
+}
 
 void BmpFile::Check(int width, int height, int bits)
 {
@@ -117,11 +117,6 @@ void BmpFile::Close()
     }
 }
 
-const BITMAPINFO& BmpFile::Info() const
-{
-    return *reinterpret_cast<const BITMAPINFO*>(head_.data() + sizeof(BITMAPFILEHEADER));
-}
-
 void BmpFile::Write(std::uint64_t offset, const BYTE* bytes, std::size_t count)
 {
     OVERLAPPED place{};
@@ -134,10 +129,14 @@ void BmpFile::Write(std::uint64_t offset, const BYTE* bytes, std::size_t count)
     }
 }
 
+std::uint64_t BmpFile::PlaceOf(int top, int height) const
+{
+    return head_.size() + rowBytes_ * static_cast<std::uint64_t>(height_ - top - height);
+}
+
 void BmpFile::WriteRows(int top, int height, const BYTE* bits)
 {
-    const std::uint64_t rowsBelow = static_cast<std::uint64_t>(height_ - top - height);
-    Write(head_.size() + rowBytes_ * rowsBelow, bits, rowBytes_ * static_cast<std::size_t>(height));
+    Write(PlaceOf(top, height), bits, rowBytes_ * static_cast<std::size_t>(height));
 }
 
 void BmpFile::Refuse() const

@@ -10,12 +10,14 @@
 #include <vector>
 
 /// A BMP file that is written some rows after the other, in any order. Rows of a mapping of the
-/// file would do without a copy, but their pages cost three times as much as writing them.
+/// file would do without writing them, but their pages cost the processor far more than that.
 class BmpFile
 {
 public:
     /// Throws Failure for a file beyond the format's 4 GiB.
     static void Check(int width, int height, int bits);
+    /// Of a row, padded to four bytes.
+    static std::uint64_t RowBytes(int width, int bits);
 
     /// Makes sure that the file can be made. Throws Failure when it cannot.
     /// \param bits per pixel: 8, 16, 24 or 32. \param dotsPerInch 0 for none in the header.
@@ -27,8 +29,8 @@ public:
     /// Makes the file. Throws Failure when the disk has no room for it.
     /// \param colors the 256 of a file of 8 bits; not looked at for others.
     void Open(const RGBQUAD* colors);
-    /// What the bitmap in the file is like, with its colours.
-    const BITMAPINFO& Info() const;
+    /// Where rows go in the file.
+    std::uint64_t PlaceOf(int top, int height) const;
     /// Some of the rows, from the top: \p bits has them as a bitmap of that height would, the
     /// lowest first. Throws Failure.
     void WriteRows(int top, int height, const BYTE* bits);

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/Poster.h"
 
+#include "apps/cli/BmpFile.h"
 #include "apps/cli/Errors.h"
+#include "apps/cli/PosterParts.h"
+#include "apps/cli/PosterStrips.h"
 #include "apps/cli/PosterTarget.h"
 #include "apps/cli/PosterView.h"
 #include "imaging/GLMemoryDIB.h"
@@ -16,12 +19,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <future>
+#include <optional>
 
 namespace
 {
 
 constexpr unsigned int outlineMode = 0x2;  // of a view
+constexpr int bandsWorthParts = 64;        // the parts take the time of a few
 constexpr double wiresPerPicture = 480;    // a wire's width goes that often into the picture
 
 int ChooseSamples(const PosterSettings& settings)
@@ -41,8 +45,8 @@ int ChooseSamples(const PosterSettings& settings)
 /// samples by samples make one of the picture.
 struct Bands
 {
-    int samples;
-    int margin;  // drawn around each band and thrown away
+    int samples = 1;
+    int margin = 0;  // drawn around each band and thrown away
     int width = 0;
     int height = 0;
 
@@ -85,20 +89,13 @@ RowReducer ChooseReducer(int samples, int bytes)
     return bytes == 4 ? four[samples - 1] : three[samples - 1];
 }
 
-/// Takes the middle of a band, without its margin, to its place in the rows. What is beyond their
-/// ends is left out.
-void CopyBand(GLMemoryDIB& dib, const Bands& bands, const Strip& strip, int left)
+/// Takes so many columns from the middle of a band, without its margin, to their place in the rows.
+void CopyBand(const GLMemoryDIB& dib, const Bands& bands, Strip& strip, int width, int left)
 {
-    if (bands.samples == 1 && bands.margin == 0)
-    {
-        dib.CopyBand(strip.GetDC(), left, 0, 0, 0);
-        return;
-    }
     const BYTE* const bits = static_cast<const BYTE*>(dib.GetDIBBits());
     const int bitCount = dib.GetDIBInfo()->bmiHeader.biBitCount;
     const std::size_t bytes = static_cast<std::size_t>(bitCount) / 8;
-    const std::size_t rowBytes = (static_cast<std::size_t>(bands.width) * bytes + 3) / 4 * 4;
-    const int width = std::min(bands.StepX(), strip.Width() - left);
+    const std::size_t rowBytes = BmpFile::RowBytes(bands.width, bitCount);
     const RowReducer reduce = ChooseReducer(bands.samples, static_cast<int>(bytes));
     for (int y = 0; y < std::min(bands.StepY(), strip.Height()); ++y)
     {
@@ -175,9 +172,9 @@ void CreateBands(GLMemoryDIB& dib, const ProjectionData& projection, int bits)
 
 /// Makes the bitmap that bands are drawn into, and its context.
 Bands MakeBands(GLMemoryDIB& dib, const ProjectionData& projection, const PosterSettings& settings,
-                double wire)
+                int samples, double wire)
 {
-    Bands bands{ChooseSamples(settings), 0};
+    Bands bands{samples, 0};
     if (wire > 0)
     {
         // A wire whose middle lies outside a band is not drawn in it: the margin is half a wire.
@@ -204,6 +201,103 @@ Bands MakeBands(GLMemoryDIB& dib, const ProjectionData& projection, const Poster
     return bands;
 }
 
+/// Draws the bands of a picture into a bitmap, one after the other.
+class BandPainter
+{
+public:
+    /// Throws Failure when there is no context to draw in.
+    BandPainter(PosterView& view, const PosterSettings& settings, int samples, double wire)
+        : view_(view),
+          settings_(settings),
+          background_(*view.GetScene()->GetTexture(), samples),
+          parameters_(MakeParameters(view, settings.stop))
+    {
+        ProjectionData projection = view.GetProjection();
+        projection.SetUnscaledSize(settings.width, settings.height);
+        projection.SetScale(samples, samples);
+        bands_ = MakeBands(dib_, projection, settings, samples, wire);
+        glEnable(GL_NORMALIZE);
+        CutQuadsAlike();  // in all bands
+        if (wire > 0)
+        {
+            glLineWidth(static_cast<GLfloat>(samples * wire));
+        }
+        if (Rows() * Columns() >= bandsWorthParts)
+        {
+            parts_.emplace(view, WithEdge(projection), parameters_);
+        }
+    }
+
+    const Bands& GetBands() const { return bands_; }
+    int Rows() const { return (settings_.height + bands_.StepY() - 1) / bands_.StepY(); }
+    int Columns() const { return (settings_.width + bands_.StepX() - 1) / bands_.StepX(); }
+    GLMemoryDIB& Dib() { return dib_; }
+
+    /// Leaves a band in the bitmap's bits. 0 when the scene could not be drawn whole.
+    int Draw(int row, int column)
+    {
+        // A band of the background alone is like the last one, which is still there.
+        const bool isEmpty = parts_ && ShowParts(row, column) == 0 && IsBackgroundPlain();
+        if (isEmpty && hasEmptyBand_)
+        {
+            return 1;
+        }
+        hasEmptyBand_ = isEmpty;
+        const double top = row * bands_.StepY() - bands_.margin;  // rows and columns of pixels
+        const double left = column * bands_.StepX() - bands_.margin;
+        dib_.PrepareNextBand(top * bands_.samples / bands_.height,
+                             left * bands_.samples / bands_.width, &parameters_);
+        // What a background leaves uncovered shows no older band.
+        const ColorVector color = view_.GetScene()->GetBackgroundColor();
+        glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+        glClearColor(color.red, color.green, color.blue, 1);
+        glClear(GL_COLOR_BUFFER_BIT);
+        // The fourth byte of 32 bits says opaque, whatever is drawn.
+        glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, settings_.bits != 32);
+        const int drawn = view_.Draw(&parameters_);
+        GdiFlush();
+        return drawn;
+    }
+
+private:
+    /// Pixels of the picture around a band, or around the whole of it, that reach into it.
+    int Edge() const { return bands_.margin + 1; }
+
+    ProjectionData WithEdge(ProjectionData projection) const
+    {
+        const int edge = Edge() * bands_.samples;
+        projection.SetViewSize(projection.GetWidth() + 2 * edge, projection.GetHeight() + 2 * edge);
+        projection.SetViewOffset(-edge, -edge);
+        return projection;
+    }
+
+    /// How many parts of the scene a band shows.
+    int ShowParts(int row, int column)
+    {
+        const double width = settings_.width + 2 * Edge();
+        const double height = settings_.height + 2 * Edge();
+        const double left = column * bands_.StepX();
+        const double top = row * bands_.StepY();
+        return parts_->Show({left / width, 1 - (top + bands_.StepY() + 2 * Edge()) / height,
+                             (left + bands_.StepX() + 2 * Edge()) / width, 1 - top / height});
+    }
+
+    bool IsBackgroundPlain() const
+    {
+        return !parameters_.ShouldShowLights() &&
+               (view_.GetScene()->GetTexture()->textureFlags & TextureMap::Valid) == 0;
+    }
+
+    PosterView& view_;
+    const PosterSettings& settings_;
+    const ScaledBackground background_;
+    DrawingParameters parameters_;
+    GLMemoryDIB dib_;
+    Bands bands_{};
+    std::optional<PosterParts> parts_;
+    bool hasEmptyBand_ = false;
+};
+
 }  // namespace
 
 void CheckPoster(const PosterSettings& settings)
@@ -228,81 +322,37 @@ void DrawPoster(const ViewObject& original, const PosterSettings& settings, Post
             : 0;
 
     PosterView view(original);
-    ProjectionData projection = view.GetProjection();
-    const int samples = ChooseSamples(settings);
-    projection.SetUnscaledSize(settings.width, settings.height);
-    projection.SetScale(samples, samples);
-    const ScaledBackground background(*view.GetScene()->GetTexture(), samples);
-
-    GLMemoryDIB dib;
-    const Bands bands = MakeBands(dib, projection, settings, wire);
-    glEnable(GL_NORMALIZE);
-    CutQuadsAlike();  // in all bands
-    if (wire > 0)
+    BandPainter painter(view, settings, ChooseSamples(settings), wire);
+    const Bands& bands = painter.GetBands();
+    target.Open(*painter.Dib().GetDIBInfo());
+    PosterStrips strips(target, BmpFile::RowBytes(settings.width, settings.bits), bands.StepY(),
+                        goOn);
+    for (int row = 0; row < painter.Rows(); ++row)
     {
-        glLineWidth(static_cast<GLfloat>(samples * wire));
-    }
-    const ColorVector color = view.GetScene()->GetBackgroundColor();
-
-    DrawingParameters parameters = MakeParameters(view, settings.stop);
-    const int columns = (settings.width + bands.StepX() - 1) / bands.StepX();
-    const int rows = (settings.height + bands.StepY() - 1) / bands.StepY();
-    target.Open(*dib.GetDIBInfo());
-
-    // A band is copied while the next one is drawn: once it is in its bits, by a thread without a
-    // context.
-    std::future<void> copied;
-    const auto wait = [&copied] {
-        if (copied.valid())
-        {
-            copied.get();
-        }
-    };
-    Strip* strip = nullptr;
-    const auto copy = [&](int row, int column) {
         const int top = row * bands.StepY();
-        if (column == 0)
+        Strip& strip = strips.Begin(top, std::min(bands.StepY(), settings.height - top));
+        for (int column = 0; column < painter.Columns(); ++column)
         {
-            strip = &target.BeginRows(top, std::min(bands.StepY(), settings.height - top));
+            const int drawn = painter.Draw(row, column);
+            if (!goOn())
+            {
+                throw Failure("interrupted");
+            }
+            if (!drawn)
+            {
+                throw Failure("OpenGL: the scene could not be drawn whole");
+            }
+            const int left = column * bands.StepX();
+            CopyBand(painter.Dib(), bands, strip, std::min(bands.StepX(), settings.width - left),
+                     left);
+            if (settings.progress)
+            {
+                settings.progress((row + (column + 1.0) / painter.Columns()) / painter.Rows());
+            }
         }
-        CopyBand(dib, bands, *strip, column * bands.StepX());
-        if (column == columns - 1)
-        {
-            target.EndRows(goOn);
-        }
-    };
-    for (int band = 0; band < rows * columns; ++band)
-    {
-        const int row = band / columns;
-        const int column = band % columns;
-        const double first = row * bands.StepY() - bands.margin;  // rows and columns of pixels
-        const double left = column * bands.StepX() - bands.margin;
-        dib.PrepareNextBand(first * samples / bands.height, left * samples / bands.width,
-                            &parameters);
-        // What a background leaves uncovered shows no older band.
-        glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
-        glClearColor(color.red, color.green, color.blue, 1);
-        glClear(GL_COLOR_BUFFER_BIT);
-        // The fourth byte of 32 bits says opaque, whatever is drawn.
-        glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, settings.bits != 32);
-        const int drawn = view.Draw(&parameters);
-        if (!goOn())
-        {
-            throw Failure("interrupted");
-        }
-        if (!drawn)
-        {
-            throw Failure("OpenGL: the scene could not be drawn whole");
-        }
-        wait();
-        GdiFlush();
-        copied = std::async(std::launch::async, copy, row, column);
-        if (settings.progress)
-        {
-            settings.progress((band + 1.0) / rows / columns);
-        }
+        strips.End();
     }
-    wait();
+    strips.Finish();
     if (!goOn())
     {
         throw Failure("interrupted");

@@ -5,66 +5,14 @@
 #include "apps/cli/Errors.h"
 #include "apps/cli/PictureFormat.h"
 #include "apps/cli/PngFile.h"
-
-#include <algorithm>
-#include <string>
-#include <vector>
+#include "apps/cli/PosterStrips.h"
 
 namespace
 {
 
 constexpr int pngBits = 24;
 
-/// A picture whose rows lie in memory until they are drawn, and are then written.
-class BufferedTarget : public PosterTarget
-{
-public:
-    Strip& BeginRows(int top, int height) final
-    {
-        top_ = top;
-        if (height != strip_.Height())
-        {
-            MakeStrip(height);
-        }
-        return strip_;
-    }
-
-protected:
-    /// \param info with its colours, if it has any.
-    void DescribeRows(const BITMAPINFO& info)
-    {
-        const std::size_t colors = info.bmiHeader.biBitCount <= 8 ? 256 : 0;
-        const BYTE* const bytes = reinterpret_cast<const BYTE*>(&info);
-        info_.assign(bytes, bytes + sizeof info.bmiHeader + colors * sizeof(RGBQUAD));
-        info_.resize(std::max(info_.size(), sizeof(BITMAPINFO)));
-    }
-
-    int Top() const { return top_; }
-    const Strip& Rows() const { return strip_; }
-
-private:
-    void MakeStrip(int height)
-    {
-        BITMAPINFO& info = *reinterpret_cast<BITMAPINFO*>(info_.data());
-        info.bmiHeader.biHeight = height;
-        info.bmiHeader.biSizeImage = 0;
-        const int width = info.bmiHeader.biWidth;
-        void* bits = nullptr;
-        const HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-        if (bitmap == nullptr)
-        {
-            throw Failure("a row of bands of " + std::to_string(width) + " x " +
-                          std::to_string(height) + " pixels: out of memory");
-        }
-        strip_.Take(bitmap, bits, width, height, info.bmiHeader.biBitCount);
-    }
-
-    std::vector<BYTE> info_;
-    Strip strip_;
-    int top_ = 0;
-};
-
-class BmpTarget final : public BufferedTarget
+class BmpTarget final : public PosterTarget
 {
 public:
     explicit BmpTarget(const PosterSettings& settings)
@@ -72,16 +20,13 @@ public:
                 settings.dotsPerInch)
     {}
 
-    void Open(const BITMAPINFO& bands) override
-    {
-        file_.Open(bands.bmiColors);
-        DescribeRows(file_.Info());
-    }
-    void EndRows(const std::function<bool()>& goOn) override
+    void Open(const BITMAPINFO& bands) override { file_.Open(bands.bmiColors); }
+    std::uint64_t PlaceOf(int top, int height) const override { return file_.PlaceOf(top, height); }
+    void WriteRows(int top, const Strip& rows, const std::function<bool()>& goOn) override
     {
         if (goOn())
         {
-            file_.WriteRows(Top(), Rows().Height(), Rows().Row(Rows().Height() - 1));
+            file_.WriteRows(top, rows.Height(), rows.Row(rows.Height() - 1));
         }
     }
     void Finish() override { file_.Commit(); }
@@ -90,26 +35,20 @@ private:
     BmpFile file_;
 };
 
-class PngTarget final : public BufferedTarget
+class PngTarget final : public PosterTarget
 {
 public:
     explicit PngTarget(const PosterSettings& settings)
         : file_(settings.output, settings.width, settings.height, settings.dotsPerInch)
-    {
-        BITMAPINFO info{};
-        info.bmiHeader.biSize = sizeof info.bmiHeader;
-        info.bmiHeader.biWidth = settings.width;
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = pngBits;
-        DescribeRows(info);
-    }
+    {}
 
     void Open(const BITMAPINFO&) override { file_.Open(); }
-    void EndRows(const std::function<bool()>& goOn) override
+    std::uint64_t PlaceOf(int, int) const override { return 0; }
+    void WriteRows(int, const Strip& rows, const std::function<bool()>& goOn) override
     {
-        for (int y = 0; y < Rows().Height() && goOn(); ++y)
+        for (int y = 0; y < rows.Height() && goOn(); ++y)
         {
-            file_.WriteRow(Rows().Row(y));
+            file_.WriteRow(rows.Row(y));
         }
     }
     void Finish() override { file_.Commit(); }
@@ -119,30 +58,6 @@ private:
 };
 
 }  // namespace
-
-Strip::Strip() : dc_(CreateCompatibleDC(nullptr)) {}
-
-Strip::~Strip()
-{
-    Take(nullptr, nullptr, 0, 0, 0);
-    DeleteDC(dc_);
-}
-
-void Strip::Take(HBITMAP bitmap, void* bits, int width, int height, int bitCount)
-{
-    if (bitmap_ != nullptr)
-    {
-        SelectObject(dc_, previous_);
-        DeleteObject(bitmap_);
-    }
-    bitmap_ = bitmap;
-    previous_ = bitmap != nullptr ? SelectObject(dc_, bitmap) : nullptr;
-    bits_ = static_cast<BYTE*>(bits);
-    width_ = width;
-    height_ = height;
-    rowBytes_ =
-        (static_cast<std::size_t>(width) * static_cast<std::size_t>(bitCount) + 31) / 32 * 4;
-}
 
 void CheckTarget(const PosterSettings& settings)
 {
