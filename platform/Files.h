@@ -43,11 +43,11 @@ struct OVERLAPPED
     HANDLE hEvent;
 };
 
-/// Opens or makes a file. With FILE_FLAG_SEQUENTIAL_SCAN what is written goes past the system's memory
-/// where the file system lets it, quickest from addresses that divide by 4096 as the place in the
-/// file does; sharing, attributes and other flags are accepted and mean
-/// nothing here. A directory is refused. \p disposition CREATE_NEW, CREATE_ALWAYS (empties an
-/// existing file) or OPEN_EXISTING.
+/// Opens or makes a file. With FILE_FLAG_SEQUENTIAL_SCAN what is written goes past the system's
+/// memory where the file system lets it, quickest from addresses that divide by 4096 as the place
+/// in the file does; sharing, attributes and other flags are accepted and mean nothing here. A
+/// directory is refused. \p disposition CREATE_NEW, CREATE_ALWAYS (empties an existing file) or
+/// OPEN_EXISTING.
 ORVANE_API HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
                               DWORD disposition, DWORD flagsAndAttributes, HANDLE templateFile);
 ORVANE_API BOOL DeleteFileA(LPCSTR name);

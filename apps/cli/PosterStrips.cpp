@@ -62,17 +62,17 @@ Strip& PosterStrips::Begin(int top, int height)
 
 void PosterStrips::End()
 {
-    const std::shared_future<void>& previous =
-        slots_[(drawn_ + slots_.size() - 1) % slots_.size()].written;
     Slot& slot = slots_[drawn_];
-    slot.written = std::async(std::launch::async, [this, previous, top = top_, &slot]() mutable {
-        // Kept no longer than this thread, or the first strip's would be kept until the last one's.
-        if (const std::shared_future<void> above = std::move(previous); above.valid())
+    auto write = [this, above = slots_[(drawn_ + slots_.size() - 1) % slots_.size()].written,
+                  top = top_, &slot]() mutable {
+        if (above.valid())
         {
             above.get();
         }
+        above = {};  // or the first strip's would be kept until the last one is written
         target_.WriteRows(top, slot.strip, goOn_);
-    });
+    };
+    slot.written = std::async(std::launch::async, std::move(write));
     drawn_ = (drawn_ + 1) % slots_.size();
 }
 
