@@ -168,48 +168,34 @@ bool DrawInBands(int width, int height, bool hasEdges, MemoryMappedDIB& picture)
     return true;
 }
 
-// How two pictures differ: by how much, at most, and in how many bytes by more than a level.
-struct Difference
+// The bytes that differ by more than a level.
+int CountNotable(const MemoryMappedDIB& whole, const MemoryMappedDIB& banded)
 {
-    int largest = 0;
-    int notable = 0;
-};
-
-Difference Compare(const MemoryMappedDIB& whole, const MemoryMappedDIB& banded)
-{
-    Difference difference;
+    int count = 0;
     for (int i = 0; i < 692 * 150; ++i)
     {
-        const int distance = std::abs(static_cast<const BYTE*>(whole.GetDIBBits())[i] -
-                                      static_cast<const BYTE*>(banded.GetDIBBits())[i]);
-        difference.largest = std::max(difference.largest, distance);
-        difference.notable += distance > 1;
+        count += std::abs(static_cast<const BYTE*>(whole.GetDIBBits())[i] -
+                          static_cast<const BYTE*>(banded.GetDIBBits())[i]) > 1;
     }
-    return difference;
+    return count;
 }
 
-TEST(GLMemoryDIB, BandsJoinToThePictureDrawnAtOnce)
+TEST(GLMemoryDIB, BandsJoinToThePictureDrawnAtOnceWhereverTheyMeet)
 {
     for (const bool hasEdges : {false, true})
     {
         MemoryMappedDIB whole;
         REQUIRE_CREATED(DrawInBands(230, 150, hasEdges, whole));
-        for (const auto& [width, height] :
-             {std::pair(230, 40), std::pair(64, 150), std::pair(61, 37)})
+        for (const int width : {33, 61, 64, 115, 230})
         {
-            SCOPED_TRACE(std::to_string(width) + " x " + std::to_string(height));
-            MemoryMappedDIB banded;
-            ASSERT_TRUE(DrawInBands(width, height, hasEdges, banded));
-            const Difference difference = Compare(whole, banded);
-            if (hasEdges)
+            for (const int height : {11, 37, 40, 75, 150})
             {
-                // OpenGL puts corners on a fine grid, in each band anew: a few pixels on edges
+                SCOPED_TRACE(std::to_string(width) + " x " + std::to_string(height));
+                MemoryMappedDIB banded;
+                ASSERT_TRUE(DrawInBands(width, height, hasEdges, banded));
+                // OpenGL puts corners on a fine grid, in each band anew: pixels on edges may
                 // change sides.
-                EXPECT_LE(difference.notable, 3 * 8);
-            }
-            else
-            {
-                EXPECT_LE(difference.largest, 1);
+                EXPECT_LE(CountNotable(whole, banded), hasEdges ? 6 : 0);
             }
         }
     }

@@ -120,6 +120,38 @@ testing::AssertionResult PicturesMatch(const Picture& expected, const Picture& a
            << ", the worst by " << largest << "; see " << folder << name << "-difference.ppm";
 }
 
+int CountDifferentOffEdges(const Picture& expected, const Picture& actual)
+{
+    constexpr int aboutTheSame = 4;
+    const auto distance = [](const Rgb& a, const Rgb& b) {
+        return std::max(
+            {std::abs(a.red - b.red), std::abs(a.green - b.green), std::abs(a.blue - b.blue)});
+    };
+    const auto isOnEdge = [&](int x, int y) {
+        for (int nearY = std::max(y - 1, 0); nearY <= std::min(y + 1, expected.height - 1); ++nearY)
+        {
+            for (int nearX = std::max(x - 1, 0); nearX <= std::min(x + 1, expected.width - 1);
+                 ++nearX)
+            {
+                if (distance(expected.At(nearX, nearY), expected.At(x, y)) > aboutTheSame)
+                {
+                    return true;
+                }
+            }
+        }
+        return false;
+    };
+    int count = 0;
+    for (int y = 0; y < expected.height; ++y)
+    {
+        for (int x = 0; x < expected.width; ++x)
+        {
+            count += distance(expected.At(x, y), actual.At(x, y)) > 1 && !isOnEdge(x, y);
+        }
+    }
+    return count;
+}
+
 struct HeadlessContext::State
 {
     int width;

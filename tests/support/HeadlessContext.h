@@ -40,6 +40,10 @@ testing::AssertionResult PicturesMatch(const Picture& expected, const Picture& a
                                        const std::string& name, int tolerance = 1,
                                        int allowedPixels = 0);
 
+/// Pixels whose colour differs by more than a level though they lie on no edge: all that is next to
+/// them in the expected picture has about the same colour.
+int CountDifferentOffEdges(const Picture& expected, const Picture& actual);
+
 /// A context with a drawing surface of that many pixels, current on this thread while it lives.
 /// Contexts of one thread end in the reverse of their order; the one before is then current again.
 ///
