@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace
@@ -133,6 +134,45 @@ TEST(ProjectionData, ASubWindowIsNotRecomputedWithoutASize)
     EXPECT_EQ(projection.GetViewRight(), 2.0);
 }
 
+TEST(ProjectionData, ASizeOf0IsASizeForTheVolume)
+{
+    ProjectionData projection;
+    projection.SetScaledSize(0, 0.5);
+    EXPECT_EQ(projection.GetDiagonalDistance(), 0.5);
+    EXPECT_EQ(projection.GetAspect(), 0.0);
+    projection.SetScaledSize(0.5, 0);
+    EXPECT_EQ(projection.GetDiagonalDistance(), 0.5);
+    EXPECT_EQ(projection.GetAspect(), 1.0);
+    EXPECT_EQ(projection.GetWidthNear(), projection.GetHeightNear());
+}
+
+TEST(ProjectionData, APictureOfOnePixelHasASubWindow)
+{
+    ProjectionData projection;
+    projection.SetOrthographic();
+    projection.SetScaledSize(1, 1);
+    EXPECT_EQ(projection.GetViewLeft(), -2.5);
+    EXPECT_EQ(projection.GetViewRight(), 2.5);
+}
+
+TEST(ProjectionData, TheVolumeRestoresTheLensThatBelongsToTheAngle)
+{
+    ProjectionData projection = Sized(200, 100);
+    projection.fieldOfViewAngle = 90;
+    projection.CalculateProjectionData();
+    EXPECT_NEAR(projection.GetLensLength(), 17.5, 1e-7);
+    EXPECT_NEAR(projection.GetHeightNear(), 0.2, 1e-9);
+}
+
+TEST(ProjectionData, ALensChangesVolumeAndSubWindow)
+{
+    ProjectionData projection = Sized(200, 100);
+    projection.SetLensLength(17.5);
+    EXPECT_NEAR(projection.GetHeightNear(), 0.2, 1e-9);
+    EXPECT_EQ(projection.GetViewTop(), projection.GetTopNear());
+    EXPECT_EQ(projection.GetViewRight(), -projection.GetLeftNear());
+}
+
 TEST(ProjectionData, ANegativeSizeLeavesTheVolume)
 {
     ProjectionData projection = Sized(200, 100);
@@ -207,11 +247,52 @@ TEST(ProjectionData, CopiesTakeEveryField)
 
 TEST(ProjectionData, ResizeIgnoresSizesThatAreNotPositive)
 {
+    for (ProjectionData projection : {ProjectionData(), Sized(200, 100)})
+    {
+        const double width = projection.GetWidth();
+        const double height = projection.GetHeight();
+        for (const auto& [newWidth, newHeight] :
+             {std::pair(0, 480), std::pair(640, 0), std::pair(-1, 480), std::pair(640, -1)})
+        {
+            projection.ResizeAndMaintainView(newWidth, newHeight);
+            EXPECT_EQ(projection.GetWidth(), width);
+            EXPECT_EQ(projection.GetHeight(), height);
+        }
+        projection.ResizeAndMaintainView(0.5, 0.25);
+        EXPECT_EQ(projection.GetWidth(), 0.5);
+        EXPECT_EQ(projection.GetHeight(), 0.25);
+        EXPECT_EQ(projection.GetAspect(), 2.0);
+    }
+}
+
+TEST(ProjectionData, AWidthOf0CountsAsSized)
+{
     ProjectionData projection;
-    projection.ResizeAndMaintainView(0, 480);
-    projection.ResizeAndMaintainView(640, -1);
-    EXPECT_EQ(projection.GetWidth(), -1.0);
-    EXPECT_EQ(projection.GetHeight(), -1.0);
+    projection.SetScaledSize(0, 480);
+    projection.SaveReferenceAspect();
+    projection.ResizeAndMaintainView(320, 240);
+    EXPECT_EQ(projection.referenceHeight, 480.0);  // that of a first sizing would be 240
+    EXPECT_EQ(projection.GetHeight(), 240.0);
+}
+
+TEST(ProjectionData, AHeightOf0CountsAsNotSized)
+{
+    ProjectionData projection;
+    projection.SetScaledSize(640, 0);
+    projection.ResizeAndMaintainView(320, 240);
+    EXPECT_EQ(projection.referenceHeight, 240.0);
+}
+
+TEST(ProjectionData, ALaterResizeRecomputesVolumeAndSubWindow)
+{
+    ProjectionData projection = Sized(200, 100);
+    projection.SaveReferenceAspect();
+    projection.SetOrthographic();
+    projection.SetViewSize(100, 100);
+    projection.ResizeAndMaintainView(400, 100);
+    EXPECT_EQ(projection.GetAspect(), 4.0);
+    EXPECT_EQ(projection.GetHeightNear(), 1.25);
+    EXPECT_EQ(projection.GetViewRight(), -1.25);  // a quarter of 5 from -2.5
 }
 
 TEST(ProjectionData, SubWindowOfTheWholePictureHasTheWholeVolume)
@@ -266,6 +347,45 @@ TEST(ProjectionData, OrthographicWidthIsTheMasterExtent)
     projection.ClearOrthographic();
     EXPECT_EQ(projection.IsOrthographic(), 0);
     EXPECT_NEAR(projection.GetHeightNear(), 2 * std::tan(20 * M_PI / 180) * 0.1, 1e-9);
+}
+
+TEST(ProjectionData, WithoutASizeTheOtherExtentFollowsTheLastAspect)
+{
+    ProjectionData projection = Sized(200, 100);
+    projection.SetScaledSize(-1, -1);
+    EXPECT_EQ(projection.GetAspect(), 2.0);
+    projection.SetOrthographicHeight(3);
+    EXPECT_EQ(projection.GetOrthographicHeight(), 3.0);
+    EXPECT_EQ(projection.GetOrthographicWidth(), 6.0);
+    projection.SetOrthographicWidth(8);
+    EXPECT_EQ(projection.GetOrthographicWidth(), 8.0);
+    EXPECT_EQ(projection.GetOrthographicHeight(), 4.0);
+    EXPECT_NE(projection.GetWidthNear(), 8.0);  // there is no volume to change
+}
+
+TEST(ProjectionData, ExtentsSizesAndScalesChangeVolumeAndSubWindow)
+{
+    ProjectionData projection = Sized(200, 100);
+    projection.SetViewSize(50, 25);
+    projection.SetOrthographic();
+    projection.SetOrthographicHeight(4);
+    EXPECT_EQ(projection.GetWidthNear(), 8.0);
+    EXPECT_EQ(projection.GetViewRight(), -2.0);  // a quarter of 8 from -4
+    projection.SetOrthographicWidth(16);
+    EXPECT_EQ(projection.GetHeightNear(), 8.0);
+    EXPECT_EQ(projection.GetViewRight(), -4.0);
+    projection.SetUnscaledSize(100, 100);
+    EXPECT_EQ(projection.GetAspect(), 1.0);
+    EXPECT_EQ(projection.GetHeightNear(), 16.0);
+    EXPECT_EQ(projection.GetViewRight(), 0.0);   // half of 16 from -8
+    EXPECT_EQ(projection.GetViewBottom(), 4.0);  // a quarter of 16 below 8
+    projection.SetScale(2, 1);
+    EXPECT_EQ(projection.GetAspect(), 2.0);
+    EXPECT_EQ(projection.GetHeightNear(), 8.0);
+    EXPECT_EQ(projection.GetViewRight(), -4.0);
+    projection.SetScaledSize(100, 200);
+    EXPECT_EQ(projection.GetHeightNear(), 32.0);
+    EXPECT_EQ(projection.GetViewBottom(), 12.0);  // an eighth of 32 below 16
 }
 
 TEST(ProjectionData, ScaleTiesScaledAndUnscaledSizes)
@@ -330,6 +450,17 @@ TEST(ProjectionData, CopyFromSavedTakesNothingElse)
     // The orthographic height follows this window's aspect: the width is the master extent.
     EXPECT_EQ(projection.GetOrthographicWidth(), 5);
     EXPECT_EQ(projection.GetOrthographicHeight(), 3.75);
+}
+
+TEST(ProjectionData, CopyFromSavedTakesBothExtentsWhereThereIsNoSize)
+{
+    ProjectionData saved = Sized(200, 100);
+    saved.SetOrthographicWidth(8);
+    ProjectionData projection;
+    projection.CopyFromSaved(saved);
+    EXPECT_EQ(projection.GetOrthographicWidth(), 8.0);
+    EXPECT_EQ(projection.GetOrthographicHeight(), 4.0);
+    EXPECT_EQ(projection.GetWidth(), -1.0);
 }
 
 TEST(ProjectionData, ASubWindowLeavesTheWholeVolume)

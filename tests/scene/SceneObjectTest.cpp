@@ -251,6 +251,15 @@ TEST(SceneObject, CopyAllStopsAtTheEndOfTheShorterPool)
     ExpectLightsChanged(back);
 }
 
+TEST(SceneObject, CopyAllMakesTheSceneTheParentOfItsLightsAgain)
+{
+    SceneObject scene;
+    scene.GetLightByIndex(2)->Orphan();
+    scene.CopyAll(SceneObject());
+    EXPECT_EQ(scene.GetLightByIndex(2)->GetParent(), &scene);
+    EXPECT_EQ(scene.GetLightByIndex(3)->GetParent(), &scene);
+}
+
 TEST(SceneObject, CopiedLightsKeepTheirPlaceOnTheExternalUndoStack)
 {
     DrawingObjectStack steps;
