@@ -177,6 +177,29 @@ TEST_F(Backgrounds, TilingStopsAtTheTerminationEvent)
     EXPECT_EQ(context.ReadPixels().CountOther(untouched), bandWidth * imageHeight);
 }
 
+TEST_F(Backgrounds, ABandOfOnePixelsWidthOrHeightHasTiles)
+{
+    REQUIRE_CONTEXT(context);
+    Place(1);
+    SizePicture(99, 63);
+    for (const auto& [width, height] : {std::pair(1, bandHeight), std::pair(bandWidth, 1)})
+    {
+        projection.SetViewSize(width, height);
+        projection.SetViewOffset(10, 8);
+        ClearTo(1, 0, 1);
+        EXPECT_EQ(scene.DrawBackground(&parameters), 1);
+        const Picture picture = context.ReadPixels();
+        for (int y = 0; y < height; ++y)
+        {
+            for (int x = 0; x < width; ++x)
+            {
+                ASSERT_EQ(picture.At(x, bandHeight - 1 - y),
+                          ImageColor((10 + x) % imageWidth, (8 + y) % imageHeight));
+            }
+        }
+    }
+}
+
 TEST_F(Backgrounds, ABandOfLessThanAPixelHasNoTiles)
 {
     REQUIRE_CONTEXT(context);
@@ -239,6 +262,29 @@ TEST_F(Backgrounds, ACentredImageThatIsWideButLowClears)
     Place(2);
     SizePicture(84, 54, 14, 2);  // 98 x 10 at (-7, 22)
     ExpectBands([](int x, int y) { return Centered(x, y, -7, 22, 98, 10, backgroundColor); });
+}
+
+TEST_F(Backgrounds, ACentredImageOfThePicturesSizeClearsNothing)
+{
+    REQUIRE_CONTEXT(context);
+    Place(2);
+    SizePicture(imageWidth, imageHeight);  // the bands reach beyond it
+    ExpectBands(
+        [](int x, int y) { return Centered(x, y, 0, 0, imageWidth, imageHeight, untouched); });
+}
+
+TEST_F(Backgrounds, ACentredImageThatLeavesOnePixelAtTheLeftOrTopClears)
+{
+    REQUIRE_CONTEXT(context);
+    Place(2);
+    SizePicture(imageWidth + 2, imageHeight);
+    ExpectBands([](int x, int y) {
+        return Centered(x, y, 1, 0, imageWidth, imageHeight, backgroundColor);
+    });
+    SizePicture(imageWidth, imageHeight + 2);
+    ExpectBands([](int x, int y) {
+        return Centered(x, y, 0, 1, imageWidth, imageHeight, backgroundColor);
+    });
 }
 
 TEST_F(Backgrounds, WithoutAValidTextureTheColorFillsTheBand)

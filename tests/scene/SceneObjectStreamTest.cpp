@@ -145,6 +145,36 @@ TEST_F(Scenes, TheTerminationEventStopsLightsAndScene)
     EXPECT_TRUE(recording.IsBalanced());
 }
 
+// A light whose drawing is the moment at which someone stops it.
+class SignallingLight : public LightObject
+{
+public:
+    explicit SignallingLight(TerminationEvent& event) : event_(event) {}
+    int DrawObject(DrawingParameters* parameters) override
+    {
+        event_.Signal();
+        return LightObject::DrawObject(parameters);
+    }
+
+private:
+    TerminationEvent& event_;
+};
+
+TEST_F(Scenes, AnEventSignalledWhileTheLightsAreDrawnStopsTheScene)
+{
+    TerminationEvent event(false);
+    parameters.SetTerminationEvent(event.Get());
+    MakeThreeLights();
+    scene.GetLights()->InsertAfter(scene.GetLights()->GetHeadPosition(),
+                                   new SignallingLight(event));
+    scene.AddChild(new LoggingNode("child", log));
+    GlRecording recording;
+    EXPECT_EQ(scene.Draw(&parameters), 0);
+    EXPECT_EQ(Switched(recording), (Lines{"glDisable GL_LIGHT0"}));
+    EXPECT_TRUE(recording.IsBalanced());
+    EXPECT_TRUE(log.empty());
+}
+
 TEST_F(Scenes, LightsAreDrawnWithTheSceneOnlyWhenTheyTurnWithIt)
 {
     GlRecording recording;
