@@ -18,6 +18,9 @@ class DrawingParameters;
 /// ceil(rows) times ceil(columns) bands. Create, Resize and PrepareNextBand make the context
 /// current on the calling thread. Owns everything it holds; a copy has the sizes and a device
 /// context of its own, and nothing to draw into.
+///
+/// Bands agree with the picture drawn at once within a level, but for single pixels on edges, when
+/// both are drawn after CutQuadsAlike (platform/Rendering.h).
 class ORVANE_API GLMemoryDIB
 {
 public:
