@@ -2,6 +2,7 @@
 #include "imaging/BitmapLayout.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
@@ -15,10 +16,13 @@ constexpr std::uint64_t alwaysFine = 64 << 20;
 constexpr std::uint64_t largestPacking = 256;
 
 // The header as it grew over the years.
+constexpr DWORD knownHeaders[] = {40, 52, 56, 64, 108, 124};
+constexpr char knownHeadersText[] = "40, 52, 56, 64, 108 or 124";
+
 bool IsKnownHeader(DWORD size)
 {
-    constexpr DWORD known[] = {40, 52, 56, 64, 108, 124};
-    return std::find(std::begin(known), std::end(known), size) != std::end(known);
+    return std::find(std::begin(knownHeaders), std::end(knownHeaders), size) !=
+           std::end(knownHeaders);
 }
 
 bool IsKnownFormat(const BITMAPINFOHEADER& header)
@@ -90,33 +94,89 @@ std::uint64_t BitmapPixelBytes(const BITMAPINFO* info)
                                 : BitmapBytes(header.biWidth, header.biHeight, header.biBitCount);
 }
 
-bool FitsBitmap(const BITMAPINFO* info, std::uint64_t recordBytes, std::uint64_t pixelBytes)
+std::optional<BitmapFault> FindFault(const BITMAPINFO* info, std::uint64_t recordBytes,
+                                     std::uint64_t pixelPlace, std::uint64_t pixelBytes)
 {
     const BITMAPINFOHEADER& header = info->bmiHeader;
-    if (recordBytes < sizeof header || !IsKnownHeader(header.biSize) || header.biPlanes != 1 ||
-        !IsKnownFormat(header))
+    const auto text = [](auto number) { return std::to_string(number); };
+    const auto fault = [](std::size_t place, const std::string& found,
+                          const std::string& expected) {
+        return BitmapFault{place, found + ", expected " + expected};
+    };
+    if (recordBytes < sizeof header)
     {
-        return false;
+        return fault(0, "a header of " + text(recordBytes) + " bytes", text(sizeof header));
+    }
+    if (!IsKnownHeader(header.biSize))
+    {
+        return fault(offsetof(BITMAPINFOHEADER, biSize),
+                     "a header of " + text(header.biSize) + " bytes", knownHeadersText);
+    }
+    if (header.biPlanes != 1)
+    {
+        return fault(offsetof(BITMAPINFOHEADER, biPlanes), text(header.biPlanes) + " planes", "1");
+    }
+    if (!IsKnownFormat(header))
+    {
+        return fault(offsetof(BITMAPINFOHEADER, biBitCount),
+                     text(header.biBitCount) + " bits a pixel in format " +
+                         text(header.biCompression) +
+                         (header.biHeight < 0 ? ", highest row first" : ""),
+                     "1, 4, 8, 16, 24 or 32 in format 0, 8 in 1, 4 in 2, 16 or 32 in 3");
     }
     const std::uint64_t unpacked = BitmapBytes(header.biWidth, header.biHeight, header.biBitCount);
     const std::uint64_t needed = BitmapPixelBytes(info);
-    return unpacked != 0 && unpacked <= 0xFFFFFFFF && IsPlausibleSize(unpacked, needed) &&
-           needed != 0 && needed <= pixelBytes && BitmapRecordBytes(info) <= recordBytes;
+    if (unpacked == 0 || unpacked > 0xFFFFFFFF || !IsPlausibleSize(unpacked, needed))
+    {
+        return fault(offsetof(BITMAPINFOHEADER, biWidth),
+                     text(header.biWidth) + " by " + text(header.biHeight) + " pixels",
+                     IsPackedBitmap(info) ? "as many as " + text(needed) + " packed bytes make"
+                                          : "at least 1 and at most 4 GiB of them");
+    }
+    if (BitmapRecordBytes(info) > recordBytes)
+    {
+        return fault(
+            offsetof(BITMAPINFOHEADER, biClrUsed),
+            "colours or masks up to byte " + text(BitmapRecordBytes(info)) + " of the header",
+            "at most " + text(recordBytes));
+    }
+    if (needed == 0 || needed > pixelBytes)
+    {
+        return fault(pixelPlace, text(std::min(needed, pixelBytes)) + " bytes of pixels",
+                     text(std::max(needed, std::uint64_t{1})));
+    }
+    return std::nullopt;
 }
 
-std::uint64_t FindPixels(const BYTE* file, std::uint64_t fileBytes)
+bool FitsBitmap(const BITMAPINFO* info, std::uint64_t recordBytes, std::uint64_t pixelBytes)
+{
+    return !FindFault(info, recordBytes, 0, pixelBytes);
+}
+
+std::uint64_t FindPixels(const BYTE* file, std::uint64_t fileBytes, std::string* refusal)
 {
     BITMAPFILEHEADER header;
-    if (fileBytes < sizeof header + sizeof(BITMAPINFOHEADER))
+    constexpr std::uint64_t leastBytes = sizeof header + sizeof(BITMAPINFOHEADER);
+    if (fileBytes < leastBytes)
     {
+        *refusal = "byte " + std::to_string(fileBytes) + ": the file ends, expected headers of " +
+                   std::to_string(leastBytes) + " bytes";
         return 0;
     }
     std::memcpy(&header, file, sizeof header);
     const std::uint64_t offset = header.bfOffBits;
-    const BITMAPINFO* const info = reinterpret_cast<const BITMAPINFO*>(file + sizeof header);
-    if (offset < sizeof header || offset >= fileBytes ||
-        !FitsBitmap(info, fileBytes - sizeof header, fileBytes - offset))
+    if (offset < sizeof header || offset >= fileBytes)
     {
+        *refusal = "byte " + std::to_string(offsetof(BITMAPFILEHEADER, bfOffBits)) +
+                   ": pixels from byte " + std::to_string(offset) +
+                   " on, expected inside the file's " + std::to_string(fileBytes);
+        return 0;
+    }
+    const BITMAPINFO* const info = reinterpret_cast<const BITMAPINFO*>(file + sizeof header);
+    if (const std::optional<BitmapFault> fault =
+            FindFault(info, fileBytes - sizeof header, offset - sizeof header, fileBytes - offset))
+    {
+        *refusal = "byte " + std::to_string(sizeof header + fault->place) + ": " + fault->text;
         return 0;
     }
     return offset;

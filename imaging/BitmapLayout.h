@@ -4,6 +4,8 @@
 #include "platform/Bitmaps.h"
 
 #include <cstdint>
+#include <optional>
+#include <string>
 
 /// 1, 4, 8, 16, 24 and 32.
 bool IsKnownBitCount(int bitCount);
@@ -25,10 +27,22 @@ std::uint64_t BitmapRecordBytes(const BITMAPINFO* info);
 /// The bytes of a bitmap's pixels, for packed ones those that the record states.
 std::uint64_t BitmapPixelBytes(const BITMAPINFO* info);
 
-/// Whether a bitmap's record, with its colours or masks, lies inside \p recordBytes from its start
-/// and its pixels inside \p pixelBytes, and whether they are of a kind that can be read.
+/// What keeps a bitmap from being read.
+struct BitmapFault
+{
+    std::uint64_t place;  ///< in bytes from the record's start
+    std::string text;     ///< what is there and what is expected
+};
+
+/// The first fault of a bitmap that has \p recordBytes from its record's start on and \p pixelBytes
+/// from \p pixelPlace on: record, colours or masks, and pixels lie inside, and are of a kind that
+/// can be read.
+std::optional<BitmapFault> FindFault(const BITMAPINFO* info, std::uint64_t recordBytes,
+                                     std::uint64_t pixelPlace, std::uint64_t pixelBytes);
+
+/// Whether there is none.
 bool FitsBitmap(const BITMAPINFO* info, std::uint64_t recordBytes, std::uint64_t pixelBytes);
 
 /// The offset of the pixels in the bytes of a BMP file; 0 when record, colours or pixels do not lie
-/// inside the file.
-std::uint64_t FindPixels(const BYTE* file, std::uint64_t fileBytes);
+/// inside the file, with the place and the fault in \p refusal.
+std::uint64_t FindPixels(const BYTE* file, std::uint64_t fileBytes, std::string* refusal);

@@ -5,15 +5,18 @@
 #include "host/RecordVersion.h"
 #include "imaging/BitmapLayout.h"
 #include "imaging/Palette.h"
+#include "platform/Errors.h"
 #include "platform/Messages.h"
 #include "platform/Storage.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <utility>
 
 IMPLEMENT_SERIAL(MemoryMappedDIB, CObject, VERSIONABLE_SCHEMA | 1)
 
@@ -31,6 +34,13 @@ void SayCannotCreate(DWORD number)
     CString message;
     message.Format(format, number);
     AfxMessageBox(message, MB_ICONEXCLAMATION);
+}
+
+std::string HexBytes(WORD word)
+{
+    char text[8];
+    std::snprintf(text, sizeof text, "%02X %02X", word & 0xFF, word >> 8);
+    return text;
 }
 
 int DotsPerInch(LONG dotsPerMetre)
@@ -92,27 +102,30 @@ int MemoryMappedDIB::Open(const CString& name)
     DetachGlobalHandle();
     DeleteSection_();
     filename = name;
+    refusal_.clear();
     if (filename.IsEmpty())
     {
-        return noName;
+        return Refuse_(noName, "no file is named");
     }
     const HANDLE file = CreateFileA(filename, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                     nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)
     {
-        return unusable;
+        return Refuse_(unusable, GetLastErrorText());
     }
     fileHandle = file;
     const std::uint64_t sizeBefore = LengthOf(fileHandle);
     mappingHandle = CreateFileMappingA(fileHandle, nullptr, PAGE_READONLY, 0, 0, nullptr);
     if (mappingHandle == nullptr)
     {
-        return unusable;  // the file stays open until Close
+        // The file stays open until Close.
+        return Refuse_(unusable, sizeBefore == 0 ? "byte 0: the file ends, expected \"BM\""
+                                                 : GetLastErrorText());
     }
     mappedView = MapViewOfFile(mappingHandle, FILE_MAP_READ, 0, 0, 0);
     if (mappedView == nullptr)
     {
-        return unusable;
+        return Refuse_(unusable, GetLastErrorText());
     }
     // A file that shrank or grew meanwhile: what is not in it or not in the view is not touched.
     const std::uint64_t size = std::min(sizeBefore, LengthOf(fileHandle));
@@ -123,13 +136,14 @@ int MemoryMappedDIB::Open(const CString& name)
     if (mark != bmpMark)
     {
         CloseFile_();
-        return notBitmap;
+        return Refuse_(notBitmap, "byte 0: found " + HexBytes(mark) + ", expected 42 4D (BM)");
     }
-    const std::uint64_t offset = FindPixels(bytes, size);
+    std::string fault;
+    const std::uint64_t offset = FindPixels(bytes, size, &fault);
     if (offset == 0)
     {
         CloseFile_();
-        return unusable;
+        return Refuse_(unusable, std::move(fault));
     }
     fileHeader = reinterpret_cast<BITMAPFILEHEADER*>(bytes);
     dibInfo = reinterpret_cast<BITMAPINFO*>(bytes + sizeof(BITMAPFILEHEADER));
@@ -146,8 +160,9 @@ int MemoryMappedDIB::OpenAsTrueColor(const CString& name)
 {
     if (memoryDC == nullptr)
     {
-        return unusable;
+        return Refuse_(unusable, "there is no device context");
     }
+    refusal_.clear();
     Close();
     DetachGlobalHandle();
     DeleteSection_();
@@ -156,22 +171,28 @@ int MemoryMappedDIB::OpenAsTrueColor(const CString& name)
     const int status = source.Open(name);
     if (status != opened)
     {
-        return status;
+        return Refuse_(static_cast<Status>(status), source.GetRefusal());
     }
     const BITMAPINFOHEADER& header = source.dibInfo->bmiHeader;
     const int rows = std::abs(header.biHeight);
     if (!Create(header.biWidth, rows, DotsPerInch(header.biXPelsPerMeter),
                 DotsPerInch(header.biYPelsPerMeter), 24, CString()))
     {
-        return unusable;
+        return Refuse_(unusable, "there is no memory for its pixels");
     }
     if (SetDIBits(memoryDC, dibSection, 0, static_cast<UINT>(rows), source.dibBits, source.dibInfo,
                   DIB_RGB_COLORS) != rows)
     {
         DeleteSection_();
-        return unusable;
+        return Refuse_(unusable, "its pixels cannot be converted");
     }
     return opened;
+}
+
+int MemoryMappedDIB::Refuse_(Status status, std::string refusal)
+{
+    refusal_ = std::move(refusal);
+    return status;
 }
 
 int MemoryMappedDIB::Close()

@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/Memory.h"
 
+#include <string>
 #include <vector>
 
 class ColorVector;
@@ -41,6 +42,9 @@ public:
     int Open(const CString& name);
     /// Converts a file of any depth to a 24-bit bitmap of its own, the lowest row first.
     int OpenAsTrueColor(const CString& name);
+    /// Why the last of these was refused: the place in the file, what is there and what was
+    /// expected. Empty when it was opened.
+    const std::string& GetRefusal() const { return refusal_; }
     /// Lets go of the file; nothing points into it then. 0 when none is open.
     int Close();
 
@@ -124,5 +128,8 @@ private:
     int TakePacked_(const BITMAPINFO& info, const void* pixels);
     DWORD ImageSize_() const;
 
+    int Refuse_(Status status, std::string refusal);
+
     std::vector<DWORD> infoStorage_;
+    std::string refusal_;
 };

@@ -2,6 +2,7 @@
 #include "apps/cli/MeshImport.h"
 
 #include "apps/cli/Errors.h"
+#include "apps/cli/InfoText.h"
 #include "apps/cli/SceneBuilder.h"
 #include "scene/SceneObject.h"
 
@@ -54,12 +55,10 @@ void ImportMeshes(ThreeDStudioObject& node, const std::string& path)
     {
         throw Failure(error.what());
     }
-    file.Close();
     if (!node.CreateFromFile(path.c_str()))
     {
-        throw Failure(path +
-                      ": is no 3D Studio file: it begins with neither of the chunks 0x4D4D "
-                      "and 0xC23D");
+        throw Failure(path + ": is no 3D Studio file: byte 0: " + FoundText(file) +
+                      ", expected 4D 4D or 3D C2 and a chunk's length");
     }
 }
 
@@ -69,7 +68,8 @@ void AddImport(SceneObject& scene, const ImportLook& look)
     ImportMeshes(*node, look.file);
     if (!node->HasChildren())
     {
-        throw Failure(look.file + ": there is no mesh in it");
+        throw Failure(look.file + ": there is no mesh in it; \"orvane info " + look.file +
+                      "\" tells what is");
     }
     node->Rotate(look.turn[2], DVector(0.0, 0.0, 1.0));
     node->Rotate(look.turn[1], DVector(0.0, 1.0, 0.0));

@@ -52,10 +52,9 @@ void CheckPicture(const CString& file)
         std::error_code ignored;
         const std::string& name = file.Text();
         throw Failure(name + ": " +
-                      (!std::filesystem::exists(name, ignored) ? "there is no such file"
-                       : status == MemoryMappedDIB::notBitmap
-                           ? "is no BMP picture: it does not begin with \"BM\""
-                           : "cannot be read as a BMP picture"));
+                      (!std::filesystem::exists(name, ignored)
+                           ? "there is no such file"
+                           : "no BMP picture that can be read: " + picture.GetRefusal()));
     }
 }
 

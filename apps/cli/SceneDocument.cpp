@@ -4,6 +4,7 @@
 #include "apps/cli/Arguments.h"
 #include "apps/cli/Errors.h"
 #include "apps/cli/FontChoice.h"
+#include "apps/cli/InfoText.h"
 #include "apps/cli/OutputFile.h"
 #include "host/CArchive.h"
 #include "host/CFile.h"
@@ -34,6 +35,20 @@ UINT ReadCodePage(CFile& file)
     const bool offered =
         std::find(offeredCodePages.begin(), offeredCodePages.end(), last) != offeredCodePages.end();
     return offered ? last : GetACP();
+}
+
+/// Every scene begins with the mark of a new class. Throws Failure for any other file that has two
+/// bytes.
+void CheckMark(const std::string& path, CFile& file)
+{
+    constexpr WORD newClass = 0xFFFF;
+    WORD mark = newClass;
+    file.Read(&mark, sizeof mark);
+    file.SeekToBegin();
+    if (mark != newClass)
+    {
+        throw Failure(path + ": byte 0: " + FoundText(file) + ", expected FF FF as scenes begin");
+    }
 }
 
 /// A failed reader's words, after the file as the user names it and where reading stopped.
@@ -116,6 +131,7 @@ SceneDocument SceneDocument::Load(const std::string& path)
         throw Failure(refused.what());
     }
     document.bytes = file.GetLength();
+    CheckMark(path, file);
     SetProcessCodePage(ReadCodePage(file));  // before the fonts take it over
     LoadFonts();
 

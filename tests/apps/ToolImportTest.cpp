@@ -171,7 +171,12 @@ TEST_F(ToolImport, WhatCannotBeImportedIsNamedWithTheReason)
         return Complaint({"render", "-o", "x.png", "--import", file}, 1);
     };
     EXPECT_NE(complaint("none.3ds").find("none.3ds: there is no such file"), std::string::npos);
-    EXPECT_NE(complaint("text.3ds").find("text.3ds: is no 3D Studio file"), std::string::npos);
+    EXPECT_NE(complaint("text.3ds")
+                  .find("text.3ds: is no 3D Studio file: byte 0: found 6E 6F, expected 4D 4D or "),
+              std::string::npos);
+    folder.Write("nothing.3ds", "");
+    EXPECT_NE(complaint("nothing.3ds").find("byte 0: the file is empty, expected 4D 4D or "),
+              std::string::npos);
     EXPECT_NE(complaint("empty.3ds").find("empty.3ds: there is no mesh in it"), std::string::npos);
 }
 

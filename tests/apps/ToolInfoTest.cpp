@@ -561,7 +561,7 @@ TEST_F(ToolInfoRefusal, NamesTheFileThePlaceWhatIsThereAndWhatIsExpected)
     EXPECT_EQ(Refused(std::string(unknown.Get().begin(), unknown.Get().end())),
               "orvane: s.orv: byte 11: no class Sc?ne is known\n");
     EXPECT_EQ(Refused("PNG or anything else"),
-              "orvane: s.orv: byte 2: index 20048 is no object's\n");
+              "orvane: s.orv: byte 0: found 50 4E, expected FF FF as scenes begin\n");
 
     // The version of the scene's node, behind the mark, the schema, the length and the name.
     std::string newer = good;

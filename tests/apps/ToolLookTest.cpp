@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What backgrounds, textures, lights and lenses do to the tool's pictures.
 
+#include "tests/support/BmpFile.h"
 #include "tests/support/DecodedPicture.h"
 #include "tests/support/PictureFile.h"
 #include "tests/support/ToolRun.h"
@@ -156,21 +157,55 @@ TEST_F(ToolBackground, IsDitheredTo8Bits)
     }
 }
 
-TEST(ToolBackgroundFile, ThatIsNoPictureIsStatus1AndNamed)
+TEST(ToolPictureFile, ThatIsRefusedIsNamedWithThePlaceWhatIsThereAndWhatIsExpected)
 {
     ToolFolder folder;
-    folder.Write("t.bmp", "This is no picture.");
-    folder.Write("cut.bmp", "BM");
-    for (const char* const option : {"--background", "--texture"})
-    {
-        for (const char* const name : {"t.bmp", "cut.bmp", "missing.bmp"})
+    const auto refused = [&folder](const std::string& content) {
+        folder.Write("t.bmp", content);
+        const std::string file = folder.Path("t.bmp") + ": no BMP picture that can be read: ";
+        std::string reason;
+        for (const char* const option : {"--background", "--texture"})
         {
-            const ToolResult result = folder.Run({"render", "x", "-o", "x.png", option, name});
+            const ToolResult result = folder.Run({"render", "x", "-o", "x.png", option, "t.bmp"});
             EXPECT_EQ(result.status, 1);
-            EXPECT_NE(result.err.find(name), std::string::npos) << result.err;
+            EXPECT_TRUE(result.err.starts_with("orvane: " + file)) << result.err;
             EXPECT_FALSE(folder.Has("x.png"));
+            reason = result.err.substr(std::min(result.err.size(), 8 + file.size()));
         }
-    }
+        return reason;
+    };
+    const auto refusedBmp = [&refused](auto change) {
+        BmpFile file;
+        file.width = 2;
+        file.height = 2;
+        file.pixels = Bytes(16);
+        change(file);
+        const Bytes bytes = file.File();
+        return refused(std::string(bytes.begin(), bytes.end()));
+    };
+    EXPECT_EQ(refused(""), "byte 0: the file ends, expected \"BM\"\n");
+    EXPECT_EQ(refused("This is no picture."), "byte 0: found 54 68, expected 42 4D (BM)\n");
+    EXPECT_EQ(refused("BM"), "byte 2: the file ends, expected headers of 54 bytes\n");
+    EXPECT_EQ(refusedBmp([](BmpFile& file) { file.bitsOffset = 70; }),
+              "byte 10: pixels from byte 70 on, expected inside the file's 70\n");
+    EXPECT_EQ(refusedBmp([](BmpFile& file) { file.headerSize = 66; }),
+              "byte 14: a header of 66 bytes, expected 40, 52, 56, 64, 108 or 124\n");
+    EXPECT_EQ(refusedBmp([](BmpFile& file) { file.width = 0; }),
+              "byte 18: 0 by 2 pixels, expected at least 1 and at most 4 GiB of them\n");
+    EXPECT_EQ(refusedBmp([](BmpFile& file) { file.planes = 3; }),
+              "byte 26: 3 planes, expected 1\n");
+    EXPECT_EQ(refusedBmp([](BmpFile& file) { file.bitCount = 2; }),
+              "byte 28: 2 bits a pixel in format 0, expected 1, 4, 8, 16, 24 or 32 in format 0, "
+              "8 in 1, 4 in 2, 16 or 32 in 3\n");
+    EXPECT_EQ(refusedBmp([](BmpFile& file) { file.colorsUsed = 5; }),
+              "byte 46: colours or masks up to byte 60 of the header, expected at most 56\n");
+    EXPECT_EQ(refusedBmp([](BmpFile& file) { file.pixels.pop_back(); }),
+              "byte 54: 15 bytes of pixels, expected 16\n");
+
+    const ToolResult missing =
+        folder.Run({"render", "x", "-o", "x.png", "--texture", "missing.bmp"});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_EQ(missing.err, "orvane: " + folder.Path("missing.bmp") + ": there is no such file\n");
 }
 
 class ToolTexture : public testing::Test

@@ -2,6 +2,7 @@
 // Pictures of any size and depth: what their files say, what they cost, how they are interrupted.
 
 #include "tests/support/DecodedPicture.h"
+#include "tests/support/OtherPrograms.h"
 #include "tests/support/ToolRun.h"
 
 #include <algorithm>
@@ -45,22 +46,7 @@ std::string Bmp(const char* bits, const std::string& size)
     return folder.Read("x.bmp");
 }
 
-/// How many pixels have a channel that differs by more. Along edges there are some: bands of
-/// another depth have another height, and rounding differs.
-std::size_t CountFarther(const DecodedPicture& a, const DecodedPicture& b, int levels)
-{
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < a.pixels.size(); ++i)
-    {
-        const Rgb& p = a.pixels[i];
-        const Rgb& q = b.pixels.at(i);
-        const int difference = std::max(
-            {std::abs(p.red - q.red), std::abs(p.green - q.green), std::abs(p.blue - q.blue)});
-        count += difference > levels ? 1 : 0;
-    }
-    return count;
-}
-
+// Bands of another depth have another height, and rounding differs.
 constexpr std::size_t alongEdges = 8;
 
 /// The mean of a channel over squares of four by four, in which dithering evens out.
@@ -116,6 +102,35 @@ TEST(ToolPoster, EveryDepthOfABmpHasThePictureOf24Bits)
     const DecodedPicture eight = DecodeBmp(Bmp("8", size));
     EXPECT_LE(CountFarther(eight, truth, 86), alongEdges);
     EXPECT_LT(MeanDifference(eight, truth), 8);
+}
+
+TEST(ToolPoster, OtherProgramsFindThePixelsOfEveryDepth)
+{
+    int programs = 0;
+    for (const PictureReader& reader : pictureReaders)
+    {
+        if (!IsInstalled(reader))
+        {
+            continue;
+        }
+        ++programs;
+        for (const char* const bits : {"8", "16", "24", "32"})
+        {
+            SCOPED_TRACE(std::string(reader.name) + ", " + bits + " bits");
+            const std::string bytes = Bmp(bits, "301x77");
+            ToolFolder folder;
+            folder.Write("x.bmp", bytes);
+            const DecodedPicture ours = DecodeBmp(bytes);
+            ASSERT_EQ(ours.pixels.size(), 301U * 77U);
+            // Five bits become eight by rounding here and by cutting there.
+            const int levels = std::string(bits) == "16" ? 1 : 0;
+            EXPECT_EQ(CountFarther(ReadByOther(reader, folder.Path("x.bmp")), ours, levels), 0U);
+        }
+    }
+    if (programs == 0)
+    {
+        GTEST_SKIP() << "no other program that reads BMP files (packages imagemagick, netpbm)";
+    }
 }
 
 TEST(ToolPoster, TheHeaderOfABmpSaysWhatItHas)

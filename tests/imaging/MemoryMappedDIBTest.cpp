@@ -229,6 +229,24 @@ TEST(MemoryMappedDIB, AFileThatContradictsItselfReturns4)
     EXPECT_EQ(status(changed([](BmpFile& file) { file.bitCount = 8; })), 4);
 }
 
+TEST(MemoryMappedDIB, ARefusalSaysWhyUntilAFileIsOpened)
+{
+    Dib dib;
+    EXPECT_EQ(dib.GetRefusal(), "");
+    EXPECT_EQ(dib.Open(""), 2);
+    EXPECT_EQ(dib.GetRefusal(), "no file is named");
+    const TemporaryFile text("refused.bmp", std::string("text"));
+    EXPECT_EQ(dib.OpenAsTrueColor(text.Path()), 3);
+    EXPECT_EQ(dib.GetRefusal(), "byte 0: found 74 65, expected 42 4D (BM)");
+    const TemporaryFile good("good.bmp", SampleOf24Bits().File());
+    EXPECT_EQ(dib.OpenAsTrueColor(good.Path()), 1);
+    EXPECT_EQ(dib.GetRefusal(), "");
+    EXPECT_EQ(dib.Open("no/such/file.bmp"), 4);
+    EXPECT_NE(dib.GetRefusal().find("No such file"), std::string::npos);
+    EXPECT_EQ(dib.Open(good.Path()), 1);
+    EXPECT_EQ(dib.GetRefusal(), "");
+}
+
 TEST(MemoryMappedDIB, EveryTruncationIsRefused)
 {
     const Bytes whole = SampleOf4Bits().File();

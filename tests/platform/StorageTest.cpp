@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Storage.h"
 
+#include "tests/support/OtherPrograms.h"
 #include "tests/support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
@@ -106,18 +107,12 @@ TEST(Storage, AnotherProgramListsTheStreams)
 {
     const TemporaryName name("listed.stg");
     MakeSample(name);
-    const std::string command = "gsf list '" + name.Path().Text() + "' 2>/dev/null";
-    FILE* const pipe = popen(command.c_str(), "r");
-    ASSERT_NE(pipe, nullptr);
-    std::string list;
-    for (int character; (character = std::fgetc(pipe)) != EOF;)
-    {
-        list += static_cast<char>(character);
-    }
-    if (pclose(pipe) != 0)
+    const std::optional<std::string> output = OutputOf("gsf list '" + name.Path().Text() + "'");
+    if (!output)
     {
         GTEST_SKIP() << "no gsf program (package libgsf-bin)";
     }
+    const std::string& list = *output;
     EXPECT_NE(list.find("11 short"), std::string::npos) << list;
     EXPECT_NE(list.find("100003 Long Name"), std::string::npos) << list;
     EXPECT_NE(list.find("0 empty"), std::string::npos) << list;
