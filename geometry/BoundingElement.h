@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "geometry/PackedVector.h"
 #include "geometry/Sphere.h"
+#include "host/MadeWhenUsed.h"
 
 class CoordinateTransform;
 
@@ -10,7 +12,8 @@ class CoordinateTransform;
 ///
 /// The corners of a box lie, with m the minimum and M the maximum, at (m, m, m), (m, M, m),
 /// (m, M, M), (m, m, M), (M, m, m), (M, M, m), (M, M, M), (M, m, M): 6 is opposite 0. The global
-/// corners are the transformed local ones and no longer along the axes.
+/// corners are the transformed local ones and no longer along the axes. Boxes made under the
+/// identity, as for most nodes of an imported file, take no memory until they are asked for.
 ///
 /// Its record is the version and the fields in order.
 class ORVANE_API BoundingElement : public CObject
@@ -22,10 +25,10 @@ public:
     static constexpr DWORD localBoundsDefined = 0x1;
 
     // Eight corners.
-    Vector* GetGlobalBoundingBox() { return globalBoundingBox; }
-    const Vector* GetGlobalBoundingBox() const { return globalBoundingBox; }
-    Vector* GetLocalBoundingBox() { return localBoundingBox; }
-    const Vector* GetLocalBoundingBox() const { return localBoundingBox; }
+    Vector* GetGlobalBoundingBox() { return boxes_.Get().global; }
+    const Vector* GetGlobalBoundingBox() const { return boxes_.Get().global; }
+    Vector* GetLocalBoundingBox() { return boxes_.Get().local; }
+    const Vector* GetLocalBoundingBox() const { return boxes_.Get().local; }
 
     Vector GetGlobalMaximum() const { return globalMaximum; }
     Vector GetGlobalMinimum() const { return globalMinimum; }
@@ -64,15 +67,43 @@ public:
     DWORD flags = 0;
 
 protected:
-    Vector globalBoundingBox[8];
-    Vector globalMaximum;
-    Vector globalMinimum;
+    PackedVector globalMaximum;
+    PackedVector globalMinimum;
     Sphere globalSphere;
-    Vector localBoundingBox[8];
-    Vector localMaximum;
-    Vector localMinimum;
+    PackedVector localMaximum;
+    PackedVector localMinimum;
     Sphere localSphere;
 
 private:
-    void SerializeBounds_(CArchive& archive);
+    struct Corners_
+    {
+        Corners_(const Vector& m, const Vector& M, const CoordinateTransform& transform);
+
+        Vector global[8];
+        Vector local[8];
+    };
+    /// Both boxes. Two corners tell all while no transform has moved the box.
+    class Boxes_
+    {
+    public:
+        Boxes_() = default;
+        Boxes_(const Boxes_& other) { *this = other; }
+        Boxes_& operator=(const Boxes_& other);
+
+        Corners_& Get() const;
+        Corners_ Copy() const;
+        void SetUnmoved(const Vector& minimum, const Vector& maximum);
+
+    private:
+        Corners_ Unmoved_() const;
+
+        PackedVector minimum_;
+        PackedVector maximum_;
+        MadeWhenUsed<Corners_> corners_;
+    };
+
+    void EncloseGlobally_(const Vector* corners, int count);
+    void SerializeBounds_(CArchive& archive, Corners_& corners);
+
+    Boxes_ boxes_;
 };

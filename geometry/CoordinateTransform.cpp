@@ -4,6 +4,8 @@
 #include "host/RecordVersion.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 
 IMPLEMENT_SERIAL(CoordinateTransform, CObject, VERSIONABLE_SCHEMA | 1)
 
@@ -15,31 +17,83 @@ constexpr double identity[16] = {1.0, 0.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0,
 
 }  // namespace
 
-// What Reset gives, without computing the product of identities: every node has a transform.
-CoordinateTransform::CoordinateTransform() : scale(1.0, 1.0, 1.0)
+// What Reset gives, without computing the product of identities.
+CoordinateTransform::Settings_::Settings_() : scale(1.0, 1.0, 1.0)
 {
-    LoadIdentity();
-    LoadIdentity(externalMatrix);
+    for (double* const matrix : {compositeMatrix, externalMatrix, rotationMatrix})
+    {
+        LoadIdentity(matrix);
+    }
+}
+
+void CoordinateTransform::Settings_::Regenerate()
+{
+    double part[16];
+    ComposeTranslationMatrix(translation, part);
+    MultiplyMatricies(externalMatrix, part, compositeMatrix);
+    MultiplyMatricies(compositeMatrix, rotationMatrix);
+    ComposeScalingMatrix(scale, part);
+    MultiplyMatricies(compositeMatrix, part);
+}
+
+CoordinateTransform::CoordinateTransform(const CoordinateTransform& other) : CObject(other)
+{
+    *this = other;
+}
+
+CoordinateTransform& CoordinateTransform::operator=(const CoordinateTransform& other)
+{
+    if (settings_.IfMade() != nullptr || other.settings_.IfMade() != nullptr)
+    {
+        settings_.Get() = other.Read_();
+    }
+    return *this;
+}
+
+const CoordinateTransform::Settings_& CoordinateTransform::Read_() const
+{
+    // Never destroyed: objects with static storage may ask while the process ends.
+    static const Settings_* const initial = new Settings_;
+    const Settings_* const made = settings_.IfMade();
+    return made != nullptr ? *made : *initial;
+}
+
+bool CoordinateTransform::IsIdentity() const
+{
+    return std::equal(identity, identity + 16, Read_().compositeMatrix, [](double a, double b) {
+        return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+    });
 }
 
 void CoordinateTransform::Reset()
 {
-    scale.SetDVector(1.0, 1.0, 1.0);
-    translation.SetDVector(0.0, 0.0, 0.0);
-    ResetRotation();
+    if (settings_.IfMade() != nullptr)
+    {
+        Settings_& own = settings_.Get();
+        own.scale.SetDVector(1.0, 1.0, 1.0);
+        own.translation.SetDVector(0.0, 0.0, 0.0);
+        ResetRotation();
+    }
 }
 
 void CoordinateTransform::ResetRotation()
 {
-    LoadIdentity();
-    LoadIdentity(externalMatrix);
-    Regenerate_();
+    if (settings_.IfMade() != nullptr)
+    {
+        Settings_& own = settings_.Get();
+        LoadIdentity();
+        LoadIdentity(own.externalMatrix);
+        own.Regenerate();
+    }
 }
 
 void CoordinateTransform::LoadIdentity()
 {
-    LoadIdentity(compositeMatrix);
-    LoadIdentity(rotationMatrix);
+    if (settings_.IfMade() != nullptr)
+    {
+        LoadIdentity(settings_.Get().compositeMatrix);
+        LoadIdentity(settings_.Get().rotationMatrix);
+    }
 }
 
 void CoordinateTransform::LoadIdentity(double* matrix)
@@ -49,107 +103,112 @@ void CoordinateTransform::LoadIdentity(double* matrix)
 
 void CoordinateTransform::LoadComposite(const double* matrix)
 {
-    std::copy_n(matrix, 16, compositeMatrix);
+    std::copy_n(matrix, 16, settings_.Get().compositeMatrix);
 }
 
 void CoordinateTransform::SetScale(const DVector& newScale)
 {
-    scale = newScale;
-    Regenerate_();
+    Settings_& own = settings_.Get();
+    own.scale = newScale;
+    own.Regenerate();
 }
 
 void CoordinateTransform::SetTranslation(const DVector& newTranslation)
 {
-    translation = newTranslation;
-    Regenerate_();
+    Settings_& own = settings_.Get();
+    own.translation = newTranslation;
+    own.Regenerate();
 }
 
 void CoordinateTransform::SetRotation(double degrees, const DVector& axis)
 {
-    ComposeRotationMatrix(degrees, axis, rotationMatrix);
-    Regenerate_();
+    Settings_& own = settings_.Get();
+    ComposeRotationMatrix(degrees, axis, own.rotationMatrix);
+    own.Regenerate();
 }
 
 void CoordinateTransform::SetRotationMatrix(const double* matrix)
 {
-    std::copy_n(matrix, 16, rotationMatrix);
-    Regenerate_();
+    Settings_& own = settings_.Get();
+    std::copy_n(matrix, 16, own.rotationMatrix);
+    own.Regenerate();
 }
 
 void CoordinateTransform::SetRotationMatrix(const float* matrix)
 {
-    std::copy_n(matrix, 16, rotationMatrix);
-    Regenerate_();
+    Settings_& own = settings_.Get();
+    std::copy_n(matrix, 16, own.rotationMatrix);
+    own.Regenerate();
 }
 
 void CoordinateTransform::SetAlignmentRotation(const DVector& a, const DVector& b, const DVector& c)
 {
-    ComposeAlignmentRotationMatrix(a, b, c, rotationMatrix);
-    Regenerate_();
+    Settings_& own = settings_.Get();
+    ComposeAlignmentRotationMatrix(a, b, c, own.rotationMatrix);
+    own.Regenerate();
 }
 
 void CoordinateTransform::Rotate(double degrees, const DVector& axis)
 {
+    Settings_& own = settings_.Get();
     double turn[16];
     ComposeRotationMatrix(degrees, axis, turn);
-    MultiplyMatricies(turn, rotationMatrix, rotationMatrix);
-    Regenerate_();
+    MultiplyMatricies(turn, own.rotationMatrix, own.rotationMatrix);
+    own.Regenerate();
 }
 
 void CoordinateTransform::Scale(const DVector& factors)
 {
+    Settings_& own = settings_.Get();
     double scaling[16];
     ComposeScalingMatrix(factors, scaling);
-    scale.SetDVector(scale.x * factors.x, scale.y * factors.y, scale.z * factors.z);
-    MultiplyMatricies(compositeMatrix, scaling);
+    own.scale.SetDVector(own.scale.x * factors.x, own.scale.y * factors.y, own.scale.z * factors.z);
+    MultiplyMatricies(own.compositeMatrix, scaling);
 }
 
 void CoordinateTransform::Translate(const DVector& offset)
 {
-    translation += offset;
-    compositeMatrix[12] += offset.x;
-    compositeMatrix[13] += offset.y;
-    compositeMatrix[14] += offset.z;
+    Settings_& own = settings_.Get();
+    own.translation += offset;
+    own.compositeMatrix[12] += offset.x;
+    own.compositeMatrix[13] += offset.y;
+    own.compositeMatrix[14] += offset.z;
 }
 
 void CoordinateTransform::Combine(const CoordinateTransform* other)
 {
-    MultiplyMatricies(other->compositeMatrix, externalMatrix, externalMatrix);
-    Regenerate_();
+    Settings_& own = settings_.Get();
+    MultiplyMatricies(other->Read_().compositeMatrix, own.externalMatrix, own.externalMatrix);
+    own.Regenerate();
 }
 
 void CoordinateTransform::CombineExternal(const CoordinateTransform* other)
 {
-    MultiplyMatricies(other->externalMatrix, externalMatrix, externalMatrix);
-    Regenerate_();
+    Settings_& own = settings_.Get();
+    MultiplyMatricies(other->Read_().externalMatrix, own.externalMatrix, own.externalMatrix);
+    own.Regenerate();
 }
 
 void CoordinateTransform::ExternalToRotation()
 {
-    std::copy_n(externalMatrix, 16, rotationMatrix);
-    std::fill_n(rotationMatrix + 12, 3, 0.0);
+    Settings_& own = settings_.Get();
+    std::copy_n(own.externalMatrix, 16, own.rotationMatrix);
+    std::fill_n(own.rotationMatrix + 12, 3, 0.0);
 }
 
 void CoordinateTransform::ExternalToTranslation()
 {
-    translation.SetDVector(externalMatrix[12], externalMatrix[13], externalMatrix[14]);
+    Settings_& own = settings_.Get();
+    const double* const external = own.externalMatrix;
+    own.translation.SetDVector(external[12], external[13], external[14]);
 }
 
 void CoordinateTransform::InvertRotations()
 {
-    ComposeInverseRotationMatrix(externalMatrix, externalMatrix);
-    ComposeInverseRotationMatrix(rotationMatrix, rotationMatrix);
-    Regenerate_();
-}
-
-void CoordinateTransform::Regenerate_()
-{
-    double part[16];
-    ComposeTranslationMatrix(translation, part);
-    MultiplyMatricies(externalMatrix, part, compositeMatrix);
-    MultiplyMatricies(compositeMatrix, rotationMatrix);
-    ComposeScalingMatrix(scale, part);
-    MultiplyMatricies(compositeMatrix, part);
+    Settings_& own = settings_.Get();
+    ComposeInverseRotationMatrix(own.externalMatrix, own.externalMatrix);
+    ComposeInverseRotationMatrix(own.rotationMatrix, own.rotationMatrix);
+    own.Regenerate();
 }
 
 void CoordinateTransform::MultiplyMatricies(const double* a, const double* b, double* product)
@@ -299,62 +358,62 @@ auto Translator(const DVector& t)
 
 void CoordinateTransform::TransformVectors(const Vector* in, Vector* out, int count) const
 {
-    MapPoints(in, out, count, Transformer(compositeMatrix));
+    MapPoints(in, out, count, Transformer(Read_().compositeMatrix));
 }
 
 void CoordinateTransform::TransformDVectors(const DVector* in, DVector* out, int count) const
 {
-    MapPoints(in, out, count, Transformer(compositeMatrix));
+    MapPoints(in, out, count, Transformer(Read_().compositeMatrix));
 }
 
 void CoordinateTransform::UntransformVectors(const Vector* in, Vector* out, int count) const
 {
-    MapPoints(in, out, count, Untransformer(compositeMatrix));
+    MapPoints(in, out, count, Untransformer(Read_().compositeMatrix));
 }
 
 void CoordinateTransform::UntransformDVectors(const DVector* in, DVector* out, int count) const
 {
-    MapPoints(in, out, count, Untransformer(compositeMatrix));
+    MapPoints(in, out, count, Untransformer(Read_().compositeMatrix));
 }
 
 void CoordinateTransform::RotateVectors(const Vector* in, Vector* out, int count) const
 {
-    MapPoints(in, out, count, Rotator(compositeMatrix));
+    MapPoints(in, out, count, Rotator(Read_().compositeMatrix));
 }
 
 void CoordinateTransform::RotateDVectors(const DVector* in, DVector* out, int count) const
 {
-    MapPoints(in, out, count, Rotator(compositeMatrix));
+    MapPoints(in, out, count, Rotator(Read_().compositeMatrix));
 }
 
 void CoordinateTransform::UnrotateVectors(const Vector* in, Vector* out, int count) const
 {
-    MapPoints(in, out, count, Unrotator(compositeMatrix));
+    MapPoints(in, out, count, Unrotator(Read_().compositeMatrix));
 }
 
 void CoordinateTransform::UnrotateDVectors(const DVector* in, DVector* out, int count) const
 {
-    MapPoints(in, out, count, Unrotator(compositeMatrix));
+    MapPoints(in, out, count, Unrotator(Read_().compositeMatrix));
 }
 
 void CoordinateTransform::ScaleVectors(const Vector* in, Vector* out, int count) const
 {
-    MapPoints(in, out, count, Scaler(scale));
+    MapPoints(in, out, count, Scaler(Read_().scale));
 }
 
 void CoordinateTransform::ScaleDVectors(const DVector* in, DVector* out, int count) const
 {
-    MapPoints(in, out, count, Scaler(scale));
+    MapPoints(in, out, count, Scaler(Read_().scale));
 }
 
 void CoordinateTransform::TranslateVectors(const Vector* in, Vector* out, int count) const
 {
-    MapPoints(in, out, count, Translator(translation));
+    MapPoints(in, out, count, Translator(Read_().translation));
 }
 
 void CoordinateTransform::TranslateDVectors(const DVector* in, DVector* out, int count) const
 {
-    MapPoints(in, out, count, Translator(translation));
+    MapPoints(in, out, count, Translator(Read_().translation));
 }
 
 void CoordinateTransform::Serialize(CArchive& archive)
@@ -366,26 +425,29 @@ void CoordinateTransform::Serialize(CArchive& archive)
         return;
     }
     WriteRecordVersion(archive, RUNTIME_CLASS(CoordinateTransform));
-    for (const double* matrix : {compositeMatrix, externalMatrix, rotationMatrix})
+    const Settings_& now = Read_();
+    for (const double* matrix : {now.compositeMatrix, now.externalMatrix, now.rotationMatrix})
     {
         for (int i = 0; i < 16; ++i)
         {
             archive << matrix[i];
         }
     }
-    scale.Serialize(archive);
-    translation.Serialize(archive);
+    // Copies, because a record is read and written by the same operation.
+    DVector(now.scale).Serialize(archive);
+    DVector(now.translation).Serialize(archive);
 }
 
 void CoordinateTransform::DeserializeVersion1(CArchive& archive)
 {
-    for (double* matrix : {compositeMatrix, externalMatrix, rotationMatrix})
+    Settings_& own = settings_.Get();
+    for (double* matrix : {own.compositeMatrix, own.externalMatrix, own.rotationMatrix})
     {
         for (int i = 0; i < 16; ++i)
         {
             archive >> matrix[i];
         }
     }
-    scale.Serialize(archive);
-    translation.Serialize(archive);
+    own.scale.Serialize(archive);
+    own.translation.Serialize(archive);
 }

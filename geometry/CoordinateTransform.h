@@ -2,6 +2,7 @@
 #pragma once
 
 #include "geometry/DVector.h"
+#include "host/MadeWhenUsed.h"
 
 /// Placement of a scene node. A point is scaled, rotated, translated, then taken through the
 /// external matrix.
@@ -13,24 +14,34 @@
 /// The composite is kept ready. What rebuilds it from the parts says so; Scale and Translate edit
 /// it in place instead, so a later rebuild may move it.
 ///
+/// A transform that was never changed, as of most nodes of an imported file, takes no memory for
+/// its settings: they are made when one is changed or a pointer to a matrix is asked for.
+///
 /// Its record is the version, the composite, external and rotation matrices, scale and translation.
 class ORVANE_API CoordinateTransform : public CObject
 {
     DECLARE_SERIAL(CoordinateTransform)
 
 public:
-    CoordinateTransform();
+    CoordinateTransform() = default;
+    CoordinateTransform(const CoordinateTransform& other);
+    CoordinateTransform& operator=(const CoordinateTransform& other);
 
     // The live 16 doubles.
-    double* GetCompositeMatrix() { return compositeMatrix; }
-    const double* GetCompositeMatrix() const { return compositeMatrix; }
-    double* GetExternalMatrix() { return externalMatrix; }
-    const double* GetExternalMatrix() const { return externalMatrix; }
-    double* GetRotationMatrix() { return rotationMatrix; }
-    const double* GetRotationMatrix() const { return rotationMatrix; }
+    double* GetCompositeMatrix() { return settings_.Get().compositeMatrix; }
+    const double* GetCompositeMatrix() const { return settings_.Get().compositeMatrix; }
+    double* GetExternalMatrix() { return settings_.Get().externalMatrix; }
+    const double* GetExternalMatrix() const { return settings_.Get().externalMatrix; }
+    double* GetRotationMatrix() { return settings_.Get().rotationMatrix; }
+    const double* GetRotationMatrix() const { return settings_.Get().rotationMatrix; }
 
-    DVector GetScale() const { return scale; }
-    DVector GetTranslation() const { return translation; }
+    /// The composite as it is now: not to be kept, it need not follow a change.
+    const double* CurrentCompositeMatrix() const { return Read_().compositeMatrix; }
+    /// Whether the composite is the identity, to the bit.
+    bool IsIdentity() const;
+
+    DVector GetScale() const { return Read_().scale; }
+    DVector GetTranslation() const { return Read_().translation; }
 
     /// Scale 1, no translation, and ResetRotation.
     void Reset();
@@ -118,15 +129,20 @@ public:
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
 
-protected:
-    double compositeMatrix[16];  ///< external * translation * rotation * scale
-    double externalMatrix[16];   ///< applied outside the node's own settings
-    double rotationMatrix[16];
-    DVector scale;
-    DVector translation;
-
 private:
-    void Regenerate_();
+    struct Settings_
+    {
+        Settings_();
+        void Regenerate();
+
+        double compositeMatrix[16];  // external * translation * rotation * scale
+        double externalMatrix[16];   // applied outside the node's own settings
+        double rotationMatrix[16];
+        DVector scale;
+        DVector translation;
+    };
+
+    const Settings_& Read_() const;
 
     // The results may be one of the operands.
     static void MultiplyMatricies(const double* a, const double* b, double* product);
@@ -138,4 +154,6 @@ private:
                                                double* matrix);
     static void ComposeScalingMatrix(const DVector& factors, double* matrix);
     static void ComposeTranslationMatrix(const DVector& offset, double* matrix);
+
+    MadeWhenUsed<Settings_> settings_;  // while there are none they are the initial ones
 };

@@ -50,7 +50,7 @@ Sphere& Sphere::operator+=(const Sphere& other)
     {
         return *this = other;
     }
-    Vector toward = center - other.center;
+    Vector toward = GetCenter() - other.GetCenter();
     const float distance = toward.Length();
     if (distance == 0.0f)
     {
@@ -61,7 +61,7 @@ Sphere& Sphere::operator+=(const Sphere& other)
     // The new diameter runs along the line of the centres, from our far side to the other's.
     toward.Normalize();
     float newDiameter = distance + radius + other.radius;
-    Vector ourEnd = center + toward * radius;
+    Vector ourEnd = GetCenter() + toward * radius;
     Vector otherEnd = ourEnd - toward * newDiameter;
     if (newDiameter < diameter)
     {
@@ -71,7 +71,7 @@ Sphere& Sphere::operator+=(const Sphere& other)
     if (newDiameter < other.diameter)
     {
         newDiameter = other.diameter;
-        ourEnd = other.center - toward * other.radius;
+        ourEnd = other.GetCenter() - toward * other.radius;
         otherEnd = ourEnd + toward * newDiameter;
     }
     SetCenter(ourEnd + (otherEnd - ourEnd) * 0.5f);

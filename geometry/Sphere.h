@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "geometry/Vector.h"
+#include "geometry/PackedVector.h"
 #include "platform/Types.h"
 
 /// A bounding sphere that can grow to enclose another. It is undefined, with everything 0, until a
@@ -40,7 +40,7 @@ public:
     void DeserializeVersion1(CArchive& archive);
 
 protected:
-    Vector center;
+    PackedVector center;
     float diameter = 0.0f;
     DWORD flags = 0;  ///< bit 0: defined
     float radius = 0.0f;

@@ -6,6 +6,7 @@
 #include "tests/support/RecordBytes.h"
 
 #include <cfloat>
+#include <cmath>
 
 static Sphere SphereAt(const Vector& center, float radius)
 {
@@ -144,6 +145,105 @@ TEST(BoundingElement, GlobalExtremesStartAtTenMillion)
     bounds.SetLocalBounds(Vector(2e7f, -3e7f, 0), Vector(3e7f, -2e7f, 1), CoordinateTransform());
     EXPECT_XYZ(bounds.GetGlobalMinimum(), 1e7f, -3e7f, 0.0f);
     EXPECT_XYZ(bounds.GetGlobalMaximum(), 3e7f, -1e7f, 1.0f);
+}
+
+// The boxes are kept as two corners until they are looked at.
+TEST(BoundingElement, BoxesLookedAtLateAreThoseOfTheCalculation)
+{
+    BoundingElement bounds;
+    bounds.SetLocalBounds(Vector(1, 2, 3), Vector(4, 5, 6), CoordinateTransform());
+    bounds.ResetLocalBounds();
+    EXPECT_XYZ(bounds.GetLocalBoundingBox()[1], 1.0f, 5.0f, 3.0f);
+    EXPECT_XYZ(bounds.GetGlobalBoundingBox()[7], 4.0f, 2.0f, 6.0f);
+}
+
+TEST(BoundingElement, ANewOneHasBoxesOfZeros)
+{
+    const BoundingElement bounds;
+    for (int corner = 0; corner < 8; ++corner)
+    {
+        EXPECT_XYZ(bounds.GetLocalBoundingBox()[corner], 0.0f, 0.0f, 0.0f);
+        EXPECT_XYZ(bounds.GetGlobalBoundingBox()[corner], 0.0f, 0.0f, 0.0f);
+    }
+}
+
+TEST(BoundingElement, PointersToBoxesFollowEveryCalculation)
+{
+    CoordinateTransform moved;
+    moved.SetTranslation(DVector(10, 20, 30));
+    BoundingElement bounds;
+    const Vector* const local = bounds.GetLocalBoundingBox();
+    const Vector* const global = bounds.GetGlobalBoundingBox();
+    bounds.SetLocalBounds(Vector(1, 1, 1), Vector(2, 2, 2), CoordinateTransform());
+    EXPECT_XYZ(local[6], 2.0f, 2.0f, 2.0f);
+    EXPECT_XYZ(global[6], 2.0f, 2.0f, 2.0f);
+    bounds.CalculateBounds(moved);
+    EXPECT_XYZ(local[6], 2.0f, 2.0f, 2.0f);
+    EXPECT_XYZ(global[6], 12.0f, 22.0f, 32.0f);
+    bounds.SetLocalBounds(Vector(3, 3, 3), Vector(4, 4, 4), CoordinateTransform());
+    EXPECT_XYZ(global[6], 4.0f, 4.0f, 4.0f);
+    bounds = BoundingElement();
+    EXPECT_XYZ(local[6], 0.0f, 0.0f, 0.0f);
+}
+
+TEST(BoundingElement, ABoxThatWasMovedCanComeBack)
+{
+    CoordinateTransform moved;
+    moved.SetTranslation(DVector(10, 20, 30));
+    BoundingElement bounds;
+    bounds.SetLocalBounds(Vector(1, 1, 1), Vector(2, 2, 2), moved);
+    bounds.CalculateBounds(CoordinateTransform());
+    EXPECT_XYZ(bounds.GetGlobalBoundingBox()[0], 1.0f, 1.0f, 1.0f);
+    EXPECT_XYZ(bounds.GetGlobalMaximum(), 2.0f, 2.0f, 2.0f);
+}
+
+TEST(BoundingElement, GlobalCornersHaveNoNegativeZeros)
+{
+    BoundingElement bounds;
+    bounds.SetLocalBounds(Vector(-0.0f, -1, -1), Vector(1, -0.0f, 1), CoordinateTransform());
+    EXPECT_FALSE(std::signbit(bounds.GetGlobalMinimum().x));
+    EXPECT_FALSE(std::signbit(bounds.GetGlobalMaximum().y));
+    EXPECT_FALSE(std::signbit(bounds.GetGlobalBoundingBox()[0].x));
+    EXPECT_TRUE(std::signbit(bounds.GetLocalBoundingBox()[0].x));
+    EXPECT_TRUE(std::signbit(bounds.GetLocalMinimum().x));
+}
+
+// Infinity times the zeros of the matrix is no number.
+TEST(BoundingElement, AnInfiniteBoxHasGlobalCornersThatAreNoNumbers)
+{
+    BoundingElement bounds;
+    bounds.SetLocalBounds(Vector(0, 0, 0), Vector(INFINITY, 1, 2), CoordinateTransform());
+    EXPECT_XYZ(bounds.GetGlobalMinimum(), 0.0f, 0.0f, 0.0f);
+    EXPECT_XYZ(bounds.GetGlobalMaximum(), INFINITY, 1.0f, 2.0f);
+    EXPECT_EQ(bounds.GetGlobalSphere().IsDefined(), 0);
+    EXPECT_XYZ(bounds.GetGlobalBoundingBox()[2], 0.0f, 1.0f, 2.0f);
+    EXPECT_EQ(bounds.GetGlobalBoundingBox()[6].x, INFINITY);
+    EXPECT_TRUE(std::isnan(bounds.GetGlobalBoundingBox()[6].y));
+}
+
+TEST(BoundingElement, CopiesCarryBoxesLookedAtOrNot)
+{
+    for (const bool lookedAt : {false, true})
+    {
+        for (const bool alsoTheOther : {false, true})
+        {
+            BoundingElement bounds;
+            bounds.SetLocalBounds(Vector(1, 2, 3), Vector(4, 5, 6), CoordinateTransform());
+            BoundingElement other;
+            if (lookedAt)
+            {
+                bounds.GetLocalBoundingBox()[0].x = 7.0f;
+            }
+            if (alsoTheOther)
+            {
+                other.GetGlobalBoundingBox()[0].x = 8.0f;
+            }
+            other = bounds;
+            EXPECT_XYZ(other.GetLocalBoundingBox()[0], lookedAt ? 7.0f : 1.0f, 2.0f, 3.0f);
+            EXPECT_XYZ(other.GetGlobalBoundingBox()[0], 1.0f, 2.0f, 3.0f);
+            EXPECT_EQ(Stored(other), Stored(bounds));
+        }
+    }
 }
 
 TEST(BoundingElement, CopiesCarryEverything)

@@ -393,6 +393,61 @@ TEST(CoordinateTransform, CopiesCarryEverything)
     EXPECT_EQ(Stored(assigned), Stored(transform));
 }
 
+TEST(CoordinateTransform, AFreshOneAssignedForgetsEverything)
+{
+    CoordinateTransform transform = Turned();
+    transform.SetScale(DVector(2, 3, 4));
+    CoordinateTransform fresh;
+    transform = fresh;
+    EXPECT_EQ(Stored(transform), Stored(fresh));
+    EXPECT_EQ(Composite(transform), identity);
+}
+
+TEST(CoordinateTransform, PointersToMatricesFollowEveryChange)
+{
+    CoordinateTransform transform;
+    const CoordinateTransform& seen = transform;
+    const double* const composite = seen.GetCompositeMatrix();
+    const double* const external = seen.GetExternalMatrix();
+    const double* const rotation = seen.GetRotationMatrix();
+    EXPECT_EQ(Copy(composite), identity);
+    EXPECT_EQ(Copy(external), identity);
+    EXPECT_EQ(Copy(rotation), identity);
+
+    transform.SetRotationMatrix(quarterTurn.data());
+    EXPECT_EQ(Copy(composite), quarterTurn);
+    EXPECT_EQ(Copy(rotation), quarterTurn);
+    const CoordinateTransform outer = Moved(1, 2, 3);
+    transform.Combine(&outer);
+    EXPECT_EQ(external[13], 2.0);
+    transform = Moved(4, 5, 6);
+    EXPECT_EQ(composite[14], 6.0);
+    EXPECT_EQ(Copy(rotation), identity);
+    transform = CoordinateTransform();
+    EXPECT_EQ(Copy(composite), identity);
+    transform.GetCompositeMatrix()[12] = 9.0;
+    EXPECT_EQ(composite[12], 9.0);
+}
+
+TEST(CoordinateTransform, TheCurrentCompositeIsThatOfNow)
+{
+    CoordinateTransform transform;
+    EXPECT_EQ(Copy(transform.CurrentCompositeMatrix()), identity);
+    transform = Turned();
+    EXPECT_EQ(Copy(transform.CurrentCompositeMatrix()), quarterTurn);
+}
+
+TEST(CoordinateTransform, IsTheIdentityOnlyToTheBit)
+{
+    CoordinateTransform transform;
+    EXPECT_TRUE(transform.IsIdentity());
+    transform.GetExternalMatrix();
+    EXPECT_TRUE(transform.IsIdentity());
+    transform.GetCompositeMatrix()[1] = -0.0;
+    EXPECT_FALSE(transform.IsIdentity());
+    EXPECT_FALSE(Turned().IsIdentity());
+}
+
 namespace
 {
 /// Both forms of one family of point operations, for both vector types.
@@ -534,6 +589,19 @@ TEST(CoordinateTransform, RecordHoldsMatricesScaleAndTranslation)
                                .Doubles({2, 2, 2})
                                .Doubles({1, 2, 3});
     EXPECT_EQ(Stored(transform), expected);
+}
+
+TEST(CoordinateTransform, TheRecordOfAFreshOneHoldsIdentities)
+{
+    RecordBytes expected;
+    expected.Dword(1);
+    for (int matrix = 0; matrix < 3; ++matrix)
+    {
+        expected.Doubles({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1});
+    }
+    expected.Doubles({1, 1, 1}).Doubles({0, 0, 0});
+    CoordinateTransform transform;
+    EXPECT_EQ(Stored(transform), Bytes(expected));
 }
 
 TEST(CoordinateTransform, LoadingDoesNotRebuildTheComposite)
