@@ -293,13 +293,6 @@ std::int64_t CFile::Seek(std::int64_t offset, UINT from)
     return position;
 }
 
-std::uint64_t CFile::GetPosition() const
-{
-    // There is a buffer only while the file is open.
-    return static_cast<std::uint64_t>(buffer_ != nullptr ? bufferStart_ + bufferAt_
-                                                         : StreamPosition());
-}
-
 std::int64_t CFile::StreamPosition() const
 {
     const long position = std::ftell(RequireOpen());

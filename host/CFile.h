@@ -96,7 +96,12 @@ public:
     virtual void Write(const void* buffer, UINT count);
     /// The new position from the start; it may lie behind the end. Throws badSeek before the start.
     virtual std::int64_t Seek(std::int64_t offset, UINT from);
-    virtual std::uint64_t GetPosition() const;
+    virtual std::uint64_t GetPosition() const
+    {
+        // There is a buffer only while the file is open.
+        return static_cast<std::uint64_t>(buffer_ != nullptr ? bufferStart_ + bufferAt_
+                                                             : StreamPosition());
+    }
     virtual std::uint64_t GetLength() const;
     /// Cuts the file or fills it up with zeros. The position is then its end.
     virtual void SetLength(std::uint64_t length);

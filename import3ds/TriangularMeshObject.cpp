@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <locale>
 #include <vector>
 
@@ -94,7 +95,15 @@ int TriangularMeshObject::CalculateVertexNormals()
     const int vertexCount = vertices.GetSize();
     vertexNormals.RemoveAll();
     vertexNormals.SetSize(vertexCount);
-    std::vector<int> facesAt(static_cast<std::size_t>(vertexCount));
+    // Files have thousands of small meshes: these need no memory of their own.
+    int facesAtFew[64] = {};
+    std::vector<int> facesAtMany;
+    int* facesAt = facesAtFew;
+    if (vertexCount > static_cast<int>(std::size(facesAtFew)))
+    {
+        facesAtMany.resize(static_cast<std::size_t>(vertexCount));
+        facesAt = facesAtMany.data();
+    }
     const int counted = vertexCount == 0 ? 0 : std::min(faces.GetSize(), faceNormals.GetSize());
     Vector* const normal = vertexCount != 0 ? vertexNormals.GetElement(0) : nullptr;
     for (int i = 0; i < counted; ++i)

@@ -90,11 +90,11 @@ public:
 
     NamedColorArray* materialColors = nullptr;
     DWORD meshFlags = 0;
-    CString name;  ///< of the object in the file
     /// The smallest |vertex normal . face normal| at which a corner is drawn with the vertex
     /// normal. At 1 a mesh looks flat wherever it is not; that is meant, see
     /// AFreshMeshIsFlatShaded.
     float smoothingThreshold = 1.0f;
+    CString name;  ///< of the object in the file
 
 protected:
     VectorArray faceNormals;
