@@ -7,18 +7,7 @@
 #include "bench/Summary.h"
 #include "import3ds/ThreeDStudioObject.h"
 #include "import3ds/TriangularMeshObject.h"
-
-#ifdef ORVANE_HAS_ASSIMP
-#include <assimp/cimport.h>
-#include <assimp/scene.h>
-#endif
-#ifdef ORVANE_HAS_LIB3DS
-extern "C"
-{
-#include <lib3ds/file.h>
-#include <lib3ds/mesh.h>
-}
-#endif
+#include "tests/support/MeshReaders.h"
 
 #include <cstdio>
 #include <cstdlib>

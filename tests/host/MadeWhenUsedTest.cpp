@@ -60,6 +60,7 @@ TEST(MadeWhenUsed, ThreadsThatNeedItAtOnceGetTheSame)
         std::atomic<int> waiting = threadCount;
         std::vector<const Counted*> seen(threadCount);
         std::vector<std::thread> threads;
+        threads.reserve(threadCount);
         for (const Counted*& mine : seen)
         {
             threads.emplace_back([&object, &waiting, &mine] {

@@ -3,19 +3,7 @@
 #include "tests/support/Chunks.h"
 #include "tests/support/ExpectVector.h"
 #include "tests/support/MeshFile.h"
-
-#ifdef ORVANE_HAS_ASSIMP
-#include <assimp/cimport.h>
-#include <assimp/scene.h>
-#endif
-#ifdef ORVANE_HAS_LIB3DS
-extern "C"
-{
-#include <lib3ds/file.h>
-#include <lib3ds/material.h>
-#include <lib3ds/mesh.h>
-}
-#endif
+#include "tests/support/MeshReaders.h"
 
 #include <map>
 #include <memory>
