@@ -122,10 +122,15 @@ try
     }
     const Import_ import(*this);
     Chunk3DS root(&file);
-    root.Initialize();  // its id alone counts: one whose length is no good has nothing in it
+    // The id alone counts: a root whose length is no good has nothing in it.
+    const bool hasLength = root.Initialize() != 0;
     if (root.id != mainChunk && root.id != projectChunk)
     {
         return 0;
+    }
+    if (!hasLength)
+    {
+        OnSkipped_({root.id, 0, Chunk3DS::headerSize, BytesLeft_(), Skip::noHeader});
     }
     const int result = Parse3DS(&root);
     SetDefined();

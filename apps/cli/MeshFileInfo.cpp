@@ -7,6 +7,7 @@
 #include "apps/cli/JsonWriter.h"
 #include "apps/cli/MeshImport.h"
 #include "apps/cli/OutputFile.h"
+#include "apps/cli/SkippedParts.h"
 #include "apps/cli/TextCodes.h"
 #include "apps/cli/TextTable.h"
 #include "host/CFile.h"
@@ -19,50 +20,7 @@
 namespace
 {
 
-/// An import that keeps what it is told of the parts that are skipped.
-class WatchedImport : public ThreeDStudioObject
-{
-public:
-    std::vector<SkippedPart> skipped;
-
-protected:
-    void OnSkipped_(const SkippedPart& part) override { skipped.push_back(part); }
-};
-
-using Skip = ThreeDStudioObject::Skip;
 using SkippedPart = ThreeDStudioObject::SkippedPart;
-
-std::string ReasonText(const SkippedPart& part)
-{
-    const std::string parent = ChunkIdText(part.parent);
-    switch (part.why)
-    {
-        case Skip::pastParent:
-            return "it ends past the chunk " + parent + " that it is in";
-        case Skip::incomplete:
-            return "it is shorter than what must be in it";
-        case Skip::noHeader:
-            return "no chunk of " + parent + " can be read there: the file is cut off or damaged";
-        case Skip::landscape:
-            return "an object of the name Landscape ends the import of its editor data";
-        case Skip::afterFailure:
-            return "it comes behind what ended the import of " + parent;
-        case Skip::notUsed:
-            break;
-    }
-    if (part.id == 0)
-    {
-        return "the first value in " + parent + " counts";
-    }
-    const char* const unused = KindOfChunk(part.id).unused;
-    return unused != nullptr ? unused : "it means nothing in " + parent;
-}
-
-std::string NameOfPart(const SkippedPart& part)
-{
-    return part.id == 0 ? "rest of " + ChunkIdText(part.parent)
-                        : ChunkIdText(part.id) + " " + KindOfChunk(part.id).name;
-}
 
 const std::string& NameOf(const TriangularMeshObject& mesh)
 {

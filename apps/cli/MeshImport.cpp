@@ -4,6 +4,7 @@
 #include "apps/cli/Errors.h"
 #include "apps/cli/InfoText.h"
 #include "apps/cli/SceneBuilder.h"
+#include "apps/cli/SkippedParts.h"
 #include "scene/SceneObject.h"
 
 #include <algorithm>
@@ -62,14 +63,15 @@ void ImportMeshes(ThreeDStudioObject& node, const std::string& path)
     }
 }
 
-void AddImport(SceneObject& scene, const ImportLook& look)
+std::string AddImport(SceneObject& scene, const ImportLook& look)
 {
-    auto node = std::make_unique<ThreeDStudioObject>();
+    auto node = std::make_unique<WatchedImport>();
     ImportMeshes(*node, look.file);
+    std::string damage = DamageText(node->skipped);
     if (!node->HasChildren())
     {
-        throw Failure(look.file + ": there is no mesh in it; \"orvane info " + look.file +
-                      "\" tells what is");
+        throw Failure(look.file + ": there is no mesh in it" +
+                      (damage.empty() ? "; \"orvane info\" tells what is" : ": " + damage));
     }
     node->Rotate(look.turn[2], DVector(0.0, 0.0, 1.0));
     node->Rotate(look.turn[1], DVector(0.0, 1.0, 0.0));
@@ -94,4 +96,5 @@ void AddImport(SceneObject& scene, const ImportLook& look)
     node->SetTranslation(place - extent.middle);
     node->CalculateBounds();
     AddNode(scene, std::move(node));
+    return damage;
 }

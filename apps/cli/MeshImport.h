@@ -23,5 +23,7 @@ struct ImportLook
 void ImportMeshes(ThreeDStudioObject& node, const std::string& path);
 
 /// The same into a scene, sized, turned about its middle and placed: without a place, to the right
-/// of what is there. Throws Failure also when there is no mesh in the file.
-void AddImport(SceneObject& scene, const ImportLook& look);
+/// of what is there. Throws Failure also when there is no mesh in the file. Of a damaged file it
+/// takes what is whole.
+/// \return what is wrong with such a file; empty when nothing is.
+std::string AddImport(SceneObject& scene, const ImportLook& look);

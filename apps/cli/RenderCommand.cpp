@@ -191,7 +191,11 @@ SceneDocument BuildScene(const RenderOptions& options, const Request& request)
     }
     for (const ImportLook& look : request.imports)
     {
-        AddImport(*document.scene, look);
+        const std::string damage = AddImport(*document.scene, look);
+        if (!damage.empty())
+        {
+            Say(look.file + ": only what is whole is drawn: " + damage);
+        }
     }
     SetBackground(*document.scene, request.scene.background.value_or(DefaultBackground()));
     ChangeLights(*document.scene, request.scene.lights);

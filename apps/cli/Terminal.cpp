@@ -50,6 +50,15 @@ void ClearProgress()
     ShowProgress("");
 }
 
+void Say(std::string message)
+{
+    std::replace_if(
+        message.begin(), message.end(),
+        [](unsigned char c) { return (c < 0x20 && c != '\n') || c == 0x7F; }, '?');
+    ClearProgress();
+    std::fprintf(stderr, "orvane: %s\n", message.c_str());
+}
+
 ProgressBar::ProgressBar(std::string label) : label_(std::move(label)), start_(Clock::now()) {}
 
 void ProgressBar::Show(double share)

@@ -13,6 +13,10 @@ void ShowProgress(const std::string& text);
 /// Wipes the progress line.
 void ClearProgress();
 
+/// Writes a message to standard error, behind the program's name. What it quotes of a damaged file
+/// does not steer the terminal.
+void Say(std::string message);
+
 /// A bar on the progress line, with the time that is left; wiped at the end of its life.
 class ProgressBar
 {

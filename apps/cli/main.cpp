@@ -9,7 +9,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -23,14 +22,9 @@ constexpr int couldNotBeDone = 1;
 constexpr int wrongUsage = 2;
 constexpr int helpColumn = 40;
 
-int Complain(std::string message, int status)
+int Complain(const std::string& message, int status)
 {
-    // A message may quote a damaged file: nothing of it steers the terminal.
-    std::replace_if(
-        message.begin(), message.end(),
-        [](unsigned char c) { return (c < 0x20 && c != '\n') || c == 0x7F; }, '?');
-    ClearProgress();
-    std::fprintf(stderr, "orvane: %s\n", message.c_str());
+    Say(message);
     return status;
 }
 

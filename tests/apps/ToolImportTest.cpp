@@ -180,6 +180,34 @@ TEST_F(ToolImport, WhatCannotBeImportedIsNamedWithTheReason)
     EXPECT_NE(complaint("empty.3ds").find("empty.3ds: there is no mesh in it"), std::string::npos);
 }
 
+TEST_F(ToolImport, WhatIsWholeOfADamagedFileIsDrawnAndTheDamageTold)
+{
+    // The second object's vertex list says more than there is.
+    const RecordBytes first = MeshObjectChunk("first");
+    const RecordBytes second =
+        ObjectChunk("second", {ChunkOf(0x4100, {ChunkOf(0x4110, {RecordBytes().Word(9)})})});
+    const RecordBytes file = FileOf({first, second});
+    const std::size_t list = file.Get().size() - 8;
+    folder.Write("some.3ds", AsText(file));
+    const ToolResult result = folder.Run(
+        {"render", "-o", "x.png", "--size", "60x40", "--samples", "1", "--import", "some.3ds"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(folder.Has("x.png"));
+    EXPECT_EQ(result.err, "orvane: some.3ds: only what is whole is drawn: byte " +
+                              std::to_string(list) +
+                              ": 0x4110 vertices: it is shorter than what must be in it\n");
+
+    std::filesystem::remove(folder.Path("x.png"));
+    folder.Write("none.3ds", AsText(FileOf({second})));
+    EXPECT_NE(Complaint({"render", "-o", "x.png", "--import", "none.3ds"}, 1)
+                  .find("none.3ds: there is no mesh in it: byte "),
+              std::string::npos);
+    folder.Write("root.3ds", AsText(RecordBytes().Word(0x4D4D).Dword(3)));
+    EXPECT_NE(Complaint({"render", "-o", "x.png", "--import", "root.3ds"}, 1)
+                  .find("root.3ds: there is no mesh in it: byte 6: rest of 0x4D4D: no chunk"),
+              std::string::npos);
+}
+
 TEST_F(ToolImport, OptionsThatMakeNoSenseAreRefused)
 {
     const auto complaint = [this](std::vector<std::string> arguments) {

@@ -115,4 +115,16 @@ TEST(ThreeDStudioSkipped, BytesThatAreNoHeaderAreTold)
               (Told{{0x3D3D, 0, Skip::noHeader}}));
 }
 
+TEST(ThreeDStudioSkipped, ARootWhoseLengthIsNoGoodIsTold)
+{
+    const RecordBytes behind = ChunkOf(0x3D3D, {MeshObjectChunk("a")});
+    const Watched node(Joined({RecordBytes().Word(0x4D4D).Dword(3), behind}));
+    ASSERT_EQ(node.skipped.size(), 1U);
+    EXPECT_EQ(node.skipped[0].parent, 0x4D4D);
+    EXPECT_EQ(node.skipped[0].id, 0);
+    EXPECT_EQ(node.skipped[0].start, 6U);
+    EXPECT_EQ(node.skipped[0].length, behind.Get().size());
+    EXPECT_EQ(node.skipped[0].why, Skip::noHeader);
+}
+
 }  // namespace
