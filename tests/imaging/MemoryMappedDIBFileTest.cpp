@@ -6,6 +6,7 @@
 #include "platform/Storage.h"
 #include "tests/support/BmpFile.h"
 #include "tests/support/ExposedDib.h"
+#include "tests/support/OtherPrograms.h"
 #include "tests/support/RecordBytes.h"
 #include "tests/support/TemporaryFile.h"
 
@@ -481,7 +482,7 @@ TEST(MemoryMappedDIB, ItIsMadeByItsClass)
 // A storage that ends with its object.
 struct StorageFile
 {
-    StorageFile()
+    explicit StorageFile(const std::string& fileName = "bitmaps.stg") : name(fileName)
     {
         const std::string path = name.Path().Text();
         StgCreateDocfile(std::u16string(path.begin(), path.end()).c_str(),
@@ -507,7 +508,7 @@ struct StorageFile
         made->Release();
     }
 
-    TemporaryName name{"bitmaps.stg"};
+    TemporaryName name;
     IStorage* storage = nullptr;
 };
 
@@ -538,6 +539,25 @@ TEST(MemoryMappedDIB, AStreamHoldsAPackedBitmap)
     Dib again;
     EXPECT_EQ(again.ReadFromStorage(file.storage, "again"), 1);
     EXPECT_EQ(again.Pixels(0, 1), Values{3});
+}
+
+TEST(MemoryMappedDIB, AnotherProgramFindsThePackedBitmapInItsStream)
+{
+    const StorageFile file("listed-bitmaps.stg");
+    const TemporaryFile source("listed8.bmp", EightBits().File());
+    Dib dib;
+    ASSERT_EQ(dib.Open(source.Path()), 1);
+    ASSERT_EQ(dib.SaveToStorage(file.storage, "picture"), 1);
+    ASSERT_EQ(file.storage->Commit(STGC_DEFAULT), S_OK);
+    const std::string name = "'" + file.name.Path().Text() + "'";
+    const std::optional<std::string> list = OutputOf("gsf list " + name);
+    if (!list)
+    {
+        GTEST_SKIP() << "no gsf program (package libgsf-bin)";
+    }
+    const Bytes packed = EightBits().Packed();
+    EXPECT_NE(list->find(std::to_string(packed.size()) + " picture"), std::string::npos) << *list;
+    EXPECT_EQ(OutputOf("gsf cat " + name + " picture"), std::string(packed.begin(), packed.end()));
 }
 
 TEST(MemoryMappedDIB, MasksAndPackedPixelsComeBackFromAStream)
