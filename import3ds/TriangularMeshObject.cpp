@@ -97,13 +97,9 @@ int TriangularMeshObject::CalculateVertexNormals()
     vertexNormals.SetSize(vertexCount);
     // Files have thousands of small meshes: these need no memory of their own.
     int facesAtFew[64] = {};
-    std::vector<int> facesAtMany;
-    int* facesAt = facesAtFew;
-    if (vertexCount > static_cast<int>(std::size(facesAtFew)))
-    {
-        facesAtMany.resize(static_cast<std::size_t>(vertexCount));
-        facesAt = facesAtMany.data();
-    }
+    const bool areFew = vertexCount <= static_cast<int>(std::size(facesAtFew));
+    std::vector<int> facesAtMany(areFew ? 0 : static_cast<std::size_t>(vertexCount));
+    int* const facesAt = areFew ? facesAtFew : facesAtMany.data();
     const int counted = vertexCount == 0 ? 0 : std::min(faces.GetSize(), faceNormals.GetSize());
     Vector* const normal = vertexCount != 0 ? vertexNormals.GetElement(0) : nullptr;
     for (int i = 0; i < counted; ++i)
