@@ -111,23 +111,23 @@ double WrongLength(const Contours& contours, const std::vector<Place>& contour)
     constexpr double aside = 0.02;
     const std::size_t count = contour.size();
     const auto next = [&](std::size_t i) { return i + 1 < count ? i + 1 : 0; };
-    const auto length = [&](std::size_t i) {
-        return std::hypot(contour[next(i)].x - contour[i].x, contour[next(i)].y - contour[i].y);
-    };
+    std::vector<double> lengths(count);
     std::vector<std::size_t> longest(count);
     for (std::size_t i = 0; i < count; ++i)
     {
+        lengths[i] =
+            std::hypot(contour[next(i)].x - contour[i].x, contour[next(i)].y - contour[i].y);
         longest[i] = i;
     }
     std::sort(longest.begin(), longest.end(),
-              [&](std::size_t a, std::size_t b) { return length(a) > length(b); });
+              [&](std::size_t a, std::size_t b) { return lengths[a] > lengths[b]; });
     longest.resize(std::min<std::size_t>(longest.size(), 9));
     double wrong = 0;
     for (const std::size_t i : longest)
     {
         const Place& a = contour[i];
         const Place& b = contour[next(i)];
-        const double size = length(i);
+        const double size = lengths[i];
         if (size == 0)
         {
             continue;
@@ -167,7 +167,7 @@ Built Build(const posix::NativeOutline& outline, int unitsPerEm)
 /// The contours in places so close together that what is between them is straight.
 Contours Sampled(const posix::NativeOutline& outline)
 {
-    constexpr int samples = 32;  // of a curved piece
+    constexpr int samples = 16;  // of a curved piece
     Contours contours;
     std::size_t first = 0;
     for (const std::size_t end : outline.ends)
@@ -207,27 +207,66 @@ Contours Sampled(const posix::NativeOutline& outline)
     return contours;
 }
 
-double DistanceTo(const Contours& contours, const Place& place)
+struct Segment
 {
-    double nearest = std::numeric_limits<double>::infinity();
-    for (const std::vector<Place>& contour : contours)
+    Place a;
+    Place b;
+};
+
+/// Finds how far places lie from an outline at most.
+class FarthestPlace
+{
+public:
+    explicit FarthestPlace(const Contours& contours)
     {
-        for (std::size_t n = 0; n < contour.size(); ++n)
+        for (const std::vector<Place>& contour : contours)
         {
-            const Place& a = contour[n];
-            const Place& b = contour[n + 1 < contour.size() ? n + 1 : 0];
-            const double x = b.x - a.x;
-            const double y = b.y - a.y;
-            const double square = x * x + y * y;
-            const double along = (place.x - a.x) * x + (place.y - a.y) * y;
-            const double t = square > 0 ? std::clamp(along / square, 0.0, 1.0) : 0.0;
-            const double dx = a.x + t * x - place.x;
-            const double dy = a.y + t * y - place.y;
-            nearest = std::min(nearest, dx * dx + dy * dy);
+            for (std::size_t n = 0; n < contour.size(); ++n)
+            {
+                segments_.push_back({contour[n], contour[n + 1 < contour.size() ? n + 1 : 0]});
+            }
         }
     }
-    return std::sqrt(nearest);
-}
+
+    void Add(const Place& place)
+    {
+        // A place that follows another is mostly near the same segment, and one that is nearer than
+        // the farthest so far needs no exact distance.
+        double nearest = std::numeric_limits<double>::infinity();
+        for (std::size_t n = 0; n < segments_.size() && nearest > square_; ++n)
+        {
+            const std::size_t index = (last_ + n) % segments_.size();
+            const double square = SquareDistance_(segments_[index], place);
+            if (square < nearest)
+            {
+                nearest = square;
+                next_ = index;
+            }
+        }
+        last_ = next_;
+        square_ = std::max(square_, nearest);
+    }
+
+    double Distance() const { return std::sqrt(square_); }
+
+private:
+    static double SquareDistance_(const Segment& segment, const Place& place)
+    {
+        const double x = segment.b.x - segment.a.x;
+        const double y = segment.b.y - segment.a.y;
+        const double square = x * x + y * y;
+        const double along = (place.x - segment.a.x) * x + (place.y - segment.a.y) * y;
+        const double t = square > 0 ? std::clamp(along / square, 0.0, 1.0) : 0.0;
+        const double dx = segment.a.x + t * x - place.x;
+        const double dy = segment.a.y + t * y - place.y;
+        return dx * dx + dy * dy;
+    }
+
+    std::vector<Segment> segments_;
+    double square_ = 0;
+    std::size_t last_ = 0;
+    std::size_t next_ = 0;
+};
 
 /// How far the border of what an outline fills by the non-zero rule lies from a repaired outline at
 /// most, in units. Loops thinner than a unit on average are what rounding leaves between edges: a
@@ -247,8 +286,7 @@ std::optional<double> Movement(const posix::NativeOutline& own, const posix::Nat
     {
         return std::nullopt;
     }
-    const Contours repaired = Sampled(given);
-    double most = 0;
+    FarthestPlace farthest(Sampled(given));
     for (const auto& loop : border.Loops())
     {
         double length = 0;
@@ -265,12 +303,10 @@ std::optional<double> Movement(const posix::NativeOutline& own, const posix::Nat
         {
             continue;
         }
-        for (const Place& place : places)
-        {
-            most = std::max(most, DistanceTo(repaired, place));
-        }
+        std::for_each(places.begin(), places.end(),
+                      [&](const Place& place) { farthest.Add(place); });
     }
-    return most;
+    return farthest.Distance();
 }
 
 struct Counts
