@@ -133,6 +133,26 @@ TEST(OutlineRepair, CurvesStayCurvesAndStayWhereTheyAre)
     }
 }
 
+bool HasCurves(const NativeOutline& outline)
+{
+    return std::any_of(outline.points.begin(), outline.points.end(),
+                       [](const NativePoint& point) { return !point.onCurve; });
+}
+
+TEST(OutlineRepair, CurvesThatTwoPassesKeepAreJudgedByTheAreaOfTenSamples)
+{
+    // A deep curve whose cut pieces, rounded, cross again, so that only a second pass brings them
+    // apart. Cut, the curve is flattened more finely: five samples of it whole enclose so much less
+    // that what has become of it would be taken for spoilt, and straight lines for better.
+    const NativeOutline outline =
+        MakeOutline({{{553, 53}, {22, 642, false}, {493, 237}, {511, 283}, {259, 369}}});
+    ASSERT_FALSE(TryOutline(outline, em).fills);
+    const auto repaired = RepairOutline(outline, em);
+    ASSERT_TRUE(repaired);
+    EXPECT_TRUE(HasCurves(*repaired));
+    EXPECT_TRUE(TryOutline(*repaired, em).fills);
+}
+
 TEST(OutlineRepair, WhatIsRepairedPassesAndFillsTheSame)
 {
     std::mt19937 random(11);
