@@ -116,6 +116,8 @@ struct UnionCallbacks
         });
     }
 
+    static void CALLBACK FlagEdge(GLboolean, void*) noexcept {}
+
     static void CALLBACK Error(GLenum, void* data) noexcept
     {
         static_cast<OutlineUnion*>(data)->failed_ = true;
@@ -159,6 +161,9 @@ bool OutlineUnion::Unite()
     gluTessCallback(tess, GLU_TESS_BEGIN_DATA, AsCallback(UnionCallbacks::Begin));
     gluTessCallback(tess, GLU_TESS_VERTEX_DATA, AsCallback(UnionCallbacks::AddVertex));
     gluTessCallback(tess, GLU_TESS_COMBINE_DATA, AsCallback(UnionCallbacks::Combine));
+    // Where edge flags are asked for, the tessellator does not take a short contour that turns
+    // about its first vertex for one that cannot cross itself.
+    gluTessCallback(tess, GLU_TESS_EDGE_FLAG_DATA, AsCallback(UnionCallbacks::FlagEdge));
     gluTessCallback(tess, GLU_TESS_ERROR_DATA, AsCallback(UnionCallbacks::Error));
     gluTessBeginPolygon(tess, this);
     for (const std::vector<UnionVertex*>& contour : contours_)

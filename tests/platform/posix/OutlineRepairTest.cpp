@@ -95,6 +95,25 @@ TEST(OutlineRepair, AFigureEightBecomesTwoContours)
     EXPECT_NEAR(AreaOf(*repaired), 5000, 250);
 }
 
+TEST(OutlineRepair, AnArrowWhoseInnerEdgesCrossIsRepairedFromWhicheverVertexItStarts)
+{
+    // Seen from either of the last two vertices, its whole border turns one way.
+    std::vector<OutlineAt> arrow = {{196, 1093}, {102, 1167}, {419, 1478}, {737, 1167},
+                                    {644, 1093}, {392, 1348}, {446, 1348}};
+    for (std::size_t start = 0; start < arrow.size(); ++start)
+    {
+        const auto repaired = RepairOutline(MakeOutline({arrow}), 2000);
+        ASSERT_TRUE(repaired) << start;
+        // The edges cross at (419.1, 1320.6).
+        EXPECT_TRUE(SameRing(
+            *repaired,
+            MakeOutline(
+                {{{196, 1093}, {102, 1167}, {419, 1478}, {737, 1167}, {644, 1093}, {419, 1321}}})))
+            << start;
+        std::rotate(arrow.begin(), arrow.begin() + 1, arrow.end());
+    }
+}
+
 TEST(OutlineRepair, AContourThatTouchesItselfComesOutRight)
 {
     // Two squares joined at a corner by one contour
@@ -196,21 +215,21 @@ TEST(FaceOutlines, ContoursTheWrongWayAreTurnedAndNothingElse)
 
 TEST(FaceOutlines, WhatNoRepairHelpsIsFilledOnTrialThoughItsEdgesCross)
 {
-    // A pointed bracket whose ends cross each other by little, running the wrong way: what is left
-    // of the crossing after rounding lies on itself again. The tessellator fills it all the same.
-    constexpr int bracketEm = 2000;
-    const NativeOutline bracket = MakeOutline(
-        {{{249, 502}, {629, 884}, {511, 959}, {102, 530}, {511, 101}, {629, 176}, {249, 558}}});
-    const OutlineVerdict verdict = TryOutline(bracket, bracketEm);
+    // Two small triangles that run the wrong way and cross, with corners a unit or two apart: what
+    // is left after rounding crosses again. The tessellator fills them all the same.
+    const NativeOutline triangles =
+        MakeOutline({{{25, 1}, {13, 25}, {0, 21}}, {{25, 4}, {24, 3}, {2, 24}}});
+    const OutlineVerdict verdict = TryOutline(triangles, em);
     ASSERT_TRUE(!verdict.fills && verdict.presumed);
-    ASSERT_FALSE(RepairOutline(bracket, bracketEm));
-    ASSERT_GT(OddArea(FlattenAndSeparate(bracket, bracketEm)), 0);
-    const ProvidedOutline provided = ProvideOutline(bracket, false, bracketEm);
+    ASSERT_FALSE(RepairOutline(triangles, em));
+    ASSERT_GT(OddArea(FlattenAndSeparate(triangles, em)), 0);
+    const ProvidedOutline provided = ProvideOutline(triangles, false, em);
     EXPECT_TRUE(provided.turned);
     EXPECT_FALSE(provided.failed || provided.repaired);
     ASSERT_TRUE(provided.outline);
-    EXPECT_EQ(*provided.outline, Reversed(bracket, {true}));
-    EXPECT_TRUE(TryOutline(*provided.outline, bracketEm, CrossingEdges::Filled).wrongWay.empty());
+    const OutlineVerdict filled = TryOutline(triangles, em, CrossingEdges::Filled);
+    ASSERT_FALSE(filled.wrongWay.empty());
+    EXPECT_EQ(*provided.outline, Reversed(triangles, filled.wrongWay));
 }
 
 TEST(FaceOutlines, WhatCannotBeRepairedIsHandedOverAsItIs)
