@@ -255,6 +255,9 @@ struct Ring
     int end = 0;
     Box box;
     Whole twiceArea = 0;  // more than 0 for a clockwise one
+
+    /// Whether flattening has left nothing of it.
+    bool IsEmpty() const { return first == end; }
 };
 
 /// The edges of an outline by chains and contours. One is kept on each thread for its memory.
@@ -303,13 +306,17 @@ public:
         std::vector<bool> wrong;
         for (std::size_t n = 0; n < rings_.size(); ++n)
         {
+            if (rings_[n].IsEmpty())
+            {
+                continue;
+            }
             bool inHole = false;
             for (std::size_t m = 0; m < rings_.size(); ++m)
             {
-                inHole ^= m != n && rings_[m].box.Holds(rings_[n].box) &&
+                inHole ^= m != n && !rings_[m].IsEmpty() && rings_[m].box.Holds(rings_[n].box) &&
                           IsInside_(flat, rings_[m], flat.vertices[rings_[n].first].point);
             }
-            if (rings_[n].end > rings_[n].first && (rings_[n].twiceArea > 0) == inHole)
+            if ((rings_[n].twiceArea > 0) == inHole)
             {
                 wrong.resize(rings_.size());
                 wrong[n] = true;

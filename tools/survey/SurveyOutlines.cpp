@@ -404,6 +404,7 @@ void LookAt(Survey& survey, const posix::InstalledFace& face, UINT index, int un
             name + (after.noCaps ? " no caps" : "") + (after.falseHoles ? " false holes" : "") +
             (after.wrongWay != 0 ? " wrong direction" : "") + (changed ? " area changed" : "") +
             (provided.failed ? " (not repaired)" : ""));
+        std::fprintf(stderr, "\r%s\n", survey.failures.back().c_str());
     }
 }
 

@@ -208,6 +208,15 @@ TEST(OutlineTrial, NothingAndDegenerateContoursPass)
     EXPECT_TRUE(TryOutline({}, em).fills);
     EXPECT_TRUE(TryOutline(MakeOutline({{{5, 5}, {5, 5}}}), em).fills);
     EXPECT_TRUE(TryOutline(MakeOutline({{{0, 0}, {100, 0}, {50, 0}}}), em).fills);
+    // Contours of which flattening leaves nothing are neither inside nor around others.
+    const std::vector<OutlineAt> speck = {{5, 5}, {5, 6}, {6, 5}};
+    for (const auto& contours :
+         {std::vector<std::vector<OutlineAt>>{speck, speck}, {speck, SquareAt(0, 0, 100), speck}})
+    {
+        const OutlineVerdict verdict = TryOutline(MakeOutline(contours), em);
+        EXPECT_TRUE(verdict.fills);
+        EXPECT_TRUE(verdict.wrongWay.empty());
+    }
 }
 
 TEST(OutlineTrial, AnOutlineWhoseEdgesMeetBeyondAllBoundsIsGivenUp)
