@@ -47,8 +47,9 @@ TEST(ToolFonts, AFilterIsAPartOfTheNameInEitherCase)
 {
     const std::vector<std::string> fonts = ListFonts();
     std::vector<std::string> bold;
-    std::copy_if(fonts.begin(), fonts.end(), std::back_inserter(bold),
-                 [](const std::string& name) { return name.find("Bold") != std::string::npos; });
+    std::copy_if(fonts.begin(), fonts.end(), std::back_inserter(bold), [](const std::string& name) {
+        return name.find("Bold") != std::string::npos || name.find("bold") != std::string::npos;
+    });
     EXPECT_FALSE(bold.empty());
     EXPECT_LT(bold.size(), fonts.size());
     EXPECT_EQ(ListFonts({"bold"}), bold);
