@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <utility>
 
 namespace posix
 {
@@ -405,6 +407,59 @@ std::optional<NativeOutline> Passed(NativeOutline outline, int unitsPerEm, doubl
     return whole ? std::optional(std::move(outline)) : std::nullopt;
 }
 
+/// The outline with the corners that lie at one place drawn back into themselves, so that contours
+/// that touch keep apart: the library would shift them along their normals, into each other.
+NativeOutline TouchingCornersApart(const NativeOutline& outline, double distance)
+{
+    // A contour's last point may repeat its first.
+    const auto ringEnd = [&](std::size_t contour) {
+        const std::size_t first = outline.FirstOf(contour);
+        const std::size_t end = outline.ends[contour];
+        return outline.points[end - 1] == outline.points[first] ? end - 1 : end;
+    };
+    std::map<std::pair<FT_Pos, FT_Pos>, int> corners;
+    for (std::size_t contour = 0; contour < outline.ends.size(); ++contour)
+    {
+        for (std::size_t n = outline.FirstOf(contour); n < ringEnd(contour); ++n)
+        {
+            corners[{outline.points[n].x, outline.points[n].y}] += outline.points[n].onCurve;
+        }
+    }
+    const auto at = [&](std::size_t index) {
+        const NativePoint& point = outline.points[index];
+        return Place{static_cast<double>(point.x >> 6), static_cast<double>(point.y >> 6)};
+    };
+    NativeOutline apart = outline;
+    for (std::size_t contour = 0; contour < outline.ends.size(); ++contour)
+    {
+        const std::size_t first = outline.FirstOf(contour);
+        const std::size_t end = ringEnd(contour);
+        for (std::size_t n = first; n < end; ++n)
+        {
+            const NativePoint& point = outline.points[n];
+            const Place back = at(n > first ? n - 1 : end - 1) - at(n);
+            const Place on = at(n + 1 < end ? n + 1 : first) - at(n);
+            if (!point.onCurve || corners[{point.x, point.y}] < 2 || Length(back) == 0 ||
+                Length(on) == 0)
+            {
+                continue;
+            }
+            // Halfway between the two edges, on the side on which they are nearer to each other.
+            const Place inward = back * (1 / Length(back)) + on * (1 / Length(on));
+            constexpr double nearlyStraight = 0.1;
+            if (Length(inward) > nearlyStraight)
+            {
+                const Place moved = at(n) + inward * (distance / Length(inward));
+                apart.points[n].x = static_cast<FT_Pos>(std::round(moved.x)) * 64;
+                apart.points[n].y = static_cast<FT_Pos>(std::round(moved.y)) * 64;
+            }
+        }
+        apart.points[outline.ends[contour] - 1] =
+            end < outline.ends[contour] ? apart.points[first] : apart.points[end - 1];
+    }
+    return apart;
+}
+
 }  // namespace
 
 std::optional<NativeOutline> RepairOutline(const NativeOutline& outline, int unitsPerEm)
@@ -427,6 +482,14 @@ std::optional<NativeOutline> RepairOutline(const NativeOutline& outline, int uni
     if (auto repaired = Passed(Unite(once.outline, usual).outline, unitsPerEm, once.area))
     {
         return repaired;
+    }
+    for (const double distance : {1.5, 3.0})
+    {
+        if (auto repaired =
+                Passed(TouchingCornersApart(once.outline, distance), unitsPerEm, once.area))
+        {
+            return repaired;
+        }
     }
     for (const Attempt& attempt : {Attempt{5, false}, Attempt{10, false}, Attempt{3, false}})
     {
