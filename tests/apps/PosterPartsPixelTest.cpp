@@ -42,7 +42,8 @@ public:
 class Panels
 {
 public:
-    Panels()
+    /// \param name of the picture's file.
+    explicit Panels(const char* name) : file(name)
     {
         Add(0.3f, -0.8, 0.7);
         Add(0.2f, 0.8, -0.75)->Rotate(30, DVector(1.0, 1.0, 0.0));
@@ -68,7 +69,7 @@ public:
         return marks;
     }
 
-    TemporaryName file{"panels.bmp"};
+    TemporaryName file;
     SceneObject scene;
     ViewObject view;
     PosterSettings settings;
@@ -87,7 +88,7 @@ TEST(PosterParts, BandsWithoutTheNodesThatTheyDoNotShowAreTheSame)
 {
     const HeadlessContext context(1, 1);
     REQUIRE_CONTEXT(context);
-    Panels panels;
+    Panels panels("panels-bands.bmp");
     DrawPoster(panels.view, panels.settings, *MakeTarget(panels.settings));
     EXPECT_EQ(panels.Deleted(), "----x");
     const std::vector<BYTE> picture = panels.file.Read();
@@ -135,7 +136,7 @@ TEST(PosterParts, AStoppedPictureLeavesNoNodeDeleted)
 {
     const HeadlessContext context(1, 1);
     REQUIRE_CONTEXT(context);
-    Panels panels;
+    Panels panels("panels-stopped.bmp");
     const HANDLE stop = CreateEventA(nullptr, TRUE, FALSE, nullptr);
     panels.settings.stop = stop;
     std::string marks;
