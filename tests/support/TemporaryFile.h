@@ -6,16 +6,37 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <vector>
+
+/// A folder of this process alone, for tests run side by side; it goes at the end. Ends in a slash.
+inline const std::string& TemporaryFolder()
+{
+    struct Folder
+    {
+        Folder() { std::filesystem::create_directory(path); }
+        ~Folder()
+        {
+            std::error_code ignored;
+            std::filesystem::remove_all(path, ignored);
+        }
+
+        const std::string path =
+            testing::TempDir() + "orvane-tests-" + std::to_string(std::random_device{}()) + "/";
+    };
+    static const Folder folder;
+    return folder.path;
+}
 
 /// The name of a file that does not exist, and of none again once its object ends.
 class TemporaryName
 {
 public:
-    explicit TemporaryName(const std::string& name) : path_(testing::TempDir() + name)
+    explicit TemporaryName(const std::string& name) : path_(TemporaryFolder() + name)
     {
         std::remove(path_.c_str());
     }
