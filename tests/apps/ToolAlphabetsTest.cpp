@@ -2,6 +2,7 @@
 // Texts in the alphabets of every code page, in DejaVu Sans, drawn, saved and loaded by the tool.
 
 #include "platform/Fonts.h"
+#include "tests/support/Alphabets.h"
 #include "tests/support/DecodedPicture.h"
 #include "tests/support/Json.h"
 #include "tests/support/ToolRun.h"
@@ -11,14 +12,6 @@
 
 namespace
 {
-
-struct Alphabet
-{
-    const char* name;
-    const char* text;
-    int codePage;
-    int characterSet;
-};
 
 class ToolAlphabets : public testing::TestWithParam<Alphabet>
 {
@@ -68,15 +61,6 @@ TEST_P(ToolAlphabets, HasItsCharacterSetInTheStoredDescriptionOfTheFont)
     EXPECT_EQ(static_cast<unsigned char>(file.at(faceName - before)), GetParam().characterSet);
 }
 
-INSTANTIATE_TEST_SUITE_P(CodePages, ToolAlphabets,
-                         testing::Values(Alphabet{"CentralEuropean", "Příliš žluťoučký", 1250, 238},
-                                         Alphabet{"Cyrillic", "Съешь ещё булок", 1251, 204},
-                                         Alphabet{"Western", "Français Ångström", 1252, 0},
-                                         Alphabet{"Greek", "Ξεσκεπάζω", 1253, 161},
-                                         Alphabet{"Turkish", "ğışİ Çığ", 1254, 162},
-                                         Alphabet{"Baltic", "Ķēniņš ąžuolą", 1257, 186}),
-                         [](const testing::TestParamInfo<Alphabet>& info) {
-                             return info.param.name;
-                         });
+INSTANTIATE_TEST_SUITE_P(CodePages, ToolAlphabets, AllAlphabets(), NameOf);
 
 }  // namespace

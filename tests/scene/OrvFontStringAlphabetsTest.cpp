@@ -9,6 +9,7 @@
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
 #include "scene/OrvFontString.h"
+#include "tests/support/Alphabets.h"
 #include "tests/support/GoldenFonts.h"
 #include "tests/support/PrivateFonts.h"
 #include "tests/support/RecordBytes.h"
@@ -19,14 +20,6 @@
 
 namespace
 {
-
-struct Alphabet
-{
-    const char* name;
-    const char* text;
-    UINT codePage;
-    BYTE characterSet;
-};
 
 class OrvFontStringAlphabets : public testing::TestWithParam<Alphabet>
 {
@@ -115,14 +108,6 @@ TEST_P(OrvFontStringAlphabets, SurvivesSaveAndLoad)
     EXPECT_GT(loaded.GetUnscaledDimensions().x, 2.0);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    CodePages, OrvFontStringAlphabets,
-    testing::Values(Alphabet{"CentralEuropean", "Příliš žluťoučký kůň Łódź", 1250, 238},
-                    Alphabet{"Cyrillic", "Съешь ещё этих булок", 1251, 204},
-                    Alphabet{"Western", "Français Ångström", 1252, 0},
-                    Alphabet{"Greek", "Ξεσκεπάζω την ψυχή", 1253, 161},
-                    Alphabet{"Turkish", "Çığ İstanbul şöyle", 1254, 162},
-                    Alphabet{"Baltic", "Ķēniņš ąžuolą", 1257, 186}),
-    [](const testing::TestParamInfo<Alphabet>& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(CodePages, OrvFontStringAlphabets, AllAlphabets(), NameOf);
 
 }  // namespace

@@ -6,25 +6,20 @@
 
 #include "tests/support/BmpFile.h"
 #include "tests/support/HeadlessContext.h"
+#include "tests/support/TemporaryFile.h"
 
-#include <filesystem>
 #include <fstream>
-#include <random>
 #include <string>
 
-/// A BMP file of 24 bits, its lowest row first, in a temporary folder of its own, both deleted with
-/// this object.
+/// A BMP file of 24 bits, its lowest row first, deleted with this object.
 class PictureFile
 {
 public:
     /// The picture has the colour that \p colorAt gives for each x and y, y from the top.
     template <typename ColorAt>
     PictureFile(const std::string& name, int width, int height, ColorAt colorAt)
-        : folder_(std::filesystem::temp_directory_path() /
-                  ("orvane-test-" + std::to_string(std::random_device{}()))),
-          path_((folder_ / ("orvane-" + name + ".bmp")).string())
+        : file_("orvane-" + name + ".bmp"), path_(file_.Path())
     {
-        std::filesystem::create_directories(folder_);
         RecordBytes pixels;
         for (int y = height - 1; y >= 0; --y)
         {
@@ -49,13 +44,9 @@ public:
             .write(reinterpret_cast<const char*>(bytes.data()),
                    static_cast<std::streamsize>(bytes.size()));
     }
-    ~PictureFile() { std::filesystem::remove_all(folder_); }
-    PictureFile(const PictureFile&) = delete;
-    PictureFile& operator=(const PictureFile&) = delete;
-
     const char* Path() const { return path_.c_str(); }
 
 private:
-    std::filesystem::path folder_;
+    TemporaryName file_;
     std::string path_;
 };
