@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-/// A BMP file that is written some rows after the other, in any order. Rows of a mapping of the
-/// file would do without writing them, but their pages cost the processor far more than that.
+/// A BMP file that is written some rows after the other, in any order.
 class BmpFile
 {
 public:

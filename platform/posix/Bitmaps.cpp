@@ -122,10 +122,6 @@ bool MapBits(Bitmap& bitmap, HANDLE section, DWORD offset)
     bitmap.bits = static_cast<BYTE*>(bitmap.memory.get());
     bitmap.section = section;
     bitmap.offset = offset;
-    if (bitmap.bits != nullptr)
-    {
-        PrepareForWriting(bitmap.bits, bitmap.Size());
-    }
     if (bitmap.bits == nullptr)
     {
         SetLastError(ERROR_INVALID_PARAMETER);

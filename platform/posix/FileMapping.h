@@ -58,8 +58,4 @@ struct FileMapping final : KernelObject
 std::shared_ptr<void> MapBytes(const FileMapping& mapping, std::uint64_t offset, std::size_t count,
                                bool writable);
 
-/// Makes room in memory for a mapped piece, unless it is large, at less than what its pages would
-/// cost one by one when they are written.
-void PrepareForWriting(void* bytes, std::size_t count);
-
 }  // namespace posix

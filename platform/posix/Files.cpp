@@ -131,23 +131,6 @@ std::shared_ptr<void> MapBytes(const FileMapping& mapping, std::uint64_t offset,
                                  [start, length](void*) { munmap(start, length); });
 }
 
-void PrepareForWriting(void* bytes, std::size_t count)
-{
-#ifdef MADV_POPULATE_WRITE
-    constexpr std::size_t largest = std::size_t{64} << 20;
-    if (count <= largest)
-    {
-        const std::size_t page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-        const std::size_t lead = reinterpret_cast<std::uintptr_t>(bytes) % page;
-        // No harm where the system does not know it.
-        madvise(static_cast<char*>(bytes) - lead, lead + count, MADV_POPULATE_WRITE);
-    }
-#else
-    static_cast<void>(bytes);
-    static_cast<void>(count);
-#endif
-}
-
 }  // namespace posix
 
 namespace
