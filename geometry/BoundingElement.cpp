@@ -13,10 +13,9 @@ IMPLEMENT_SERIAL(BoundingElement, CObject, VERSIONABLE_SCHEMA | 1)
 static void Widen(PackedVector& minimum, PackedVector& maximum, const Vector& low,
                   const Vector& high)
 {
-    minimum.SetVector(std::min(minimum.x, low.x), std::min(minimum.y, low.y),
-                      std::min(minimum.z, low.z));
-    maximum.SetVector(std::max(maximum.x, high.x), std::max(maximum.y, high.y),
-                      std::max(maximum.z, high.z));
+    minimum = {std::min(minimum.x, low.x), std::min(minimum.y, low.y), std::min(minimum.z, low.z)};
+    maximum = {std::max(maximum.x, high.x), std::max(maximum.y, high.y),
+               std::max(maximum.z, high.z)};
 }
 
 static bool IsFinite(const Vector& vector)
@@ -75,72 +74,143 @@ BoundingElement::Corners_ BoundingElement::Boxes_::Unmoved_() const
     return Corners_(minimum_, maximum_, CoordinateTransform());
 }
 
+BoundingElement::Extents_::Extents_(const Vector& minimum, const Vector& maximum)
+    : localMaximum(maximum), localMinimum(minimum)
+{
+    EncloseUnmoved(minimum, maximum);
+    localSphere.CalculateSphere(minimum, maximum);
+}
+
+BoundingElement::All_::All_(const Vector& minimum, const Vector& maximum)
+    : Extents_(minimum, maximum)
+{
+    boxes.SetUnmoved(minimum, maximum);
+}
+
+BoundingElement::BoundingElement(const BoundingElement& other) : CObject(other)
+{
+    *this = other;
+}
+
+BoundingElement& BoundingElement::operator=(const BoundingElement& other)
+{
+    if (all_.IfMade() != nullptr || other.all_.IfMade() != nullptr)
+    {
+        Whole_() = other.Copy_();
+    }
+    flags = other.flags;
+    localMinimum_ = other.localMinimum_;
+    localMaximum_ = other.localMaximum_;
+    return *this;
+}
+
+BoundingElement::Extents_ BoundingElement::Read_() const
+{
+    const All_* const all = all_.IfMade();
+    return all != nullptr ? Extents_(*all) : Extents_(localMinimum_, localMaximum_);
+}
+
+BoundingElement::All_ BoundingElement::Copy_() const
+{
+    const All_* const all = all_.IfMade();
+    return all != nullptr ? *all : All_(localMinimum_, localMaximum_);
+}
+
+BoundingElement::All_& BoundingElement::Whole_() const
+{
+    return all_.Get([this] { return All_(localMinimum_, localMaximum_); });
+}
+
+// When all else follows from the two corners, to the bit. Corners that somebody has a pointer to
+// stay.
+void BoundingElement::KeepTheTwo_()
+{
+    const All_& all = *all_.IfMade();
+    const Extents_ derived(all.localMinimum, all.localMaximum);
+    if (!all.boxes.AreMade() && all.localSphere.IsSameAs(derived.localSphere) &&
+        all.globalSphere.IsSameAs(derived.globalSphere))
+    {
+        localMinimum_ = all.localMinimum;
+        localMaximum_ = all.localMaximum;
+        all_.Forget();
+    }
+}
+
 void BoundingElement::ResetLocalBounds()
 {
     flags &= ~localBoundsDefined;
-    localMinimum.SetVector(FLT_MAX, FLT_MAX, FLT_MAX);
-    localMaximum.SetVector(-FLT_MAX, -FLT_MAX, -FLT_MAX);
-    localSphere.ClearDefined();
-    globalSphere.ClearDefined();
+    All_& all = Whole_();
+    all.localMinimum = {FLT_MAX, FLT_MAX, FLT_MAX};
+    all.localMaximum = {-FLT_MAX, -FLT_MAX, -FLT_MAX};
+    all.localSphere.ClearDefined();
+    all.globalSphere.ClearDefined();
 }
 
 void BoundingElement::AccumulateLocalBounds(const Vector& minimum, const Vector& maximum,
                                             const Sphere& sphere)
 {
-    localSphere += sphere;
-    if (localSphere.IsDefined() == 0)
+    All_& all = Whole_();
+    all.localSphere += sphere;
+    if (all.localSphere.IsDefined() == 0)
     {
         flags &= ~localBoundsDefined;
         return;
     }
-    Widen(localMinimum, localMaximum, minimum, maximum);
+    Widen(all.localMinimum, all.localMaximum, minimum, maximum);
     flags |= localBoundsDefined;
 }
 
 void BoundingElement::SetLocalBounds(const Vector& minimum, const Vector& maximum,
                                      const CoordinateTransform& transform)
 {
-    localMinimum = minimum;
-    localMaximum = maximum;
+    All_& all = Whole_();
+    all.localMinimum = minimum;
+    all.localMaximum = maximum;
     flags |= localBoundsDefined;
     CalculateBounds(transform);
 }
 
 void BoundingElement::CalculateBounds(const CoordinateTransform& transform)
 {
+    All_& all = Whole_();
     if ((flags & localBoundsDefined) == 0)
     {
-        for (PackedVector* extreme : {&globalMaximum, &globalMinimum, &localMaximum, &localMinimum})
-        {
-            extreme->SetVector(0.0f, 0.0f, 0.0f);
-        }
-        globalSphere.ClearDefined();
-        localSphere.ClearDefined();
+        all.globalMaximum = all.globalMinimum = all.localMaximum = all.localMinimum = Vector();
+        all.globalSphere.ClearDefined();
+        all.localSphere.ClearDefined();
         return;
     }
 
-    if (transform.IsIdentity() && IsFinite(localMinimum) && IsFinite(localMaximum))
+    const Vector minimum = all.localMinimum;
+    const Vector maximum = all.localMaximum;
+    if (transform.IsIdentity() && IsFinite(minimum) && IsFinite(maximum))
     {
-        // Every corner keeps its coordinates: two have them all.
-        Vector ends[2] = {localMinimum, localMaximum};
-        transform.TransformVectors(ends, 2);
-        boxes_.SetUnmoved(localMinimum, localMaximum);
-        EncloseGlobally_(ends, 2);
-        globalSphere.CalculateSphere(ends[0], ends[1]);
+        all.boxes.SetUnmoved(minimum, maximum);
+        all.EncloseUnmoved(minimum, maximum);
+        KeepTheTwo_();
         return;
     }
-    const Corners_ corners(localMinimum, localMaximum, transform);
-    boxes_.Get() = corners;
-    EncloseGlobally_(corners.global, 8);
-    globalSphere.CalculateSphere(corners.global[0], corners.global[6]);
+    const Corners_ corners(minimum, maximum, transform);
+    all.boxes.Get() = corners;
+    all.Enclose(corners.global, 8);
+    all.globalSphere.CalculateSphere(corners.global[0], corners.global[6]);
 }
 
-void BoundingElement::EncloseGlobally_(const Vector* corners, int count)
+// Every corner keeps its coordinates: two have them all.
+void BoundingElement::Extents_::EncloseUnmoved(const Vector& minimum, const Vector& maximum)
+{
+    Vector ends[2] = {minimum, maximum};
+    CoordinateTransform().TransformVectors(ends, 2);  // a negative zero becomes a positive one
+    Enclose(ends, 2);
+    globalSphere.CalculateSphere(ends[0], ends[1]);
+}
+
+void BoundingElement::Extents_::Enclose(const Vector* corners, int count)
 {
     // Boxes wholly beyond ten million units keep these starts as an extreme: meant so, see
     // GlobalExtremesStartAtTenMillion.
-    globalMinimum.SetVector(1e7f, 1e7f, 1e7f);
-    globalMaximum.SetVector(-1e7f, -1e7f, -1e7f);
+    globalMinimum = {1e7f, 1e7f, 1e7f};
+    globalMaximum = {-1e7f, -1e7f, -1e7f};
     for (int i = 0; i < count; ++i)
     {
         Widen(globalMinimum, globalMaximum, corners[i], corners[i]);
@@ -157,31 +227,33 @@ void BoundingElement::Serialize(CArchive& archive)
     }
     WriteRecordVersion(archive, RUNTIME_CLASS(BoundingElement));
     archive << flags;
-    Corners_ corners = boxes_.Copy();
-    SerializeBounds_(archive, corners);
+    All_ all = Copy_();
+    Corners_ corners = all.boxes.Copy();
+    SerializeExtents_(archive, all, corners);
 }
 
 void BoundingElement::DeserializeVersion1(CArchive& archive)
 {
     archive >> flags;
-    SerializeBounds_(archive, boxes_.Get());
+    All_& all = Whole_();
+    SerializeExtents_(archive, all, all.boxes.Get());
 }
 
 // Members serialize themselves, so that storing and loading read the same.
-void BoundingElement::SerializeBounds_(CArchive& archive, Corners_& corners)
+void BoundingElement::SerializeExtents_(CArchive& archive, Extents_& extents, Corners_& corners)
 {
     for (Vector& corner : corners.global)
     {
         corner.Serialize(archive);
     }
-    globalMaximum.Serialize(archive);
-    globalMinimum.Serialize(archive);
-    globalSphere.Serialize(archive);
+    extents.globalMaximum.Serialize(archive);
+    extents.globalMinimum.Serialize(archive);
+    extents.globalSphere.Serialize(archive);
     for (Vector& corner : corners.local)
     {
         corner.Serialize(archive);
     }
-    localMaximum.Serialize(archive);
-    localMinimum.Serialize(archive);
-    localSphere.Serialize(archive);
+    extents.localMaximum.Serialize(archive);
+    extents.localMinimum.Serialize(archive);
+    extents.localSphere.Serialize(archive);
 }

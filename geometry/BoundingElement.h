@@ -12,8 +12,11 @@ class CoordinateTransform;
 ///
 /// The corners of a box lie, with m the minimum and M the maximum, at (m, m, m), (m, M, m),
 /// (m, M, M), (m, m, M), (M, m, m), (M, M, m), (M, M, M), (M, m, M): 6 is opposite 0. The global
-/// corners are the transformed local ones and no longer along the axes. Boxes made under the
-/// identity, as for most nodes of an imported file, take no memory until they are asked for.
+/// corners are the transformed local ones and no longer along the axes.
+///
+/// All of this follows from the local minimum and maximum where the transform is the identity and
+/// the local sphere is the one on the box's diagonal, as for most nodes of an imported file: these
+/// keep no more than the two.
 ///
 /// Its record is the version and the fields in order.
 class ORVANE_API BoundingElement : public CObject
@@ -24,25 +27,29 @@ public:
     /// Bit of flags: the local bounds are defined.
     static constexpr DWORD localBoundsDefined = 0x1;
 
+    BoundingElement() = default;
+    BoundingElement(const BoundingElement& other);
+    BoundingElement& operator=(const BoundingElement& other);
+
     // Eight corners.
-    Vector* GetGlobalBoundingBox() { return boxes_.Get().global; }
-    const Vector* GetGlobalBoundingBox() const { return boxes_.Get().global; }
-    Vector* GetLocalBoundingBox() { return boxes_.Get().local; }
-    const Vector* GetLocalBoundingBox() const { return boxes_.Get().local; }
+    Vector* GetGlobalBoundingBox() { return Whole_().boxes.Get().global; }
+    const Vector* GetGlobalBoundingBox() const { return Whole_().boxes.Get().global; }
+    Vector* GetLocalBoundingBox() { return Whole_().boxes.Get().local; }
+    const Vector* GetLocalBoundingBox() const { return Whole_().boxes.Get().local; }
 
-    Vector GetGlobalMaximum() const { return globalMaximum; }
-    Vector GetGlobalMinimum() const { return globalMinimum; }
-    Vector GetGlobalCenter() const { return globalSphere.GetCenter(); }
-    float GetGlobalDiameter() const { return globalSphere.GetDiameter(); }
-    float GetGlobalRadius() const { return globalSphere.GetRadius(); }
-    Sphere GetGlobalSphere() const { return globalSphere; }
+    Vector GetGlobalMaximum() const { return Read_().globalMaximum; }
+    Vector GetGlobalMinimum() const { return Read_().globalMinimum; }
+    Vector GetGlobalCenter() const { return Read_().globalSphere.GetCenter(); }
+    float GetGlobalDiameter() const { return Read_().globalSphere.GetDiameter(); }
+    float GetGlobalRadius() const { return Read_().globalSphere.GetRadius(); }
+    Sphere GetGlobalSphere() const { return Read_().globalSphere; }
 
-    Vector GetLocalMaximum() const { return localMaximum; }
-    Vector GetLocalMinimum() const { return localMinimum; }
-    Vector GetLocalCenter() const { return localSphere.GetCenter(); }
-    float GetLocalDiameter() const { return localSphere.GetDiameter(); }
-    float GetLocalRadius() const { return localSphere.GetRadius(); }
-    Sphere GetLocalSphere() const { return localSphere; }
+    Vector GetLocalMaximum() const { return Read_().localMaximum; }
+    Vector GetLocalMinimum() const { return Read_().localMinimum; }
+    Vector GetLocalCenter() const { return Read_().localSphere.GetCenter(); }
+    float GetLocalDiameter() const { return Read_().localSphere.GetDiameter(); }
+    float GetLocalRadius() const { return Read_().localSphere.GetRadius(); }
+    Sphere GetLocalSphere() const { return Read_().localSphere; }
 
     /// Local bounds undefined, the extremes inside out and ready to accumulate, both spheres
     /// undefined.
@@ -66,14 +73,6 @@ public:
 
     DWORD flags = 0;
 
-protected:
-    PackedVector globalMaximum;
-    PackedVector globalMinimum;
-    Sphere globalSphere;
-    PackedVector localMaximum;
-    PackedVector localMinimum;
-    Sphere localSphere;
-
 private:
     struct Corners_
     {
@@ -92,6 +91,7 @@ private:
 
         Corners_& Get() const;
         Corners_ Copy() const;
+        bool AreMade() const { return corners_.IfMade() != nullptr; }
         void SetUnmoved(const Vector& minimum, const Vector& maximum);
 
     private:
@@ -101,9 +101,35 @@ private:
         PackedVector maximum_;
         MadeWhenUsed<Corners_> corners_;
     };
+    struct Extents_
+    {
+        /// Those that follow from the two.
+        Extents_(const Vector& minimum, const Vector& maximum);
 
-    void EncloseGlobally_(const Vector* corners, int count);
-    void SerializeBounds_(CArchive& archive, Corners_& corners);
+        void Enclose(const Vector* corners, int count);
+        void EncloseUnmoved(const Vector& minimum, const Vector& maximum);
 
-    Boxes_ boxes_;
+        PackedVector globalMaximum;
+        PackedVector globalMinimum;
+        Sphere globalSphere;
+        PackedVector localMaximum;
+        PackedVector localMinimum;
+        Sphere localSphere;
+    };
+    struct All_ : Extents_
+    {
+        All_(const Vector& minimum, const Vector& maximum);
+
+        Boxes_ boxes;
+    };
+
+    Extents_ Read_() const;
+    All_ Copy_() const;
+    All_& Whole_() const;
+    void KeepTheTwo_();
+    static void SerializeExtents_(CArchive& archive, Extents_& extents, Corners_& corners);
+
+    MadeWhenUsed<All_> all_;  // while it is not there all follows from the two:
+    PackedVector localMinimum_;
+    PackedVector localMaximum_;
 };

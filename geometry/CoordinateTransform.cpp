@@ -36,28 +36,6 @@ void CoordinateTransform::Settings_::Regenerate()
     MultiplyMatricies(compositeMatrix, part);
 }
 
-CoordinateTransform::CoordinateTransform(const CoordinateTransform& other) : CObject(other)
-{
-    *this = other;
-}
-
-CoordinateTransform& CoordinateTransform::operator=(const CoordinateTransform& other)
-{
-    if (settings_.IfMade() != nullptr || other.settings_.IfMade() != nullptr)
-    {
-        settings_.Get() = other.Read_();
-    }
-    return *this;
-}
-
-const CoordinateTransform::Settings_& CoordinateTransform::Read_() const
-{
-    // Never destroyed: objects with static storage may ask while the process ends.
-    static const Settings_* const initial = new Settings_;
-    const Settings_* const made = settings_.IfMade();
-    return made != nullptr ? *made : *initial;
-}
-
 bool CoordinateTransform::IsIdentity() const
 {
     return std::equal(identity, identity + 16, Read_().compositeMatrix, [](double a, double b) {

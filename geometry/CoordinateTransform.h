@@ -23,10 +23,6 @@ class ORVANE_API CoordinateTransform : public CObject
     DECLARE_SERIAL(CoordinateTransform)
 
 public:
-    CoordinateTransform() = default;
-    CoordinateTransform(const CoordinateTransform& other);
-    CoordinateTransform& operator=(const CoordinateTransform& other);
-
     // The live 16 doubles.
     double* GetCompositeMatrix() { return settings_.Get().compositeMatrix; }
     const double* GetCompositeMatrix() const { return settings_.Get().compositeMatrix; }
@@ -142,7 +138,7 @@ private:
         DVector translation;
     };
 
-    const Settings_& Read_() const;
+    const Settings_& Read_() const { return settings_.Read(); }
 
     // The results may be one of the operands.
     static void MultiplyMatricies(const double* a, const double* b, double* product);

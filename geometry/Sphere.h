@@ -36,6 +36,9 @@ public:
     Sphere& operator+=(const Sphere& other);
     Sphere operator+(const Sphere& other) const { return Sphere(*this) += other; }
 
+    /// To the bit, with all that the record has.
+    bool IsSameAs(const Sphere& other) const;
+
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
 

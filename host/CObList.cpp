@@ -4,7 +4,7 @@
 #include "host/CArchive.h"
 
 #include <algorithm>
-#include <memory>
+#include <cstddef>
 #include <string>
 #include <utility>
 
@@ -21,13 +21,13 @@ struct CObList::Node
     Element element;
 };
 
-struct CObList::Block
+CObList::CObList(int blockSize)
 {
-    Block* next;
-    std::unique_ptr<Node[]> nodes;
-};
-
-CObList::CObList(int blockSize) : blockSize_(std::max(blockSize, 1)) {}
+    if (blockSize != usualBlockSize_)
+    {
+        body_.Get().blockSize = std::max(blockSize, 1);
+    }
+}
 
 CObList::~CObList()
 {
@@ -41,64 +41,66 @@ CObList::Node* CObList::AsNode(POSITION position)
 
 CObList::Node* CObList::NewNode(Node* previous, Node* next, CObject* element)
 {
-    if (free_ == nullptr)
+    Body& body = body_.Get();
+    if (body.free == nullptr)
     {
-        blocks_ = new Block{blocks_, nullptr};
-        blocks_->nodes = std::make_unique<Node[]>(blockSize_);
-        for (int i = blockSize_ - 1; i >= 0; --i)
+        Node* const block = new Node[std::size_t{1} + body.blockSize];
+        block->next = std::exchange(body.blocks, block);
+        for (int i = body.blockSize; i > 0; --i)
         {
-            blocks_->nodes[i].next = free_;
-            free_ = &blocks_->nodes[i];
+            block[i].next = body.free;
+            body.free = &block[i];
         }
     }
-    Node* const node = free_;
-    free_ = node->next;
+    Node* const node = body.free;
+    body.free = node->next;
     node->previous = previous;
     node->next = next;
     node->element = element;
-    (previous != nullptr ? previous->next : head_) = node;
-    (next != nullptr ? next->previous : tail_) = node;
-    ++count_;
+    (previous != nullptr ? previous->next : body.head) = node;
+    (next != nullptr ? next->previous : body.tail) = node;
+    ++body.count;
     return node;
 }
 
 void CObList::Unlink(Node* node)
 {
-    (node->previous != nullptr ? node->previous->next : head_) = node->next;
-    (node->next != nullptr ? node->next->previous : tail_) = node->previous;
-    node->next = free_;
-    free_ = node;
-    --count_;
+    Body& body = body_.Get();
+    (node->previous != nullptr ? node->previous->next : body.head) = node->next;
+    (node->next != nullptr ? node->next->previous : body.tail) = node->previous;
+    node->next = body.free;
+    body.free = node;
+    --body.count;
 }
 
 CObject*& CObList::GetHead()
 {
-    return head_->element;
+    return body_.Read().head->element;
 }
 
 CObject* CObList::GetHead() const
 {
-    return head_->element;
+    return body_.Read().head->element;
 }
 
 CObject*& CObList::GetTail()
 {
-    return tail_->element;
+    return body_.Read().tail->element;
 }
 
 CObject* CObList::GetTail() const
 {
-    return tail_->element;
+    return body_.Read().tail->element;
 }
 
 POSITION CObList::GetHeadPosition() const
 {
-    return reinterpret_cast<POSITION>(head_);
+    return reinterpret_cast<POSITION>(body_.Read().head);
 }
 
 POSITION CObList::GetTailPosition() const
 {
-    return reinterpret_cast<POSITION>(tail_);
+    return reinterpret_cast<POSITION>(body_.Read().tail);
 }
 
 CObject*& CObList::GetNext(POSITION& position)
@@ -142,19 +144,20 @@ void CObList::SetAt(POSITION position, CObject* element)
 
 POSITION CObList::AddHead(CObject* element)
 {
-    return reinterpret_cast<POSITION>(NewNode(nullptr, head_, element));
+    return reinterpret_cast<POSITION>(NewNode(nullptr, body_.Read().head, element));
 }
 
 POSITION CObList::AddTail(CObject* element)
 {
-    return reinterpret_cast<POSITION>(NewNode(tail_, nullptr, element));
+    return reinterpret_cast<POSITION>(NewNode(body_.Read().tail, nullptr, element));
 }
 
 void CObList::AddHead(const CObList* list)
 {
     // Backwards, and no more than there were: the list may be this one, which grows at its head.
-    int remaining = list->count_;
-    for (const Node* node = list->tail_; remaining > 0; --remaining, node = node->previous)
+    int remaining = list->GetCount();
+    for (const Node* node = list->body_.Read().tail; remaining > 0;
+         --remaining, node = node->previous)
     {
         AddHead(node->element);
     }
@@ -162,8 +165,8 @@ void CObList::AddHead(const CObList* list)
 
 void CObList::AddTail(const CObList* list)
 {
-    int remaining = list->count_;
-    for (const Node* node = list->head_; remaining > 0; --remaining, node = node->next)
+    int remaining = list->GetCount();
+    for (const Node* node = list->body_.Read().head; remaining > 0; --remaining, node = node->next)
     {
         AddTail(node->element);
     }
@@ -171,15 +174,15 @@ void CObList::AddTail(const CObList* list)
 
 CObject* CObList::RemoveHead()
 {
-    CObject* const element = head_->element;
-    Unlink(head_);
+    CObject* const element = GetHead();
+    Unlink(body_.Read().head);
     return element;
 }
 
 CObject* CObList::RemoveTail()
 {
-    CObject* const element = tail_->element;
-    Unlink(tail_);
+    CObject* const element = GetTail();
+    Unlink(body_.Read().tail);
     return element;
 }
 
@@ -190,12 +193,17 @@ void CObList::RemoveAt(POSITION position)
 
 void CObList::RemoveAll()
 {
-    while (blocks_ != nullptr)
+    if (body_.IfMade() == nullptr)
     {
-        delete std::exchange(blocks_, blocks_->next);
+        return;
     }
-    head_ = tail_ = free_ = nullptr;
-    count_ = 0;
+    Body& body = body_.Get();
+    while (body.blocks != nullptr)
+    {
+        delete[] std::exchange(body.blocks, body.blocks->next);
+    }
+    body.head = body.tail = body.free = nullptr;
+    body.count = 0;
 }
 
 POSITION CObList::InsertBefore(POSITION position, CObject* element)
@@ -214,7 +222,7 @@ POSITION CObList::InsertAfter(POSITION position, CObject* element)
 
 POSITION CObList::Find(const CObject* element, POSITION startAfter) const
 {
-    Node* node = startAfter == nullptr ? head_ : AsNode(startAfter)->next;
+    Node* node = startAfter == nullptr ? body_.Read().head : AsNode(startAfter)->next;
     while (node != nullptr && node->element != element)
     {
         node = node->next;
@@ -224,11 +232,11 @@ POSITION CObList::Find(const CObject* element, POSITION startAfter) const
 
 POSITION CObList::FindIndex(int index) const
 {
-    if (index < 0 || index >= count_)
+    if (index < 0 || index >= GetCount())
     {
         return nullptr;
     }
-    Node* node = head_;
+    Node* node = body_.Read().head;
     for (; index > 0; --index)
     {
         node = node->next;
@@ -240,8 +248,8 @@ void CObList::Serialize(CArchive& archive)
 {
     if (archive.IsStoring())
     {
-        archive.WriteCount(static_cast<DWORD>(count_));
-        for (const Node* node = head_; node != nullptr; node = node->next)
+        archive.WriteCount(static_cast<DWORD>(GetCount()));
+        for (const Node* node = body_.Read().head; node != nullptr; node = node->next)
         {
             archive.WriteObject(node->element);
         }

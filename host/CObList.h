@@ -2,13 +2,15 @@
 #pragma once
 
 #include "host/CObject.h"
+#include "host/MadeWhenUsed.h"
 
 struct __POSITION;
 
 /// A place in a list; null is none. It stays valid until its node is removed.
 using POSITION = __POSITION*;
 
-/// A doubly linked list of object pointers, which it does not own.
+/// A doubly linked list of object pointers, which it does not own. An empty list, as of most nodes,
+/// is two pointers large.
 ///
 /// Its record is the count and then each element as an object reference; loading appends. When
 /// loading throws, what was appended by then stays: the list's owner decides what becomes of it.
@@ -18,13 +20,13 @@ class ORVANE_API CObList : public CObject
 
 public:
     /// \param blockSize nodes are allocated that many at a time, at least 1.
-    explicit CObList(int blockSize = 10);
+    explicit CObList(int blockSize = usualBlockSize_);
     ~CObList() override;
     CObList(const CObList&) = delete;
     CObList& operator=(const CObList&) = delete;
 
-    int GetCount() const { return count_; }
-    BOOL IsEmpty() const { return count_ == 0; }
+    int GetCount() const { return body_.Read().count; }
+    BOOL IsEmpty() const { return GetCount() == 0; }
 
     // The element operations below need a list that is not empty or a position of this list.
     CObject*& GetHead();
@@ -70,17 +72,22 @@ protected:
     virtual const CRuntimeClass* GetElementClass() const { return nullptr; }
 
 private:
+    static constexpr int usualBlockSize_ = 10;
+
     struct Node;
-    struct Block;
+    struct Body
+    {
+        Node* head = nullptr;
+        Node* tail = nullptr;
+        int count = 0;
+        int blockSize = usualBlockSize_;
+        Node* free = nullptr;    // a chain of nodes that hold nothing
+        Node* blocks = nullptr;  // the first node of each is no element's and leads to the next
+    };
 
     static Node* AsNode(POSITION position);
     Node* NewNode(Node* previous, Node* next, CObject* element);
     void Unlink(Node* node);
 
-    Node* head_ = nullptr;
-    Node* tail_ = nullptr;
-    int count_ = 0;
-    int blockSize_;
-    Node* free_ = nullptr;
-    Block* blocks_ = nullptr;
+    MadeWhenUsed<Body> body_;
 };

@@ -151,7 +151,7 @@ int TriangularMeshObject::CalculateBounds()
             SetBoundsCalculated();
         }
     }
-    bounds.CalculateBounds(transform);
+    bounds.CalculateBounds(Read_().transform);
     return 1;
 }
 

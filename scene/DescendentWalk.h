@@ -13,6 +13,10 @@ void VisitDescendents(const DrawingObject& root, Visit visit)
 {
     std::vector<DrawingObject*> pending;
     const auto push = [&pending](const DrawingObject& node) {
+        if (!node.HasChildren())
+        {
+            return;
+        }
         const DrawingObjectList& children = *node.GetChildren();
         for (POSITION position = children.GetTailPosition(); position != nullptr;)
         {

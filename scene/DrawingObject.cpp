@@ -39,20 +39,25 @@ DrawingObject::~DrawingObject()
 void DrawingObject::CopyFields_(const DrawingObject& other)
 {
     constexpr int copiedHandles = 4;
-    ChangeExternalUndoStack_(other.externalUndoStack);
+    ChangeExternalUndoStack_(other.Read_().externalUndoStack);
     bounds = other.bounds;
     extentsBoxColor = other.extentsBoxColor;
     flags = other.flags;
-    std::copy_n(other.globalSizingHandles, copiedHandles, globalSizingHandles);
-    std::copy_n(other.localSizingHandles, copiedHandles, localSizingHandles);
+    globalSizingHandles.CopyFirst(other.globalSizingHandles, copiedHandles);
+    localSizingHandles.CopyFirst(other.localSizingHandles, copiedHandles);
     minimumSize = other.minimumSize;
     parent = other.parent;
-    scale = other.scale;
-    scaledDimensions = other.scaledDimensions;
     handleSize = other.handleSize;
-    texture = other.texture;
-    transform = other.transform;
-    unscaledDimensions = other.unscaledDimensions;
+    if (extras_.IfMade() != nullptr || other.extras_.IfMade() != nullptr)
+    {
+        const Extras_& theirs = other.Read_();
+        Extras_& own = Own_();
+        own.scale = theirs.scale;
+        own.scaledDimensions = theirs.scaledDimensions;
+        own.texture = theirs.texture;
+        own.transform = theirs.transform;
+        own.unscaledDimensions = theirs.unscaledDimensions;
+    }
 }
 
 void DrawingObject::SetSelected()

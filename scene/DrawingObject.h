@@ -4,13 +4,16 @@
 #include "geometry/BoundingElement.h"
 #include "geometry/CoordinateTransform.h"
 #include "geometry/DVector.h"
+#include "geometry/PackedVector.h"
 #include "geometry/Sphere.h"
 #include "geometry/Vector.h"
 #include "host/FlagAccessors.h"
+#include "host/MadeWhenUsed.h"
 #include "imaging/TextureMap.h"
 #include "material/NamedColor.h"
 #include "scene/DrawingObjectList.h"
 #include "scene/DrawingObjectStack.h"
+#include "scene/SizingHandles.h"
 
 #include <memory>
 #include <vector>
@@ -122,13 +125,13 @@ public:
     POSITION FindChildPositionByIndex(int index) const;
     DrawingObject* GetHeadChild() const;
     DrawingObject* GetTailChild() const;
-    int GetChildCount() const { return children.GetCount(); }
-    int HasChildren() const { return !children.IsEmpty(); }
+    int GetChildCount() const { return Read_().children.GetCount(); }
+    int HasChildren() const { return !Read_().children.IsEmpty(); }
     int IsChildFirst(DrawingObject* child) const;
     int IsChildLast(DrawingObject* child) const;
     /// Change what it holds through this node's operations only.
-    DrawingObjectList* GetChildren() { return &children; }
-    const DrawingObjectList* GetChildren() const { return &children; }
+    DrawingObjectList* GetChildren() { return &Own_().children; }
+    const DrawingObjectList* GetChildren() const { return &extras_.Get().children; }
 
     DrawingObject* GetParent() const { return parent; }
     void SetParent(DrawingObject* newParent) { parent = newParent; }
@@ -169,21 +172,24 @@ public:
 
     // The transform.
 
-    CoordinateTransform* GetTransform() { return &transform; }
-    const CoordinateTransform* GetTransform() const { return &transform; }
-    void SetTransform(const CoordinateTransform& newTransform) { transform = newTransform; }
+    CoordinateTransform* GetTransform() { return &Own_().transform; }
+    const CoordinateTransform* GetTransform() const { return &extras_.Get().transform; }
+    void SetTransform(const CoordinateTransform& newTransform) { Own_().transform = newTransform; }
     /// The transform's own 16 values, column-major.
-    double* GetCompositeMatrix() { return transform.GetCompositeMatrix(); }
-    const double* GetCompositeMatrix() const { return transform.GetCompositeMatrix(); }
-    double* GetRotationMatrix() { return transform.GetRotationMatrix(); }
-    const double* GetRotationMatrix() const { return transform.GetRotationMatrix(); }
-    void SetRotationMatrix(const double* matrix) { transform.SetRotationMatrix(matrix); }
-    void SetRotationMatrix(const float* matrix) { transform.SetRotationMatrix(matrix); }
+    double* GetCompositeMatrix() { return Own_().transform.GetCompositeMatrix(); }
+    const double* GetCompositeMatrix() const { return GetTransform()->GetCompositeMatrix(); }
+    double* GetRotationMatrix() { return Own_().transform.GetRotationMatrix(); }
+    const double* GetRotationMatrix() const { return GetTransform()->GetRotationMatrix(); }
+    void SetRotationMatrix(const double* matrix) { Own_().transform.SetRotationMatrix(matrix); }
+    void SetRotationMatrix(const float* matrix) { Own_().transform.SetRotationMatrix(matrix); }
     /// Degrees, right-handed about the axis.
-    void SetRotation(double angle, const DVector& axis) { transform.SetRotation(angle, axis); }
-    void Rotate(double angle, const DVector& axis) { transform.Rotate(angle, axis); }
+    void SetRotation(double angle, const DVector& axis)
+    {
+        Own_().transform.SetRotation(angle, axis);
+    }
+    void Rotate(double angle, const DVector& axis) { Own_().transform.Rotate(angle, axis); }
     /// Back to no rotation, also of the external matrix.
-    void ResetOrientation() { transform.ResetRotation(); }
+    void ResetOrientation() { Own_().transform.ResetRotation(); }
     /// Takes the transform of what was around this node into its own. Always 1.
     int CombineTransform(CoordinateTransform* outer);
     /// Hands the transform down to the children and resets it. 0 without children.
@@ -213,13 +219,13 @@ public:
 
     // Size. Three values of which the setters keep scaled = scale x unscaled, by axis.
 
-    DVector GetScale() const { return scale; }
+    DVector GetScale() const { return Read_().scale; }
     void SetScale(const DVector& newScale);
-    DVector GetScaledDimensions() const { return scaledDimensions; }
+    DVector GetScaledDimensions() const { return Read_().scaledDimensions; }
     /// Derives the scale, but on an axis where the unscaled dimension is 0. Nothing for the
     /// dimensions that it has.
     void SetScaledDimensions(const DVector& dimensions);
-    DVector GetUnscaledDimensions() const { return unscaledDimensions; }
+    DVector GetUnscaledDimensions() const { return Read_().unscaledDimensions; }
     /// Derives the scaled dimensions. Nothing for the dimensions that it has.
     void SetUnscaledDimensions(const DVector& dimensions);
 
@@ -242,8 +248,11 @@ public:
     /// Computes the handles from the bounds, and how large they are drawn. Always 1.
     int CalculateSizingHandles();
     /// The handle's centre, \p index 0 to 7: handle i + 4 lies opposite handle i along an edge.
-    DVector GetLocalSizingHandleCenter(int index) const { return localSizingHandles[index]; }
-    DVector GetGlobalSizingHandleCenter(int index) const { return globalSizingHandles[index]; }
+    DVector GetLocalSizingHandleCenter(int index) const { return localSizingHandles.Read()[index]; }
+    DVector GetGlobalSizingHandleCenter(int index) const
+    {
+        return globalSizingHandles.Read()[index];
+    }
     /// The handle that a picked name means; not checked against any range.
     int SizingHandleIndexFromSelectionIndex(int name) const { return name - GetChildCount(); }
 
@@ -263,9 +272,9 @@ public:
     /// Makes the material OpenGL's, for both faces.
     void PrepareMaterialColors(const NamedColor& material);
 
-    TextureMap* GetTexture() { return &texture; }
-    const TextureMap* GetTexture() const { return &texture; }
-    void SetTexture(const TextureMap& newTexture) { texture = newTexture; }
+    TextureMap* GetTexture() { return &Own_().texture; }
+    const TextureMap* GetTexture() const { return &extras_.Get().texture; }
+    void SetTexture(const TextureMap& newTexture) { Own_().texture = newTexture; }
     /// The textures among which a loaded node looks for one whose file is gone. Borrowed, null for
     /// none.
     static void SetTextureList(TextureMapList* list) { TextureList = list; }
@@ -282,15 +291,15 @@ public:
     int ClearUndo();
     /// The same for the whole subtree. 0 when no node had any.
     int ClearUndoAll();
-    DrawingObjectStack* GetExternalUndoStack() const { return externalUndoStack; }
+    DrawingObjectStack* GetExternalUndoStack() const { return Read_().externalUndoStack; }
 
     BoundingElement bounds;
     NamedColor extentsBoxColor;  ///< its diffuse colour draws the extents box
     DWORD flags = 0;
-    DrawingObjectStack undoStack;    ///< of saved copies, owned
-    DVector globalSizingHandles[8];  ///< handle centres in the parent's coordinates
-    DVector localSizingHandles[8];
-    DVector minimumSize;                             ///< by axis, for Resize; 0 is no limit
+    DrawingObjectStack undoStack;       ///< of saved copies, owned
+    SizingHandles globalSizingHandles;  ///< handle centres in the parent's coordinates
+    SizingHandles localSizingHandles;
+    PackedDVector minimumSize;                       ///< by axis, for Resize; 0 is no limit
     double handleSize = static_cast<double>(0.05f);  ///< edge of a drawn sizing handle
 
 protected:
@@ -335,7 +344,7 @@ protected:
         {
             assign(*saved);
         }
-        copy->externalUndoStack = nullptr;  // it is on none, and need not look
+        copy->ForgetExternalUndoStack_();  // it is on none, and need not look
         parent = keptParent;
         flags = (flags & ~keptBits) | keptFlags;
         return 1;
@@ -349,14 +358,24 @@ protected:
             viewState, [this](const Node& saved) { static_cast<Node&>(*this) = saved; });
     }
 
+    /// What most nodes of an imported file leave as it is: it takes no memory until it is set or
+    /// asked for by a pointer.
+    struct Extras_
+    {
+        DVector scale{1.0, 1.0, 1.0};
+        DVector scaledDimensions;
+        DVector unscaledDimensions;
+        CoordinateTransform transform;
+        TextureMap texture;
+        DrawingObjectList children;
+        DrawingObjectStack* externalUndoStack = nullptr;
+        bool savedToExternalUndo = false;  ///< since the external stack was attached
+    };
+    /// A look at them, not to be kept.
+    const Extras_& Read_() const { return extras_.Read(); }
+    Extras_& Own_() { return extras_.Get(); }
+
     DrawingObject* parent = nullptr;
-    DVector scale{1.0, 1.0, 1.0};
-    DVector scaledDimensions;
-    TextureMap texture;
-    CoordinateTransform transform;
-    DVector unscaledDimensions;
-    DrawingObjectList children;
-    DrawingObjectStack* externalUndoStack = nullptr;
 
 private:
     void CopyFields_(const DrawingObject& other);
@@ -369,6 +388,7 @@ private:
     int DrawWithTexture_(DrawingParameters* parameters);
     void DrawBoxes_(DrawingParameters* parameters);
     void ChangeExternalUndoStack_(DrawingObjectStack* stack);
+    void ForgetExternalUndoStack_();
     void DeleteSavedCopy_();
     int DeleteSavedCopies_();
     static void LeaveExternalUndoStacks_(const std::vector<DrawingObject*>& nodes);
@@ -376,6 +396,6 @@ private:
     void ReadChildren_(CArchive& archive);
     void CheckTexture_();
 
-    DrawingObject* keeper_ = nullptr;   // the node whose list of children this one is in
-    bool savedToExternalUndo_ = false;  // since the external stack was attached
+    DrawingObject* keeper_ = nullptr;  // the node whose list of children this one is in
+    MadeWhenUsed<Extras_> extras_;
 };

@@ -51,6 +51,10 @@ void DrawingObject::DeserializeVersion3(CArchive& archive)
 
 void DrawingObject::SerializeFields_(CArchive& archive, DWORD version)
 {
+    // Storing makes none: one that is like them all is stored.
+    const MadeWhenUsed<Extras_> initial;
+    const bool isOwn = archive.IsLoading() || extras_.IfMade() != nullptr;
+    Extras_& extras = isOwn ? Own_() : initial.Get();
     if (version >= 2)
     {
         minimumSize.Serialize(archive);
@@ -65,20 +69,14 @@ void DrawingObject::SerializeFields_(CArchive& archive, DWORD version)
     {
         archive >> flags;
     }
-    for (DVector& handle : globalSizingHandles)
-    {
-        handle.Serialize(archive);
-    }
-    for (DVector& handle : localSizingHandles)
-    {
-        handle.Serialize(archive);
-    }
-    scale.Serialize(archive);
+    globalSizingHandles.Serialize(archive);
+    localSizingHandles.Serialize(archive);
+    extras.scale.Serialize(archive);
     if (version < 3)
     {
         SkipNamedTransforms(archive);
     }
-    scaledDimensions.Serialize(archive);
+    extras.scaledDimensions.Serialize(archive);
     if (archive.IsStoring())
     {
         archive << handleSize;
@@ -87,12 +85,12 @@ void DrawingObject::SerializeFields_(CArchive& archive, DWORD version)
     {
         archive >> handleSize;
     }
-    texture.Serialize(archive);
-    transform.Serialize(archive);
-    unscaledDimensions.Serialize(archive);
+    extras.texture.Serialize(archive);
+    extras.transform.Serialize(archive);
+    extras.unscaledDimensions.Serialize(archive);
     if (archive.IsStoring())
     {
-        children.Serialize(archive);
+        extras.children.Serialize(archive);
     }
     else
     {
@@ -106,7 +104,7 @@ void DrawingObject::ReadChildren_(CArchive& archive)
 {
     for (auto& child : ReadOwnedObjects<DrawingObject>(archive, RUNTIME_CLASS(DrawingObject)))
     {
-        children.AddTail(child.get());
+        Own_().children.AddTail(child.get());
         Link_(child.release());
     }
 }
@@ -114,6 +112,7 @@ void DrawingObject::ReadChildren_(CArchive& archive)
 // A texture whose file is gone gets the known one's of the same name, if there is one.
 void DrawingObject::CheckTexture_()
 {
+    TextureMap& texture = Own_().texture;
     texture.ValidateFile();
     if ((texture.textureFlags & TextureMap::Valid) == 0 && TextureList != nullptr &&
         !texture.GetName().IsEmpty())

@@ -43,7 +43,7 @@ int DrawingObject::CalculateBounds()
     {
         return 0;
     }
-    bounds.CalculateBounds(transform);
+    bounds.CalculateBounds(Read_().transform);
     return 1;
 }
 
@@ -53,6 +53,7 @@ int DrawingObject::CalculateChildBounds()
     {
         return 0;
     }
+    const DrawingObjectList& children = Read_().children;
     for (POSITION position = children.GetHeadPosition(); position != nullptr;)
     {
         DrawingObject* const child = children.GetNext(position);
@@ -76,30 +77,32 @@ int DrawingObject::CalculateChildBounds()
 
 void DrawingObject::SetLocalBounds(const Vector& minimum, const Vector& maximum)
 {
-    bounds.SetLocalBounds(minimum, maximum, transform);
+    bounds.SetLocalBounds(minimum, maximum, Read_().transform);
 }
 
 void DrawingObject::SetScale(const DVector& newScale)
 {
-    scale = newScale;
-    scaledDimensions = ProductByAxis(scale, unscaledDimensions);
+    Extras_& own = Own_();
+    own.scale = newScale;
+    own.scaledDimensions = ProductByAxis(newScale, own.unscaledDimensions);
 }
 
 void DrawingObject::SetScaledDimensions(const DVector& dimensions)
 {
-    if (!AreEqual(dimensions, scaledDimensions))
+    if (!AreEqual(dimensions, Read_().scaledDimensions))
     {
-        scaledDimensions = dimensions;
+        Own_().scaledDimensions = dimensions;
         DeriveScale_();
     }
 }
 
 void DrawingObject::SetUnscaledDimensions(const DVector& dimensions)
 {
-    if (!AreEqual(dimensions, unscaledDimensions))
+    if (!AreEqual(dimensions, Read_().unscaledDimensions))
     {
-        unscaledDimensions = dimensions;
-        scaledDimensions = ProductByAxis(scale, unscaledDimensions);
+        Extras_& own = Own_();
+        own.unscaledDimensions = dimensions;
+        own.scaledDimensions = ProductByAxis(own.scale, dimensions);
     }
 }
 
@@ -111,9 +114,10 @@ void DrawingObject::DeriveScale_()
             factor = scaled / unscaled;
         }
     };
-    derive(scale.x, scaledDimensions.x, unscaledDimensions.x);
-    derive(scale.y, scaledDimensions.y, unscaledDimensions.y);
-    derive(scale.z, scaledDimensions.z, unscaledDimensions.z);
+    Extras_& own = Own_();
+    derive(own.scale.x, own.scaledDimensions.x, own.unscaledDimensions.x);
+    derive(own.scale.y, own.scaledDimensions.y, own.unscaledDimensions.y);
+    derive(own.scale.z, own.scaledDimensions.z, own.unscaledDimensions.z);
 }
 
 int DrawingObject::CalculateSizingHandles()
@@ -126,7 +130,7 @@ int DrawingObject::CalculateSizingHandles()
     const Vector extents = bounds.GetLocalMaximum() - bounds.GetLocalMinimum();
     const double largest = std::max({extents.x, extents.y, extents.z});
     handleSize = std::max(handleSizeRatio * largest, smallestHandleSize);
-    transform.TransformDVectors(localSizingHandles, globalSizingHandles, 8);
+    Read_().transform.TransformDVectors(localSizingHandles, globalSizingHandles, 8);
     return 1;
 }
 
@@ -137,7 +141,7 @@ DrawingObject::HandleDrag_ DrawingObject::DragHandle_(const DVector& point, int 
     if (isHandle)
     {
         constexpr int anchors[4] = {6, 7, 4, 5};
-        drag.anchor = localSizingHandles[anchors[handle]];
+        drag.anchor = GetLocalSizingHandleCenter(anchors[handle]);
     }
     DVector& d = drag.difference;
     d = point - drag.anchor;
@@ -156,6 +160,7 @@ int DrawingObject::FinishResize_(const HandleDrag_& drag)
 {
     DVector centers[2] = {(localSizingHandles[4] + localSizingHandles[2]) * 0.5,
                           drag.anchor + drag.difference * 0.5};
+    CoordinateTransform& transform = Own_().transform;
     transform.TransformDVectors(centers, 2);
     transform.Translate(centers[1] - centers[0]);
     CalculateBounds();

@@ -127,7 +127,7 @@ int DrawingObject::Draw(DrawingParameters* parameters)
         gluErrorString(GL_STACK_OVERFLOW);
         return 0;
     }
-    glMultMatrixd(transform.CurrentCompositeMatrix());
+    glMultMatrixd(Read_().transform.CurrentCompositeMatrix());
     int drawn = 1;
     if (!parameters->ShouldShowSelectedOnly() || IsSelected())
     {
@@ -151,6 +151,7 @@ int DrawingObject::Draw(DrawingParameters* parameters)
 
 int DrawingObject::DrawWithTexture_(DrawingParameters* parameters)
 {
+    TextureMap& texture = Own_().texture;
     AppliedTexture applied(texture);
     parameters->CurrentTexture().DisableTextureMap();
     if (parameters->IsRender() && parameters->ShouldShowTextures() && !parameters->IsSelecting())
@@ -189,6 +190,7 @@ int DrawingObject::DrawChildren(DrawingParameters* parameters)
     }
     parameters->SetShowObject();
     GLuint name = 0;
+    const DrawingObjectList& children = Read_().children;
     for (POSITION position = children.GetHeadPosition(); position != nullptr; ++name)
     {
         DrawingObject* const child = children.GetNext(position);

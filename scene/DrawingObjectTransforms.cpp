@@ -25,22 +25,22 @@ DVector Rotated(const CoordinateTransform& transform, DVector axis)
 
 DVector DrawingObject::GetTranslation() const
 {
-    return transform.GetTranslation();
+    return Read_().transform.GetTranslation();
 }
 
 void DrawingObject::SetTranslation(const DVector& translation)
 {
-    transform.SetTranslation(translation);
+    Own_().transform.SetTranslation(translation);
 }
 
 void DrawingObject::Translate(const DVector& translation)
 {
-    transform.Translate(translation);
+    Own_().transform.Translate(translation);
 }
 
 int DrawingObject::CombineTransform(CoordinateTransform* outer)
 {
-    transform.Combine(outer);
+    Own_().transform.Combine(outer);
     return 1;
 }
 
@@ -50,11 +50,12 @@ int DrawingObject::ApplyTransformAndReset()
     {
         return 0;
     }
-    for (POSITION position = children.GetHeadPosition(); position != nullptr;)
+    Extras_& own = Own_();
+    for (POSITION position = own.children.GetHeadPosition(); position != nullptr;)
     {
-        children.GetNext(position)->CombineTransform(&transform);
+        own.children.GetNext(position)->CombineTransform(&own.transform);
     }
-    transform.Reset();
+    own.transform.Reset();
     return 1;
 }
 
@@ -64,19 +65,19 @@ CoordinateTransform DrawingObject::AccumulateTransformations(int includeOwn, int
     CoordinateTransform accumulated;
     if (includeOwn)
     {
-        accumulated.Combine(&transform);
+        accumulated.Combine(&Read_().transform);
     }
     else if (includeOwnExternal)
     {
-        accumulated.CombineExternal(&transform);
+        accumulated.CombineExternal(&Read_().transform);
     }
     for (const DrawingObject* ancestor = parent; ancestor != nullptr; ancestor = ancestor->parent)
     {
-        accumulated.Combine(&ancestor->transform);
+        accumulated.Combine(&ancestor->Read_().transform);
     }
     if (extra != nullptr && extra != this)
     {
-        accumulated.Combine(&extra->transform);
+        accumulated.Combine(&extra->Read_().transform);
     }
     accumulated.ExternalToRotation();
     accumulated.ExternalToTranslation();
@@ -117,7 +118,7 @@ void DrawingObject::AlignAxis_(const DVector& axis, const DVector& standIn,
     const double cosine = std::clamp(own.Dot(wanted), -1.0, 1.0);
     const double angle = std::acos(cosine) * 180.0 / std::numbers::pi;
     AccumulateTransformations(0, 1, extra).UnrotateDVectors(&turnAxis, 1);
-    transform.Rotate(angle, turnAxis);
+    Own_().transform.Rotate(angle, turnAxis);
 }
 
 int DrawingObject::AlignRotations(CoordinateTransform& target, DrawingObject* extra)

@@ -28,7 +28,7 @@ void DrawingObject::Unlink_()
 {
     if (keeper_ != nullptr)
     {
-        keeper_->children.RemoveAllOccurances(this);
+        keeper_->Own_().children.RemoveAllOccurances(this);
         keeper_ = nullptr;
     }
 }
@@ -55,7 +55,7 @@ POSITION DrawingObject::AddChildAfter(DrawingObject* child, POSITION position)
         return nullptr;
     }
     child->LeaveParentForAdoption_();
-    const POSITION added = children.InsertAfter(position, child);
+    const POSITION added = Own_().children.InsertAfter(position, child);
     Link_(child);
     return added;
 }
@@ -72,9 +72,10 @@ int DrawingObject::AdoptChildrenAfter(DrawingObject* other, POSITION position)
         return 0;
     }
     const bool atTail = position == nullptr;
-    for (POSITION next = other->children.GetHeadPosition(); next != nullptr;)
+    const DrawingObjectList& children = other->Read_().children;
+    for (POSITION next = children.GetHeadPosition(); next != nullptr;)
     {
-        const POSITION added = AddChildAfter(other->children.GetNext(next), position);
+        const POSITION added = AddChildAfter(children.GetNext(next), position);
         if (!atTail && added != nullptr)
         {
             position = added;
@@ -89,12 +90,12 @@ int DrawingObject::RemoveChild(DrawingObject* child)
     {
         return 0;
     }
-    const POSITION position = children.Find(child);
+    const POSITION position = FindChildPosition(child);
     if (position == nullptr)
     {
         return 0;
     }
-    children.RemoveAt(position);
+    Own_().children.RemoveAt(position);
     child->parent = nullptr;
     child->keeper_ = nullptr;
     return 1;
@@ -107,7 +108,7 @@ int DrawingObject::AbandonChild(DrawingObject* child)
         return 0;
     }
     child->SaveToUndo();
-    child->CombineTransform(&transform);
+    child->CombineTransform(&Own_().transform);
     return 1;
 }
 
@@ -119,7 +120,7 @@ int DrawingObject::ReplaceChild(DrawingObject* oldChild, DrawingObject* newChild
         return 0;
     }
     newChild->Unlink_();
-    children.SetAt(children.Find(oldChild), newChild);
+    Own_().children.SetAt(FindChildPosition(oldChild), newChild);
     Link_(newChild);
     oldChild->parent = nullptr;
     oldChild->keeper_ = nullptr;
@@ -141,20 +142,25 @@ int DrawingObject::DestroyChildren()
     {
         DrawingObject* const node = pending.back();
         pending.pop_back();
-        for (POSITION position = node->children.GetHeadPosition(); position != nullptr;)
+        doomed.push_back(node);
+        if (!node->HasChildren())
         {
-            DrawingObject* const child = node->children.GetNext(position);
+            continue;
+        }
+        DrawingObjectList& children = node->Own_().children;
+        for (POSITION position = children.GetHeadPosition(); position != nullptr;)
+        {
+            DrawingObject* const child = children.GetNext(position);
             child->keeper_ = nullptr;
             pending.push_back(child);
         }
-        node->children.RemoveAll();
-        doomed.push_back(node);
+        children.RemoveAll();
     }
     doomed.erase(doomed.begin());  // this node itself
     LeaveExternalUndoStacks_(doomed);
     for (DrawingObject* const node : doomed)
     {
-        node->externalUndoStack = nullptr;
+        node->ForgetExternalUndoStack_();
     }
     // Backwards, siblings come in order and every node after its children.
     std::for_each(doomed.rbegin(), doomed.rend(), [](DrawingObject* node) { delete node; });
@@ -168,16 +174,21 @@ int DrawingObject::RemoveDeletedChildren()
     {
         DrawingObject* const node = pending.back();
         pending.pop_back();
-        for (POSITION next = node->children.GetHeadPosition(); next != nullptr;)
+        if (!node->HasChildren())
+        {
+            continue;
+        }
+        DrawingObjectList& children = node->Own_().children;
+        for (POSITION next = children.GetHeadPosition(); next != nullptr;)
         {
             const POSITION position = next;
-            DrawingObject* const child = node->children.GetNext(next);
+            DrawingObject* const child = children.GetNext(next);
             if (!child->IsDeleted())
             {
                 pending.push_back(child);
                 continue;
             }
-            node->children.RemoveAt(position);
+            children.RemoveAt(position);
             child->keeper_ = nullptr;
             child->DestroyChildren();
             delete child;
@@ -188,53 +199,53 @@ int DrawingObject::RemoveDeletedChildren()
 
 int DrawingObject::MoveChildToTop(DrawingObject* child)
 {
-    return children.MoveHead(children.Find(child)) != nullptr;
+    return Own_().children.MoveHead(FindChildPosition(child)) != nullptr;
 }
 
 int DrawingObject::MoveChildToBottom(DrawingObject* child)
 {
-    return children.MoveTail(children.Find(child)) != nullptr;
+    return Own_().children.MoveTail(FindChildPosition(child)) != nullptr;
 }
 
 int DrawingObject::MoveChildUpOnePosition(DrawingObject* child)
 {
-    return children.MoveUp(children.Find(child)) != nullptr;
+    return Own_().children.MoveUp(FindChildPosition(child)) != nullptr;
 }
 
 int DrawingObject::MoveChildDownOnePosition(DrawingObject* child)
 {
-    return children.MoveDown(children.Find(child)) != nullptr;
+    return Own_().children.MoveDown(FindChildPosition(child)) != nullptr;
 }
 
 DrawingObject* DrawingObject::GetChildByIndex(int index) const
 {
-    const POSITION position = children.FindIndex(index);
-    return position == nullptr ? nullptr : children.GetAt(position);
+    const POSITION position = FindChildPositionByIndex(index);
+    return position == nullptr ? nullptr : Read_().children.GetAt(position);
 }
 
 int DrawingObject::FindChildIndex(DrawingObject* child) const
 {
-    return children.WhichIndex(child);
+    return Read_().children.WhichIndex(child);
 }
 
 POSITION DrawingObject::FindChildPosition(DrawingObject* child) const
 {
-    return children.Find(child);
+    return Read_().children.Find(child);
 }
 
 POSITION DrawingObject::FindChildPositionByIndex(int index) const
 {
-    return children.FindIndex(index);
+    return Read_().children.FindIndex(index);
 }
 
 DrawingObject* DrawingObject::GetHeadChild() const
 {
-    return HasChildren() ? children.GetHead() : nullptr;
+    return HasChildren() ? Read_().children.GetHead() : nullptr;
 }
 
 DrawingObject* DrawingObject::GetTailChild() const
 {
-    return HasChildren() ? children.GetTail() : nullptr;
+    return HasChildren() ? Read_().children.GetTail() : nullptr;
 }
 
 int DrawingObject::IsChildFirst(DrawingObject* child) const
@@ -260,6 +271,7 @@ int DrawingObject::GetDescendentCount() const
 int DrawingObject::GetEditableDescendentCount() const
 {
     int count = 0;
+    const DrawingObjectList& children = Read_().children;
     for (POSITION position = children.GetHeadPosition(); position != nullptr;)
     {
         const DrawingObject* const child = children.GetNext(position);

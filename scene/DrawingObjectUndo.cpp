@@ -17,12 +17,12 @@ int DrawingObject::SaveToUndo_(DrawingObject* copy)
 
 int DrawingObject::SaveToExternalUndo()
 {
-    if (externalUndoStack == nullptr)
+    if (GetExternalUndoStack() == nullptr)
     {
         return 0;
     }
-    externalUndoStack->Push(this);
-    savedToExternalUndo_ = true;
+    GetExternalUndoStack()->Push(this);
+    Own_().savedToExternalUndo = true;
     return 1;
 }
 
@@ -38,9 +38,10 @@ int DrawingObject::PopUndo()
         return 0;
     }
     DeleteSavedCopy_();
-    if (externalUndoStack != nullptr && externalUndoStack->Peek() == this)
+    DrawingObjectStack* const stack = GetExternalUndoStack();
+    if (stack != nullptr && stack->Peek() == this)
     {
-        externalUndoStack->Pop();
+        stack->Pop();
     }
     return 1;
 }
@@ -53,9 +54,9 @@ int DrawingObject::CanUndo() const
 int DrawingObject::ClearUndo()
 {
     const int cleared = DeleteSavedCopies_();
-    if (externalUndoStack != nullptr)
+    if (GetExternalUndoStack() != nullptr)
     {
-        externalUndoStack->RemoveAllOccurances(this);
+        GetExternalUndoStack()->RemoveAllOccurances(this);
     }
     return cleared;
 }
@@ -87,6 +88,7 @@ void DrawingObject::AttachExternalUndoStack(DrawingObjectStack* stack)
             copy->AttachExternalUndoStack(stack);
         }
     }
+    const DrawingObjectList& children = Read_().children;
     for (POSITION position = children.GetHeadPosition(); position != nullptr;)
     {
         children.GetNext(position)->AttachExternalUndoStack(stack);
@@ -96,16 +98,26 @@ void DrawingObject::AttachExternalUndoStack(DrawingObjectStack* stack)
 // A node that turned away from a stack could not take itself off it any more when it dies.
 void DrawingObject::ChangeExternalUndoStack_(DrawingObjectStack* stack)
 {
-    if (stack == externalUndoStack)
+    if (stack == GetExternalUndoStack())
     {
         return;
     }
-    if (savedToExternalUndo_ && externalUndoStack != nullptr)
+    Extras_& own = Own_();
+    if (own.savedToExternalUndo && own.externalUndoStack != nullptr)
     {
-        externalUndoStack->RemoveAllOccurances(this);
+        own.externalUndoStack->RemoveAllOccurances(this);
     }
-    savedToExternalUndo_ = false;
-    externalUndoStack = stack;
+    own.savedToExternalUndo = false;
+    own.externalUndoStack = stack;
+}
+
+// Without looking for itself there.
+void DrawingObject::ForgetExternalUndoStack_()
+{
+    if (GetExternalUndoStack() != nullptr)
+    {
+        Own_().externalUndoStack = nullptr;
+    }
 }
 
 // Copies are on no external stack and need not look for themselves there.
@@ -114,7 +126,7 @@ void DrawingObject::DeleteSavedCopy_()
     DrawingObject* const copy = undoStack.Pop();
     if (copy != nullptr)
     {
-        copy->externalUndoStack = nullptr;
+        copy->ForgetExternalUndoStack_();
         delete copy;
     }
 }
@@ -138,9 +150,10 @@ void DrawingObject::LeaveExternalUndoStacks_(const std::vector<DrawingObject*>& 
     std::unordered_set<DrawingObjectStack*> stacks;
     for (const DrawingObject* const node : nodes)
     {
-        if (node->externalUndoStack != nullptr && !node->externalUndoStack->IsEmpty())
+        DrawingObjectStack* const stack = node->GetExternalUndoStack();
+        if (stack != nullptr && !stack->IsEmpty())
         {
-            stacks.insert(node->externalUndoStack);
+            stacks.insert(stack);
         }
     }
     if (stacks.empty())

@@ -31,7 +31,7 @@ void TranslateZ(double distance)
 LightObject::LightObject() : quadric(gluNewQuadric())
 {
     // Without dimensions the glyph would have no size.
-    unscaledDimensions = scaledDimensions = DVector(1.0, 1.0, 1.0);
+    Own_().unscaledDimensions = Own_().scaledDimensions = DVector(1.0, 1.0, 1.0);
     Reset();
     LightObject::CalculateBounds();
 }
@@ -63,11 +63,12 @@ LightObject& LightObject::operator=(const LightObject& other)
 void LightObject::CopyInPool_(const LightObject& other)
 {
     DrawingObject* const keptParent = parent;
-    DrawingObjectStack* const keptStack = externalUndoStack;
+    DrawingObjectStack*& stack = Own_().externalUndoStack;
+    DrawingObjectStack* const keptStack = stack;
     // A node that is given another stack takes itself off its own: it is given none.
-    externalUndoStack = other.externalUndoStack;
+    stack = other.GetExternalUndoStack();
     *this = other;
-    externalUndoStack = keptStack;
+    stack = keptStack;
     parent = keptParent;
 }
 
@@ -96,7 +97,7 @@ int LightObject::CalculateBounds()
     sphere.CalculateSphere(minimum, maximum);
     bounds.ResetLocalBounds();
     bounds.AccumulateLocalBounds(minimum, maximum, sphere);
-    bounds.CalculateBounds(transform);
+    bounds.CalculateBounds(Read_().transform);
     return 1;
 }
 
@@ -142,7 +143,7 @@ int LightObject::DrawObject(DrawingParameters* parameters)
         position[2] = 1;
         position[3] = 0;
         Vector center = parent->GetBoundsLocalCenter();
-        transform.UntransformVectors(&center, 1);
+        Read_().transform.UntransformVectors(&center, 1);
         glPushMatrix();
         glTranslated(center.x, center.y, center.z + parent->GetGlobalBoundsRadius());
     }
@@ -174,8 +175,8 @@ int LightObject::DrawObject(DrawingParameters* parameters)
 
 int LightObject::DrawFlashLight(DrawingParameters* /*parameters*/)
 {
-    const double width = scaledDimensions.x;
-    const double depth = scaledDimensions.z;
+    const double width = Read_().scaledDimensions.x;
+    const double depth = Read_().scaledDimensions.z;
     const ColorVector black(0.0f, 0.0f, 0.0f, 1.0f);
 
     gluQuadricOrientation(quadric, GLU_OUTSIDE);

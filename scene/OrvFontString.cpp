@@ -83,7 +83,8 @@ int OrvFontString::CalculateBounds()
         // The sizes go straight into the node: its setters would derive the scale from them. The
         // third result is dropped: the scale stays.
         DVector unused;
-        font->CalculateStringExtents(this, &unscaledDimensions, &scaledDimensions, &unused);
+        DVector& scaledDimensions = Own_().scaledDimensions;
+        font->CalculateStringExtents(this, &Own_().unscaledDimensions, &scaledDimensions, &unused);
 
         const double width = scaledDimensions.x;
         const double halfHeight = scaledDimensions.y / 2;
@@ -102,7 +103,7 @@ int OrvFontString::CalculateBounds()
         sphere.CalculateSphere(minimum, maximum);
         bounds.AccumulateLocalBounds(minimum, maximum, sphere);
     }
-    bounds.CalculateBounds(transform);
+    bounds.CalculateBounds(Read_().transform);
     CalculateMaximumBevelDepth();
     return 1;
 }
@@ -132,24 +133,25 @@ int OrvFontString::Resize(const DVector& point, int handle)
         return DrawingObject::Resize(point, handle);
     }
     const HandleDrag_ drag = DragHandle_(point, handle);
-    scaledDimensions = DVector(WithoutMinimum(drag.extents.x, minimumSize.x),
-                               WithoutMinimum(drag.extents.y, minimumSize.y), drag.extents.z);
+    Own_().scaledDimensions =
+        DVector(WithoutMinimum(drag.extents.x, minimumSize.x),
+                WithoutMinimum(drag.extents.y, minimumSize.y), drag.extents.z);
     DeriveScale_();
     return FinishResize_(drag);
 }
 
 int OrvFontString::ScaleToFitOldDimensions()
 {
-    const DVector old = unscaledDimensions;
+    const DVector old = GetUnscaledDimensions();
     CalculateBounds();
-    const double x = Ratio(old.x, unscaledDimensions.x);
-    const double y = Ratio(old.y, unscaledDimensions.y);
+    const double x = Ratio(old.x, GetUnscaledDimensions().x);
+    const double y = Ratio(old.y, GetUnscaledDimensions().y);
     if (!ShouldScaleBevels())
     {
         bevelDepth = static_cast<float>(GetAllowableBevelDepth() * std::min(x, y));
     }
-    scale.x *= x;
-    scale.y *= y;
+    Own_().scale.x *= x;
+    Own_().scale.y *= y;
     CalculateBounds();
     return 1;
 }

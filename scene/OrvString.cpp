@@ -10,7 +10,7 @@ IMPLEMENT_SERIAL(OrvString, DrawingObject, 2 | VERSIONABLE_SCHEMA)
 OrvString::OrvString()
     : bevelColor("Default Material"), edgeColor("Default Material"), faceColor("Default Material")
 {
-    scale = DVector(1, 1, 0.2);
+    Own_().scale = DVector(1, 1, 0.2);
     CalculateMaximumBevelDepth();
 }
 
@@ -71,6 +71,7 @@ void OrvString::SetTransparency()
 
 int OrvString::CalculateMaximumBevelDepth()
 {
+    const DVector scale = GetScale();
     maximumBevelDepth = static_cast<float>(0.5 * std::min({scale.x, scale.y, scale.z}));
     return 1;
 }
@@ -81,19 +82,21 @@ float OrvString::GetAllowableBevelDepth() const
     {
         return 0;
     }
-    const double limit = IsBothFaces() ? scale.z / 2 : scale.z;
+    const double depth = GetScale().z;
+    const double limit = IsBothFaces() ? depth / 2 : depth;
     return static_cast<float>(std::min<double>(limit, bevelDepth));
 }
 
 ExtrusionData OrvString::GetExtrusionData() const
 {
     ExtrusionData extrusion;
-    extrusion.scale = Vector(scale);
+    extrusion.scale = Vector(GetScale());
     extrusion.bevelDepth = GetAllowableBevelDepth();
     if (ShouldScaleBevels())
     {
         extrusion.SetScaleBevels();
     }
+    const TextureMap& texture = Read_().texture;
     if (texture.ShouldTexture())
     {
         extrusion.SetTexture();

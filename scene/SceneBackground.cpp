@@ -80,6 +80,7 @@ int SceneObject::DrawBackground(DrawingParameters* parameters)
     if (parameters->ShouldShowBackgroundTexture())
     {
         // Owned until it is drawn: the application may change it meanwhile.
+        TextureMap& texture = *GetTexture();
         const TextureOwnership ownership(texture);
         if ((texture.textureFlags & TextureMap::Valid) != 0)
         {
@@ -109,6 +110,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters)
     Notify(*parameters, "Dithering Background Bitmap ...");
     int result = 0;
     {
+        TextureMap& texture = *GetTexture();
         const TextureOwnership ownership(texture);
         GLMemoryDIB* const dithered = ownership.IsOwned() ? texture.GetDitheredImage() : nullptr;
         if (dithered != nullptr)
@@ -123,6 +125,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters)
 
 int SceneObject::DrawFileBackgroundTexture(DrawingParameters* parameters)
 {
+    TextureMap& texture = *GetTexture();
     const TextureOwnership ownership(texture);
     if (!ownership.IsOwned())
     {
@@ -144,6 +147,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
 {
     const HDC dc = wglGetCurrentDC();
     const ProjectionData* const projection = parameters->GetProjection();
+    const TextureMap& texture = *GetTexture();
     if (!parameters->ShouldShowBackgroundTexture() ||
         (texture.textureFlags & TextureMap::Valid) == 0 || dc == nullptr || projection == nullptr ||
         bitmapInfo == nullptr || bits == nullptr || BitmapPixelBytes(bitmapInfo) == 0)

@@ -152,7 +152,7 @@ public:
 
     int CalculateBounds() override
     {
-        const Vector half = scaledDimensions * 0.5;
+        const Vector half = GetScaledDimensions() * 0.5;
         SetLocalBounds(-half, half);
         return 1;
     }

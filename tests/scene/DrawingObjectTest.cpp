@@ -240,9 +240,9 @@ class OddNode : public DrawingObject
 public:
     OddNode()
     {
-        unscaledDimensions = DVector(2.0, 2.0, 2.0);
-        scaledDimensions = DVector(6.0, 6.0, 6.0);
-        scale = DVector(5.0, 5.0, 5.0);
+        Own_().unscaledDimensions = DVector(2.0, 2.0, 2.0);
+        Own_().scaledDimensions = DVector(6.0, 6.0, 6.0);
+        Own_().scale = DVector(5.0, 5.0, 5.0);
     }
 };
 
