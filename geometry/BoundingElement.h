@@ -71,8 +71,6 @@ public:
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
 
-    DWORD flags = 0;
-
 private:
     struct Corners_
     {
@@ -132,4 +130,7 @@ private:
     MadeWhenUsed<All_> all_;  // while it is not there all follows from the two:
     PackedVector localMinimum_;
     PackedVector localMaximum_;
+
+public:
+    DWORD flags = 0;  // the last, so that no gap is before what follows bounds in a node
 };

@@ -1,31 +1,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "geometry/DVector.h"
+#include "geometry/Vector.h"
 
-/// The three numbers of a vector without the rest of the object: for the fields of objects of which
+/// The three floats of a Vector, which is twice that large: for the fields of objects of which
 /// there are many.
-template <typename VectorType, typename Number>
-struct PackedNumbers
+struct PackedVector
 {
-    PackedNumbers() = default;
-    PackedNumbers(Number newX, Number newY, Number newZ) : x(newX), y(newY), z(newZ) {}
-    PackedNumbers(const VectorType& vector) : x(vector.x), y(vector.y), z(vector.z) {}
-    operator VectorType() const { return VectorType(x, y, z); }
+    PackedVector() = default;
+    PackedVector(float newX, float newY, float newZ) : x(newX), y(newY), z(newZ) {}
+    PackedVector(const Vector& vector) : x(vector.x), y(vector.y), z(vector.z) {}
+    operator Vector() const { return Vector(x, y, z); }
 
-    /// The record of the vector.
+    /// The record of a Vector.
     void Serialize(CArchive& archive)
     {
-        VectorType vector = *this;
+        Vector vector = *this;
         vector.Serialize(archive);
         *this = vector;
     }
 
-    Number x = 0;
-    Number y = 0;
-    Number z = 0;
+    float x = 0.0f;
+    float y = 0.0f;
+    float z = 0.0f;
 };
-
-/// A Vector takes twice that much.
-using PackedVector = PackedNumbers<Vector, float>;
-using PackedDVector = PackedNumbers<DVector, double>;

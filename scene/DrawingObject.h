@@ -4,7 +4,6 @@
 #include "geometry/BoundingElement.h"
 #include "geometry/CoordinateTransform.h"
 #include "geometry/DVector.h"
-#include "geometry/PackedVector.h"
 #include "geometry/Sphere.h"
 #include "geometry/Vector.h"
 #include "host/FlagAccessors.h"
@@ -293,13 +292,13 @@ public:
     int ClearUndoAll();
     DrawingObjectStack* GetExternalUndoStack() const { return Read_().externalUndoStack; }
 
-    BoundingElement bounds;
-    NamedColor extentsBoxColor;  ///< its diffuse colour draws the extents box
+    [[no_unique_address]] BoundingElement bounds;  // the flags lie in its padding
     DWORD flags = 0;
+    NamedColor extentsBoxColor;         ///< its diffuse colour draws the extents box
     DrawingObjectStack undoStack;       ///< of saved copies, owned
     SizingHandles globalSizingHandles;  ///< handle centres in the parent's coordinates
     SizingHandles localSizingHandles;
-    PackedDVector minimumSize;                       ///< by axis, for Resize; 0 is no limit
+    DVector minimumSize;                             ///< by axis, for Resize; 0 is no limit
     double handleSize = static_cast<double>(0.05f);  ///< edge of a drawn sizing handle
 
 protected:

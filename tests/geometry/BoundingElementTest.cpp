@@ -312,6 +312,66 @@ TEST(BoundingElement, RecordHoldsEverythingInOrder)
     EXPECT_EQ(Stored(bounds), NumberedRecord());
 }
 
+TEST(BoundingElement, TheRecordIsTheSameWhetherBoxesWereLookedAtOrNot)
+{
+    const Vector minimum(-1, -2, -0.0f);
+    const Vector maximum(4, 5, 6);
+    Sphere onTheDiagonal;
+    onTheDiagonal.CalculateSphere(minimum, maximum);
+    for (const Sphere& sphere : {onTheDiagonal, SphereAt(Vector(1, 1, 1), 9)})
+    {
+        BoundingElement unseen;
+        BoundingElement seen;
+        seen.GetLocalBoundingBox();
+        for (BoundingElement* const bounds : {&unseen, &seen})
+        {
+            bounds->ResetLocalBounds();
+            bounds->AccumulateLocalBounds(minimum, maximum, sphere);
+            bounds->CalculateBounds(CoordinateTransform());
+        }
+        EXPECT_EQ(Stored(unseen), Stored(seen));
+        EXPECT_EQ(unseen.GetLocalRadius(), sphere.GetRadius());
+        EXPECT_EQ(unseen.GetGlobalRadius(), onTheDiagonal.GetRadius());
+        EXPECT_TRUE(std::signbit(unseen.GetLocalMinimum().z));
+        EXPECT_FALSE(std::signbit(unseen.GetGlobalMinimum().z));
+    }
+}
+
+TEST(BoundingElement, BoxesAndGlobalBoundsStayUntilTheNextCalculation)
+{
+    BoundingElement bounds;
+    Sphere sphere;
+    sphere.CalculateSphere(Vector(1, 2, 3), Vector(4, 5, 6));
+    bounds.ResetLocalBounds();
+    bounds.AccumulateLocalBounds(Vector(1, 2, 3), Vector(4, 5, 6), sphere);
+    bounds.CalculateBounds(CoordinateTransform());
+    bounds.AccumulateLocalBounds(Vector(0, 0, 0), Vector(9, 9, 9), sphere);
+    EXPECT_XYZ(bounds.GetLocalMaximum(), 9.0f, 9.0f, 9.0f);
+    EXPECT_XYZ(bounds.GetGlobalMaximum(), 4.0f, 5.0f, 6.0f);
+    EXPECT_XYZ(bounds.GetGlobalBoundingBox()[6], 4.0f, 5.0f, 6.0f);
+    EXPECT_XYZ(bounds.GetLocalBoundingBox()[0], 1.0f, 2.0f, 3.0f);
+}
+
+TEST(BoundingElement, FlagBitsOfAStoredSphereSurviveACalculation)
+{
+    constexpr int globalSphereFlags = 4 + 4 + 24 * 4 + 2 * 3 * 4 + 4 + 4 * 4;
+    Bytes record = NumberedRecord();
+    ASSERT_EQ(record[globalSphereFlags], 1);
+    record[globalSphereFlags] = 3;
+    BoundingElement bounds;
+    LoadRecord(bounds, record);
+    Sphere sphere;
+    sphere.CalculateSphere(Vector(1, 2, 3), Vector(4, 5, 6));
+    bounds.ResetLocalBounds();
+    bounds.AccumulateLocalBounds(Vector(1, 2, 3), Vector(4, 5, 6), sphere);
+    bounds.CalculateBounds(CoordinateTransform());
+    EXPECT_EQ(Stored(bounds)[globalSphereFlags], 3);
+    BoundingElement copy;
+    copy = bounds;  // without boxes that were looked at
+    copy.CalculateBounds(CoordinateTransform());
+    EXPECT_EQ(Stored(copy)[globalSphereFlags], 3);
+}
+
 TEST(BoundingElement, RefusesRecordsOfOtherVersions)
 {
     Bytes record = NumberedRecord();

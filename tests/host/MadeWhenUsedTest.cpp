@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <set>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -79,4 +80,57 @@ TEST(MadeWhenUsed, ThreadsThatNeedItAtOnceGetTheSame)
         EXPECT_EQ(std::set<const Counted*>(seen.begin(), seen.end()).size(), 1u);
         EXPECT_EQ(Counted::count, 1);
     }
+}
+
+TEST(MadeWhenUsed, ReadingMakesNone)
+{
+    const MadeWhenUsed<std::string> text;
+    const MadeWhenUsed<std::string> other;
+    EXPECT_EQ(text.Read(), "");
+    EXPECT_EQ(text.IfMade(), nullptr);
+    other.Get() = "made";
+    EXPECT_EQ(other.Read(), "made");
+    EXPECT_EQ(text.Read(), "");
+}
+
+TEST(MadeWhenUsed, CopiesHaveAnObjectOfTheirOwnWhereTheOriginalHasOne)
+{
+    MadeWhenUsed<std::string> text;
+    const MadeWhenUsed<std::string> none(text);
+    EXPECT_EQ(none.IfMade(), nullptr);
+    text.Get() = "first";
+    const MadeWhenUsed<std::string> copy(text);
+    MadeWhenUsed<std::string> assigned;
+    assigned = text;
+    text.Get() = "second";
+    EXPECT_EQ(copy.Read(), "first");
+    EXPECT_EQ(assigned.Read(), "first");
+    EXPECT_EQ(none.Read(), "");
+    MadeWhenUsed<std::string>& itself = text;
+    text = itself;
+    EXPECT_EQ(text.Read(), "second");
+}
+
+TEST(MadeWhenUsed, AnObjectStaysWhereItIsWhenAnotherIsAssigned)
+{
+    MadeWhenUsed<std::string> text;
+    const std::string& object = text.Get();
+    MadeWhenUsed<std::string> other;
+    other.Get() = "other";
+    text = other;
+    EXPECT_EQ(object, "other");
+    text = MadeWhenUsed<std::string>();
+    EXPECT_EQ(object, "");
+    EXPECT_EQ(text.IfMade(), &object);
+}
+
+TEST(MadeWhenUsed, OneThatIsForgottenCanBeMadeAnew)
+{
+    MadeWhenUsed<Counted> object;
+    object.Forget();
+    object.Get().value = 8;
+    object.Forget();
+    EXPECT_EQ(object.IfMade(), nullptr);
+    EXPECT_EQ(Counted::count, 0);
+    EXPECT_EQ(object.Get().value, 7);
 }

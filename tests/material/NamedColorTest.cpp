@@ -63,6 +63,43 @@ TEST(NamedColor, CopiesCarryColourGroupAndName)
     EXPECT_STREQ(copy.GetName(), "Slate");
 }
 
+TEST(NamedColor, MadeOfAnotherNamedColorItTakesTheColoursAlone)
+{
+    NamedColor slate("Slate");
+    slate.SetColorGroup(7);
+    slate.SetShininess(3);
+    const NamedColor chalk(slate, "Chalk");
+    EXPECT_STREQ(chalk.GetName(), "Chalk");
+    EXPECT_EQ(chalk.GetColorGroup(), 0ul);
+    EXPECT_EQ(chalk.GetShininess(), 3.0f);
+}
+
+TEST(NamedColor, AssignedToAsAColorItKeepsGroupAndName)
+{
+    NamedColor slate("Slate");
+    slate.SetColorGroup(7);
+    NamedColor chalk("Chalk");
+    chalk.SetShininess(3);
+    static_cast<Color&>(slate) = chalk;
+    EXPECT_STREQ(slate.GetName(), "Slate");
+    EXPECT_EQ(slate.GetColorGroup(), 7ul);
+    EXPECT_EQ(slate.GetShininess(), 3.0f);
+    static_cast<Color&>(slate) = Color();
+    EXPECT_STREQ(slate.GetName(), "Slate");
+    EXPECT_EQ(slate.GetShininess(), 64.0f);
+}
+
+TEST(NamedColor, AssignedANewOneItIsMediumGray)
+{
+    NamedColor color("Slate");
+    color.SetColorGroup(7);
+    color.SetDiffuseColor(ColorVector(1, 0, 0, 0.5f));
+    color = NamedColor();
+    EXPECT_STREQ(color.GetName(), "Medium Gray");
+    EXPECT_EQ(color.GetColorGroup(), 0ul);
+    EXPECT_RGBA(color.GetDiffuseColor(), 0.5f, 0.5f, 0.5f, 1.0f);
+}
+
 TEST(NamedColor, ResetKeepsTheGroup)
 {
     NamedColor color("Slate");

@@ -213,6 +213,72 @@ TEST(DrawingObject, AssignmentLeavesHandles4To7ChildrenAndUndo)
     EXPECT_EQ(target.PopUndo(), 0);
 }
 
+TEST(DrawingObject, AssigningANewNodeTakesAllBackButHandles4To7)
+{
+    FullNode full;
+    CoordinateTransform* const transform = full.node.GetTransform();
+    TextureMap* const texture = full.node.GetTexture();
+    full.node = DrawingObject();
+    ExpectVector(full.node.GetScale(), 1, 1, 1);
+    ExpectVector(full.node.GetScaledDimensions(), 0, 0, 0);
+    ExpectVector(full.node.GetUnscaledDimensions(), 0, 0, 0);
+    ExpectVector(full.node.GetTranslation(), 0, 0, 0);
+    EXPECT_STREQ(full.node.extentsBoxColor.GetName(), "Medium Gray");
+    EXPECT_EQ(full.node.GetExternalUndoStack(), nullptr);
+    for (int handle = 0; handle < 8; ++handle)
+    {
+        const int kept = handle < 4 ? 0 : handle + 1;
+        ExpectVector(full.node.GetLocalSizingHandleCenter(handle), kept, 0, 0);
+        ExpectVector(full.node.GetGlobalSizingHandleCenter(handle), 0, kept, 0);
+    }
+    // The parts stay where they are.
+    EXPECT_EQ(full.node.GetTransform(), transform);
+    EXPECT_TRUE(transform->IsIdentity());
+    EXPECT_EQ(full.node.GetTexture(), texture);
+    EXPECT_TRUE(texture->GetName().IsEmpty());
+}
+
+TEST(DrawingObject, PointersTakenFromANewNodeFollowIt)
+{
+    DrawingObject node;
+    const DrawingObject& sameNode = node;
+    const CoordinateTransform* const transform = sameNode.GetTransform();
+    const TextureMap* const texture = sameNode.GetTexture();
+    const DrawingObjectList* const children = sameNode.GetChildren();
+    const DVector* const handles = sameNode.localSizingHandles;
+    node.Translate(DVector(1, 2, 3));
+    node.GetTexture()->SetName("wood");
+    node.AddChild(new DrawingObject);
+    node.localSizingHandles[7] = DVector(4, 5, 6);
+    ExpectVector(transform->GetTranslation(), 1, 2, 3);
+    EXPECT_EQ(texture->GetName(), "wood");
+    EXPECT_EQ(children->GetCount(), 1);
+    ExpectVector(handles[7], 4, 5, 6);
+    EXPECT_EQ(node.GetTransform(), transform);
+    EXPECT_EQ(node.GetChildren(), children);
+}
+
+TEST(DrawingObject, SizingHandlesAreAnArrayOfEight)
+{
+    DrawingObject node;
+    EXPECT_EQ(std::size(node.globalSizingHandles), 8);
+    double x = 0.0;
+    for (DVector& handle : node.globalSizingHandles)
+    {
+        handle.x = ++x;
+    }
+    const DrawingObject& sameNode = node;
+    EXPECT_EQ(sameNode.globalSizingHandles[std::size_t{7}].x, 8.0);
+    for (const DVector& handle : sameNode.globalSizingHandles)
+    {
+        x -= handle.x;
+    }
+    EXPECT_EQ(x, 8.0 - 36.0);
+    node.Translate(DVector(0, 1, 0));
+    node.GetTransform()->TransformDVectors(node.globalSizingHandles, node.localSizingHandles, 8);
+    ExpectVector(node.GetLocalSizingHandleCenter(4), 5, 1, 0);
+}
+
 TEST(DrawingObject, AssigningANodeToItselfDoesNothing)
 {
     FullNode full;
