@@ -121,14 +121,14 @@ BoundingElement::All_& BoundingElement::Whole_() const
     return all_.Get([this] { return All_(localMinimum_, localMaximum_); });
 }
 
-// When all else follows from the two corners, to the bit. Corners that somebody has a pointer to
-// stay.
+// After a calculation for the identity, when the local sphere follows from the two corners too, to
+// the bit. Boxes that somebody has a pointer to stay.
 void BoundingElement::KeepTheTwo_()
 {
     const All_& all = *all_.IfMade();
-    const Extents_ derived(all.localMinimum, all.localMaximum);
-    if (!all.boxes.AreMade() && all.localSphere.IsSameAs(derived.localSphere) &&
-        all.globalSphere.IsSameAs(derived.globalSphere))
+    Sphere onTheDiagonal;
+    onTheDiagonal.CalculateSphere(all.localMinimum, all.localMaximum);
+    if (!all.boxes.AreMade() && all.localSphere.IsSameAs(onTheDiagonal))
     {
         localMinimum_ = all.localMinimum;
         localMaximum_ = all.localMaximum;

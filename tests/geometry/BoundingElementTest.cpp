@@ -352,24 +352,35 @@ TEST(BoundingElement, BoxesAndGlobalBoundsStayUntilTheNextCalculation)
     EXPECT_XYZ(bounds.GetLocalBoundingBox()[0], 1.0f, 2.0f, 3.0f);
 }
 
+TEST(BoundingElement, PointersToBoxesStayWhenAllFollowsFromTheTwoCorners)
+{
+    const Vector minimum(1, 2, 3);
+    Sphere sphere;
+    sphere.CalculateSphere(minimum, Vector(4, 5, 6));
+    BoundingElement bounds;
+    const Vector* const box = bounds.GetGlobalBoundingBox();
+    bounds.ResetLocalBounds();
+    bounds.AccumulateLocalBounds(minimum, Vector(4, 5, 6), sphere);
+    bounds.CalculateBounds(CoordinateTransform());
+    EXPECT_EQ(bounds.GetGlobalBoundingBox(), box);
+    EXPECT_XYZ(box[6], 4.0f, 5.0f, 6.0f);
+}
+
 TEST(BoundingElement, FlagBitsOfAStoredSphereSurviveACalculation)
 {
-    constexpr int globalSphereFlags = 4 + 4 + 24 * 4 + 2 * 3 * 4 + 4 + 4 * 4;
-    Bytes record = NumberedRecord();
-    ASSERT_EQ(record[globalSphereFlags], 1);
-    record[globalSphereFlags] = 3;
-    BoundingElement bounds;
-    LoadRecord(bounds, record);
+    Sphere stored;
+    LoadRecord(stored,
+               RecordBytes().Dword(1).Floats({2.5f, 3.5f, 4.5f}).Float(0).Dword(3).Float(0));
     Sphere sphere;
     sphere.CalculateSphere(Vector(1, 2, 3), Vector(4, 5, 6));
+    stored.SetRadius(sphere.GetRadius());
+    BoundingElement bounds;
     bounds.ResetLocalBounds();
-    bounds.AccumulateLocalBounds(Vector(1, 2, 3), Vector(4, 5, 6), sphere);
+    bounds.AccumulateLocalBounds(Vector(1, 2, 3), Vector(4, 5, 6), stored);
     bounds.CalculateBounds(CoordinateTransform());
-    EXPECT_EQ(Stored(bounds)[globalSphereFlags], 3);
-    BoundingElement copy;
-    copy = bounds;  // without boxes that were looked at
-    copy.CalculateBounds(CoordinateTransform());
-    EXPECT_EQ(Stored(copy)[globalSphereFlags], 3);
+    Sphere local = bounds.GetLocalSphere();
+    EXPECT_EQ(Stored(local), Stored(stored));
+    EXPECT_NE(Stored(local), Stored(sphere));
 }
 
 TEST(BoundingElement, RefusesRecordsOfOtherVersions)
