@@ -358,12 +358,13 @@ TEST(BoundingElement, PointersToBoxesStayWhenAllFollowsFromTheTwoCorners)
     Sphere sphere;
     sphere.CalculateSphere(minimum, Vector(4, 5, 6));
     BoundingElement bounds;
-    const Vector* const box = bounds.GetGlobalBoundingBox();
+    Vector* const box = bounds.GetGlobalBoundingBox();
     bounds.ResetLocalBounds();
     bounds.AccumulateLocalBounds(minimum, Vector(4, 5, 6), sphere);
     bounds.CalculateBounds(CoordinateTransform());
-    EXPECT_EQ(bounds.GetGlobalBoundingBox(), box);
     EXPECT_XYZ(box[6], 4.0f, 5.0f, 6.0f);
+    box[6].x = 7.0f;
+    EXPECT_XYZ(bounds.GetGlobalBoundingBox()[6], 7.0f, 5.0f, 6.0f);
 }
 
 TEST(BoundingElement, FlagBitsOfAStoredSphereSurviveACalculation)
