@@ -1,26 +1,37 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "geometry/Vector.h"
+#include "geometry/DVector.h"
 
-/// The three floats of a Vector, which is twice that large: for the fields of objects of which
+/// The three numbers of a vector without the rest of the object: for the fields of objects of which
 /// there are many.
-struct PackedVector
+template <typename VectorType, typename Number>
+struct PackedNumbers
 {
-    PackedVector() = default;
-    PackedVector(float newX, float newY, float newZ) : x(newX), y(newY), z(newZ) {}
-    PackedVector(const Vector& vector) : x(vector.x), y(vector.y), z(vector.z) {}
-    operator Vector() const { return Vector(x, y, z); }
+    PackedNumbers() = default;
+    PackedNumbers(Number newX, Number newY, Number newZ) : x(newX), y(newY), z(newZ) {}
+    PackedNumbers(const VectorType& vector) : x(vector.x), y(vector.y), z(vector.z) {}
+    operator VectorType() const { return VectorType(x, y, z); }
 
-    /// The record of a Vector.
+    /// The record of the vector.
     void Serialize(CArchive& archive)
     {
-        Vector vector = *this;
+        VectorType vector = *this;
         vector.Serialize(archive);
         *this = vector;
     }
 
-    float x = 0.0f;
-    float y = 0.0f;
-    float z = 0.0f;
+    Number x = 0;
+    Number y = 0;
+    Number z = 0;
+};
+
+/// Half as large as a Vector.
+using PackedVector = PackedNumbers<Vector, float>;
+
+struct PackedDVector : PackedNumbers<DVector, double>
+{
+    using PackedNumbers::PackedNumbers;
+
+    void SetDVector(double newX, double newY, double newZ) { *this = {newX, newY, newZ}; }
 };

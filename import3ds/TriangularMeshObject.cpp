@@ -151,7 +151,7 @@ int TriangularMeshObject::CalculateBounds()
             SetBoundsCalculated();
         }
     }
-    bounds.CalculateBounds(Read_().transform);
+    bounds.CalculateBounds(transform);
     return 1;
 }
 

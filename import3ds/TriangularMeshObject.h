@@ -88,19 +88,26 @@ public:
     void DeserializeVersion1(CArchive& archive);
     void DeserializeVersion2(CArchive& archive);
 
-    NamedColorArray* materialColors = nullptr;
+protected:
+    VectorArray faceNormals;
+    TriangularFaceArray faces;
+
+    // A file may bring many meshes: two arrays leave their padding to the word behind them.
+    [[no_unique_address]] VectorArray vertexNormals;
+
+public:
     DWORD meshFlags = 0;
+
+protected:
+    [[no_unique_address]] VectorArray vertices;
+
+public:
     /// The smallest |vertex normal . face normal| at which a corner is drawn with the vertex
     /// normal. At 1 a mesh looks flat wherever it is not; that is meant, see
     /// AFreshMeshIsFlatShaded.
     float smoothingThreshold = 1.0f;
+    NamedColorArray* materialColors = nullptr;
     CString name;  ///< of the object in the file
-
-protected:
-    VectorArray faceNormals;
-    TriangularFaceArray faces;
-    VectorArray vertexNormals;
-    VectorArray vertices;
 
 private:
     /// The vertex that a corner means, whatever index it has.

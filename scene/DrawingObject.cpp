@@ -48,6 +48,7 @@ void DrawingObject::CopyFields_(const DrawingObject& other)
     minimumSize = other.minimumSize;
     parent = other.parent;
     handleSize = other.handleSize;
+    transform = other.transform;
     if (extras_.IfMade() != nullptr || other.extras_.IfMade() != nullptr)
     {
         const Extras_& theirs = other.Read_();
@@ -55,7 +56,6 @@ void DrawingObject::CopyFields_(const DrawingObject& other)
         own.scale = theirs.scale;
         own.scaledDimensions = theirs.scaledDimensions;
         own.texture = theirs.texture;
-        own.transform = theirs.transform;
         own.unscaledDimensions = theirs.unscaledDimensions;
     }
 }

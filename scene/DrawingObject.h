@@ -4,6 +4,7 @@
 #include "geometry/BoundingElement.h"
 #include "geometry/CoordinateTransform.h"
 #include "geometry/DVector.h"
+#include "geometry/PackedVector.h"
 #include "geometry/Sphere.h"
 #include "geometry/Vector.h"
 #include "host/FlagAccessors.h"
@@ -171,24 +172,21 @@ public:
 
     // The transform.
 
-    CoordinateTransform* GetTransform() { return &Own_().transform; }
-    const CoordinateTransform* GetTransform() const { return &extras_.Get().transform; }
-    void SetTransform(const CoordinateTransform& newTransform) { Own_().transform = newTransform; }
+    CoordinateTransform* GetTransform() { return &transform; }
+    const CoordinateTransform* GetTransform() const { return &transform; }
+    void SetTransform(const CoordinateTransform& newTransform) { transform = newTransform; }
     /// The transform's own 16 values, column-major.
-    double* GetCompositeMatrix() { return Own_().transform.GetCompositeMatrix(); }
-    const double* GetCompositeMatrix() const { return GetTransform()->GetCompositeMatrix(); }
-    double* GetRotationMatrix() { return Own_().transform.GetRotationMatrix(); }
-    const double* GetRotationMatrix() const { return GetTransform()->GetRotationMatrix(); }
-    void SetRotationMatrix(const double* matrix) { Own_().transform.SetRotationMatrix(matrix); }
-    void SetRotationMatrix(const float* matrix) { Own_().transform.SetRotationMatrix(matrix); }
+    double* GetCompositeMatrix() { return transform.GetCompositeMatrix(); }
+    const double* GetCompositeMatrix() const { return transform.GetCompositeMatrix(); }
+    double* GetRotationMatrix() { return transform.GetRotationMatrix(); }
+    const double* GetRotationMatrix() const { return transform.GetRotationMatrix(); }
+    void SetRotationMatrix(const double* matrix) { transform.SetRotationMatrix(matrix); }
+    void SetRotationMatrix(const float* matrix) { transform.SetRotationMatrix(matrix); }
     /// Degrees, right-handed about the axis.
-    void SetRotation(double angle, const DVector& axis)
-    {
-        Own_().transform.SetRotation(angle, axis);
-    }
-    void Rotate(double angle, const DVector& axis) { Own_().transform.Rotate(angle, axis); }
+    void SetRotation(double angle, const DVector& axis) { transform.SetRotation(angle, axis); }
+    void Rotate(double angle, const DVector& axis) { transform.Rotate(angle, axis); }
     /// Back to no rotation, also of the external matrix.
-    void ResetOrientation() { Own_().transform.ResetRotation(); }
+    void ResetOrientation() { transform.ResetRotation(); }
     /// Takes the transform of what was around this node into its own. Always 1.
     int CombineTransform(CoordinateTransform* outer);
     /// Hands the transform down to the children and resets it. 0 without children.
@@ -298,7 +296,7 @@ public:
     DrawingObjectStack undoStack;       ///< of saved copies, owned
     SizingHandles globalSizingHandles;  ///< handle centres in the parent's coordinates
     SizingHandles localSizingHandles;
-    DVector minimumSize;                             ///< by axis, for Resize; 0 is no limit
+    PackedDVector minimumSize;                       ///< by axis, for Resize; 0 is no limit
     double handleSize = static_cast<double>(0.05f);  ///< edge of a drawn sizing handle
 
 protected:
@@ -364,7 +362,6 @@ protected:
         DVector scale{1.0, 1.0, 1.0};
         DVector scaledDimensions;
         DVector unscaledDimensions;
-        CoordinateTransform transform;
         TextureMap texture;
         DrawingObjectList children;
         DrawingObjectStack* externalUndoStack = nullptr;
@@ -375,6 +372,7 @@ protected:
     Extras_& Own_() { return extras_.Get(); }
 
     DrawingObject* parent = nullptr;
+    CoordinateTransform transform;
 
 private:
     void CopyFields_(const DrawingObject& other);

@@ -86,7 +86,7 @@ void DrawingObject::SerializeFields_(CArchive& archive, DWORD version)
         archive >> handleSize;
     }
     extras.texture.Serialize(archive);
-    extras.transform.Serialize(archive);
+    transform.Serialize(archive);
     extras.unscaledDimensions.Serialize(archive);
     if (archive.IsStoring())
     {

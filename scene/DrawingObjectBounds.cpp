@@ -43,7 +43,7 @@ int DrawingObject::CalculateBounds()
     {
         return 0;
     }
-    bounds.CalculateBounds(Read_().transform);
+    bounds.CalculateBounds(transform);
     return 1;
 }
 
@@ -77,7 +77,7 @@ int DrawingObject::CalculateChildBounds()
 
 void DrawingObject::SetLocalBounds(const Vector& minimum, const Vector& maximum)
 {
-    bounds.SetLocalBounds(minimum, maximum, Read_().transform);
+    bounds.SetLocalBounds(minimum, maximum, transform);
 }
 
 void DrawingObject::SetScale(const DVector& newScale)
@@ -130,7 +130,7 @@ int DrawingObject::CalculateSizingHandles()
     const Vector extents = bounds.GetLocalMaximum() - bounds.GetLocalMinimum();
     const double largest = std::max({extents.x, extents.y, extents.z});
     handleSize = std::max(handleSizeRatio * largest, smallestHandleSize);
-    Read_().transform.TransformDVectors(localSizingHandles, globalSizingHandles, 8);
+    transform.TransformDVectors(localSizingHandles, globalSizingHandles, 8);
     return 1;
 }
 
@@ -160,7 +160,6 @@ int DrawingObject::FinishResize_(const HandleDrag_& drag)
 {
     DVector centers[2] = {(localSizingHandles[4] + localSizingHandles[2]) * 0.5,
                           drag.anchor + drag.difference * 0.5};
-    CoordinateTransform& transform = Own_().transform;
     transform.TransformDVectors(centers, 2);
     transform.Translate(centers[1] - centers[0]);
     CalculateBounds();

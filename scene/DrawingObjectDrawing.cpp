@@ -127,7 +127,7 @@ int DrawingObject::Draw(DrawingParameters* parameters)
         gluErrorString(GL_STACK_OVERFLOW);
         return 0;
     }
-    glMultMatrixd(Read_().transform.CurrentCompositeMatrix());
+    glMultMatrixd(transform.CurrentCompositeMatrix());
     int drawn = 1;
     if (!parameters->ShouldShowSelectedOnly() || IsSelected())
     {

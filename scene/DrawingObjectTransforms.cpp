@@ -25,22 +25,22 @@ DVector Rotated(const CoordinateTransform& transform, DVector axis)
 
 DVector DrawingObject::GetTranslation() const
 {
-    return Read_().transform.GetTranslation();
+    return transform.GetTranslation();
 }
 
 void DrawingObject::SetTranslation(const DVector& translation)
 {
-    Own_().transform.SetTranslation(translation);
+    transform.SetTranslation(translation);
 }
 
 void DrawingObject::Translate(const DVector& translation)
 {
-    Own_().transform.Translate(translation);
+    transform.Translate(translation);
 }
 
 int DrawingObject::CombineTransform(CoordinateTransform* outer)
 {
-    Own_().transform.Combine(outer);
+    transform.Combine(outer);
     return 1;
 }
 
@@ -50,12 +50,12 @@ int DrawingObject::ApplyTransformAndReset()
     {
         return 0;
     }
-    Extras_& own = Own_();
-    for (POSITION position = own.children.GetHeadPosition(); position != nullptr;)
+    const DrawingObjectList& children = Read_().children;
+    for (POSITION position = children.GetHeadPosition(); position != nullptr;)
     {
-        own.children.GetNext(position)->CombineTransform(&own.transform);
+        children.GetNext(position)->CombineTransform(&transform);
     }
-    own.transform.Reset();
+    transform.Reset();
     return 1;
 }
 
@@ -65,19 +65,19 @@ CoordinateTransform DrawingObject::AccumulateTransformations(int includeOwn, int
     CoordinateTransform accumulated;
     if (includeOwn)
     {
-        accumulated.Combine(&Read_().transform);
+        accumulated.Combine(&transform);
     }
     else if (includeOwnExternal)
     {
-        accumulated.CombineExternal(&Read_().transform);
+        accumulated.CombineExternal(&transform);
     }
     for (const DrawingObject* ancestor = parent; ancestor != nullptr; ancestor = ancestor->parent)
     {
-        accumulated.Combine(&ancestor->Read_().transform);
+        accumulated.Combine(&ancestor->transform);
     }
     if (extra != nullptr && extra != this)
     {
-        accumulated.Combine(&extra->Read_().transform);
+        accumulated.Combine(&extra->transform);
     }
     accumulated.ExternalToRotation();
     accumulated.ExternalToTranslation();
@@ -118,7 +118,7 @@ void DrawingObject::AlignAxis_(const DVector& axis, const DVector& standIn,
     const double cosine = std::clamp(own.Dot(wanted), -1.0, 1.0);
     const double angle = std::acos(cosine) * 180.0 / std::numbers::pi;
     AccumulateTransformations(0, 1, extra).UnrotateDVectors(&turnAxis, 1);
-    Own_().transform.Rotate(angle, turnAxis);
+    transform.Rotate(angle, turnAxis);
 }
 
 int DrawingObject::AlignRotations(CoordinateTransform& target, DrawingObject* extra)

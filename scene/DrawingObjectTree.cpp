@@ -108,7 +108,7 @@ int DrawingObject::AbandonChild(DrawingObject* child)
         return 0;
     }
     child->SaveToUndo();
-    child->CombineTransform(&Own_().transform);
+    child->CombineTransform(&transform);
     return 1;
 }
 

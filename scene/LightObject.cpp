@@ -97,7 +97,7 @@ int LightObject::CalculateBounds()
     sphere.CalculateSphere(minimum, maximum);
     bounds.ResetLocalBounds();
     bounds.AccumulateLocalBounds(minimum, maximum, sphere);
-    bounds.CalculateBounds(Read_().transform);
+    bounds.CalculateBounds(transform);
     return 1;
 }
 
@@ -143,7 +143,7 @@ int LightObject::DrawObject(DrawingParameters* parameters)
         position[2] = 1;
         position[3] = 0;
         Vector center = parent->GetBoundsLocalCenter();
-        Read_().transform.UntransformVectors(&center, 1);
+        transform.UntransformVectors(&center, 1);
         glPushMatrix();
         glTranslated(center.x, center.y, center.z + parent->GetGlobalBoundsRadius());
     }

@@ -103,7 +103,7 @@ int OrvFontString::CalculateBounds()
         sphere.CalculateSphere(minimum, maximum);
         bounds.AccumulateLocalBounds(minimum, maximum, sphere);
     }
-    bounds.CalculateBounds(Read_().transform);
+    bounds.CalculateBounds(transform);
     CalculateMaximumBevelDepth();
     return 1;
 }

@@ -24,7 +24,7 @@ constexpr unsigned long defaultFlags = 0x40B8;
 
 ViewObject::ViewObject()
 {
-    Own_().transform.Translate(DVector(0.0, 0.0, -5.0));
+    transform.Translate(DVector(0.0, 0.0, -5.0));
 }
 
 ViewObject& ViewObject::operator=(const ViewObject& other)
@@ -69,17 +69,17 @@ NamedViewList* ViewObject::GetSavedViews() const
 
 int ViewObject::SaveCurrentView(const CString& name)
 {
-    return scene != nullptr ? scene->SaveCurrentView(name, GetTransform(), &projection) : 0;
+    return scene != nullptr ? scene->SaveCurrentView(name, &transform, &projection) : 0;
 }
 
 int ViewObject::RestoreSavedView(const CString& name)
 {
-    return scene != nullptr ? scene->RestoreSavedView(name, GetTransform(), &projection) : 0;
+    return scene != nullptr ? scene->RestoreSavedView(name, &transform, &projection) : 0;
 }
 
 int ViewObject::RestoreSavedView(int index)
 {
-    return scene != nullptr ? scene->RestoreSavedView(index, GetTransform(), &projection) : 0;
+    return scene != nullptr ? scene->RestoreSavedView(index, &transform, &projection) : 0;
 }
 
 int ViewObject::DeleteSavedView(const CString& name)
