@@ -107,4 +107,5 @@
 #include "scene/SceneObject.h"
 #include "scene/SceneTemplate.h"
 #include "scene/SceneTemplateList.h"
+#include "scene/SizingHandles.h"
 #include "scene/ViewObject.h"

@@ -18,6 +18,14 @@ static void Widen(PackedVector& minimum, PackedVector& maximum, const Vector& lo
                std::max(maximum.z, high.z)};
 }
 
+// The one that has the line between the corners as a diameter.
+static Sphere SphereOn(const Vector& minimum, const Vector& maximum)
+{
+    Sphere sphere;
+    sphere.CalculateSphere(minimum, maximum);
+    return sphere;
+}
+
 static bool IsFinite(const Vector& vector)
 {
     return std::isfinite(vector.x) && std::isfinite(vector.y) && std::isfinite(vector.z);
@@ -78,7 +86,7 @@ BoundingElement::Extents_::Extents_(const Vector& minimum, const Vector& maximum
     : localMaximum(maximum), localMinimum(minimum)
 {
     EncloseUnmoved(minimum, maximum);
-    localSphere.CalculateSphere(minimum, maximum);
+    localSphere = SphereOn(minimum, maximum);
 }
 
 BoundingElement::All_::All_(const Vector& minimum, const Vector& maximum)
@@ -104,7 +112,7 @@ BoundingElement& BoundingElement::operator=(const BoundingElement& other)
     return *this;
 }
 
-BoundingElement::Extents_ BoundingElement::Read_() const
+BoundingElement::Extents_ BoundingElement::CurrentExtents_() const
 {
     const All_* const all = all_.IfMade();
     return all != nullptr ? Extents_(*all) : Extents_(localMinimum_, localMaximum_);
@@ -122,18 +130,24 @@ BoundingElement::All_& BoundingElement::Whole_() const
 }
 
 // After a calculation for the identity, when the local sphere follows from the two corners too, to
-// the bit. Boxes that somebody has a pointer to stay.
+// the bit. Boxes that somebody has a pointer to stay, and so do those that were loaded, with a
+// global sphere that may have more flags.
 void BoundingElement::KeepTheTwo_()
 {
     const All_& all = *all_.IfMade();
-    Sphere onTheDiagonal;
-    onTheDiagonal.CalculateSphere(all.localMinimum, all.localMaximum);
-    if (!all.boxes.AreMade() && all.localSphere.IsSameAs(onTheDiagonal))
+    if (!all.boxes.AreMade() &&
+        all.localSphere.IsSameAs(SphereOn(all.localMinimum, all.localMaximum)))
     {
         localMinimum_ = all.localMinimum;
         localMaximum_ = all.localMaximum;
         all_.Forget();
     }
+}
+
+Sphere BoundingElement::GetLocalSphere() const
+{
+    const All_* const all = all_.IfMade();
+    return all != nullptr ? all->localSphere : SphereOn(localMinimum_, localMaximum_);
 }
 
 void BoundingElement::ResetLocalBounds()

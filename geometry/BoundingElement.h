@@ -37,19 +37,25 @@ public:
     Vector* GetLocalBoundingBox() { return Whole_().boxes.Get().local; }
     const Vector* GetLocalBoundingBox() const { return Whole_().boxes.Get().local; }
 
-    Vector GetGlobalMaximum() const { return Read_().globalMaximum; }
-    Vector GetGlobalMinimum() const { return Read_().globalMinimum; }
-    Vector GetGlobalCenter() const { return Read_().globalSphere.GetCenter(); }
-    float GetGlobalDiameter() const { return Read_().globalSphere.GetDiameter(); }
-    float GetGlobalRadius() const { return Read_().globalSphere.GetRadius(); }
-    Sphere GetGlobalSphere() const { return Read_().globalSphere; }
+    Vector GetGlobalMaximum() const { return CurrentExtents_().globalMaximum; }
+    Vector GetGlobalMinimum() const { return CurrentExtents_().globalMinimum; }
+    Vector GetGlobalCenter() const { return GetGlobalSphere().GetCenter(); }
+    float GetGlobalDiameter() const { return GetGlobalSphere().GetDiameter(); }
+    float GetGlobalRadius() const { return GetGlobalSphere().GetRadius(); }
+    Sphere GetGlobalSphere() const { return CurrentExtents_().globalSphere; }
 
-    Vector GetLocalMaximum() const { return Read_().localMaximum; }
-    Vector GetLocalMinimum() const { return Read_().localMinimum; }
-    Vector GetLocalCenter() const { return Read_().localSphere.GetCenter(); }
-    float GetLocalDiameter() const { return Read_().localSphere.GetDiameter(); }
-    float GetLocalRadius() const { return Read_().localSphere.GetRadius(); }
-    Sphere GetLocalSphere() const { return Read_().localSphere; }
+    Vector GetLocalMaximum() const
+    {
+        return all_.IfMade() != nullptr ? all_.IfMade()->localMaximum : localMaximum_;
+    }
+    Vector GetLocalMinimum() const
+    {
+        return all_.IfMade() != nullptr ? all_.IfMade()->localMinimum : localMinimum_;
+    }
+    Vector GetLocalCenter() const { return GetLocalSphere().GetCenter(); }
+    float GetLocalDiameter() const { return GetLocalSphere().GetDiameter(); }
+    float GetLocalRadius() const { return GetLocalSphere().GetRadius(); }
+    Sphere GetLocalSphere() const;
 
     /// Local bounds undefined, the extremes inside out and ready to accumulate, both spheres
     /// undefined.
@@ -121,7 +127,7 @@ private:
         Boxes_ boxes;
     };
 
-    Extents_ Read_() const;
+    Extents_ CurrentExtents_() const;
     All_ Copy_() const;
     All_& Whole_() const;
     void KeepTheTwo_();
@@ -132,5 +138,5 @@ private:
     PackedVector localMaximum_;
 
 public:
-    DWORD flags = 0;  // the last, so that no gap is before what follows bounds in a node
+    DWORD flags = 0;  // the last, where the object has padding behind it
 };

@@ -36,7 +36,7 @@ public:
     Sphere& operator+=(const Sphere& other);
     Sphere operator+(const Sphere& other) const { return Sphere(*this) += other; }
 
-    /// To the bit, with all that the record has.
+    /// Whether every field is equal to the bit, of numbers that are none and of the flags too.
     bool IsSameAs(const Sphere& other) const;
 
     void Serialize(CArchive& archive) override;

@@ -9,8 +9,8 @@ struct __POSITION;
 /// A place in a list; null is none. It stays valid until its node is removed.
 using POSITION = __POSITION*;
 
-/// A doubly linked list of object pointers, which it does not own. An empty list, as of most nodes,
-/// is two pointers large.
+/// A doubly linked list of object pointers, which it does not own. One of the usual block size that
+/// never held anything, as of most nodes, takes no memory but itself, two pointers.
 ///
 /// Its record is the count and then each element as an object reference; loading appends. When
 /// loading throws, what was appended by then stays: the list's owner decides what becomes of it.

@@ -15,7 +15,7 @@ class MadeWhenUsed
 public:
     MadeWhenUsed() = default;
     ~MadeWhenUsed() { delete object_.load(std::memory_order_relaxed); }
-    MadeWhenUsed(const MadeWhenUsed& other) { *this = other; }
+    MadeWhenUsed(const MadeWhenUsed& other) : MadeWhenUsed() { *this = other; }
     MadeWhenUsed& operator=(const MadeWhenUsed& other)
     {
         if (this != &other && (IfMade() != nullptr || other.IfMade() != nullptr))

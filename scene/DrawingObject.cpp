@@ -49,7 +49,7 @@ void DrawingObject::CopyFields_(const DrawingObject& other)
     parent = other.parent;
     handleSize = other.handleSize;
     transform = other.transform;
-    if (extras_.IfMade() != nullptr || other.extras_.IfMade() != nullptr)
+    if (HasExtras_() || other.HasExtras_())
     {
         const Extras_& theirs = other.Read_();
         Extras_& own = Own_();

@@ -290,7 +290,8 @@ public:
     int ClearUndoAll();
     DrawingObjectStack* GetExternalUndoStack() const { return Read_().externalUndoStack; }
 
-    [[no_unique_address]] BoundingElement bounds;  // the flags lie in its padding
+    // Of some nodes there are very many: the flags lie in the padding of the bounds.
+    [[no_unique_address]] BoundingElement bounds;
     DWORD flags = 0;
     NamedColor extentsBoxColor;         ///< its diffuse colour draws the extents box
     DrawingObjectStack undoStack;       ///< of saved copies, owned
@@ -356,7 +357,8 @@ protected:
     }
 
     /// What most nodes of an imported file leave as it is: it takes no memory until it is set or
-    /// asked for by a pointer.
+    /// asked for by a pointer. A class that derives from this one looks at it through Read_ and
+    /// changes it through Own_.
     struct Extras_
     {
         DVector scale{1.0, 1.0, 1.0};
@@ -367,9 +369,10 @@ protected:
         DrawingObjectStack* externalUndoStack = nullptr;
         bool savedToExternalUndo = false;  ///< since the external stack was attached
     };
-    /// A look at them, not to be kept.
+    /// Not to be kept: it need not follow a change.
     const Extras_& Read_() const { return extras_.Read(); }
     Extras_& Own_() { return extras_.Get(); }
+    bool HasExtras_() const { return extras_.IfMade() != nullptr; }
 
     DrawingObject* parent = nullptr;
     CoordinateTransform transform;

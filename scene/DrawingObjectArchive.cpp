@@ -53,7 +53,7 @@ void DrawingObject::SerializeFields_(CArchive& archive, DWORD version)
 {
     // Storing makes none: one that is like them all is stored.
     const MadeWhenUsed<Extras_> initial;
-    const bool isOwn = archive.IsLoading() || extras_.IfMade() != nullptr;
+    const bool isOwn = archive.IsLoading() || HasExtras_();
     Extras_& extras = isOwn ? Own_() : initial.Get();
     if (version >= 2)
     {

@@ -43,6 +43,13 @@ private:
     bool owned_ = false;
 };
 
+// For nodes that never had one.
+TextureMap& NoTexture()
+{
+    static TextureMap* const texture = new TextureMap;  // outlives every node
+    return *texture;
+}
+
 // The corners of a box are given as sizing handles are numbered: four around a side, then the four
 // opposite them.
 void EmitCorner(const DVector& corner)
@@ -151,7 +158,7 @@ int DrawingObject::Draw(DrawingParameters* parameters)
 
 int DrawingObject::DrawWithTexture_(DrawingParameters* parameters)
 {
-    TextureMap& texture = Own_().texture;
+    TextureMap& texture = HasExtras_() ? Own_().texture : NoTexture();
     AppliedTexture applied(texture);
     parameters->CurrentTexture().DisableTextureMap();
     if (parameters->IsRender() && parameters->ShouldShowTextures() && !parameters->IsSelecting())

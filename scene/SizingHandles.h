@@ -6,17 +6,24 @@
 #include "host/MadeWhenUsed.h"
 
 #include <algorithm>
-#include <array>
 
 /// The centres of a node's eight sizing handles: an array of DVectors, all 0 at first, that takes
-/// no memory until it is used.
+/// no memory until it is used. It is indexed, walked and passed on as an array is, but its own size
+/// is not that of the array.
 class SizingHandles
 {
 public:
     static constexpr int count = 8;
+    using Centers = DVector[count];
 
-    operator DVector*() { return centers_.Get().data(); }
-    operator const DVector*() const { return centers_.Get().data(); }
+    SizingHandles() = default;
+    SizingHandles(const SizingHandles&) = delete;
+    SizingHandles& operator=(const SizingHandles&) = delete;
+
+    operator Centers&() { return block_.Get().centers; }
+    operator const Centers&() const { return block_.Get().centers; }
+    DVector* operator->() { return *this; }
+    const DVector* operator->() const { return *this; }
     DVector* begin() { return *this; }
     DVector* end() { return *this + count; }
     const DVector* begin() const { return *this; }
@@ -24,12 +31,12 @@ public:
     static constexpr int size() { return count; }
 
     /// A look at them, not to be kept.
-    const DVector* Read() const { return centers_.Read().data(); }
+    const DVector* Read() const { return block_.Read().centers; }
 
     /// The first \p number of them from another node's.
     void CopyFirst(const SizingHandles& other, int number)
     {
-        if (centers_.IfMade() != nullptr || other.centers_.IfMade() != nullptr)
+        if (block_.IfMade() != nullptr || other.block_.IfMade() != nullptr)
         {
             std::copy_n(other.Read(), number, begin());
         }
@@ -38,13 +45,28 @@ public:
     /// The records of the eight. Storing them does not make them.
     void Serialize(CArchive& archive)
     {
-        std::array<DVector, count> stored = centers_.Read();
-        for (DVector& center : archive.IsStoring() ? stored : centers_.Get())
+        if (archive.IsLoading())
         {
-            center.Serialize(archive);
+            block_.Get().Serialize(archive);
+            return;
         }
+        Block_ stored = block_.Read();
+        stored.Serialize(archive);
     }
 
 private:
-    MadeWhenUsed<std::array<DVector, count>> centers_;
+    struct Block_
+    {
+        void Serialize(CArchive& archive)
+        {
+            for (DVector& center : centers)
+            {
+                center.Serialize(archive);
+            }
+        }
+
+        Centers centers;
+    };
+
+    MadeWhenUsed<Block_> block_;
 };

@@ -269,6 +269,11 @@ TEST(DrawingObject, SizingHandlesAreAnArrayOfEight)
     }
     const DrawingObject& sameNode = node;
     EXPECT_EQ(sameNode.globalSizingHandles[std::size_t{7}].x, 8.0);
+    EXPECT_EQ(sameNode.globalSizingHandles->x, 1.0);
+    const DVector(&asArray)[8] = sameNode.globalSizingHandles;
+    EXPECT_EQ(&asArray[3], &node.globalSizingHandles[3]);
+    // A copy would not be the node's.
+    EXPECT_FALSE(std::is_copy_constructible_v<SizingHandles>);
     for (const DVector& handle : sameNode.globalSizingHandles)
     {
         x -= handle.x;
