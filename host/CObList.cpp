@@ -42,18 +42,21 @@ CObList::Node* CObList::AsNode(POSITION position)
 CObList::Node* CObList::NewNode(Node* previous, Node* next, CObject* element)
 {
     Body& body = body_.Get();
-    if (body.free == nullptr)
+    Node* node = body.free;
+    if (node != nullptr)
+    {
+        body.free = node->next;
+    }
+    else
     {
         Node* const block = new Node[std::size_t{1} + body.blockSize];
         block->next = std::exchange(body.blocks, block);
-        for (int i = body.blockSize; i > 0; --i)
+        node = block + 1;
+        for (int i = body.blockSize; i > 1; --i)
         {
-            block[i].next = body.free;
-            body.free = &block[i];
+            block[i].next = std::exchange(body.free, block + i);
         }
     }
-    Node* const node = body.free;
-    body.free = node->next;
     node->previous = previous;
     node->next = next;
     node->element = element;
@@ -61,6 +64,12 @@ CObList::Node* CObList::NewNode(Node* previous, Node* next, CObject* element)
     (next != nullptr ? next->previous : body.tail) = node;
     ++body.count;
     return node;
+}
+
+// What a list has that is not empty.
+const CObList::Body& CObList::Filled() const
+{
+    return *body_.IfMade();
 }
 
 void CObList::Unlink(Node* node)
@@ -75,22 +84,22 @@ void CObList::Unlink(Node* node)
 
 CObject*& CObList::GetHead()
 {
-    return body_.Read().head->element;
+    return Filled().head->element;
 }
 
 CObject* CObList::GetHead() const
 {
-    return body_.Read().head->element;
+    return Filled().head->element;
 }
 
 CObject*& CObList::GetTail()
 {
-    return body_.Read().tail->element;
+    return Filled().tail->element;
 }
 
 CObject* CObList::GetTail() const
 {
-    return body_.Read().tail->element;
+    return Filled().tail->element;
 }
 
 POSITION CObList::GetHeadPosition() const
@@ -155,9 +164,9 @@ POSITION CObList::AddTail(CObject* element)
 void CObList::AddHead(const CObList* list)
 {
     // Backwards, and no more than there were: the list may be this one, which grows at its head.
-    int remaining = list->GetCount();
-    for (const Node* node = list->body_.Read().tail; remaining > 0;
-         --remaining, node = node->previous)
+    const Body& body = list->body_.Read();
+    int remaining = body.count;
+    for (const Node* node = body.tail; remaining > 0; --remaining, node = node->previous)
     {
         AddHead(node->element);
     }
@@ -165,8 +174,9 @@ void CObList::AddHead(const CObList* list)
 
 void CObList::AddTail(const CObList* list)
 {
-    int remaining = list->GetCount();
-    for (const Node* node = list->body_.Read().head; remaining > 0; --remaining, node = node->next)
+    const Body& body = list->body_.Read();
+    int remaining = body.count;
+    for (const Node* node = body.head; remaining > 0; --remaining, node = node->next)
     {
         AddTail(node->element);
     }
@@ -175,14 +185,14 @@ void CObList::AddTail(const CObList* list)
 CObject* CObList::RemoveHead()
 {
     CObject* const element = GetHead();
-    Unlink(body_.Read().head);
+    Unlink(Filled().head);
     return element;
 }
 
 CObject* CObList::RemoveTail()
 {
     CObject* const element = GetTail();
-    Unlink(body_.Read().tail);
+    Unlink(Filled().tail);
     return element;
 }
 
@@ -232,11 +242,12 @@ POSITION CObList::Find(const CObject* element, POSITION startAfter) const
 
 POSITION CObList::FindIndex(int index) const
 {
-    if (index < 0 || index >= GetCount())
+    const Body& body = body_.Read();
+    if (index < 0 || index >= body.count)
     {
         return nullptr;
     }
-    Node* node = body_.Read().head;
+    Node* node = body.head;
     for (; index > 0; --index)
     {
         node = node->next;

@@ -88,6 +88,7 @@ private:
     static Node* AsNode(POSITION position);
     Node* NewNode(Node* previous, Node* next, CObject* element);
     void Unlink(Node* node);
+    const Body& Filled() const;
 
     MadeWhenUsed<Body> body_;
 };
