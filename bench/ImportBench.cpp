@@ -39,7 +39,8 @@ private:
 struct Import
 {
     double milliseconds = 0.0;
-    double peak = 0.0;  ///< MiB, as the others
+    double peak = 0.0;     ///< MiB, as the others
+    double program = 0.0;  ///< code and tables that were mapped in
     double arrays = 0.0;
     double nodes = 0.0;
 };
@@ -49,19 +50,20 @@ bool RunOnce(const std::string& reader, const GeneratedFile& file, Import* impor
 {
     const std::string command = std::string(ORVANE_IMPORT " ") + reader + " " + file.Path();
     std::FILE* const pipe = popen(command.c_str(), "r");
-    const int values = pipe == nullptr
-                           ? 0
-                           : std::fscanf(pipe, "%lf %lf %lf %lf", &import->milliseconds,
-                                         &import->peak, &import->arrays, &import->nodes);
+    const int values =
+        pipe == nullptr
+            ? 0
+            : std::fscanf(pipe, "%lf %lf %lf %lf %lf", &import->milliseconds, &import->peak,
+                          &import->program, &import->arrays, &import->nodes);
     if (pipe != nullptr)
     {
         pclose(pipe);
     }
-    for (double* const size : {&import->peak, &import->arrays, &import->nodes})
+    for (double* const size : {&import->peak, &import->program, &import->arrays, &import->nodes})
     {
         *size /= 1024.0;
     }
-    return values == 4;
+    return values == 5;
 }
 
 /// The median time and the largest peak of each reader, in turns, so that all see the same machine.
@@ -103,8 +105,10 @@ void Compare(const std::string& what, const Bytes& bytes)
     const GeneratedFile file(bytes);
     std::map<std::string, Import> imports = Measure(file, {"orvane", "assimp", "lib3ds", "bytes"});
     const Import& ours = imports["orvane"];
-    Add("import " + what, "%.1f ms, peak %.1f MiB, %.2f x the arrays' %.1f; nodes %.1f",
-        ours.milliseconds, ours.peak, ours.peak / ours.arrays, ours.arrays, ours.nodes);
+    Add("import " + what,
+        "%.1f ms, peak %.1f MiB, %.2f x the arrays' %.1f; nodes %.1f, program %.1f",
+        ours.milliseconds, ours.peak, ours.peak / ours.arrays, ours.arrays, ours.nodes,
+        ours.program);
     for (const char* const other : {"assimp", "lib3ds"})
     {
         const auto found = imports.find(other);
