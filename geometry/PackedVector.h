@@ -29,6 +29,7 @@ struct PackedNumbers
 /// Half as large as a Vector.
 using PackedVector = PackedNumbers<Vector, float>;
 
+/// A DVector without its virtual table: for the fields that are read and set by component.
 struct PackedDVector : PackedNumbers<DVector, double>
 {
     using PackedNumbers::PackedNumbers;
