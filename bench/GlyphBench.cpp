@@ -9,7 +9,6 @@
 
 #include <benchmark/benchmark.h>
 #include <fontconfig/fontconfig.h>
-
 #include <ft2build.h>
 #include FT_FREETYPE_H
 

@@ -10,6 +10,9 @@
 #include "bench/Summary.h"
 #include "orvane.h"
 
+#include <spawn.h>
+#include <sys/wait.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -20,9 +23,6 @@
 #include <string>
 #include <thread>
 #include <vector>
-
-#include <spawn.h>
-#include <sys/wait.h>
 
 namespace
 {

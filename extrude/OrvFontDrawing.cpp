@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Drawing one glyph with a text's materials and edge style.
-#include "extrude/OrvFont.h"
-
 #include "extrude/ExtrusionData.h"
+#include "extrude/OrvFont.h"
 #include "extrude/OrvGlyph.h"
 #include "material/ApplyMaterial.h"
 #include "material/NamedColor.h"

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Laying out and measuring a text, line by line and character by character.
-#include "extrude/OrvFont.h"
-
 #include "extrude/ExtrusionData.h"
+#include "extrude/OrvFont.h"
 #include "extrude/OrvGlyph.h"
 #include "geometry/DVector.h"
 #include "platform/OpenGL.h"

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "extrude/OrvGlyph.h"
-
 #include "extrude/OrvGlyphRings.h"
 
 int OrvGlyph::RenderFace(float z, const Vector& normal, int front, const ExtrusionData& data) const

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "extrude/OrvGlyph.h"
-
 #include "extrude/OrvGlyphRings.h"
 
 namespace

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "extrude/OrvGlyph.h"
-
 #include "extrude/PrimitiveWinding.h"
 #include "platform/outlines/Tessellation.h"
 

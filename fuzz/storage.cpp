@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Any bytes as a compound file, from which a bitmap is read.
+#include "platform/Storage.h"
+
 #include "fuzz/InputFile.h"
 #include "orvane.h"
-#include "platform/Storage.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t count)
 {

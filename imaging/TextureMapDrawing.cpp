@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "imaging/TextureMap.h"
-
 #include "platform/OpenGL.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "host/CWnd.h"
 #include "geometry/Truncate.h"
+#include "host/CWnd.h"
 #include "imaging/BitmapLayout.h"
 #include "imaging/GLMemoryDIB.h"
 #include "imaging/MemoryMappedDIB.h"

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Bitmaps.h"
-
 #include "platform/Errors.h"
 #include "platform/posix/BitmapPixels.h"
 #include "platform/posix/PackedPixels.h"

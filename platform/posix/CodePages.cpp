@@ -4,11 +4,12 @@
 #include "platform/Fonts.h"
 #include "platform/posix/CodePage.h"
 
+#include <iconv.h>
+
 #include <algorithm>
 #include <atomic>
 #include <bit>
 #include <cstdint>
-#include <iconv.h>
 #include <iterator>
 #include <optional>
 #include <unordered_map>

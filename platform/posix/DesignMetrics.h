@@ -7,6 +7,7 @@
 #include "platform/Fonts.h"
 
 #include <ft2build.h>
+
 #include <string>
 #include <string_view>
 #include FT_TRUETYPE_TABLES_H

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/FontTables.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <fcntl.h>
 #include <span>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <vector>
 #include FT_TRUETYPE_TAGS_H
 

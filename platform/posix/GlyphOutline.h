@@ -7,8 +7,9 @@
 #include "platform/Export.h"
 #include "platform/Types.h"
 
-#include <cstddef>
 #include <ft2build.h>
+
+#include <cstddef>
 #include <vector>
 #include FT_OUTLINE_H
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/InstalledFonts.h"
 
-#include <cmath>
 #include <fontconfig/fontconfig.h>
+
+#include <cmath>
 #include <mutex>
 
 namespace posix

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "platform/Rendering.h"
+#include "platform/posix/PixelFormats.h"
 
 #include "platform/Errors.h"
+#include "platform/Rendering.h"
 #include "platform/posix/DeviceContext.h"
-#include "platform/posix/PixelFormats.h"
 
 #include <cstring>
 

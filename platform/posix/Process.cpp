@@ -3,14 +3,15 @@
 
 #include "platform/Sync.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <array>
 #include <atomic>
 #include <chrono>
 #include <csignal>
 #include <cstring>
-#include <fcntl.h>
 #include <thread>
-#include <unistd.h>
 
 namespace
 {

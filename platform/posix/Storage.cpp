@@ -8,6 +8,7 @@
 #include <gsf/gsf-outfile.h>
 #include <gsf/gsf-output-stdio.h>
 #include <gsf/gsf-utils.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstring>
@@ -17,8 +18,6 @@
 #include <new>
 #include <string>
 #include <vector>
-
-#include <unistd.h>
 
 namespace
 {

@@ -13,6 +13,7 @@
 #include "tests/support/ToolRun.h"
 
 #include <gtest/gtest.h>
+
 #include <memory>
 
 namespace

@@ -7,8 +7,9 @@
 #include "tests/support/Json.h"
 #include "tests/support/ToolRun.h"
 
-#include <cstddef>
 #include <gtest/gtest.h>
+
+#include <cstddef>
 
 namespace
 {

@@ -5,8 +5,9 @@
 #include "tests/support/Json.h"
 #include "tests/support/ToolRun.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 #include <sstream>
 
 namespace

@@ -6,8 +6,9 @@
 #include "tests/support/PictureFile.h"
 #include "tests/support/ToolRun.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 #include <set>
 
 namespace

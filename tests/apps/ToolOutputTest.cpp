@@ -4,12 +4,13 @@
 #include "tests/support/DecodedPicture.h"
 #include "tests/support/ToolRun.h"
 
-#include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
 
 namespace fs = std::filesystem;
 

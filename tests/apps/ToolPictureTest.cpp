@@ -4,9 +4,10 @@
 #include "tests/support/DecodedPicture.h"
 #include "tests/support/ToolRun.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstdlib>
-#include <gtest/gtest.h>
 
 namespace
 {

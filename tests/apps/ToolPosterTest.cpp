@@ -5,10 +5,11 @@
 #include "tests/support/OtherPrograms.h"
 #include "tests/support/ToolRun.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <gtest/gtest.h>
 
 namespace
 {

@@ -12,8 +12,9 @@
 #include "tests/support/PictureFile.h"
 #include "tests/support/ToolRun.h"
 
-#include <filesystem>
 #include <gtest/gtest.h>
+
+#include <filesystem>
 #include <memory>
 
 namespace

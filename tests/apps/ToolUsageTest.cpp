@@ -8,8 +8,9 @@
 
 #include "tests/support/ToolRun.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
+
+#include <fstream>
 #include <iterator>
 #include <regex>
 #include <set>

@@ -2,9 +2,8 @@
 // Fonts of real faces: EdgeTest.ttf, 1000 units per em, characters 32 to 85, of which space
 // (advance 507), B (521, a box of 200 by 300 up to 400) and the mark for missing characters (500)
 // are used here.
-#include "extrude/OrvFont.h"
-
 #include "extrude/Library.h"
+#include "extrude/OrvFont.h"
 #include "extrude/OrvGlyph.h"
 #include "platform/Messages.h"
 #include "tests/support/FontFile.h"

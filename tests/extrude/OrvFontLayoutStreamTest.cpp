@@ -2,7 +2,6 @@
 // Where a font puts the characters of a text, as matrix calls. Every position is worked out by hand
 // from the advances of StubFont: A 0.5, B 0.25, C 0.75, D 1 em.
 #include "extrude/OrvFont.h"
-
 #include "extrude/OrvGlyph.h"
 #include "platform/Sync.h"
 #include "scene/DrawingParameters.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "extrude/ExtrusionData.h"
 #include "extrude/OrvGlyph.h"
+
+#include "extrude/ExtrusionData.h"
 #include "tests/support/GlyphShapes.h"
 #include "tests/support/HeadlessContext.h"
 

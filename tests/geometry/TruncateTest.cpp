@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "geometry/Truncate.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
+
+#include <cmath>
 #include <limits>
 
 TEST(Truncate, GoesTowardZero)

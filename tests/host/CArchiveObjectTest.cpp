@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "host/CArchive.h"
-
 #include "host/CWnd.h"
 #include "tests/support/RecordBytes.h"
 #include "tests/support/SampleObjects.h"

@@ -6,6 +6,7 @@
 #include "tests/support/SampleObjects.h"
 
 #include <gtest/gtest.h>
+
 #include <string>
 #include <utility>
 #include <vector>

@@ -11,10 +11,9 @@
 #include "tests/support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <csignal>
-
-#include <sys/resource.h>
 
 namespace
 {

@@ -2,17 +2,16 @@
 #include "imaging/MemoryMappedDIB.h"
 
 #include "material/ColorVector.h"
+#include "tests/support/Bitmaps.h"
 #include "tests/support/BmpFile.h"
 #include "tests/support/ExposedDib.h"
-#include "tests/support/Bitmaps.h"
 #include "tests/support/TemporaryFile.h"
 
+#include <dirent.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
-
-#include <dirent.h>
-#include <sys/stat.h>
 
 namespace
 {

@@ -6,9 +6,10 @@
 #include "tests/support/ExpectVector.h"
 #include "tests/support/RecordBytes.h"
 
+#include <unistd.h>
+
 #include <cmath>
 #include <filesystem>
-#include <unistd.h>
 
 TEST(NamedColor, StartsAsMediumGray)
 {

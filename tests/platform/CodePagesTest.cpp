@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/CodePages.h"
+
 #include "platform/Fonts.h"
 
 #include <gtest/gtest.h>

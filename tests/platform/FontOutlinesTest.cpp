@@ -7,9 +7,10 @@
 #include "tests/support/FontFile.h"
 #include "tests/support/PrivateFonts.h"
 
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <cstring>
-#include <gtest/gtest.h>
 
 namespace
 {

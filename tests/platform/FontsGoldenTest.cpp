@@ -6,12 +6,13 @@
 #include "tests/support/GoldenFonts.h"
 #include "tests/support/PrivateFonts.h"
 
+#include <ft2build.h>
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <ft2build.h>
-#include <gtest/gtest.h>
 #include <iostream>
 #include <map>
 #include <set>

@@ -5,11 +5,12 @@
 #include "tests/support/FontFile.h"
 #include "tests/support/PrivateFonts.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <gtest/gtest.h>
 #include <thread>
 
 namespace

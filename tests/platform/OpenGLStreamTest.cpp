@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/OpenGL.h"
+
 #include "tests/support/GlRecorder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "imaging/TextureMapList.h"
 #include "scene/DrawingObject.h"
+
+#include "imaging/TextureMapList.h"
 #include "scene/NamedTransform.h"
 #include "tests/support/NodeRecords.h"
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "scene/DrawingObject.h"
-
 #include "tests/support/TestNodes.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/Sync.h"
 #include "scene/DrawingObject.h"
+
+#include "platform/Sync.h"
 #include "tests/support/GlRecorder.h"
 #include "tests/support/TerminationEvent.h"
 #include "tests/support/TestNodes.h"

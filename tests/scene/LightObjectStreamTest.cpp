@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "scene/DrawingParameters.h"
 #include "scene/LightObject.h"
+
+#include "scene/DrawingParameters.h"
 #include "tests/support/GlRecorder.h"
 #include "tests/support/TerminationEvent.h"
 

@@ -15,6 +15,7 @@
 #include "tests/support/RecordBytes.h"
 
 #include <gtest/gtest.h>
+
 #include <memory>
 #include <optional>
 

@@ -8,11 +8,11 @@
 #include "tests/support/StubFont.h"
 
 #include <gtest/gtest.h>
-#include <memory>
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <memory>
 
 namespace
 {

@@ -4,8 +4,8 @@
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
 #include "tests/support/BitmapDrawing.h"
-#include "tests/support/PictureFile.h"
 #include "tests/support/HeadlessContext.h"
+#include "tests/support/PictureFile.h"
 #include "tests/support/TerminationEvent.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "scene/SceneObject.h"
+
 #include "tests/support/ExpectVector.h"
 #include "tests/support/SceneRecords.h"
 

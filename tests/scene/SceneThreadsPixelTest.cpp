@@ -2,9 +2,9 @@
 #include "scene/DrawingParameters.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
-#include "tests/support/PictureFile.h"
 #include "tests/support/HeadlessContext.h"
 #include "tests/support/PanelNode.h"
+#include "tests/support/PictureFile.h"
 #include "tests/support/TerminationEvent.h"
 
 #include <gtest/gtest.h>

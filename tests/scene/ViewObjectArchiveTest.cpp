@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+
+#include "scene/SceneObject.h"
 #include "tests/support/SceneRecords.h"
 
 #include <gtest/gtest.h>

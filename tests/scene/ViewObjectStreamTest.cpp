@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "scene/ViewObject.h"
+
 #include "scene/DrawingParameters.h"
 #include "scene/SceneObject.h"
-#include "scene/ViewObject.h"
 #include "tests/support/GlRecorder.h"
 #include "tests/support/TerminationEvent.h"
 #include "tests/support/TestNodes.h"

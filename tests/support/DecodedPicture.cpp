@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/DecodedPicture.h"
 
+#include <png.h>
+
 #include <algorithm>
 #include <ostream>
-#include <png.h>
 
 std::size_t DecodedPicture::Count(const std::function<bool(const Rgb&)>& wanted) const
 {

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/GoldenFonts.h"
 
-#include <set>
-#include <map>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <map>
+#include <set>
 #include <stdexcept>
 
 namespace

@@ -5,9 +5,10 @@
 #include "platform/posix/OutlineTrial.h"
 #include "tests/support/NativeOutlines.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
-#include <gtest/gtest.h>
 
 using namespace posix;
 

@@ -4,10 +4,11 @@
 #include "tests/support/FontFile.h"
 #include "tests/support/PrivateFonts.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <functional>
-#include <gtest/gtest.h>
 #include FT_FREETYPE_H
 
 using namespace posix;

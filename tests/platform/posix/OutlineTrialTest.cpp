@@ -5,8 +5,9 @@
 #include "outline/TTGlyph.h"
 #include "tests/support/NativeOutlines.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 #include <random>
 
 using namespace posix;
