@@ -5,7 +5,6 @@
 #include "imaging/BitmapLayout.h"
 #include "imaging/Palette.h"
 #include "platform/OpenGL.h"
-#include "scene/DrawingParameters.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -243,17 +242,6 @@ int GLMemoryDIB::Resize(int width, int height)
     LoadProjection_();
     glEnable(GL_DEPTH_TEST);
     return 1;
-}
-
-void GLMemoryDIB::PrepareNextBand(double row, double column, DrawingParameters* parameters)
-{
-    projection.SetViewOffset(GetDIBWidth() * column, GetDIBHeight() * row);
-    if (parameters != nullptr)
-    {
-        parameters->SetProjection(&projection);
-    }
-    wglMakeCurrent(memoryDC, renderingContext);
-    LoadProjection_();
 }
 
 int GLMemoryDIB::CopyBand(HDC target, int x, int y, double row, double column)

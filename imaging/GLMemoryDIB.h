@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "geometry/ProjectionData.h"
 #include "platform/Bitmaps.h"
 #include "platform/Rendering.h"
-#include "scene/ProjectionData.h"
 
 #include <vector>
 

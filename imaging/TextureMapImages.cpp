@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "geometry/ProjectionData.h"
 #include "imaging/GLMemoryDIB.h"
 #include "imaging/MemoryMappedDIB.h"
 #include "imaging/TextureMap.h"
 #include "imaging/TextureOwnership.h"
 #include "platform/OpenGL.h"
-#include "scene/ProjectionData.h"
 
 #include <cstdlib>
 #include <memory>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "geometry/CoordinateTransform.h"
+#include "geometry/ProjectionData.h"
 #include "host/CString.h"
-#include "scene/ProjectionData.h"
 
 /// A saved camera: a name, the view's transform and its lens.
 class ORVANE_API NamedView : public CObject

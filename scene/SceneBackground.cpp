@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "geometry/ProjectionData.h"
 #include "geometry/Truncate.h"
 #include "host/CWnd.h"
 #include "imaging/BitmapLayout.h"
@@ -9,7 +10,6 @@
 #include "platform/OpenGL.h"
 #include "platform/Rendering.h"
 #include "scene/DrawingParameters.h"
-#include "scene/ProjectionData.h"
 #include "scene/SceneObject.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "geometry/ProjectionData.h"
 #include "host/CSize.h"
 #include "scene/DrawingObject.h"
-#include "scene/ProjectionData.h"
 
 class NamedViewList;
 class SceneObject;

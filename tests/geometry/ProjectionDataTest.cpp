@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "scene/ProjectionData.h"
+#include "geometry/ProjectionData.h"
 
 #include "tests/support/RecordBytes.h"
 
