@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/Commands.h"
 #include "apps/cli/FontChoice.h"
-#include "apps/cli/JsonWriter.h"
 #include "apps/cli/OutputFile.h"
 #include "apps/cli/TextCodes.h"
+#include "apps/cli/info/JsonWriter.h"
 #include "extrude/Library.h"
 #include "extrude/OrvFont.h"
 #include "extrude/OrvFontList.h"

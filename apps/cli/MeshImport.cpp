@@ -2,9 +2,9 @@
 #include "apps/cli/MeshImport.h"
 
 #include "apps/cli/Errors.h"
-#include "apps/cli/InfoText.h"
 #include "apps/cli/SceneBuilder.h"
 #include "apps/cli/SkippedParts.h"
+#include "apps/cli/info/InfoText.h"
 #include "scene/SceneObject.h"
 
 #include <algorithm>

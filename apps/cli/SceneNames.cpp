@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/SceneNames.h"
 
-#include "apps/cli/JsonWriter.h"
 #include "apps/cli/TextCodes.h"
+#include "apps/cli/info/JsonWriter.h"
 #include "import3ds/TriangularMeshObject.h"
 #include "scene/OrvString.h"
 

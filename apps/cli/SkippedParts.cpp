@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/SkippedParts.h"
 
-#include "apps/cli/ChunkNames.h"
-#include "apps/cli/ChunkTree.h"
+#include "apps/cli/info/ChunkNames.h"
+#include "apps/cli/info/ChunkTree.h"
 
 #include <algorithm>
 

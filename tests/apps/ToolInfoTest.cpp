@@ -2,7 +2,7 @@
 // What is in a scene's file.
 
 #include "apps/cli/Errors.h"
-#include "apps/cli/SceneInfo.h"
+#include "apps/cli/info/SceneInfo.h"
 #include "extrude/Library.h"
 #include "import3ds/ThreeDStudioObject.h"
 #include "import3ds/TriangularMeshObject.h"

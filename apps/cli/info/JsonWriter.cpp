@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "apps/cli/JsonWriter.h"
+#include "apps/cli/info/JsonWriter.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "apps/cli/InfoText.h"
+#include "apps/cli/info/InfoText.h"
 
 #include "apps/cli/Colors.h"
-#include "apps/cli/JsonWriter.h"
 #include "apps/cli/TextCodes.h"
+#include "apps/cli/info/JsonWriter.h"
 #include "geometry/Vector.h"
 #include "host/CFile.h"
 #include "material/NamedColor.h"

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "apps/cli/MeshFileInfo.h"
+#include "apps/cli/info/MeshFileInfo.h"
 
-#include "apps/cli/ChunkNames.h"
-#include "apps/cli/ChunkTree.h"
-#include "apps/cli/InfoText.h"
-#include "apps/cli/JsonWriter.h"
 #include "apps/cli/MeshImport.h"
 #include "apps/cli/OutputFile.h"
 #include "apps/cli/SkippedParts.h"
 #include "apps/cli/TextCodes.h"
-#include "apps/cli/TextTable.h"
+#include "apps/cli/info/ChunkNames.h"
+#include "apps/cli/info/ChunkTree.h"
+#include "apps/cli/info/InfoText.h"
+#include "apps/cli/info/JsonWriter.h"
+#include "apps/cli/info/TextTable.h"
 #include "host/CFile.h"
 #include "import3ds/TriangularMeshObject.h"
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "apps/cli/SceneInfo.h"
+#include "apps/cli/info/SceneInfo.h"
 
 #include "apps/cli/Colors.h"
-#include "apps/cli/InfoText.h"
-#include "apps/cli/JsonWriter.h"
 #include "apps/cli/SceneDocument.h"
 #include "apps/cli/SceneNames.h"
 #include "apps/cli/TextCodes.h"
-#include "apps/cli/TextTable.h"
+#include "apps/cli/info/InfoText.h"
+#include "apps/cli/info/JsonWriter.h"
+#include "apps/cli/info/TextTable.h"
 #include "extrude/OrvFont.h"
 #include "import3ds/ThreeDStudioObject.h"
 #include "import3ds/TriangularMeshObject.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "apps/cli/ChunkNames.h"
+#include "apps/cli/info/ChunkNames.h"
 
 namespace
 {

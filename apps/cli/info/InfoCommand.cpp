@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/Commands.h"
 #include "apps/cli/Errors.h"
-#include "apps/cli/MeshFileInfo.h"
 #include "apps/cli/OutputFile.h"
-#include "apps/cli/SceneInfo.h"
+#include "apps/cli/info/MeshFileInfo.h"
+#include "apps/cli/info/SceneInfo.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "apps/cli/TextTable.h"
+#include "apps/cli/info/TextTable.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "apps/cli/ChunkTree.h"
+#include "apps/cli/info/ChunkTree.h"
 
-#include "apps/cli/ChunkNames.h"
 #include "apps/cli/Errors.h"
-#include "apps/cli/TextTable.h"
+#include "apps/cli/info/ChunkNames.h"
+#include "apps/cli/info/TextTable.h"
 #include "host/CFile.h"
 #include "import3ds/Chunk3DS.h"
 
