@@ -5,7 +5,7 @@
 #include "bench/Scenes.h"
 #include "bench/Summary.h"
 #include "orvane.h"
-#include "platform/posix/FontCatalog.h"
+#include "platform/posix/fonts/FontCatalog.h"
 
 #include <benchmark/benchmark.h>
 #include <fontconfig/fontconfig.h>

@@ -2,9 +2,9 @@
 // Any contours as a font's outline: tried, repaired, turned, made quadratic, and built as the
 // library builds what is handed over.
 #include "orvane.h"
-#include "platform/posix/CubicOutline.h"
-#include "platform/posix/FaceOutlines.h"
-#include "platform/posix/OutlineTrial.h"
+#include "platform/posix/fonts/CubicOutline.h"
+#include "platform/posix/fonts/FaceOutlines.h"
+#include "platform/posix/fonts/OutlineTrial.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 #include "host/CDynLinkLibrary.h"
 #include "host/CWnd.h"
 #include "platform/Sync.h"
-#include "platform/posix/FontCatalog.h"
+#include "platform/posix/fonts/FontCatalog.h"
 #include "tests/support/FontFile.h"
 #include "tests/support/GoldenFonts.h"
 #include "tests/support/PrivateFonts.h"

@@ -3,7 +3,7 @@
 // em, cell ascent 810 and descent 210, no instructions, so that at 1000 pixels per em a unit is a
 // pixel. "*" marks a point off the curve.
 
-#include "platform/posix/FontCatalog.h"
+#include "platform/posix/fonts/FontCatalog.h"
 #include "tests/support/FontFile.h"
 #include "tests/support/PrivateFonts.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Enumerating fonts and finding them by descriptions, over fonts made for each test.
 
-#include "platform/posix/FontCatalog.h"
+#include "platform/posix/fonts/FontCatalog.h"
 #include "tests/support/FontFile.h"
 #include "tests/support/PrivateFonts.h"
 

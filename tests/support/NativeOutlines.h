@@ -4,7 +4,7 @@
 /// \file
 /// Outlines for tests, in whole units.
 
-#include "platform/posix/GlyphOutline.h"
+#include "platform/posix/fonts/GlyphOutline.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/PrivateFonts.h"
 
-#include "platform/posix/FontCatalog.h"
+#include "platform/posix/fonts/FontCatalog.h"
 
 #include <cstdlib>
 #include <cstring>

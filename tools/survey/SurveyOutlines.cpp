@@ -12,10 +12,10 @@
 #include "outline/TTGlyph.h"
 #include "platform/CodePages.h"
 #include "platform/OpenGL.h"
-#include "platform/posix/FontFace.h"
-#include "platform/posix/InstalledFonts.h"
-#include "platform/posix/OutlineTrial.h"
-#include "platform/posix/OutlineUnion.h"
+#include "platform/posix/fonts/FontFace.h"
+#include "platform/posix/fonts/InstalledFonts.h"
+#include "platform/posix/fonts/OutlineTrial.h"
+#include "platform/posix/fonts/OutlineUnion.h"
 
 #include <algorithm>
 #include <chrono>

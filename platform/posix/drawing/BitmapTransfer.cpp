@@ -1,0 +1,290 @@
+// SPDX-License-Identifier: MIT
+#include "platform/Bitmaps.h"
+#include "platform/Errors.h"
+#include "platform/posix/drawing/BitmapPixels.h"
+#include "platform/posix/drawing/CurrentRendering.h"
+#include "platform/posix/drawing/PackedPixels.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+namespace
+{
+
+using posix::Bitmap;
+using posix::Resolve;
+
+// A bitmap over pixels that somebody else keeps and that are only read, or over the unpacked ones.
+// Null when there is no such bitmap.
+std::shared_ptr<const Bitmap> PictureOf(const BITMAPINFO* info, const void* bits, UINT usage)
+{
+    if (info == nullptr || bits == nullptr || usage != DIB_RGB_COLORS)
+    {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return nullptr;
+    }
+    const std::shared_ptr<Bitmap> picture = posix::DescribeBitmap(*info);
+    if (picture == nullptr)
+    {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return nullptr;
+    }
+    const DWORD compression = info->bmiHeader.biCompression;
+    if (compression != BI_RLE8 && compression != BI_RLE4)
+    {
+        picture->bits = static_cast<BYTE*>(const_cast<void*>(bits));
+        return picture;
+    }
+    if (!posix::AllocateBits(*picture))
+    {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
+    posix::UnpackPixels(*picture, static_cast<const BYTE*>(bits), info->bmiHeader.biSizeImage,
+                        compression == BI_RLE4);
+    return picture;
+}
+
+// Along one direction: the destination pixels that are drawn, and where each comes from.
+struct Axis
+{
+    // A stretch of pixels from its start on, to the left or up when it is negative.
+    struct Extent
+    {
+        std::int64_t start;
+        std::int64_t length;
+
+        bool IsMirrored() const { return length < 0; }
+        std::int64_t Low() const { return std::min(start, start + length); }
+        std::int64_t Length() const { return std::abs(length); }
+    };
+
+    /// \param toLimit, fromLimit the pixels that there are.
+    Axis(Extent to, int toLimit, Extent from, int fromLimit)
+    {
+        const std::int64_t begin = std::max<std::int64_t>(to.Low(), 0);
+        const std::int64_t end = std::min<std::int64_t>(to.Low() + to.Length(), toLimit);
+        const bool isMirrored = to.IsMirrored() != from.IsMirrored();
+        for (std::int64_t at = begin; at < end; ++at)
+        {
+            const std::int64_t i = at - to.Low();
+            const std::int64_t counted = isMirrored ? to.Length() - 1 - i : i;
+            const std::int64_t source =
+                from.Low() + (2 * counted + 1) * from.Length() / (2 * to.Length());
+            if (from.length != 0 && source >= 0 && source < fromLimit)
+            {
+                first = sources.empty() ? static_cast<int>(at) : first;
+                sources.push_back(static_cast<int>(source));
+            }
+        }
+    }
+
+    int Count() const { return static_cast<int>(sources.size()); }
+    // Whether neighbours come from neighbours, in the same order.
+    bool IsUnscaled() const
+    {
+        return sources.back() - sources.front() == Count() - 1 &&
+               std::is_sorted(sources.begin(), sources.end());
+    }
+
+    int first = 0;
+    std::vector<int> sources;  // of destination pixel first, first + 1 ...
+};
+
+Axis::Extent Identity(int length)
+{
+    return {0, length};
+}
+
+// Whether the pixels of one bitmap, as they are, mean the same in the other. Whole bytes only.
+bool HasSamePixels(const Bitmap& a, const Bitmap& b)
+{
+    const auto isSameColor = [](const RGBQUAD& left, const RGBQUAD& right) {
+        return left.rgbRed == right.rgbRed && left.rgbGreen == right.rgbGreen &&
+               left.rgbBlue == right.rgbBlue;
+    };
+    return a.bitCount >= 8 && a.bitCount == b.bitCount && a.masks == b.masks &&
+           std::equal(a.colors.begin(), a.colors.end(), b.colors.begin(), b.colors.end(),
+                      isSameColor);
+}
+
+// Source pixels as blue, green, red, alpha, a row at a time. Rows count from the top.
+class Rows
+{
+public:
+    Rows(const Bitmap& picture, const Axis& columns)
+        : picture_(picture), columns_(columns), isUnscaled_(columns.IsUnscaled())
+    {
+        const auto [low, high] =
+            std::minmax_element(columns.sources.begin(), columns.sources.end());
+        low_ = *low;
+        span_.resize(4 * static_cast<std::size_t>(*high - *low + 1));
+        row_.resize(4 * columns.sources.size());
+    }
+
+    const BYTE* Row(int y)
+    {
+        const BYTE* const row = picture_.Row(picture_.height - 1 - y);
+        if (isUnscaled_ && posix::IsPlain32(picture_))
+        {
+            return row + 4 * static_cast<std::size_t>(low_);
+        }
+        if (y == y_)
+        {
+            return row_.data();
+        }
+        y_ = y;
+        posix::ExpandPixels(picture_, row, low_, static_cast<int>(span_.size() / 4), span_.data());
+        BYTE* out = row_.data();
+        for (const int source : columns_.sources)
+        {
+            std::memcpy(out, span_.data() + 4 * static_cast<std::size_t>(source - low_), 4);
+            out += 4;
+        }
+        return row_.data();
+    }
+
+private:
+    const Bitmap& picture_;
+    const Axis& columns_;
+    const bool isUnscaled_;
+    int low_ = 0;
+    int y_ = -1;
+    std::vector<BYTE> span_;
+    std::vector<BYTE> row_;
+};
+
+// Into the bits of a bitmap. Rows count from the top.
+void Transfer(const Bitmap& picture, Bitmap& target, const Axis& columns, const Axis& rows)
+{
+    if (HasSamePixels(picture, target) && columns.IsUnscaled())
+    {
+        const std::size_t pixelBytes = static_cast<std::size_t>(target.bitCount) / 8;
+        for (int i = 0; i < rows.Count(); ++i)
+        {
+            std::memmove(target.Row(target.height - 1 - rows.first - i) +
+                             pixelBytes * static_cast<std::size_t>(columns.first),
+                         picture.Row(picture.height - 1 - rows.sources[i]) +
+                             pixelBytes * static_cast<std::size_t>(columns.sources.front()),
+                         pixelBytes * columns.sources.size());
+        }
+        return;
+    }
+    Rows source(picture, columns);
+    posix::PixelWriter writer(target, posix::Reduction::Round, posix::Colors::Own);
+    for (int i = 0; i < rows.Count(); ++i)
+    {
+        writer.Write(columns.first, target.height - 1 - rows.first - i, columns.Count(),
+                     source.Row(rows.sources[i]));
+    }
+}
+
+// Through the context that draws there. \p height of what it draws on.
+void TransferRendered(const Bitmap& picture, int height, const Axis& columns, const Axis& rows)
+{
+    Rows source(picture, columns);
+    const std::size_t rowBytes = 4 * columns.sources.size();
+    std::vector<BYTE> pixels(rowBytes * rows.sources.size());
+    for (int i = 0; i < rows.Count(); ++i)
+    {
+        BYTE* const row = pixels.data() + rowBytes * static_cast<std::size_t>(rows.Count() - 1 - i);
+        std::memcpy(row, source.Row(rows.sources[i]), rowBytes);
+    }
+    // Pictures cover what is there, also those of 32 bits whose last byte means nothing.
+    for (std::size_t i = 3; i < pixels.size(); i += 4)
+    {
+        pixels[i] = 255;
+    }
+    posix::DrawRendered(columns.first, height - rows.first - rows.Count(), columns.Count(),
+                        rows.Count(), pixels.data());
+}
+
+// Where pixels go: the bitmap of a device context, or what a context draws on in its place.
+struct Target
+{
+    Target(HDC dc, std::shared_ptr<Bitmap> targetBitmap)
+        : bitmap(std::move(targetBitmap)), surface(posix::RenderedSurface(dc, bitmap.get()))
+    {}
+
+    int Width() const { return surface ? surface->width : bitmap->width; }
+    int Height() const { return surface ? surface->height : bitmap->height; }
+
+    void Take(const Bitmap& picture, const Axis& columns, const Axis& rows)
+    {
+        if (columns.sources.empty() || rows.sources.empty())
+        {
+            return;
+        }
+        if (surface)
+        {
+            TransferRendered(picture, surface->height, columns, rows);
+        }
+        else
+        {
+            Transfer(picture, *bitmap, columns, rows);
+        }
+    }
+
+    const std::shared_ptr<Bitmap> bitmap;
+    const std::optional<posix::SurfaceSize> surface;
+};
+
+}  // namespace
+
+int SetDIBits(HDC, HBITMAP handle, UINT first, UINT count, const void* bits, const BITMAPINFO* info,
+              UINT usage)
+{
+    const std::shared_ptr<Bitmap> bitmap = Resolve<Bitmap>(handle);
+    if (bitmap == nullptr)
+    {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return 0;
+    }
+    posix::FlushRenderingOf(bits);
+    const std::shared_ptr<const Bitmap> picture = PictureOf(info, bits, usage);
+    if (picture == nullptr)
+    {
+        return 0;
+    }
+    const int rows = static_cast<int>(std::min<UINT>(count, static_cast<UINT>(picture->height)));
+    if (first >= static_cast<UINT>(bitmap->height) || rows == 0)
+    {
+        return 0;
+    }
+    // The bits hold these rows alone, beginning with their lowest or highest.
+    Bitmap band = *picture;
+    band.height = rows;
+    Target target(nullptr, bitmap);
+    const std::int64_t top = std::int64_t{bitmap->height} - first - rows;
+    target.Take(band, Axis(Identity(band.width), target.Width(), Identity(band.width), band.width),
+                Axis({top, rows}, target.Height(), Identity(rows), rows));
+    return static_cast<int>(rows + std::min<std::int64_t>(top, 0));
+}
+
+int StretchDIBits(HDC dc, int x, int y, int width, int height, int sourceX, int sourceY,
+                  int sourceWidth, int sourceHeight, const void* bits, const BITMAPINFO* info,
+                  UINT usage, DWORD operation)
+{
+    const auto context = Resolve<posix::DeviceContext>(dc);
+    const auto bitmap = context == nullptr ? nullptr : Resolve<Bitmap>(context->bitmap);
+    if (bitmap == nullptr || operation != SRCCOPY)
+    {
+        SetLastError(bitmap == nullptr ? ERROR_INVALID_HANDLE : ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    posix::FlushRenderingOf(bits);
+    const std::shared_ptr<const Bitmap> picture = PictureOf(info, bits, usage);
+    if (picture == nullptr)
+    {
+        return 0;
+    }
+    Target target(dc, bitmap);
+    target.Take(*picture, Axis({x, width}, target.Width(), {sourceX, sourceWidth}, picture->width),
+                Axis({y, height}, target.Height(), {sourceY, sourceHeight}, picture->height));
+    // More than that many rows there are not.
+    return static_cast<int>(std::min<std::int64_t>(std::abs(std::int64_t{sourceHeight}),
+                                                   std::numeric_limits<int>::max()));
+}

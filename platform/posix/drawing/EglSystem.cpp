@@ -1,0 +1,253 @@
+// SPDX-License-Identifier: MIT
+#include "platform/posix/drawing/EglSystem.h"
+
+#include "platform/OpenGL.h"
+
+#include <EGL/eglext.h>
+
+#include <charconv>
+#include <cstring>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace posix
+{
+namespace
+{
+
+// The configuration with exactly these bits, null when there is none. The list is sorted deepest
+// first and begins with ones of ten bits a channel.
+EGLConfig FindConfig(EGLDisplay display, EGLint stencilBits)
+{
+    const EGLint wanted[] = {EGL_SURFACE_TYPE,
+                             EGL_PBUFFER_BIT,
+                             EGL_RENDERABLE_TYPE,
+                             EGL_OPENGL_BIT,
+                             EGL_RED_SIZE,
+                             8,
+                             EGL_GREEN_SIZE,
+                             8,
+                             EGL_BLUE_SIZE,
+                             8,
+                             EGL_ALPHA_SIZE,
+                             8,
+                             EGL_DEPTH_SIZE,
+                             24,
+                             EGL_STENCIL_SIZE,
+                             stencilBits,
+                             EGL_NONE};
+    EGLint count = 0;
+    if (!eglChooseConfig(display, wanted, nullptr, 0, &count) || count <= 0)
+    {
+        return nullptr;
+    }
+    std::vector<EGLConfig> configs(static_cast<std::size_t>(count));
+    eglChooseConfig(display, wanted, configs.data(), count, &count);
+    configs.resize(static_cast<std::size_t>(count));
+    for (const EGLConfig config : configs)
+    {
+        bool isExact = true;
+        for (const EGLint name : {EGL_RED_SIZE, EGL_GREEN_SIZE, EGL_BLUE_SIZE, EGL_ALPHA_SIZE})
+        {
+            EGLint bits = 0;
+            eglGetConfigAttrib(display, config, name, &bits);
+            isExact = isExact && bits == 8;
+        }
+        EGLint depth = 0;
+        eglGetConfigAttrib(display, config, EGL_DEPTH_SIZE, &depth);
+        if (isExact && depth == 24)
+        {
+            return config;
+        }
+    }
+    return nullptr;
+}
+
+// Draws into a surface of one pixel and asks how large one may be. EGL's own limit means nothing:
+// it may be smaller than what works, and larger ones are not refused.
+bool FindMaximumSize(EglSystem& system, std::string* reason)
+{
+    const EGLint attributes[] = {EGL_WIDTH, 1, EGL_HEIGHT, 1, EGL_NONE};
+    const EGLContext context = CreateEglContext(system.display, system.plain, EGL_NO_CONTEXT);
+    if (context == EGL_NO_CONTEXT)
+    {
+        *reason = EglError("eglCreateContext");
+        return false;
+    }
+    const EGLSurface surface = eglCreatePbufferSurface(system.display, system.plain, attributes);
+    bool isCurrent = false;
+    {
+        const KeptCurrent kept(system.display);
+        isCurrent =
+            surface != EGL_NO_SURFACE && eglMakeCurrent(system.display, surface, surface, context);
+        if (isCurrent)
+        {
+            GLint size[2] = {};
+            glGetIntegerv(GL_MAX_VIEWPORT_DIMS, size);
+            system.maximumWidth = size[0];
+            system.maximumHeight = size[1];
+        }
+        else
+        {
+            *reason =
+                EglError(surface == EGL_NO_SURFACE ? "eglCreatePbufferSurface" : "eglMakeCurrent");
+        }
+    }
+    if (surface != EGL_NO_SURFACE)
+    {
+        eglDestroySurface(system.display, surface);
+    }
+    eglDestroyContext(system.display, context);
+    return isCurrent;
+}
+
+// The system on that display; when it is of no use, why.
+std::optional<EglSystem> Open(EGLDisplay display, std::string* reason)
+{
+    if (display == EGL_NO_DISPLAY)
+    {
+        *reason = "there is no such display";
+        return {};
+    }
+    if (!eglInitialize(display, nullptr, nullptr))
+    {
+        *reason = EglError("eglInitialize");
+        return {};
+    }
+    if (!eglBindAPI(EGL_OPENGL_API))
+    {
+        *reason = EglError("eglBindAPI");
+        return {};
+    }
+    EglSystem system{display, FindConfig(display, 0), FindConfig(display, 8), 0, 0};
+    if (system.plain == nullptr)
+    {
+        system.plain = system.stencil;
+    }
+    if (system.plain == nullptr)
+    {
+        *reason = "no pbuffer configuration of 8 bits a channel and 24 of depth";
+        return {};
+    }
+    if (system.stencil == nullptr)
+    {
+        system.stencil = system.plain;
+    }
+    if (!FindMaximumSize(system, reason))
+    {
+        return {};
+    }
+    return system;
+}
+
+// A display to try and its name in messages.
+struct Candidate
+{
+    std::string name;
+    EGLDisplay display;
+};
+
+bool HasClientExtension(std::string_view name)
+{
+    const char* const all = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
+    return all != nullptr && std::string_view(all).find(name) != std::string_view::npos;
+}
+
+std::vector<Candidate> Candidates()
+{
+    std::vector<Candidate> candidates;
+    if (HasClientExtension("EGL_MESA_platform_surfaceless"))
+    {
+        candidates.push_back({"surfaceless", eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA,
+                                                                   EGL_DEFAULT_DISPLAY, nullptr)});
+    }
+    const auto queryDevices =
+        reinterpret_cast<PFNEGLQUERYDEVICESEXTPROC>(eglGetProcAddress("eglQueryDevicesEXT"));
+    if (queryDevices != nullptr && HasClientExtension("EGL_EXT_platform_device"))
+    {
+        EGLDeviceEXT devices[16];
+        EGLint count = 0;
+        if (queryDevices(16, devices, &count))
+        {
+            for (EGLint i = 0; i < count; ++i)
+            {
+                candidates.push_back(
+                    {"device " + std::to_string(i),
+                     eglGetPlatformDisplay(EGL_PLATFORM_DEVICE_EXT, devices[i], nullptr)});
+            }
+        }
+    }
+    candidates.push_back({"default display", eglGetDisplay(EGL_DEFAULT_DISPLAY)});
+    return candidates;
+}
+
+struct Search
+{
+    std::optional<EglSystem> system;
+    std::string reasons;
+
+    Search()
+    {
+        for (const Candidate& candidate : Candidates())
+        {
+            std::string reason;
+            system = Open(candidate.display, &reason);
+            if (system)
+            {
+                return;
+            }
+            reasons += (reasons.empty() ? "" : "; ") + candidate.name + ": " + reason;
+        }
+    }
+};
+
+}  // namespace
+
+KeptCurrent::KeptCurrent(EGLDisplay display)
+    : display_(eglGetCurrentDisplay()),
+      draw_(eglGetCurrentSurface(EGL_DRAW)),
+      read_(eglGetCurrentSurface(EGL_READ)),
+      context_(eglGetCurrentContext())
+{
+    if (context_ == EGL_NO_CONTEXT)
+    {
+        display_ = display;
+    }
+}
+
+KeptCurrent::~KeptCurrent()
+{
+    eglMakeCurrent(display_, draw_, read_, context_);
+}
+
+const EglSystem* FindEgl(std::string* reason)
+{
+    // Never destroyed: contexts may go while the process ends.
+    static const Search* const search = new Search;
+    if (!search->system)
+    {
+        *reason = search->reasons;
+        return nullptr;
+    }
+    return &*search->system;
+}
+
+EGLContext CreateEglContext(EGLDisplay display, EGLConfig config, EGLContext shared)
+{
+    // 2.1 is what gives the newest compatibility profile, with all of OpenGL 1.1 in it.
+    const EGLint attributes[] = {EGL_CONTEXT_MAJOR_VERSION, 2, EGL_CONTEXT_MINOR_VERSION, 1,
+                                 EGL_NONE};
+    eglBindAPI(EGL_OPENGL_API);  // of this thread
+    return eglCreateContext(display, config, shared, attributes);
+}
+
+std::string EglError(const char* call)
+{
+    char digits[16];
+    const std::to_chars_result end =
+        std::to_chars(digits, digits + sizeof digits, static_cast<unsigned>(eglGetError()), 16);
+    return std::string(call) + ": error 0x" + std::string(digits, end.ptr);
+}
+
+}  // namespace posix

@@ -1,0 +1,310 @@
+// SPDX-License-Identifier: MIT
+#include "platform/Fonts.h"
+
+#include "platform/posix/CodePage.h"
+#include "platform/posix/drawing/GdiObjects.h"
+#include "platform/posix/fonts/FaceRecords.h"
+#include "platform/posix/fonts/FontCatalog.h"
+#include "platform/posix/fonts/FontFace.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstring>
+#include <mutex>
+
+namespace posix
+{
+
+/// A font found among the installed ones. The catalogue keeps the face.
+struct FoundFont
+{
+    std::shared_ptr<const FontCatalog> catalog;
+    const CatalogFace* face = nullptr;
+    bool named = false;  ///< whether the face has the name that was asked for
+    std::shared_ptr<const DesignMetrics> design;
+    FontSize size;
+};
+
+/// A description, and the face that it means in the current catalogue.
+struct Font : GdiObject
+{
+    explicit Font(const LOGFONTA& logFont) : GdiObject(GdiKind::Font), description(logFont) {}
+
+    /// The face is null when nothing with usable outlines is installed or its file is unreadable.
+    FoundFont Find()
+    {
+        const std::lock_guard lock(mutex);
+        const std::shared_ptr<const FontCatalog> catalog = CurrentCatalog();
+        if (searched != catalog)
+        {
+            FoundFont next = Search(catalog);
+            // A face that is not installed any more stays the font's: letters of another would not
+            // go with the measures that were given for this one.
+            const bool keeps = found.named && !next.named &&
+                               searched->CodePage() == catalog->CodePage() &&
+                               searched->Outlines() == catalog->Outlines();
+            if (!keeps)
+            {
+                found = std::move(next);
+            }
+            searched = catalog;
+        }
+        return found;
+    }
+
+    FoundFont Search(const std::shared_ptr<const FontCatalog>& catalog) const
+    {
+        const char* const name = description.lfFaceName;
+        const std::string_view faceName(name, strnlen(name, LF_FACESIZE));
+        const int weight = description.lfWeight > 0 ? std::min<int>(description.lfWeight, 1000)
+                                                    : static_cast<int>(FW_NORMAL);
+        const bool italic = description.lfItalic != 0;
+        FoundFont result;
+        result.catalog = catalog;
+        const CatalogFace* face = catalog->Find(faceName, weight, italic);
+        const bool named = face != nullptr;
+        if (!named)
+        {
+            face = catalog->Nearest(faceName, weight, italic);
+        }
+        if (face != nullptr)
+        {
+            result.design = DesignOf(face->installed);
+        }
+        if (result.design)
+        {
+            result.face = face;
+            result.named = named;
+            result.size = SizeForHeight(description.lfHeight, *result.design);
+        }
+        return result;
+    }
+
+    const LOGFONTA description;
+    std::mutex mutex;
+    FoundFont found;
+    std::shared_ptr<const FontCatalog> searched;  // where it was looked for last
+};
+
+namespace
+{
+
+std::atomic<UINT> processOutlines = OUTLINES_REPAIRED;
+
+/// What a device context draws with: its font, else the configuration's choice for no name at all.
+/// The face is null when the handle names no device context or no face is to be had.
+FoundFont SelectedFont(HDC dc)
+{
+    const std::shared_ptr<DeviceContext> context = Resolve<DeviceContext>(dc);
+    if (!context)
+    {
+        return {};
+    }
+    if (const std::shared_ptr<Font> font = Resolve<Font>(context->font))
+    {
+        return font->Find();
+    }
+    static auto* const defaultFont = new Font(LOGFONTA());
+    return defaultFont->Find();
+}
+
+bool IsIdentity(const MAT2& matrix)
+{
+    const auto is = [](const FIXED& number, SHORT value) {
+        return number.value == value && number.fract == 0;
+    };
+    return is(matrix.eM11, 1) && is(matrix.eM12, 0) && is(matrix.eM21, 0) && is(matrix.eM22, 1);
+}
+
+/// A glyph's box in whole pixels, kept within the cell's height.
+GLYPHMETRICS BoxOf(const FT_Glyph_Metrics& glyph, const FoundFont& font)
+{
+    const auto floored = [](FT_Pos value) { return static_cast<LONG>(value >> 6); };
+    const auto ceiled = [](FT_Pos value) { return static_cast<LONG>((value + 63) >> 6); };
+    const LONG left = floored(glyph.horiBearingX);
+    const LONG right = ceiled(glyph.horiBearingX + glyph.width);
+    const LONG top = std::min(ceiled(glyph.horiBearingY), font.size(font.design->ascent));
+    const LONG bottom =
+        std::max(floored(glyph.horiBearingY - glyph.height), -font.size(font.design->descent));
+    GLYPHMETRICS metrics = {};
+    metrics.gmBlackBoxX = static_cast<UINT>(std::max<LONG>(right - left, 1));
+    metrics.gmBlackBoxY = static_cast<UINT>(std::max<LONG>(top - bottom, 1));
+    metrics.gmptGlyphOrigin = {left, top};
+    metrics.gmCellIncX = static_cast<SHORT>((glyph.horiAdvance + 32) >> 6);
+    return metrics;
+}
+
+/// Describes a face to the callback. A usable face whose file cannot be read is passed over.
+/// \return what the callback returned, \p before when it was not called
+int Deliver(const CatalogFace& face, UINT codePage, FONTENUMPROCA callback, LPARAM data, int before)
+{
+    std::shared_ptr<const DesignMetrics> design;
+    if (face.usable)
+    {
+        design = DesignOf(face.installed);
+        if (!design)
+        {
+            return before;
+        }
+    }
+    const FaceRecords records = RecordsOf(face, design.get(), codePage);
+    return callback(reinterpret_cast<const LOGFONTA*>(&records.logFont),
+                    reinterpret_cast<const TEXTMETRICA*>(&records.metrics), records.type, data);
+}
+
+}  // namespace
+}  // namespace posix
+
+HFONT CreateFontIndirectA(const LOGFONTA* description)
+{
+    if (description == nullptr)
+    {
+        return nullptr;
+    }
+    return static_cast<HFONT>(posix::AddHandle(std::make_shared<posix::Font>(*description)));
+}
+
+int EnumFontFamiliesA(HDC, LPCSTR family, FONTENUMPROCA callback, LPARAM data)
+{
+    if (callback == nullptr)
+    {
+        return 0;
+    }
+    const std::shared_ptr<const posix::FontCatalog> catalog =
+        family != nullptr ? posix::CurrentCatalog() : posix::FreshCatalog();
+    std::vector<const posix::CatalogFace*> faces;
+    if (family != nullptr)
+    {
+        faces = catalog->StylesOf(family);
+    }
+    else
+    {
+        for (const posix::CatalogFamily& installed : catalog->Families())
+        {
+            faces.push_back(installed.regular);
+        }
+    }
+    int result = 1;
+    for (const posix::CatalogFace* face : faces)
+    {
+        result = posix::Deliver(*face, catalog->CodePage(), callback, data, result);
+        if (result == 0)
+        {
+            break;
+        }
+    }
+    return result;
+}
+
+UINT GetOutlineTextMetricsA(HDC dc, UINT size, OUTLINETEXTMETRICA* metrics)
+{
+    const posix::FoundFont font = posix::SelectedFont(dc);
+    if (font.face == nullptr)
+    {
+        return 0;
+    }
+    const std::vector<BYTE> record =
+        posix::OutlineRecord(*font.face, *font.design, font.size, font.catalog->CodePage());
+    const UINT whole = static_cast<UINT>(record.size());
+    if (metrics == nullptr)
+    {
+        return whole;
+    }
+    const UINT filled = std::min(size, whole);
+    std::memcpy(static_cast<void*>(metrics), record.data(), filled);
+    return filled;
+}
+
+DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETRICS* metrics, DWORD size,
+                       LPVOID buffer, const MAT2* matrix)
+{
+    if ((format != GGO_NATIVE && format != GGO_METRICS) || metrics == nullptr ||
+        matrix == nullptr || !posix::IsIdentity(*matrix))
+    {
+        return GDI_ERROR;
+    }
+    const posix::FoundFont font = posix::SelectedFont(dc);
+    if (font.face == nullptr)
+    {
+        return GDI_ERROR;
+    }
+    const auto code = static_cast<BYTE>(character);
+    DWORD result = GDI_ERROR;
+    const auto use = [&](const posix::GlyphOutline& glyph) {
+        *metrics = posix::BoxOf(glyph.metrics, font);
+        const auto whole = static_cast<DWORD>(glyph.polygons.size());
+        if (format == GGO_METRICS || whole == 0)
+        {
+            result = 0;
+        }
+        else if (size == 0 || buffer == nullptr)
+        {
+            result = whole;
+        }
+        else if (size >= whole)
+        {
+            std::memcpy(buffer, glyph.polygons.data(), whole);
+            result = whole;
+        }
+    };
+    posix::UseGlyph(font.face->installed, font.size.pixelsPerEm,
+                    posix::CharacterOf(code, font.catalog->CodePage()), code,
+                    font.catalog->Outlines(), use);
+    return result;
+}
+
+DWORD GetGlyphIndicesA(HDC dc, LPCSTR text, int count, WORD* indices, DWORD flags)
+{
+    const posix::FoundFont font = posix::SelectedFont(dc);
+    if (font.face == nullptr || text == nullptr || indices == nullptr || count < 0)
+    {
+        return GDI_ERROR;
+    }
+    const WORD missing = (flags & GGI_MARK_NONEXISTING_GLYPHS) != 0 ? 0xFFFF : 0;
+    for (int i = 0; i < count; ++i)
+    {
+        const auto code = static_cast<BYTE>(text[i]);
+        const WORD index = posix::GlyphIndexOf(
+            font.face->installed, posix::CharacterOf(code, font.catalog->CodePage()), code);
+        indices[i] = index != 0 ? index : missing;
+    }
+    return static_cast<DWORD>(count);
+}
+
+BOOL SetProcessOutlines(UINT outlines)
+{
+    if (outlines != OUTLINES_AS_IS && outlines != OUTLINES_REPAIRED)
+    {
+        return FALSE;
+    }
+    posix::processOutlines = outlines;
+    return TRUE;
+}
+
+UINT GetProcessOutlines()
+{
+    return posix::processOutlines;
+}
+
+BOOL CheckFontOutlines(HDC dc, OUTLINECHECK* check)
+{
+    const posix::FoundFont font = posix::SelectedFont(dc);
+    if (font.face == nullptr || check == nullptr)
+    {
+        return FALSE;
+    }
+    *check = {};
+    check->glyphs = posix::GlyphCountOf(font.face->installed);
+    for (UINT index = 0; index < check->glyphs; ++index)
+    {
+        posix::InspectGlyph(
+            font.face->installed, index,
+            [check](const posix::NativeOutline&, const posix::ProvidedOutline& glyph) {
+                check->repaired += glyph.repaired ? 1 : 0;
+                check->turned += glyph.turned ? 1 : 0;
+                check->converted += glyph.converted ? 1 : 0;
+                check->unrepaired += glyph.failed ? 1 : 0;
+            });
+    }
+    return TRUE;
+}
