@@ -3,7 +3,7 @@
 
 include(CMakePackageConfigHelpers)
 
-install(TARGETS orvane EXPORT OrvaneTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS orvane orvane_usage EXPORT OrvaneTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 if(TARGET orvane_cli)
   # Found beside the library wherever the tree is moved.
   set_target_properties(orvane_cli PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")

@@ -25,16 +25,34 @@ foreach(folder IN LISTS ORVANE_FOLDERS ITEMS platform/outlines ${ORVANE_BACKEND}
   list(APPEND ORVANE_SOURCES ${folder_sources})
 endforeach()
 
-add_library(orvane SHARED ${ORVANE_SOURCES})
-add_library(Orvane::orvane ALIAS orvane)
-set_target_properties(orvane PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
-target_compile_definitions(orvane PRIVATE ORVANE_BUILDING)
-target_include_directories(orvane PUBLIC
+# What compiling against the library needs, and nothing to link: the library's own sources and the parts of the
+# tool use it, which are linked with the library in one program and with its objects in another.
+add_library(orvane_usage INTERFACE)
+target_include_directories(orvane_usage INTERFACE
   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/orvane>)
-target_compile_features(orvane PUBLIC cxx_std_20)
+target_compile_features(orvane_usage INTERFACE cxx_std_20)
+target_link_libraries(orvane_usage INTERFACE PkgConfig::GL PkgConfig::GLU)
+
+# Every source is compiled once, into objects that the library is made of.
+add_library(orvane_objects OBJECT ${ORVANE_SOURCES})
+set_target_properties(orvane_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
+target_compile_definitions(orvane_objects PRIVATE ORVANE_BUILDING)
 # SimpleIni is header-only and EGL, FreeType, fontconfig and libgsf stay behind platform/: users see GL and GLU.
-target_include_directories(orvane SYSTEM PRIVATE ${SIMPLEINI_INCLUDE_DIRS})
-target_link_libraries(orvane
-  PUBLIC PkgConfig::GL PkgConfig::GLU
-  PRIVATE PkgConfig::EGL PkgConfig::FREETYPE PkgConfig::FONTCONFIG PkgConfig::GSF Threads::Threads)
+target_include_directories(orvane_objects SYSTEM PRIVATE ${SIMPLEINI_INCLUDE_DIRS})
+set(private_libraries PkgConfig::EGL PkgConfig::FREETYPE PkgConfig::FONTCONFIG PkgConfig::GSF Threads::Threads)
+target_link_libraries(orvane_objects PRIVATE orvane_usage ${private_libraries})
+
+add_library(orvane SHARED $<TARGET_OBJECTS:orvane_objects>)
+add_library(Orvane::orvane ALIAS orvane)
+set_target_properties(orvane PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+target_link_libraries(orvane PUBLIC orvane_usage PRIVATE ${private_libraries})
+
+# Programs that look inside (most tests, some benchmarks) link the objects in place of the library, so that nothing
+# is exported for them. A program must never link both.
+add_library(orvane_inside INTERFACE)
+target_sources(orvane_inside INTERFACE $<TARGET_OBJECTS:orvane_objects>)
+target_link_libraries(orvane_inside INTERFACE orvane_usage)
+foreach(library IN LISTS private_libraries)
+  target_link_libraries(orvane_inside INTERFACE $<LINK_ONLY:${library}>)
+endforeach()

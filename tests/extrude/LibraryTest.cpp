@@ -11,7 +11,6 @@
 #include "tests/support/PrivateFonts.h"
 #include "tests/support/StubFont.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -82,12 +81,6 @@ TEST(Library, DetachingDeletesTheFontsAndClosesTheMutex)
     ASSERT_NE(GetGlyphMutex(), nullptr);
     EXPECT_EQ(WaitElsewhere(GetGlyphMutex()), WAIT_OBJECT_0);
     EXPECT_EQ(CDynLinkLibrary::GetCount(), modules);
-}
-
-TEST(Library, TheTwoFunctionsAreExportedUnderTheirPlainNames)
-{
-    EXPECT_EQ(dlsym(RTLD_DEFAULT, "CreateFontList"), reinterpret_cast<void*>(&CreateFontList));
-    EXPECT_EQ(dlsym(RTLD_DEFAULT, "GetFontList"), reinterpret_cast<void*>(&GetFontList));
 }
 
 // The registry.
