@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Drawing one glyph with a text's materials and edge style.
+// OrvFont: drawing one glyph with the materials and the edge style of a text.
+#include "extrude/EdgeStyle.h"
 #include "extrude/ExtrusionData.h"
 #include "extrude/OrvFont.h"
 #include "extrude/OrvGlyph.h"
@@ -10,32 +11,32 @@
 #include "scene/DrawingParameters.h"
 #include "scene/OrvString.h"
 
+using orvane::BevelLocation;
+using orvane::EdgeStyle;
+
 namespace
 {
-// Edge styles, and where they go: the indices of the tables below.
-constexpr int square = 0;
-constexpr int styles = 3;
-constexpr int frontOnly = 0;
-constexpr int backOnly = 1;
-constexpr int locations = 3;
-
-// Names on selection passes.
+// The names that a selection pass pushes for the parts of a glyph.
 constexpr GLuint facesName = 0;
 constexpr GLuint wallsName = 1;
 constexpr GLuint bevelsName = 2;
 
 using Routine = decltype(&OrvGlyph::RenderFaces);
 
-constexpr Routine walls[locations] = {&OrvGlyph::RenderEdgesFrontBevelOnly,
-                                      &OrvGlyph::RenderEdgesBackBevelOnly,
-                                      &OrvGlyph::RenderEdgesBevelled};
+// The tables below have one column for each BevelLocation: front only, back only, both. Those with
+// rows have one for Bevel and one for Round; a square edge has no rings.
+constexpr int ringStyleCount = orvane::edgeStyleCount - 1;
+
+constexpr Routine walls[orvane::bevelLocationCount] = {&OrvGlyph::RenderEdgesFrontBevelOnly,
+                                                       &OrvGlyph::RenderEdgesBackBevelOnly,
+                                                       &OrvGlyph::RenderEdgesBevelled};
 
 struct Rings
 {
     Routine front;
     Routine back;
 };
-constexpr Rings rings[styles - 1][locations] = {
+constexpr Rings rings[ringStyleCount][orvane::bevelLocationCount] = {
     {{&OrvGlyph::RenderFrontBevelBevelled, &OrvGlyph::RenderBackBevelFlat},
      {&OrvGlyph::RenderFrontBevelFlat, &OrvGlyph::RenderBackBevelBevelled},
      {&OrvGlyph::RenderFrontBevelBevelled, &OrvGlyph::RenderBackBevelBevelled}},
@@ -43,22 +44,39 @@ constexpr Rings rings[styles - 1][locations] = {
      {&OrvGlyph::RenderFrontBevelFlat, &OrvGlyph::RenderBackRoundRounded},
      {&OrvGlyph::RenderFrontRoundRounded, &OrvGlyph::RenderBackRoundRounded}}};
 
-constexpr Routine bevelOutlines[styles - 1][locations] = {
+constexpr Routine wireframes[ringStyleCount][orvane::bevelLocationCount] = {
     {&OrvGlyph::DrawFrontFaceBevelled, &OrvGlyph::DrawBackFaceBevelled,
      &OrvGlyph::DrawBothFacesBevelled},
     {&OrvGlyph::DrawFrontFaceRounded, &OrvGlyph::DrawBackFaceRounded,
      &OrvGlyph::DrawBothFacesRounded}};
 
-bool IsLocation(int location)
+/// The edge settings of a text, as a record may hold them: either may be any number.
+struct Edges
 {
-    return location >= 0 && location < locations;
-}
+    explicit Edges(const OrvString& string)
+        : style(static_cast<EdgeStyle>(string.GetBevelStyle())),
+          location(static_cast<BevelLocation>(string.GetBevelLocation())),
+          column(string.GetBevelLocation())
+    {}
 
-/// Whether the bevels leave no wall between them.
-bool IsWallEmpty(int location, const ExtrusionData& extrusion)
+    bool IsRingStyle() const { return style == EdgeStyle::Bevel || style == EdgeStyle::Round; }
+    bool IsKnownLocation() const { return column >= 0 && column < orvane::bevelLocationCount; }
+
+    /// The row of the tables; only for a ring style.
+    int Row() const { return style == EdgeStyle::Bevel ? 0 : 1; }
+
+    EdgeStyle style;
+    BevelLocation location;
+    int column;  ///< of the tables; only for a known location
+};
+
+/// Whether the two edges of a letter meet, so that no wall is left between them.
+bool IsWallEmpty(BevelLocation location, const ExtrusionData& extrusion)
 {
-    const float back = location == frontOnly ? extrusion.backZ : extrusion.backBevelZ;
-    const float front = location == backOnly ? extrusion.frontZ : extrusion.frontBevelZ;
+    const float back =
+        location == BevelLocation::FrontOnly ? extrusion.backZ : extrusion.backBevelZ;
+    const float front =
+        location == BevelLocation::BackOnly ? extrusion.frontZ : extrusion.frontBevelZ;
     return back == front;
 }
 
@@ -105,8 +123,7 @@ int OrvFont::RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData&
         return 0;
     }
     const bool naming = parameters->IsSelecting() != 0;
-    const int style = string->GetBevelStyle();
-    const int location = string->GetBevelLocation();
+    const Edges edges(*string);
 
     SetMaterialColors(string->faceColor);
     PushName(naming, facesName);
@@ -114,7 +131,7 @@ int OrvFont::RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData&
     PopName(naming);
 
     PushName(naming, wallsName);
-    if (style == square)
+    if (edges.style == EdgeStyle::Square)
     {
         if (string->ShouldUseEdgeColor())
         {
@@ -124,20 +141,21 @@ int OrvFont::RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData&
         PopName(naming);
         return 1;
     }
-    if (style < 0 || style >= styles)
+    if (!edges.IsRingStyle())
     {
-        // The name stays pushed. Meant; see AnUnknownStyleDrawsTheFacesAndLeavesItsNamePushed.
+        // An unknown style. The walls' name stays pushed, which is required; see
+        // AnUnknownStyleDrawsTheFacesAndLeavesItsNamePushed.
         return 1;
     }
     bool edgeColorIsSet = false;
-    if (IsLocation(location) && !IsWallEmpty(location, extrusion))
+    if (edges.IsKnownLocation() && !IsWallEmpty(edges.location, extrusion))
     {
         if (string->ShouldUseEdgeColor())
         {
             SetMaterialColors(string->edgeColor);
             edgeColorIsSet = true;
         }
-        (glyph->*walls[location])(extrusion);
+        (glyph->*walls[edges.column])(extrusion);
     }
     PopName(naming);
 
@@ -150,9 +168,9 @@ int OrvFont::RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData&
     {
         SetMaterialColors(string->faceColor);
     }
-    if (IsLocation(location))
+    if (edges.IsKnownLocation())
     {
-        const Rings& ring = rings[style - 1][location];
+        const Rings& ring = rings[edges.Row()][edges.column];
         (glyph->*ring.front)(extrusion);
         (glyph->*ring.back)(extrusion);
     }
@@ -169,19 +187,18 @@ int OrvFont::DrawGlyph(int glyphIndex, OrvString* string, const ExtrusionData& e
         return 0;
     }
     const bool naming = parameters->IsSelecting() != 0;
-    const int style = string->GetBevelStyle();
-    const int location = string->GetBevelLocation();
+    const Edges edges(*string);
 
     SetMaterialColors(string->GetExtentsBoxColor());
     const Unlit unlit;
     PushName(naming, facesName);
-    if (style == square)
+    if (edges.style == EdgeStyle::Square)
     {
         glyph->Draw(extrusion);
     }
-    else if (style > square && style < styles && IsLocation(location))
+    else if (edges.IsRingStyle() && edges.IsKnownLocation())
     {
-        (glyph->*bevelOutlines[style - 1][location])(extrusion);
+        (glyph->*wireframes[edges.Row()][edges.column])(extrusion);
     }
     PopName(naming);
     glDisable(GL_COLOR_MATERIAL);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Laying out and measuring a text, line by line and character by character.
+#include "extrude/EdgeStyle.h"
 #include "extrude/ExtrusionData.h"
 #include "extrude/OrvFont.h"
 #include "extrude/OrvGlyph.h"
@@ -103,15 +104,17 @@ struct Layout
     bool scalesBevels;
 };
 
-/// What is added to x so that a line stands where its justification wants it.
-double AlignmentOffset(int justification, const Span& line)
+/// How far a line is moved along x so that it stands where the justification wants it. A value
+/// without a name counts as Left.
+double AlignmentOffset(orvane::Justification justification, const Span& line)
 {
     switch (justification)
     {
-        case 1:
+        case orvane::Justification::Center:
             return -(line.minimum + line.maximum) / 2;
-        case 2:
+        case orvane::Justification::Right:
             return -line.maximum;
+        case orvane::Justification::Left:
         default:
             return -line.minimum;
     }
@@ -164,6 +167,7 @@ int OrvFont::DrawCharacters(OrvString* string, DrawingParameters* parameters, st
     const Layout layout(*string, extrusion);
     const bool solid = parameters->IsRender() != 0;
     const bool wireframe = parameters->IsOutline() != 0;
+    const auto justification = static_cast<orvane::Justification>(string->GetJustification());
     double lineY = string->GetScaledDimensions().y / 2 - string->GetFirstLineOffset();
 
     for (TextLine line = LineFrom(text, 0); line.first < text.size(); line = LineAfter(text, line))
@@ -188,7 +192,7 @@ int OrvFont::DrawCharacters(OrvString* string, DrawingParameters* parameters, st
                 width.Include(x);
             }
         }
-        glTranslated(AlignmentOffset(string->GetJustification(), width), 0, 0);
+        glTranslated(AlignmentOffset(justification, width), 0, 0);
 
         for (std::size_t k = line.first; k < line.end; ++k)
         {

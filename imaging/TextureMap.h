@@ -4,6 +4,7 @@
 #include "host/CObject.h"
 #include "host/CString.h"
 #include "host/FlagAccessors.h"
+#include "imaging/TextureOptions.h"
 #include "platform/Sync.h"
 
 class GLMemoryDIB;
@@ -104,7 +105,7 @@ public:
     void SetHorizontalLocation(double pixels) { horizontalLocation = pixels; }
     double GetVerticalLocation() const { return verticalLocation; }
     void SetVerticalLocation(double pixels) { verticalLocation = pixels; }
-    ORVANE_FLAG(textureFlags, ScaleWithObject, ShouldScaleWithObject, 0x4);
+    ORVANE_FLAG(textureFlags, ScaleWithObject, ShouldScaleWithObject, ScaleWithObject);
 
     /// Whether both Valid and Textured are set.
     int ShouldTexture() const;
@@ -122,7 +123,8 @@ public:
 
     DWORD modulate = 1;  ///< nonzero: GL_MODULATE, the lit material shows through; zero: GL_DECAL
     CString filename;
-    DWORD placement = 1;  ///< of a background: 0 stretch, 1 tile, other centre
+    /// Of a background picture; an orvane::TexturePlacement.
+    DWORD placement = static_cast<DWORD>(orvane::TexturePlacement::Tile);
     DWORD textureFlags = 0;
     GLMemoryDIB* ditheredImage = nullptr;  ///< owned
     _RGBImageRecord* image = nullptr;      ///< owned
@@ -131,7 +133,7 @@ public:
 protected:
     double horizontalLocation = 0.0;  ///< of a background, pixels
     CString name;
-    DWORD quality = 0;        ///< 0 nearest, 1 linear, 2 mipmapped
+    DWORD quality = static_cast<DWORD>(orvane::TextureQuality::Nearest);
     double repeatRate = 1.0;  ///< repetitions across the object
     double verticalLocation = 0.0;
 

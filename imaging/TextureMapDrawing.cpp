@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "imaging/TextureMap.h"
+#include "imaging/TextureOptions.h"
 #include "platform/OpenGL.h"
 
 #include <algorithm>
 #include <bit>
 #include <memory>
 #include <new>
+
+using orvane::TextureQuality;
 
 namespace
 {
@@ -19,10 +22,12 @@ GLsizei TextureExtent(int pixels, GLint limit)
     return static_cast<GLsizei>(std::bit_ceil(static_cast<unsigned>(std::min(pixels, limit))));
 }
 
-void SetFilters(DWORD quality)
+void SetFilters(TextureQuality quality)
 {
-    const GLint magnification = quality == 1 || quality == 2 ? GL_LINEAR : GL_NEAREST;
-    const GLint minification = quality == 2 ? GL_LINEAR_MIPMAP_NEAREST : magnification;
+    const bool mipmapped = quality == TextureQuality::Mipmapped;
+    const GLint magnification =
+        mipmapped || quality == TextureQuality::Linear ? GL_LINEAR : GL_NEAREST;
+    const GLint minification = mipmapped ? GL_LINEAR_MIPMAP_NEAREST : magnification;
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, magnification);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, minification);
 }
@@ -55,14 +60,14 @@ void ScaleImage(const _RGBImageRecord& image, GLsizei width, GLsizei height, BYT
     }
 }
 
-int SpecifyTexture(const _RGBImageRecord& image, DWORD quality)
+int SpecifyTexture(const _RGBImageRecord& image, TextureQuality quality)
 {
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
     SetFilters(quality);
     GLint limit = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &limit);
     limit = std::min(limit, largestTexture);
-    if (quality == 2)
+    if (quality == TextureQuality::Mipmapped)
     {
         gluBuild2DMipmaps(GL_TEXTURE_2D, 3, image.sizeX, image.sizeY, GL_RGB, GL_UNSIGNED_BYTE,
                           image.data);
@@ -91,7 +96,7 @@ int TextureMap::GenerateTextureMaps()
     int made = 0;
     if (const _RGBImageRecord* const pixels = GetImage())
     {
-        made = SpecifyTexture(*pixels, quality);
+        made = SpecifyTexture(*pixels, static_cast<TextureQuality>(quality));
     }
     else
     {

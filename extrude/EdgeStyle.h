@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// The named values of a text's edge settings. The settings themselves are plain ints, in memory
+/// and in records, because a record may hold a value that has no name here.
+
+namespace orvane
+{
+
+/// How the edge between a face of a letter and its wall is shaped.
+enum class EdgeStyle : int
+{
+    Square = 0,
+    Bevel = 1,  ///< cut off at 45 degrees
+    Round = 2   ///< a quarter circle
+};
+/// The number of named styles.
+constexpr int edgeStyleCount = 3;
+
+/// Which faces of a letter have a bevelled or rounded edge. A square edge has no location.
+enum class BevelLocation : int
+{
+    FrontOnly = 0,
+    BackOnly = 1,
+    Both = 2
+};
+/// The number of named locations.
+constexpr int bevelLocationCount = 3;
+
+/// Where the lines of a text stand, seen from the text's origin.
+enum class Justification : int
+{
+    Left = 0,    ///< each line begins at the origin
+    Center = 1,  ///< the middle of each line is at the origin
+    Right = 2    ///< each line ends at the origin
+};
+
+}  // namespace orvane

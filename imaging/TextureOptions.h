@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// The named values of a texture map's settings. The settings themselves are plain DWORDs, in
+/// memory and in records, because a record may hold a value that has no name here.
+
+#include "platform/Types.h"
+
+namespace orvane
+{
+
+/// How OpenGL takes the colour of a point from the texture's pixels. A value without a name draws
+/// as Nearest.
+enum class TextureQuality : DWORD
+{
+    Nearest = 0,   ///< the nearest pixel
+    Linear = 1,    ///< the weighted mean of the four nearest pixels
+    Mipmapped = 2  ///< Linear where the texture is enlarged; where it is reduced, the nearest of
+                   ///< several prepared sizes
+};
+
+/// Where a scene's background picture lies in the drawn picture. "Its own size" is one pixel for
+/// one pixel, times the scale of the projection. A value without a name draws as Center.
+enum class TexturePlacement : DWORD
+{
+    Stretch = 0,  ///< once, from the texture's location to the lower right corner
+    Tile = 1,     ///< repeated at its own size, from the texture's location in all directions
+    Center = 2    ///< once, at its own size, in the middle
+};
+
+}  // namespace orvane
