@@ -19,17 +19,17 @@ enum class EdgeStyle : int
 constexpr int edgeStyleCount = 3;
 
 /// Which faces of a letter have a bevelled or rounded edge. A square edge has no location.
-enum class BevelLocation : int
+enum class BevelSides : int
 {
-    FrontOnly = 0,
-    BackOnly = 1,
+    Front = 0,
+    Back = 1,
     Both = 2
 };
-/// The number of named locations.
-constexpr int bevelLocationCount = 3;
+/// The number of named values.
+constexpr int bevelSidesCount = 3;
 
 /// Where the lines of a text stand, seen from the text's origin.
-enum class Justification : int
+enum class Alignment : int
 {
     Left = 0,    ///< each line begins at the origin
     Center = 1,  ///< the middle of each line is at the origin

@@ -11,7 +11,7 @@
 #include "scene/DrawingParameters.h"
 #include "scene/OrvString.h"
 
-using orvane::BevelLocation;
+using orvane::BevelSides;
 using orvane::EdgeStyle;
 
 namespace
@@ -23,20 +23,20 @@ constexpr GLuint bevelsName = 2;
 
 using Routine = decltype(&OrvGlyph::RenderFaces);
 
-// The tables below have one column for each BevelLocation: front only, back only, both. Those with
+// The tables below have one column for each BevelSides: front only, back only, both. Those with
 // rows have one for Bevel and one for Round; a square edge has no rings.
 constexpr int ringStyleCount = orvane::edgeStyleCount - 1;
 
-constexpr Routine walls[orvane::bevelLocationCount] = {&OrvGlyph::RenderEdgesFrontBevelOnly,
-                                                       &OrvGlyph::RenderEdgesBackBevelOnly,
-                                                       &OrvGlyph::RenderEdgesBevelled};
+constexpr Routine walls[orvane::bevelSidesCount] = {&OrvGlyph::RenderEdgesFrontBevelOnly,
+                                                    &OrvGlyph::RenderEdgesBackBevelOnly,
+                                                    &OrvGlyph::RenderEdgesBevelled};
 
 struct Rings
 {
     Routine front;
     Routine back;
 };
-constexpr Rings rings[ringStyleCount][orvane::bevelLocationCount] = {
+constexpr Rings rings[ringStyleCount][orvane::bevelSidesCount] = {
     {{&OrvGlyph::RenderFrontBevelBevelled, &OrvGlyph::RenderBackBevelFlat},
      {&OrvGlyph::RenderFrontBevelFlat, &OrvGlyph::RenderBackBevelBevelled},
      {&OrvGlyph::RenderFrontBevelBevelled, &OrvGlyph::RenderBackBevelBevelled}},
@@ -44,7 +44,7 @@ constexpr Rings rings[ringStyleCount][orvane::bevelLocationCount] = {
      {&OrvGlyph::RenderFrontBevelFlat, &OrvGlyph::RenderBackRoundRounded},
      {&OrvGlyph::RenderFrontRoundRounded, &OrvGlyph::RenderBackRoundRounded}}};
 
-constexpr Routine wireframes[ringStyleCount][orvane::bevelLocationCount] = {
+constexpr Routine wireframes[ringStyleCount][orvane::bevelSidesCount] = {
     {&OrvGlyph::DrawFrontFaceBevelled, &OrvGlyph::DrawBackFaceBevelled,
      &OrvGlyph::DrawBothFacesBevelled},
     {&OrvGlyph::DrawFrontFaceRounded, &OrvGlyph::DrawBackFaceRounded,
@@ -55,28 +55,26 @@ struct Edges
 {
     explicit Edges(const OrvString& string)
         : style(static_cast<EdgeStyle>(string.GetBevelStyle())),
-          location(static_cast<BevelLocation>(string.GetBevelLocation())),
+          location(static_cast<BevelSides>(string.GetBevelLocation())),
           column(string.GetBevelLocation())
     {}
 
     bool IsRingStyle() const { return style == EdgeStyle::Bevel || style == EdgeStyle::Round; }
-    bool IsKnownLocation() const { return column >= 0 && column < orvane::bevelLocationCount; }
+    bool IsKnownLocation() const { return column >= 0 && column < orvane::bevelSidesCount; }
 
     /// The row of the tables; only for a ring style.
     int Row() const { return style == EdgeStyle::Bevel ? 0 : 1; }
 
     EdgeStyle style;
-    BevelLocation location;
+    BevelSides location;
     int column;  ///< of the tables; only for a known location
 };
 
 /// Whether the two edges of a letter meet, so that no wall is left between them.
-bool IsWallEmpty(BevelLocation location, const ExtrusionData& extrusion)
+bool IsWallEmpty(BevelSides location, const ExtrusionData& extrusion)
 {
-    const float back =
-        location == BevelLocation::FrontOnly ? extrusion.backZ : extrusion.backBevelZ;
-    const float front =
-        location == BevelLocation::BackOnly ? extrusion.frontZ : extrusion.frontBevelZ;
+    const float back = location == BevelSides::Front ? extrusion.backZ : extrusion.backBevelZ;
+    const float front = location == BevelSides::Back ? extrusion.frontZ : extrusion.frontBevelZ;
     return back == front;
 }
 

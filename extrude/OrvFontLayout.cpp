@@ -106,15 +106,15 @@ struct Layout
 
 /// How far a line is moved along x so that it stands where the justification wants it. A value
 /// without a name counts as Left.
-double AlignmentOffset(orvane::Justification justification, const Span& line)
+double AlignmentOffset(orvane::Alignment justification, const Span& line)
 {
     switch (justification)
     {
-        case orvane::Justification::Center:
+        case orvane::Alignment::Center:
             return -(line.minimum + line.maximum) / 2;
-        case orvane::Justification::Right:
+        case orvane::Alignment::Right:
             return -line.maximum;
-        case orvane::Justification::Left:
+        case orvane::Alignment::Left:
         default:
             return -line.minimum;
     }
@@ -167,7 +167,7 @@ int OrvFont::DrawCharacters(OrvString* string, DrawingParameters* parameters, st
     const Layout layout(*string, extrusion);
     const bool solid = parameters->IsRender() != 0;
     const bool wireframe = parameters->IsOutline() != 0;
-    const auto justification = static_cast<orvane::Justification>(string->GetJustification());
+    const auto justification = static_cast<orvane::Alignment>(string->GetJustification());
     double lineY = string->GetScaledDimensions().y / 2 - string->GetFirstLineOffset();
 
     for (TextLine line = LineFrom(text, 0); line.first < text.size(); line = LineAfter(text, line))

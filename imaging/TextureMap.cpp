@@ -215,7 +215,7 @@ void TextureMap::DeserializeVersion1(CArchive& archive)
     FreeImage();
     FreeDitheredImage();
     archive >> modulate >> filename >> textureFlags >> name >> quality >> repeatRate;
-    placement = static_cast<DWORD>(orvane::TexturePlacement::Tile);
+    placement = static_cast<DWORD>(orvane::BackgroundPlacement::Tile);
     horizontalLocation = 0.0;
     verticalLocation = 0.0;
 }

@@ -4,7 +4,7 @@
 #include "host/CObject.h"
 #include "host/CString.h"
 #include "host/FlagAccessors.h"
-#include "imaging/TextureOptions.h"
+#include "imaging/TextureSettings.h"
 #include "platform/Sync.h"
 
 class GLMemoryDIB;
@@ -123,8 +123,8 @@ public:
 
     DWORD modulate = 1;  ///< nonzero: GL_MODULATE, the lit material shows through; zero: GL_DECAL
     CString filename;
-    /// Of a background picture; an orvane::TexturePlacement.
-    DWORD placement = static_cast<DWORD>(orvane::TexturePlacement::Tile);
+    /// Of a background picture; an orvane::BackgroundPlacement.
+    DWORD placement = static_cast<DWORD>(orvane::BackgroundPlacement::Tile);
     DWORD textureFlags = 0;
     GLMemoryDIB* ditheredImage = nullptr;  ///< owned
     _RGBImageRecord* image = nullptr;      ///< owned

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "imaging/TextureMap.h"
-#include "imaging/TextureOptions.h"
+#include "imaging/TextureSettings.h"
 #include "platform/OpenGL.h"
 
 #include <algorithm>
@@ -24,7 +24,7 @@ GLsizei TextureExtent(int pixels, GLint limit)
 
 void SetFilters(TextureQuality quality)
 {
-    const bool mipmapped = quality == TextureQuality::Mipmapped;
+    const bool mipmapped = quality == TextureQuality::Mipmap;
     const GLint magnification =
         mipmapped || quality == TextureQuality::Linear ? GL_LINEAR : GL_NEAREST;
     const GLint minification = mipmapped ? GL_LINEAR_MIPMAP_NEAREST : magnification;
@@ -67,7 +67,7 @@ int SpecifyTexture(const _RGBImageRecord& image, TextureQuality quality)
     GLint limit = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &limit);
     limit = std::min(limit, largestTexture);
-    if (quality == TextureQuality::Mipmapped)
+    if (quality == TextureQuality::Mipmap)
     {
         gluBuild2DMipmaps(GL_TEXTURE_2D, 3, image.sizeX, image.sizeY, GL_RGB, GL_UNSIGNED_BYTE,
                           image.data);

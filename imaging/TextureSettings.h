@@ -5,24 +5,24 @@
 /// The named values of a texture map's settings. The settings themselves are plain DWORDs, in
 /// memory and in records, because a record may hold a value that has no name here.
 
-#include "platform/Types.h"
+#include <cstdint>
 
 namespace orvane
 {
 
 /// How OpenGL takes the colour of a point from the texture's pixels. A value without a name draws
 /// as Nearest.
-enum class TextureQuality : DWORD
+enum class TextureQuality : std::uint32_t
 {
-    Nearest = 0,   ///< the nearest pixel
-    Linear = 1,    ///< the weighted mean of the four nearest pixels
-    Mipmapped = 2  ///< Linear where the texture is enlarged; where it is reduced, the nearest of
-                   ///< several prepared sizes
+    Nearest = 0,  ///< the nearest pixel
+    Linear = 1,   ///< the weighted mean of the four nearest pixels
+    Mipmap = 2    ///< Linear where the texture is enlarged; where it is reduced, the nearest of
+                  ///< several prepared sizes
 };
 
 /// Where a scene's background picture lies in the drawn picture. "Its own size" is one pixel for
 /// one pixel, times the scale of the projection. A value without a name draws as Center.
-enum class TexturePlacement : DWORD
+enum class BackgroundPlacement : std::uint32_t
 {
     Stretch = 0,  ///< once, from the texture's location to the lower right corner
     Tile = 1,     ///< repeated at its own size, from the texture's location in all directions
