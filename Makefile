@@ -36,9 +36,9 @@ bench: packages
 	$(BUILD)/bin/orvane_bench
 
 install: packages
-	cmake --preset $(PRESET)
+	cmake --preset $(PRESET) -DCMAKE_INSTALL_PREFIX="$(PREFIX)"
 	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane orvane_cli
-	cmake --install $(BUILD) --prefix "$(PREFIX)"
+	cmake --install $(BUILD)
 
 format:
 	@tools/install-packages lint

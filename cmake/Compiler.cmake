@@ -2,7 +2,7 @@
 # What every target is compiled with.
 
 find_program(ORVANE_CCACHE ccache)
-if(ORVANE_CCACHE)
+if(ORVANE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${ORVANE_CCACHE})
 endif()
 

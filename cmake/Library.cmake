@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# The shared library: every source of these folders, and one platform backend.
+# The library: every source of these folders, and one platform backend.
 
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(GL REQUIRED IMPORTED_TARGET gl)
@@ -25,14 +25,16 @@ foreach(folder IN LISTS ORVANE_FOLDERS ITEMS platform/outlines ${ORVANE_BACKEND}
   list(APPEND ORVANE_SOURCES ${folder_sources})
 endforeach()
 
-# What compiling against the library needs, and nothing to link: the library's own sources and the parts of the
-# tool use it, which are linked with the library in one program and with its objects in another.
+# What compiling against the library needs, on a target that links nothing yet: the library's own sources and the
+# parts of the tool use it, which are linked with the library in one program and with its objects in another.
 add_library(orvane_usage INTERFACE)
-target_include_directories(orvane_usage INTERFACE
-  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
-  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/orvane>)
-target_compile_features(orvane_usage INTERFACE cxx_std_20)
-target_link_libraries(orvane_usage INTERFACE PkgConfig::GL PkgConfig::GLU)
+function(orvane_add_usage target scope)
+  target_include_directories(${target} ${scope}
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  target_compile_features(${target} ${scope} cxx_std_17)
+  target_link_libraries(${target} ${scope} PkgConfig::GL PkgConfig::GLU)
+endfunction()
+orvane_add_usage(orvane_usage INTERFACE)
 
 # Every source is compiled once, into objects that the library is made of.
 add_library(orvane_objects OBJECT ${ORVANE_SOURCES})
@@ -43,10 +45,22 @@ target_include_directories(orvane_objects SYSTEM PRIVATE ${SIMPLEINI_INCLUDE_DIR
 set(private_libraries PkgConfig::EGL PkgConfig::FREETYPE PkgConfig::FONTCONFIG PkgConfig::GSF Threads::Threads)
 target_link_libraries(orvane_objects PRIVATE orvane_usage ${private_libraries})
 
-add_library(orvane SHARED $<TARGET_OBJECTS:orvane_objects>)
+if(BUILD_SHARED_LIBS)
+  add_library(orvane SHARED $<TARGET_OBJECTS:orvane_objects>)
+else()
+  # Classes register themselves by name when the program starts. Joined into one object, all of them come into the
+  # program, also those that only a loaded file names.
+  add_custom_command(OUTPUT orvane.o
+    COMMAND ${CMAKE_CXX_COMPILER} -r -nostdlib -o orvane.o $<TARGET_OBJECTS:orvane_objects>
+    DEPENDS orvane_objects $<TARGET_OBJECTS:orvane_objects>
+    COMMAND_EXPAND_LISTS VERBATIM)
+  add_library(orvane STATIC ${CMAKE_CURRENT_BINARY_DIR}/orvane.o)
+  set_target_properties(orvane PROPERTIES LINKER_LANGUAGE CXX)
+endif()
 add_library(Orvane::orvane ALIAS orvane)
 set_target_properties(orvane PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
-target_link_libraries(orvane PUBLIC orvane_usage PRIVATE ${private_libraries})
+orvane_add_usage(orvane PUBLIC)
+target_link_libraries(orvane PRIVATE ${private_libraries})
 
 # Programs that look inside (most tests, some benchmarks) link the objects in place of the library, so that nothing
 # is exported for them. A program must never link both.

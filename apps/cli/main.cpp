@@ -5,6 +5,7 @@
 #include "apps/cli/Errors.h"
 #include "apps/cli/OutputFile.h"
 #include "apps/cli/Terminal.h"
+#include "orvane/version.h"
 #include "platform/Process.h"
 
 #include <CLI/CLI.hpp>

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// The version of Orvane. It is written here alone: CMake reads it from this line, for the library,
+/// the pkg-config file and the CMake package, and `orvane --version` prints it.
+
+/// major.minor.patch
+#define ORVANE_VERSION "0.1.0"
