@@ -48,6 +48,7 @@ lint: packages
 	@tools/install-packages test bench lint
 	tools/format --check
 	tools/check-includes
+	tools/check-tree
 	cmake --preset $(PRESET) -DORVANE_BUILD_TESTS=ON -DORVANE_BUILD_BENCH=ON
 	tools/lint $(BUILD)
 
