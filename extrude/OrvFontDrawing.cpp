@@ -122,8 +122,15 @@ int OrvFont::RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData&
     }
     const bool naming = parameters->IsSelecting() != 0;
     const Edges edges(*string);
+    const auto setMaterial = [&](const NamedColor& material) {
+        SetMaterialColors(material);
+        if (material.IsTransparent() && parameters->ShouldKeepTransparentDepth())
+        {
+            glDepthMask(GL_TRUE);
+        }
+    };
 
-    SetMaterialColors(string->faceColor);
+    setMaterial(string->faceColor);
     PushName(naming, facesName);
     glyph->RenderFaces(extrusion);
     PopName(naming);
@@ -133,7 +140,7 @@ int OrvFont::RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData&
     {
         if (string->ShouldUseEdgeColor())
         {
-            SetMaterialColors(string->edgeColor);
+            setMaterial(string->edgeColor);
         }
         glyph->RenderEdgesUnbevelled(extrusion);
         PopName(naming);
@@ -150,7 +157,7 @@ int OrvFont::RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData&
     {
         if (string->ShouldUseEdgeColor())
         {
-            SetMaterialColors(string->edgeColor);
+            setMaterial(string->edgeColor);
             edgeColorIsSet = true;
         }
         (glyph->*walls[edges.column])(extrusion);
@@ -160,11 +167,11 @@ int OrvFont::RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData&
     PushName(naming, bevelsName);
     if (string->ShouldUseBevelColor())
     {
-        SetMaterialColors(string->bevelColor);
+        setMaterial(string->bevelColor);
     }
     else if (edgeColorIsSet)
     {
-        SetMaterialColors(string->faceColor);
+        setMaterial(string->faceColor);
     }
     if (edges.IsKnownLocation())
     {

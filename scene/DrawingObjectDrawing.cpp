@@ -118,7 +118,7 @@ int DrawingObject::ShouldTerminateDrawing(DrawingParameters* parameters) const
 
 int DrawingObject::Draw(DrawingParameters* parameters)
 {
-    if (IsDeleted())
+    if (IsDeleted() || !parameters->ShouldDraw(*this))
     {
         return 1;
     }

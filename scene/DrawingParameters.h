@@ -8,6 +8,7 @@
 #include "platform/Types.h"
 
 class CWnd;
+class DrawingObject;
 class ProjectionData;
 
 /// What one draw call shows, and how. One object is handed down the whole tree of nodes, and nodes
@@ -88,6 +89,13 @@ public:
     void SetMessageWindow(CWnd* window) { messageWindow = window; }
     HWND GetMessageWindowHandle() const { return messageWindowHandle; }
     void SetMessageWindowHandle(HWND window) { messageWindowHandle = window; }
+
+    /// Whether a draw with these parameters draws a node and everything below it. Every node is
+    /// asked for before anything else of it is drawn. A derived class may leave nodes out.
+    virtual bool ShouldDraw(const DrawingObject&) const { return true; }
+    /// Whether transparent letters leave their depth behind as opaque letters do. A derived class
+    /// may ask for it, to find out which surfaces are in front.
+    virtual bool ShouldKeepTransparentDepth() const { return false; }
 
 protected:
     int colorResolution = 0;
