@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/SkippedParts.h"
 
-#include "apps/cli/info/ChunkNames.h"
-#include "apps/cli/info/ChunkTree.h"
+#include "import3ds/ChunkTable.h"
 
 #include <algorithm>
 
+using orvane::ChunkIdText;
+using orvane::KindOfChunk;
 using Skip = ThreeDStudioObject::Skip;
 using SkippedPart = ThreeDStudioObject::SkippedPart;
 
@@ -37,7 +38,7 @@ std::string ReasonText(const SkippedPart& part)
     {
         return "the first value in " + parent + " counts";
     }
-    const char* const unused = KindOfChunk(part.id).unused;
+    const char* const unused = KindOfChunk(part.id).whySkipped;
     return unused != nullptr ? unused : "it means nothing in " + parent;
 }
 

@@ -2,51 +2,53 @@
 #include "apps/cli/info/ChunkTree.h"
 
 #include "apps/cli/Errors.h"
-#include "apps/cli/info/ChunkNames.h"
 #include "apps/cli/info/TextTable.h"
 #include "host/CFile.h"
 #include "import3ds/Chunk3DS.h"
+#include "import3ds/ChunkTable.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace
 {
 
-// Chunks may be nested as deep as the file is long.
+using orvane::ChunkContent;
+using orvane::ChunkIdText;
+using orvane::KindOfChunk;
+
+// Chunks may be nested as deep as the file is long. Deeper lines are indented no further.
 constexpr int deepestIndent = 20;
 
-/// Moves the file behind what stands before the chunks inside one, whose header has been read.
-/// False when there are none.
+// Moves the file to the first chunk inside one whose header has been read. False if there is none.
 bool EnterContent(CFile& file, const Chunk3DS& chunk)
 {
     constexpr DWORD bytesPerFace = 8;
-    const int before = KindOfChunk(chunk.id).contentBytes;
-    DWORD content = chunk.start + Chunk3DS::headerSize;
-    if (before == noChunksInside)
+    DWORD position = chunk.start + Chunk3DS::headerSize;
+    const ChunkContent content = KindOfChunk(chunk.id).content;
+    switch (content.kind)
     {
-        return false;
+        case ChunkContent::Kind::Values:
+            return false;
+        case ChunkContent::Kind::Chunks:
+            position += content.bytesBefore;
+            break;
+        case ChunkContent::Kind::NameThenChunks: {
+            BYTE character = 0;
+            do
+            {
+                ++position;
+            } while (position < chunk.end && file.Read(&character, 1) == 1 && character != 0);
+            break;
+        }
+        case ChunkContent::Kind::FacesThenChunks: {
+            WORD count = 0;
+            file.Read(&count, sizeof count);
+            position += sizeof count + count * bytesPerFace;
+            break;
+        }
     }
-    if (before == textBefore)
-    {
-        BYTE character = 0;
-        do
-        {
-            ++content;
-        } while (content < chunk.end && file.Read(&character, 1) == 1 && character != 0);
-    }
-    else if (before == facesBefore)
-    {
-        WORD count = 0;
-        file.Read(&count, sizeof count);
-        content += sizeof count + count * bytesPerFace;
-    }
-    else
-    {
-        content += static_cast<DWORD>(before);
-    }
-    file.Seek(content, CFile::begin);
-    return content < chunk.end;
+    file.Seek(position, CFile::begin);
+    return position < chunk.end;
 }
 
 }  // namespace
@@ -87,13 +89,6 @@ try
 catch (const CFileException& error)
 {
     throw Failure(error.what());
-}
-
-std::string ChunkIdText(WORD id)
-{
-    char text[8];
-    std::snprintf(text, sizeof text, "0x%04X", static_cast<unsigned>(id));
-    return text;
 }
 
 std::string ChunkTreeText(const std::vector<ChunkEntry>& chunks)

@@ -22,6 +22,3 @@ std::vector<ChunkEntry> ReadChunkTree(const std::string& path);
 
 /// The tree as lines, each indented by the depth.
 std::string ChunkTreeText(const std::vector<ChunkEntry>& chunks);
-
-/// As 0x4D4D.
-std::string ChunkIdText(WORD id);

@@ -5,12 +5,12 @@
 #include "apps/cli/OutputFile.h"
 #include "apps/cli/SkippedParts.h"
 #include "apps/cli/TextCodes.h"
-#include "apps/cli/info/ChunkNames.h"
 #include "apps/cli/info/ChunkTree.h"
 #include "apps/cli/info/InfoText.h"
 #include "apps/cli/info/JsonWriter.h"
 #include "apps/cli/info/TextTable.h"
 #include "host/CFile.h"
+#include "import3ds/ChunkTable.h"
 #include "import3ds/TriangularMeshObject.h"
 
 #include <algorithm>
@@ -20,6 +20,8 @@
 namespace
 {
 
+using orvane::ChunkIdText;
+using orvane::KindOfChunk;
 using SkippedPart = ThreeDStudioObject::SkippedPart;
 
 const std::string& NameOf(const TriangularMeshObject& mesh)
