@@ -6,6 +6,7 @@
 #include "apps/cli/SkippedParts.h"
 #include "apps/cli/TextCodes.h"
 #include "apps/cli/info/ChunkTree.h"
+#include "apps/cli/info/Groups.h"
 #include "apps/cli/info/InfoText.h"
 #include "apps/cli/info/JsonWriter.h"
 #include "apps/cli/info/TextTable.h"
@@ -13,7 +14,6 @@
 #include "import3ds/ChunkTable.h"
 #include "import3ds/TriangularMeshObject.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <sstream>
 
@@ -71,34 +71,26 @@ std::string MaterialsText(const WatchedImport& import)
     return "\nMaterials: " + std::to_string(import.materials.GetSize()) + "\n" + table.Text();
 }
 
-/// Chunks of one kind that are skipped for one reason have one line.
+/// One line for all chunks that have the same name and are skipped for the same reason.
 std::string SkippedText(const WatchedImport& import)
 {
-    struct Group
+    struct Total
     {
-        std::string name;
-        std::string reason;
-        int count;
-        std::uint64_t bytes;
+        int count = 0;
+        std::uint64_t bytes = 0;
     };
-    std::vector<Group> groups;
+    Groups<std::pair<std::string, std::string>, Total> groups;  // by name and reason
     for (const SkippedPart& part : import.skipped)
     {
-        const std::string name = NameOfPart(part);
-        const std::string reason = ReasonText(part);
-        const auto found = std::find_if(groups.begin(), groups.end(), [&](const Group& group) {
-            return group.name == name && group.reason == reason;
-        });
-        Group& group =
-            found != groups.end() ? *found : groups.emplace_back(Group{name, reason, 0, 0});
-        ++group.count;
-        group.bytes += part.length;
+        Total& total = groups.Of({NameOfPart(part), ReasonText(part)});
+        ++total.count;
+        total.bytes += part.length;
     }
     TextTable table;
-    for (const Group& group : groups)
+    for (const auto& [key, total] : groups.Entries())
     {
-        table.Add({CountText(group.count, "chunk", "chunks"), Grouped(group.bytes) + " bytes",
-                   group.name, group.reason});
+        table.Add({CountText(total.count, "chunk", "chunks"), Grouped(total.bytes) + " bytes",
+                   key.first, key.second});
     }
     return "\nSkipped: " + std::to_string(import.skipped.size()) + "\n" + table.Text();
 }
