@@ -5,6 +5,8 @@ PRESET ?= release
 PREFIX ?= /usr/local
 JOBS ?= $(shell nproc)
 BUILD = build/$(PRESET)
+# "no" keeps make from installing packages.
+export PACKAGES ?=
 
 .PHONY: all demo test bench install format lint clean packages
 
