@@ -19,6 +19,13 @@
 namespace outlines
 {
 
+/// Called for every look at a slot of a hash table or at a vertex of a chain. Tests pass a counter
+/// in its place, to see that the search takes time in proportion to the vertices.
+struct CountsNoSteps
+{
+    void operator()() const {}
+};
+
 template <typename Vertex>
 std::uint32_t PlaceOf(const Vertex& vertex)
 {
@@ -39,8 +46,8 @@ inline std::size_t SlotCountFor(std::size_t placeCount)
 }
 
 /// Whether any two vertices of the contours lie at the same place.
-template <typename Contour>
-bool AnyPlaceRepeats(std::span<Contour> contours)
+template <typename Contour, typename OnStep = CountsNoSteps>
+bool AnyPlaceRepeats(std::span<Contour> contours, OnStep onStep = {})
 {
     std::size_t vertexCount = 0;
     for (const auto& contour : contours)
@@ -67,8 +74,10 @@ bool AnyPlaceRepeats(std::span<Contour> contours)
                 continue;
             }
             std::size_t slot = HashOfPlace(place, places.size());
+            onStep();
             while (places[slot] != place && places[slot] != free)
             {
+                onStep();
                 slot = (slot + 1) & (places.size() - 1);
             }
             if (places[slot] == place)
@@ -86,10 +95,12 @@ bool AnyPlaceRepeats(std::span<Contour> contours)
 /// table: the time is that of the vertices and of the moves made.
 ///
 /// The contours are borrowed, and each has vertices of its own.
-template <typename Contour>
+template <typename Contour, typename OnStep = CountsNoSteps>
 class DuplicateSearch
 {
 public:
+    explicit DuplicateSearch(OnStep onStep = {}) : onStep_(onStep) {}
+
     /// Compares each vertex with the later ones of its contour.
     void SeparateWithin(Contour& contour)
     {
@@ -154,6 +165,7 @@ private:
             movers_.clear();
             for (int entry = slot.first; entry >= 0; entry = entries_[entry].next)
             {
+                onStep_();
                 // Those of lower or the same rank can be moved by no vertex from here on.
                 if (entries_[entry].rank > entries_[i].rank)
                 {
@@ -205,8 +217,10 @@ private:
     Slot& Find_(std::uint32_t place)
     {
         std::size_t slot = HashOfPlace(place, slots_.size());
+        onStep_();
         while (slots_[slot].first != unused_ && slots_[slot].place != place)
         {
+            onStep_();
             slot = (slot + 1) & (slots_.size() - 1);
         }
         return slots_[slot];
@@ -217,6 +231,7 @@ private:
         const std::vector<Slot> old = std::exchange(slots_, std::vector<Slot>(slotCount));
         for (const Slot& slot : old)
         {
+            onStep_();
             // Places left by all their vertices are forgotten here.
             if (slot.first >= 0)
             {
@@ -231,18 +246,19 @@ private:
     std::vector<Slot> slots_;  ///< a power of two, at most half of them used
     std::size_t usedSlots_ = 0;
     std::vector<int> movers_;  ///< of one place, kept for its memory
+    [[no_unique_address]] OnStep onStep_;
 };
 
 /// Moves all vertices apart that lie at the same place: within each contour, then each contour's
 /// against those of all later contours. Costs a pass over the places when there are none.
-template <typename Contour>
-void SeparateVertices(std::span<Contour> contours)
+template <typename Contour, typename OnStep = CountsNoSteps>
+void SeparateVertices(std::span<Contour> contours, OnStep onStep = {})
 {
-    if (!AnyPlaceRepeats(contours))
+    if (!AnyPlaceRepeats(contours, onStep))
     {
         return;
     }
-    DuplicateSearch<Contour> search;
+    DuplicateSearch<Contour, OnStep> search(onStep);
     for (Contour& contour : contours)
     {
         search.SeparateWithin(contour);

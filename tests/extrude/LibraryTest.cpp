@@ -6,6 +6,7 @@
 #include "host/CWnd.h"
 #include "platform/Sync.h"
 #include "platform/posix/fonts/FontCatalog.h"
+#include "tests/support/Clock.h"
 #include "tests/support/FontFile.h"
 #include "tests/support/GoldenFonts.h"
 #include "tests/support/PrivateFonts.h"
@@ -14,7 +15,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <thread>
@@ -125,6 +125,15 @@ protected:
         return path;
     }
 
+    /// Dates the last change of the fonts' folder so many seconds from now. Fontconfig compares
+    /// that date, in whole seconds, with the time at which it listed the folder.
+    void DateFontsFolder(int seconds) const
+    {
+        std::filesystem::last_write_time(
+            fonts.Folder() + "/fonts",
+            std::filesystem::file_time_type::clock::now() + std::chrono::seconds(seconds));
+    }
+
     PrivateFonts fonts;
 
 private:
@@ -165,17 +174,6 @@ TEST_F(LibraryRegistry, ASecondCallLeavesTheRegistryAsItWas)
     EXPECT_EQ(RegisteredNames(), (Names{"Aleph Regular", "Alpha Regular", "Beta Regular"}));
 }
 
-/// Files changed from now on are newer than what has been listed: times are told in seconds.
-void WaitForTheNextSecond()
-{
-    const std::time_t now = std::time(nullptr);
-    while (std::time(nullptr) == now)
-    {
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));  // a file system's clock lags
-}
-
 TEST_F(LibraryRegistry, ASecondCallAddsWhatHasBeenInstalledSince)
 {
     InstallRegular("Beta");
@@ -186,8 +184,9 @@ TEST_F(LibraryRegistry, ASecondCallAddsWhatHasBeenInstalledSince)
     CreateFontList(0, nullptr);
     EXPECT_EQ(posix::CurrentCatalog(), before) << "nothing has changed, yet all is listed again";
 
-    WaitForTheNextSecond();
     fonts.Place(alpha);
+    const ClockAhead clock(2);
+    DateFontsFolder(1);
     CreateFontList(0, nullptr);
     EXPECT_EQ(RegisteredNames(), (Names{"Alpha Regular", "Beta Regular"}));
 }
@@ -203,8 +202,9 @@ TEST_F(LibraryRegistry, AFontInUseKeepsItsFaceWhenThatIsRemoved)
     const std::vector<BYTE> outline = alpha.Outline('C');
     EXPECT_FALSE(outline.empty());
 
-    WaitForTheNextSecond();
     std::filesystem::remove(place);
+    const ClockAhead clock(2);
+    DateFontsFolder(1);
     CreateFontList(0, nullptr);
     EXPECT_EQ(FullNames(EnumerateFonts(nullptr)), Names{"Beta Regular"});
     EXPECT_EQ(alpha.Full(), "Alpha Regular");

@@ -5,8 +5,7 @@
 #include "host/Resources.h"
 #include "tests/support/ExpectVector.h"
 #include "tests/support/RecordBytes.h"
-
-#include <unistd.h>
+#include "tests/support/TemporaryFile.h"
 
 #include <cmath>
 #include <filesystem>
@@ -196,9 +195,7 @@ class NamedColorProfile : public testing::Test
 {
 protected:
     NamedColorProfile()
-        : before_(AfxGetApp()->GetProfilePath()),
-          path_(std::filesystem::temp_directory_path() /
-                ("NamedColorTest." + std::to_string(getpid()) + ".ini"))
+        : before_(AfxGetApp()->GetProfilePath()), path_(TemporaryFolder() + "NamedColorTest.ini")
     {
         std::filesystem::remove(path_);
         AfxGetApp()->SetProfilePath(path_.c_str());

@@ -5,6 +5,7 @@
 #include "imaging/MemoryMappedDIB.h"
 #include "scene/SceneTemplateList.h"
 #include "tests/support/RecordBytes.h"
+#include "tests/support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
 
@@ -142,8 +143,7 @@ TEST(SceneTemplate, ComparesNamesAsUnsignedBytes)
 
 TEST(SceneTemplate, SaveWritesThePathToTheProfile)
 {
-    const std::filesystem::path path =
-        std::filesystem::temp_directory_path() / "orvane-scene-template.ini";
+    const std::filesystem::path path = TemporaryFolder() + "scene-template.ini";
     std::filesystem::remove(path);
     const CString before = AfxGetApp()->GetProfilePath();
     AfxGetApp()->SetProfilePath(path.string().c_str());

@@ -6,11 +6,11 @@
 #include "tests/support/PanelNode.h"
 #include "tests/support/PictureFile.h"
 #include "tests/support/TerminationEvent.h"
+#include "tests/support/Threads.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
 #include <thread>
 
 namespace
@@ -59,16 +59,24 @@ protected:
     void DrawWhileItChanges(TextureMap& texture)
     {
         const TerminationEvent taken(false);
+        const pid_t drawer = gettid();
+        std::atomic<bool> isDrawing = false;
+        std::atomic<bool> isDrawn = false;
         std::thread application([&] {
             texture.GetOwnership();
             SetEvent(taken.Get());
             texture.textureFlags = 0;  // never to be seen
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            while (!isDrawing || (!isDrawn && !IsAsleep(drawer)))
+            {
+                std::this_thread::yield();
+            }
             Exchange(texture, green.Path());
             texture.ReleaseOwnership();
         });
         WaitForSingleObject(taken.Get(), INFINITE);
+        isDrawing = true;
         EXPECT_EQ(view.Draw(&parameters), 1);
+        isDrawn = true;
         application.join();
     }
 

@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/ToolRun.h"
 
+#include <poll.h>
+#include <sys/inotify.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
-#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -31,6 +32,8 @@ std::vector<std::string> ToolWith(const std::vector<std::string>& arguments)
     return command;
 }
 
+constexpr int millisecondsBetweenLooks = 2;
+
 /// The most memory that was resident since the process began its program; 0 when it has ended.
 long PeakKiBOf(pid_t process)
 {
@@ -43,6 +46,48 @@ long PeakKiBOf(pid_t process)
         }
     }
     return 0;
+}
+
+/// Closes a file descriptor at its end.
+class FileDescriptor
+{
+public:
+    explicit FileDescriptor(int descriptor) : descriptor_(descriptor)
+    {
+        if (descriptor_ == -1)
+        {
+            throw std::runtime_error("the operating system opens no further file");
+        }
+    }
+    ~FileDescriptor() { close(descriptor_); }
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+
+    int Get() const { return descriptor_; }
+
+private:
+    int descriptor_;
+};
+
+/// A descriptor that can be read from the moment at which the process has ended.
+int OpenProcess(pid_t process)
+{
+    return static_cast<int>(syscall(SYS_pidfd_open, process, 0));
+}
+
+/// All bytes that a process has handed to the operating system for writing. Still known when the
+/// process has ended, until the process is waited for.
+std::uint64_t BytesWrittenBy(pid_t process)
+{
+    std::ifstream counters("/proc/" + std::to_string(process) + "/io");
+    for (std::string line; std::getline(counters, line);)
+    {
+        if (line.starts_with("wchar:"))
+        {
+            return std::stoull(line.substr(6));
+        }
+    }
+    throw std::runtime_error("/proc/" + std::to_string(process) + "/io: has no line wchar");
 }
 
 }  // namespace
@@ -83,28 +128,17 @@ ToolResult ToolFolder::RunInShell(const std::string& script,
 
 ToolResult ToolFolder::InterruptWriting(const std::vector<std::string>& arguments, int signal)
 {
-    const int process = Start(ToolWith(arguments));
-    const auto hasBytes = [](const fs::directory_entry& entry) {
-        std::error_code gone;
-        const std::uintmax_t size = entry.file_size(gone);
-        return !gone && size > 0;
-    };
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-    bool writing = false;
-    while (!writing && std::chrono::steady_clock::now() < deadline)
+    const FileDescriptor changes(inotify_init1(IN_CLOEXEC));
+    if (inotify_add_watch(changes.Get(), folder_.c_str(), IN_MODIFY) == -1)
     {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        for (const fs::directory_entry& entry : fs::directory_iterator(folder_))
-        {
-            writing = writing || hasBytes(entry);
-        }
+        throw std::runtime_error(folder_ + ": its changes cannot be watched");
     }
-    const auto interrupted = std::chrono::steady_clock::now();
+    const int process = Start(ToolWith(arguments));
+    const FileDescriptor end(OpenProcess(process));
+    pollfd events[] = {{changes.Get(), POLLIN, 0}, {end.Get(), POLLIN, 0}};
+    poll(events, 2, -1);
     kill(process, signal);
-    ToolResult result = Finish(process);
-    result.seconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - interrupted).count();
-    return result;
+    return Finish(process);
 }
 
 void ToolFolder::UseFonts(const std::vector<std::string>& files)
@@ -185,17 +219,21 @@ int ToolFolder::Start(const std::vector<std::string>& command) const
 
 ToolResult ToolFolder::Finish(int process) const
 {
-    int status = 0;
     ToolResult result;
-    while (waitpid(process, &status, WNOHANG) == 0)
+    const FileDescriptor end(OpenProcess(process));
+    pollfd event = {end.Get(), POLLIN, 0};
+    do
     {
-        // The system's own account begins with the memory of this process, which forked it.
+        // The account that waitpid gives begins with the memory of this process, which forked the
+        // other one. So the peak is read from time to time until the process ends.
         if (const long peak = PeakKiBOf(process); peak != 0)
         {
             result.peakKiB = peak;
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
+    } while (poll(&event, 1, millisecondsBetweenLooks) == 0);
+    result.writtenBytes = BytesWrittenBy(process);
+    int status = 0;
+    waitpid(process, &status, 0);
     result.status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
     result.out = ReadFile(logs_ + "/out");
     if (fs::is_regular_file(standardError_))

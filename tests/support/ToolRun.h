@@ -4,6 +4,7 @@
 /// \file
 /// Runs of the command-line tool, each in a folder of the test's own.
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -13,8 +14,8 @@ struct ToolResult
     int status = -1;  ///< the exit status, 128 and the signal's number when a signal ended it
     std::string out;
     std::string err;
-    double seconds = 0;  ///< that it went on after it was interrupted
-    long peakKiB = 0;    ///< the most memory that was resident
+    std::uint64_t writtenBytes = 0;  ///< to files, pipes and terminals together
+    long peakKiB = 0;                ///< the most memory that was resident
 };
 
 /// A folder for the files of one test, the current one of the runs, removed at the end.
@@ -32,7 +33,7 @@ public:
     /// Runs a shell script in which "$@" is the tool with the arguments.
     ToolResult RunInShell(const std::string& script, const std::vector<std::string>& arguments);
 
-    /// Starts the tool, and ends it with the signal as soon as it writes the folder's first file.
+    /// Starts the tool, and sends it the signal as soon as it writes to a file in the folder.
     ToolResult InterruptWriting(const std::vector<std::string>& arguments, int signal);
 
     /// From now on only these font files are installed for the runs.
