@@ -7,8 +7,10 @@
 #include "material/NamedColor.h"
 #include "scene/DrawingParameters.h"
 #include "scene/OrvString.h"
-#include "tests/support/GlRecorder.h"
+#include "tests/support/GoldenFile.h"
 #include "tests/support/StubFont.h"
+#include "tests/support/gl/GlRecorder.h"
+#include "tests/support/gl/GlyphDraws.h"
 
 #include <gtest/gtest.h>
 
@@ -107,6 +109,16 @@ Lines Joined(std::initializer_list<Lines> parts)
     return joined;
 }
 
+std::string Text(const Lines& lines)
+{
+    std::string text;
+    for (const std::string& line : lines)
+    {
+        text += line + '\n';
+    }
+    return text;
+}
+
 // Materials.
 
 Lines MaterialCalls(const NamedColor& color)
@@ -146,11 +158,49 @@ TEST_F(OrvFontStream, ASelfLitMaterialSendsNeitherAmbientNorDiffuse)
 
 // Solid glyphs.
 
-TEST_F(OrvFontStream, ASquareGlyphIsItsFacesThenItsWallInTheEdgeMaterial)
+struct StyleCase
+{
+    const char* name;
+    int style;
+    int location;
+};
+constexpr StyleCase styleCases[] = {
+    {"square", 0, 2},        {"bevelled-front", 1, 0}, {"bevelled-back", 1, 1},
+    {"bevelled-both", 1, 2}, {"rounded-front", 2, 0},  {"rounded-back", 2, 1},
+    {"rounded-both", 2, 2},
+};
+
+TEST_F(OrvFontStream, EveryStyleOfASolidLetterIsThatOfItsGoldenFile)
+{
+    glyph_draws::UseFan(*font.Glyph('A'));
+    for (const StyleCase& test : styleCases)
+    {
+        Style(test.style, test.location);
+        EXPECT_TRUE(IsGolden(std::string("letter/") + test.name + ".txt", Text(Rendered())));
+    }
+}
+
+TEST_F(OrvFontStream, EveryStyleOfAWireframeLetterIsThatOfItsGoldenFile)
+{
+    for (const StyleCase& test : styleCases)
+    {
+        Style(test.style, test.location);
+        EXPECT_TRUE(
+            IsGolden(std::string("letter/") + test.name + "-wireframe.txt", Text(Drawn(true))));
+    }
+}
+
+TEST_F(OrvFontStream, TheLocationOfASquareEdgeMakesNoDifference)
 {
     Style(0, 2);
-    EXPECT_EQ(Rendered(), Joined({Material(faceGrey), Parts({&OrvGlyph::RenderFaces}),
-                                  Material(edgeGrey), Parts({&OrvGlyph::RenderEdgesUnbevelled})}));
+    const Lines solid = Rendered();
+    const Lines wireframe = Drawn(true);
+    for (const int location : {0, 1})
+    {
+        Style(0, location);
+        EXPECT_EQ(Rendered(), solid);
+        EXPECT_EQ(Drawn(true), wireframe);
+    }
 }
 
 TEST_F(OrvFontStream, AWallKeepsTheFaceMaterialUnlessTheEdgeMaterialIsUsed)
@@ -159,40 +209,6 @@ TEST_F(OrvFontStream, AWallKeepsTheFaceMaterialUnlessTheEdgeMaterialIsUsed)
     string.ClearUseEdgeColor();
     EXPECT_EQ(Rendered(), Joined({Material(faceGrey), Parts({&OrvGlyph::RenderFaces,
                                                              &OrvGlyph::RenderEdgesUnbevelled})}));
-}
-
-struct StyleCase
-{
-    int style;
-    int location;
-    Routine wall;
-    Routine front;
-    Routine back;
-};
-const StyleCase styleCases[] = {
-    {1, 0, &OrvGlyph::RenderEdgesFrontBevelOnly, &OrvGlyph::RenderFrontBevelBevelled,
-     &OrvGlyph::RenderBackBevelFlat},
-    {1, 1, &OrvGlyph::RenderEdgesBackBevelOnly, &OrvGlyph::RenderFrontBevelFlat,
-     &OrvGlyph::RenderBackBevelBevelled},
-    {1, 2, &OrvGlyph::RenderEdgesBevelled, &OrvGlyph::RenderFrontBevelBevelled,
-     &OrvGlyph::RenderBackBevelBevelled},
-    {2, 0, &OrvGlyph::RenderEdgesFrontBevelOnly, &OrvGlyph::RenderFrontRoundRounded,
-     &OrvGlyph::RenderBackBevelFlat},
-    {2, 1, &OrvGlyph::RenderEdgesBackBevelOnly, &OrvGlyph::RenderFrontBevelFlat,
-     &OrvGlyph::RenderBackRoundRounded},
-    {2, 2, &OrvGlyph::RenderEdgesBevelled, &OrvGlyph::RenderFrontRoundRounded,
-     &OrvGlyph::RenderBackRoundRounded}};
-
-TEST_F(OrvFontStream, ABevelledOrRoundedGlyphIsFacesWallAndRingsByItsLocation)
-{
-    for (const StyleCase& test : styleCases)
-    {
-        SCOPED_TRACE(testing::Message() << "style " << test.style << " at " << test.location);
-        Style(test.style, test.location);
-        EXPECT_EQ(Rendered(), Joined({Material(faceGrey), Parts({&OrvGlyph::RenderFaces}),
-                                      Material(edgeGrey), Parts({test.wall}), Material(bevelGrey),
-                                      Parts({test.front, test.back})}));
-    }
 }
 
 TEST_F(OrvFontStream, BevelsWithoutTheirMaterialGoBackToThatOfTheFaceAfterAnEdgeMaterial)
@@ -213,14 +229,23 @@ TEST_F(OrvFontStream, BevelsWithoutTheirMaterialGoBackToThatOfTheFaceAfterAnEdge
 
 TEST_F(OrvFontStream, BevelsThatMeetLeaveNoWallAndNoEdgeMaterial)
 {
-    // A depth of 1 between two bevels of 0.5, or behind one of 1.
-    const float depths[] = {1.0f, 1.0f, 0.5f};
-    for (const int location : {0, 1, 2})
+    struct Case
     {
-        SCOPED_TRACE(location);
-        const StyleCase& test = styleCases[location];
-        Style(1, location);
-        string.SetBevelDepth(depths[location]);
+        int location;
+        float depth;
+        Routine front;
+        Routine back;
+    };
+    // The letter is 1 deep: one bevel of 1, or two of 0.5, use it up.
+    const Case cases[] = {
+        {0, 1.0f, &OrvGlyph::RenderFrontBevelBevelled, &OrvGlyph::RenderBackBevelFlat},
+        {1, 1.0f, &OrvGlyph::RenderFrontBevelFlat, &OrvGlyph::RenderBackBevelBevelled},
+        {2, 0.5f, &OrvGlyph::RenderFrontBevelBevelled, &OrvGlyph::RenderBackBevelBevelled}};
+    for (const Case& test : cases)
+    {
+        SCOPED_TRACE(test.location);
+        Style(1, test.location);
+        string.SetBevelDepth(test.depth);
         string.ClearUseBevelColor();
         EXPECT_EQ(Rendered(), Joined({Material(faceGrey),
                                       Parts({&OrvGlyph::RenderFaces, test.front, test.back})}));
@@ -275,34 +300,6 @@ TEST_F(OrvFontStream, AnUnknownLocationHasNoWallAndNoRings)
 }
 
 // Wireframes.
-
-TEST_F(OrvFontStream, AWireframeGlyphIsUnlitInTheExtentsBoxColour)
-{
-    struct Case
-    {
-        int style;
-        int location;
-        Routine outlines;
-    };
-    const Case cases[] = {{0, 0, &OrvGlyph::Draw},
-                          {0, 1, &OrvGlyph::Draw},
-                          {0, 2, &OrvGlyph::Draw},
-                          {1, 0, &OrvGlyph::DrawFrontFaceBevelled},
-                          {1, 1, &OrvGlyph::DrawBackFaceBevelled},
-                          {1, 2, &OrvGlyph::DrawBothFacesBevelled},
-                          {2, 0, &OrvGlyph::DrawFrontFaceRounded},
-                          {2, 1, &OrvGlyph::DrawBackFaceRounded},
-                          {2, 2, &OrvGlyph::DrawBothFacesRounded}};
-    for (const Case& test : cases)
-    {
-        SCOPED_TRACE(testing::Message() << "style " << test.style << " at " << test.location);
-        Style(test.style, test.location);
-        EXPECT_EQ(Drawn(true), Joined({Material(1.0f),
-                                       {"glIsEnabled GL_LIGHTING", "glDisable GL_LIGHTING"},
-                                       Parts({test.outlines}),
-                                       {"glDisable GL_COLOR_MATERIAL", "glEnable GL_LIGHTING"}}));
-    }
-}
 
 TEST_F(OrvFontStream, AWireframeGlyphLeavesLightingOffWhereItWasOff)
 {

@@ -1,192 +1,40 @@
 // SPDX-License-Identifier: MIT
 #include "extrude/OrvGlyph.h"
-#include "tests/support/GlRecorder.h"
-#include "tests/support/GlyphShapes.h"
-#include "tests/support/GlyphStreams.h"
+#include "tests/support/GoldenFile.h"
+#include "tests/support/gl/GlRecorder.h"
+#include "tests/support/gl/GlyphDraws.h"
 
 #include <gtest/gtest.h>
 
-using namespace glyph_streams;
+#include <cmath>
+
+using namespace glyph_draws;
 
 namespace
 {
-constexpr auto backZ = &ExtrusionData::backZ;
-constexpr auto backRoundZ = &ExtrusionData::backRoundZ;
-constexpr auto backBevelZ = &ExtrusionData::backBevelZ;
-constexpr auto frontBevelZ = &ExtrusionData::frontBevelZ;
-constexpr auto frontRoundZ = &ExtrusionData::frontRoundZ;
-constexpr auto frontZ = &ExtrusionData::frontZ;
-
-constexpr Place P = Place::Outline;
-constexpr Place R = Place::Round;
-constexpr Place B = Place::Bevel;
-constexpr Normal face = Normal::Face;
-constexpr Normal slant = Normal::Bevel;
-constexpr Normal wall = Normal::Wall;
-
-/// A side wall, which has no side: one quad per segment, a normal at each of its ends.
-constexpr Quad Wall(Place place, float ExtrusionData::*zA, float ExtrusionData::*zB)
-{
-    return {Side::Front,
-            NormalsPer::End,
-            {{place, zA, wall}, {place, zB, wall}, {place, zB, wall}, {place, zA, wall}}};
-}
+using Lines = std::vector<std::string>;
 
 struct Routine
 {
     const char* name;
-    int (OrvGlyph::*draw)(const ExtrusionData&) const;
-    bool faces;                            ///< draws both faces before all else
-    std::vector<std::vector<Quad>> bands;  ///< in groups that set the front face anew
+    DrawGlyph draw;
+    std::size_t bands;  ///< of quads: one quad for each segment of each contour
 };
 
-const std::vector<Routine>& Routines()
-{
-    static const std::vector<Routine> routines = {
-        {"RenderEdgesUnbevelled",
-         &OrvGlyph::RenderEdgesUnbevelled,
-         false,
-         {{Wall(P, backZ, frontZ)}}},
-        {"RenderEdgesBevelled",
-         &OrvGlyph::RenderEdgesBevelled,
-         false,
-         {{Wall(B, backBevelZ, frontBevelZ)}}},
-        {"RenderEdgesFrontBevelOnly",
-         &OrvGlyph::RenderEdgesFrontBevelOnly,
-         false,
-         {{Wall(B, backZ, frontBevelZ)}}},
-        {"RenderEdgesBackBevelOnly",
-         &OrvGlyph::RenderEdgesBackBevelOnly,
-         false,
-         {{Wall(B, backBevelZ, frontZ)}}},
-        {"RenderFrontBevelFlat",
-         &OrvGlyph::RenderFrontBevelFlat,
-         false,
-         {{{Side::Front,
-            NormalsPer::Contour,
-            {{B, frontZ, face}, {P, frontZ, face}, {P, frontZ, face}, {B, frontZ, face}}}}}},
-        {"RenderBackBevelFlat",
-         &OrvGlyph::RenderBackBevelFlat,
-         false,
-         {{{Side::Back,
-            NormalsPer::Contour,
-            {{P, backZ, face}, {B, backZ, face}, {B, backZ, face}, {P, backZ, face}}}}}},
-        {"RenderFrontBevelBevelled",
-         &OrvGlyph::RenderFrontBevelBevelled,
-         false,
-         {{{Side::Front,
-            NormalsPer::End,
-            {{B, frontBevelZ, slant},
-             {P, frontZ, slant},
-             {P, frontZ, slant},
-             {B, frontBevelZ, slant}}}}}},
-        {"RenderBackBevelBevelled",
-         &OrvGlyph::RenderBackBevelBevelled,
-         false,
-         {{{Side::Back,
-            NormalsPer::End,
-            {{P, backZ, slant},
-             {B, backBevelZ, slant},
-             {B, backBevelZ, slant},
-             {P, backZ, slant}}}}}},
-        {"RenderBevelled",
-         &OrvGlyph::RenderBevelled,
-         true,
-         {{{Side::Back,
-            NormalsPer::End,
-            {{B, backBevelZ, slant}, {P, backZ, slant}, {P, backZ, slant}, {B, backBevelZ, slant}}},
-           {Side::Front,
-            NormalsPer::End,
-            {{B, frontBevelZ, slant},
-             {P, frontZ, slant},
-             {P, frontZ, slant},
-             {B, frontBevelZ, slant}},
-            1}}}},
-        {"RenderFrontRoundRounded",
-         &OrvGlyph::RenderFrontRoundRounded,
-         false,
-         {{{Side::Front,
-            NormalsPer::Vertex,
-            {{R, frontRoundZ, slant},
-             {P, frontZ, face},
-             {P, frontZ, face},
-             {R, frontRoundZ, slant}}},
-           {Side::Front,
-            NormalsPer::Vertex,
-            {{B, frontBevelZ, wall},
-             {R, frontRoundZ, slant},
-             {R, frontRoundZ, slant},
-             {B, frontBevelZ, wall}}}}}},
-        {"RenderBackRoundRounded",
-         &OrvGlyph::RenderBackRoundRounded,
-         false,
-         {{{Side::Back,
-            NormalsPer::Vertex,
-            {{P, backZ, face}, {R, backRoundZ, slant}, {R, backRoundZ, slant}, {P, backZ, face}}},
-           {Side::Back,
-            NormalsPer::Vertex,
-            {{R, backRoundZ, slant},
-             {B, backBevelZ, wall},
-             {B, backBevelZ, wall},
-             {R, backRoundZ, slant}}}}}},
-        {"RenderRounded",
-         &OrvGlyph::RenderRounded,
-         true,
-         {{Wall(B, backBevelZ, frontBevelZ)},
-          {{Side::Back,
-            NormalsPer::Vertex,
-            {{R, backRoundZ, slant}, {P, backZ, face}, {P, backZ, face}, {R, backRoundZ, slant}}},
-           {Side::Back,
-            NormalsPer::Vertex,
-            {{R, backRoundZ, slant},
-             {B, backBevelZ, wall},
-             {B, backBevelZ, wall},
-             {R, backRoundZ, slant}}},
-           {Side::Front,
-            NormalsPer::Vertex,
-            {{R, frontRoundZ, slant},
-             {P, frontZ, face},
-             {P, frontZ, face},
-             {R, frontRoundZ, slant}}},
-           {Side::Front,
-            NormalsPer::Vertex,
-            {{R, frontRoundZ, slant},
-             {B, frontBevelZ, wall},
-             {B, frontBevelZ, wall},
-             {R, frontRoundZ, slant}}}}}},
-    };
-    return routines;
-}
-
-Lines FaceLines(const OrvGlyph& glyph, const ExtrusionData& data)
-{
-    GlRecording recording;
-    glyph.RenderFaces(data);
-    return recording.Lines();
-}
-
-void ExpectStreams(const Routine& routine, const OrvGlyph& glyph,
-                   const std::vector<ExpectedContour>& contours, const ExtrusionData& data)
-{
-    Lines expected;
-    if (routine.faces)
-    {
-        Append(expected, FaceLines(glyph, data));
-    }
-    for (const std::vector<Quad>& group : routine.bands)
-    {
-        const bool mirrored = (data.scale.x < 0) != (data.scale.y < 0);
-        expected.push_back(mirrored ? "glFrontFace GL_CW" : "glFrontFace GL_CCW");
-        for (const Quad& quad : group)
-        {
-            Append(expected, BandLines(contours, quad, data));
-        }
-        expected.push_back("glFrontFace GL_CCW");
-    }
-    GlRecording recording;
-    EXPECT_EQ((glyph.*routine.draw)(data), 1);
-    EXPECT_EQ(recording.Lines(), expected) << routine.name;
-}
+constexpr Routine routines[] = {
+    {"RenderEdgesUnbevelled", &OrvGlyph::RenderEdgesUnbevelled, 1},
+    {"RenderEdgesBevelled", &OrvGlyph::RenderEdgesBevelled, 1},
+    {"RenderEdgesFrontBevelOnly", &OrvGlyph::RenderEdgesFrontBevelOnly, 1},
+    {"RenderEdgesBackBevelOnly", &OrvGlyph::RenderEdgesBackBevelOnly, 1},
+    {"RenderFrontBevelFlat", &OrvGlyph::RenderFrontBevelFlat, 1},
+    {"RenderBackBevelFlat", &OrvGlyph::RenderBackBevelFlat, 1},
+    {"RenderFrontBevelBevelled", &OrvGlyph::RenderFrontBevelBevelled, 1},
+    {"RenderBackBevelBevelled", &OrvGlyph::RenderBackBevelBevelled, 1},
+    {"RenderBevelled", &OrvGlyph::RenderBevelled, 2},
+    {"RenderFrontRoundRounded", &OrvGlyph::RenderFrontRoundRounded, 2},
+    {"RenderBackRoundRounded", &OrvGlyph::RenderBackRoundRounded, 2},
+    {"RenderRounded", &OrvGlyph::RenderRounded, 5},
+};
 
 ExtrusionData Bevelled(float width, float depth = 1)
 {
@@ -197,52 +45,32 @@ ExtrusionData Bevelled(float width, float depth = 1)
     return data;
 }
 
-/// The unit square, built from its outline. A static one, because copies borrow its vertices.
-const OrvGlyph& Square()
-{
-    static OrvGlyph square(0, GLYPHMETRICS{});
-    static const int built = square.FromTTGlyph(SquareGlyph(), 1000);
-    EXPECT_EQ(built, 1);
-    return square;
-}
-
 class Rings : public testing::TestWithParam<Routine>
 {};
 }  // namespace
 
-TEST_P(Rings, OfTheSquareRunThroughItsCornersInEveryScaleAndTexture)
+TEST_P(Rings, OfTheSquareAreThoseOfTheGoldenFile)
 {
-    const OrvGlyph& square = Square();
-    ForEachDraw([&](const ExtrusionData& data) {
-        ExpectStreams(GetParam(), square, {SquareCorners(data.bevelDepth)}, data);
-    });
+    EXPECT_TRUE(IsGolden(std::string("glyph/square/") + GetParam().name + ".txt",
+                         TextOfDraws(Square(), GetParam().draw)));
 }
 
-TEST_P(Rings, TakeTheStartOfASegmentFromTheLeavingEdgeAndItsEndFromTheArrivingOne)
+TEST_P(Rings, OfTheOddGlyphAreThoseOfTheGoldenFile)
 {
-    ForEachDraw([&](const ExtrusionData& data) {
-        ExpectStreams(GetParam(), OddGlyph(), CornersOf(OddGlyph(), data.bevelDepth), data);
-    });
+    EXPECT_TRUE(IsGolden(std::string("glyph/odd/") + GetParam().name + ".txt",
+                         TextOfDraws(OddGlyph(), GetParam().draw)));
 }
 
-TEST_P(Rings, OfBevelDepthZeroLieOnTheOutlineAndAreStillEmitted)
+TEST_P(Rings, OfBevelDepthZeroLieOnTheFacesAndAreStillEmitted)
 {
-    const ExtrusionData flat = Bevelled(0);
-    ExpectStreams(GetParam(), OddGlyph(), CornersOf(OddGlyph(), 0), flat);
-
     GlRecording recording;
-    (OddGlyph().*GetParam().draw)(flat);
+    (OddGlyph().*GetParam().draw)(Bevelled(0));
     for (const GlVertex& vertex : recording.Vertices())
     {
         EXPECT_TRUE(vertex.position[2] == 0 || vertex.position[2] == -1);
     }
     // Two contours of four vertices and one, four corners a segment, in each band.
-    std::size_t bands = 0;
-    for (const auto& group : GetParam().bands)
-    {
-        bands += group.size();
-    }
-    EXPECT_EQ(recording.Vertices().size(), bands * 4 * 5);
+    EXPECT_EQ(recording.Vertices().size(), GetParam().bands * 4 * 5);
 }
 
 TEST_P(Rings, OfAMirroredGlyphAreMadeTheFrontAndCounterClockwiseIsLeftBehind)
@@ -264,10 +92,9 @@ TEST_P(Rings, OfAMirroredGlyphAreMadeTheFrontAndCounterClockwiseIsLeftBehind)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(OrvGlyph, Rings, testing::ValuesIn(Routines()),
+INSTANTIATE_TEST_SUITE_P(OrvGlyph, Rings, testing::ValuesIn(routines),
                          [](const auto& info) { return std::string(info.param.name); });
 
-// Written out, once: every other stream is made of the same parts.
 TEST(OrvGlyphRings, TheWallOfTheUnitSquareIsFourQuadsFromBackToFront)
 {
     const OrvGlyph& square = Square();
@@ -305,22 +132,25 @@ TEST(OrvGlyphRings, TheWallOfTheUnitSquareIsFourQuadsFromBackToFront)
                                  }));
 }
 
-TEST(OrvGlyphRings, RenderEdgesTakesTheHeightsItIsGiven)
+TEST(OrvGlyphRings, RenderEdgesRunsFromTheFirstHeightToTheSecondOnTheOutlineOrTheBevel)
 {
-    ExtrusionData data = Bevelled(0.1f);
+    const ExtrusionData data = Bevelled(0.1f);
     for (const int bevelled : {0, 1, 2})
     {
-        ExtrusionData heights = data;
-        heights.backZ = 5;
-        heights.frontZ = -7;
-        const Quad quad = Wall(bevelled ? B : P, backZ, frontZ);
-        Lines expected = {"glFrontFace GL_CCW"};
-        Append(expected, BandLines(CornersOf(OddGlyph(), 0.1f), quad, heights));
-        expected.push_back("glFrontFace GL_CCW");
-
         GlRecording recording;
+        bevelled == 0 ? OddGlyph().RenderEdgesUnbevelled(data)
+                      : OddGlyph().RenderEdgesBevelled(data);
+        std::vector<GlVertex> expected = recording.Vertices();
+        ASSERT_EQ(expected.size(), 20u);
+        for (std::size_t i = 0; i < expected.size(); ++i)
+        {
+            expected[i].position[2] = i % 4 == 0 || i % 4 == 3 ? 5 : -7;
+        }
+        const Lines others = recording.Without({"glVertex3f"});
+        recording.Clear();
         EXPECT_EQ(OddGlyph().RenderEdges(bevelled, 5, -7, data), 1);
-        EXPECT_EQ(recording.Lines(), expected);
+        EXPECT_EQ(recording.Vertices(), expected);
+        EXPECT_EQ(recording.Without({"glVertex3f"}), others);
     }
 }
 
@@ -376,35 +206,28 @@ TEST(OrvGlyphRings, AHeightOfZeroTexturesBevelsAtInfinity)
     EXPECT_TRUE(textures[3].ends_with(" inf")) << textures[3];
 }
 
-TEST(OrvGlyphRings, BevelledInOneCallTurnsTheBackBevelAndTakesLeavingOffsetsInFront)
+TEST(OrvGlyphRings, BevelledInOneCallStartsAtTheBackBevelAndTakesLeavingOffsetsInFront)
 {
-    // The third corner is interior: its two offsets differ.
+    // The third corner, (-0.25, 1.1), is interior: a bevel of 0.1 moves it along the normals of its
+    // two edges, by (0.08, -0.06) when it ends a segment and by (-0.08, -0.06) when it starts one.
     const ExtrusionData data = Bevelled(0.1f);
-    const std::vector<ExpectedContour> contours = CornersOf(OddGlyph(), 0.1f);
-    const ExpectedCorner& interior = contours[0][2];
-    ASSERT_TRUE(interior.interior);
-
     GlRecording recording;
     EXPECT_EQ(OddGlyph().RenderBevelled(data), 1);
     const std::vector<GlVertex> vertices = recording.Vertices();
     ASSERT_EQ(vertices.size(), 40u);
-    const auto place = [&](int index) {
-        return Vector2D(static_cast<float>(vertices[index].position[0]),
-                        static_cast<float>(vertices[index].position[1]));
-    };
-    const auto expectPlace = [&](int index, int edge) {
-        const Vector2D expected = PlaceOf(interior, Place::Bevel, edge, data);
-        EXPECT_EQ(place(index).x, expected.x);
-        EXPECT_EQ(place(index).y, expected.y);
+    const auto expectPlace = [&](const GlVertex& vertex, double x, double y) {
+        EXPECT_NEAR(vertex.position[0], x, 1e-6);
+        EXPECT_NEAR(vertex.position[1], y, 1e-6);
     };
     // The second segment ends at the interior corner: back bevel from 0, front bevel from 20.
     EXPECT_EQ(vertices[4].position[2], double{data.backBevelZ});
     EXPECT_EQ(vertices[5].position[2], double{data.backZ});
-    expectPlace(7, 0);
+    expectPlace(vertices[7], -0.17, 1.04);
     EXPECT_EQ(vertices[24].position[2], double{data.frontBevelZ});
     EXPECT_EQ(vertices[25].position[2], double{data.frontZ});
-    expectPlace(27, 1);
-    EXPECT_EQ(vertices[27].normal[0], double{interior.front[0].x});
+    // The place is that of the leaving edge, the normal that of the arriving one.
+    expectPlace(vertices[27], -0.33, 1.04);
+    EXPECT_NEAR(vertices[27].normal[0], 0.8 / std::sqrt(2.0), 1e-6);
 
     // The one-sided back bevel begins on the face.
     recording.Clear();

@@ -1,118 +1,51 @@
 // SPDX-License-Identifier: MIT
 #include "extrude/OrvGlyph.h"
-#include "tests/support/GlRecorder.h"
 #include "tests/support/GlyphShapes.h"
-#include "tests/support/GlyphStreams.h"
+#include "tests/support/GoldenFile.h"
+#include "tests/support/gl/GlRecorder.h"
+#include "tests/support/gl/GlyphDraws.h"
 
 #include <gtest/gtest.h>
 
-using namespace glyph_streams;
+using namespace glyph_draws;
 
 namespace
 {
-struct Outline
-{
-    int kind;
-    float ExtrusionData::*z;
-};
+using Lines = std::vector<std::string>;
 
 struct WireframeSet
 {
     const char* name;
-    int (OrvGlyph::*draw)(const ExtrusionData&) const;
-    std::vector<Outline> outlines;
+    DrawGlyph draw;
 };
 
-const std::vector<WireframeSet>& Sets()
-{
-    constexpr auto backZ = &ExtrusionData::backZ;
-    constexpr auto backRoundZ = &ExtrusionData::backRoundZ;
-    constexpr auto backBevelZ = &ExtrusionData::backBevelZ;
-    constexpr auto frontBevelZ = &ExtrusionData::frontBevelZ;
-    constexpr auto frontRoundZ = &ExtrusionData::frontRoundZ;
-    constexpr auto frontZ = &ExtrusionData::frontZ;
-    static const std::vector<WireframeSet> sets = {
-        {"Draw", &OrvGlyph::Draw, {{1, backZ}, {1, frontZ}}},
-        {"DrawFrontFaceBevelled",
-         &OrvGlyph::DrawFrontFaceBevelled,
-         {{1, frontZ}, {2, backZ}, {2, frontBevelZ}}},
-        {"DrawBackFaceBevelled",
-         &OrvGlyph::DrawBackFaceBevelled,
-         {{1, backZ}, {2, frontZ}, {2, backBevelZ}}},
-        {"DrawBothFacesBevelled",
-         &OrvGlyph::DrawBothFacesBevelled,
-         {{1, backZ}, {1, frontZ}, {2, backBevelZ}, {2, frontBevelZ}}},
-        {"DrawFrontFaceRounded",
-         &OrvGlyph::DrawFrontFaceRounded,
-         {{1, frontZ}, {2, frontBevelZ}, {2, backZ}, {3, frontRoundZ}}},
-        {"DrawBackFaceRounded",
-         &OrvGlyph::DrawBackFaceRounded,
-         {{1, backZ}, {1, frontZ}, {2, backBevelZ}, {3, backRoundZ}, {2, frontZ}}},
-        {"DrawBothFacesRounded",
-         &OrvGlyph::DrawBothFacesRounded,
-         {{1, backZ},
-          {1, frontZ},
-          {2, backBevelZ},
-          {2, frontBevelZ},
-          {3, backRoundZ},
-          {3, frontRoundZ}}},
-    };
-    return sets;
-}
-
-Lines OutlineLines(const std::vector<ExpectedContour>& contours, int kind, float z,
-                   const ExtrusionData& data)
-{
-    const Place place = kind == 2 ? Place::Bevel : kind == 3 ? Place::Round : Place::Outline;
-    Lines lines;
-    const auto add = [&](const ExpectedCorner& corner, int edge) {
-        const Vector2D point = PlaceOf(corner, place, edge, data);
-        lines.push_back(GlLine("glVertex3f", point.x, point.y, z));
-    };
-    for (const ExpectedContour& contour : contours)
-    {
-        lines.push_back("glBegin GL_LINE_LOOP");
-        for (const ExpectedCorner& corner : contour)
-        {
-            add(corner, 0);
-            if (kind != 1 && corner.interior)
-            {
-                add(corner, 1);
-            }
-        }
-        lines.push_back("glEnd");
-    }
-    return lines;
-}
+constexpr WireframeSet sets[] = {
+    {"Draw", &OrvGlyph::Draw},
+    {"DrawFrontFaceBevelled", &OrvGlyph::DrawFrontFaceBevelled},
+    {"DrawBackFaceBevelled", &OrvGlyph::DrawBackFaceBevelled},
+    {"DrawBothFacesBevelled", &OrvGlyph::DrawBothFacesBevelled},
+    {"DrawFrontFaceRounded", &OrvGlyph::DrawFrontFaceRounded},
+    {"DrawBackFaceRounded", &OrvGlyph::DrawBackFaceRounded},
+    {"DrawBothFacesRounded", &OrvGlyph::DrawBothFacesRounded},
+};
 
 class Wireframes : public testing::TestWithParam<WireframeSet>
 {};
 }  // namespace
 
-TEST_P(Wireframes, AreTheirOutlinesInOrderWithoutNormalsTexturesOrFrontFaces)
+TEST_P(Wireframes, OfTheSquareAreThoseOfTheGoldenFile)
 {
-    OrvGlyph square(0, GLYPHMETRICS{});
-    ASSERT_EQ(square.FromTTGlyph(SquareGlyph(), 1000), 1);
-    ForEachDraw([&](const ExtrusionData& data) {
-        Lines ofSquare;
-        Lines ofOdd;
-        for (const Outline& outline : GetParam().outlines)
-        {
-            Append(ofSquare, OutlineLines({SquareCorners(data.bevelDepth)}, outline.kind,
-                                          data.*outline.z, data));
-            Append(ofOdd, OutlineLines(CornersOf(OddGlyph(), data.bevelDepth), outline.kind,
-                                       data.*outline.z, data));
-        }
-        GlRecording recording;
-        EXPECT_EQ((square.*GetParam().draw)(data), 1);
-        EXPECT_EQ(recording.Lines(), ofSquare);
-        recording.Clear();
-        EXPECT_EQ((OddGlyph().*GetParam().draw)(data), 1);
-        EXPECT_EQ(recording.Lines(), ofOdd);
-    });
+    EXPECT_TRUE(IsGolden(std::string("glyph/square/") + GetParam().name + ".txt",
+                         TextOfDraws(Square(), GetParam().draw)));
 }
 
-INSTANTIATE_TEST_SUITE_P(OrvGlyph, Wireframes, testing::ValuesIn(Sets()),
+TEST_P(Wireframes, OfTheOddGlyphAreThoseOfTheGoldenFile)
+{
+    EXPECT_TRUE(IsGolden(std::string("glyph/odd/") + GetParam().name + ".txt",
+                         TextOfDraws(OddGlyph(), GetParam().draw)));
+}
+
+INSTANTIATE_TEST_SUITE_P(OrvGlyph, Wireframes, testing::ValuesIn(sets),
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST(OrvGlyphWireframe, TheUnitSquareIsOneLoopThroughItsCornersOnEachFace)

@@ -3,7 +3,7 @@
 
 #include "scene/DrawingParameters.h"
 #include "tests/support/FakeRendering.h"
-#include "tests/support/GlRecorder.h"
+#include "tests/support/gl/GlRecorder.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "imaging/TextureMap.h"
 
 #include "tests/support/FakeRendering.h"
-#include "tests/support/GlRecorder.h"
+#include "tests/support/gl/GlRecorder.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 #include "material/NamedColorArray.h"
 #include "platform/Sync.h"
 #include "scene/DrawingParameters.h"
-#include "tests/support/GlRecorder.h"
 #include "tests/support/Meshes.h"
+#include "tests/support/gl/GlRecorder.h"
 
 #include <gtest/gtest.h>
 

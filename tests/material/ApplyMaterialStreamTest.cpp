@@ -2,7 +2,7 @@
 #include "material/ApplyMaterial.h"
 
 #include "material/NamedColor.h"
-#include "tests/support/GlRecorder.h"
+#include "tests/support/gl/GlRecorder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/OpenGL.h"
 
-#include "tests/support/GlRecorder.h"
+#include "tests/support/gl/GlRecorder.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 #include "scene/DrawingObject.h"
 
 #include "platform/Sync.h"
-#include "tests/support/GlRecorder.h"
 #include "tests/support/TerminationEvent.h"
 #include "tests/support/TestNodes.h"
+#include "tests/support/gl/GlRecorder.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 #include "scene/LightObject.h"
 
 #include "scene/DrawingParameters.h"
-#include "tests/support/GlRecorder.h"
 #include "tests/support/TerminationEvent.h"
+#include "tests/support/gl/GlRecorder.h"
 
 #include <gtest/gtest.h>
 

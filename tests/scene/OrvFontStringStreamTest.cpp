@@ -3,8 +3,8 @@
 
 #include "platform/Sync.h"
 #include "scene/DrawingParameters.h"
-#include "tests/support/GlRecorder.h"
 #include "tests/support/StubFont.h"
+#include "tests/support/gl/GlRecorder.h"
 
 #include <gtest/gtest.h>
 

@@ -3,9 +3,9 @@
 
 #include "scene/DrawingParameters.h"
 #include "scene/SceneObject.h"
-#include "tests/support/GlRecorder.h"
 #include "tests/support/TerminationEvent.h"
 #include "tests/support/TestNodes.h"
+#include "tests/support/gl/GlRecorder.h"
 
 #include <gtest/gtest.h>
 

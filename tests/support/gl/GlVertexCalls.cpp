@@ -2,7 +2,7 @@
 /// \file
 /// The recorder's glBegin, glEnd, vertices and what belongs to them, and vertex arrays.
 
-#include "tests/support/GlCalls.h"
+#include "tests/support/gl/GlCalls.h"
 
 namespace
 {

@@ -2,7 +2,7 @@
 /// \file
 /// The recorder's GLU. A call is recorded, then the real function does its work.
 
-#include "tests/support/GlCalls.h"
+#include "tests/support/gl/GlCalls.h"
 
 #include <dlfcn.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/GlRecorder.h"
+#include "tests/support/gl/GlRecorder.h"
 
-#include "tests/support/GlCalls.h"
+#include "tests/support/gl/GlCalls.h"
 
 #include <algorithm>
 #include <stdexcept>

@@ -3,7 +3,7 @@
 #include "platform/Bitmaps.h"
 #include "platform/Files.h"
 #include "tests/support/FakeRendering.h"
-#include "tests/support/GlCalls.h"
+#include "tests/support/gl/GlCalls.h"
 
 #include <dlfcn.h>
 

@@ -5,7 +5,7 @@
 /// The inside of the OpenGL recorder: its state, and what turns a call into a line. Only the files
 /// that define the recorded functions include it.
 
-#include "tests/support/GlRecorder.h"
+#include "tests/support/gl/GlRecorder.h"
 
 #include <deque>
 #include <limits>

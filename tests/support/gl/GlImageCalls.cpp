@@ -5,7 +5,7 @@
 // For glWindowPos2i, which is younger than the header's own functions.
 #define GL_GLEXT_PROTOTYPES
 
-#include "tests/support/GlCalls.h"
+#include "tests/support/gl/GlCalls.h"
 
 using namespace gl_calls;
 

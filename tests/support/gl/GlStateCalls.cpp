@@ -2,7 +2,7 @@
 /// \file
 /// The recorder's state, matrices, stacks, names, lighting and queries.
 
-#include "tests/support/GlCalls.h"
+#include "tests/support/gl/GlCalls.h"
 
 using namespace gl_calls;
 

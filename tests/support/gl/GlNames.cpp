@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/GlCalls.h"
+#include "tests/support/gl/GlCalls.h"
 
 namespace gl_calls
 {
