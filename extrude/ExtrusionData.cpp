@@ -6,9 +6,10 @@
 
 namespace
 {
-// 1 - cos 45 degrees to four places: the middle ring lies on the quarter circle of the edge. The
-// bits, because other floats print the same.
-constexpr float kRoundRing = std::bit_cast<float>(std::uint32_t{0x3E95F6FE});
+// A rounded edge is a quarter circle. Its middle level lies at 45 degrees on it, which is
+// 1 - cos 45 degrees = 0.2929 of the edge's width behind the face. The value is given by its bits
+// because several floats print as 0.2929.
+constexpr float middleLevel = std::bit_cast<float>(std::uint32_t{0x3E95F6FE});
 }  // namespace
 
 int ExtrusionData::CalculateHeights()
@@ -17,9 +18,9 @@ int ExtrusionData::CalculateHeights()
     const double depth = scale.z;
     backZ = static_cast<float>(-depth);
     backBevelZ = static_cast<float>(width - depth);
-    backRoundZ = static_cast<float>(kRoundRing * width - depth);
+    backRoundZ = static_cast<float>(middleLevel * width - depth);
     frontZ = 0;
     frontBevelZ = static_cast<float>(-width);
-    frontRoundZ = static_cast<float>(-kRoundRing * width);
+    frontRoundZ = static_cast<float>(-middleLevel * width);
     return 1;
 }

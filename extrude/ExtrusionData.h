@@ -5,52 +5,68 @@
 #include "platform/Export.h"
 #include "platform/Types.h"
 
-/// How deep a letter is, how wide its bevel is, where the rings of its outline lie, and how its
-/// scale and textures apply: the input of one extruded draw. A text object makes a fresh one for
-/// each draw, and nobody stores it.
+/// The settings of one draw of an extruded text: the depth of the letters, the width of their
+/// edges, the scale, and how texture coordinates are made. A text builds a fresh object for each
+/// draw; nothing stores one.
 ///
-/// The front face lies in z = 0 and the letter reaches into -z by its depth, scale.z. Offsets, z
-/// and depth are in object units, one em being 1. A new one has depth 1, no bevel, and all its
-/// rings at 0 until CalculateHeights has run.
+/// Lengths are in object units: one em is 1 before the scale is applied. The front face of a letter
+/// lies at z = 0 and looks to +z. The letter reaches into -z by its depth, scale.z, so its back
+/// face lies at z = -scale.z.
+///
+/// An edge (bevelled or rounded) of width w takes up the first w behind the front face and the last
+/// w before the back face. Between the two edges runs the side wall. The outline is drawn at up to
+/// six levels, named from the front to the back:
+///
+///     frontZ       0              the front face
+///     frontRoundZ  -0.2929 w      the middle of a rounded front edge
+///     frontBevelZ  -w             the front edge meets the wall
+///     backBevelZ   w - depth      the wall meets the back edge
+///     backRoundZ   0.2929 w - depth   the middle of a rounded back edge
+///     backZ        -depth         the back face
+///
+/// A new object has depth 1 and edges of width 0. Its levels are all 0 until CalculateHeights has
+/// run.
 class ORVANE_API ExtrusionData
 {
 public:
-    /// Bevel and round offsets are multiplied by scale.x and scale.y. When clear, they take only
-    /// the signs of these, so that a bevel keeps its width whatever the object's scale.
-    void SetScaleBevels() { flags |= scaleBevelsFlag_; }
-    void ClearScaleBevels() { flags &= ~scaleBevelsFlag_; }
-    int ShouldScaleBevels() const { return static_cast<int>(flags & scaleBevelsFlag_); }
+    // Each test below returns the flag's own bit (1, 2 or 4) when the flag is set, otherwise 0.
 
-    /// Every vertex is preceded by a texture coordinate.
-    void SetTexture() { flags |= textureFlag_; }
-    void ClearTexture() { flags &= ~textureFlag_; }
-    int ShouldTexture() const { return static_cast<int>(flags & textureFlag_); }
+    /// While set, the edge's width is multiplied by scale.x and scale.y. While clear, only the
+    /// signs of the two apply, so that an edge keeps its width whatever the scale.
+    void SetScaleBevels() { flags |= scaleBevelsFlag; }
+    void ClearScaleBevels() { flags &= ~scaleBevelsFlag; }
+    int ShouldScaleBevels() const { return static_cast<int>(flags & scaleBevelsFlag); }
 
-    /// Texture coordinates are taken from the scaled position, so that the texture stretches with
-    /// the object; when clear, from the unscaled one.
-    void SetScaleTextureWithObject() { flags |= scaleTextureFlag_; }
-    void ClearScaleTextureWithObject() { flags &= ~scaleTextureFlag_; }
-    int ShouldScaleTextureWithObject() const { return static_cast<int>(flags & scaleTextureFlag_); }
+    /// While set, a texture coordinate is emitted before each vertex.
+    void SetTexture() { flags |= textureFlag; }
+    void ClearTexture() { flags &= ~textureFlag; }
+    int ShouldTexture() const { return static_cast<int>(flags & textureFlag); }
+
+    /// While set, a vertex's texture coordinate is its position after scaling, so that the texture
+    /// stretches with the object. While clear, it is the position before scaling.
+    void SetScaleTextureWithObject() { flags |= scaleTextureFlag; }
+    void ClearScaleTextureWithObject() { flags &= ~scaleTextureFlag; }
+    int ShouldScaleTextureWithObject() const { return static_cast<int>(flags & scaleTextureFlag); }
 
     void SetTextureRepeat(float repeat) { textureRepeat = repeat; }
 
-    /// Places the rings by bevelDepth and scale.z. Whether both bevels fit into the depth is the
-    /// caller's care. Returns 1.
+    /// Computes the six levels from bevelDepth and scale.z. The caller makes sure that both edges
+    /// fit into the depth; this function does not check it. Returns 1.
     int CalculateHeights();
 
-    float backBevelZ = 0;  ///< where the back bevel meets the wall
-    float backZ = 0;       ///< the back face
-    float backRoundZ = 0;  ///< the middle ring of the back rounded edge
-    float bevelDepth = 0;  ///< width of bevels and rounded edges
+    float backBevelZ = 0;
+    float backZ = 0;
+    float backRoundZ = 0;
+    float bevelDepth = 0;  ///< the width of bevelled and rounded edges
     DWORD flags = 0;
     float frontBevelZ = 0;
     float frontZ = 0;
     float frontRoundZ = 0;
-    Vector scale{1.0f, 1.0f, 1.0f};
-    float textureRepeat = 1.0f;  ///< factor on texture coordinates
+    Vector scale{1.0f, 1.0f, 1.0f};  ///< z is the depth of the letters
+    float textureRepeat = 1.0f;      ///< texture coordinates are multiplied by this
 
 private:
-    static constexpr DWORD scaleBevelsFlag_ = 0x1;
-    static constexpr DWORD textureFlag_ = 0x2;
-    static constexpr DWORD scaleTextureFlag_ = 0x4;
+    static constexpr DWORD scaleBevelsFlag = 0x1;
+    static constexpr DWORD textureFlag = 0x2;
+    static constexpr DWORD scaleTextureFlag = 0x4;
 };

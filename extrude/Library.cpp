@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "extrude/Library.h"
 
-#include "extrude/FontMetrics.h"
+#include "extrude/FontDC.h"
 #include "extrude/OrvFontList.h"
 #include "host/CDynLinkLibrary.h"
 #include "host/CWnd.h"
@@ -19,7 +19,7 @@ std::unique_ptr<CDynLinkLibrary> registration;
 HANDLE glyphMutex = nullptr;
 OrvFontList registry(10);
 
-// The arguments of the last CreateFontList.
+// The arguments of the last call of CreateFontList.
 int progressFlag = 0;
 CWnd* statusWindow = nullptr;
 
@@ -33,13 +33,15 @@ void ShowProgress(const OrvFont& font)
     }
 }
 
-/// Enters fonts into the registry where OrvFontList::InsertSorted would, but without a walk through
-/// the whole list for each: people have thousands of fonts.
-class RegistryEntry
+/// Enters fonts into the registry at the same places as OrvFontList::InsertSorted. A sorted index
+/// of the names makes this fast for thousands of fonts, where InsertSorted would walk through the
+/// whole list for each font.
+class SortedRegistry
 {
 public:
-    RegistryEntry()
+    SortedRegistry()
     {
+        // The index may only be used when the registry is sorted.
         for (POSITION next = registry.GetHeadPosition(); next != nullptr;)
         {
             const POSITION position = next;
@@ -49,10 +51,12 @@ public:
         }
     }
 
-    /// Like InsertSorted.
+    /// Returns the font, now owned by the registry, or null when a font of that name is there
+    /// already.
     OrvFont* Insert(OrvFont* font)
     {
-        // Others may have changed the list, the status window even between two fonts.
+        // Code outside may have changed the registry since the index was made: the status window,
+        // for one, runs code of the host between two fonts. The index is then useless.
         if (!sorted_ || places_.size() != static_cast<std::size_t>(registry.GetCount()))
         {
             sorted_ = false;
@@ -71,7 +75,7 @@ public:
     }
 
 private:
-    std::map<std::string, POSITION> places_;  // by full name, whose bytes count as unsigned
+    std::map<std::string, POSITION> places_;  // by full name, compared as unsigned bytes
     bool sorted_ = true;
 };
 
@@ -85,9 +89,9 @@ int CALLBACK EnterStyle(const LOGFONTA* record, const TEXTMETRICA* metrics, DWOR
                          reinterpret_cast<const NEWTEXTMETRICA*>(metrics)))
         {
             ShowProgress(*font);
-            auto* const entry =
-                reinterpret_cast<RegistryEntry*>(data);  // NOLINT(performance-no-int-to-ptr)
-            if (entry->Insert(font.get()) != nullptr)
+            auto* const target =
+                reinterpret_cast<SortedRegistry*>(data);  // NOLINT(performance-no-int-to-ptr)
+            if (target->Insert(font.get()) != nullptr)
             {
                 static_cast<void>(font.release());  // the registry owns it
             }
@@ -100,7 +104,7 @@ int CALLBACK EnterFamily(const LOGFONTA* record, const TEXTMETRICA*, DWORD fontT
 {
     if ((fontType & TRUETYPE_FONTTYPE) != 0)
     {
-        // Asked by the full name of the family's regular face, which names the whole family.
+        // The platform takes the full name of a family's regular face as the name of the family.
         const CString name = FullNameOf(*reinterpret_cast<const ENUMLOGFONTA*>(record));
         const FontDC dc(nullptr);
         EnumFontFamiliesA(dc, name, EnterStyle, data);
@@ -108,7 +112,7 @@ int CALLBACK EnterFamily(const LOGFONTA* record, const TEXTMETRICA*, DWORD fontT
     return 1;
 }
 
-/// Its life is that of the loaded library.
+/// Attaches the library when it is loaded and detaches it when it is unloaded.
 struct Loaded
 {
     Loaded() { AttachLibrary(); }
@@ -153,8 +157,8 @@ int WINAPI CreateFontList(int progress, CWnd* status)
     progressFlag = progress;
     statusWindow = status;
     const FontDC dc(nullptr);
-    RegistryEntry entry;
-    EnumFontFamiliesA(dc, nullptr, EnterFamily, reinterpret_cast<LPARAM>(&entry));
+    SortedRegistry target;
+    EnumFontFamiliesA(dc, nullptr, EnterFamily, reinterpret_cast<LPARAM>(&target));
     return 1;
 }
 

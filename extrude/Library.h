@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// The library's frame: what happens when it is loaded and unloaded, the mutex that serializes the
-/// building of glyphs, and the registry of installed fonts.
+/// The library as a whole: loading and unloading it, the mutex that lets only one thread at a time
+/// build a glyph, and the registry of installed fonts.
 
 #include "platform/Export.h"
 #include "platform/Types.h"
@@ -11,29 +11,30 @@
 class CWnd;
 class OrvFontList;
 
-/// Registers the library with the host framework and creates the glyph mutex, not owned. Returns 1,
-/// also when it was attached already, which changes nothing. Loading the library does this; a host
-/// calls it only after DetachLibrary.
+/// Registers the library with the host framework and creates the glyph mutex, which no thread owns
+/// at first. Returns 1. Does nothing when the library is attached already. Loading the library
+/// calls this; a host needs to call it only after DetachLibrary.
 ORVANE_API int AttachLibrary();
 
-/// Deletes every font of the registry and closes the glyph mutex. Returns 1, also when the library
-/// is not attached. Unloading the library does this.
+/// Deletes every font of the registry, closes the glyph mutex and ends the registration with the
+/// host framework. Returns 1, also when the library is not attached. Unloading the library calls
+/// this.
 ORVANE_API int DetachLibrary();
 
-/// The process-wide mutex held while a glyph is built; borrowed. Null while the library is not
-/// attached.
+/// The mutex that a thread holds while it builds a glyph; one for the whole process, borrowed. Null
+/// while the library is not attached.
 ORVANE_API HANDLE GetGlyphMutex();
 
 extern "C"
 {
-    /// Enters every installed TrueType face into the registry, in the order of the full names; a
-    /// name that is there already is passed over, so a second call adds only what is new, faces
-    /// installed since included. Choose the process's code page before. Not to be called by two
-    /// threads at once. Returns 1. \param progress non-zero to show each face in \p status. \param
-    /// status borrowed, may be null; must live as long as the library's use of it: until the next
-    /// call.
+    /// Enters every installed TrueType face into the registry, sorted by full name. A face whose
+    /// name is in the registry already is skipped, so a second call adds only the faces installed
+    /// since the first. Set the process's code page before the first call, because it decides the
+    /// names. Two threads must not call this at the same time. Returns 1. \param progress nonzero
+    /// to show the name of each face as the text of \p status. \param status borrowed, may be null;
+    /// must stay alive until the next call.
     ORVANE_API int WINAPI CreateFontList(int progress, CWnd* status);
 
-    /// The registry, owned by the library; empty until CreateFontList has run.
+    /// The registry of fonts, owned by the library. It is empty until CreateFontList has run.
     ORVANE_API OrvFontList* WINAPI GetFontList();
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "extrude/OrvFont.h"
 
-#include "extrude/FontMetrics.h"
+#include "extrude/FontDC.h"
 #include "extrude/OrvGlyph.h"
 #include "host/MultibyteCompare.h"
 #include "outline/TTGlyph.h"
@@ -47,7 +47,7 @@ int OrvFont::Create(const ENUMLOGFONTA* record, const NEWTEXTMETRICA* metrics)
     enumLogFont = *record;
     textMetric = *metrics;
 
-    // A character height of one em: outlines then come in design units.
+    // At a character height of one em, outlines come in design units.
     const LOGFONTA emHigh =
         AtHeight(enumLogFont.elfLogFont, -static_cast<LONG>(textMetric.ntmSizeEM));
     outlineFont.CreateFontIndirect(&emHigh);
@@ -131,8 +131,9 @@ int OrvFont::LookupGlyphIndex(unsigned short character) const
 {
     const int first = textMetric.tmFirstChar;
     const unsigned short index = static_cast<unsigned short>(character - first);
-    // One past the last character passes too and gives an index outside the cache, which every user
-    // of the index refuses. Meant; see OneCodePastTheLastIsLookedUpAsTheGlyphCount.
+    // The code after the last character passes this test too and gives an index out of range, which
+    // every user of the index refuses. That is required; see
+    // OneCodePastTheLastIsLookedUpAsTheGlyphCount.
     return index <= glyphCount ? index : textMetric.tmDefaultChar - first;
 }
 

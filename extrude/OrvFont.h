@@ -17,14 +17,17 @@ class ExtrusionData;
 class NamedColor;
 class OrvString;
 
-/// One installed TrueType face: its platform fonts, its metrics, and its glyphs, each built when a
-/// text first needs it and kept until the font ends.
+/// One installed TrueType face: its platform fonts, its metrics and its glyphs. A glyph is built
+/// when a text first needs it and kept until the font is destroyed.
 ///
-/// Texts are laid out in object units: one em is 1 before the text's scale, x runs right, y up, and
-/// the front of the letters lies in z = 0. Layout is done in double, from the float values of the
-/// text's spacings and bevel.
+/// Texts are laid out in object units: one em is 1 before the text's scale is applied, x runs to
+/// the right, y up, and the front faces of the letters lie at z = 0. All sums are made in double;
+/// the spacings and the edge width come from the text as floats.
 ///
-/// Drawing belongs to the thread whose OpenGL context is current; one thread at a time uses a font.
+/// A glyph index is the position of a character in the font: its character code minus the code of
+/// the face's first character.
+///
+/// Draw on the thread whose OpenGL context is current. Only one thread at a time may use a font.
 class ORVANE_API OrvFont : public CObject
 {
     DECLARE_DYNAMIC(OrvFont)
@@ -35,79 +38,87 @@ public:
     OrvFont(const OrvFont&) = delete;
     OrvFont& operator=(const OrvFont&) = delete;
 
-    /// Takes a face from its enumeration records. Returns 0 when either is null, or the face has
+    /// Takes a face from the two records that the enumeration of installed fonts gives for it.
+    /// Returns 0 when either is null, when the platform cannot make the font, or when the face has
     /// no outline metrics.
     int Create(const ENUMLOGFONTA* record, const NEWTEXTMETRICA* metrics);
 
     CString GetFullName() const { return fullName; }
     const ENUMLOGFONTA* GetEnumLogFont() const { return &enumLogFont; }
     ENUMLOGFONTA* GetEnumLogFont() { return &enumLogFont; }
-    /// The face at 20 pixels, for a user interface. Owned by this.
+    /// The face at a height of 20 pixels, for user interfaces. Owned by this object.
     const CFont* GetWindowsFont() const { return &windowsFont; }
     CFont* GetWindowsFont() { return &windowsFont; }
 
     ORVANE_FLAG(fontFlags, Loaded, IsLoaded, 0x1);
     ORVANE_FLAG(fontFlags, Preloaded, IsPreloaded, 0x2);
 
-    /// Full names, byte by byte: upper case sorts before lower case.
+    // The operators compare full names byte by byte: upper case sorts before lower case.
     bool operator<(const OrvFont* other) const { return CompareName(other) < 0; }
     bool operator<=(const OrvFont* other) const { return CompareName(other) <= 0; }
     bool operator>(const OrvFont* other) const { return CompareName(other) > 0; }
     bool operator>=(const OrvFont* other) const { return CompareName(other) >= 0; }
     bool operator==(const OrvFont* other) const { return CompareName(other) == 0; }
 
-    /// Bytes held, with the glyphs built so far.
+    /// The bytes that this font holds, including the glyphs built so far.
     unsigned long SizeOf() const;
 
-    /// Draws one built glyph solid, with the text's materials. On selection passes its faces, walls
-    /// and bevels are named 0, 1 and 2. Returns 0 when the slot holds no valid glyph.
+    /// Draws one glyph as a solid, with the text's materials. On selection passes its faces, its
+    /// walls and its edges are named 0, 1 and 2. Returns 0 when the glyph is invalid or not built.
     int RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData& extrusion,
                     DrawingParameters* parameters);
 
-    /// Draws one built glyph as wireframe, unlit, in the text's extents-box colour. Returns 0 when
-    /// the slot holds no valid glyph.
+    /// Draws one glyph as a wireframe, without lighting, in the colour of the text's extents box.
+    /// Returns 0 when the glyph is invalid or not built.
     int DrawGlyph(int glyphIndex, OrvString* string, const ExtrusionData& extrusion,
                   DrawingParameters* parameters);
 
-    /// Draws the text, building glyphs as needed. A carriage return ends a line, with the line feed
-    /// that may follow it; any other line feed is a character. Returns 0, the matrix stack as it
-    /// was, when drawing is cancelled.
+    /// Draws the text and builds the glyphs that it needs. A carriage return ends a line, together
+    /// with a line feed directly after it. Any other line feed is an ordinary character. Returns 0
+    /// when drawing is cancelled; the matrix stack is then as it was before.
     int TextOutA(OrvString* string, DrawingParameters* parameters);
 
-    /// The same, of the characters from \p first up to \p end alone (indices into the whole string,
-    /// line ends included), at their places in the text. Tells which character a picked part is of.
+    /// Draws only the characters from \p first up to, but without, \p end, at their places in the
+    /// text. Both are indices into the whole string, line ends included. Picking uses this to find
+    /// out which character was hit.
     int DrawCharacters(OrvString* string, DrawingParameters* parameters, std::size_t first,
                        std::size_t end);
 
-    /// Measures the text at scale 1 (the signs of its scale kept) and at its scale, and stores in
-    /// it the offset of its first line. \p third becomes zero, as do the others for an empty text.
+    /// Measures the text twice and stores the offset of its first line in it. An empty text has all
+    /// sizes 0.
+    /// \param unscaledSize receives the size at scale 1 or -1, the signs of the text's scale.
+    /// \param scaledSize receives the size at the text's scale. \param third receives zeros.
     void CalculateStringExtents(OrvString* string, DVector* unscaledSize, DVector* scaledSize,
                                 DVector* third);
 
-    /// Makes a material current, with blending and without depth writes when it is transparent.
-    /// Returns 1.
+    /// Makes a material current in OpenGL. A transparent material switches blending on and writing
+    /// to the depth buffer off; an opaque one does the opposite. Returns 1.
     int SetMaterialColors(const NamedColor& material);
 
-    OrvGlyphArray glyphs;            ///< by character code, from the face's first to its last
-    int glyphCount = 0;              ///< last character - first character + 1
-    CFont outlineFont;               ///< one em square high in pixels: outlines in design units
-    NEWTEXTMETRICA textMetric = {};  ///< as enumerated
+    OrvGlyphArray glyphs;  ///< by glyph index; null where a glyph is not built
+    int glyphCount = 0;    ///< code of the last character - code of the first + 1
+    /// The face at a height of one em square in pixels, so that outlines come in design units.
+    CFont outlineFont;
+    NEWTEXTMETRICA textMetric = {};                ///< from the enumeration
     OUTLINETEXTMETRICA* outlineMetrics = nullptr;  ///< owned
-    DWORD outlineMetricsSize = 0;                  ///< bytes
+    DWORD outlineMetricsSize = 0;                  ///< in bytes
 
 protected:
-    /// Builds slot \p glyphIndex. A character that the platform cannot outline is reported in a
-    /// message box and becomes an invalid glyph. Returns 0 when the slot is taken or does not
-    /// exist, or the outline cannot be converted; the slot then stays as it is.
+    /// Builds a glyph. When the platform has no outline for the character, a message box reports
+    /// it, the glyph becomes an invalid one, and the result is 1. Returns 0 and changes nothing
+    /// when the glyph exists already, when the index is out of range, or when the outline cannot be
+    /// converted.
     int ConstructOrvGlyph(int glyphIndex);
     int CreateWindowsFont();
+    /// Computes glyphCount and empties the glyphs.
     void SetGlyphCount();
 
-    /// Design units; builds the glyph if need be. 0 for one that is invalid, cannot be built or
-    /// does not exist.
+    /// The distance to the next character, in design units. Builds the glyph when it is not built
+    /// yet. 0 for a glyph that is invalid, cannot be built or is out of range.
     int GetGlyphAdvanceWidth(unsigned short glyphIndex);
 
-    /// The slot of a character, the default character's for one outside the face.
+    /// The glyph index of a character. A character that the face does not have gets the index of
+    /// the face's default character.
     int LookupGlyphIndex(unsigned short character) const;
 
     DWORD fontFlags = 0;
@@ -117,11 +128,11 @@ protected:
 
 private:
     int CompareName(const OrvFont* other) const;
-    /// Null unless the slot exists and holds a valid glyph.
+    /// The glyph, or null when it is invalid, not built, or out of range.
     OrvGlyph* ValidGlyph(int glyphIndex) const;
-    /// The design resolution, 0 for a font that was not created.
+    /// The design units in one em; 0 for a font without outline metrics.
     UINT EmSquare() const;
-    /// A glyph's advance in ems; builds the glyph if need be.
+    /// The distance to the next character, in ems. Builds the glyph when it is not built yet.
     double AdvanceInEms(int glyphIndex);
 
     std::unique_ptr<std::byte[]> outlineMetricsBytes_;

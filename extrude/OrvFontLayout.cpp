@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Laying out and measuring a text, line by line and character by character.
+// OrvFont: laying out and measuring a text, line by line and character by character.
 #include "extrude/EdgeStyle.h"
 #include "extrude/ExtrusionData.h"
 #include "extrude/OrvFont.h"
@@ -17,7 +17,8 @@ namespace
 constexpr char carriageReturn = 13;
 constexpr char lineFeed = 10;
 
-/// The characters from \p first up to \p end, where a carriage return or the text's end is.
+/// The characters from first up to, but without, end. At end lies a carriage return or the end of
+/// the text.
 struct TextLine
 {
     std::size_t first;
@@ -44,7 +45,7 @@ double SignOf(double value)
     return value < 0 ? -1.0 : 1.0;
 }
 
-/// What a range of positions grows to.
+/// A range of positions that grows to include others.
 struct Span
 {
     double minimum;
@@ -58,7 +59,7 @@ struct Span
     double Length() const { return std::max(maximum - minimum, 0.0); }
 };
 
-/// The values of a text that every line of its drawing needs.
+/// The settings of a text that its drawing needs for every line.
 struct Layout
 {
     explicit Layout(const OrvString& string, const ExtrusionData& extrusion)
@@ -74,7 +75,9 @@ struct Layout
           scalesBevels(extrusion.ShouldScaleBevels() != 0)
     {}
 
-    /// How far the pen goes on after a character: unlike the measure, with the spacing always.
+    /// How far the pen moves on after a character. The character spacing is included after the last
+    /// character of a line, too, unlike when a line is measured.
+    /// \param advance the character's own width, in ems.
     double Step(double advance) const
     {
         if (!adjusts)
@@ -85,6 +88,7 @@ struct Layout
                             : scaleX * advance + (2 * bevel + characterSpacing) * signX;
     }
 
+    /// How far the next line lies below this one.
     double LineStep() const
     {
         if (!adjusts)
@@ -97,11 +101,11 @@ struct Layout
 
     double scaleX, scaleY;
     double signX, signY;
-    double bevel;
-    double allowance;  ///< room for the bevel on one side of a character
+    double bevel;      ///< the width of the edge, before any scale
+    double allowance;  ///< the room that the edge takes on one side of a character
     double characterSpacing, lineSpacing;
-    bool adjusts;
-    bool scalesBevels;
+    bool adjusts;       ///< whether characters and lines move apart by the width of their edges
+    bool scalesBevels;  ///< whether the edges are scaled with the text
 };
 
 /// How far a line is moved along x so that it stands where the justification wants it. A value
@@ -120,15 +124,15 @@ double AlignmentOffset(orvane::Alignment justification, const Span& line)
     }
 }
 
-/// The measuring of a text at one scale.
+/// The extents of a text at one scale, grown character by character.
 struct Extents
 {
-    double unitX, unitY;    ///< what one em is: the scale or its sign
-    double bevelX, bevelY;  ///< what the bevel's depth is
-    double x = 0;
-    double y = 0;
+    double unitX, unitY;    ///< the length of one em: the scale or its sign
+    double bevelX, bevelY;  ///< the width of the edge
+    double x = 0;           ///< where the next character begins
+    double y = 0;           ///< the baseline of the current line
     Span across = {0, 0};
-    Span down = {1e7, -1e7};
+    Span down = {1e7, -1e7};  // empty until the first character
 
     void AddCharacter(double advance, const OrvGlyph& glyph, bool adjusts)
     {
@@ -243,7 +247,7 @@ void OrvFont::CalculateStringExtents(OrvString* string, DVector* unscaledSize, D
 
     for (TextLine line = LineFrom(text, 0); line.first < text.size(); line = LineAfter(text, line))
     {
-        // Unlike the drawing, which starts one bevel to the left in either case.
+        // Drawing starts every line one edge width to the left instead. Both are required.
         unscaled.x = adjusts ? 0 : 2 * unscaled.bevelX;
         scaled.x = adjusts ? 0 : 2 * scaled.bevelX;
         for (std::size_t k = line.first; k < line.end; ++k)

@@ -4,7 +4,8 @@
 #include "extrude/OrvFont.h"
 #include "host/TypedList.h"
 
-/// A list of fonts that owns them. The removal of one node leaves its font to the caller.
+/// A list that owns its fonts. RemoveAll and the destructor delete them. Removing a single node
+/// does not delete its font, which then belongs to the caller.
 class ORVANE_API OrvFontList : public TypedList<OrvFont>
 {
 public:
@@ -14,12 +15,13 @@ public:
     /// Deletes every font.
     void RemoveAll();
 
-    /// The first font of that full name, compared byte by byte; null when there is none.
+    /// The position of the first font with this full name, compared byte by byte; null when no font
+    /// has it.
     POSITION FindName(const CString& name) const;
 
-    /// Inserts the font before the first one whose full name sorts after its own, or at the end.
-    /// Returns the font, now owned, or null when a font of that name is there already; the caller
-    /// then still owns it.
+    /// Inserts the font before the first font whose full name sorts after its own, or at the end.
+    /// Takes ownership and returns the font. Returns null when a font of that name is in the list
+    /// already; the font then still belongs to the caller.
     OrvFont* InsertSorted(OrvFont* font);
 
 protected:

@@ -8,7 +8,7 @@
 
 namespace
 {
-/// Lets go of a mutex at the end of a scope.
+/// Releases a mutex at the end of a scope.
 class MutexRelease
 {
 public:
@@ -36,7 +36,7 @@ int OrvGlyph::ConstructGlyph(const TTGlyph& glyph, float resolution)
     }
     if (IsDefined())
     {
-        return 0;  // with the mutex, as the header says
+        return 0;  // the mutex stays taken, as the header says
     }
     const MutexRelease release(mutex);
     return FromTTGlyph(glyph, resolution);

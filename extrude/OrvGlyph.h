@@ -15,94 +15,116 @@ class TTGlyph;
 class Vector;
 struct tagVERTEXPOINTS;
 
-/// One character of one font, ready to be drawn as a solid: its flattened outline, the primitives
-/// that fill it, and its metrics.
+/// One character of one font, ready to be drawn as a solid: its outline with all curves flattened
+/// to straight segments, the triangles that fill the outline, and the character's metrics.
 ///
-/// The font makes one with the character's metrics and builds it once. Drawing recomputes every
-/// ring from the outline and never changes the glyph. All drawing is in immediate mode, in the
-/// glyph's own space: one em is 1 before the scale of the ExtrusionData, the front face lies in
-/// z = 0 facing +z. A letter is its outline at the faces and grows by the bevel's width towards the
-/// wall.
+/// A font creates a glyph with the character's metrics and builds it once, with ConstructGlyph.
+/// Drawing computes all points anew from the outline and never changes the glyph. It calls OpenGL
+/// in immediate mode, in the letter's own space: one em is 1 before the scale of the ExtrusionData
+/// is applied, y is up, and the front face lies at z = 0 and looks to +z. ExtrusionData describes
+/// the levels in z.
 ///
-/// What draws polygons sets glFrontFace for the scale's handedness, so that the outside of a
-/// mirrored letter stays the front, and leaves GL_CCW behind. Drawing cannot fail and returns 1.
+/// A bevelled or rounded letter has its own outline at the face. From there its edge grows outward,
+/// by the width of the edge, up to the wall. When only one of the two faces has such an edge, the
+/// wall reaches the other face further out than the letter's outline, and a flat band in the plane
+/// of that face closes the gap.
 ///
-/// A copy's contours refer to the pool of the glyph it was copied from, which must outlive it; its
-/// face primitives are its own.
+/// Functions whose names begin with Render draw surfaces. They set glFrontFace so that the outside
+/// of a letter is its front even when the scale mirrors it, and set GL_CCW before they return.
+/// Functions whose names begin with Draw draw lines, and call neither glNormal nor glFrontFace. No
+/// drawing function can fail; all return 1.
+///
+/// The contours of a copied glyph use the vertices of the original, which must live longer than the
+/// copy. The triangles of the faces are copied.
 class ORVANE_API OrvGlyph : public TTPolyGlyph
 {
 public:
-    /// \param dataSize bytes of the native outline; 0 for a placeholder.
+    /// \param dataSize bytes of the native outline; 0 for a character that has no outline.
     OrvGlyph(unsigned long dataSize, const GLYPHMETRICS& metrics);
 
-    /// Builds the glyph while holding the process-wide glyph mutex. \param resolution outline units
-    /// per em. Returns 0 when the mutex is not to be had or the outline is not defined.
+    /// Builds the glyph from its outline while holding the process-wide glyph mutex. Returns 0 when
+    /// the mutex cannot be taken or the outline is not marked as defined.
+    /// \param resolution outline units per em.
     ///
-    /// A glyph that is defined already is refused with 0, and then the calling thread keeps the
-    /// mutex: meant so, see ASecondConstructionIsRefusedAndKeepsTheMutex.
+    /// A glyph that is built already is refused with 0. The calling thread then keeps the mutex,
+    /// which is required; see ASecondConstructionIsRefusedAndKeepsTheMutex.
     int ConstructGlyph(const TTGlyph& glyph, float resolution);
 
-    /// The same without the mutex. An outline that cannot be filled still gives a valid glyph, with
-    /// sides but no faces.
+    /// Builds the glyph without taking the mutex. When the outline cannot be filled with triangles
+    /// (it crosses itself, for example), the glyph has sides but no faces, and the result is
+    /// still 1.
     int FromTTGlyph(const TTGlyph& glyph, float resolution);
 
-    void SetInvalid() { glyphFlags |= invalidFlag_; }
-    void ClearInvalid() { glyphFlags &= ~invalidFlag_; }
-    int IsInvalid() const { return static_cast<int>(glyphFlags & invalidFlag_); }
+    void SetInvalid() { glyphFlags |= invalidFlag; }
+    void ClearInvalid() { glyphFlags &= ~invalidFlag; }
+    int IsInvalid() const { return static_cast<int>(glyphFlags & invalidFlag); }
 
-    /// Outline units to the next character; 0 for an invalid glyph.
+    /// The distance from this character to the next one, in outline units; 0 for an invalid glyph.
     int GetAdvanceWidth() const { return IsInvalid() ? 0 : metrics.gmCellIncX; }
     unsigned long GetDataSize() const { return dataSize; }
 
-    // Bytes: of the object itself, of the face primitives, of the outline.
+    /// Bytes of this object alone.
     unsigned long SizeOf() const { return sizeof(OrvGlyph); }
+    /// Bytes of the triangles of the faces.
     unsigned long SizeOfPolygons() const { return facePolygons.SizeOf(); }
+    /// Bytes of the outline.
     unsigned long SizeOfVerticies() const { return TTPolyGlyph::SizeOf(); }
 
-    /// The plain solid: both faces and the wall. The second argument is ignored.
+    /// Draws the letter with square edges: both faces and the wall. The second argument is ignored.
     int Render(const ExtrusionData& data, int) const;
     /// Does nothing.
     int PrepareTransparencyPass(int) const { return 1; }
 
-    // Faces (OrvGlyphFaces.cpp). They fill the outline itself, also of bevelled letters.
+    // Faces (OrvGlyphFaces.cpp). They always fill the letter's own outline, whatever the edges.
 
-    /// \param front 0 for the face that looks to -z.
+    /// Draws one face.
+    /// \param front 0 for the back face, which looks to -z; anything else for the front face.
     int RenderFace(float z, const Vector& normal, int front, const ExtrusionData& data) const;
-    /// The back face, then the front face.
+    /// Draws the back face, then the front face.
     int RenderFaces(const ExtrusionData& data) const;
 
     // Walls and bevels (OrvGlyphBevels.cpp).
 
-    /// The side wall between two z, along the bevel's outline or the letter's own.
+    /// Draws the side wall between two levels.
+    /// \param bevelled 0 for a wall along the letter's own outline; anything else for a wall along
+    /// the outline moved outward by the width of the edge.
     int RenderEdges(int bevelled, float zA, float zB, const ExtrusionData& data) const;
+    // The wall of a letter without bevelled or rounded edges, with both, with the front one only,
+    // and with the back one only.
     int RenderEdgesUnbevelled(const ExtrusionData& data) const;
     int RenderEdgesBevelled(const ExtrusionData& data) const;
     int RenderEdgesFrontBevelOnly(const ExtrusionData& data) const;
     int RenderEdgesBackBevelOnly(const ExtrusionData& data) const;
 
-    // A flat ring in the plane of a face, from the outline out to the bevel's outline, for the side
-    // that has no bevel.
+    // The flat band in the plane of a face without an edge, from the letter's own outline out to
+    // the wall's.
     int RenderFrontBevelFlat(const ExtrusionData& data) const;
     int RenderBackBevelFlat(const ExtrusionData& data) const;
 
-    // The 45 degree bevels.
+    // The edge cut off at 45 degrees.
     int RenderFrontBevelBevelled(const ExtrusionData& data) const;
     int RenderBackBevelBevelled(const ExtrusionData& data) const;
-    /// Both faces and both bevels in one call, without the wall.
+    /// Draws both faces and both bevels, without the wall.
     int RenderBevelled(const ExtrusionData& data) const;
 
-    // Rounded edges (OrvGlyphRounds.cpp): two bands each, through a ring at 45 degrees.
+    // Rounded edges (OrvGlyphRounds.cpp). Each consists of two bands that meet at 45 degrees on the
+    // quarter circle; their normals make the edge look round.
     int RenderFrontRoundRounded(const ExtrusionData& data) const;
     int RenderBackRoundRounded(const ExtrusionData& data) const;
-    /// Both faces, the wall and both rounded edges in one call.
+    /// Draws both faces, the wall and both rounded edges.
     int RenderRounded(const ExtrusionData& data) const;
 
-    // Wireframes (OrvGlyphWireframe.cpp). They touch neither normals nor the front face.
+    // Wireframes (OrvGlyphWireframe.cpp).
 
-    /// One closed line per contour. \param kind 1 the outline itself, 2 the bevel's, 3 that of the
-    /// rounded edge's middle ring; others draw as 1.
+    /// Draws one closed line for each contour.
+    /// \param kind 1 the letter's own outline, 2 the wall's, 3 the one at the middle of a rounded
+    /// edge. Any other kind draws as 1.
     int DrawOutline(int kind, float z, const ExtrusionData& data) const;
+    /// Draws the same outline at two levels.
     int DrawOutline(int kind, float z1, float z2, const ExtrusionData& data) const;
+
+    // The wireframe of a letter with square edges, then those with bevelled and with rounded edges
+    // on one face or on both.
     int Draw(const ExtrusionData& data) const;
     int DrawFrontFaceBevelled(const ExtrusionData& data) const;
     int DrawBackFaceBevelled(const ExtrusionData& data) const;
@@ -112,29 +134,33 @@ public:
     int DrawBothFacesRounded(const ExtrusionData& data) const;
 
     DWORD dataSize;  ///< bytes of the native outline
-    VertexIndexPolygonArray
-        facePolygons;  ///< indices into the pool, clockwise bits as seen from +z
+    /// The triangles of the faces, as positions in the vertex pool. Their clockwise marks are as
+    /// seen from +z.
+    VertexIndexPolygonArray facePolygons;
     DWORD glyphFlags = 0;
     GLYPHMETRICS metrics;
 
 private:
-    static constexpr DWORD invalidFlag_ = 0x1;
+    static constexpr DWORD invalidFlag = 0x1;
 
     friend class FaceCollector;
 
-    /// Fills facePolygons. 0, leaving it empty, when there is nothing to fill, the outline crosses
-    /// itself, or it has more vertices than 16-bit indices reach.
+    /// Fills facePolygons. Returns 0 and leaves it empty when the outline has no vertices, crosses
+    /// itself, or has more than 65,535 vertices, which 16-bit indices cannot number.
     int CreateFacePolygons();
-    /// Takes in the primitive that the tessellator has just ended, and decides its winding.
+    /// Decides the winding of the primitive that the tessellator has just finished.
     int AddTessellationPolygon(FaceCollector& faces);
 
-    // These two are inline, in extrude/OrvGlyphRings.h.
+    // The two functions below are inline, in extrude/OrvGlyphRings.h.
 
-    /// Where \p vertex lies in the rings of a draw; its bevel and round points on request.
-    /// \param edges whose normal the offsets follow.
+    /// Computes where \p vertex lies on the outlines of a draw. Returns 1.
+    /// \param wantBevel whether to fill bevelPoint. \param wantRound whether to fill roundPoint.
+    /// \param edges the edge along whose normal an interior corner is moved; other vertices are
+    /// moved along the average of their two edges.
     int CalculateVertexPoints(const PointScales& scales, const Vertex* vertex,
                               tagVERTEXPOINTS* points, int wantBevel, int wantRound,
                               Vertex::Edges edges) const;
+    /// Emits the quads between two rings; see there.
     template <typename Band>
-    void EmitRing_(const ExtrusionData& data, float zA, float zB) const;
+    void EmitBand(const ExtrusionData& data, float zA, float zB) const;
 };

@@ -49,11 +49,11 @@ void OrvGlyphArray::RemoveAt(int index, int count)
     std::copy_if(data.get() + index, data.get() + index + count, std::back_inserter(dropped),
                  [](const OrvGlyph* glyph) { return glyph != nullptr; });
     Slots::RemoveAt(index, count);
-    // The surplus slots must be null when the array grows over them again.
+    // The slots behind the end become null, because the array may grow over them again.
     std::fill_n(data.get() + size, count, nullptr);
 
-    // Each once, and none that another slot holds. Looked up in order, so that a removal of many
-    // slots does not search all that remain for each.
+    // Keep each dropped glyph once, and drop none that a remaining slot still holds. The glyphs are
+    // sorted so that removing many slots from a large array stays fast.
     std::sort(dropped.begin(), dropped.end());
     dropped.erase(std::unique(dropped.begin(), dropped.end()), dropped.end());
     for (int kept = 0; kept < size; ++kept)

@@ -8,16 +8,17 @@
 
 class OrvGlyph;
 
-/// A growable array of glyph pointers that owns its glyphs; empty slots are null. Indices are not
+/// A growable array of glyph pointers that owns its glyphs. Empty slots are null. Indices are not
 /// checked.
 ///
-/// A glyph that is put into a slot belongs to the array, which deletes it when the last slot that
-/// holds it is removed (SetSize to less, RemoveAt, RemoveAll, the array's end). One that another
-/// takes the place of (SetAt, ElementAt) is the caller's again, and may be put elsewhere.
+/// A glyph that is put into a slot belongs to the array. The array deletes the glyph when the last
+/// slot that holds it is removed: by SetSize to a smaller size, RemoveAt, RemoveAll or the
+/// destructor. A glyph that is replaced in its slot, by SetAt or through ElementAt, is not deleted
+/// and belongs to the caller again.
 ///
-/// A copy shares the glyphs: one that several arrays hold is deleted with the last of them. Arrays
-/// learn of each other's glyphs by copying and by InsertAt alone; do not leave one pointer in two
-/// of them by hand.
+/// A copied array shares the glyphs of the original, and a shared glyph is deleted together with
+/// the last array that holds it. Arrays know of sharing only by copying and by InsertAt of an
+/// array. Do not put the same pointer into two arrays by hand: both would delete the glyph.
 class ORVANE_API OrvGlyphArray : private GrowableArray<OrvGlyph*>
 {
     using Slots = GrowableArray<OrvGlyph*>;
@@ -38,7 +39,8 @@ public:
     OrvGlyph*& operator[](int index) { return data[index]; }
     OrvGlyph*& ElementAt(int index) { return data[index]; }
 
-    /// New slots are null. \param newGrowBy as for every growable array; -1 keeps the stored one.
+    /// New slots are null.
+    /// \param newGrowBy see GrowableArray::SetSize; -1 keeps the current value.
     void SetSize(int newSize, int newGrowBy = -1);
     void RemoveAll();
     void RemoveAt(int index, int count = 1);
@@ -48,17 +50,17 @@ public:
     /// Returns the new slot's index.
     int Add(OrvGlyph* glyph);
     using Slots::InsertAt;
-    /// Shares the other array's glyphs. The array itself may be given.
+    /// Inserts the glyphs of another array, or of this array itself, and shares them.
     void InsertAt(int index, const OrvGlyphArray* other);
 
 private:
     using Share = std::shared_ptr<const OrvGlyph*>;
 
     void ShareWith(const OrvGlyphArray& other);
-    /// Deletes a glyph that is in no slot any more, unless another array shares it.
+    /// Deletes a glyph that lies in no slot of this array any more, unless another array shares it.
     void Drop(OrvGlyph* glyph);
 
-    // Of the glyphs that copying has shared: as many owners as arrays have a glyph. Mutable: it is
-    // first entered when the array is copied.
+    // For each glyph that several arrays hold: a shared pointer whose use count is the number of
+    // those arrays. Mutable, because copying an array enters its glyphs here.
     mutable std::unordered_map<const OrvGlyph*, Share> shares_;
 };

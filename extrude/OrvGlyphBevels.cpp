@@ -2,17 +2,23 @@
 #include "extrude/OrvGlyph.h"
 #include "extrude/OrvGlyphRings.h"
 
+// OrvGlyph: side walls and edges cut off at 45 degrees.
+
 namespace
 {
-constexpr Vertex::Faces kFront = Vertex::FrontFace;
-constexpr Vertex::Faces kBack = Vertex::BackFace;
+constexpr Vertex::Faces front = Vertex::FrontFace;
+constexpr Vertex::Faces back = Vertex::BackFace;
 
-constexpr Ring kPlainWall{RingPoint::Outline, RingNormal::Wall};
-constexpr Ring kBevelledWall{RingPoint::Bevel, RingNormal::Wall};
-constexpr Ring kFlatInner{RingPoint::Outline, RingNormal::Face};
-constexpr Ring kFlatOuter{RingPoint::Bevel, RingNormal::Face};
-constexpr Ring kBevelInner{RingPoint::Outline, RingNormal::Bevel};
-constexpr Ring kBevelOuter{RingPoint::Bevel, RingNormal::Bevel};
+constexpr Ring plainWall{RingPoint::Outline, RingNormal::Wall};
+constexpr Ring bevelledWall{RingPoint::Bevel, RingNormal::Wall};
+
+// The two rings of a flat band in the plane of a face.
+constexpr Ring flatInner{RingPoint::Outline, RingNormal::Face};
+constexpr Ring flatOuter{RingPoint::Bevel, RingNormal::Face};
+
+// The two rings of a bevel: the inner one lies at the face, the outer one at the wall.
+constexpr Ring bevelInner{RingPoint::Outline, RingNormal::Bevel};
+constexpr Ring bevelOuter{RingPoint::Bevel, RingNormal::Bevel};
 }  // namespace
 
 int OrvGlyph::RenderEdges(int bevelled, float zA, float zB, const ExtrusionData& data) const
@@ -20,11 +26,11 @@ int OrvGlyph::RenderEdges(int bevelled, float zA, float zB, const ExtrusionData&
     const OutsideIsFront outside(data);
     if (bevelled)
     {
-        EmitRing_<Band<Vertex::SideFace, kBevelledWall, kBevelledWall>>(data, zA, zB);
+        EmitBand<Band<Vertex::SideFace, bevelledWall, bevelledWall>>(data, zA, zB);
     }
     else
     {
-        EmitRing_<Band<Vertex::SideFace, kPlainWall, kPlainWall>>(data, zA, zB);
+        EmitBand<Band<Vertex::SideFace, plainWall, plainWall>>(data, zA, zB);
     }
     return 1;
 }
@@ -52,40 +58,41 @@ int OrvGlyph::RenderEdgesBackBevelOnly(const ExtrusionData& data) const
 int OrvGlyph::RenderFrontBevelFlat(const ExtrusionData& data) const
 {
     const OutsideIsFront outside(data);
-    EmitRing_<Band<kFront, kFlatOuter, kFlatInner>>(data, data.frontZ, data.frontZ);
+    EmitBand<Band<front, flatOuter, flatInner>>(data, data.frontZ, data.frontZ);
     return 1;
 }
 
 int OrvGlyph::RenderBackBevelFlat(const ExtrusionData& data) const
 {
     const OutsideIsFront outside(data);
-    EmitRing_<Band<kBack, kFlatInner, kFlatOuter>>(data, data.backZ, data.backZ);
+    EmitBand<Band<back, flatInner, flatOuter>>(data, data.backZ, data.backZ);
     return 1;
 }
 
 int OrvGlyph::RenderFrontBevelBevelled(const ExtrusionData& data) const
 {
     const OutsideIsFront outside(data);
-    EmitRing_<Band<kFront, kBevelOuter, kBevelInner>>(data, data.frontBevelZ, data.frontZ);
+    EmitBand<Band<front, bevelOuter, bevelInner>>(data, data.frontBevelZ, data.frontZ);
     return 1;
 }
 
 int OrvGlyph::RenderBackBevelBevelled(const ExtrusionData& data) const
 {
     const OutsideIsFront outside(data);
-    EmitRing_<Band<kBack, kBevelInner, kBevelOuter>>(data, data.backZ, data.backBevelZ);
+    EmitBand<Band<back, bevelInner, bevelOuter>>(data, data.backZ, data.backBevelZ);
     return 1;
 }
 
-// Not the two bevels above: the back one runs the other way round, and the ends of the front one's
-// segments take the offset of the edge that leaves. Both meant so; see
+// This does not draw the same two bevels as the functions above. The quads of its back bevel run in
+// the opposite direction. In its front bevel the far end of each segment takes its offset from the
+// next segment instead of its own. Both differences are required; see
 // BevelledInOneCallTurnsTheBackBevelAndTakesLeavingOffsetsInFront.
 int OrvGlyph::RenderBevelled(const ExtrusionData& data) const
 {
     RenderFaces(data);
     const OutsideIsFront outside(data);
-    EmitRing_<Band<kBack, kBevelOuter, kBevelInner>>(data, data.backBevelZ, data.backZ);
-    EmitRing_<Band<kFront, kBevelOuter, kBevelInner, Vertex::NextEdge>>(data, data.frontBevelZ,
-                                                                        data.frontZ);
+    EmitBand<Band<back, bevelOuter, bevelInner>>(data, data.backBevelZ, data.backZ);
+    EmitBand<Band<front, bevelOuter, bevelInner, Vertex::NextEdge>>(data, data.frontBevelZ,
+                                                                    data.frontZ);
     return 1;
 }

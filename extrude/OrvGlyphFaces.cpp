@@ -2,6 +2,8 @@
 #include "extrude/OrvGlyph.h"
 #include "extrude/OrvGlyphRings.h"
 
+// OrvGlyph: the front and the back face.
+
 int OrvGlyph::RenderFace(float z, const Vector& normal, int front, const ExtrusionData& data) const
 {
     const bool mirrored = OutsideIsFront::IsMirrored(data);
@@ -9,11 +11,13 @@ int OrvGlyph::RenderFace(float z, const Vector& normal, int front, const Extrusi
     for (int i = 0; i < facePolygons.GetSize(); ++i)
     {
         const VertexIndexPolygon& polygon = *facePolygons.GetElement(i);
-        // Seen from +z, the back face's windings are those of the front face reversed.
+        // The clockwise mark is as seen from +z. Seen from its own side, the back face runs the
+        // other way.
         const bool clockwise = (polygon.IsClockwiseWinding() != 0) == (front != 0);
         glFrontFace(clockwise != mirrored ? GL_CW : GL_CCW);
 
-        // A copy of a glyph has its vertices only through the contours.
+        // The vertices are reached through a contour, because the pool of a copied glyph is empty:
+        // its contours use the pool of the original.
         const Vertex* const pool = contours.GetElement(0)->vertices->GetElement(0);
         const unsigned short* const indices = polygon.GetElement(0);
         glBegin(static_cast<GLenum>(polygon.GetType()));

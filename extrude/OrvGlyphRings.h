@@ -2,39 +2,48 @@
 #pragma once
 
 /// \file
-/// The inside of the drawing routines: what they all emit, inline because it runs for every vertex.
+/// How OrvGlyph emits the sides of a letter: rings, the bands of quads between them, vertices and
+/// normals. Inline, because the code runs for every vertex of every draw. Only the sources of
+/// OrvGlyph include this header.
+///
+/// A ring is one closed run around a contour at one z. A band joins two rings with quads. Every
+/// side surface of a letter is a band: the wall, a bevel, a flat band in the plane of a face, and
+/// each of the two bands of a rounded edge.
 
 #include "extrude/ExtrusionData.h"
 #include "extrude/OrvGlyph.h"
 #include "extrude/VertexPoints.h"
 #include "platform/OpenGL.h"
 
-/// Which of a vertex's places a ring runs along.
+/// Which outline a ring runs along; see tagVERTEXPOINTS.
 enum class RingPoint
 {
-    Outline,
-    Round,
-    Bevel
+    Outline,  ///< the letter's own
+    Round,    ///< the one at the middle of a rounded edge
+    Bevel     ///< the one at the wall
 };
 
-/// What the normals of a ring are.
+/// Where the normals of a ring's vertices point.
 enum class RingNormal
 {
-    Face,   ///< that of the face beside it
-    Bevel,  ///< half-way between the face and the wall
-    Wall
+    Face,   ///< as the normal of the front or back face
+    Bevel,  ///< half-way between Face and Wall
+    Wall    ///< out of the wall, in the plane of the letter
 };
 
-/// A ring is the outline moved to one of its places, with a rule for its normals. Its z comes with
-/// the draw.
+/// The outline and the normals of a ring. Its z is a run-time value, given to EmitBand.
 struct Ring
 {
     RingPoint point;
     RingNormal normal;
 };
 
-/// A band of quads from ring A to ring B, beside the front or the back face.
-/// \tparam EndEdge whose offset the end of a segment takes.
+/// What is fixed about a band at compile time.
+/// \tparam Face the face next to the band, which decides where Face and Bevel normals point;
+/// SideFace for the wall.
+/// \tparam A the first ring. \tparam B the second ring.
+/// \tparam EndEdge the edge along whose normal the far end of a segment is moved: PreviousEdge, the
+/// segment itself, except where a function is required to do otherwise.
 template <Vertex::Faces Face, Ring A, Ring B, Vertex::Edges EndEdge = Vertex::PreviousEdge>
 struct Band
 {
@@ -44,8 +53,9 @@ struct Band
     static constexpr Vertex::Edges endEdge = EndEdge;
 };
 
-/// Makes the outside of a letter the front while it lives: scaling it by a negative area reverses
-/// all windings.
+/// Tells OpenGL, for the life of the object, which winding is the outside of a letter. A letter
+/// that is mirrored, by a negative scale in x or y but not both, has all its windings reversed. The
+/// destructor sets GL_CCW.
 class OutsideIsFront
 {
 public:
@@ -63,7 +73,7 @@ public:
     }
 };
 
-/// offset x factor + from, by component.
+/// Returns from + factor x offset for each component.
 inline Vector2D Moved(const Vector2D& from, const Vector2D& factor, const Vector2D& offset)
 {
     return Vector2D(factor.x * offset.x + from.x, factor.y * offset.y + from.y);
@@ -100,7 +110,8 @@ inline int OrvGlyph::CalculateVertexPoints(const PointScales& scales, const Vert
     return 1;
 }
 
-/// One vertex at a place and z, with its texture coordinate when texturing.
+/// Emits one vertex: the point of the outline \p Point, at \p z. When the draw is textured, the
+/// texture coordinate comes first.
 template <RingPoint Point>
 void EmitVertex(const ExtrusionData& data, const tagVERTEXPOINTS& points, float z)
 {
@@ -139,15 +150,21 @@ void EmitNormal(const Vertex& vertex, Vertex::Edges edge)
     }
 }
 
-/// Joins ring a to ring b with one quad per outline segment, round every contour, each contour
-/// between its own glBegin and glEnd.
+/// Emits a band: joins ring a at \p zA to ring b at \p zB with one quad for each segment of the
+/// outline, around every contour. Each contour is one glBegin and glEnd.
 ///
-/// Quads run a[i], b[i], b[j], a[j], j following i and the last joining the first. Normals and
-/// offsets are taken per segment end, so smooth curves stay smooth and corners sharp. A normal is
-/// emitted where it can change: once per contour when both rings have the face's, once per segment
-/// end when they share another rule, and else for each vertex.
+/// The quad of the segment from vertex i to the next vertex j has the corners a[i], b[i], b[j],
+/// a[j] in this order. The last segment of a contour ends at its first vertex.
+///
+/// Each end of a segment asks its vertex for the offset and the normal that belong to this segment.
+/// On a smooth curve, the two segments that meet at a vertex get the same normal there, so the
+/// shading is smooth; at a sharp corner each gets its own, so the corner stays visible.
+///
+/// glNormal3f is called only where the normal can change: once for each contour when both rings
+/// have Face normals, once for each segment end when both rings share another rule, otherwise once
+/// for each vertex.
 template <typename Band>
-void OrvGlyph::EmitRing_(const ExtrusionData& data, float zA, float zB) const
+void OrvGlyph::EmitBand(const ExtrusionData& data, float zA, float zB) const
 {
     constexpr Ring a = Band::a;
     constexpr Ring b = Band::b;

@@ -2,43 +2,47 @@
 #include "extrude/OrvGlyph.h"
 #include "extrude/OrvGlyphRings.h"
 
+// OrvGlyph: rounded edges.
+
 namespace
 {
-constexpr Vertex::Faces kFront = Vertex::FrontFace;
-constexpr Vertex::Faces kBack = Vertex::BackFace;
+constexpr Vertex::Faces front = Vertex::FrontFace;
+constexpr Vertex::Faces back = Vertex::BackFace;
 
-// The quarter circle at 0, 45 and 90 degrees.
-constexpr Ring kFaceRing{RingPoint::Outline, RingNormal::Face};
-constexpr Ring kRoundRing{RingPoint::Round, RingNormal::Bevel};
-constexpr Ring kWallRing{RingPoint::Bevel, RingNormal::Wall};
+// The rings of a rounded edge lie on its quarter circle at 0, 45 and 90 degrees, from the face to
+// the wall.
+constexpr Ring faceRing{RingPoint::Outline, RingNormal::Face};
+constexpr Ring roundRing{RingPoint::Round, RingNormal::Bevel};
+constexpr Ring wallRing{RingPoint::Bevel, RingNormal::Wall};
 }  // namespace
 
 int OrvGlyph::RenderFrontRoundRounded(const ExtrusionData& data) const
 {
     const OutsideIsFront outside(data);
-    EmitRing_<Band<kFront, kRoundRing, kFaceRing>>(data, data.frontRoundZ, data.frontZ);
-    EmitRing_<Band<kFront, kWallRing, kRoundRing>>(data, data.frontBevelZ, data.frontRoundZ);
+    EmitBand<Band<front, roundRing, faceRing>>(data, data.frontRoundZ, data.frontZ);
+    EmitBand<Band<front, wallRing, roundRing>>(data, data.frontBevelZ, data.frontRoundZ);
     return 1;
 }
 
 int OrvGlyph::RenderBackRoundRounded(const ExtrusionData& data) const
 {
     const OutsideIsFront outside(data);
-    EmitRing_<Band<kBack, kFaceRing, kRoundRing>>(data, data.backZ, data.backRoundZ);
-    EmitRing_<Band<kBack, kRoundRing, kWallRing>>(data, data.backRoundZ, data.backBevelZ);
+    EmitBand<Band<back, faceRing, roundRing>>(data, data.backZ, data.backRoundZ);
+    EmitBand<Band<back, roundRing, wallRing>>(data, data.backRoundZ, data.backBevelZ);
     return 1;
 }
 
-// Not the two edges above: the back edge's first band and the front edge's second run the other
-// way round. Meant so; see RoundedInOneCallTurnsTheBackFaceBandAndTheFrontWallBand.
+// This does not draw the same bands as the two functions above. The quads of the back edge's band
+// at the face and of the front edge's band at the wall run in the opposite direction. That is
+// required; see RoundedInOneCallTurnsTheBackFaceBandAndTheFrontWallBand.
 int OrvGlyph::RenderRounded(const ExtrusionData& data) const
 {
     RenderFaces(data);
     RenderEdgesBevelled(data);
     const OutsideIsFront outside(data);
-    EmitRing_<Band<kBack, kRoundRing, kFaceRing>>(data, data.backRoundZ, data.backZ);
-    EmitRing_<Band<kBack, kRoundRing, kWallRing>>(data, data.backRoundZ, data.backBevelZ);
-    EmitRing_<Band<kFront, kRoundRing, kFaceRing>>(data, data.frontRoundZ, data.frontZ);
-    EmitRing_<Band<kFront, kRoundRing, kWallRing>>(data, data.frontRoundZ, data.frontBevelZ);
+    EmitBand<Band<back, roundRing, faceRing>>(data, data.backRoundZ, data.backZ);
+    EmitBand<Band<back, roundRing, wallRing>>(data, data.backRoundZ, data.backBevelZ);
+    EmitBand<Band<front, roundRing, faceRing>>(data, data.frontRoundZ, data.frontZ);
+    EmitBand<Band<front, roundRing, wallRing>>(data, data.frontRoundZ, data.frontBevelZ);
     return 1;
 }

@@ -9,12 +9,13 @@
 #include <memory>
 #include <vector>
 
-/// What the tessellator makes of a glyph. All its primitives' indices are kept in one run, so that
-/// each face polygon is allocated once, at its final size.
+/// Receives the primitives that the tessellator makes of a glyph. The indices of all primitives are
+/// kept in one array, so that each face polygon can then be allocated once, at its final size.
 class FaceCollector : public outlines::FaceSink
 {
 public:
-    /// A primitive that the tessellator has begun; its indices reach to those of the next.
+    /// A primitive that the tessellator has begun. Its indices run from firstIndex up to the next
+    /// primitive's.
     struct Primitive
     {
         GLenum type;
@@ -47,7 +48,7 @@ int OrvGlyph::CreateFacePolygons()
     {
         vertexCount += contours.GetElement(i)->GetVertexCount();
     }
-    // Above the limit an index would wrap and name another vertex.
+    // An index above 65,535 would wrap and name another vertex.
     if (vertexCount == 0 || vertexCount > std::numeric_limits<unsigned short>::max())
     {
         return 0;
@@ -77,6 +78,7 @@ int OrvGlyph::CreateFacePolygons()
 
     const int polygonCount = static_cast<int>(faces.primitives.size());
     facePolygons.SetSize(polygonCount);
+    // A last entry, so that every primitive has a next one that tells where its indices end.
     faces.primitives.push_back({0, faces.indices.size(), false});
     for (int i = 0; i < polygonCount; ++i)
     {

@@ -2,17 +2,20 @@
 #include "extrude/OrvGlyph.h"
 #include "extrude/OrvGlyphRings.h"
 
+// OrvGlyph: wireframes.
+
 namespace
 {
-constexpr int kOutline = 1;
-constexpr int kBevelOutline = 2;
-constexpr int kRoundOutline = 3;
+// The kinds of DrawOutline.
+constexpr int letterOutline = 1;
+constexpr int bevelOutline = 2;
+constexpr int roundOutline = 3;
 }  // namespace
 
 int OrvGlyph::DrawOutline(int kind, float z, const ExtrusionData& data) const
 {
     const PointScales scales(data);
-    const bool moved = kind == kBevelOutline || kind == kRoundOutline;
+    const bool hasOffset = kind == bevelOutline || kind == roundOutline;
     for (int c = 0; c < contourCount; ++c)
     {
         const TTPolyContour& contour = *contours.GetElement(c);
@@ -22,16 +25,17 @@ int OrvGlyph::DrawOutline(int kind, float z, const ExtrusionData& data) const
             const Vertex& vertex = *contour.GetVertexElement(i);
             tagVERTEXPOINTS points;
             const auto emit = [&](Vertex::Edges edge) {
-                CalculateVertexPoints(scales, &vertex, &points, kind == kBevelOutline,
-                                      kind == kRoundOutline, edge);
-                const Vector2D& place = kind == kBevelOutline   ? points.bevelPoint
-                                        : kind == kRoundOutline ? points.roundPoint
-                                                                : points.point;
+                CalculateVertexPoints(scales, &vertex, &points, kind == bevelOutline,
+                                      kind == roundOutline, edge);
+                const Vector2D& place = kind == bevelOutline   ? points.bevelPoint
+                                        : kind == roundOutline ? points.roundPoint
+                                                               : points.point;
                 glVertex3f(place.x, place.y, z);
             };
-            // Such a corner has no miter: it appears on the lines of both its edges.
+            // An interior corner has no miter. Each of its two edges moves the corner to a place of
+            // its own, and the line runs through both places.
             emit(Vertex::PreviousEdge);
-            if (moved && vertex.IsInterior())
+            if (hasOffset && vertex.IsInterior())
             {
                 emit(Vertex::NextEdge);
             }
@@ -49,49 +53,50 @@ int OrvGlyph::DrawOutline(int kind, float z1, float z2, const ExtrusionData& dat
 
 int OrvGlyph::Draw(const ExtrusionData& data) const
 {
-    return DrawOutline(kOutline, data.backZ, data.frontZ, data);
+    return DrawOutline(letterOutline, data.backZ, data.frontZ, data);
 }
 
 int OrvGlyph::DrawFrontFaceBevelled(const ExtrusionData& data) const
 {
-    DrawOutline(kOutline, data.frontZ, data);
-    DrawOutline(kBevelOutline, data.backZ, data);
-    return DrawOutline(kBevelOutline, data.frontBevelZ, data);
+    DrawOutline(letterOutline, data.frontZ, data);
+    DrawOutline(bevelOutline, data.backZ, data);
+    return DrawOutline(bevelOutline, data.frontBevelZ, data);
 }
 
 int OrvGlyph::DrawBackFaceBevelled(const ExtrusionData& data) const
 {
-    DrawOutline(kOutline, data.backZ, data);
-    DrawOutline(kBevelOutline, data.frontZ, data);
-    return DrawOutline(kBevelOutline, data.backBevelZ, data);
+    DrawOutline(letterOutline, data.backZ, data);
+    DrawOutline(bevelOutline, data.frontZ, data);
+    return DrawOutline(bevelOutline, data.backBevelZ, data);
 }
 
 int OrvGlyph::DrawBothFacesBevelled(const ExtrusionData& data) const
 {
-    DrawOutline(kOutline, data.backZ, data.frontZ, data);
-    return DrawOutline(kBevelOutline, data.backBevelZ, data.frontBevelZ, data);
+    DrawOutline(letterOutline, data.backZ, data.frontZ, data);
+    return DrawOutline(bevelOutline, data.backBevelZ, data.frontBevelZ, data);
 }
 
 int OrvGlyph::DrawFrontFaceRounded(const ExtrusionData& data) const
 {
-    DrawOutline(kOutline, data.frontZ, data);
-    DrawOutline(kBevelOutline, data.frontBevelZ, data);
-    DrawOutline(kBevelOutline, data.backZ, data);
-    return DrawOutline(kRoundOutline, data.frontRoundZ, data);
+    DrawOutline(letterOutline, data.frontZ, data);
+    DrawOutline(bevelOutline, data.frontBevelZ, data);
+    DrawOutline(bevelOutline, data.backZ, data);
+    return DrawOutline(roundOutline, data.frontRoundZ, data);
 }
 
-// Draws the front outline twice, plain and bevelled, unlike the bevelled set: meant so, see the
-// wireframe stream tests.
+// Draws two outlines at the front, the letter's own and the wall's, where DrawBackFaceBevelled
+// draws only the wall's. That is required; see
+// AreTheirOutlinesInOrderWithoutNormalsTexturesOrFrontFaces.
 int OrvGlyph::DrawBackFaceRounded(const ExtrusionData& data) const
 {
-    DrawOutline(kOutline, data.backZ, data.frontZ, data);
-    DrawOutline(kBevelOutline, data.backBevelZ, data);
-    DrawOutline(kRoundOutline, data.backRoundZ, data);
-    return DrawOutline(kBevelOutline, data.frontZ, data);
+    DrawOutline(letterOutline, data.backZ, data.frontZ, data);
+    DrawOutline(bevelOutline, data.backBevelZ, data);
+    DrawOutline(roundOutline, data.backRoundZ, data);
+    return DrawOutline(bevelOutline, data.frontZ, data);
 }
 
 int OrvGlyph::DrawBothFacesRounded(const ExtrusionData& data) const
 {
     DrawBothFacesBevelled(data);
-    return DrawOutline(kRoundOutline, data.backRoundZ, data.frontRoundZ, data);
+    return DrawOutline(roundOutline, data.backRoundZ, data.frontRoundZ, data);
 }

@@ -7,25 +7,27 @@
 #include <cstdint>
 #include <span>
 
-/// z of (p0 - p1) x (p2 - p1), in whole outline units: positive when the triangle runs clockwise
-/// with y up. 64 bits, since 16-bit coordinates give up to 34.
+/// Returns the z component of (p0 - p1) x (p2 - p1), in square outline units: positive for a
+/// triangle that runs clockwise (y is up), negative for one that runs counter-clockwise, 0 for one
+/// without area. The result needs up to 34 bits, because coordinates have 16.
 inline std::int64_t TriangleTurn(const Point2D& p0, const Point2D& p1, const Point2D& p2)
 {
     return (std::int64_t{p0.x} - p1.x) * (std::int64_t{p2.y} - p1.y) -
            (std::int64_t{p0.y} - p1.y) * (std::int64_t{p2.x} - p1.x);
 }
 
-/// The turn of a primitive's first triangle that has one, in the order in which OpenGL draws them;
-/// 0 when all are degenerate. A primitive's other triangles run the same way.
-/// \param type GL_TRIANGLE_FAN, GL_TRIANGLE_STRIP, or anything else for separate triangles
-/// \param indices into \p pool
+/// Returns TriangleTurn of a primitive's first triangle that has an area, in the order in which
+/// OpenGL draws them; 0 when none has. One triangle is enough, because all triangles of a primitive
+/// run the same way.
+/// \param type GL_TRIANGLE_FAN, GL_TRIANGLE_STRIP, or anything else for separate triangles.
+/// \param indices positions in \p pool.
 inline std::int64_t PrimitiveTurn(GLenum type, std::span<const unsigned short> indices,
                                   const Vertex* pool)
 {
     const auto turn = [&](std::int64_t a, std::int64_t b, std::int64_t c) {
         return TriangleTurn(pool[indices[a]].point, pool[indices[b]].point, pool[indices[c]].point);
     };
-    // The triangles begin before it.
+    // A triangle that begins here or later would need indices past the last one.
     const std::int64_t end = std::ssize(indices) - 2;
     std::int64_t found = 0;
     if (type == GL_TRIANGLE_FAN)
@@ -37,8 +39,10 @@ inline std::int64_t PrimitiveTurn(GLenum type, std::span<const unsigned short> i
     }
     else if (type == GL_TRIANGLE_STRIP)
     {
-        // i steps over an odd triangle's first corner, so that of an even number of vertices the
-        // last triangle is not looked at: meant so, see AStripOfFourIsJudgedByItsFirstTriangleOnly.
+        // The triangles of a strip alternate: first (i, i + 1, i + 2), then, with i moved on by 2,
+        // (i, i - 1, i + 1). Both are tested against the same end, so the last triangle of a strip
+        // with an even number of vertices is never looked at. That is required; see
+        // AStripOfFourIsJudgedByItsFirstTriangleOnly.
         bool odd = false;
         for (std::int64_t i = 0; i < end && found == 0; odd = !odd)
         {
@@ -63,7 +67,7 @@ inline std::int64_t PrimitiveTurn(GLenum type, std::span<const unsigned short> i
     return found;
 }
 
-/// The clockwise bit of a primitive: clear for one without area.
+/// Whether a primitive runs clockwise, seen from +z. False for a primitive without area.
 inline bool RunsClockwise(GLenum type, std::span<const unsigned short> indices, const Vertex* pool)
 {
     return PrimitiveTurn(type, indices, pool) > 0;

@@ -6,44 +6,44 @@
 
 #include <cmath>
 
-/// Where one outline vertex lies in the rings of an extruded letter, and where their texture is
-/// taken. In object units, but the texture points without the object's scale.
+/// Where one vertex of the outline lies in an extruded letter: in the plane of the letter, in
+/// object units. A letter has three outlines: its own at the faces, one moved outward by the width
+/// of the edge at the wall, and one between them at the middle of a rounded edge.
 struct tagVERTEXPOINTS
 {
-    Vector2D point;
-    Vector2D bevelPoint;  ///< point moved by the bevel's offset; only when asked for
-    Vector2D roundPoint;  ///< point moved by the rounded edge's offset; only when asked for
+    Vector2D point;       ///< on the letter's own outline
+    Vector2D bevelPoint;  ///< on the wall's outline; filled only when asked for
+    Vector2D roundPoint;  ///< on the middle outline; filled only when asked for
 
-    // Only when texturing without the object's scale.
+    // The same three points before the object's scale is applied: texture coordinates for a texture
+    // that does not stretch with the object. Filled only when the draw has such a texture.
     Vector2D texPoint;
     Vector2D texBevelPoint;
     Vector2D texRoundPoint;
 };
 
-/// What the points of every vertex of one draw have in common: worked out once per draw, not once
-/// per vertex.
+/// The values that all vertices of one draw share, computed once per draw.
 class PointScales
 {
 public:
-    /// Implicit: it is the same input, only digested.
-    PointScales(const ExtrusionData& data)
+    explicit PointScales(const ExtrusionData& data)
         : scale(data.scale.x, data.scale.y),
-          sign(SignOf_(data.scale.x), SignOf_(data.scale.y)),
+          sign(SignOf(data.scale.x), SignOf(data.scale.y)),
           bevelScale(data.ShouldScaleBevels() ? scale : sign),
-          // Both look at x: meant so. A y of 0 gives infinite texture offsets, which do no harm;
-          // see AHeightOfZeroTexturesBevelsAtInfinity.
+          // Both divisions are guarded by x, which is required. When only y is 0, the texture's
+          // offset along y is infinite and does no harm; see AHeightOfZeroTexturesBevelsAtInfinity.
           inverseScale(scale.x == 0 ? 0 : 1 / scale.x, scale.x == 0 ? 0 : 1 / scale.y),
           bevelDepth(data.bevelDepth),
           wantTexPoints(data.ShouldTexture() && !data.ShouldScaleTextureWithObject())
     {}
 
     Vector2D scale;
-    Vector2D sign;          ///< of the scale, 1 for 0
-    Vector2D bevelScale;    ///< factor on offsets
-    Vector2D inverseScale;  ///< factor on texture offsets
-    float bevelDepth;
-    bool wantTexPoints;
+    Vector2D sign;          ///< the signs of scale; 1 where it is 0
+    Vector2D bevelScale;    ///< factor on the offsets of bevelPoint and roundPoint
+    Vector2D inverseScale;  ///< factor on the offsets of texBevelPoint and texRoundPoint
+    float bevelDepth;       ///< the width of the edge
+    bool wantTexPoints;     ///< whether the three texture points are filled
 
 private:
-    static float SignOf_(float value) { return value == 0 ? 1 : value / std::fabs(value); }
+    static float SignOf(float value) { return value == 0 ? 1 : value / std::fabs(value); }
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scene/OrvFontString.h"
 
-#include "extrude/FontMetrics.h"
+#include "extrude/FontDC.h"
 #include "extrude/Library.h"
 #include "extrude/OrvFontList.h"
 #include "host/CFont.h"

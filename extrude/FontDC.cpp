@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "extrude/FontMetrics.h"
+#include "extrude/FontDC.h"
 
 #include <cstring>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What the font classes ask of a platform font. Internal.
+/// Helpers that read the metrics of a platform font. Internal to extrude/ and scene/.
 
 #include "host/CString.h"
 #include "platform/Fonts.h"
@@ -10,11 +10,11 @@
 #include <cstddef>
 #include <memory>
 
-/// A memory device context with a font selected, for the life of the object.
+/// A memory device context in which a font is selected. The destructor deletes the context.
 class FontDC
 {
 public:
-    /// \param font borrowed; null keeps the context's own.
+    /// \param font borrowed; null keeps the context's default font.
     explicit FontDC(HFONT font);
     ~FontDC();
     FontDC(const FontDC&) = delete;
@@ -27,7 +27,8 @@ private:
     HGDIOBJ previous_ = nullptr;
 };
 
-/// A font's outline metrics with the texts that its offsets lead to.
+/// The outline metrics of a font, followed in the same block by the names that the metrics refer to
+/// by offset.
 struct OutlineMetricsBuffer
 {
     std::unique_ptr<std::byte[]> bytes;  ///< null when the font has no outlines
@@ -38,5 +39,5 @@ struct OutlineMetricsBuffer
 
 OutlineMetricsBuffer ReadOutlineMetrics(HFONT font);
 
-/// The record's full name, which may fill its field without a final zero.
+/// The full name in a record. The name may fill its field to the last byte, without a final zero.
 CString FullNameOf(const ENUMLOGFONTA& record);
