@@ -23,8 +23,8 @@ constexpr GLuint bevelsName = 2;
 
 using Routine = decltype(&OrvGlyph::RenderFaces);
 
-// The tables below have one column for each BevelSides: front only, back only, both. Those with
-// rows have one for Bevel and one for Round; a square edge has no rings.
+// The tables below have one column for each value of BevelSides: front, back, both. Those with rows
+// have one row for Bevel and one for Round. A square edge has no rings and no row.
 constexpr int ringStyleCount = orvane::edgeStyleCount - 1;
 
 constexpr Routine walls[orvane::bevelSidesCount] = {&OrvGlyph::RenderEdgesFrontBevelOnly,
@@ -55,26 +55,26 @@ struct Edges
 {
     explicit Edges(const OrvString& string)
         : style(static_cast<EdgeStyle>(string.GetBevelStyle())),
-          location(static_cast<BevelSides>(string.GetBevelLocation())),
+          sides(static_cast<BevelSides>(string.GetBevelLocation())),
           column(string.GetBevelLocation())
     {}
 
     bool IsRingStyle() const { return style == EdgeStyle::Bevel || style == EdgeStyle::Round; }
-    bool IsKnownLocation() const { return column >= 0 && column < orvane::bevelSidesCount; }
+    bool AreKnownSides() const { return column >= 0 && column < orvane::bevelSidesCount; }
 
     /// The row of the tables; only for a ring style.
     int Row() const { return style == EdgeStyle::Bevel ? 0 : 1; }
 
     EdgeStyle style;
-    BevelSides location;
-    int column;  ///< of the tables; only for a known location
+    BevelSides sides;
+    int column;  ///< of the tables; only for known sides
 };
 
 /// Whether the two edges of a letter meet, so that no wall is left between them.
-bool IsWallEmpty(BevelSides location, const ExtrusionData& extrusion)
+bool IsWallEmpty(BevelSides sides, const ExtrusionData& extrusion)
 {
-    const float back = location == BevelSides::Front ? extrusion.backZ : extrusion.backBevelZ;
-    const float front = location == BevelSides::Back ? extrusion.frontZ : extrusion.frontBevelZ;
+    const float back = sides == BevelSides::Front ? extrusion.backZ : extrusion.backBevelZ;
+    const float front = sides == BevelSides::Back ? extrusion.frontZ : extrusion.frontBevelZ;
     return back == front;
 }
 
@@ -153,7 +153,7 @@ int OrvFont::RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData&
         return 1;
     }
     bool edgeColorIsSet = false;
-    if (edges.IsKnownLocation() && !IsWallEmpty(edges.location, extrusion))
+    if (edges.AreKnownSides() && !IsWallEmpty(edges.sides, extrusion))
     {
         if (string->ShouldUseEdgeColor())
         {
@@ -173,7 +173,7 @@ int OrvFont::RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData&
     {
         setMaterial(string->faceColor);
     }
-    if (edges.IsKnownLocation())
+    if (edges.AreKnownSides())
     {
         const Rings& ring = rings[edges.Row()][edges.column];
         (glyph->*ring.front)(extrusion);
@@ -201,7 +201,7 @@ int OrvFont::DrawGlyph(int glyphIndex, OrvString* string, const ExtrusionData& e
     {
         glyph->Draw(extrusion);
     }
-    else if (edges.IsRingStyle() && edges.IsKnownLocation())
+    else if (edges.IsRingStyle() && edges.AreKnownSides())
     {
         (glyph->*wireframes[edges.Row()][edges.column])(extrusion);
     }

@@ -108,11 +108,11 @@ struct Layout
     bool scalesBevels;  ///< whether the edges are scaled with the text
 };
 
-/// How far a line is moved along x so that it stands where the justification wants it. A value
+/// How far a line is moved along x so that it stands where its alignment wants it. A value
 /// without a name counts as Left.
-double AlignmentOffset(orvane::Alignment justification, const Span& line)
+double AlignmentOffset(orvane::Alignment alignment, const Span& line)
 {
-    switch (justification)
+    switch (alignment)
     {
         case orvane::Alignment::Center:
             return -(line.minimum + line.maximum) / 2;
@@ -171,7 +171,7 @@ int OrvFont::DrawCharacters(OrvString* string, DrawingParameters* parameters, st
     const Layout layout(*string, extrusion);
     const bool solid = parameters->IsRender() != 0;
     const bool wireframe = parameters->IsOutline() != 0;
-    const auto justification = static_cast<orvane::Alignment>(string->GetJustification());
+    const auto alignment = static_cast<orvane::Alignment>(string->GetJustification());
     double lineY = string->GetScaledDimensions().y / 2 - string->GetFirstLineOffset();
 
     for (TextLine line = LineFrom(text, 0); line.first < text.size(); line = LineAfter(text, line))
@@ -196,7 +196,7 @@ int OrvFont::DrawCharacters(OrvString* string, DrawingParameters* parameters, st
                 width.Include(x);
             }
         }
-        glTranslated(AlignmentOffset(justification, width), 0, 0);
+        glTranslated(AlignmentOffset(alignment, width), 0, 0);
 
         for (std::size_t k = line.first; k < line.end; ++k)
         {
