@@ -1,61 +1,53 @@
 // SPDX-License-Identifier: MIT
-#include "import3ds/ThreeDStudioObject.h"
+// The part of ThreeDStudioParser that reads the values inside chunks: colours, percentages, numbers
+// and texts.
+#include "import3ds/ThreeDStudioParser.h"
 #include "import3ds/TriangularFace.h"
 
 #include <algorithm>
 
-// The values inside chunks: colours, percentages, numbers and texts.
-
-namespace
+namespace orvane
 {
 
-constexpr WORD floatColor = 0x0010;
-constexpr WORD byteColor = 0x0011;
-constexpr WORD wholePercentage = 0x0030;
-constexpr WORD floatPercentage = 0x0031;
-
-}  // namespace
-
-// How many bytes were there. One that cannot be read counts as not there.
-UINT ThreeDStudioObject::ReadBytes_(void* bytes, UINT count)
+// Returns how many bytes were read. A failure to read counts as the end of the file.
+UINT ThreeDStudioParser::ReadBytes(void* bytes, UINT count)
 try
 {
-    return file.Read(bytes, count);
+    return file_.Read(bytes, count);
 }
 catch (const CFileException&)
 {
     return 0;
 }
 
-// Moves the file's position, back for a negative count.
-void ThreeDStudioObject::SkipBytes_(int count)
+// Moves the file's position by so many bytes, backwards if they are negative.
+void ThreeDStudioParser::MovePosition(int distance)
 try
 {
-    file.Seek(count, CFile::current);
+    file_.Seek(distance, CFile::current);
 }
 catch (const CFileException&)
 {
-    // What follows cannot be read either.
+    // The next read fails and is handled there.
 }
 
-// Whether the file's position is at or behind another one. It may lie behind the file's end.
-bool ThreeDStudioObject::HasReached_(DWORD position) const
+// Whether the file's position is at or past another one. It may be past the file's end.
+bool ThreeDStudioParser::HasReached(DWORD position) const
 try
 {
-    return file.GetPosition() >= position;
+    return file_.GetPosition() >= position;
 }
 catch (const CFileException&)
 {
     return false;
 }
 
-// From the file's position to the end of the chunk, or of the file when that comes first.
-DWORD ThreeDStudioObject::BytesLeft_() const
+// From the file's position to the end of the innermost chunk, or of the file if that comes first.
+DWORD ThreeDStudioParser::BytesLeft() const
 try
 {
-    const std::uint64_t position = file.GetPosition();
-    const std::uint64_t length = fileLength_ ? *fileLength_ : file.GetLength();
-    const std::uint64_t end = std::min<std::uint64_t>(limit_, length);
+    const std::uint64_t position = file_.GetPosition();
+    const std::uint64_t end = std::min<std::uint64_t>(innermostEnd_, fileLength_.value_or(0));
     return position < end ? static_cast<DWORD>(end - position) : 0;
 }
 catch (const CFileException&)
@@ -63,10 +55,10 @@ catch (const CFileException&)
     return 0;
 }
 
-// Reads bytes in one piece into block_. False, with nothing allocated, when they are not all there.
-bool ThreeDStudioObject::ReadBlock_(DWORD count)
+// Reads bytes into block_. Returns false, and allocates nothing, if the chunk has fewer.
+bool ThreeDStudioParser::ReadBlock(DWORD count)
 {
-    if (count > BytesLeft_())
+    if (count > BytesLeft())
     {
         return false;
     }
@@ -74,150 +66,143 @@ bool ThreeDStudioObject::ReadBlock_(DWORD count)
     {
         block_.resize(count);
     }
-    return ReadBytes_(block_.data(), count) == count;
+    return ReadBytes(block_.data(), count) == count;
 }
 
-// Reads a word, and as many elements into block_. False as above.
-bool ThreeDStudioObject::ReadList_(int* count, DWORD bytesPerElement)
+// Reads a 16-bit count, and as many elements into block_. Returns the count, or nothing if the
+// chunk ends before the last element does.
+std::optional<int> ThreeDStudioParser::ReadList(DWORD bytesPerElement)
 {
-    WORD number = 0;
-    if (BytesLeft_() < sizeof number || ReadBytes_(&number, sizeof number) != sizeof number)
+    WORD count = 0;
+    if (BytesLeft() < sizeof count || ReadBytes(&count, sizeof count) != sizeof count ||
+        !ReadBlock(count * bytesPerElement))
     {
-        return false;
+        return std::nullopt;
     }
-    *count = number;
-    return ReadBlock_(number * bytesPerElement);
+    return count;
 }
 
 template <typename Number>
-Number ThreeDStudioObject::ReadNumber_()
+Number ThreeDStudioParser::ReadNumber()
 {
     Number number{};
-    if (BytesLeft_() < sizeof number || ReadBytes_(&number, sizeof number) != sizeof number)
+    if (BytesLeft() < sizeof number || ReadBytes(&number, sizeof number) != sizeof number)
     {
         return {};
     }
     return number;
 }
 
-BYTE ThreeDStudioObject::ReadBYTE()
-{
-    return ReadNumber_<BYTE>();
-}
+template BYTE ThreeDStudioParser::ReadNumber<BYTE>();
+template WORD ThreeDStudioParser::ReadNumber<WORD>();
+template DWORD ThreeDStudioParser::ReadNumber<DWORD>();
+template float ThreeDStudioParser::ReadNumber<float>();
 
-WORD ThreeDStudioObject::ReadWORD()
+int ThreeDStudioParser::ReadVector(Vector& vector)
 {
-    return ReadNumber_<WORD>();
-}
-
-DWORD ThreeDStudioObject::ReadDWORD()
-{
-    return ReadNumber_<DWORD>();
-}
-
-float ThreeDStudioObject::ReadFloat()
-{
-    return ReadNumber_<float>();
-}
-
-int ThreeDStudioObject::ReadVector(Vector* vector)
-{
-    const bool complete = BytesLeft_() >= 3 * sizeof(float);
-    vector->x = ReadFloat();
-    vector->y = ReadFloat();
-    vector->z = ReadFloat();
+    const bool complete = BytesLeft() >= 3 * sizeof(float);
+    vector.x = ReadNumber<float>();
+    vector.y = ReadNumber<float>();
+    vector.z = ReadNumber<float>();
     return complete ? 1 : 0;
 }
 
-int ThreeDStudioObject::ReadFace(TriangularFace* face)
+int ThreeDStudioParser::ReadFace(TriangularFace& face)
 {
-    const bool complete = BytesLeft_() >= 4 * sizeof(WORD);
-    face->a = ReadWORD();
-    face->b = ReadWORD();
-    face->c = ReadWORD();
-    face->faceFlags = ReadWORD();
+    const bool complete = BytesLeft() >= 4 * sizeof(WORD);
+    face.a = ReadNumber<WORD>();
+    face.b = ReadNumber<WORD>();
+    face.c = ReadNumber<WORD>();
+    face.faceFlags = ReadNumber<WORD>();
     return complete ? 1 : 0;
 }
 
-int ThreeDStudioObject::ReadString(CString* text)
+int ThreeDStudioParser::ReadString(CString& text)
 {
     constexpr DWORD longest = 80;
-    const DWORD available = std::min(longest, BytesLeft_());
+    const DWORD available = std::min(longest, BytesLeft());
     char characters[longest];
-    const UINT count = ReadBytes_(characters, available);
+    const UINT count = ReadBytes(characters, available);
     const UINT length =
         static_cast<UINT>(std::find(characters, characters + count, '\0') - characters);
     const bool terminated = length < count;
     if (terminated)
     {
-        SkipBytes_(static_cast<int>(length + 1) - static_cast<int>(count));
+        MovePosition(static_cast<int>(length + 1) - static_cast<int>(count));
     }
-    *text = CString(characters, static_cast<int>(length));
+    text = CString(characters, static_cast<int>(length));
     return terminated || length == longest ? 1 : 0;
 }
 
-// Reads headers until one has either id, and leaves the file behind it. False when none has.
-bool ThreeDStudioObject::EnterChunk_(Chunk3DS* chunk, WORD id, WORD otherId)
+// Reads headers until one has either id, and leaves the file behind it. Returns false if there is
+// no such chunk.
+bool ThreeDStudioParser::EnterEither(Chunk3DS& chunk, ChunkId first, ChunkId second)
 {
-    while (BytesLeft_() != 0 && chunk->Initialize())
+    while (BytesLeft() != 0 && chunk.Initialize())
     {
-        if (chunk->end <= limit_ && (chunk->id == id || chunk->id == otherId))
+        const bool isInside = chunk.end <= innermostEnd_;
+        const auto id = static_cast<ChunkId>(chunk.id);
+        if (isInside && (id == first || id == second))
         {
             return true;
         }
-        Skip_(innermostId_, *chunk, chunk->end <= limit_ ? Skip::notUsed : Skip::pastParent);
-        chunk->Finalize();
+        ReportSkipped(innermostId_, chunk, isInside ? SkipReason::NotUsed : SkipReason::PastParent);
+        chunk.Finalize();
     }
     return false;
 }
 
-int ThreeDStudioObject::ParseColor(ColorVector* color)
+int ThreeDStudioParser::ParseColor(ColorVector& color)
 {
-    Chunk3DS chunk(&file);
-    if (!EnterChunk_(&chunk, floatColor, byteColor))
+    Chunk3DS chunk(&file_);
+    if (!EnterEither(chunk, ChunkId::FloatColor, ChunkId::ByteColor))
     {
         return 0;
     }
-    const ChunkLimit_ limit(*this, chunk);
-    const int result = chunk.id == floatColor ? ParseFloatColor(color) : ParseColor24(color);
+    const ChunkScope scope(*this, chunk);
+    const bool isFloat = static_cast<ChunkId>(chunk.id) == ChunkId::FloatColor;
+    const int result = isFloat ? ParseFloatColor(color) : ParseColor24(color);
     chunk.Finalize();
     return result;
 }
 
-int ThreeDStudioObject::ParseFloatColor(ColorVector* color)
+int ThreeDStudioParser::ParseFloatColor(ColorVector& color)
 {
     Vector components;
-    if (!ReadVector(&components))
+    if (!ReadVector(components))
     {
         return 0;
     }
-    color->SetColorVector(components.x, components.y, components.z, color->alpha);
+    color.SetColorVector(components.x, components.y, components.z, color.alpha);
     return 1;
 }
 
-int ThreeDStudioObject::ParseColor24(ColorVector* color)
+int ThreeDStudioParser::ParseColor24(ColorVector& color)
 {
-    if (BytesLeft_() < 3)
+    if (BytesLeft() < 3)
     {
         return 0;
     }
-    const unsigned long red = ReadBYTE();
-    const unsigned long green = ReadBYTE();
-    const unsigned long blue = ReadBYTE();
-    *color = red | green << 8 | blue << 16;
+    const unsigned long red = ReadNumber<BYTE>();
+    const unsigned long green = ReadNumber<BYTE>();
+    const unsigned long blue = ReadNumber<BYTE>();
+    color = red | green << 8 | blue << 16;
     return 1;
 }
 
-float ThreeDStudioObject::ParsePercentage()
+float ThreeDStudioParser::ParsePercentage()
 {
-    Chunk3DS chunk(&file);
-    if (!EnterChunk_(&chunk, wholePercentage, floatPercentage))
+    Chunk3DS chunk(&file_);
+    if (!EnterEither(chunk, ChunkId::WholePercentage, ChunkId::FloatPercentage))
     {
         return 0.0f;
     }
-    const ChunkLimit_ limit(*this, chunk);
+    const ChunkScope scope(*this, chunk);
+    const bool isWhole = static_cast<ChunkId>(chunk.id) == ChunkId::WholePercentage;
     const float percentage =
-        chunk.id == wholePercentage ? static_cast<float>(ReadWORD() * 0.01) : ReadFloat();
+        isWhole ? static_cast<float>(ReadNumber<WORD>() * 0.01) : ReadNumber<float>();
     chunk.Finalize();
     return percentage;
 }
+
+}  // namespace orvane

@@ -7,7 +7,7 @@
 
 using orvane::ChunkIdText;
 using orvane::KindOfChunk;
-using Skip = ThreeDStudioObject::Skip;
+using Skip = ThreeDStudioObject::SkipReason;
 using SkippedPart = ThreeDStudioObject::SkippedPart;
 
 std::string NameOfPart(const SkippedPart& part)
@@ -21,17 +21,17 @@ std::string ReasonText(const SkippedPart& part)
     const std::string parent = ChunkIdText(part.parent);
     switch (part.why)
     {
-        case Skip::pastParent:
+        case Skip::PastParent:
             return "it ends past the chunk " + parent + " that it is in";
-        case Skip::incomplete:
+        case Skip::Incomplete:
             return "it is shorter than what must be in it";
-        case Skip::noHeader:
+        case Skip::NoHeader:
             return "no chunk of " + parent + " can be read there: the file is cut off or damaged";
-        case Skip::landscape:
+        case Skip::Landscape:
             return "an object of the name Landscape ends the import of its editor data";
-        case Skip::afterFailure:
+        case Skip::AfterFailure:
             return "it comes behind what ended the import of " + parent;
-        case Skip::notUsed:
+        case Skip::NotUsed:
             break;
     }
     if (part.id == 0)
@@ -45,8 +45,8 @@ std::string ReasonText(const SkippedPart& part)
 std::string DamageText(const std::vector<SkippedPart>& skipped)
 {
     const auto damaged = std::find_if(skipped.begin(), skipped.end(), [](const SkippedPart& part) {
-        return part.why == Skip::pastParent || part.why == Skip::incomplete ||
-               part.why == Skip::noHeader;
+        return part.why == Skip::PastParent || part.why == Skip::Incomplete ||
+               part.why == Skip::NoHeader;
     });
     return damaged == skipped.end() ? ""
                                     : "byte " + std::to_string(damaged->start) + ": " +

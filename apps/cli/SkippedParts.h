@@ -13,7 +13,7 @@ public:
     std::vector<SkippedPart> skipped;
 
 protected:
-    void OnSkipped_(const SkippedPart& part) override { skipped.push_back(part); }
+    void OnSkipped(const SkippedPart& part) override { skipped.push_back(part); }
 };
 
 std::string NameOfPart(const ThreeDStudioObject::SkippedPart& part);

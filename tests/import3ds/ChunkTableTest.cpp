@@ -68,9 +68,9 @@ public:
     bool Has(WORD parent, WORD id) const { return parts_.count({parent, id}) != 0; }
 
 protected:
-    void OnSkipped_(const SkippedPart& part) override
+    void OnSkipped(const SkippedPart& part) override
     {
-        if (part.why == Skip::notUsed)
+        if (part.why == SkipReason::NotUsed)
         {
             parts_.emplace(part.parent, part.id);
         }

@@ -7,7 +7,7 @@
 namespace
 {
 
-using Skip = ThreeDStudioObject::Skip;
+using Skip = ThreeDStudioObject::SkipReason;
 
 class Watched : public ThreeDStudioObject
 {
@@ -21,7 +21,7 @@ public:
     std::vector<SkippedPart> skipped;
 
 protected:
-    void OnSkipped_(const SkippedPart& part) override { skipped.push_back(part); }
+    void OnSkipped(const SkippedPart& part) override { skipped.push_back(part); }
 };
 
 using Told = std::vector<std::tuple<int, int, Skip>>;  // parent, id, why
@@ -61,18 +61,18 @@ TEST(ThreeDStudioSkipped, ChunksThatNothingReadsAreToldWithTheirParents)
                           ObjectChunk("light", {ChunkOf(0x4600)}),
                           ObjectChunk("camera", {ChunkOf(0x4700)})}),
          ChunkOf(0xB000)});
-    EXPECT_EQ(Skipped(bytes), (Told{{0x4D4D, 0x0002, Skip::notUsed},
-                                    {0x3D3D, 0x0100, Skip::notUsed},
-                                    {0xAFFF, 0xA200, Skip::notUsed},
-                                    {0xA020, 0, Skip::notUsed},
-                                    {0xA010, 0x0012, Skip::notUsed},
-                                    {0x4000, 0x4010, Skip::notUsed},  // before the mesh
-                                    {0x4100, 0x4140, Skip::notUsed},
-                                    {0x4120, 0x4150, Skip::notUsed},
-                                    {0x4100, 0x4160, Skip::notUsed},
-                                    {0x4000, 0x4600, Skip::notUsed},
-                                    {0x4000, 0x4700, Skip::notUsed},
-                                    {0x4D4D, 0xB000, Skip::notUsed}}));
+    EXPECT_EQ(Skipped(bytes), (Told{{0x4D4D, 0x0002, Skip::NotUsed},
+                                    {0x3D3D, 0x0100, Skip::NotUsed},
+                                    {0xAFFF, 0xA200, Skip::NotUsed},
+                                    {0xA020, 0, Skip::NotUsed},
+                                    {0xA010, 0x0012, Skip::NotUsed},
+                                    {0x4000, 0x4010, Skip::NotUsed},  // before the mesh
+                                    {0x4100, 0x4140, Skip::NotUsed},
+                                    {0x4120, 0x4150, Skip::NotUsed},
+                                    {0x4100, 0x4160, Skip::NotUsed},
+                                    {0x4000, 0x4600, Skip::NotUsed},
+                                    {0x4000, 0x4700, Skip::NotUsed},
+                                    {0x4D4D, 0xB000, Skip::NotUsed}}));
 }
 
 TEST(ThreeDStudioSkipped, TheLandscapeAndWhatComesBehindItAreTold)
@@ -81,11 +81,11 @@ TEST(ThreeDStudioSkipped, TheLandscapeAndWhatComesBehindItAreTold)
     const RecordBytes behind = MeshObjectChunk("b");
     const Watched node(FileOf({landscape, behind}));
     ASSERT_EQ(node.skipped.size(), 2u);
-    EXPECT_EQ(node.skipped[0].why, Skip::landscape);
+    EXPECT_EQ(node.skipped[0].why, Skip::Landscape);
     EXPECT_EQ(node.skipped[0].id, 0x4000);
     EXPECT_EQ(node.skipped[0].start, 12u);
     EXPECT_EQ(node.skipped[0].length, landscape.Get().size());
-    EXPECT_EQ(node.skipped[1].why, Skip::afterFailure);
+    EXPECT_EQ(node.skipped[1].why, Skip::AfterFailure);
     EXPECT_EQ(node.skipped[1].parent, 0x3D3D);
     EXPECT_EQ(node.skipped[1].start, 12 + landscape.Get().size());
     EXPECT_EQ(node.skipped[1].length, behind.Get().size());
@@ -96,23 +96,23 @@ TEST(ThreeDStudioSkipped, AListThatIsTooShortIsTheReasonForWhatComesBehindIt)
     const RecordBytes faces = FaceChunk({0, 1, 2, 7});
     const RecordBytes mesh = ChunkOf(0x4100, {ChunkOf(0x4110, {RecordBytes().Word(9)}), faces});
     EXPECT_EQ(Skipped(FileOf({ObjectChunk("a", {mesh}), MeshObjectChunk("b")})),
-              (Told{{0x4100, 0x4110, Skip::incomplete},
-                    {0x4100, 0, Skip::afterFailure},
-                    {0x3D3D, 0, Skip::afterFailure}}));
+              (Told{{0x4100, 0x4110, Skip::Incomplete},
+                    {0x4100, 0, Skip::AfterFailure},
+                    {0x3D3D, 0, Skip::AfterFailure}}));
 }
 
 TEST(ThreeDStudioSkipped, AChunkThatEndsPastItsParentIsTold)
 {
     const RecordBytes tooLong = RecordBytes().Word(0x4000).Dword(1000);
     EXPECT_EQ(Skipped(FileOf({MeshObjectChunk("a"), tooLong})),
-              (Told{{0x3D3D, 0x4000, Skip::pastParent}}));
+              (Told{{0x3D3D, 0x4000, Skip::PastParent}}));
 }
 
 TEST(ThreeDStudioSkipped, BytesThatAreNoHeaderAreTold)
 {
     const RecordBytes tooShort = RecordBytes().Word(0x4000).Dword(5);
     EXPECT_EQ(Skipped(FileOf({MeshObjectChunk("a"), tooShort, MeshObjectChunk("b")})),
-              (Told{{0x3D3D, 0, Skip::noHeader}}));
+              (Told{{0x3D3D, 0, Skip::NoHeader}}));
 }
 
 TEST(ThreeDStudioSkipped, ARootWhoseLengthIsNoGoodIsTold)
@@ -124,7 +124,7 @@ TEST(ThreeDStudioSkipped, ARootWhoseLengthIsNoGoodIsTold)
     EXPECT_EQ(node.skipped[0].id, 0);
     EXPECT_EQ(node.skipped[0].start, 6U);
     EXPECT_EQ(node.skipped[0].length, behind.Get().size());
-    EXPECT_EQ(node.skipped[0].why, Skip::noHeader);
+    EXPECT_EQ(node.skipped[0].why, Skip::NoHeader);
 }
 
 }  // namespace

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "import3ds/Chunk3DS.h"
+#include "import3ds/ChunkTable.h"
+#include "import3ds/ThreeDStudioObject.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace orvane
+{
+
+/// Reads chunks of a 3D Studio file into a ThreeDStudioObject, and holds everything that is needed
+/// only meanwhile: where the chunk that is being read ends, the length of the file, the numbers of
+/// the materials by name. ThreeDStudioObject makes one for an import, and one for each parsing step
+/// that a host calls by itself.
+///
+/// Bytes are read from the node's file, at its position. The parser never reads past the end of the
+/// innermost chunk, and allocates nothing for a count whose elements are not in the file.
+class ThreeDStudioParser
+{
+public:
+    /// \param node borrowed; its file is open.
+    explicit ThreeDStudioParser(ThreeDStudioObject& node);
+    ThreeDStudioParser(const ThreeDStudioParser&) = delete;
+    ThreeDStudioParser& operator=(const ThreeDStudioParser&) = delete;
+
+    /// Reads the root chunk and all that is in it. 0 if the file has no length, as a pipe, or if
+    /// its first chunk is not a root.
+    int ParseFile();
+
+    // The steps of ThreeDStudioObject. Each takes a chunk whose header has been read.
+
+    int Parse3DS(const Chunk3DS& chunk);
+    int ParseMaterialData(const Chunk3DS& chunk);
+    int ParseMaterialEntry(const Chunk3DS& chunk);
+    int ParseNamedObject(const Chunk3DS& chunk);
+    std::unique_ptr<TriangularMeshObject> ParseMesh(const Chunk3DS& chunk, const CString& name);
+    int ParseVertexArray(TriangularMeshObject& mesh);
+    int ParseFaceArray(const Chunk3DS& chunk, TriangularMeshObject& mesh);
+    int ParseMeshMaterialGroup(TriangularMeshObject& mesh);
+    void ParseMeshMatrix();
+    int ParseColor(ColorVector& color);
+    int ParseFloatColor(ColorVector& color);
+    int ParseColor24(ColorVector& color);
+    float ParsePercentage();
+
+    /// A little-endian number, or 0 if the chunk ends before it does.
+    template <typename Number>
+    Number ReadNumber();
+    int ReadVector(Vector& vector);
+    int ReadFace(TriangularFace& face);
+    int ReadString(CString& text);
+
+private:
+    using SkipReason = ThreeDStudioObject::SkipReason;
+
+    /// Makes a chunk the innermost one while it lives.
+    class ChunkScope
+    {
+    public:
+        ChunkScope(ThreeDStudioParser& parser, const Chunk3DS& chunk)
+            : parser_(parser), outerEnd_(parser.innermostEnd_), outerId_(parser.innermostId_)
+        {
+            parser.innermostEnd_ = chunk.end;
+            parser.innermostId_ = chunk.id;
+        }
+        ~ChunkScope()
+        {
+            parser_.innermostEnd_ = outerEnd_;
+            parser_.innermostId_ = outerId_;
+        }
+        ChunkScope(const ChunkScope&) = delete;
+        ChunkScope& operator=(const ChunkScope&) = delete;
+
+    private:
+        ThreeDStudioParser& parser_;
+        DWORD outerEnd_;
+        WORD outerId_;
+    };
+
+    template <typename HandleChunk>
+    int ForEachChunk(const Chunk3DS& parent, HandleChunk handleChunk);
+    template <typename HandleChunk>
+    bool HandleAndReport(const Chunk3DS& chunk, HandleChunk handleChunk);
+    bool EnterEither(Chunk3DS& chunk, ChunkId first, ChunkId second);
+    int ReportSkipped(WORD parent, const Chunk3DS& chunk, SkipReason why);
+    void ReportRestSkipped(const Chunk3DS& parent, DWORD from, SkipReason why);
+
+    bool HasReached(DWORD position) const;
+    DWORD BytesLeft() const;
+    UINT ReadBytes(void* bytes, UINT count);
+    void MovePosition(int distance);
+    bool ReadBlock(DWORD count);
+    std::optional<int> ReadList(DWORD bytesPerElement);
+
+    WORD MaterialNumber(const CString& name);
+    void AddMesh(std::unique_ptr<TriangularMeshObject> mesh);
+
+    static constexpr DWORD noEnd = 0xFFFFFFFF;
+
+    ThreeDStudioObject& node_;
+    CFile& file_;                              // the node's
+    std::optional<std::uint64_t> fileLength_;  // in bytes; none if the file is closed or a pipe
+    DWORD innermostEnd_ = noEnd;  // position in the file where the innermost chunk ends
+    WORD innermostId_ = 0;        // 0 outside every chunk
+    int skippedParts_ = 0;        // reported so far
+    std::vector<BYTE> block_;     // the elements of the list that was read last
+
+    // The number of the first material of each name, among the first namedMaterials_ materials.
+    std::unordered_map<std::string, WORD> materialByName_;
+    int namedMaterials_ = 0;
+};
+
+// Calls handleChunk for each chunk from the file's position to the parent's end, until one call
+// returns 0. A chunk that ends past the parent's end is not handled, and ends the loop. Returns 0
+// if handleChunk did, or if a chunk has no header that can be read.
+template <typename HandleChunk>
+int ThreeDStudioParser::ForEachChunk(const Chunk3DS& parent, HandleChunk handleChunk)
+{
+    const ChunkScope scope(*this, parent);
+    while (!HasReached(parent.end))
+    {
+        Chunk3DS chunk(&file_);
+        if (!chunk.Initialize())
+        {
+            ReportRestSkipped(parent, chunk.start, SkipReason::NoHeader);
+            return 0;
+        }
+        if (chunk.end > parent.end)
+        {
+            ReportSkipped(parent.id, chunk, SkipReason::PastParent);
+        }
+        else if (!HandleAndReport(chunk, handleChunk))
+        {
+            ReportRestSkipped(parent, chunk.end, SkipReason::AfterFailure);
+            return 0;
+        }
+        chunk.Finalize();
+    }
+    return 1;
+}
+
+// Calls handleChunk. When that fails without having reported a reason, the reason is that the chunk
+// is too short.
+template <typename HandleChunk>
+bool ThreeDStudioParser::HandleAndReport(const Chunk3DS& chunk, HandleChunk handleChunk)
+{
+    const WORD parent = innermostId_;
+    const int skippedBefore = skippedParts_;
+    const ChunkScope scope(*this, chunk);
+    if (handleChunk(chunk))
+    {
+        return true;
+    }
+    if (skippedParts_ == skippedBefore)
+    {
+        ReportSkipped(parent, chunk, SkipReason::Incomplete);
+    }
+    return false;
+}
+
+}  // namespace orvane
