@@ -45,11 +45,11 @@ TEST_P(ToolAlphabets, IsToldWithItsCodePage)
     SaveAndDraw();
     const ToolResult result = folder.Run({"info", "--json", "s.orv"});
     ASSERT_EQ(result.status, 0) << result.err;
-    const Json info = Json::Parse(result.out);
-    EXPECT_EQ(info["codePage"].value, GetParam().codePage);
-    const Json& node = info["scene"]["children"].elements.at(0);
-    EXPECT_EQ(node["text"].string, GetParam().text);
-    EXPECT_EQ(node["font"].string, "DejaVu Sans");
+    const Json info = Json::parse(result.out);
+    EXPECT_EQ(info.at("codePage").get<double>(), GetParam().codePage);
+    const Json& node = info.at("scene").at("children").at(0);
+    EXPECT_EQ(node.at("text").get<std::string>(), GetParam().text);
+    EXPECT_EQ(node.at("font").get<std::string>(), "DejaVu Sans");
 }
 
 TEST_P(ToolAlphabets, HasItsCharacterSetInTheStoredDescriptionOfTheFont)

@@ -67,9 +67,9 @@ TEST(ToolFonts, JsonHasTheSameNamesInTheSameOrder)
         const ToolResult result = folder.Run({"fonts", "--json", filter});
         EXPECT_EQ(result.status, 0);
         std::vector<std::string> names;
-        for (const Json& font : Json::Parse(result.out).elements)
+        for (const Json& font : Json::parse(result.out))
         {
-            names.push_back(font["name"].string);
+            names.push_back(font.at("name").get<std::string>());
         }
         EXPECT_EQ(names, ListFonts({filter}));
     }

@@ -63,7 +63,7 @@ protected:
         const ToolResult result = Tell({"--json"});
         EXPECT_EQ(result.status, 0) << result.err;
         EXPECT_EQ(result.err, "");
-        return Json::Parse(result.out);
+        return Json::parse(result.out);
     }
 
     ToolFolder folder;
@@ -82,18 +82,18 @@ TEST_F(ToolInfo, ATextHasItsCharactersItsFontAndItsEdges)
     text.SetInterLineSpacing(-0.5f);
     text.SetScaleBevels();
     Save();
-    const Json node = TellInJson()["scene"]["children"][0];
-    EXPECT_EQ(node["class"].string, "OrvFontString");
-    EXPECT_EQ(node["path"].Numbers(), Numbers{0});
-    EXPECT_EQ(node["text"].string, "One\r\nTwo");
-    EXPECT_EQ(node["font"].string, "Edge Test Regular");  // the only one there is
-    EXPECT_EQ(node["style"].string, "round");
-    EXPECT_EQ(node["bevel"].value, 0.125);
-    EXPECT_EQ(node["bevelOn"].string, "back");
-    EXPECT_TRUE(node["bevelScales"].yes);
-    EXPECT_EQ(node["align"].string, "right");
-    EXPECT_EQ(node["characterSpacing"].value, 0.25);
-    EXPECT_EQ(node["lineSpacing"].value, -0.5);
+    const Json node = TellInJson().at("scene").at("children").at(0);
+    EXPECT_EQ(node.at("class").get<std::string>(), "OrvFontString");
+    EXPECT_EQ(node.at("path").get<std::vector<double>>(), Numbers{0});
+    EXPECT_EQ(node.at("text").get<std::string>(), "One\r\nTwo");
+    EXPECT_EQ(node.at("font").get<std::string>(), "Edge Test Regular");  // the only one there is
+    EXPECT_EQ(node.at("style").get<std::string>(), "round");
+    EXPECT_EQ(node.at("bevel").get<double>(), 0.125);
+    EXPECT_EQ(node.at("bevelOn").get<std::string>(), "back");
+    EXPECT_TRUE(node.at("bevelScales").get<bool>());
+    EXPECT_EQ(node.at("align").get<std::string>(), "right");
+    EXPECT_EQ(node.at("characterSpacing").get<double>(), 0.25);
+    EXPECT_EQ(node.at("lineSpacing").get<double>(), -0.5);
 }
 
 TEST_F(ToolInfo, MaterialsHaveAllTheirColors)
@@ -114,18 +114,22 @@ TEST_F(ToolInfo, MaterialsHaveAllTheirColors)
     text.SetBevelColor(bevel);
     Save();
 
-    const Json node = TellInJson()["scene"]["children"][0];
-    const Json& materials = node["materials"];
-    EXPECT_EQ(materials.Keys(), (std::vector<std::string>{"face", "edge", "bevel"}));
-    EXPECT_EQ(materials["face"]["name"].string, "Gold");
-    EXPECT_EQ(materials["face"]["ambient"].Numbers(), (Numbers{0.125, 0.25, 0.5, 1}));
-    EXPECT_EQ(materials["face"]["diffuse"].Numbers(), (Numbers{0.75, 0.5, 0.25, 0.5}));
-    EXPECT_EQ(materials["face"]["emission"].Numbers(), (Numbers{0, 0.0625, 0, 1}));
-    EXPECT_EQ(materials["face"]["specular"].Numbers(), (Numbers{1, 1, 0.1, 1}));
-    EXPECT_EQ(materials["face"]["shininess"].value, 16);
-    EXPECT_EQ(materials["edge"]["diffuse"].Numbers(), (Numbers{1, 0, 0, 1}));
-    EXPECT_EQ(materials["bevel"]["name"].string, "Rounding");
-    EXPECT_TRUE(node["transparent"].yes);  // by the face's alpha
+    const Json node = TellInJson().at("scene").at("children").at(0);
+    const Json& materials = node.at("materials");
+    EXPECT_EQ(KeysOf(materials), (std::vector<std::string>{"face", "edge", "bevel"}));
+    EXPECT_EQ(materials.at("face").at("name").get<std::string>(), "Gold");
+    EXPECT_EQ(materials.at("face").at("ambient").get<std::vector<double>>(),
+              (Numbers{0.125, 0.25, 0.5, 1}));
+    EXPECT_EQ(materials.at("face").at("diffuse").get<std::vector<double>>(),
+              (Numbers{0.75, 0.5, 0.25, 0.5}));
+    EXPECT_EQ(materials.at("face").at("emission").get<std::vector<double>>(),
+              (Numbers{0, 0.0625, 0, 1}));
+    EXPECT_EQ(materials.at("face").at("specular").get<std::vector<double>>(),
+              (Numbers{1, 1, 0.1, 1}));
+    EXPECT_EQ(materials.at("face").at("shininess").get<double>(), 16);
+    EXPECT_EQ(materials.at("edge").at("diffuse").get<std::vector<double>>(), (Numbers{1, 0, 0, 1}));
+    EXPECT_EQ(materials.at("bevel").at("name").get<std::string>(), "Rounding");
+    EXPECT_TRUE(node.at("transparent").get<bool>());  // by the face's alpha
 
     // For people the colours as they are written: 0.75 is the step 191.25, 0.5 is 127.5.
     const std::string out = Tell().out;
@@ -147,19 +151,21 @@ TEST_F(ToolInfo, NodesAreATreeWithTheirPaths)
     inside->SetTranslation(DVector(1.0, 2.0, 3.0));
     Save();
 
-    const Json root = TellInJson()["scene"];
-    EXPECT_EQ(root["class"].string, "SceneObject");
-    EXPECT_EQ(root["path"].Size(), 0);
-    EXPECT_FALSE(root.Has("texture"));  // it is the background
-    ASSERT_EQ(root["children"].Size(), 2);
-    EXPECT_EQ(root["children"][0]["children"][0]["text"].string, "below");
-    EXPECT_EQ(root["children"][0]["children"][0]["path"].Numbers(), (Numbers{0, 0}));
-    EXPECT_FALSE(root["children"][0]["deleted"].yes);
-    EXPECT_TRUE(root["children"][1]["deleted"].yes);
-    EXPECT_EQ(root["children"][1]["class"].string, "DrawingObject");
-    const Json& deepest = root["children"][1]["children"][0];
-    EXPECT_EQ(deepest["path"].Numbers(), (Numbers{1, 0}));
-    EXPECT_EQ(deepest["transform"].Numbers(),
+    const Json root = TellInJson().at("scene");
+    EXPECT_EQ(root.at("class").get<std::string>(), "SceneObject");
+    EXPECT_EQ(root.at("path").size(), 0u);
+    EXPECT_FALSE(root.contains("texture"));  // it is the background
+    ASSERT_EQ(root.at("children").size(), 2u);
+    EXPECT_EQ(root.at("children").at(0).at("children").at(0).at("text").get<std::string>(),
+              "below");
+    EXPECT_EQ(root.at("children").at(0).at("children").at(0).at("path").get<std::vector<double>>(),
+              (Numbers{0, 0}));
+    EXPECT_FALSE(root.at("children").at(0).at("deleted").get<bool>());
+    EXPECT_TRUE(root.at("children").at(1).at("deleted").get<bool>());
+    EXPECT_EQ(root.at("children").at(1).at("class").get<std::string>(), "DrawingObject");
+    const Json& deepest = root.at("children").at(1).at("children").at(0);
+    EXPECT_EQ(deepest.at("path").get<std::vector<double>>(), (Numbers{1, 0}));
+    EXPECT_EQ(deepest.at("transform").get<std::vector<double>>(),
               (Numbers{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 1, 2, 3, 1}));
 
     const std::string out = Tell().out;
@@ -180,13 +186,13 @@ TEST_F(ToolInfo, BoundsAreThoseOfTheFile)
     node->bounds.AccumulateLocalBounds(Vector(-1, -2, -3), Vector(1, 2, 3), sphere);
     node->bounds.CalculateBounds(*node->GetTransform());
     Save();
-    const Json children = TellInJson()["scene"]["children"];
-    const Json& bounds = children[0]["bounds"];
-    EXPECT_EQ(bounds["own"]["minimum"].Numbers(), (Numbers{-1, -2, -3}));
-    EXPECT_EQ(bounds["own"]["maximum"].Numbers(), (Numbers{1, 2, 3}));
-    EXPECT_EQ(bounds["parent"]["minimum"].Numbers(), (Numbers{9, -2, -3}));
-    EXPECT_EQ(bounds["parent"]["maximum"].Numbers(), (Numbers{11, 2, 3}));
-    EXPECT_EQ(children[1]["bounds"].kind, Json::null);
+    const Json children = TellInJson().at("scene").at("children");
+    const Json& bounds = children.at(0).at("bounds");
+    EXPECT_EQ(bounds.at("own").at("minimum").get<std::vector<double>>(), (Numbers{-1, -2, -3}));
+    EXPECT_EQ(bounds.at("own").at("maximum").get<std::vector<double>>(), (Numbers{1, 2, 3}));
+    EXPECT_EQ(bounds.at("parent").at("minimum").get<std::vector<double>>(), (Numbers{9, -2, -3}));
+    EXPECT_EQ(bounds.at("parent").at("maximum").get<std::vector<double>>(), (Numbers{11, 2, 3}));
+    EXPECT_TRUE(children.at(1).at("bounds").is_null());
 }
 
 TEST_F(ToolInfo, MeshesTellTheirNamesAndSizesAndImportsTheirMaterials)
@@ -205,13 +211,14 @@ TEST_F(ToolInfo, MeshesTellTheirNamesAndSizesAndImportsTheirMaterials)
     import->AddChild(mesh);
     scene.AddChild(import);
     Save();
-    const Json node = TellInJson()["scene"]["children"][0];
-    EXPECT_EQ(node["class"].string, "ThreeDStudioObject");
-    EXPECT_EQ(node["materials"][0]["name"].string, "Steel");
-    EXPECT_EQ(node["materials"][0]["diffuse"].Numbers(), (Numbers{0.5, 0.5, 0.75, 1}));
-    EXPECT_EQ(node["children"][0]["name"].string, "Cube");
-    EXPECT_EQ(node["children"][0]["vertices"].value, 4);
-    EXPECT_EQ(node["children"][0]["faces"].value, 1);
+    const Json node = TellInJson().at("scene").at("children").at(0);
+    EXPECT_EQ(node.at("class").get<std::string>(), "ThreeDStudioObject");
+    EXPECT_EQ(node.at("materials").at(0).at("name").get<std::string>(), "Steel");
+    EXPECT_EQ(node.at("materials").at(0).at("diffuse").get<std::vector<double>>(),
+              (Numbers{0.5, 0.5, 0.75, 1}));
+    EXPECT_EQ(node.at("children").at(0).at("name").get<std::string>(), "Cube");
+    EXPECT_EQ(node.at("children").at(0).at("vertices").get<double>(), 4);
+    EXPECT_EQ(node.at("children").at(0).at("faces").get<double>(), 1);
     const std::string out = Tell().out;
     EXPECT_NE(out.find("TriangularMeshObject \"Cube\"\n"), std::string::npos);
     EXPECT_NE(out.find("4 vertices, 1 face\n"), std::string::npos);
@@ -234,28 +241,28 @@ TEST_F(ToolInfo, LightsTellStateKindPlaceAndDirection)
     third.SetSpotExponent(4);
     Save();
 
-    const Json lights = TellInJson()["lights"];
-    ASSERT_EQ(lights.Size(), 8);
-    const Json& lamp = lights[2];
-    EXPECT_EQ(lamp["index"].value, 2);
-    EXPECT_EQ(lamp["number"].value, 2);
-    EXPECT_EQ(lamp["name"].string, "Lamp");
-    EXPECT_TRUE(lamp["inUse"].yes);
-    EXPECT_FALSE(lamp["on"].yes);
-    EXPECT_EQ(lamp["kind"].string, "positional");
-    EXPECT_EQ(lamp["ambient"].Numbers(), (Numbers{0, 0, 0.5, 1}));
-    EXPECT_EQ(lamp["diffuse"].Numbers(), (Numbers{1, 0.5, 0, 1}));
-    EXPECT_EQ(lamp["specular"].Numbers(), (Numbers{0, 1, 0, 1}));
-    EXPECT_EQ(lamp["position"].Numbers(), (Numbers{1, 2, 3}));
-    EXPECT_EQ(lamp["direction"].Numbers(), (Numbers{0, 0, -1}));
-    EXPECT_EQ(lamp["spotCutoff"].value, 30);
-    EXPECT_EQ(lamp["spotExponent"].value, 4);
+    const Json lights = TellInJson().at("lights");
+    ASSERT_EQ(lights.size(), 8u);
+    const Json& lamp = lights.at(2);
+    EXPECT_EQ(lamp.at("index").get<double>(), 2);
+    EXPECT_EQ(lamp.at("number").get<double>(), 2);
+    EXPECT_EQ(lamp.at("name").get<std::string>(), "Lamp");
+    EXPECT_TRUE(lamp.at("inUse").get<bool>());
+    EXPECT_FALSE(lamp.at("on").get<bool>());
+    EXPECT_EQ(lamp.at("kind").get<std::string>(), "positional");
+    EXPECT_EQ(lamp.at("ambient").get<std::vector<double>>(), (Numbers{0, 0, 0.5, 1}));
+    EXPECT_EQ(lamp.at("diffuse").get<std::vector<double>>(), (Numbers{1, 0.5, 0, 1}));
+    EXPECT_EQ(lamp.at("specular").get<std::vector<double>>(), (Numbers{0, 1, 0, 1}));
+    EXPECT_EQ(lamp.at("position").get<std::vector<double>>(), (Numbers{1, 2, 3}));
+    EXPECT_EQ(lamp.at("direction").get<std::vector<double>>(), (Numbers{0, 0, -1}));
+    EXPECT_EQ(lamp.at("spotCutoff").get<double>(), 30);
+    EXPECT_EQ(lamp.at("spotExponent").get<double>(), 4);
 
     // A new scene's first light is free; it stands 30 degrees up and shines down from there.
-    EXPECT_FALSE(lights[0]["inUse"].yes);
-    EXPECT_TRUE(lights[0]["on"].yes);
-    EXPECT_EQ(lights[0]["kind"].string, "directional");
-    const Numbers direction = lights[0]["direction"].Numbers();
+    EXPECT_FALSE(lights.at(0).at("inUse").get<bool>());
+    EXPECT_TRUE(lights.at(0).at("on").get<bool>());
+    EXPECT_EQ(lights.at(0).at("kind").get<std::string>(), "directional");
+    const Numbers direction = lights.at(0).at("direction").get<std::vector<double>>();
     EXPECT_NEAR(direction[0], 0, 1e-6);
     EXPECT_NEAR(direction[1], -0.5, 1e-6);
     EXPECT_NEAR(direction[2], -std::sqrt(0.75), 1e-6);
@@ -280,11 +287,12 @@ TEST_F(ToolInfo, TheLightingAndTheBackgroundAreTheScenes)
     scene.ClearRotateLightsWithScene();
     Save();
     const Json json = TellInJson();
-    EXPECT_EQ(json["background"]["color"].Numbers(), (Numbers{0.25, 0.5, 0.75, 1}));
-    EXPECT_EQ(json["background"]["picture"].kind, Json::null);
-    EXPECT_EQ(json["ambientLight"].Numbers(), (Numbers{0.125, 0, 0, 1}));
-    EXPECT_TRUE(json["localViewer"].yes);
-    EXPECT_EQ(json["lightsFollow"].string, "camera");
+    EXPECT_EQ(json.at("background").at("color").get<std::vector<double>>(),
+              (Numbers{0.25, 0.5, 0.75, 1}));
+    EXPECT_TRUE(json.at("background").at("picture").is_null());
+    EXPECT_EQ(json.at("ambientLight").get<std::vector<double>>(), (Numbers{0.125, 0, 0, 1}));
+    EXPECT_TRUE(json.at("localViewer").get<bool>());
+    EXPECT_EQ(json.at("lightsFollow").get<std::string>(), "camera");
     EXPECT_NE(Tell().out.find("  lighting    ambient #200000, lights follow the camera\n"),
               std::string::npos);
 }
@@ -307,19 +315,19 @@ TEST_F(ToolInfo, TexturesAndBackgroundPicturesTellTheirFilesAndHowTheyLie)
     Save();
 
     const Json json = TellInJson();
-    const Json& picture = json["background"]["picture"];
-    EXPECT_EQ(picture["name"].string, "wood");
-    EXPECT_EQ(picture["file"].string, file.Text());
-    EXPECT_EQ(picture["placement"].string, "center");
-    EXPECT_EQ(picture["at"].Numbers(), (Numbers{12.5, -3}));
-    const Json& laid = json["scene"]["children"][0]["texture"];
-    EXPECT_EQ(laid["file"].string, file.Text());
-    EXPECT_TRUE(laid["on"].yes);
-    EXPECT_EQ(laid["quality"].string, "linear");
-    EXPECT_EQ(laid["repeat"].value, 2.5);
-    EXPECT_TRUE(laid["scales"].yes);
-    EXPECT_TRUE(laid["blended"].yes);
-    EXPECT_EQ(json["scene"]["children"][1]["texture"].kind, Json::null);
+    const Json& picture = json.at("background").at("picture");
+    EXPECT_EQ(picture.at("name").get<std::string>(), "wood");
+    EXPECT_EQ(picture.at("file").get<std::string>(), file.Text());
+    EXPECT_EQ(picture.at("placement").get<std::string>(), "center");
+    EXPECT_EQ(picture.at("at").get<std::vector<double>>(), (Numbers{12.5, -3}));
+    const Json& laid = json.at("scene").at("children").at(0).at("texture");
+    EXPECT_EQ(laid.at("file").get<std::string>(), file.Text());
+    EXPECT_TRUE(laid.at("on").get<bool>());
+    EXPECT_EQ(laid.at("quality").get<std::string>(), "linear");
+    EXPECT_EQ(laid.at("repeat").get<double>(), 2.5);
+    EXPECT_TRUE(laid.at("scales").get<bool>());
+    EXPECT_TRUE(laid.at("blended").get<bool>());
+    EXPECT_TRUE(json.at("scene").at("children").at(1).at("texture").is_null());
 }
 
 TEST_F(ToolInfo, APictureThatIsGoneIsFoundBesideTheFileByItsName)
@@ -334,10 +342,10 @@ TEST_F(ToolInfo, APictureThatIsGoneIsFoundBesideTheFileByItsName)
     lost.SetName("stone");
     lost.SetFilename("/nowhere/elsewhere/stone.bmp");
     Save();
-    const Json children = TellInJson()["scene"]["children"];
-    EXPECT_EQ(children[0]["texture"]["file"].string, folder.Path("wood.bmp"));
-    EXPECT_TRUE(children[0]["texture"]["on"].yes);
-    EXPECT_EQ(children[1]["texture"].kind, Json::null);
+    const Json children = TellInJson().at("scene").at("children");
+    EXPECT_EQ(children.at(0).at("texture").at("file").get<std::string>(), folder.Path("wood.bmp"));
+    EXPECT_TRUE(children.at(0).at("texture").at("on").get<bool>());
+    EXPECT_TRUE(children.at(1).at("texture").is_null());
 }
 
 TEST_F(ToolInfo, CamerasAreTheViewsAndTheSavedOnes)
@@ -358,23 +366,24 @@ TEST_F(ToolInfo, CamerasAreTheViewsAndTheSavedOnes)
     Save();
 
     const Json json = TellInJson();
-    const Json& camera = json["view"];
-    EXPECT_EQ(camera["projection"].string, "orthographic");
-    EXPECT_EQ(camera["orthographicSize"].Numbers(), (Numbers{8, 8}));
-    EXPECT_EQ(camera["mode"].string, "outline");
-    EXPECT_TRUE(camera["showsLights"].yes);
-    EXPECT_FALSE(camera["showsTextures"].yes);
-    EXPECT_EQ(camera["transform"].Numbers(),  // a new camera stands five units in front
+    const Json& camera = json.at("view");
+    EXPECT_EQ(camera.at("projection").get<std::string>(), "orthographic");
+    EXPECT_EQ(camera.at("orthographicSize").get<std::vector<double>>(), (Numbers{8, 8}));
+    EXPECT_EQ(camera.at("mode").get<std::string>(), "outline");
+    EXPECT_TRUE(camera.at("showsLights").get<bool>());
+    EXPECT_FALSE(camera.at("showsTextures").get<bool>());
+    EXPECT_EQ(camera.at("transform")
+                  .get<std::vector<double>>(),  // a new camera stands five units in front
               (Numbers{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, -5, 1}));
-    ASSERT_EQ(json["savedViews"].Size(), 2);
-    const Json& front = json["savedViews"][0];
-    EXPECT_EQ(front["name"].string, "Front");
-    EXPECT_EQ(front["projection"].string, "perspective");
-    EXPECT_EQ(front["fieldOfView"].value, 20);
-    EXPECT_NEAR(front["lens"].value, 17.5 / std::tan(10 * M_PI / 180), 1e-6);
-    EXPECT_EQ(front["transform"].Numbers(),
+    ASSERT_EQ(json.at("savedViews").size(), 2u);
+    const Json& front = json.at("savedViews").at(0);
+    EXPECT_EQ(front.at("name").get<std::string>(), "Front");
+    EXPECT_EQ(front.at("projection").get<std::string>(), "perspective");
+    EXPECT_EQ(front.at("fieldOfView").get<double>(), 20);
+    EXPECT_NEAR(front.at("lens").get<double>(), 17.5 / std::tan(10 * M_PI / 180), 1e-6);
+    EXPECT_EQ(front.at("transform").get<std::vector<double>>(),
               (Numbers{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 4, 5, 6, 1}));
-    EXPECT_EQ(json["savedViews"][1]["name"].string, "Straße");
+    EXPECT_EQ(json.at("savedViews").at(1).at("name").get<std::string>(), "Straße");
     // The letter of two bytes does not shift the column behind it.
     EXPECT_NE(Tell().out.find("\nSaved views: 2\n"
                               "  0  \"Front\"   perspective, 20 degrees, lens 99.25 mm  "
@@ -391,34 +400,35 @@ TEST_F(ToolInfo, TheKeysOfTheJsonAreThese)
     Save();
     const Json json = TellInJson();
     using Keys = std::vector<std::string>;
-    EXPECT_EQ(json.Keys(),
+    EXPECT_EQ(KeysOf(json),
               (Keys{"file", "kind", "bytes", "codePage", "view", "background", "ambientLight",
                     "localViewer", "lightsFollow", "lights", "savedViews", "scene", "records"}));
-    EXPECT_EQ(json["file"].string, "s.orv");
-    EXPECT_EQ(json["kind"].string, "scene");
-    EXPECT_EQ(json["bytes"].value, static_cast<double>(folder.Read("s.orv").size()));
-    EXPECT_EQ(json["codePage"].value, 1252);
-    EXPECT_EQ(json["scene"]["children"][0].Keys(),
+    EXPECT_EQ(json.at("file").get<std::string>(), "s.orv");
+    EXPECT_EQ(json.at("kind").get<std::string>(), "scene");
+    EXPECT_EQ(json.at("bytes").get<double>(), static_cast<double>(folder.Read("s.orv").size()));
+    EXPECT_EQ(json.at("codePage").get<double>(), 1252);
+    EXPECT_EQ(KeysOf(json.at("scene").at("children").at(0)),
               (Keys{"path", "class", "text", "font", "style", "bevel", "bevelOn", "bevelScales",
                     "align", "characterSpacing", "lineSpacing", "materials", "deleted",
                     "transparent", "size", "transform", "bounds", "texture", "children"}));
-    EXPECT_EQ(json["view"].Keys(),
+    EXPECT_EQ(KeysOf(json.at("view")),
               (Keys{"projection", "fieldOfView", "lens", "orthographicSize", "transform",
                     "referenceAspect", "referenceHeight", "mode", "showsLights", "showsTextures"}));
-    EXPECT_EQ(json["savedViews"][0].Keys(),
+    EXPECT_EQ(KeysOf(json.at("savedViews").at(0)),
               (Keys{"name", "projection", "fieldOfView", "lens", "orthographicSize", "transform"}));
-    EXPECT_EQ(json["lights"][0].Keys(),
+    EXPECT_EQ(KeysOf(json.at("lights").at(0)),
               (Keys{"index", "name", "number", "inUse", "on", "kind", "ambient", "diffuse",
                     "specular", "position", "direction", "spotCutoff", "spotExponent"}));
-    EXPECT_EQ(json["records"][0].Keys(), (Keys{"class", "version", "count"}));
+    EXPECT_EQ(KeysOf(json.at("records").at(0)), (Keys{"class", "version", "count"}));
 }
 
 TEST_F(ToolInfo, TextsOfACodePageAreShownInUtf8)
 {
     AddText("\xC5\xEB\xEB\xDC\xE4\xE1");  // Ελλάδα
     Save(1253);
-    EXPECT_EQ(TellInJson()["scene"]["children"][0]["text"].string, "Ελλάδα");
-    EXPECT_EQ(TellInJson()["codePage"].value, 1253);
+    EXPECT_EQ(TellInJson().at("scene").at("children").at(0).at("text").get<std::string>(),
+              "Ελλάδα");
+    EXPECT_EQ(TellInJson().at("codePage").get<double>(), 1253);
     EXPECT_NE(Tell().out.find("\"Ελλάδα\""), std::string::npos);
 }
 
@@ -431,14 +441,14 @@ TEST_F(ToolInfo, CharactersThatSteerTerminalsAreEscaped)
     EXPECT_NE(result.out.find("\"a\\\"\\\\\\u0009\\u001b[2J\\u007f›\\r\\n/\"\n"), std::string::npos)
         << result.out;
     EXPECT_NE(result.out.find("\"\\u0081\"\n"), std::string::npos) << result.out;
-    const Json children = TellInJson()["scene"]["children"];
-    EXPECT_EQ(children[0]["text"].string, "a\"\\\t\x1B[2J\x7F›\r\n/");
-    EXPECT_EQ(children[1]["text"].string, "\u0081");
+    const Json children = TellInJson().at("scene").at("children");
+    EXPECT_EQ(children.at(0).at("text").get<std::string>(), "a\"\\\t\x1B[2J\x7F›\r\n/");
+    EXPECT_EQ(children.at(1).at("text").get<std::string>(), "\u0081");
 
     // A name that is not UTF-8 makes no broken JSON.
     folder.Write("\xFF\xC3(\xE2\x82.orv", folder.Read("s.orv"));
     const ToolResult odd = folder.Run({"info", "\xFF\xC3(\xE2\x82.orv", "--json"});
-    EXPECT_EQ(Json::Parse(odd.out)["file"].string, "\uFFFD\uFFFD(\uFFFD\uFFFD.orv");
+    EXPECT_EQ(Json::parse(odd.out).at("file").get<std::string>(), "\uFFFD\uFFFD(\uFFFD\uFFFD.orv");
 }
 
 TEST_F(ToolInfo, NumbersThatJsonDoesNotHaveAreNull)
@@ -447,11 +457,12 @@ TEST_F(ToolInfo, NumbersThatJsonDoesNotHaveAreNull)
     AddText("x").SetInterLineSpacing(INFINITY);
     AddText("x").SetInterLineSpacing(0.1f);
     Save();
-    const Json children = TellInJson()["scene"]["children"];
-    EXPECT_EQ(children[0]["lineSpacing"].kind, Json::null);
-    EXPECT_EQ(children[1]["lineSpacing"].kind, Json::null);
-    EXPECT_EQ(children[2]["lineSpacing"].value, 0.1);  // in as many digits as a float needs
-    EXPECT_NE(children[2]["lineSpacing"].value, F(0.1f));
+    const Json children = TellInJson().at("scene").at("children");
+    EXPECT_TRUE(children.at(0).at("lineSpacing").is_null());
+    EXPECT_TRUE(children.at(1).at("lineSpacing").is_null());
+    EXPECT_EQ(children.at(2).at("lineSpacing").get<double>(),
+              0.1);  // in as many digits as a float needs
+    EXPECT_NE(children.at(2).at("lineSpacing").get<double>(), F(0.1f));
 }
 
 // Versions.
@@ -459,11 +470,12 @@ TEST_F(ToolInfo, NumbersThatJsonDoesNotHaveAreNull)
 std::vector<std::string> Records(const Json& json)
 {
     std::vector<std::string> records;
-    for (const Json& record : json["records"].elements)
+    for (const Json& record : json.at("records"))
     {
-        records.push_back(record["class"].string + " " +
-                          std::to_string(static_cast<int>(record["version"].value)) + " x" +
-                          std::to_string(static_cast<int>(record["count"].value)));
+        records.push_back(record.at("class").get<std::string>() + " " +
+                          std::to_string(static_cast<int>(record.at("version").get<double>())) +
+                          " x" +
+                          std::to_string(static_cast<int>(record.at("count").get<double>())));
     }
     return records;
 }
@@ -637,8 +649,8 @@ TEST_F(ToolInfo, TwoThousandDamagedFilesAreToldOrRefusedAndEndNothing)
         std::ofstream(path, std::ios::binary) << damaged;
         try
         {
-            const Json json = Json::Parse(TellScene(path, true));
-            EXPECT_EQ(json["kind"].string, "scene");
+            const Json json = Json::parse(TellScene(path, true));
+            EXPECT_EQ(json.at("kind").get<std::string>(), "scene");
             EXPECT_FALSE(TellScene(path, false).empty());
             ++told;
         }

@@ -62,35 +62,36 @@ TEST_F(ToolMeshInfo, InfoAsJsonTellsTheSame)
     folder.Write("x.3ds", AsText(FileWithMuchBesides()));
     const ToolResult result = folder.Run({"info", "--json", "x.3ds"});
     EXPECT_EQ(result.status, 0) << result.err;
-    const Json json = Json::Parse(result.out);
-    EXPECT_EQ(json["file"].string, "x.3ds");
-    EXPECT_EQ(json["kind"].string, "meshes");
-    ASSERT_EQ(json["meshes"].Size(), 1);
-    const Json& mesh = json["meshes"][0];
-    EXPECT_EQ(mesh["name"].string, "shape");
-    EXPECT_EQ(mesh["vertices"].value, 4);
-    EXPECT_EQ(mesh["faces"].value, 2);
-    EXPECT_TRUE(mesh["hidden"].yes);
-    EXPECT_FALSE(mesh["shadow"].yes);
+    const Json json = Json::parse(result.out);
+    EXPECT_EQ(json.at("file").get<std::string>(), "x.3ds");
+    EXPECT_EQ(json.at("kind").get<std::string>(), "meshes");
+    ASSERT_EQ(json.at("meshes").size(), 1u);
+    const Json& mesh = json.at("meshes").at(0);
+    EXPECT_EQ(mesh.at("name").get<std::string>(), "shape");
+    EXPECT_EQ(mesh.at("vertices").get<double>(), 4);
+    EXPECT_EQ(mesh.at("faces").get<double>(), 2);
+    EXPECT_TRUE(mesh.at("hidden").get<bool>());
+    EXPECT_FALSE(mesh.at("shadow").get<bool>());
     // y up: x stays, y is the file's z, z is the file's -y; turned in single precision.
-    const std::vector<double> minimum = mesh["minimum"].Numbers();
+    const std::vector<double> minimum = mesh.at("minimum").get<std::vector<double>>();
     ASSERT_EQ(minimum.size(), 3u);
     EXPECT_NEAR(minimum[0], 1, 1e-4);
     EXPECT_NEAR(minimum[1], 3, 1e-4);
     EXPECT_NEAR(minimum[2], -8, 1e-4);
-    ASSERT_EQ(json["materials"].Size(), 2);
-    EXPECT_EQ(json["materials"][0]["name"].string, "Undefined");
-    EXPECT_EQ(json["materials"][1]["name"].string, "red");
-    EXPECT_EQ(json["materials"][1]["diffuse"].Numbers(), (std::vector<double>{1, 0, 0, 1}));
+    ASSERT_EQ(json.at("materials").size(), 2u);
+    EXPECT_EQ(json.at("materials").at(0).at("name").get<std::string>(), "Undefined");
+    EXPECT_EQ(json.at("materials").at(1).at("name").get<std::string>(), "red");
+    EXPECT_EQ(json.at("materials").at(1).at("diffuse").get<std::vector<double>>(),
+              (std::vector<double>{1, 0, 0, 1}));
     std::vector<std::string> ids;
-    for (const Json& skipped : json["skipped"].elements)
+    for (const Json& skipped : json.at("skipped"))
     {
-        ids.push_back(skipped["id"].string);
-        EXPECT_FALSE(skipped["why"].string.empty());
+        ids.push_back(skipped.at("id").get<std::string>());
+        EXPECT_FALSE(skipped.at("why").get<std::string>().empty());
     }
     EXPECT_EQ(ids, (std::vector<std::string>{"0xA200", "0x4600", "0x4700", "0x4140", "0x4150",
                                              "0xB000"}));
-    EXPECT_FALSE(json.Has("chunks"));
+    EXPECT_FALSE(json.contains("chunks"));
 }
 
 TEST_F(ToolMeshInfo, TheChunkTreeHasOffsetsAndLengths)
@@ -112,13 +113,13 @@ TEST_F(ToolMeshInfo, TheChunkTreeHasOffsetsAndLengths)
               "  32      9               0x0011 colour in bytes\n"
               "  41      6           0x1234 unknown\n");
     const Json chunks =
-        Json::Parse(folder.Run({"info", "--chunks", "--json", "x.3ds"}).out)["chunks"];
-    ASSERT_EQ(chunks.Size(), 7);
-    EXPECT_EQ(chunks[5]["id"].string, "0x0011");
-    EXPECT_EQ(chunks[5]["depth"].value, 4);
-    EXPECT_EQ(chunks[5]["offset"].value, 32);
-    EXPECT_EQ(chunks[5]["length"].value, 9);
-    EXPECT_TRUE(chunks[5]["whole"].yes);
+        Json::parse(folder.Run({"info", "--chunks", "--json", "x.3ds"}).out).at("chunks");
+    ASSERT_EQ(chunks.size(), 7u);
+    EXPECT_EQ(chunks.at(5).at("id").get<std::string>(), "0x0011");
+    EXPECT_EQ(chunks.at(5).at("depth").get<double>(), 4);
+    EXPECT_EQ(chunks.at(5).at("offset").get<double>(), 32);
+    EXPECT_EQ(chunks.at(5).at("length").get<double>(), 9);
+    EXPECT_TRUE(chunks.at(5).at("whole").get<bool>());
 }
 
 TEST_F(ToolMeshInfo, TheChunkTreeOfADamagedFileEndsWhereNoHeaderCanBeRead)

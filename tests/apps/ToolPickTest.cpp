@@ -274,9 +274,9 @@ TEST_F(ToolPick, ABoxWithTheNameOfATextsPartIsStillTheChild)
         {"pick", "s.orv", std::to_string(width / 2 + 3 * pixelsPerUnit / 2) + "," + middle,
          "--size", "256x96", "--json"});
     EXPECT_EQ(result.status, 0) << result.err;
-    const Json json = Json::Parse(result.out);
-    EXPECT_EQ(json["kind"].string, "node");
-    EXPECT_EQ(json["path"].Numbers(), (std::vector<double>{0, 0}));
+    const Json json = Json::parse(result.out);
+    EXPECT_EQ(json.at("kind").get<std::string>(), "node");
+    EXPECT_EQ(json.at("path").get<std::vector<double>>(), (std::vector<double>{0, 0}));
 }
 
 TEST_F(ToolPick, WiresAreFoundInOutlinesAlsoBesideThePixel)
@@ -314,10 +314,10 @@ TEST_F(ToolPick, LightsAreFoundWhereThePictureShowsThem)
     EXPECT_EQ(Run("128,48").out, "nothing but the background\n");
     view.SetShowLightsMode();
     EXPECT_EQ(Run("128,48").out, "light 3 \"Lamp\"\n");
-    const Json json = Json::Parse(Run("128,48", {"--json"}).out);
-    EXPECT_EQ(json["kind"].string, "light");
-    EXPECT_EQ(json["light"].value, 3);
-    EXPECT_EQ(json["name"].string, "Lamp");
+    const Json json = Json::parse(Run("128,48", {"--json"}).out);
+    EXPECT_EQ(json.at("kind").get<std::string>(), "light");
+    EXPECT_EQ(json.at("light").get<double>(), 3);
+    EXPECT_EQ(json.at("name").get<std::string>(), "Lamp");
     scene.SetRotateLightsWithScene();
     EXPECT_EQ(Run("128,48").out, "light 3 \"Lamp\"\n");
     EXPECT_EQ(Run("1,1").out, "nothing but the background\n");
@@ -353,16 +353,16 @@ TEST_F(ToolPick, TheAnswerNamesTextCharacterAndPart)
     EXPECT_EQ(folder.Run(arguments).out, "0 OrvFontString \"ÄI\", character 1 \"I\", face\n");
     std::vector<std::string> inJson = arguments;
     inJson.push_back("--json");
-    const Json json = Json::Parse(folder.Run(inJson).out);
-    EXPECT_EQ(json.Keys(), (std::vector<std::string>{"kind", "path", "class", "name", "index",
-                                                     "character", "part", "depth", "behind"}));
-    EXPECT_EQ(json["kind"].string, "character");
-    EXPECT_EQ(json["path"].Numbers(), std::vector<double>{0});
-    EXPECT_EQ(json["name"].string, "ÄI");
-    EXPECT_EQ(json["index"].value, 1);
-    EXPECT_EQ(json["character"].string, "I");
-    EXPECT_EQ(json["part"].string, "face");
-    EXPECT_EQ(json["behind"].Size(), 0);
+    const Json json = Json::parse(folder.Run(inJson).out);
+    EXPECT_EQ(KeysOf(json), (std::vector<std::string>{"kind", "path", "class", "name", "index",
+                                                      "character", "part", "depth", "behind"}));
+    EXPECT_EQ(json.at("kind").get<std::string>(), "character");
+    EXPECT_EQ(json.at("path").get<std::vector<double>>(), std::vector<double>{0});
+    EXPECT_EQ(json.at("name").get<std::string>(), "ÄI");
+    EXPECT_EQ(json.at("index").get<double>(), 1);
+    EXPECT_EQ(json.at("character").get<std::string>(), "I");
+    EXPECT_EQ(json.at("part").get<std::string>(), "face");
+    EXPECT_EQ(json.at("behind").size(), 0u);
 }
 
 TEST_F(ToolPick, NothingIsAnAnswerToo)

@@ -1,51 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// \file
-/// JSON texts read strictly by the grammar.
+#include <nlohmann/json.hpp>
 
 #include <string>
 #include <vector>
 
-/// A value.
-struct Json
+/// A JSON value whose objects keep the order of their members. Json::parse takes only what the
+/// grammar allows, in UTF-8, and throws for anything else.
+using Json = nlohmann::ordered_json;
+
+/// The names of an object's members, in order.
+inline std::vector<std::string> KeysOf(const Json& object)
 {
-    enum Kind
+    std::vector<std::string> keys;
+    for (const auto& member : object.items())
     {
-        null,
-        boolean,
-        number,
-        text,
-        array,
-        object
-    };
-
-    /// Throws std::runtime_error, naming the place, for anything but one JSON text in UTF-8.
-    static Json Parse(const std::string& source);
-
-    /// A member of an object. Throws std::runtime_error when there is none.
-    const Json& operator[](const char* key) const;
-    /// An element of an array. Throws when there is none.
-    const Json& operator[](int index) const;
-    bool Has(const char* key) const;
-    int Size() const;
-    /// The numbers of an array.
-    std::vector<double> Numbers() const;
-    /// The keys of an object, in order.
-    std::vector<std::string> Keys() const;
-
-    struct Member;
-
-    Kind kind = null;
-    bool yes = false;
-    double value = 0;
-    std::string string;  // UTF-8
-    std::vector<Json> elements;
-    std::vector<Member> members;
-};
-
-struct Json::Member
-{
-    std::string key;
-    Json value;
-};
+        keys.push_back(member.key());
+    }
+    return keys;
+}
