@@ -1,10 +1,14 @@
 # SPDX-License-Identifier: MIT
-# Other readers of 3D Studio files, to measure and compare with where they are installed: link mesh_readers and
-# ask for ORVANE_HAS_ASSIMP and ORVANE_HAS_LIB3DS.
+# Other libraries that read 3D Studio files, to compare with in tests and benchmarks: link mesh_readers. It defines
+# ORVANE_HAS_ASSIMP and ORVANE_HAS_LIB3DS for those that are installed. The tests need lib3ds, which writes files for
+# them; assimp is compared with where it is installed.
 
 pkg_check_modules(ASSIMP QUIET IMPORTED_TARGET assimp)
-find_library(LIB3DS_LIBRARY 3ds)
-find_path(LIB3DS_INCLUDE lib3ds/file.h)
+if(ORVANE_BUILD_TESTS)
+  set(lib3ds_required REQUIRED)
+endif()
+find_library(LIB3DS_LIBRARY 3ds ${lib3ds_required})
+find_path(LIB3DS_INCLUDE lib3ds/file.h ${lib3ds_required})
 
 add_library(mesh_readers INTERFACE)
 if(ASSIMP_FOUND)

@@ -2,8 +2,9 @@
 #pragma once
 
 /// \file
-/// Other readers of 3D Studio files, where they are installed: tests and benchmarks compare with
-/// them. ORVANE_HAS_ASSIMP and ORVANE_HAS_LIB3DS say which.
+/// Other libraries that read 3D Studio files, for tests and benchmarks to compare with.
+/// ORVANE_HAS_ASSIMP and ORVANE_HAS_LIB3DS are defined if they are installed; the tests need
+/// lib3ds.
 
 #ifdef ORVANE_HAS_ASSIMP
 #include <assimp/cimport.h>
@@ -12,8 +13,11 @@
 #ifdef ORVANE_HAS_LIB3DS
 extern "C"
 {
+#include <lib3ds/camera.h>
 #include <lib3ds/file.h>
+#include <lib3ds/light.h>
 #include <lib3ds/material.h>
 #include <lib3ds/mesh.h>
+#include <lib3ds/node.h>
 }
 #endif
