@@ -19,7 +19,7 @@ else()
 endif()
 
 set(ORVANE_SOURCES)
-foreach(folder IN LISTS ORVANE_FOLDERS ITEMS platform/outlines ${ORVANE_BACKEND} ${ORVANE_BACKEND}/fonts
+foreach(folder IN LISTS ORVANE_FOLDERS ITEMS contours ${ORVANE_BACKEND} ${ORVANE_BACKEND}/fonts
         ${ORVANE_BACKEND}/drawing)
   file(GLOB folder_sources CONFIGURE_DEPENDS ${folder}/*.cpp)
   list(APPEND ORVANE_SOURCES ${folder_sources})

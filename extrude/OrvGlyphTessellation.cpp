@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "contours/Tessellation.h"
 #include "extrude/OrvGlyph.h"
 #include "extrude/PrimitiveWinding.h"
-#include "platform/outlines/Tessellation.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 /// Receives the primitives that the tessellator makes of a glyph. The indices of all primitives are
 /// kept in one array, so that each face polygon can then be allocated once, at its final size.
-class FaceCollector : public outlines::FaceSink
+class FaceCollector : public orvane::contours::FaceSink
 {
 public:
     /// A primitive that the tessellator has begun. Its indices run from firstIndex up to the next
@@ -55,10 +55,10 @@ int OrvGlyph::CreateFacePolygons()
     }
 
     const auto count = static_cast<std::size_t>(vertexCount);
-    const auto corners = std::make_unique_for_overwrite<outlines::Corner[]>(count);
+    const auto corners = std::make_unique_for_overwrite<orvane::contours::Corner[]>(count);
     std::vector<int> sizes;
     sizes.reserve(static_cast<std::size_t>(contourCount));
-    outlines::Corner* corner = corners.get();
+    orvane::contours::Corner* corner = corners.get();
     for (int i = 0; i < contourCount; ++i)
     {
         const TTPolyContour& contour = *contours.GetElement(i);
@@ -71,7 +71,7 @@ int OrvGlyph::CreateFacePolygons()
         }
     }
     FaceCollector faces(*this, count);
-    if (!outlines::TessellateFaces({corners.get(), count}, sizes, faces))
+    if (!orvane::contours::TessellateFaces({corners.get(), count}, sizes, faces))
     {
         return 0;
     }

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Any contours as a font's outline: tried, repaired, turned, made quadratic, and built as the
 // library builds what is handed over.
+#include "contours/Areas.h"
+#include "contours/OutlineTrial.h"
+#include "contours/ProvidedOutline.h"
 #include "orvane.h"
-#include "platform/posix/fonts/CubicOutline.h"
-#include "platform/posix/fonts/FaceOutlines.h"
-#include "platform/posix/fonts/OutlineTrial.h"
+#include "platform/posix/fonts/GlyphPolygons.h"
+#include "platform/posix/fonts/OutlineTracer.h"
 
 #include <algorithm>
 #include <array>
@@ -13,7 +15,7 @@
 #include <span>
 #include <vector>
 
-using namespace posix;
+using namespace orvane::contours;
 
 namespace
 {
@@ -91,7 +93,7 @@ void CheckForm(const NativeOutline& outline)
 /// What is handed over lies where the outline does, save for what rounding adds.
 void CheckBounds(const NativeOutline& outline, const NativeOutline& given)
 {
-    constexpr FT_Pos rounding = FT_Pos{2} * 64;
+    constexpr std::int32_t rounding = 2 * 64;
     for (const auto coordinate : {&NativePoint::x, &NativePoint::y})
     {
         const auto [least, most] =
@@ -113,30 +115,30 @@ void CheckBounds(const NativeOutline& outline, const NativeOutline& given)
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t count)
 {
     const Contours contours({bytes, count});
-    const NativeOutline own =
-        contours.cubic ? TraceCubicOutline(contours.outline) : TraceOutline(contours.outline);
+    const NativeOutline own = contours.cubic ? posix::TraceCubicOutline(contours.outline)
+                                             : posix::TraceOutline(contours.outline);
     CheckForm(own);
     const ProvidedOutline provided = ProvideOutline(own, contours.cubic, contours.em);
-    Check(!(provided.repaired && provided.failed), "what is repaired has not failed");
-    Check(provided.outline || !(provided.repaired || provided.turned || provided.converted),
+    Check(!(provided.isRepaired && provided.isFailed), "what is repaired has not failed");
+    Check(provided.outline || !(provided.isRepaired || provided.isTurned || provided.isConverted),
           "what has changed is handed over");
     const NativeOutline& given = provided.outline ? *provided.outline : own;
     CheckForm(given);
     CheckBounds(own, given);
-    if (provided.repaired)
+    if (provided.isRepaired)
     {
         const OutlineVerdict verdict = TryOutline(given, contours.em);
         Check(verdict.fills && verdict.wrongWay.empty(), "what is repaired comes out right");
         const ProvidedOutline again = ProvideOutline(given, false, contours.em);
-        Check(!again.outline && !again.failed, "what is repaired is clean");
+        Check(!again.outline && !again.isFailed, "what is repaired is clean");
     }
 
-    std::vector<BYTE> polygons = NativePolygons(given);
+    std::vector<BYTE> polygons = posix::NativePolygons(given);
     TTGlyph native;
     native.FromGlyphOutline(polygons.data(), polygons.size());
     OrvGlyph glyph(polygons.size(), GLYPHMETRICS{});
     glyph.ConstructGlyph(native, static_cast<float>(contours.em));
-    if (!provided.failed)
+    if (!provided.isFailed)
     {
         const bool filled = OddArea(FlattenAndSeparate(given, contours.em)) > 0;
         Check(filled == (glyph.facePolygons.GetSize() > 0), "what passes the trial has faces");

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "outline/TTGlyph.h"
 
+#include "contours/Flattening.h"
 #include "platform/Fonts.h"
 
 #include <algorithm>
@@ -17,7 +18,6 @@ namespace
 using ByteSpan = std::span<const std::byte>;
 
 constexpr std::size_t curveHeaderSize = offsetof(TTPOLYCURVE, apfx);
-constexpr int splineSegments = 5;
 
 /// One record of the native outline: the contour's header with the curves that belong to it.
 struct Polygon
@@ -94,7 +94,8 @@ std::vector<Polygon> FindPolygons(ByteSpan buffer)
 TTPoint MakePoint(TTPoint::Types type, const POINTFX& place)
 {
     TTPoint point(type, place.x.value, place.y.value);
-    point.SetQuadraticResolution(type == TTPoint::OffCurve ? splineSegments : 0);
+    point.SetQuadraticResolution(type == TTPoint::OffCurve ? orvane::contours::segmentsPerCurve
+                                                           : 0);
     return point;
 }
 

@@ -1,30 +1,32 @@
 // SPDX-License-Identifier: MIT
 #include "outline/TTPolyContour.h"
 
+#include "contours/DuplicateSearch.h"
+#include "contours/Flattening.h"
 #include "outline/TTContour.h"
-#include "platform/outlines/DuplicateSearch.h"
-#include "platform/outlines/Flattening.h"
 
 #include <span>
+
+namespace contours = orvane::contours;
 
 namespace
 {
 
-outlines::CurvePoint CurvePointOf(const TTPoint& point)
+contours::CurvePoint CurvePointOf(const TTPoint& point)
 {
-    using outlines::CurvePoint;
+    using contours::CurvePoint;
     const CurvePoint::Kind kind = point.GetType() == TTPoint::OnCurve    ? CurvePoint::OnCurve
                                   : point.GetType() == TTPoint::OffCurve ? CurvePoint::OffCurve
                                                                          : CurvePoint::Undecided;
-    return {point.GetX(), point.GetY(), kind, point.GetQuadraticResolution()};
+    return {{point.GetX(), point.GetY()}, kind, point.GetQuadraticResolution()};
 }
 
-outlines::PlaneVector InPlane(const Vector& vector)
+contours::FloatPoint InPlane(const Vector& vector)
 {
     return {vector.x, vector.y};
 }
 
-Vector InSpace(const outlines::PlaneVector& vector)
+Vector InSpace(const contours::FloatPoint& vector)
 {
     return Vector(vector.x, vector.y, 0.0f);
 }
@@ -84,10 +86,10 @@ void TTPolyContour::FromTTContour(const TTContour& contour, float scale)
 {
     const TTPoint* const points = contour.GetPoints();
     SetFirstVertexIndex(vertices->GetSize());
-    outlines::FlattenContour(
+    contours::FlattenContour(
         contour.GetPointCount(), [points](int j) { return CurvePointOf(points[j]); },
-        outlines::VertexSpacing(scale),
-        [this](const outlines::PlaneVector& place, bool approximate) {
+        contours::VertexSpacing(scale),
+        [this](const contours::FloatPoint& place, bool approximate) {
             Vertex vertex;
             vertex.SetPoint(InSpace(place));
             if (approximate)
@@ -103,7 +105,7 @@ void TTPolyContour::FromTTContour(const TTContour& contour, float scale)
 Vector TTPolyContour::ApproximateQuadraticSpline(const Vector& p0, const Vector& p1,
                                                  const Vector& p2, float t) const
 {
-    Vector point = InSpace(outlines::QuadraticPoint(InPlane(p0), InPlane(p1), InPlane(p2), t));
+    Vector point = InSpace(contours::QuadraticPoint(InPlane(p0), InPlane(p1), InPlane(p2), t));
     point.z = p0.z;
     return point;
 }
@@ -114,39 +116,35 @@ int TTPolyContour::CalculateVertexNormals()
     {
         return 0;
     }
-    const auto normalOfEdge = [this](int index) {
-        return InSpace(outlines::EdgeNormal(InPlane(GetVertexOutlinePoint(index)),
-                                            InPlane(GetNextVertexOutlinePoint(index))));
-    };
-    Vector arriving = normalOfEdge(vertexCount - 1);
-    bool previousIsSampled = GetVertexElement(vertexCount - 1)->IsApproximate();
-    for (int i = 0; i < vertexCount; ++i)
-    {
-        Vertex& vertex = *GetVertexElement(i);
-        const Vector leaving = normalOfEdge(i);
-        vertex.SetNormal(arriving, Vertex::PreviousEdge);
-        vertex.SetNormal(leaving, Vertex::NextEdge);
-        vertex.CalculateVertex();
+    const auto pointAt = [this](int index) { return InPlane(GetVertexOutlinePoint(index)); };
+    bool previousIsApproximate = GetVertexElement(vertexCount - 1)->IsApproximate();
+    contours::ForEachCorner(
+        vertexCount, pointAt,
+        [&](int i, const contours::FloatPoint& arriving, const contours::FloatPoint& leaving) {
+            Vertex& vertex = *GetVertexElement(i);
+            vertex.SetNormal(InSpace(arriving), Vertex::PreviousEdge);
+            vertex.SetNormal(InSpace(leaving), Vertex::NextEdge);
+            vertex.CalculateVertex();
 
-        const bool isSampled = vertex.IsApproximate();
-        if (previousIsSampled || isSampled || GetNextVertexElement(i)->IsApproximate())
-        {
-            vertex.SetUseThisNormal();
-        }
-        else
-        {
-            vertex.ClearUseThisNormal();
-        }
-        previousIsSampled = isSampled;
-        arriving = leaving;
-    }
+            // A corner beside a sample of a curve belongs to the curve, which is smooth there.
+            const bool isApproximate = vertex.IsApproximate();
+            if (previousIsApproximate || isApproximate || GetNextVertexElement(i)->IsApproximate())
+            {
+                vertex.SetUseThisNormal();
+            }
+            else
+            {
+                vertex.ClearUseThisNormal();
+            }
+            previousIsApproximate = isApproximate;
+        });
     return 1;
 }
 
 void TTPolyContour::AdjustDuplicateVertex(int index)
 {
     SetVertexPoint(index,
-                   InSpace(outlines::ShiftedPlace(InPlane(GetVertexOutlinePoint(index)),
+                   InSpace(contours::ShiftedPlace(InPlane(GetVertexOutlinePoint(index)),
                                                   InPlane(GetVertexNormal(index)),
                                                   InPlane(GetNextVertexOutlinePoint(index)))));
 }
@@ -154,9 +152,9 @@ void TTPolyContour::AdjustDuplicateVertex(int index)
 void TTPolyContour::CorrectDuplicateVerticies()
 {
     const std::span<TTPolyContour> alone(this, 1);
-    if (outlines::AnyPlaceRepeats(alone))
+    if (contours::AnyPlaceRepeats(alone))
     {
-        outlines::DuplicateSearch<TTPolyContour>().SeparateWithin(*this);
+        contours::DuplicateSearch<TTPolyContour>().SeparateWithin(*this);
     }
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "outline/TTPolyGlyph.h"
 
+#include "contours/DuplicateSearch.h"
 #include "outline/TTGlyph.h"
-#include "platform/outlines/DuplicateSearch.h"
 
 #include <algorithm>
 #include <span>
@@ -75,7 +75,7 @@ void TTPolyGlyph::CorrectDuplicateVerticies()
     {
         return;
     }
-    outlines::SeparateVertices(
+    orvane::contours::SeparateVertices(
         std::span<TTPolyContour>(contours.GetElement(0), static_cast<std::size_t>(contourCount)));
 }
 

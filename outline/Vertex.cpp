@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "outline/Vertex.h"
 
-#include "platform/outlines/Places.h"
+#include "contours/VertexNormals.h"
 
 #include <algorithm>
 #include <cmath>
 
+namespace contours = orvane::contours;
+
 void Vertex::SetNormal(const Vector& normal, Edges edge)
 {
     (this->*NormalField_(edge))
-        .SetPoint(outlines::StoredNormal(normal.x), outlines::StoredNormal(normal.y));
+        .SetPoint(contours::StoredNormal(normal.x), contours::StoredNormal(normal.y));
 }
 
 void Vertex::CalculateVertex()
@@ -17,8 +19,8 @@ void Vertex::CalculateVertex()
     const Vector arriving = GetNormal(PreviousEdge);
     const Vector leaving = GetNormal(NextEdge);
 
-    const outlines::PlaneVector halfway =
-        outlines::AverageNormal({arriving.x, arriving.y}, {leaving.x, leaving.y});
+    const contours::FloatPoint halfway =
+        contours::AverageNormal({arriving.x, arriving.y}, {leaving.x, leaving.y});
     const Vector average(halfway.x, halfway.y, 0.0f);
     SetNormal(average, VertexEdge);
 

@@ -4,7 +4,7 @@
 /// \file
 /// Outlines for tests, in whole units.
 
-#include "platform/posix/fonts/GlyphOutline.h"
+#include "contours/NativeOutline.h"
 
 #include <vector>
 
@@ -15,16 +15,17 @@ struct OutlineAt
     bool onCurve = true;
 };
 
-inline posix::NativeOutline MakeOutline(const std::vector<std::vector<OutlineAt>>& contours)
+inline orvane::contours::NativeOutline MakeOutline(
+    const std::vector<std::vector<OutlineAt>>& contours)
 {
-    posix::NativeOutline outline;
+    orvane::contours::NativeOutline outline;
     for (const std::vector<OutlineAt>& contour : contours)
     {
         for (const OutlineAt& point : contour)
         {
             outline.points.push_back({point.x * 64, point.y * 64, point.onCurve});
         }
-        outline.Close();
+        outline.CloseContour();
     }
     return outline;
 }
@@ -50,7 +51,8 @@ inline std::vector<OutlineAt> RoundAt(int x, int y, int radius, bool turned = fa
 /// Squares and rounds, some of which cross or hold others.
 /// \param turned whether a third of them are
 template <typename Random>
-posix::NativeOutline RandomShapes(Random& random, int count, int range, int leastSize, bool turned)
+orvane::contours::NativeOutline RandomShapes(Random& random, int count, int range, int leastSize,
+                                             bool turned)
 {
     const auto below = [&random](int end) {
         return static_cast<int>(random() % static_cast<unsigned>(end));

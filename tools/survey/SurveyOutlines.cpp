@@ -8,14 +8,15 @@
 // What is wrong is judged here by other means than the library's own trial: by the faces and walls
 // of the built glyphs.
 
+#include "contours/Areas.h"
+#include "contours/OutlineUnion.h"
 #include "extrude/OrvGlyph.h"
 #include "outline/TTGlyph.h"
 #include "platform/CodePages.h"
 #include "platform/OpenGL.h"
 #include "platform/posix/fonts/FontFace.h"
+#include "platform/posix/fonts/GlyphPolygons.h"
 #include "platform/posix/fonts/InstalledFonts.h"
-#include "platform/posix/fonts/OutlineTrial.h"
-#include "platform/posix/fonts/OutlineUnion.h"
 
 #include <algorithm>
 #include <chrono>
@@ -29,14 +30,12 @@
 #include <set>
 #include <tuple>
 
+namespace contours = orvane::contours;
+
 namespace
 {
 
-struct Place
-{
-    double x;
-    double y;
-};
+using Place = contours::DoublePoint;
 
 using Contours = std::vector<std::vector<Place>>;
 
@@ -141,7 +140,7 @@ double WrongLength(const Contours& contours, const std::vector<Place>& contour)
     return wrong;
 }
 
-Built Build(const posix::NativeOutline& outline, int unitsPerEm)
+Built Build(const contours::NativeOutline& outline, int unitsPerEm)
 {
     std::vector<BYTE> bytes = posix::NativePolygons(outline);
     TTGlyph native;
@@ -152,7 +151,7 @@ Built Build(const posix::NativeOutline& outline, int unitsPerEm)
     Built built;
     const Contours contours = ContoursOf(glyph);
     built.capArea = CapArea(glyph);
-    const double area = posix::NonZeroArea(posix::FlattenAndSeparate(outline, unitsPerEm));
+    const double area = contours::NonZeroArea(contours::FlattenAndSeparate(outline, unitsPerEm));
     built.noCaps = glyph.facePolygons.GetSize() == 0 && glyph.vertices.GetSize() > 2 && area > 0.5;
     built.falseHoles =
         !built.noCaps && std::fabs(built.capArea - area) > 0.001 * std::max(area, built.capArea);
@@ -165,7 +164,7 @@ Built Build(const posix::NativeOutline& outline, int unitsPerEm)
 }
 
 /// The contours in places so close together that what is between them is straight.
-Contours Sampled(const posix::NativeOutline& outline)
+Contours Sampled(const contours::NativeOutline& outline)
 {
     constexpr int samples = 16;  // of a curved piece
     Contours contours;
@@ -271,9 +270,10 @@ private:
 /// How far the border of what an outline fills by the non-zero rule lies from a repaired outline at
 /// most, in units. Loops thinner than a unit on average are what rounding leaves between edges: a
 /// repair drops them. Nothing when there is no border to be had.
-std::optional<double> Movement(const posix::NativeOutline& own, const posix::NativeOutline& given)
+std::optional<double> Movement(const contours::NativeOutline& own,
+                               const contours::NativeOutline& given)
 {
-    posix::OutlineUnion border;
+    contours::OutlineUnion border;
     for (const std::vector<Place>& contour : Sampled(own))
     {
         border.BeginContour();
@@ -299,7 +299,7 @@ std::optional<double> Movement(const posix::NativeOutline& own, const posix::Nat
             places.push_back({a[0], a[1]});
             places.push_back({(a[0] + b[0]) / 2, (a[1] + b[1]) / 2});
         }
-        if (loop.size() < 3 || std::fabs(posix::SignedArea(loop)) < length / 2)
+        if (loop.size() < 3 || std::fabs(contours::SignedArea(loop)) < length / 2)
         {
             continue;
         }
@@ -352,33 +352,33 @@ struct Survey
     std::vector<std::string> failures;
 };
 
-bool HasCurves(const posix::NativeOutline& outline)
+bool HasCurves(const contours::NativeOutline& outline)
 {
     return std::any_of(outline.points.begin(), outline.points.end(),
-                       [](const posix::NativePoint& point) { return !point.onCurve; });
+                       [](const contours::NativePoint& point) { return !point.onCurve; });
 }
 
 void LookAt(Survey& survey, const posix::InstalledFace& face, UINT index, int unitsPerEm,
-            const posix::NativeOutline& own, const posix::ProvidedOutline& provided)
+            const contours::NativeOutline& own, const contours::ProvidedOutline& provided)
 {
-    const posix::NativeOutline& given = provided.outline ? *provided.outline : own;
+    const contours::NativeOutline& given = provided.outline ? *provided.outline : own;
     const Built before = Build(own, unitsPerEm);
     const Built after = provided.outline ? Build(given, unitsPerEm) : before;
     ++survey.glyphs;
     survey.before.Add(before);
     survey.after.Add(after);
-    if (!provided.converted)
+    if (!provided.isConverted)
     {
         ++survey.nativeGlyphs;
         survey.beforeNative.Add(before);
     }
-    survey.repaired += provided.repaired ? 1 : 0;
-    survey.turned += provided.turned ? 1 : 0;
-    survey.converted += provided.converted ? 1 : 0;
-    survey.failed += provided.failed ? 1 : 0;
+    survey.repaired += provided.isRepaired ? 1 : 0;
+    survey.turned += provided.isTurned ? 1 : 0;
+    survey.converted += provided.isConverted ? 1 : 0;
+    survey.failed += provided.isFailed ? 1 : 0;
     const std::string name =
         face.full + " (" + face.file + "), glyph " + std::to_string(index) + ":";
-    if (provided.repaired)
+    if (provided.isRepaired)
     {
         const std::optional<double> moved = Movement(own, given);
         survey.unmeasured += moved ? 0 : 1;
@@ -387,13 +387,13 @@ void LookAt(Survey& survey, const posix::InstalledFace& face, UINT index, int un
             survey.movements.emplace_back(*moved / unitsPerEm, name);
         }
     }
-    if (provided.repaired && HasCurves(own))
+    if (provided.isRepaired && HasCurves(own))
     {
         ++survey.hadCurves;
         survey.curved += HasCurves(given) ? 1 : 0;
     }
     // What is filled must be what the font's own outline fills by the non-zero rule.
-    const double area = posix::NonZeroArea(posix::FlattenAndSeparate(own, unitsPerEm));
+    const double area = contours::NonZeroArea(contours::FlattenAndSeparate(own, unitsPerEm));
     const double em = unitsPerEm;
     const bool changed = provided.outline && !after.noCaps &&
                          std::fabs(after.capArea - area) > 0.03 * area + 0.0005 * em * em;
@@ -403,7 +403,7 @@ void LookAt(Survey& survey, const posix::InstalledFace& face, UINT index, int un
         survey.failures.push_back(
             name + (after.noCaps ? " no caps" : "") + (after.falseHoles ? " false holes" : "") +
             (after.wrongWay != 0 ? " wrong direction" : "") + (changed ? " area changed" : "") +
-            (provided.failed ? " (not repaired)" : ""));
+            (provided.isFailed ? " (not repaired)" : ""));
         std::fprintf(stderr, "\r%s\n", survey.failures.back().c_str());
     }
 }
@@ -426,7 +426,7 @@ void Compare(Survey& survey, const std::shared_ptr<const posix::InstalledFace>& 
         {
             continue;
         }
-        const posix::ProvidedOutline* const known =
+        const contours::ProvidedOutline* const known =
             face->outlines->Find(posix::GlyphIndexOf(face, characters[n], code));
         if (known != nullptr && !known->outline)
         {
@@ -589,7 +589,7 @@ int main(int argc, char** argv)
         {
             posix::InspectGlyph(
                 face, index,
-                [&](const posix::NativeOutline& own, const posix::ProvidedOutline& provided) {
+                [&](const contours::NativeOutline& own, const contours::ProvidedOutline& provided) {
                     LookAt(survey, *face, index, design->unitsPerEm, own, provided);
                 });
         }

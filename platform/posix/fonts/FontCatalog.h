@@ -142,7 +142,7 @@ private:
 };
 
 /// The catalogue in the process's code page, made at its first use. Never null.
-ORVANE_API std::shared_ptr<const FontCatalog> CurrentCatalog();
+std::shared_ptr<const FontCatalog> CurrentCatalog();
 
 /// The same, after a look whether other fonts are installed by now; if so, they are listed again.
 std::shared_ptr<const FontCatalog> FreshCatalog();

@@ -2,15 +2,15 @@
 #include "platform/posix/fonts/FontFace.h"
 
 #include "platform/posix/CodePage.h"
-#include "platform/posix/fonts/CubicOutline.h"
 #include "platform/posix/fonts/FontTables.h"
+#include "platform/posix/fonts/GlyphPolygons.h"
+#include "platform/posix/fonts/OutlineTracer.h"
 
 #include <algorithm>
 #include <list>
 #include <mutex>
 #include <optional>
 #include <vector>
-#include FT_FREETYPE_H
 #include FT_MODULE_H
 #include FT_SFNT_NAMES_H
 #include FT_SIZES_H
@@ -19,6 +19,13 @@
 
 namespace posix
 {
+
+using orvane::contours::FaceOutlines;
+using orvane::contours::NativeOutline;
+using orvane::contours::ProvidedOutline;
+using orvane::contours::ProvideOutline;
+using orvane::contours::Scaled;
+
 namespace
 {
 

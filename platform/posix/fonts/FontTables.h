@@ -5,7 +5,6 @@
 /// Font files read in a few places only. Opening a file with FreeType reads far more, which tells
 /// when thousands of faces are listed.
 
-#include "platform/Export.h"
 #include "platform/posix/fonts/DesignMetrics.h"
 #include "platform/posix/fonts/InstalledFonts.h"
 
@@ -17,6 +16,6 @@ namespace posix
 /// What FreeType would say of a face with TrueType or compact outlines. Nothing when the file is
 /// damaged, wrapped or out of the ordinary, so that only FreeType can tell; in particular an
 /// instance of a variable font whose measures vary too.
-ORVANE_API std::optional<DesignMetrics> ReadDesignTables(const InstalledFace& face);
+std::optional<DesignMetrics> ReadDesignTables(const InstalledFace& face);
 
 }  // namespace posix

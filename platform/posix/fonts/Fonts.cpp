@@ -297,14 +297,14 @@ BOOL CheckFontOutlines(HDC dc, OUTLINECHECK* check)
     check->glyphs = posix::GlyphCountOf(font.face->installed);
     for (UINT index = 0; index < check->glyphs; ++index)
     {
-        posix::InspectGlyph(
-            font.face->installed, index,
-            [check](const posix::NativeOutline&, const posix::ProvidedOutline& glyph) {
-                check->repaired += glyph.repaired ? 1 : 0;
-                check->turned += glyph.turned ? 1 : 0;
-                check->converted += glyph.converted ? 1 : 0;
-                check->unrepaired += glyph.failed ? 1 : 0;
-            });
+        posix::InspectGlyph(font.face->installed, index,
+                            [check](const orvane::contours::NativeOutline&,
+                                    const orvane::contours::ProvidedOutline& glyph) {
+                                check->repaired += glyph.isRepaired ? 1 : 0;
+                                check->turned += glyph.isTurned ? 1 : 0;
+                                check->converted += glyph.isConverted ? 1 : 0;
+                                check->unrepaired += glyph.isFailed ? 1 : 0;
+                            });
     }
     return TRUE;
 }

@@ -4,19 +4,21 @@
 /// \file
 /// What fontconfig knows about the machine's fonts; no font file is opened here.
 
-#include "platform/Export.h"
-
 #include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+namespace orvane::contours
+{
+class FaceOutlines;
+}
+
 namespace posix
 {
 
 struct DesignMetrics;
-class FaceOutlines;
 
 enum class OutlineKind
 {
@@ -44,12 +46,12 @@ struct InstalledFace
     /// What the file says, once it has been read. FontFace.cpp's alone, under its lock.
     mutable std::shared_ptr<const DesignMetrics> design;
     /// The outlines handed over so far. FontFace.cpp's alone, under its lock.
-    mutable std::shared_ptr<FaceOutlines> outlines;
+    mutable std::shared_ptr<orvane::contours::FaceOutlines> outlines;
 };
 
 /// Every installed face, in no particular order. Of a variable font, the default instance and every
 /// named one are faces of their own. Reads the user's font configuration anew at each call.
-ORVANE_API std::vector<std::shared_ptr<const InstalledFace>> ListInstalledFaces();
+std::vector<std::shared_ptr<const InstalledFace>> ListInstalledFaces();
 
 /// Whether fonts or the configuration have changed since ListInstalledFaces: a few times cheaper
 /// than asking it again. What changes within the second of that call may go unnoticed.

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Outlines of cubic curves, as fonts with a CFF table have them, converted to quadratic curves.
+
+#include "contours/NativeOutline.h"
+#include "contours/PlanePoint.h"
+
+#include <array>
+#include <vector>
+
+namespace orvane::contours
+{
+
+/// A quadratic Bezier curve that starts where the one before it ends. Both points have whole
+/// coordinates, in units.
+struct QuadraticPiece
+{
+    DoublePoint control;
+    DoublePoint end;
+};
+
+/// Approximates a cubic Bezier curve by quadratic ones. The first of them starts at the cubic's
+/// first point, rounded to whole units. It uses the smallest number of pieces that stay within half
+/// a unit of the cubic or, if up to twelve do not, the number that stays nearest. Each control
+/// point is where the cubic's tangents at the ends of the piece meet, rounded to whole units.
+/// \param cubic start, two control points and end, in units
+std::vector<QuadraticPiece> QuadraticsOf(const std::array<DoublePoint, 4>& cubic);
+
+/// Builds an outline from contours of lines, quadratic and cubic curves. Coordinates are in units
+/// and are rounded to whole ones; cubic curves are approximated. Each contour is reversed, because
+/// CFF contours run with the filled area on their left.
+class CubicOutlineBuilder
+{
+public:
+    /// Ends the current contour and begins another. The first call must be this.
+    void MoveTo(const DoublePoint& to);
+    void LineTo(const DoublePoint& to);
+    void QuadraticTo(const DoublePoint& control, const DoublePoint& to);
+    void CubicTo(const DoublePoint& first, const DoublePoint& second, const DoublePoint& to);
+
+    /// Ends the current contour and returns the outline.
+    NativeOutline Take();
+
+private:
+    void EndContour();
+    void AddPoint(const DoublePoint& place, bool onCurve);
+
+    NativeOutline outline_;
+    DoublePoint last_;  ///< where the next line or curve starts, not rounded
+    bool isOpen_ = false;
+};
+
+}  // namespace orvane::contours

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "contours/Directions.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace orvane::contours
+{
+namespace
+{
+
+/// The vote of the edge from vertex \p from to vertex \p to: its height, positive when the filled
+/// area is on its left and negative when it is on its right. The place looked at is just beside the
+/// middle of the edge, toward larger x.
+int VoteForLeft(const FlatOutline& flat, int from, int to)
+{
+    const ShortPoint& start = flat.vertices[from].point;
+    const ShortPoint& end = flat.vertices[to].point;
+    // Twice the middle of the edge, because doubled coordinates are whole.
+    const std::int64_t x = std::int64_t{start.x} + end.x;
+    const std::int64_t y = std::int64_t{start.y} + end.y;
+    bool isRightFilled = false;  // right on the page: toward larger x
+    ForEachContour(flat, [&](int first, int last) {
+        for (int i = first; i < last; ++i)
+        {
+            const int next = i + 1 < last ? i + 1 : first;
+            const ShortPoint& a = flat.vertices[i].point;
+            const ShortPoint& b = flat.vertices[next].point;
+            if (i == from || (2 * std::int64_t{a.y} <= y) == (2 * std::int64_t{b.y} <= y))
+            {
+                continue;
+            }
+            // The edge is crossed when, at the height of the middle, its x is larger.
+            const std::int64_t rise = std::int64_t{b.y} - a.y;
+            const std::int64_t side = (2 * std::int64_t{a.x} - x) * rise +
+                                      (y - 2 * std::int64_t{a.y}) * (std::int64_t{b.x} - a.x);
+            isRightFilled ^= (rise > 0 ? side : -side) > 0;
+        }
+    });
+    const int height = std::abs(end.y - start.y);
+    const bool isUpward = end.y > start.y;
+    return isRightFilled != isUpward ? height : -height;
+}
+
+}  // namespace
+
+std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat)
+{
+    constexpr std::ptrdiff_t maxVotes = 5;
+    std::vector<bool> wrongWay;
+    wrongWay.reserve(flat.sizes.size());
+    std::vector<int> tallest;  // start vertices of edges, those of the tallest edges first
+    ForEachContour(flat, [&](int first, int last) {
+        const auto next = [&](int i) { return i + 1 < last ? i + 1 : first; };
+        const auto height = [&](int i) {
+            return std::abs(flat.vertices[next(i)].point.y - flat.vertices[i].point.y);
+        };
+        tallest.clear();
+        for (int i = first; i < last; ++i)
+        {
+            tallest.push_back(i);
+        }
+        const auto end = tallest.begin() + std::min(maxVotes, std::ssize(tallest));
+        std::partial_sort(tallest.begin(), end, tallest.end(),
+                          [&](int a, int b) { return height(a) > height(b); });
+        int left = 0;
+        for (auto i = tallest.begin(); i != end; ++i)
+        {
+            left += height(*i) > 0 ? VoteForLeft(flat, *i, next(*i)) : 0;
+        }
+        wrongWay.push_back(left > 0);
+    });
+    return wrongWay;
+}
+
+}  // namespace orvane::contours

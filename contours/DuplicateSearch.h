@@ -1,0 +1,282 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Moves the vertices of a flattened outline apart that lie at the same place, because the
+/// tessellator refuses contours that touch.
+///
+/// The templates take contours of any type with these members: GetVertexCount(),
+/// GetVertexElement(i), which points to an object with whole-numbered point.x, point.y,
+/// vertexNormal.x and vertexNormal.y, and AdjustDuplicateVertex(i), which moves vertex i along its
+/// normal.
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <utility>
+#include <vector>
+
+namespace orvane::contours
+{
+
+/// The default of the parameters OnStep below. A function object of that type is called for each
+/// look at a slot of a hash table or at a vertex of a chain; tests pass one that counts, to see
+/// that the time grows in proportion to the number of vertices.
+struct IgnoreSteps
+{
+    void operator()() const {}
+};
+
+/// A vertex's two coordinates in one number, which is the key of the hash tables here.
+template <typename Vertex>
+std::uint32_t PlaceOf(const Vertex& vertex)
+{
+    return std::uint32_t{static_cast<std::uint16_t>(vertex.point.x)} << 16 |
+           static_cast<std::uint16_t>(vertex.point.y);
+}
+
+/// The slot at which the search for a place begins; \p slotCount is a power of two. This is
+/// Fibonacci hashing (Knuth, The Art of Computer Programming, volume 3, section 6.4): the vertices
+/// of a glyph lie close together, and the multiplication spreads them over the table.
+inline std::size_t HashOfPlace(std::uint32_t place, std::size_t slotCount)
+{
+    constexpr std::uint64_t golden = 0x9E3779B97F4A7C15;  // 2 to the 64th over the golden ratio
+    return (place * golden >> 32) & (slotCount - 1);
+}
+
+/// The size of a hash table for that many places: a power of two, at most half of it used.
+inline std::size_t SlotCountFor(std::size_t placeCount)
+{
+    return std::bit_ceil(2 * placeCount + 2);
+}
+
+/// Whether any two vertices of the contours lie at the same place.
+template <typename Contour, typename OnStep = IgnoreSteps>
+bool AnyPlaceRepeats(std::span<Contour> contours, OnStep onStep = {})
+{
+    std::size_t vertexCount = 0;
+    for (const auto& contour : contours)
+    {
+        vertexCount += static_cast<std::size_t>(std::max(contour.GetVertexCount(), 0));
+    }
+    if (vertexCount < 2)
+    {
+        return false;
+    }
+
+    // Free slots hold the place of the first vertex. That marks them without a further field,
+    // because a later vertex at that place is a repetition in any case.
+    std::vector<std::uint32_t> places;
+    std::uint32_t free = 0;
+    for (const auto& contour : contours)
+    {
+        for (int i = 0; i < contour.GetVertexCount(); ++i)
+        {
+            const std::uint32_t place = PlaceOf(*contour.GetVertexElement(i));
+            if (places.empty())
+            {
+                places.assign(SlotCountFor(vertexCount), place);
+                free = place;
+                continue;
+            }
+            std::size_t slot = HashOfPlace(place, places.size());
+            onStep();
+            while (places[slot] != place && places[slot] != free)
+            {
+                onStep();
+                slot = (slot + 1) & (places.size() - 1);
+            }
+            if (places[slot] == place)
+            {
+                return true;
+            }
+            places[slot] = place;
+        }
+    }
+    return false;
+}
+
+/// Moves vertices that lie at the place of an earlier vertex. The result, and the order of the
+/// moves, are the same as those of two nested loops that compare every vertex with every later one,
+/// each where it lies at that moment. Because places are looked up in a hash table, the time grows
+/// only with the number of vertices and of moves.
+///
+/// The contours are borrowed. No two of them may share a vertex.
+template <typename Contour, typename OnStep = IgnoreSteps>
+class DuplicateSearch
+{
+public:
+    explicit DuplicateSearch(OnStep onStep = {}) : onStep_(onStep) {}
+
+    /// Compares each vertex with the later ones of its contour.
+    void SeparateWithin(Contour& contour)
+    {
+        entries_.clear();
+        for (int i = 0; i < contour.GetVertexCount(); ++i)
+        {
+            entries_.push_back({&contour, i, i, endOfChain});
+        }
+        SeparateEntries();
+    }
+
+    /// Compares each vertex with all vertices of the later contours.
+    void SeparateBetween(std::span<Contour> contours)
+    {
+        entries_.clear();
+        int rank = 0;
+        for (Contour& contour : contours)
+        {
+            for (int i = 0; i < contour.GetVertexCount(); ++i)
+            {
+                entries_.push_back({&contour, i, rank, endOfChain});
+            }
+            ++rank;
+        }
+        SeparateEntries();
+    }
+
+private:
+    /// One vertex. Entries are in the order of comparison; a vertex can move only those of higher
+    /// rank.
+    struct Entry
+    {
+        Contour* contour;
+        int index;  ///< of the vertex in its contour
+        int rank;
+        int next;  ///< the next entry in the chain of its place, or endOfChain
+    };
+
+    static constexpr int unusedSlot = -2;
+    static constexpr int endOfChain = -1;
+
+    /// The chain of the entries at one place that can still be moved, mostly in their order. A slot
+    /// keeps its place when the last entry has left it.
+    struct Slot
+    {
+        std::uint32_t place = 0;
+        int first = unusedSlot;
+        int last = endOfChain;
+    };
+
+    void SeparateEntries()
+    {
+        slots_.assign(SlotCountFor(entries_.size()), Slot());
+        usedSlots_ = 0;
+        const int count = static_cast<int>(entries_.size());
+        for (int i = 0; i < count; ++i)
+        {
+            AddToChain(i);
+        }
+        for (int i = 0; i < count; ++i)
+        {
+            Slot& slot = SlotOf(PlaceOf(*entries_[i].contour->GetVertexElement(entries_[i].index)));
+            movable_.clear();
+            for (int entry = slot.first; entry >= 0; entry = entries_[entry].next)
+            {
+                onStep_();
+                // From here on, no vertex can move an entry of this rank or a lower one, so those
+                // leave the chain.
+                if (entries_[entry].rank > entries_[i].rank)
+                {
+                    movable_.push_back(entry);
+                }
+            }
+            if (slot.first != unusedSlot)
+            {
+                slot.first = endOfChain;
+            }
+            // Where a vertex moves depends on where the vertex after it lies, so the order counts.
+            if (!std::is_sorted(movable_.begin(), movable_.end()))
+            {
+                std::sort(movable_.begin(), movable_.end());
+            }
+            for (const int entry : movable_)
+            {
+                entries_[entry].contour->AdjustDuplicateVertex(entries_[entry].index);
+                AddToChain(entry);
+            }
+        }
+    }
+
+    /// Adds an entry to the chain of the place where its vertex lies now. A vertex without a normal
+    /// cannot be moved, so it is left out.
+    void AddToChain(int entry)
+    {
+        const auto& vertex = *entries_[entry].contour->GetVertexElement(entries_[entry].index);
+        if (vertex.vertexNormal.x == 0 && vertex.vertexNormal.y == 0)
+        {
+            return;
+        }
+        if (2 * (usedSlots_ + 1) > slots_.size())
+        {
+            Rehash(2 * slots_.size());
+        }
+        Slot& slot = SlotOf(PlaceOf(vertex));
+        if (slot.first == unusedSlot)
+        {
+            slot = {PlaceOf(vertex), endOfChain, endOfChain};
+            ++usedSlots_;
+        }
+        (slot.first == endOfChain ? slot.first : entries_[slot.last].next) = entry;
+        slot.last = entry;
+        entries_[entry].next = endOfChain;
+    }
+
+    /// The slot of a place, or the unused slot where the place would be added.
+    Slot& SlotOf(std::uint32_t place)
+    {
+        std::size_t slot = HashOfPlace(place, slots_.size());
+        onStep_();
+        while (slots_[slot].first != unusedSlot && slots_[slot].place != place)
+        {
+            onStep_();
+            slot = (slot + 1) & (slots_.size() - 1);
+        }
+        return slots_[slot];
+    }
+
+    /// Moves the chains into a table of another size. Slots with empty chains become unused.
+    void Rehash(std::size_t slotCount)
+    {
+        const std::vector<Slot> old = std::exchange(slots_, std::vector<Slot>(slotCount));
+        for (const Slot& slot : old)
+        {
+            onStep_();
+            if (slot.first >= 0)
+            {
+                SlotOf(slot.place) = slot;
+            }
+        }
+        usedSlots_ = static_cast<std::size_t>(
+            std::count_if(slots_.begin(), slots_.end(),
+                          [](const Slot& slot) { return slot.first != unusedSlot; }));
+    }
+
+    std::vector<Entry> entries_;
+    std::vector<Slot> slots_;  ///< a power of two, at most half of them used
+    std::size_t usedSlots_ = 0;
+    std::vector<int> movable_;  ///< entries at one place; a member so that its memory is kept
+    OnStep onStep_;
+};
+
+/// Moves all vertices apart that lie at the same place: first within each contour, then between
+/// each contour and all later ones. When no two vertices share a place, this costs one pass over
+/// the vertices.
+template <typename Contour, typename OnStep = IgnoreSteps>
+void SeparateVertices(std::span<Contour> contours, OnStep onStep = {})
+{
+    if (!AnyPlaceRepeats(contours, onStep))
+    {
+        return;
+    }
+    DuplicateSearch<Contour, OnStep> search(onStep);
+    for (Contour& contour : contours)
+    {
+        search.SeparateWithin(contour);
+    }
+    search.SeparateBetween(contours);
+}
+
+}  // namespace orvane::contours

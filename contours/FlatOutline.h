@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Flattened outlines: a glyph's contours as polygons, computed in the same way as the library
+/// builds glyphs, so that a trial sees what will be drawn.
+
+#include "contours/NativeOutline.h"
+#include "contours/PlanePoint.h"
+
+#include <vector>
+
+namespace orvane::contours
+{
+
+/// One vertex of a flattened outline.
+struct FlatVertex
+{
+    ShortPoint point;         ///< in whole units
+    ShortPoint vertexNormal;  ///< in 1/10000; zero until vertices are moved apart
+};
+
+struct FlatOutline
+{
+    std::vector<FlatVertex> vertices;  ///< of all contours, one after the other
+    std::vector<int> sizes;            ///< for each contour, the number of its vertices
+};
+
+/// Calls \p use for each contour, with the index of its first vertex and the index one past its
+/// last.
+template <typename Use>
+void ForEachContour(const FlatOutline& flat, Use use)
+{
+    int first = 0;
+    for (const int size : flat.sizes)
+    {
+        use(first, first + size);
+        first += size;
+    }
+}
+
+/// Flattens an outline of one pixel per design unit. Coordinates are rounded down to whole units
+/// first.
+FlatOutline Flatten(const NativeOutline& outline, int unitsPerEm);
+
+/// The same into an outline that exists already, whose memory is used again.
+void FlattenInto(FlatOutline& flat, const NativeOutline& outline, int unitsPerEm);
+
+/// Whether any two vertices lie at the same place.
+bool AnyPlaceRepeats(FlatOutline& flat);
+
+/// Moves vertices apart that lie at the same place.
+void SeparateVertices(FlatOutline& flat);
+
+/// Flattens and moves vertices apart: the result is what the tessellator is given.
+FlatOutline FlattenAndSeparate(const NativeOutline& outline, int unitsPerEm);
+
+}  // namespace orvane::contours

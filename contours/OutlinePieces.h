@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// An outline as a sequence of lines and curves, which can be sampled and cut.
+
+#include "contours/NativeOutline.h"
+#include "contours/PlanePoint.h"
+
+#include <vector>
+
+namespace orvane::contours
+{
+
+/// A line or a quadratic Bezier curve of a contour, in whole units. A line has its control point in
+/// the middle. Parameters run from 0 at the start to 1 at the end.
+struct OutlinePiece
+{
+    DoublePoint start;
+    DoublePoint control;
+    DoublePoint end;
+    bool isCurved = false;
+    bool startsImplied = false;  ///< the start is midway between two control points, not stored
+    bool endsImplied = false;
+
+    DoublePoint PointAt(double t) const { return Blossom(t, t); }
+
+    /// The polar form of the curve: the control point of the part between the parameters \p s and
+    /// \p t (Ramshaw, "Blossoms are polar forms", 1989).
+    DoublePoint Blossom(double s, double t) const
+    {
+        return start * ((1 - s) * (1 - t)) + control * (s * (1 - t) + t * (1 - s)) + end * (s * t);
+    }
+
+    /// The direction of the curve, with the speed as its length.
+    DoublePoint Derivative(double t) const
+    {
+        return (control - start) * (2 * (1 - t)) + (end - control) * (2 * t);
+    }
+};
+
+/// The pieces of each contour, in order; each starts where the one before it ends, and the first
+/// where the last ends. Coordinates are rounded down to whole units.
+std::vector<std::vector<OutlinePiece>> PiecesOf(const NativeOutline& outline);
+
+}  // namespace orvane::contours

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "contours/OutlineTrial.h"
+
+#include "contours/Areas.h"
+#include "contours/Crossings.h"
+#include "contours/Directions.h"
+#include "contours/EdgeChains.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orvane::contours
+{
+namespace
+{
+
+/// An outline with more meetings of edges than this is no letter. Filling or repairing it could
+/// make a vertex of every meeting and would take too long.
+constexpr int maxMeetings = 20000;
+
+/// The areas by the two rules may differ by this share of the larger.
+constexpr double maxAreaDifference = 0.001;
+
+}  // namespace
+
+OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm, CrossingEdges crossing)
+{
+    OutlineVerdict verdict;
+    if (outline.ends.empty())
+    {
+        return verdict;
+    }
+    thread_local FlatOutline flat;  // kept for its memory
+    FlattenInto(flat, outline, unitsPerEm);
+    EdgeChains& chains = EdgeChainsOfThread();
+    if (chains.EdgesKeepApart(flat))
+    {
+        verdict.wrongWay = chains.ContoursTheWrongWay(flat);
+        if (verdict.wrongWay.empty())
+        {
+            // Both rules fill the same area.
+            return verdict;
+        }
+    }
+    else
+    {
+        bool cross = false;
+        verdict.isHopeless = CountMeetings(flat, maxMeetings, &cross) > maxMeetings;
+        // The tessellator refuses edges that cross, with two exceptions: moving vertices apart may
+        // uncross them, and the tessellator may happen not to compare those two edges.
+        verdict.isPresumed = !verdict.isHopeless && crossing == CrossingEdges::Presumed && cross &&
+                             !AnyPlaceRepeats(flat);
+        if (verdict.isHopeless || verdict.isPresumed)
+        {
+            verdict.fills = false;
+            return verdict;
+        }
+        SeparateVertices(flat);
+        verdict.wrongWay = ContoursTheWrongWay(flat);
+        if (std::find(verdict.wrongWay.begin(), verdict.wrongWay.end(), true) ==
+            verdict.wrongWay.end())
+        {
+            verdict.wrongWay.clear();
+        }
+    }
+    const double odd = OddArea(flat);
+    const double nonZero = odd >= 0 ? NonZeroArea(flat) : -1;
+    verdict.fills =
+        nonZero >= 0 && std::fabs(odd - nonZero) <= maxAreaDifference * std::max(odd, nonZero);
+    return verdict;
+}
+
+}  // namespace orvane::contours

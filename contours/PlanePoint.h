@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Points and directions in the plane of an outline.
+
+#include <cmath>
+#include <cstdint>
+
+namespace orvane::contours
+{
+
+/// A point of the plane, or the way from one point to another. x grows to the right and y upward.
+/// The unit is a font's design unit, of which an em (the font's size) has 1000 or 2048 as a rule.
+template <typename Number>
+struct PlanePoint
+{
+    Number x = 0;
+    Number y = 0;
+
+    PlanePoint operator+(const PlanePoint& other) const { return {x + other.x, y + other.y}; }
+    PlanePoint operator-(const PlanePoint& other) const { return {x - other.x, y - other.y}; }
+    PlanePoint operator*(Number factor) const { return {x * factor, y * factor}; }
+    PlanePoint operator/(Number divisor) const { return {x / divisor, y / divisor}; }
+    bool operator==(const PlanePoint&) const = default;
+};
+
+/// Vertices of flattened outlines, which have whole coordinates of 16 bits.
+using ShortPoint = PlanePoint<std::int16_t>;
+/// Vertices before their fractions are dropped, and normals.
+using FloatPoint = PlanePoint<float>;
+/// Points of curves that are being cut or converted.
+using DoublePoint = PlanePoint<double>;
+
+template <typename Number>
+Number Dot(const PlanePoint<Number>& a, const PlanePoint<Number>& b)
+{
+    return a.x * b.x + a.y * b.y;
+}
+
+/// Positive when \p b points to the left of \p a.
+template <typename Number>
+Number Cross(const PlanePoint<Number>& a, const PlanePoint<Number>& b)
+{
+    return a.x * b.y - a.y * b.x;
+}
+
+/// Twice the area of the triangle of three points; positive when \p b lies to the left of the way
+/// from \p origin to \p a, and 0 when the three lie on one line. Exact for any coordinates.
+inline std::int64_t TwiceTriangleArea(const ShortPoint& origin, const ShortPoint& a,
+                                      const ShortPoint& b)
+{
+    return (std::int64_t{a.x} - origin.x) * (std::int64_t{b.y} - origin.y) -
+           (std::int64_t{a.y} - origin.y) * (std::int64_t{b.x} - origin.x);
+}
+
+inline double Length(const DoublePoint& way)
+{
+    return std::hypot(way.x, way.y);
+}
+
+/// Both coordinates rounded to the nearest whole number, halves away from zero.
+inline DoublePoint Rounded(const DoublePoint& place)
+{
+    return {std::round(place.x), std::round(place.y)};
+}
+
+}  // namespace orvane::contours

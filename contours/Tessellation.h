@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Fills flattened outlines with triangles, by the tessellator of GLU.
+
+#include "platform/OpenGL.h"
+
+#include <span>
+
+namespace orvane::contours
+{
+
+/// A vertex as the tessellator takes it. The tessellator keeps pointers to both members until the
+/// polygon ends.
+struct Corner
+{
+    GLdouble place[3];
+    unsigned short index;  ///< handed to FaceSink::Add
+};
+
+/// Receives the primitives that the tessellator makes, one after the other. An exception thrown
+/// here ends as an error of the tessellation.
+class FaceSink
+{
+public:
+    /// \param type GL_TRIANGLES, GL_TRIANGLE_FAN or GL_TRIANGLE_STRIP
+    virtual void Begin(GLenum type) = 0;
+    virtual void Add(unsigned short index) = 0;
+    virtual void End() = 0;
+
+protected:
+    ~FaceSink() = default;
+};
+
+/// Fills contours with triangles, fans and strips by the odd rule: a place is filled when a line
+/// from it to the outside crosses the contours an odd number of times. So holes stay open whichever
+/// way their contours run. Contours that cross are an error, because there is no combine callback.
+/// \param corners of all contours, one after the other
+/// \param sizes of the contours; their sum is the number of corners
+/// \return false for an error; the primitives received until then must be thrown away
+bool TessellateFaces(std::span<Corner> corners, std::span<const int> sizes, FaceSink& sink);
+
+}  // namespace orvane::contours

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Normals of flattened contours, and where a vertex goes that lies on another. Everything is in
+/// single precision, with the roundings that built glyphs depend on.
+
+#include "contours/PlanePoint.h"
+#include "platform/Truncate.h"
+
+#include <cmath>
+#include <cstdint>
+
+namespace orvane::contours
+{
+
+inline double DoubleLength(const FloatPoint& way)
+{
+    return std::sqrt(double{way.x} * way.x + double{way.y} * way.y);
+}
+
+/// The same as static_cast<float>(DoubleLength(way)) > length, mostly without a square root.
+inline bool IsLongerThan(const FloatPoint& way, float length)
+{
+    // Rounding to float changes a length by less than this share of it.
+    constexpr double share = 1e-6;
+    const double square = double{way.x} * way.x + double{way.y} * way.y;
+    const double limit = double{length} * length;
+    if (length >= 0.0f && (square > limit * (1 + share) || square < limit * (1 - share)))
+    {
+        return square > limit;
+    }
+    return static_cast<float>(DoubleLength(way)) > length;
+}
+
+/// The same direction with length 1, divided in double precision; zero stays zero.
+inline FloatPoint Normalized(const FloatPoint& way)
+{
+    const double length = DoubleLength(way);
+    return length == 0.0
+               ? way
+               : FloatPoint{static_cast<float>(way.x / length), static_cast<float>(way.y / length)};
+}
+
+/// The normal of the edge between two vertices: of length 1, to the left of the way from the first
+/// to the second; zero when both are the same place.
+inline FloatPoint EdgeNormal(const FloatPoint& from, const FloatPoint& to)
+{
+    const FloatPoint direction = Normalized(to - from);
+    return Normalized(FloatPoint{-direction.y, direction.x});
+}
+
+/// The direction halfway between two normals, of length 1; zero when they are opposite.
+inline FloatPoint AverageNormal(const FloatPoint& arriving, const FloatPoint& leaving)
+{
+    return Normalized((arriving + leaving) / 2.0f);
+}
+
+/// Calls \p visit with each vertex's index and the normals of the edges that arrive at it and leave
+/// it. \p pointAt gives the place of a vertex by its index. Nothing for fewer than two vertices.
+template <typename PointAt, typename Visit>
+void ForEachCorner(int count, PointAt pointAt, Visit visit)
+{
+    if (count < 2)
+    {
+        return;
+    }
+    FloatPoint arriving = EdgeNormal(pointAt(count - 1), pointAt(0));
+    for (int i = 0; i < count; ++i)
+    {
+        const FloatPoint leaving = EdgeNormal(pointAt(i), pointAt(i + 1 < count ? i + 1 : 0));
+        visit(i, arriving, leaving);
+        arriving = leaving;
+    }
+}
+
+/// Vertices store the components of their normals as 16-bit numbers of this unit.
+inline constexpr float storedNormalUnit = 0.0001f;
+
+/// A normal's component in that unit, without its fraction.
+inline std::int16_t StoredNormal(float component)
+{
+    return TruncateToShort(component * 10000.0f);
+}
+
+/// Where a vertex at \p place goes when another vertex lies at the same place: two units along its
+/// normal, forward or backward, whichever is the side on which the next vertex lies.
+inline FloatPoint ShiftedPlace(const FloatPoint& place, const FloatPoint& normal,
+                               const FloatPoint& next)
+{
+    const FloatPoint towardNext = Normalized(next - place);
+    const FloatPoint step = normal * 2.0f;
+    return Dot(normal, towardNext) <= 0.0f ? place - step : place + step;
+}
+
+}  // namespace orvane::contours
