@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# What people do most. Everything happens in build/<preset>/; the real build is CMake's.
+# The usual tasks. Everything is built in build/<preset>/; CMake does the work.
 
 PRESET ?= release
 PREFIX ?= /usr/local
@@ -7,19 +7,21 @@ JOBS ?= $(shell nproc)
 BUILD = build/$(PRESET)
 # "no" keeps make from installing packages.
 export PACKAGES ?=
+# More options for CMake: make test OPTIONS=-DORVANE_WERROR=ON
+OPTIONS ?=
 
 .PHONY: all demo test bench install format lint clean packages
 
 all: packages
 	@tools/install-packages test
-	cmake --preset $(PRESET)
+	cmake --preset $(PRESET) $(OPTIONS)
 	cmake --build --preset $(PRESET) -j $(JOBS)
 
 packages:
 	@tools/install-packages build run
 
 demo: packages
-	cmake --preset $(PRESET) -DORVANE_BUILD_TESTS=OFF
+	cmake --preset $(PRESET) $(OPTIONS) -DORVANE_BUILD_TESTS=OFF
 	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane_cli
 	@mkdir -p out
 	@$(BUILD)/bin/orvane showcase -o out/orvane.png
@@ -27,20 +29,22 @@ demo: packages
 
 test: packages
 	@tools/install-packages test
-	cmake --preset $(PRESET) -DORVANE_BUILD_TESTS=ON
+	cmake --preset $(PRESET) $(OPTIONS) -DORVANE_BUILD_TESTS=ON
 	cmake --build --preset $(PRESET) -j $(JOBS)
 	ctest --preset $(PRESET)
 
 bench: packages
 	@tools/install-packages bench
-	cmake --preset $(PRESET) -DORVANE_BUILD_BENCH=ON
+	cmake --preset $(PRESET) $(OPTIONS) -DORVANE_BUILD_BENCH=ON
 	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane_bench
 	$(BUILD)/bin/orvane_bench
 
 install: packages
-	cmake --preset $(PRESET) -DCMAKE_INSTALL_PREFIX="$(PREFIX)"
+	cmake --preset $(PRESET) $(OPTIONS) -DORVANE_BUILD_TESTS=OFF -DCMAKE_INSTALL_PREFIX="$(PREFIX)"
 	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane orvane_cli
 	cmake --install $(BUILD)
+	@# So that programs find a library in a folder of the system.
+	@if [ "$$(id -u)" -eq 0 ] && [ -z "$(DESTDIR)" ]; then ldconfig; fi
 
 format:
 	@tools/install-packages lint
@@ -51,7 +55,7 @@ lint: packages
 	tools/format --check
 	tools/check-includes
 	tools/check-tree
-	cmake --preset $(PRESET) -DORVANE_BUILD_TESTS=ON -DORVANE_BUILD_BENCH=ON
+	cmake --preset $(PRESET) $(OPTIONS) -DORVANE_BUILD_TESTS=ON -DORVANE_BUILD_BENCH=ON
 	tools/lint $(BUILD)
 
 clean:
