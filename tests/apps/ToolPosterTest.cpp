@@ -129,7 +129,7 @@ TEST(ToolPoster, OtherProgramsFindThePixelsOfEveryDepth)
     }
     if (programs == 0)
     {
-        GTEST_SKIP() << "no other program that reads BMP files (packages imagemagick, netpbm)";
+        FAIL() << "no other program that reads BMP files (packages imagemagick, netpbm)";
     }
 }
 

@@ -28,11 +28,11 @@ ProjectionData PictureOf(double width, double height)
     return projection;
 }
 
-#define REQUIRE_CREATED(call)                                        \
-    if (!(call))                                                     \
-    {                                                                \
-        GTEST_SKIP() << "no OpenGL context: " << GetLastErrorText(); \
-    }                                                                \
+#define REQUIRE_CREATED(call)                                  \
+    if (!(call))                                               \
+    {                                                          \
+        FAIL() << "no OpenGL context: " << GetLastErrorText(); \
+    }                                                          \
     static_assert(true)
 
 Values BytesOf(const GLMemoryDIB& dib, int first, int count)

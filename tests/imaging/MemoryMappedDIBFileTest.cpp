@@ -552,7 +552,7 @@ TEST(MemoryMappedDIB, AnotherProgramFindsThePackedBitmapInItsStream)
     const std::optional<std::string> list = OutputOf("gsf list " + name);
     if (!list)
     {
-        GTEST_SKIP() << "no gsf program (package libgsf-bin)";
+        FAIL() << "no gsf program (package libgsf-bin)";
     }
     const Bytes packed = EightBits().Packed();
     EXPECT_NE(list->find(std::to_string(packed.size()) + " picture"), std::string::npos) << *list;

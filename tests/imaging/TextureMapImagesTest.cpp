@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "imaging/TextureMap.h"
 #include "tests/support/BmpFile.h"
-#include "tests/support/OtherPrograms.h"
 #include "tests/support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
@@ -74,67 +73,6 @@ TEST(DIBImageLoad, WhatCannotBeLoadedIsNull)
     file.height = 2;
     file.pixels = {1, 2, 3, 0};
     EXPECT_EQ(Loaded(file), nullptr);
-}
-
-TEST(DIBImageLoad, PicturesOfOthersLoad)
-{
-    const std::string folder = std::string(ORVANE_SHARED) + "/data/bmp/";
-    const auto image = std::unique_ptr<_RGBImageRecord>(
-        TextureMap::DIBImageLoad((folder + "pal8w125.bmp").c_str()));
-    if (image == nullptr)
-    {
-        ASSERT_FALSE(std::ifstream(folder + "pal8w125.bmp").good());
-        GTEST_SKIP() << "no " << folder;
-    }
-    EXPECT_EQ(image->sizeX, 125);
-    EXPECT_EQ(image->sizeY, 62);
-}
-
-TEST(DIBImageLoad, PixelsAreThoseThatOtherProgramsFind)
-{
-    const std::string folder = std::string(ORVANE_SHARED) + "/data/bmp/";
-    int compared = 0;
-    for (const PictureReader& reader : pictureReaders)
-    {
-        if (!IsInstalled(reader))
-        {
-            continue;
-        }
-        const bool isNetpbm = std::string(reader.name) == "netpbm";
-        for (const char* const name : {"pal1", "pal4", "pal8", "pal8-0", "pal8topdown", "pal8w125",
-                                       "rgb16", "rgb16-565", "rgb24", "rgb32"})
-        {
-            const bool is16Bits = std::string(name).starts_with("rgb16");
-            const std::string path = folder + name + ".bmp";
-            // It reads the six bits of green as five.
-            const bool isMisread = isNetpbm && std::string(name) == "rgb16-565";
-            if (isMisread || !std::ifstream(path).good())
-            {
-                continue;
-            }
-            SCOPED_TRACE(std::string(reader.name) + ", " + name);
-            const auto image =
-                std::unique_ptr<_RGBImageRecord>(TextureMap::DIBImageLoad(path.c_str()));
-            ASSERT_NE(image, nullptr);
-            DecodedPicture ours;
-            ours.width = image->sizeX;
-            ours.height = image->sizeY;
-            for (int y = image->sizeY - 1; y >= 0; --y)
-            {
-                for (int x = 0; x < image->sizeX; ++x)
-                {
-                    const BYTE* const pixel = image->data + (y * image->sizeX + x) * 3;
-                    ours.pixels.push_back({pixel[0], pixel[1], pixel[2]});
-                }
-            }
-            EXPECT_EQ(CountFarther(ReadByOther(reader, path), ours, is16Bits ? 1 : 0), 0U);
-            ++compared;
-        }
-    }
-    if (compared == 0)
-    {
-        GTEST_SKIP() << "no " << folder << ", or no other program that reads BMP files";
-    }
 }
 
 TEST(TextureMap, ItsImageIsLoadedOnFirstUse)

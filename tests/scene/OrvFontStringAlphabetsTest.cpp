@@ -10,7 +10,7 @@
 #include "platform/Fonts.h"
 #include "scene/OrvFontString.h"
 #include "tests/support/Alphabets.h"
-#include "tests/support/GoldenFonts.h"
+#include "tests/support/FontFigures.h"
 #include "tests/support/PrivateFonts.h"
 #include "tests/support/RecordBytes.h"
 
@@ -27,12 +27,7 @@ class OrvFontStringAlphabets : public testing::TestWithParam<Alphabet>
 protected:
     void SetUp() override
     {
-        const std::string file = ReferenceFile("DejaVuSans.ttf");
-        if (file.empty())
-        {
-            GTEST_SKIP() << "DejaVuSans.ttf is not installed";
-        }
-        fonts_.emplace(std::vector<std::string>{file});
+        fonts_.emplace(std::vector<std::string>{FontFilePath("DejaVuSans.ttf")});
         SetProcessCodePage(GetParam().codePage);
         GetFontList()->RemoveAll();
         CreateFontList(0, nullptr);

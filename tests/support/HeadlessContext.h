@@ -73,9 +73,9 @@ private:
 };
 
 /// Skips the test where no context can be had, saying why.
-#define REQUIRE_CONTEXT(context)                                     \
-    if (!(context).IsValid())                                        \
-    {                                                                \
-        GTEST_SKIP() << "no OpenGL context: " << (context).Reason(); \
-    }                                                                \
+#define REQUIRE_CONTEXT(context)                               \
+    if (!(context).IsValid())                                  \
+    {                                                          \
+        FAIL() << "no OpenGL context: " << (context).Reason(); \
+    }                                                          \
     static_assert(true)

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The font calls against dumps of an independent implementation's. The dumps are of DejaVu's and
-// Liberation's faces and of the edge cases' font; a test whose dump or faces are missing is
-// skipped.
+// The font calls against the figures of an independent implementation, for the faces of DejaVu and
+// Liberation and for the test font.
 
-#include "tests/support/GoldenFonts.h"
+#include "tests/support/FontFigures.h"
+
 #include "tests/support/PrivateFonts.h"
 
 #include <ft2build.h>
@@ -11,35 +11,29 @@
 
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iostream>
 #include <map>
-#include <set>
 #include FT_FREETYPE_H
 
 namespace
 {
 
-/// A dump of one face.
-struct FaceDump
+struct TestedFace
 {
-    const char* dump;
-    const char* file;  // empty: the edge cases' font
+    const char* full;
+    const char* file;  ///< empty for the test font
     const char* family;
     LONG em;
     bool italic;
 };
 
-const FaceDump dejaVuSans = {"gdi-DejaVu-Sans.jsonl", "DejaVuSans.ttf", "DejaVu Sans", 2048, false};
-const FaceDump liberationSerifItalic = {"gdi-Liberation-Serif-Italic.jsonl",
-                                        "LiberationSerif-Italic.ttf", "Liberation Serif", 2048,
-                                        true};
-const FaceDump edgeTest = {"gdi-Edge-Test-Regular.jsonl", "", "Edge Test", 1000, false};
+const TestedFace dejaVuSans = {"DejaVu Sans", "DejaVuSans.ttf", "DejaVu Sans", 2048, false};
+const TestedFace liberationSerifItalic = {"Liberation Serif Italic", "LiberationSerif-Italic.ttf",
+                                          "Liberation Serif", 2048, true};
+const TestedFace edgeTest = {"Edge Test Regular", "", "Edge Test", 1000, false};
 
-std::string FileOf(const FaceDump& face)
+std::string FileOf(const TestedFace& face)
 {
-    return *face.file == '\0' ? ORVANE_TEST_DATA "/EdgeTest.ttf" : ReferenceFile(face.file);
+    return *face.file == '\0' ? ORVANE_TEST_DATA "/EdgeTest.ttf" : FontFilePath(face.file);
 }
 
 std::string Printed(const GLYPHMETRICS& metrics)
@@ -48,16 +42,6 @@ std::string Printed(const GLYPHMETRICS& metrics)
            " at " + std::to_string(metrics.gmptGlyphOrigin.x) + ',' +
            std::to_string(metrics.gmptGlyphOrigin.y) + " step " +
            std::to_string(metrics.gmCellIncX) + ',' + std::to_string(metrics.gmCellIncY);
-}
-
-GLYPHMETRICS GoldenMetrics(const GoldenLine& line)
-{
-    const GoldenLine metrics = line.Object("gm");
-    return {static_cast<UINT>(metrics.Number("bbX")),
-            static_cast<UINT>(metrics.Number("bbY")),
-            {static_cast<LONG>(metrics.Number("orgX")), static_cast<LONG>(metrics.Number("orgY"))},
-            static_cast<SHORT>(metrics.Number("incX")),
-            static_cast<SHORT>(metrics.Number("incY"))};
 }
 
 /// Every number that the reference tells of an enumerated face.
@@ -108,24 +92,24 @@ std::map<std::string, long> NumbersOf(const EnumeratedFont& font)
 }
 
 void ExpectDelivery(const std::vector<EnumeratedFont>& delivered,
-                    const std::vector<GoldenLine>& expected)
+                    const std::vector<std::string>& expected)
 {
     ASSERT_EQ(delivered.size(), expected.size());
     for (std::size_t n = 0; n < delivered.size(); ++n)
     {
         const EnumeratedFont& font = delivered[n];
-        const GoldenLine& line = expected[n];
-        EXPECT_EQ(font.Full(), line.String("full"));
-        EXPECT_EQ(font.Style(), line.String("style"));
-        EXPECT_EQ(font.FaceName(), line.Object("lf").String("face"));
+        const Json& figures = FontFigures().at("faces").at(expected[n]);
+        EXPECT_EQ(font.Full(), expected[n]);
+        EXPECT_EQ(font.Style(), figures.at("style").get<std::string>());
+        EXPECT_EQ(font.FaceName(), figures.at("face").get<std::string>());
         for (const auto& [key, value] : NumbersOf(font))
         {
-            EXPECT_EQ(value, line.Number(key)) << key << " of " << font.Full();
+            EXPECT_EQ(value, figures.at(key).get<long>()) << key << " of " << font.Full();
         }
     }
 }
 
-/// Where the dumps are meant to differ, found with FreeType alone.
+/// Where our outlines are meant to differ from the reference's, found with FreeType alone.
 class ExpectedDifferences
 {
 public:
@@ -183,37 +167,19 @@ private:
     FT_Face face_ = nullptr;
 };
 
-class FontsGolden : public testing::Test
+class FontReference : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        if (GoldenFolder().empty())
-        {
-            GTEST_SKIP() << "no reference dumps at " ORVANE_SHARED;
-        }
-    }
-
-    // The reference repairs nothing.
+    // The reference repairs no outline.
     const OutlinesInUse asIs_{OUTLINES_AS_IS};
 };
 
-class FaceGolden : public FontsGolden, public testing::WithParamInterface<FaceDump>
-{
-protected:
-    void SetUp() override
-    {
-        FontsGolden::SetUp();
-        if (!IsSkipped() && FileOf(GetParam()).empty())
-        {
-            GTEST_SKIP() << GetParam().file << " is not installed";
-        }
-    }
-};
+class FaceReference : public FontReference, public testing::WithParamInterface<TestedFace>
+{};
 
-TEST_P(FaceGolden, EveryGlyphHasTheReferencesBytesAndMetrics)
+TEST_P(FaceReference, EveryGlyphHasTheReferencesBytesAndMetrics)
 {
-    const FaceDump& face = GetParam();
+    const TestedFace& face = GetParam();
     const std::string file = FileOf(face);
     const PrivateFonts fonts({file});
     const SelectedFont font(face.family, -face.em, FW_NORMAL, face.italic);
@@ -221,62 +187,53 @@ TEST_P(FaceGolden, EveryGlyphHasTheReferencesBytesAndMetrics)
     std::string offCurve;
     std::string synthesised;
     int compared = 0;
-    for (const GoldenLine& line : ReadGolden(face.dump))
+    for (const GlyphFigures& glyph : GlyphsOf(face.full))
     {
-        if (!line.Has("code"))
+        SCOPED_TRACE("code " + std::to_string(glyph.code));
+        if (differences.HintsAreSynthesised(glyph.unicode))
         {
-            continue;
-        }
-        const std::vector<BYTE> expected = line.Polygons();
-        // The dump is understood in full.
-        ASSERT_EQ(GoldenChecksum(expected), line.String("crc"));
-        const auto code = static_cast<UINT>(line.Number("code"));
-        const FT_ULong character = std::stoul(line.String("cp1252"), nullptr, 16);
-        if (differences.HintsAreSynthesised(character))
-        {
-            synthesised += static_cast<char>(character);
+            synthesised += static_cast<char>(glyph.unicode);
             continue;
         }
         DWORD result = 0;
         GLYPHMETRICS metrics = {};
-        const std::vector<BYTE> bytes = font.Outline(code, &result, &metrics);
-        EXPECT_EQ(Printed(metrics), Printed(GoldenMetrics(line))) << line.Text();
-        if (differences.StartsOffCurve(character))
+        const std::vector<BYTE> bytes = font.Outline(glyph.code, &result, &metrics);
+        EXPECT_EQ(Printed(metrics), Printed(glyph.metrics));
+        if (differences.StartsOffCurve(glyph.unicode))
         {
-            offCurve += static_cast<char>(character);
-            EXPECT_NE(bytes, expected) << line.Text();
+            offCurve += static_cast<char>(glyph.unicode);
+            EXPECT_NE(Crc32Of(bytes), glyph.crc);
             continue;
         }
-        EXPECT_EQ(result, static_cast<DWORD>(line.Number("ret"))) << line.Text();
-        EXPECT_EQ(bytes, expected) << line.Text();
+        EXPECT_EQ(result, glyph.size);
+        EXPECT_EQ(bytes.size(), glyph.size);
+        EXPECT_EQ(Crc32Of(bytes), glyph.crc);
         ++compared;
     }
-    // Other fonts have neither; J has both.
-    const bool edges = *face.file == '\0';
-    EXPECT_EQ(synthesised, edges ? "JS" : "");
-    EXPECT_EQ(offCurve, edges ? "DEFGINPT" : "");
-    EXPECT_EQ(compared, edges ? 249 : 259);
+    // The other fonts have neither; J has both.
+    const bool isTestFont = *face.file == '\0';
+    EXPECT_EQ(synthesised, isTestFont ? "JS" : "");
+    EXPECT_EQ(offCurve, isTestFont ? "DEFGINPT" : "");
+    EXPECT_EQ(compared, isTestFont ? 249 : 259);
 }
 
-TEST_P(FaceGolden, EnumerationDescribesTheFaceAsTheReferenceDoes)
+TEST_P(FaceReference, EnumerationDescribesTheFaceAsTheReferenceDoes)
 {
-    const FaceDump& face = GetParam();
+    const TestedFace& face = GetParam();
     const PrivateFonts fonts({FileOf(face)});
-    const GoldenLine line = ReadGolden(face.dump).at(0);
-    ASSERT_EQ(line.String("call"), "enum");
-    ExpectDelivery(EnumerateFonts(face.family), {line});
+    ExpectDelivery(EnumerateFonts(face.family), {face.full});
 }
 
-TEST_P(FaceGolden, TheOutlineMetricsAreTheReferences)
+TEST_P(FaceReference, TheOutlineMetricsAreTheReferences)
 {
-    const FaceDump& face = GetParam();
+    const TestedFace& face = GetParam();
     const PrivateFonts fonts({FileOf(face)});
     const SelectedFont font(face.family, -face.em, FW_NORMAL, face.italic);
-    const GoldenLine line = ReadGolden(face.dump).at(1).Object("otm");
+    const Json& line = FontFigures().at("outlineMetrics").at(face.full);
     const std::vector<BYTE> bytes = font.OutlineMetrics();
     // The reference's pointers have four bytes, so that its record before the texts has 212.
-    ASSERT_EQ(bytes.size(), static_cast<std::size_t>(line.Number("size") - line.Number("sizeof")) +
-                                sizeof(OUTLINETEXTMETRICA));
+    ASSERT_EQ(bytes.size(), line.at("size").get<std::size_t>() -
+                                line.at("sizeof").get<std::size_t>() + sizeof(OUTLINETEXTMETRICA));
     OUTLINETEXTMETRICA record;
     std::memcpy(static_cast<void*>(&record), bytes.data(), sizeof record);
     EXPECT_EQ(record.otmSize, bytes.size());
@@ -295,12 +252,13 @@ TEST_P(FaceGolden, TheOutlineMetricsAreTheReferences)
     };
     for (const auto& [key, value] : numbers)
     {
-        EXPECT_EQ(value, line.Number(key)) << key;
+        EXPECT_EQ(value, line.at(key).get<long>()) << key;
     }
     const RECT& box = record.otmrcFontBox;
-    EXPECT_EQ(line.Numbers("box"), (std::vector<long>{box.left, box.top, box.right, box.bottom}));
+    EXPECT_EQ(line.at("box").get<std::vector<long>>(),
+              (std::vector<long>{box.left, box.top, box.right, box.bottom}));
     const TEXTMETRICA& metrics = record.otmTextMetrics;
-    const GoldenLine text = line.Object("tm");
+    const Json& text = line.at("tm");
     const std::map<std::string, long> textNumbers = {
         {"height", metrics.tmHeight},      {"ascent", metrics.tmAscent},
         {"descent", metrics.tmDescent},    {"il", metrics.tmInternalLeading},
@@ -311,7 +269,7 @@ TEST_P(FaceGolden, TheOutlineMetricsAreTheReferences)
     };
     for (const auto& [key, value] : textNumbers)
     {
-        EXPECT_EQ(value, text.Number(key)) << key;
+        EXPECT_EQ(value, text.at(key).get<long>()) << key;
     }
     const std::pair<const char*, PSTR> names[] = {{"family", record.otmpFamilyName},
                                                   {"face", record.otmpFaceName},
@@ -321,12 +279,12 @@ TEST_P(FaceGolden, TheOutlineMetricsAreTheReferences)
     {
         EXPECT_EQ(std::string(reinterpret_cast<const char*>(bytes.data()) +
                               reinterpret_cast<std::uintptr_t>(offset)),
-                  line.String(key))
+                  line.at(key).get<std::string>())
             << key;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Dumps, FaceGolden,
+INSTANTIATE_TEST_SUITE_P(Faces, FaceReference,
                          testing::Values(dejaVuSans, liberationSerifItalic, edgeTest),
                          [](const auto& info) {
                              std::string name = info.param.family;
@@ -334,14 +292,10 @@ INSTANTIATE_TEST_SUITE_P(Dumps, FaceGolden,
                              return name;
                          });
 
-TEST_F(FontsGolden, ALetterOfAnotherCodePageIsTheReferencesLetterOfThatCharacter)
+TEST_F(FontReference, ALetterOfAnotherCodePageIsTheReferencesLetterOfThatCharacter)
 {
-    for (const FaceDump& face : {dejaVuSans, liberationSerifItalic})
+    for (const TestedFace& face : {dejaVuSans, liberationSerifItalic})
     {
-        if (FileOf(face).empty())
-        {
-            GTEST_SKIP() << face.file << " is not installed";
-        }
         const PrivateFonts fonts({FileOf(face)});
         ASSERT_TRUE(SetProcessCodePage(1257));
         const SelectedFont font(face.family, -face.em, FW_NORMAL, face.italic);
@@ -349,86 +303,44 @@ TEST_F(FontsGolden, ALetterOfAnotherCodePageIsTheReferencesLetterOfThatCharacter
         GLYPHMETRICS metrics = {};
         const std::vector<BYTE> bytes = font.Outline(194, nullptr, &metrics);
         SetProcessCodePage(1252);
-        int found = 0;
-        for (const GoldenLine& line : ReadGolden(face.dump))
-        {
-            if (line.Has("wcode") && line.Number("wcode") == 0x100)
-            {
-                EXPECT_EQ(bytes, line.Polygons());
-                EXPECT_EQ(Printed(metrics), Printed(GoldenMetrics(line)));
-                ++found;
-            }
-        }
-        EXPECT_EQ(found, 1);
+        const GlyphFigures expected = AWithMacronOf(face.full);
+        EXPECT_EQ(bytes.size(), expected.size);
+        EXPECT_EQ(Crc32Of(bytes), expected.crc);
+        EXPECT_EQ(Printed(metrics), Printed(expected.metrics));
     }
 }
 
-/// The reference's deliveries for the western character set, by the call and the name asked for.
-std::map<std::string, std::vector<GoldenLine>> GoldenEnumerations()
+TEST_F(FontReference, EnumerationDeliversWhatTheReferenceDelivers)
 {
-    std::map<std::string, std::vector<GoldenLine>> calls;
-    for (const GoldenLine& line : ReadGolden("enum.jsonl"))
+    const PrivateFonts fonts(FontFiles());
+    const Json& enumerations = FontFigures().at("enumerations");
+    // All families; 7 by family, 7 by full name; 3 names of other kinds.
+    EXPECT_EQ(enumerations.size(), 18u);
+    for (const Json& call : enumerations)
     {
-        if (line.Has("lf") && line.Object("lf").Number("charset") == 0)
-        {
-            const std::string name = line.Text().find("\"family\":null") != std::string::npos
-                                         ? ""
-                                         : line.String("family");
-            calls[line.String("call") + '|' + name].push_back(line);
-        }
-    }
-    return calls;
-}
-
-TEST_F(FontsGolden, EnumerationDeliversWhatTheReferenceDelivers)
-{
-    const std::vector<std::string> files = ReferenceFiles();
-    if (files.size() != 22)
-    {
-        GTEST_SKIP() << "only " << files.size() << " of the 22 reference faces are installed";
-    }
-    const PrivateFonts fonts(files);
-    std::size_t calls = 0;
-    for (auto& [call, expected] : GoldenEnumerations())
-    {
-        SCOPED_TRACE(call);
-        const std::string family = call.substr(call.find('|') + 1);
-        if (family.empty())
+        SCOPED_TRACE(call.at("call").get<std::string>() + " " + call.at("name").dump());
+        auto expected = call.at("faces").get<std::vector<std::string>>();
+        if (call.at("name").is_null())
         {
             // The reference's order is that of its files, ours that of the names.
-            std::sort(expected.begin(), expected.end(),
-                      [](const GoldenLine& a, const GoldenLine& b) {
-                          return a.String("name") < b.String("name");
-                      });
+            std::sort(expected.begin(), expected.end());
+            ExpectDelivery(EnumerateFonts(nullptr), expected);
         }
-        ExpectDelivery(EnumerateFonts(family.empty() ? nullptr : family.c_str()), expected);
-        ++calls;
+        else
+        {
+            ExpectDelivery(EnumerateFonts(call.at("name").get<std::string>().c_str()), expected);
+        }
     }
-    EXPECT_EQ(calls, 18u);  // all families; 7 by family, 7 by full name; 3 names of other kinds
 }
 
-TEST_F(FontsGolden, TheRegistrysEnumerationFindsTheReferencesFaces)
+TEST_F(FontReference, TheRegistrysEnumerationFindsTheReferencesFaces)
 {
-    const std::vector<std::string> files = ReferenceFiles();
-    if (files.empty())
-    {
-        GTEST_SKIP() << "none of the reference faces is installed";
-    }
-    const PrivateFonts fonts(files);
+    const PrivateFonts fonts(FontFiles());
     std::vector<std::string> names = FullNames(EnumerateAsRegistry());
     std::sort(names.begin(), names.end());
     names.erase(std::unique(names.begin(), names.end()), names.end());
-
-    const std::vector<std::string> expected = GoldenRegistry();
-    ASSERT_EQ(expected.size(), 22u);
-    if (files.size() == expected.size())
-    {
-        EXPECT_EQ(names, expected);
-        return;
-    }
-    std::cout << "only " << files.size() << " of the 22 reference faces are installed\n";
-    EXPECT_EQ(names.size(), files.size());
-    EXPECT_TRUE(std::includes(expected.begin(), expected.end(), names.begin(), names.end()));
+    EXPECT_EQ(names.size(), 22u);
+    EXPECT_EQ(names, RegistryNames());
 }
 
 }  // namespace
