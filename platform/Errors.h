@@ -21,7 +21,7 @@ constexpr DWORD ERROR_INVALID_PIXEL_FORMAT = 2000;
 constexpr DWORD ERROR_FILE_INVALID = 1006;  ///< an empty file cannot be mapped
 constexpr DWORD ERROR_NO_RENDERING = 2001;  ///< there is no OpenGL here; the text says why
 
-/// The number that the last refused call left. Calls that succeed leave it as it was.
+/// The error number of the last refused call on this thread. Calls that succeed leave it as it was.
 ORVANE_API DWORD GetLastError();
 
 /// Sets the number and forgets the text.
@@ -29,6 +29,6 @@ ORVANE_API void SetLastError(DWORD error);
 
 #endif
 
-/// What the last refused call has to say, in one line without a full stop; empty after
-/// SetLastError(0).
+/// Why the last refused call on this thread was refused, in one line without a full stop: a text
+/// of its own or, where it has none, one for its number. Empty after SetLastError(0).
 ORVANE_API std::string GetLastErrorText();

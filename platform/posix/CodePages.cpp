@@ -2,176 +2,16 @@
 #include "platform/CodePages.h"
 
 #include "platform/Fonts.h"
-#include "platform/posix/CodePage.h"
-
-#include <iconv.h>
+#include "platform/posix/TextConversion.h"
 
 #include <algorithm>
+#include <array>
 #include <atomic>
-#include <bit>
-#include <cstdint>
 #include <iterator>
 #include <optional>
-#include <unordered_map>
 
 namespace
 {
-
-constexpr const char* ucs4 = std::endian::native == std::endian::little ? "UCS-4LE" : "UCS-4BE";
-constexpr char32_t replacement = 0xFFFD;
-
-/// One use of iconv from its start to its end.
-class Converter
-{
-public:
-    Converter(const char* to, const char* from) : converter_(iconv_open(to, from)) {}
-    ~Converter()
-    {
-        if (Usable())
-        {
-            iconv_close(converter_);
-        }
-    }
-    Converter(const Converter&) = delete;
-    Converter& operator=(const Converter&) = delete;
-
-    /// Converts one character in at most \p size bytes. Returns the bytes consumed, 0 when there is
-    /// no whole valid character or the encoding is not known here.
-    std::size_t Convert(const char* bytes, std::size_t size, char32_t* character)
-    {
-        if (!Usable())
-        {
-            return 0;
-        }
-        for (std::size_t length = 1; length <= size; ++length)
-        {
-            char* in = const_cast<char*>(bytes);
-            char* out = reinterpret_cast<char*>(character);
-            std::size_t inLeft = length;
-            std::size_t outLeft = sizeof *character;
-            iconv(converter_, nullptr, nullptr, nullptr, nullptr);
-            if (iconv(converter_, &in, &inLeft, &out, &outLeft) != static_cast<std::size_t>(-1) &&
-                outLeft == 0)
-            {
-                return length;
-            }
-        }
-        return 0;
-    }
-
-private:
-    bool Usable() const { return reinterpret_cast<std::intptr_t>(converter_) != -1; }
-
-    iconv_t converter_;
-};
-
-/// A text's characters one by one; bytes that are none in its encoding come singly as U+FFFD.
-class TextReader
-{
-public:
-    explicit TextReader(std::string_view text, const char* encoding = "UTF-8")
-        : rest_(text), converter_(ucs4, encoding)
-    {}
-
-    std::optional<char32_t> Next()
-    {
-        if (rest_.empty())
-        {
-            return std::nullopt;
-        }
-        constexpr std::size_t longest = 4;
-        char32_t character = 0;
-        std::size_t length =
-            converter_.Convert(rest_.data(), std::min(longest, rest_.size()), &character);
-        if (length == 0)
-        {
-            character = replacement;
-            length = 1;
-        }
-        rest_.remove_prefix(length);
-        return character;
-    }
-
-private:
-    std::string_view rest_;
-    Converter converter_;
-};
-
-bool IsAscii(std::string_view text)
-{
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-void AppendUtf8(std::string& text, char32_t character)
-{
-    if (character < 0x80)
-    {
-        text += static_cast<char>(character);
-        return;
-    }
-    const int tails = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
-    constexpr unsigned leads[] = {0, 0xC0, 0xE0, 0xF0};
-    text += static_cast<char>(leads[tails] | (character >> (6 * tails)));
-    for (int tail = tails - 1; tail >= 0; --tail)
-    {
-        text += static_cast<char>(0x80 | ((character >> (6 * tail)) & 0x3F));
-    }
-}
-
-/// A code page in both directions.
-struct CodePageTable
-{
-    char32_t characters[256];
-    std::unordered_map<char32_t, char> codes;
-};
-
-CodePageTable MakeTable(UINT codePage)
-{
-    CodePageTable table;
-    Converter converter(ucs4, ("CP" + std::to_string(codePage)).c_str());
-    for (unsigned code = 0; code < 256; ++code)
-    {
-        const char byte = static_cast<char>(code);
-        char32_t character = code;
-        if (converter.Convert(&byte, 1, &character) == 0)
-        {
-            character = code;
-        }
-        table.characters[code] = character;
-        table.codes.emplace(character, byte);
-    }
-    return table;
-}
-
-/// Null for a code page that is not on offer.
-const CodePageTable* TableOf(UINT codePage)
-{
-    // Never destroyed: texts are converted while the process ends.
-    static const auto* const tables = [] {
-        auto* made = new std::array<CodePageTable, offeredCodePages.size()>;
-        std::transform(offeredCodePages.begin(), offeredCodePages.end(), made->begin(), MakeTable);
-        return made;
-    }();
-    const auto found = std::find(offeredCodePages.begin(), offeredCodePages.end(), codePage);
-    return found == offeredCodePages.end()
-               ? nullptr
-               : &(*tables)[std::distance(offeredCodePages.begin(), found)];
-}
-
-std::optional<char> CodeOf(char32_t character, const CodePageTable* table)
-{
-    if (character < 0x80)
-    {
-        return static_cast<char>(character);
-    }
-    if (table == nullptr)
-    {
-        return std::nullopt;
-    }
-    const auto found = table->codes.find(character);
-    return found == table->codes.end() ? std::nullopt : std::optional<char>(found->second);
-}
 
 std::atomic<UINT> processCodePage = 1252;
 
@@ -179,15 +19,13 @@ std::atomic<UINT> processCodePage = 1252;
 
 CodePageText Utf8ToCodePage(std::string_view utf8, UINT codePage)
 {
-    const CodePageTable* const table = TableOf(codePage);
     CodePageText result;
-    TextReader reader(utf8);
-    while (const std::optional<char32_t> character = reader.Next())
+    for (const char32_t character : posix::CharactersOf(utf8))
     {
-        const std::optional<char> code = CodeOf(*character, table);
+        const std::optional<char> code = posix::CodeOf(character, codePage);
         if (!code)
         {
-            AppendUtf8(result.misfit, *character);
+            posix::AppendUtf8(result.misfit, character);
             break;
         }
         result.text += *code;
@@ -199,17 +37,16 @@ CodePageChoice FindCodePage(std::string_view utf8)
 {
     std::array<bool, offeredCodePages.size()> possible;
     possible.fill(true);
-    TextReader reader(utf8);
-    while (const std::optional<char32_t> character = reader.Next())
+    for (const char32_t character : posix::CharactersOf(utf8))
     {
         for (std::size_t page = 0; page < possible.size(); ++page)
         {
-            possible[page] = possible[page] && CodeOf(*character, TableOf(offeredCodePages[page]));
+            possible[page] = possible[page] && posix::CodeOf(character, offeredCodePages[page]);
         }
         if (std::find(possible.begin(), possible.end(), true) == possible.end())
         {
             CodePageChoice none;
-            AppendUtf8(none.misfit, *character);
+            posix::AppendUtf8(none.misfit, character);
             return none;
         }
     }
@@ -219,19 +56,17 @@ CodePageChoice FindCodePage(std::string_view utf8)
 
 std::string CodePageToUtf8(std::string_view text, UINT codePage)
 {
-    const CodePageTable* const table = TableOf(codePage);
     std::string utf8;
     for (const char c : text)
     {
-        const auto code = static_cast<unsigned char>(c);
-        AppendUtf8(utf8, table == nullptr ? code : table->characters[code]);
+        posix::AppendUtf8(utf8, posix::CharacterOf(static_cast<BYTE>(c), codePage));
     }
     return utf8;
 }
 
 BOOL SetProcessCodePage(UINT codePage)
 {
-    if (TableOf(codePage) == nullptr)
+    if (!posix::IsOfferedCodePage(codePage))
     {
         return FALSE;
     }
@@ -243,88 +78,3 @@ UINT GetACP()
 {
     return processCodePage;
 }
-
-namespace posix
-{
-
-char32_t CharacterOf(BYTE code, UINT codePage)
-{
-    const CodePageTable* const table = TableOf(codePage);
-    return table == nullptr ? code : table->characters[code];
-}
-
-BYTE CharacterSetOf(UINT codePage)
-{
-    switch (codePage)
-    {
-        case 1250:
-            return 238;
-        case 1251:
-            return 204;
-        case 1253:
-            return 161;
-        case 1254:
-            return 162;
-        case 1257:
-            return 186;
-        default:
-            return ANSI_CHARSET;
-    }
-}
-
-std::string ToCodePage(std::string_view utf8, UINT codePage, bool* complete)
-{
-    // Nearly every font's name is ASCII, and there are thousands.
-    if (IsAscii(utf8))
-    {
-        if (complete != nullptr)
-        {
-            *complete = true;
-        }
-        return std::string(utf8);
-    }
-    const CodePageTable* const table = TableOf(codePage);
-    std::string text;
-    bool all = true;
-    TextReader reader(utf8);
-    while (const std::optional<char32_t> character = reader.Next())
-    {
-        const std::optional<char> code = CodeOf(*character, table);
-        all = all && code;
-        text += code.value_or('?');
-    }
-    if (complete != nullptr)
-    {
-        *complete = all;
-    }
-    return text;
-}
-
-std::string Utf8FromUtf16(std::string_view bigEndian)
-{
-    std::string utf8;
-    // Nearly every name is of plain units, and there are thousands.
-    bool plain = bigEndian.size() % 2 == 0;
-    for (std::size_t n = 0; plain && n < bigEndian.size(); n += 2)
-    {
-        const auto unit = static_cast<char32_t>(static_cast<unsigned char>(bigEndian[n]) << 8 |
-                                                static_cast<unsigned char>(bigEndian[n + 1]));
-        constexpr char32_t surrogates = 0xD800;
-        constexpr char32_t surrogateBits = 0xF800;
-        plain = (unit & surrogateBits) != surrogates;
-        AppendUtf8(utf8, unit);
-    }
-    if (plain)
-    {
-        return utf8;
-    }
-    utf8.clear();
-    TextReader reader(bigEndian, "UTF-16BE");
-    while (const std::optional<char32_t> character = reader.Next())
-    {
-        AppendUtf8(utf8, *character);
-    }
-    return utf8;
-}
-
-}  // namespace posix

@@ -1,21 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "platform/posix/Errors.h"
+#include "platform/Errors.h"
 
-#include <utility>
+#include "platform/posix/ErrorText.h"
 
 namespace
 {
 
 thread_local DWORD lastNumber = ERROR_SUCCESS;
-thread_local bool hasText = false;
 
-std::string& OwnText()
-{
-    thread_local std::string text;
-    return text;
-}
-
-const char* CommonText(DWORD error)
+/// Null for an error without a text.
+const char* TextOf(DWORD error)
 {
     switch (error)
     {
@@ -50,27 +44,15 @@ DWORD GetLastError()
 void SetLastError(DWORD error)
 {
     lastNumber = error;
-    hasText = false;
+    posix::ForgetErrorText();
 }
 
 std::string GetLastErrorText()
 {
-    if (hasText)
+    if (const std::string* const text = posix::FindErrorText())
     {
-        return OwnText();
+        return *text;
     }
-    const char* const text = CommonText(lastNumber);
+    const char* const text = TextOf(lastNumber);
     return text != nullptr ? text : "error " + std::to_string(lastNumber);
 }
-
-namespace posix
-{
-
-void SetError(DWORD error, std::string text)
-{
-    lastNumber = error;
-    OwnText() = std::move(text);
-    hasText = true;
-}
-
-}  // namespace posix

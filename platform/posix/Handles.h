@@ -5,6 +5,7 @@
 /// Handles of this backend: opaque values that name shared objects in one table, so that a stale or
 /// foreign handle is refused instead of followed. Safe from any thread.
 
+#include "platform/Errors.h"
 #include "platform/Types.h"
 
 #include <memory>
@@ -42,6 +43,18 @@ template <typename Object>
 std::shared_ptr<Object> Resolve(const void* handle)
 {
     return std::dynamic_pointer_cast<Object>(FindHandle(handle));
+}
+
+/// The same. When there is none, the error becomes ERROR_INVALID_HANDLE.
+template <typename Object>
+std::shared_ptr<Object> ResolveOrRefuse(const void* handle)
+{
+    std::shared_ptr<Object> object = Resolve<Object>(handle);
+    if (object == nullptr)
+    {
+        SetLastError(ERROR_INVALID_HANDLE);
+    }
+    return object;
 }
 
 }  // namespace posix

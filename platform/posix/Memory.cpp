@@ -18,16 +18,6 @@ struct Block final : posix::HandleObject
     std::atomic<int> locks = 0;
 };
 
-std::shared_ptr<Block> FindBlock(HGLOBAL handle)
-{
-    auto block = posix::Resolve<Block>(handle);
-    if (block == nullptr)
-    {
-        SetLastError(ERROR_INVALID_HANDLE);
-    }
-    return block;
-}
-
 }  // namespace
 
 HGLOBAL GlobalAlloc(UINT flags, std::size_t count)
@@ -47,7 +37,7 @@ HGLOBAL GlobalAlloc(UINT flags, std::size_t count)
 
 LPVOID GlobalLock(HGLOBAL handle)
 {
-    const auto block = FindBlock(handle);
+    const auto block = posix::ResolveOrRefuse<Block>(handle);
     if (block == nullptr)
     {
         return nullptr;
@@ -58,7 +48,7 @@ LPVOID GlobalLock(HGLOBAL handle)
 
 BOOL GlobalUnlock(HGLOBAL handle)
 {
-    const auto block = FindBlock(handle);
+    const auto block = posix::ResolveOrRefuse<Block>(handle);
     if (block == nullptr || block->locks == 0)
     {
         return FALSE;
@@ -68,13 +58,13 @@ BOOL GlobalUnlock(HGLOBAL handle)
 
 std::size_t GlobalSize(HGLOBAL handle)
 {
-    const auto block = FindBlock(handle);
+    const auto block = posix::ResolveOrRefuse<Block>(handle);
     return block == nullptr ? 0 : block->size;
 }
 
 HGLOBAL GlobalFree(HGLOBAL handle)
 {
-    if (FindBlock(handle) == nullptr)
+    if (posix::ResolveOrRefuse<Block>(handle) == nullptr)
     {
         return handle;
     }

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+/// \file
+/// The calls that bitmaps and device contexts make to the OpenGL context that is current on this
+/// thread.
+
 #include "platform/posix/drawing/GdiObjects.h"
 
 #include <optional>
@@ -8,32 +12,33 @@
 namespace posix
 {
 
-/// Copies what OpenGL has drawn on this thread into the bits of the bitmap that it draws into.
+/// Copies the pixels that OpenGL has drawn on this thread into the bits of the bitmap that it draws
+/// into.
 void FlushRendering();
 
-/// The same, when these bits are among what it draws into.
+/// The same, when \p bits points into the bits of that bitmap.
 void FlushRenderingOf(const void* bits);
 
-/// What OpenGL draws on, pixels.
+/// The size of the surface that a context draws on, in pixels.
 struct SurfaceSize
 {
     int width;
     int height;
 };
 
-/// What the context that is current on this thread draws on, when it draws into this bitmap or,
-/// adopted, into this device context (which may be null).
+/// The size of the current context's surface, if the context draws into this bitmap or, adopted,
+/// was given this device context. Otherwise nothing. Either may be null.
 std::optional<SurfaceSize> RenderedSurface(HDC dc, const Bitmap* bitmap);
 
-/// Draws pixels through that context: see DrawPixels.
+/// Draws pixels through the current context: see DrawPixels.
 void DrawRendered(int x, int y, int width, int height, const BYTE* bgra);
 
-/// Lets the context that is current on this thread go, with a copy into the bits, when it draws
-/// into this device context.
+/// If the current context draws into this device context, copies its pixels into the bits and makes
+/// it not current.
 void EndRenderingInto(HDC dc);
 
-/// Lets this thread's current context, when it draws into this device context, go on in the bitmap
-/// that the device context has selected now. The old bitmap gets a copy.
+/// If the current context draws into this device context, copies its pixels into the bits and lets
+/// it draw into the bitmap that the device context has selected now.
 void FollowSelection(HDC dc);
 
 }  // namespace posix

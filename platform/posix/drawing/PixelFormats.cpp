@@ -11,7 +11,7 @@ namespace
 {
 
 using posix::DeviceContext;
-using posix::Resolve;
+using posix::ResolveOrRefuse;
 
 // Colour depths in the order of their indices, four formats each. The eight-bit ones begin at 17,
 // the index that is used without asking.
@@ -59,16 +59,6 @@ bool IsFormat(int format)
     return format >= 1 && format <= formatCount;
 }
 
-std::shared_ptr<DeviceContext> Checked(HDC dc)
-{
-    std::shared_ptr<DeviceContext> context = Resolve<DeviceContext>(dc);
-    if (context == nullptr)
-    {
-        SetLastError(ERROR_INVALID_HANDLE);
-    }
-    return context;
-}
-
 }  // namespace
 
 bool posix::HasStencil(int format)
@@ -78,7 +68,7 @@ bool posix::HasStencil(int format)
 
 int ChoosePixelFormat(HDC dc, const PIXELFORMATDESCRIPTOR* wanted)
 {
-    if (Checked(dc) == nullptr)
+    if (ResolveOrRefuse<DeviceContext>(dc) == nullptr)
     {
         return 0;
     }
@@ -104,7 +94,7 @@ int ChoosePixelFormat(HDC dc, const PIXELFORMATDESCRIPTOR* wanted)
 
 int DescribePixelFormat(HDC dc, int format, UINT size, PIXELFORMATDESCRIPTOR* description)
 {
-    if (Checked(dc) == nullptr)
+    if (ResolveOrRefuse<DeviceContext>(dc) == nullptr)
     {
         return 0;
     }
@@ -123,7 +113,7 @@ int DescribePixelFormat(HDC dc, int format, UINT size, PIXELFORMATDESCRIPTOR* de
 
 int GetPixelFormat(HDC dc)
 {
-    const std::shared_ptr<DeviceContext> context = Checked(dc);
+    const std::shared_ptr<DeviceContext> context = ResolveOrRefuse<DeviceContext>(dc);
     if (context == nullptr)
     {
         return 0;
@@ -137,7 +127,7 @@ int GetPixelFormat(HDC dc)
 
 BOOL SetPixelFormat(HDC dc, int format, const PIXELFORMATDESCRIPTOR*)
 {
-    const std::shared_ptr<DeviceContext> context = Checked(dc);
+    const std::shared_ptr<DeviceContext> context = ResolveOrRefuse<DeviceContext>(dc);
     if (context == nullptr)
     {
         return FALSE;

@@ -1,245 +1,30 @@
 // SPDX-License-Identifier: MIT
-// For glProvokingVertex, which is younger than the header's own functions.
+// For glProvokingVertex, which GL/gl.h does not declare otherwise.
 #define GL_GLEXT_PROTOTYPES
 
 #include "platform/Rendering.h"
 
-#include "platform/OpenGL.h"
-#include "platform/posix/Errors.h"
+#include "platform/Errors.h"
+#include "platform/posix/ErrorText.h"
 #include "platform/posix/drawing/BitmapPixels.h"
-#include "platform/posix/drawing/CurrentRendering.h"
-#include "platform/posix/drawing/EglSystem.h"
-#include "platform/posix/drawing/PixelFormats.h"
 #include "platform/posix/drawing/RenderedPixels.h"
-
-#include <functional>
-#include <mutex>
-#include <thread>
-#include <utility>
+#include "platform/posix/drawing/RenderingContext.h"
 
 namespace
 {
 
+using posix::AdoptedContext;
 using posix::Bitmap;
+using posix::CurrentContext;
+using posix::CurrentOfThread;
 using posix::DeviceContext;
 using posix::EglSystem;
+using posix::RenderingContext;
 using posix::Resolve;
+using posix::ResolveOrRefuse;
 
-// An OpenGL context and the surface that it draws on, which has the size of the bitmap that it drew
-// into last.
-struct RenderingContext final : posix::HandleObject
-{
-    explicit RenderingContext(const EglSystem& eglSystem, int format)
-        : egl(eglSystem),
-          pixelFormat(format),
-          config(posix::HasStencil(format) ? eglSystem.stencil : eglSystem.plain)
-    {}
-    ~RenderingContext() override
-    {
-        if (surface != EGL_NO_SURFACE)
-        {
-            eglDestroySurface(egl.display, surface);
-        }
-        if (context != EGL_NO_CONTEXT)
-        {
-            eglDestroyContext(egl.display, context);
-        }
-    }
-
-    bool CreateContext(EGLContext shared);
-    bool FitSurface(const Bitmap& bitmap);
-
-    const EglSystem& egl;
-    const int pixelFormat;
-    const EGLConfig config;
-    EGLContext context = EGL_NO_CONTEXT;
-    EGLSurface surface = EGL_NO_SURFACE;
-    int width = 0;
-    int height = 0;
-    std::thread::id owner;    // the thread that it is current on
-    bool wasCurrent = false;  // ever
-    GLenum buffer = GL_BACK;  // the surface's colour buffer
-    // What the surface's pixels are a copy of.
-    std::weak_ptr<Bitmap> copied;
-    std::uint64_t copiedHash = 0;
-};
-
-// Guards the owners.
-std::mutex ownerLock;
-
-bool RenderingContext::CreateContext(EGLContext shared)
-{
-    const EGLContext created = posix::CreateEglContext(egl.display, config, shared);
-    if (created == EGL_NO_CONTEXT)
-    {
-        posix::SetError(ERROR_NO_RENDERING, posix::EglError("eglCreateContext"));
-        return false;
-    }
-    if (context != EGL_NO_CONTEXT)
-    {
-        eglDestroyContext(egl.display, context);
-    }
-    context = created;
-    return true;
-}
-
-bool RenderingContext::FitSurface(const Bitmap& bitmap)
-{
-    if (surface != EGL_NO_SURFACE && width == bitmap.width && height == bitmap.height)
-    {
-        return true;
-    }
-    const std::string size =
-        std::to_string(bitmap.width) + " x " + std::to_string(bitmap.height) + " pixels: ";
-    if (bitmap.width > egl.maximumWidth || bitmap.height > egl.maximumHeight)
-    {
-        posix::SetError(ERROR_NO_RENDERING, size + "OpenGL draws at most " +
-                                                std::to_string(egl.maximumWidth) + " x " +
-                                                std::to_string(egl.maximumHeight));
-        return false;
-    }
-    const EGLint attributes[] = {EGL_WIDTH, bitmap.width, EGL_HEIGHT, bitmap.height, EGL_NONE};
-    const EGLSurface created = eglCreatePbufferSurface(egl.display, config, attributes);
-    if (created == EGL_NO_SURFACE)
-    {
-        posix::SetError(ERROR_NO_RENDERING, size + posix::EglError("eglCreatePbufferSurface"));
-        return false;
-    }
-    if (surface != EGL_NO_SURFACE)
-    {
-        eglDestroySurface(egl.display, surface);
-    }
-    surface = created;
-    width = bitmap.width;
-    height = bitmap.height;
-    copied.reset();
-    return true;
-}
-
-// A context that a host made, and what it draws on.
-struct AdoptedContext final : posix::HandleObject
-{
-    bool IsCurrent() const { return eglGetCurrentContext() == context; }
-
-    EGLDisplay display = EGL_NO_DISPLAY;
-    EGLSurface draw = EGL_NO_SURFACE;
-    EGLSurface read = EGL_NO_SURFACE;
-    EGLContext context = EGL_NO_CONTEXT;
-    posix::SurfaceSize size = {0, 0};
-    HDC dc = nullptr;
-    HGLRC handle = nullptr;
-};
-
-// Set when the thread's Current is gone. It has no destructor and can be asked even then.
-thread_local bool isThreadEnding = false;
-
-// What is current on a thread.
-struct Current
-{
-    ~Current()
-    {
-        ForgetAdopted();
-        Release();
-        isThreadEnding = true;
-    }
-
-    // Calls a function while this context is OpenGL's.
-    template <typename Function>
-    void Inside(Function function) const
-    {
-        if (eglGetCurrentContext() == context->context)
-        {
-            function();
-            return;
-        }
-        // Somebody else has made another context current since.
-        const posix::KeptCurrent kept(context->egl.display);
-        if (eglMakeCurrent(context->egl.display, context->surface, context->surface,
-                           context->context))
-        {
-            function();
-        }
-    }
-
-    // Copies OpenGL's pixels into the bits.
-    void Flush() const
-    {
-        if (context != nullptr)
-        {
-            Inside([this] { posix::ReadBits(*bitmap, context->buffer); });
-        }
-    }
-
-    void Release()
-    {
-        if (context == nullptr)
-        {
-            LetAdoptedGo();
-            return;
-        }
-        Flush();
-        context->copied = bitmap;
-        context->copiedHash = posix::HashOfBits(*bitmap);
-        // Somebody else's context stays.
-        if (eglGetCurrentContext() == context->context)
-        {
-            eglMakeCurrent(context->egl.display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
-        }
-        Forget();
-    }
-
-    void Forget()
-    {
-        const std::lock_guard guard(ownerLock);
-        context->owner = {};
-        context = nullptr;
-        bitmap = nullptr;
-        handle = nullptr;
-        dc = nullptr;
-    }
-
-    // The host's context is its own again, but no longer current.
-    void LetAdoptedGo()
-    {
-        if (isAdopted && adopted->IsCurrent())
-        {
-            eglMakeCurrent(adopted->display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
-        }
-        isAdopted = false;
-    }
-
-    // The host's context goes on as it is.
-    void ForgetAdopted()
-    {
-        isAdopted = false;
-        if (const std::shared_ptr<AdoptedContext> forgotten = std::exchange(adopted, nullptr))
-        {
-            DeleteDC(forgotten->dc);
-            posix::RemoveHandle(forgotten->handle);
-        }
-    }
-
-    // At most one of the two is current.
-    std::shared_ptr<RenderingContext> context;
-    bool isAdopted = false;
-    std::shared_ptr<AdoptedContext> adopted;  // as long as it is adopted, current or not
-    std::shared_ptr<Bitmap> bitmap;           // what the context draws into
-    HGLRC handle = nullptr;                   // of the context
-    HDC dc = nullptr;
-};
-
-// Null while the thread ends: there is nothing current any more.
-Current* ThisThread()
-{
-    if (isThreadEnding)
-    {
-        return nullptr;
-    }
-    thread_local Current current;
-    return &current;
-}
-
-// The bitmap that a context can draw into through this device context, else null.
+/// The bitmap that a context can draw into through this device context. Null, with the error set,
+/// when there is none.
 std::shared_ptr<Bitmap> TargetOf(const DeviceContext& dc)
 {
     std::shared_ptr<Bitmap> bitmap = Resolve<Bitmap>(dc.bitmap);
@@ -251,33 +36,8 @@ std::shared_ptr<Bitmap> TargetOf(const DeviceContext& dc)
     return bitmap;
 }
 
-template <typename Object>
-std::shared_ptr<Object> Checked(const void* handle)
-{
-    std::shared_ptr<Object> object = Resolve<Object>(handle);
-    if (object == nullptr)
-    {
-        SetLastError(ERROR_INVALID_HANDLE);
-    }
-    return object;
-}
-
-// Whether this thread may have the context, which is its own then.
-bool TakeOwnership(RenderingContext& context)
-{
-    const std::lock_guard guard(ownerLock);
-    const std::thread::id self = std::this_thread::get_id();
-    if (context.owner != std::thread::id() && context.owner != self)
-    {
-        SetLastError(ERROR_BUSY);
-        return false;
-    }
-    context.owner = self;
-    return true;
-}
-
-// Takes up the adopted context again, on what it drew on before.
-BOOL MakeAdoptedCurrent(Current& current, HDC dc)
+/// Makes the adopted context current again, on the surfaces that it drew on before.
+BOOL MakeAdoptedCurrent(CurrentContext& current, HDC dc)
 {
     AdoptedContext& adopted = *current.adopted;
     if (dc != adopted.dc)
@@ -301,92 +61,9 @@ BOOL MakeAdoptedCurrent(Current& current, HDC dc)
 
 }  // namespace
 
-namespace posix
-{
-
-void FlushRendering()
-{
-    if (Current* const current = ThisThread())
-    {
-        current->Flush();
-    }
-}
-
-void FlushRenderingOf(const void* bits)
-{
-    const Current* const current = ThisThread();
-    if (current == nullptr || current->context == nullptr)
-    {
-        return;
-    }
-    const BYTE* const begin = current->bitmap->bits;
-    const BYTE* const end = begin + current->bitmap->Size();
-    if (!std::less<>()(bits, static_cast<const void*>(begin)) &&
-        std::less<>()(bits, static_cast<const void*>(end)))
-    {
-        current->Flush();
-    }
-}
-
-std::optional<SurfaceSize> RenderedSurface(HDC dc, const Bitmap* bitmap)
-{
-    const Current* const current = ThisThread();
-    if (current == nullptr)
-    {
-        return std::nullopt;
-    }
-    if (current->isAdopted && current->adopted->dc == dc)
-    {
-        return current->adopted->size;
-    }
-    if (current->context != nullptr && current->bitmap.get() == bitmap)
-    {
-        return SurfaceSize{bitmap->width, bitmap->height};
-    }
-    return std::nullopt;
-}
-
-void DrawRendered(int x, int y, int width, int height, const BYTE* bgra)
-{
-    const Current* const current = ThisThread();
-    if (current == nullptr)
-    {
-        return;
-    }
-    if (current->isAdopted)
-    {
-        DrawPixels(x, y, width, height, bgra, asItIs);
-    }
-    else if (current->context != nullptr)
-    {
-        current->Inside([&] { DrawPixels(x, y, width, height, bgra, current->context->buffer); });
-    }
-}
-
-void EndRenderingInto(HDC dc)
-{
-    Current* const current = ThisThread();
-    if (current != nullptr && current->context != nullptr && current->dc == dc)
-    {
-        current->Release();
-    }
-}
-
-void FollowSelection(HDC dc)
-{
-    Current* const current = ThisThread();
-    if (current != nullptr && current->context != nullptr && current->dc == dc &&
-        !wglMakeCurrent(dc, current->handle))
-    {
-        current->Release();
-    }
-}
-
-}  // namespace posix
-
 HGLRC wglCreateContext(HDC handle)
 {
-    const std::shared_ptr<DeviceContext> dc = Checked<DeviceContext>(handle);
+    const std::shared_ptr<DeviceContext> dc = ResolveOrRefuse<DeviceContext>(handle);
     const std::shared_ptr<Bitmap> bitmap = dc == nullptr ? nullptr : TargetOf(*dc);
     if (bitmap == nullptr)
     {
@@ -409,12 +86,12 @@ HGLRC wglCreateContext(HDC handle)
 
 BOOL wglDeleteContext(HGLRC handle)
 {
-    const std::shared_ptr<RenderingContext> context = Checked<RenderingContext>(handle);
-    if (context == nullptr || !TakeOwnership(*context))
+    const std::shared_ptr<RenderingContext> context = ResolveOrRefuse<RenderingContext>(handle);
+    if (context == nullptr || !context->TakeOwnership())
     {
         return FALSE;
     }
-    Current* const current = ThisThread();
+    CurrentContext* const current = CurrentOfThread();
     if (current != nullptr && current->context == context)
     {
         current->Release();
@@ -424,7 +101,7 @@ BOOL wglDeleteContext(HGLRC handle)
 
 BOOL wglMakeCurrent(HDC dcHandle, HGLRC handle)
 {
-    Current* const current = ThisThread();
+    CurrentContext* const current = CurrentOfThread();
     if (handle == nullptr)
     {
         if (current != nullptr)
@@ -437,8 +114,8 @@ BOOL wglMakeCurrent(HDC dcHandle, HGLRC handle)
     {
         return MakeAdoptedCurrent(*current, dcHandle);
     }
-    const std::shared_ptr<RenderingContext> context = Checked<RenderingContext>(handle);
-    const std::shared_ptr<DeviceContext> dc = Checked<DeviceContext>(dcHandle);
+    const std::shared_ptr<RenderingContext> context = ResolveOrRefuse<RenderingContext>(handle);
+    const std::shared_ptr<DeviceContext> dc = ResolveOrRefuse<DeviceContext>(dcHandle);
     if (current == nullptr || context == nullptr || dc == nullptr)
     {
         return FALSE;
@@ -458,14 +135,14 @@ BOOL wglMakeCurrent(HDC dcHandle, HGLRC handle)
     {
         return TRUE;
     }
-    if (!TakeOwnership(*context))
+    if (!context->TakeOwnership())
     {
         return FALSE;
     }
 
     current->Release();
     eglBindAPI(EGL_OPENGL_API);  // of this thread
-    TakeOwnership(*context);     // given up by the release when it was current itself
+    context->TakeOwnership();    // the release gave it up if it was current here
     current->context = context;
     if (!context->FitSurface(*bitmap))
     {
@@ -497,7 +174,7 @@ BOOL wglMakeCurrent(HDC dcHandle, HGLRC handle)
 
 HGLRC wglGetCurrentContext()
 {
-    const Current* const current = ThisThread();
+    const CurrentContext* const current = CurrentOfThread();
     return current == nullptr   ? nullptr
            : current->isAdopted ? current->adopted->handle
                                 : current->handle;
@@ -505,13 +182,13 @@ HGLRC wglGetCurrentContext()
 
 HDC wglGetCurrentDC()
 {
-    const Current* const current = ThisThread();
+    const CurrentContext* const current = CurrentOfThread();
     return current == nullptr ? nullptr : current->isAdopted ? current->adopted->dc : current->dc;
 }
 
 HDC AdoptCurrentContext(int width, int height)
 {
-    Current* const current = ThisThread();
+    CurrentContext* const current = CurrentOfThread();
     eglBindAPI(EGL_OPENGL_API);  // of this thread
     const EGLContext context = eglGetCurrentContext();
     if (current == nullptr || context == EGL_NO_CONTEXT || width <= 0 || height <= 0)
@@ -549,7 +226,7 @@ HDC AdoptCurrentContext(int width, int height)
 
 void ReleaseAdoptedContext()
 {
-    Current* const current = ThisThread();
+    CurrentContext* const current = CurrentOfThread();
     if (current != nullptr)
     {
         current->ForgetAdopted();
@@ -558,8 +235,8 @@ void ReleaseAdoptedContext()
 
 BOOL wglShareLists(HGLRC handle, HGLRC otherHandle)
 {
-    const std::shared_ptr<RenderingContext> context = Checked<RenderingContext>(handle);
-    const std::shared_ptr<RenderingContext> other = Checked<RenderingContext>(otherHandle);
+    const std::shared_ptr<RenderingContext> context = ResolveOrRefuse<RenderingContext>(handle);
+    const std::shared_ptr<RenderingContext> other = ResolveOrRefuse<RenderingContext>(otherHandle);
     if (context == nullptr || other == nullptr)
     {
         return FALSE;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/fonts/DesignMetrics.h"
 
-#include "platform/posix/CodePage.h"
+#include "platform/posix/TextConversion.h"
 
 #include <algorithm>
 #include <iterator>

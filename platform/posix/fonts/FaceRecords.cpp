@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/fonts/FaceRecords.h"
 
-#include "platform/posix/CodePage.h"
+#include "platform/posix/TextConversion.h"
 
 #include <algorithm>
 #include <bit>

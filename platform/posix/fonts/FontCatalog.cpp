@@ -2,7 +2,7 @@
 #include "platform/posix/fonts/FontCatalog.h"
 
 #include "platform/CodePages.h"
-#include "platform/posix/CodePage.h"
+#include "platform/posix/TextConversion.h"
 
 #include <algorithm>
 #include <compare>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/fonts/FontFace.h"
 
-#include "platform/posix/CodePage.h"
+#include "platform/posix/TextConversion.h"
 #include "platform/posix/fonts/FontTables.h"
 #include "platform/posix/fonts/GlyphPolygons.h"
 #include "platform/posix/fonts/OutlineTracer.h"

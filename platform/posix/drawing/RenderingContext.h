@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// The OpenGL contexts of this backend, and the one that each thread has current.
+
+#include "platform/OpenGL.h"
+#include "platform/posix/drawing/BitmapObject.h"
+#include "platform/posix/drawing/CurrentRendering.h"
+#include "platform/posix/drawing/EglSystem.h"
+
+#include <cstdint>
+#include <memory>
+#include <thread>
+
+namespace posix
+{
+
+/// A context that wglCreateContext made, and the surface that it draws on. The surface has the size
+/// of the bitmap that the context drew into last.
+struct RenderingContext final : HandleObject
+{
+    RenderingContext(const EglSystem& eglSystem, int format);
+    ~RenderingContext() override;
+
+    /// Makes the OpenGL context, in place of the one that there is. \p shared may be
+    /// EGL_NO_CONTEXT; otherwise the two share lists and textures. False, with the error set, when
+    /// OpenGL refuses.
+    bool CreateContext(EGLContext shared);
+
+    /// Makes a surface of the bitmap's size unless there is one. False, with the error set, when
+    /// OpenGL refuses.
+    bool FitSurface(const Bitmap& bitmap);
+
+    /// Makes this thread the owner. False, with ERROR_BUSY set, when the context is current on
+    /// another thread.
+    bool TakeOwnership();
+    void GiveUpOwnership();
+
+    const EglSystem& egl;
+    const int pixelFormat;
+    const EGLConfig config;
+    EGLContext context = EGL_NO_CONTEXT;
+    EGLSurface surface = EGL_NO_SURFACE;
+    int width = 0;  ///< of the surface, pixels
+    int height = 0;
+    bool wasCurrent = false;       ///< whether it has ever been current
+    GLenum buffer = GL_BACK;       ///< the surface's colour buffer
+    std::weak_ptr<Bitmap> copied;  ///< the bitmap whose bits equal the surface's pixels, if any
+    std::uint64_t copiedHash = 0;  ///< HashOfBits of that bitmap when it was copied
+
+private:
+    std::thread::id owner_;  ///< the thread that it is current on; guarded by a mutex
+};
+
+/// A context that a host made and that AdoptCurrentContext has taken in.
+struct AdoptedContext final : HandleObject
+{
+    bool IsCurrent() const { return eglGetCurrentContext() == context; }
+
+    EGLDisplay display = EGL_NO_DISPLAY;
+    EGLSurface draw = EGL_NO_SURFACE;
+    EGLSurface read = EGL_NO_SURFACE;
+    EGLContext context = EGL_NO_CONTEXT;
+    SurfaceSize size = {0, 0};
+    HDC dc = nullptr;        ///< made for this context and deleted with the adoption
+    HGLRC handle = nullptr;  ///< removed with the adoption
+};
+
+/// What is current on one thread: a context of ours, an adopted one, or none.
+struct CurrentContext
+{
+    ~CurrentContext();
+
+    /// Calls a function while the context of ours is OpenGL's current one. There must be one.
+    template <typename Function>
+    void CallInContext(Function function) const
+    {
+        if (eglGetCurrentContext() == context->context)
+        {
+            function();
+            return;
+        }
+        // The host has made another context current since; it gets that one back afterwards.
+        const KeptCurrent kept(context->egl.display);
+        if (eglMakeCurrent(context->egl.display, context->surface, context->surface,
+                           context->context))
+        {
+            function();
+        }
+    }
+
+    /// Copies OpenGL's pixels into the bits of the bitmap, when a context of ours is current.
+    void Flush() const;
+
+    /// Flushes, and makes whatever is current not current.
+    void Release();
+
+    /// Lets the context of ours go without a flush.
+    void Forget();
+
+    /// Makes the adopted context not current. It stays adopted.
+    void ReleaseAdopted();
+
+    /// Ends the adoption. The host's context stays current.
+    void ForgetAdopted();
+
+    std::shared_ptr<RenderingContext> context;  ///< null unless a context of ours is current
+    bool isAdopted = false;                     ///< whether the adopted context is current
+    std::shared_ptr<AdoptedContext> adopted;    ///< whether current or not; null for none
+    std::shared_ptr<Bitmap> bitmap;             ///< the bitmap that \c context draws into
+    HGLRC handle = nullptr;                     ///< of \c context
+    HDC dc = nullptr;                           ///< the device context that it was made current on
+};
+
+/// This thread's. Null while the thread ends, when nothing is current any more.
+CurrentContext* CurrentOfThread();
+
+}  // namespace posix
