@@ -2,6 +2,7 @@
 #include "imaging/BitmapLayout.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -11,11 +12,13 @@
 namespace
 {
 
-// A few bytes of packed pixels, or of a record that only says so, must not make gigabytes.
-constexpr std::uint64_t alwaysFine = 64 << 20;
+// The two limits of IsPlausibleSize, in bytes and in bytes per stored byte.
+constexpr std::uint64_t alwaysPlausible = 64 << 20;
 constexpr std::uint64_t largestPacking = 256;
 
-// The header as it grew over the years.
+constexpr double metresPerDot = 0.025399987;  // at one dot per inch
+
+// The header sizes of the versions of the format, in bytes.
 constexpr DWORD knownHeaders[] = {40, 52, 56, 64, 108, 124};
 constexpr char knownHeadersText[] = "40, 52, 56, 64, 108 or 124";
 
@@ -45,6 +48,16 @@ bool IsKnownFormat(const BITMAPINFOHEADER& header)
 
 }  // namespace
 
+int DotsPerInch(LONG dotsPerMetre)
+{
+    return static_cast<int>(dotsPerMetre * metresPerDot);
+}
+
+LONG DotsPerMetre(int dotsPerInch)
+{
+    return static_cast<LONG>(std::lround(dotsPerInch / metresPerDot));
+}
+
 bool IsKnownBitCount(int bitCount)
 {
     constexpr int known[] = {1, 4, 8, 16, 24, 32};
@@ -59,7 +72,7 @@ bool IsPackedBitmap(const BITMAPINFO* info)
 
 bool IsPlausibleSize(std::uint64_t bytes, std::uint64_t stored)
 {
-    return bytes <= alwaysFine || bytes / largestPacking <= stored;
+    return bytes <= alwaysPlausible || bytes / largestPacking <= stored;
 }
 
 std::uint64_t BitmapBytes(int width, int height, int bitCount)
@@ -79,7 +92,7 @@ std::uint64_t BitmapRecordBytes(const BITMAPINFO* info)
     const BITMAPINFOHEADER& header = info->bmiHeader;
     const std::uint64_t all = header.biBitCount <= 8 ? std::uint64_t{1} << header.biBitCount : 0;
     const std::uint64_t colors = header.biClrUsed != 0 ? std::uint64_t{header.biClrUsed} : all;
-    // Masks lie behind the header, or inside a longer one at the same place.
+    // The masks lie in bytes 40 to 51: behind a header of 40 bytes, inside a longer one.
     constexpr DWORD withMasks = sizeof header + 3 * sizeof(DWORD);
     const DWORD size = header.biSize;
     const DWORD beforeColors =

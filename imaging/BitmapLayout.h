@@ -1,48 +1,67 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+/// \file
+/// Checks and sizes of bitmaps, before anything else looks at their bytes.
+///
+/// A bitmap has two parts: its record (a header, followed by a colour table or by three colour
+/// masks) and its pixels. The pixels are uncompressed or run-length coded.
+
 #include "platform/Bitmaps.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 
-/// 1, 4, 8, 16, 24 and 32.
+/// The first two bytes of every BMP file: "BM".
+constexpr WORD bitmapFileMark = 0x4D42;
+
+/// Converts the resolution in a bitmap's header, and back. A header counts dots per metre, the
+/// library dots per inch.
+int DotsPerInch(LONG dotsPerMetre);
+LONG DotsPerMetre(int dotsPerInch);
+
+/// Whether a bitmap can have this number of bits per pixel: 1, 4, 8, 16, 24 or 32.
 bool IsKnownBitCount(int bitCount);
 
 /// Whether the pixels are run-length coded.
 bool IsPackedBitmap(const BITMAPINFO* info);
 
-/// Whether so many bytes of pixels may be made out of so many stored ones: what is small always
-/// may, and nothing grows much more than packed pixels do.
+/// Whether a bitmap of \p bytes bytes of pixels may be made from \p stored bytes. Up to 64 MiB
+/// always may. Above that, 256 bytes for each stored byte may, which run-length coding reaches.
+/// The limit keeps a tiny file from taking gigabytes of memory.
 bool IsPlausibleSize(std::uint64_t bytes, std::uint64_t stored);
 
-/// The bytes of an uncompressed bitmap's pixels, rows padded to four bytes; the height may be
-/// negative. 0 when the description is impossible.
+/// The number of bytes that uncompressed pixels take, with each row padded to a multiple of four
+/// bytes. The height may be negative. 0 for sizes that no bitmap can have.
 std::uint64_t BitmapBytes(int width, int height, int bitCount);
 
-/// The bytes of a bitmap's record with the colours or masks that its pixels need.
+/// The number of bytes that a bitmap's record takes.
 std::uint64_t BitmapRecordBytes(const BITMAPINFO* info);
 
-/// The bytes of a bitmap's pixels, for packed ones those that the record states.
+/// The number of bytes that a bitmap's pixels take. For run-length coded pixels this is the number
+/// that the header gives.
 std::uint64_t BitmapPixelBytes(const BITMAPINFO* info);
 
-/// What keeps a bitmap from being read.
+/// The reason why a bitmap cannot be read.
 struct BitmapFault
 {
-    std::uint64_t place;  ///< in bytes from the record's start
-    std::string text;     ///< what is there and what is expected
+    std::uint64_t place;  ///< of the faulty value, in bytes from the start of the record
+    std::string text;     ///< the value found and the values expected
 };
 
-/// The first fault of a bitmap that has \p recordBytes from its record's start on and \p pixelBytes
-/// from \p pixelPlace on: record, colours or masks, and pixels lie inside, and are of a kind that
-/// can be read.
+/// Checks that a bitmap is of a kind that can be read and that its parts lie inside the bytes that
+/// are there. Returns the first fault, or nothing when all is well.
+/// \param recordBytes the number of bytes from the start of the record to the end of the input.
+/// \param pixelPlace where the pixels begin, in bytes from the start of the record.
+/// \param pixelBytes the number of bytes from there to the end of the input.
 std::optional<BitmapFault> FindFault(const BITMAPINFO* info, std::uint64_t recordBytes,
                                      std::uint64_t pixelPlace, std::uint64_t pixelBytes);
 
-/// Whether there is none.
+/// Whether FindFault finds no fault.
 bool FitsBitmap(const BITMAPINFO* info, std::uint64_t recordBytes, std::uint64_t pixelBytes);
 
-/// The offset of the pixels in the bytes of a BMP file; 0 when record, colours or pixels do not lie
-/// inside the file, with the place and the fault in \p refusal.
+/// Checks the bytes of a BMP file and returns where its pixels begin, in bytes from the start of
+/// the file. Returns 0 when the file cannot be read; \p refusal then receives the place and the
+/// fault.
 std::uint64_t FindPixels(const BYTE* file, std::uint64_t fileBytes, std::string* refusal);

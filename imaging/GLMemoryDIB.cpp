@@ -13,9 +13,10 @@
 namespace
 {
 
-constexpr int bandBytes = 1048576;  // what a band's pixels take at most
+constexpr int maxBandBytes = 1048576;
 constexpr int screenBits = 32;
-constexpr int fallbackFormat = 17;  // for 8 bits, where the system says that it has no format
+// The number of the pixel format for an 8-bit bitmap when the system offers no fitting format.
+constexpr int fallbackFormat = 17;
 
 }  // namespace
 
@@ -59,7 +60,7 @@ GLMemoryDIB::~GLMemoryDIB()
     }
 }
 
-int GLMemoryDIB::BitCount_() const
+int GLMemoryDIB::GetBitCount() const
 {
     return colorBits != 0 ? colorBits : screenBits;
 }
@@ -76,9 +77,9 @@ void GLMemoryDIB::CalculateDIBInfo()
         return;
     }
     const std::int64_t rowBytes =
-        (static_cast<std::int64_t>(BitCount_() * bandWidth) + 31) / 8 & ~3;
+        (static_cast<std::int64_t>(GetBitCount() * bandWidth) + 31) / 8 & ~3;
     const std::int64_t rows =
-        std::max<std::int64_t>(1, bandBytes / std::max<std::int64_t>(4, rowBytes));
+        std::max<std::int64_t>(1, maxBandBytes / std::max<std::int64_t>(4, rowBytes));
     const double bandHeight = std::min({double(rows), height, double(maximumBandHeight)});
     bandingColumns = width / bandWidth;
     bandingRows = height / bandHeight;
@@ -88,7 +89,7 @@ void GLMemoryDIB::CalculateDIBInfo()
 
 int GLMemoryDIB::GenerateDIBInfo()
 {
-    const int bits = BitCount_();
+    const int bits = GetBitCount();
     const int words = bits == 16 ? 3 : bits <= 8 ? 1 << bits : 0;
     infoStorage_.assign(sizeof(BITMAPINFOHEADER) / sizeof(DWORD) + std::max(words, 1), 0);
     dibInfo = reinterpret_cast<BITMAPINFO*>(infoStorage_.data());
@@ -114,7 +115,7 @@ HBITMAP GLMemoryDIB::CreateDIBRectangleSection()
     return CreateDIBSection(memoryDC, dibInfo, DIB_RGB_COLORS, &dibBits, nullptr, 0);
 }
 
-int GLMemoryDIB::SelectNewSection_()
+int GLMemoryDIB::SelectNewSection()
 {
     CalculateDIBInfo();
     dibSection = CreateDIBRectangleSection();
@@ -126,7 +127,7 @@ int GLMemoryDIB::SelectNewSection_()
     return 1;
 }
 
-void GLMemoryDIB::DeleteSection_()
+void GLMemoryDIB::DeleteSection()
 {
     if (dibSection != nullptr)
     {
@@ -138,26 +139,26 @@ void GLMemoryDIB::DeleteSection_()
     previousBitmap = nullptr;
 }
 
-void GLMemoryDIB::RequestPixelFormat_(DWORD flags)
+void GLMemoryDIB::RequestPixelFormat(DWORD flags)
 {
     requestedPixelFormat = {};
     requestedPixelFormat.nSize = sizeof requestedPixelFormat;
     requestedPixelFormat.nVersion = 1;
     requestedPixelFormat.dwFlags = flags;
     requestedPixelFormat.iPixelType = PFD_TYPE_RGBA;
-    requestedPixelFormat.cColorBits = static_cast<BYTE>(BitCount_());
+    requestedPixelFormat.cColorBits = static_cast<BYTE>(GetBitCount());
     requestedPixelFormat.cDepthBits = 32;
     requestedPixelFormat.iLayerType = PFD_MAIN_PLANE;
     pixelFormatIndex = ChoosePixelFormat(memoryDC, &requestedPixelFormat);
 }
 
-int GLMemoryDIB::CreateContext_()
+int GLMemoryDIB::CreateContext()
 {
     renderingContext = wglCreateContext(memoryDC);
     return renderingContext != nullptr && wglMakeCurrent(memoryDC, renderingContext);
 }
 
-void GLMemoryDIB::LoadProjection_()
+void GLMemoryDIB::LoadProjection()
 {
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
@@ -166,13 +167,13 @@ void GLMemoryDIB::LoadProjection_()
     glLoadIdentity();
 }
 
-void GLMemoryDIB::BeginAnew_()
+void GLMemoryDIB::ReplaceDeviceContext()
 {
     if (memoryDC != nullptr)
     {
         SelectObject(memoryDC, previousBitmap);
     }
-    DeleteSection_();
+    DeleteSection();
     if (memoryDC != nullptr)
     {
         DeleteDC(memoryDC);
@@ -193,15 +194,15 @@ int GLMemoryDIB::Create(const ProjectionData& newProjection, int bits)
     }
     if (dibSection != nullptr)
     {
-        BeginAnew_();
+        ReplaceDeviceContext();
     }
     projection = newProjection;
     colorBits = bits;
-    if (!IsKnownBitCount(BitCount_()) || !SelectNewSection_())
+    if (!IsKnownBitCount(GetBitCount()) || !SelectNewSection())
     {
         return 0;
     }
-    RequestPixelFormat_(PFD_DRAW_TO_BITMAP | PFD_SUPPORT_GDI | PFD_SUPPORT_OPENGL);
+    RequestPixelFormat(PFD_DRAW_TO_BITMAP | PFD_SUPPORT_GDI | PFD_SUPPORT_OPENGL);
     if (pixelFormatIndex == 0 && colorBits == 8)
     {
         pixelFormatIndex = fallbackFormat;
@@ -209,11 +210,11 @@ int GLMemoryDIB::Create(const ProjectionData& newProjection, int bits)
     SetPixelFormat(memoryDC, pixelFormatIndex, &requestedPixelFormat);
     DescribePixelFormat(memoryDC, pixelFormatIndex, sizeof describedPixelFormat,
                         &describedPixelFormat);
-    if (!CreateContext_())
+    if (!CreateContext())
     {
         return 0;
     }
-    LoadProjection_();
+    LoadProjection();
     glEnable(GL_DEPTH_TEST);
     glEnable(GL_CULL_FACE);
     glCullFace(GL_BACK);
@@ -227,19 +228,19 @@ int GLMemoryDIB::Resize(int width, int height)
         return 0;
     }
     wglMakeCurrent(nullptr, nullptr);
-    BeginAnew_();
+    ReplaceDeviceContext();
     projection.ResizeAndMaintainView(width, height);
-    if (memoryDC == nullptr || !SelectNewSection_())
+    if (memoryDC == nullptr || !SelectNewSection())
     {
         return 0;
     }
-    RequestPixelFormat_(PFD_DRAW_TO_BITMAP | PFD_SUPPORT_OPENGL);
+    RequestPixelFormat(PFD_DRAW_TO_BITMAP | PFD_SUPPORT_OPENGL);
     SetPixelFormat(memoryDC, pixelFormatIndex, &requestedPixelFormat);
-    if (!CreateContext_())
+    if (!CreateContext())
     {
         return 0;
     }
-    LoadProjection_();
+    LoadProjection();
     glEnable(GL_DEPTH_TEST);
     return 1;
 }

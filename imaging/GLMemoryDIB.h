@@ -10,17 +10,22 @@
 class ColorVector;
 class DrawingParameters;
 
-/// OpenGL into memory: a memory device context, a bitmap selected into it and a rendering context
-/// that draws there. A picture larger than the bitmap is drawn in bands: for each row and column
-/// PrepareNextBand shifts the projection, the caller draws, and CopyBand copies the band out.
+/// Draws with OpenGL into memory: a memory device context, a bitmap that is selected into it, and a
+/// rendering context for the two.
 ///
-/// The band is at most 2048 by 2048 pixels and 1 MiB. Band counts are fractional: a caller draws
-/// ceil(rows) times ceil(columns) bands. Create, Resize and PrepareNextBand make the context
-/// current on the calling thread. Owns everything it holds; a copy has the sizes and a device
-/// context of its own, and nothing to draw into.
+/// A picture can be larger than the bitmap. It is then drawn in bands, each the size of the bitmap.
+/// For each band, PrepareNextBand shifts the projection, the caller draws, and CopyBand copies the
+/// pixels to where the picture is put together. A band has at most 2048 by 2048 pixels and at most
+/// 1 MiB. GetBandingRows and GetBandingColumns are fractions: the last bands reach beyond the
+/// picture, and a caller draws ceil(rows) times ceil(columns) bands.
 ///
-/// Bands agree with the picture drawn at once within a level, but for single pixels on edges, when
-/// both are drawn after CutQuadsAlike (platform/Rendering.h).
+/// Create, Resize and PrepareNextBand make the rendering context current on the calling thread.
+/// This object owns all that it makes. A copy gets the sizes and a device context of its own, but
+/// neither bitmap nor rendering context.
+///
+/// A picture drawn in bands and one drawn in a single piece differ by at most 1 of 255 in a colour,
+/// except in single pixels on edges, when CutQuadsAlike (platform/Rendering.h) was called before
+/// both.
 class ORVANE_API GLMemoryDIB
 {
 public:
@@ -29,24 +34,30 @@ public:
     GLMemoryDIB& operator=(const GLMemoryDIB& other);
     virtual ~GLMemoryDIB();
 
-    /// Makes bitmap and context for a picture of the projection's size.
-    /// \param bits per pixel: 4, 8, 16, 24 or 32; 0 takes the screen's 32.
-    /// \return 0 when any of them cannot be had; the object is then only good to be destroyed.
+    /// Makes the bitmap and the rendering context for a picture of the projection's size.
+    /// \param bits per pixel: 4, 8, 16, 24 or 32; 0 means 32, as the screen has.
+    /// \return 0 when one of them cannot be made; the object can then only be destroyed.
     virtual int Create(const ProjectionData& newProjection, int bits);
 
-    /// Makes both anew for another size, keeping the view (ProjectionData::ResizeAndMaintainView).
-    /// Unlike after Create, back faces are not culled, and there is no fallback format; that is
-    /// meant, see ResizeDoesNotCullBackFaces. 0 when there is nothing to resize or no context.
+    /// Makes both anew for a picture of another size with the same view (see
+    /// ProjectionData::ResizeAndMaintainView). Returns 0 before Create, or when one of them cannot
+    /// be made. Two differences from Create are required: back faces are not culled afterwards (see
+    /// ResizeDoesNotCullBackFaces), and there is no fallback when no pixel format fits.
     int Resize(int width, int height);
 
-    /// Shifts the projection to a band, lends it to the parameters (may be null) and loads it. The
-    /// parameters' ApplyProjection bit is to be clear, so that a view keeps it.
+    /// Shifts the projection to a band and loads it into OpenGL.
+    /// \param parameters of the caller's draw, may be null. They are given the projection,
+    /// borrowed. Their ApplyProjection flag must be clear, otherwise the view would load its own
+    /// projection.
     void PrepareNextBand(double row, double column, DrawingParameters* parameters);
 
-    /// Copies the band into a device context whose picture begins at (x, y). 1 when every line was.
+    /// Copies the band into a device context.
+    /// \param x where the picture begins in the target, in pixels, like \p y.
+    /// \return 1 when all lines were copied, otherwise 0.
     int CopyBand(HDC target, int x, int y, double row, double column);
 
-    /// Lets go of context and device context. 0 when either is missing.
+    /// Deletes the rendering context and the device context; the bitmap stays. Returns 0 when
+    /// either is missing.
     int Release();
 
     /// The pixels, borrowed. Call GdiFlush before reading what OpenGL drew.
@@ -54,30 +65,30 @@ public:
     BITMAPINFO* GetDIBInfo() const { return dibInfo; }
     HDC GetMemoryDC() const { return memoryDC; }
     ProjectionData GetProjection() const { return projection; }
-    /// The size of a band, pixels.
+    /// The size of a band, in pixels.
     double GetDIBWidth() const { return projection.GetViewWidth(); }
     double GetDIBHeight() const { return projection.GetViewHeight(); }
     double GetBandingRows() const { return bandingRows; }
     double GetBandingColumns() const { return bandingColumns; }
 
-    /// The colour of the first pixel of an 8-bit bitmap as 0x00BBGGRR; 0 for any other.
+    /// The colour of the first pixel of an 8-bit bitmap, as 0x00BBGGRR. 0 for other bit counts.
     unsigned long LookupBackgroundColor() const;
     /// See FindNearestPaletteColor.
     int FindNearestColor(ColorVector* color) const;
 
-    PIXELFORMATDESCRIPTOR describedPixelFormat = {};  ///< the format obtained
+    PIXELFORMATDESCRIPTOR describedPixelFormat = {};  ///< the format that OpenGL gave
     PIXELFORMATDESCRIPTOR requestedPixelFormat = {};
     int pixelFormatIndex = 0;
-    int colorBits = 0;
-    int maximumBandWidth = 2048;
-    int maximumBandHeight = 2048;
+    int colorBits = 0;             ///< bits per pixel, as given to Create
+    int maximumBandWidth = 2048;   ///< in pixels
+    int maximumBandHeight = 2048;  ///< in pixels
 
 protected:
-    /// Sizes the band and places it at the picture's corner.
+    /// Computes the size and number of the bands, and places the projection at the first one.
     void CalculateDIBInfo();
-    /// Makes the bitmap's record, with room for its colours. Always 1.
+    /// Makes the bitmap's record, with room for its colours. Returns 1.
     int GenerateDIBInfo();
-    /// The bitmap, of the band's size; null when there is none to be had.
+    /// Makes a bitmap of the band's size. Returns null when that fails.
     HBITMAP CreateDIBRectangleSection();
 
 public:
@@ -86,20 +97,22 @@ public:
     HDC memoryDC;
     HGDIOBJ previousBitmap = nullptr;
     HBITMAP dibSection = nullptr;
-    double bandingRows = 0;
-    double bandingColumns = 0;
+    double bandingRows = 0;     ///< the picture's height divided by the band's
+    double bandingColumns = 0;  ///< the picture's width divided by the band's
     void* dibBits = nullptr;
-    BITMAPINFO* dibInfo = nullptr;  ///< in infoStorage_
+    BITMAPINFO* dibInfo = nullptr;  ///< lies in infoStorage_
 
 private:
-    int SelectNewSection_();
-    void DeleteSection_();
-    /// Lets bitmap, device context and rendering context go, and makes a new device context.
-    void BeginAnew_();
-    void RequestPixelFormat_(DWORD flags);
-    int CreateContext_();
-    void LoadProjection_();
-    int BitCount_() const;
+    int SelectNewSection();
+    void DeleteSection();
+    /// Deletes the bitmap, the device context and the rendering context, and makes a new device
+    /// context.
+    void ReplaceDeviceContext();
+    void RequestPixelFormat(DWORD flags);
+    int CreateContext();
+    void LoadProjection();
+    /// The bits per pixel of the bitmap.
+    int GetBitCount() const;
 
     std::vector<DWORD> infoStorage_;
 };

@@ -13,24 +13,29 @@
 class ColorVector;
 struct IStorage;
 
-/// A bitmap whose pixels lie in one of three places: in a BMP file that is mapped read-only and
-/// used as it is, in a bitmap of its own that can have a BMP file of the right size behind it
-/// (CopyBits fills it), or in a packed bitmap that somebody handed over as a memory block.
+/// A bitmap whose pixels lie in one of three places:
+/// - in a BMP file, which is mapped read-only and used without copying it (Open);
+/// - in a bitmap that this object makes (Create). Create can also make a BMP file of the right
+/// size,
+///   into which CopyBits copies the finished pixels;
+/// - in a memory block of the caller that holds a packed bitmap (AttachGlobalHandle). A packed
+/// bitmap
+///   is a header, a colour table and pixels, one directly after the other.
 ///
-/// What comes from files and blocks is checked when it is opened: header, colours and pixels lie
-/// inside. Owns its device context, bitmap, file and mapping. Not copyable.
+/// Files and blocks are checked before they are used: header, colours and pixels must lie inside
+/// them. This object owns its device context, bitmap, file and mapping. It cannot be copied.
 class ORVANE_API MemoryMappedDIB : public CObject
 {
     DECLARE_SERIAL(MemoryMappedDIB)
 
 public:
-    /// What Open and OpenAsTrueColor return.
+    /// The results of Open and OpenAsTrueColor.
     enum Status
     {
         opened = 1,
         noName = 2,
         notBitmap = 3,  ///< the file does not start with "BM"
-        unusable = 4    ///< it cannot be opened or mapped, or contradicts itself
+        unusable = 4    ///< the file cannot be opened or mapped, or its header is wrong
     };
 
     MemoryMappedDIB();
@@ -38,53 +43,57 @@ public:
     MemoryMappedDIB(const MemoryMappedDIB&) = delete;
     MemoryMappedDIB& operator=(const MemoryMappedDIB&) = delete;
 
-    /// Maps a file and uses it in place. What is open is closed first.
+    /// Maps a BMP file and uses it in place. A file that is open already is closed first.
     int Open(const CString& name);
-    /// Converts a file of any depth to a 24-bit bitmap of its own, the lowest row first.
+    /// Reads a BMP file of any bit count and makes a 24-bit bitmap from it, the lowest row first.
     int OpenAsTrueColor(const CString& name);
-    /// Why the last of these was refused: the place in the file, what is there and what was
-    /// expected. Empty when it was opened.
+    /// Why the last Open or OpenAsTrueColor was refused: the place in the file, the value found and
+    /// the value expected. Empty after a success.
     const std::string& GetRefusal() const { return refusal_; }
-    /// Lets go of the file; nothing points into it then. 0 when none is open.
+    /// Closes the file. If the pixels lie in the file, the bitmap has none afterwards. Returns 0
+    /// when no file is open.
     int Close();
 
-    /// Makes a bitmap, and with a name a new BMP file for it, whose space is taken on the disk.
-    /// \param newHorizontalResolution dots per inch, as \p newVerticalResolution.
-    /// \param newHeight negative for one whose highest row comes first.
-    /// \param newBitCount 1, 4, 8, 16, 24 or 32.
-    /// \return 0 when it cannot be had; a file that cannot be made is reported in a message box.
+    /// Makes a bitmap. With a name, makes also a new BMP file for it and reserves the file's space
+    /// on the disk. \param newHeight in pixels; negative for a bitmap whose highest row comes
+    /// first. \param newHorizontalResolution in dots per inch, like \p newVerticalResolution.
+    /// \param newBitCount 1, 4, 8, 16, 24 or 32 bits per pixel.
+    /// \return 0 when the bitmap or the file cannot be made. A message box reports the file.
     virtual int Create(int newWidth, int newHeight, int newHorizontalResolution,
                        int newVerticalResolution, int newBitCount, const CString& name);
-    /// Copies the bitmap's pixels into its file. 0 without one.
+    /// Copies the pixels into the file that Create made. Returns 0 when there is no such file.
     int CopyBits();
 
-    /// The bitmap as a packed one: header, colours, pixels. Owned by the caller, who frees it with
-    /// GlobalFree; null without a bitmap of its own.
+    /// Returns a new memory block with a packed copy of the bitmap. The caller owns the block and
+    /// frees it with GlobalFree. Null when this object has no bitmap of its own making.
     HGLOBAL GetGlobalDIB();
-    /// Uses a packed bitmap in place; the block stays the caller's and locked until
-    /// DetachGlobalHandle. An 8-bit one that leaves its number of colours at 0 gets 256 written
-    /// into it. 0 when it is no block or too small for what its header says.
+    /// Uses a packed bitmap in place. The block still belongs to the caller and stays locked until
+    /// DetachGlobalHandle. When the header of an 8-bit bitmap gives 0 colours, 256 is written into
+    /// it. Returns 0 when the handle is no memory block, or when the block is too small for the
+    /// bitmap that its header describes.
     int AttachGlobalHandle(HGLOBAL handle);
-    /// 0 when nothing is attached.
+    /// Unlocks the attached block and stops using it. Returns 0 when no block is attached.
     int DetachGlobalHandle();
 
-    /// Borrowed, as the record; null when there are none.
+    // The pixels and the record are borrowed; null when there is no bitmap.
     void* GetDIBBits() const { return dibBits; }
     BITMAPINFO* GetDIBInfo() const { return dibInfo; }
     long GetDIBWidth() const { return width; }
-    /// Negative for a file whose highest row comes first.
+    /// Negative for a bitmap whose highest row comes first.
     long GetDIBHeight() const { return height; }
 
     /// See FindNearestPaletteColor.
     int FindNearestColor(ColorVector* color);
 
-    /// Stores the bitmap as a stream of that name (ASCII, at most 31 characters): header, colours
-    /// or masks, pixels. Loading makes a bitmap of its own, uncompressed. 0 when it cannot be done.
+    /// Stores the bitmap as a packed bitmap in a stream of a structured-storage file. Returns 0
+    /// when that fails. \param name of the stream: ASCII, at most 31 characters.
     int SaveToStorage(IStorage* storage, const char* name);
+    /// Makes an uncompressed bitmap from such a stream. Returns 0 when that fails.
     int ReadFromStorage(IStorage* storage, const char* name);
 
-    /// Loading makes a bitmap of its own. A stored pixel block of another length than the bitmap's
-    /// is taken as far as it fits. Raises generic when there is no such bitmap.
+    /// Stores or loads the size and the pixels. When the record holds fewer or more bytes of pixels
+    /// than the bitmap has, loading uses as many as there are in both. Throws CArchiveException
+    /// with cause generic when no bitmap can have the stored size.
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
 
@@ -92,21 +101,23 @@ public:
     HDC memoryDC;
     HBITMAP dibSection = nullptr;
     int width = 0;
-    int horizontalResolution = 0;  ///< dots per inch
+    int horizontalResolution = 0;  ///< in dots per inch
     int height = 0;
-    int verticalResolution = 0;
-    DWORD dibInfoSize = 0;  ///< header and the colours that it counts, bytes
+    int verticalResolution = 0;  ///< in dots per inch
+    /// In bytes: the header and as many colours as it says.
+    DWORD dibInfoSize = 0;
     CString filename;
-    int mappedFromFile = 0;  ///< 1 when the record lies in a mapped file
-    DWORD fileSize = 0;      ///< of a file to be made, bytes
-    DWORD bitsOffset = 0;    ///< of the pixels in such a file
+    int mappedFromFile = 0;  ///< 1 when the record lies in a mapped file, otherwise 0
+    DWORD fileSize = 0;      ///< of the file that Create makes, in bytes
+    DWORD bitsOffset = 0;    ///< where the pixels begin in that file, in bytes
 
 protected:
-    /// Makes the record of the bitmap that is described, and the sizes of its file. 0 when there is
-    /// no such bitmap or its file would be too large.
+    /// Makes the record of a bitmap from width, height, bitCount and the resolutions, and computes
+    /// fileSize and bitsOffset. Returns 0 when no bitmap can have these sizes, or when its file
+    /// would reach 4 GiB.
     int GenerateDIBInfo();
-    /// Makes the file, when it has a name, and the bitmap. Null when either cannot be had; no file
-    /// is left then.
+    /// Makes the bitmap and, when filename is not empty, its file. Returns null when either cannot
+    /// be made; no file is left then.
     HBITMAP CreateDIBRectangleSection();
 
 public:
@@ -121,14 +132,17 @@ public:
     HGLOBAL globalHandle = nullptr;
 
 private:
-    void CloseFile_();
-    void DeleteSection_();
-    int MakeFile_();
-    /// Copies a packed bitmap, which has been checked, into one of its own.
-    int TakePacked_(const BITMAPINFO& info, const void* pixels);
-    DWORD ImageSize_() const;
-
-    int Refuse_(Status status, std::string refusal);
+    /// Lets go of the file, the bitmap and the attached block, whichever there are.
+    void ReleaseBitmap();
+    void CloseFile();
+    void DeleteSection();
+    int MakeFile();
+    /// Makes an uncompressed bitmap from a packed bitmap, which the caller has checked.
+    int CopyPacked(const BITMAPINFO& info, const void* pixels);
+    /// The number of bytes that the pixels take; 0 without a bitmap.
+    DWORD PixelBytes() const;
+    /// Keeps the text for GetRefusal and returns the status.
+    int Refuse(Status status, std::string refusal);
 
     std::vector<DWORD> infoStorage_;
     std::string refusal_;

@@ -8,22 +8,26 @@
 namespace
 {
 
-BYTE* Table(BITMAPINFO* info)
+// Where an entry of the colour table lies. In a mapped file, that address may be odd.
+std::size_t EntryOffset(const BITMAPINFO* info, int index)
 {
-    return reinterpret_cast<BYTE*>(info) + info->bmiHeader.biSize;
+    return info->bmiHeader.biSize + sizeof(RGBQUAD) * static_cast<std::size_t>(index);
 }
 
 RGBQUAD Entry(const BITMAPINFO* info, int index)
 {
-    // The table of a mapped file lies at any address.
     RGBQUAD entry;
-    std::memcpy(&entry,
-                reinterpret_cast<const BYTE*>(info) + info->bmiHeader.biSize +
-                    sizeof entry * static_cast<std::size_t>(index),
+    std::memcpy(&entry, reinterpret_cast<const BYTE*>(info) + EntryOffset(info, index),
                 sizeof entry);
     return entry;
 }
 
+void StoreAt(BITMAPINFO* info, int index, const void* bytes, std::size_t count)
+{
+    std::memcpy(reinterpret_cast<BYTE*>(info) + EntryOffset(info, index), bytes, count);
+}
+
+// The colour that FillPalette gives to entry i.
 RGBQUAD EntryFor(int bits, int i)
 {
     const auto quad = [](int red, int green, int blue) {
@@ -60,13 +64,13 @@ void FillPalette(BITMAPINFO* info)
     if (bits == 16)
     {
         const DWORD masks[3] = {0x7C00, 0x03E0, 0x001F};
-        std::memcpy(Table(info), masks, sizeof masks);
+        StoreAt(info, 0, masks, sizeof masks);
         return;
     }
     for (int i = 0; i < CountPaletteEntries(info); ++i)
     {
         const RGBQUAD entry = EntryFor(bits, i);
-        std::memcpy(Table(info) + sizeof entry * static_cast<std::size_t>(i), &entry, sizeof entry);
+        StoreAt(info, i, &entry, sizeof entry);
     }
 }
 

@@ -5,15 +5,22 @@
 
 class ColorVector;
 
-/// The number of entries in the bitmap's colour table that a search looks at: two to the power of
-/// the bit count for 8 bits and fewer, 0 for more.
+/// The number of entries in a bitmap's colour table. For 1, 4 and 8 bits this is the number that
+/// the header gives, or two to the power of the bit count when the header gives 0 or too many. 0
+/// for other bit counts and for null.
 int CountPaletteEntries(const BITMAPINFO* info);
 
-/// Fills the colour table, or the masks, that OpenGL's RGBA mode expects at a bit count: 8 bits are
-/// 3-3-2 with red lowest, 4 bits are one bit of red, green and blue each, 1 bit is black and white,
-/// 16 bits are masks of 5-5-5. Nothing at any other. The record has room for them.
+/// Fills the colour table or the colour masks of a bitmap with the values that OpenGL's RGBA mode
+/// expects. The record must have room for them. The bits of a pixel, from the lowest:
+/// - 8 bits per pixel: 3 red, 3 green, 2 blue;
+/// - 4 bits: 1 red, 1 green, 1 blue, 1 unused;
+/// - 1 bit: black and white;
+/// - 16 bits: 5 blue, 5 green, 5 red, as masks.
+/// Any other bit count has neither, and nothing is written.
 void FillPalette(BITMAPINFO* info);
 
-/// The index of the entry nearest to a colour by squared distance, the lowest of equals; writes
-/// that entry's red, green and blue back. With no table, -1, and the colour is rounded to 8 bits.
+/// Finds the entry of the colour table that is nearest to a colour: the one with the smallest sum
+/// of squared differences of red, green and blue, each from 0 to 255; of equally near entries, the
+/// first. Writes the entry's red, green and blue into \p color and returns its index. Without a
+/// colour table, rounds the colour to 8 bits each and returns -1.
 int FindNearestPaletteColor(const BITMAPINFO* info, ColorVector* color);

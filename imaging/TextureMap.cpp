@@ -17,7 +17,8 @@ IMPLEMENT_SERIAL(TextureMap, CObject, VERSIONABLE_SCHEMA | 2)
 namespace
 {
 
-// Both separators count on every system: documents travel.
+// Slash and backslash both separate directories on every system, because a document may have been
+// saved on another system.
 CString NameOfFile(const CString& filename)
 {
     const int start = std::max(filename.ReverseFind('\\'), filename.ReverseFind('/')) + 1;
@@ -25,8 +26,8 @@ CString NameOfFile(const CString& filename)
     return dot >= start ? filename.Mid(start, dot - start) : filename.Mid(start);
 }
 
-// The first bytes of a file, as many as there are of them; 0 for what is no file. Devices and pipes
-// are not even opened: that could wait for ever.
+// Reads up to count bytes from the start of a file and returns how many there were; 0 when the file
+// cannot be read. Devices and pipes are not opened, because opening them could wait for ever.
 UINT ReadStart(const CString& filename, BYTE* bytes, UINT count)
 {
     std::error_code error;
@@ -47,7 +48,8 @@ UINT ReadStart(const CString& filename, BYTE* bytes, UINT count)
     }
 }
 
-// It lets go of whatever context is current; that is not to be seen.
+// Deletes a dithered image. Its destructor makes no rendering context current, so the one that was
+// current before is made current again.
 void DeleteDithered(const GLMemoryDIB* dithered)
 {
     if (dithered != nullptr)
@@ -190,7 +192,7 @@ int TextureMap::ShouldTexture() const
     return (textureFlags & Valid) != 0 && (textureFlags & Textured) != 0;
 }
 
-int TextureMap::CompareName_(const TextureMap* other) const
+int TextureMap::CompareName(const TextureMap* other) const
 {
     return CompareMultibyte(name, other->name);
 }

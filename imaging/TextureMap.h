@@ -9,8 +9,9 @@
 
 class GLMemoryDIB;
 
-/// The pixels of a texture: sizeX times sizeY of three bytes red, green, blue, rows tightly packed,
-/// the lowest row first. Owns \c data, which was allocated with new[].
+/// The pixels of a texture: sizeX times sizeY pixels of three bytes each, red, green and blue, the
+/// lowest row first, without padding between the rows. Owns \c data, which was allocated with
+/// new[].
 struct ORVANE_API _RGBImageRecord
 {
     _RGBImageRecord() = default;
@@ -25,22 +26,23 @@ struct ORVANE_API _RGBImageRecord
     BYTE* data = nullptr;
 };
 
-/// A picture file bound to a node, drawn on it as an OpenGL 2D texture; the scene's own is its
-/// background.
+/// A BMP file that is drawn on a node as an OpenGL 2D texture. The texture map of a scene is the
+/// scene's background picture.
 ///
-/// The pixels are loaded on first use and are guarded by a mutex, one per texture map, because an
-/// application may change a texture while another thread draws with it: everything that touches
-/// them takes ownership and gives it back on every path. The mutex is recursive. A copy has a mutex
-/// of its own and no pixels; it loads them again when it needs them.
+/// The pixels are loaded when they are first needed. An application may change a texture map while
+/// another thread draws with it, so each texture map has a mutex. Every function that uses the
+/// pixels takes the mutex ("ownership") and releases it before it returns, except EnableTextureMap.
+/// A thread may take the mutex several times. A copy has a mutex of its own, and loads the pixels
+/// again when it needs them.
 class ORVANE_API TextureMap : public CObject
 {
     DECLARE_SERIAL(TextureMap)
 
 public:
-    /// Bits of textureFlags.
-    static constexpr DWORD Valid = 0x1;     ///< the file exists and can be mapped
-    static constexpr DWORD Textured = 0x2;  ///< texturing is switched on
-    static constexpr DWORD ScaleWithObject = 0x4;
+    // The flags in textureFlags.
+    static constexpr DWORD Valid = 0x1;            ///< the file exists and has at least one byte
+    static constexpr DWORD Textured = 0x2;         ///< the node is drawn with the texture
+    static constexpr DWORD ScaleWithObject = 0x4;  ///< the texture stretches with the node
 
     TextureMap();
     TextureMap(const TextureMap& other);
@@ -48,50 +50,55 @@ public:
     TextureMap& operator=(const TextureMap& other);
     ~TextureMap() override;
 
-    /// Back to the initial values, and lets go of the pixels.
+    /// Sets all values to those of a new texture map and frees the pixels.
     void Reset();
 
-    /// Waits for the mutex for as long as it takes. The mutex handle; null when it cannot be had.
+    /// Takes the mutex, and waits until it is free. Returns the mutex, or null when it cannot be
+    /// taken.
     void* GetOwnership();
-    /// 0 when the calling thread does not own the texture map.
+    /// Releases the mutex. Returns 0 when the calling thread does not hold it.
     int ReleaseOwnership();
 
-    /// Takes a file: its name without directory (up to the last slash or backslash) and extension
-    /// (from the last dot) becomes the texture's name, and the file is validated. Always 1.
+    /// Sets the file and calls ValidateFile. The texture's name becomes the file's name without its
+    /// directory (up to the last slash or backslash) and without its extension (from the last dot).
+    /// Returns 1.
     int Load(const CString& newFilename);
 
-    /// Sets or clears Valid, by whether there is a file with bytes in it, and returns whether these
-    /// begin with "BM". A file that is no picture is therefore Valid while the result is 0; that is
-    /// meant, see ATextFileIsValidThoughItIsNoPicture.
+    /// Sets Valid when the file exists and is not empty, otherwise clears it. Returns whether the
+    /// file begins with "BM". A file that is not a bitmap is therefore Valid while the result is 0,
+    /// which is required; see ATextFileIsValidThoughItIsNoPicture.
     int ValidateFile();
 
-    /// Loads the pixels anew, of a file that can be mapped; they stay missing when it is no
-    /// picture, which is no failure here. 0 when the file is not Valid.
+    /// Loads the pixels again. Returns 0 when the file is not Valid, otherwise 1, even when the
+    /// file is not a bitmap; there are no pixels then.
     int LoadImage();
-    /// The pixels, owned by this texture map and loaded on first use; null when there are none.
+    /// The pixels, loaded on first use; null when they cannot be loaded. Owned by this texture map.
     _RGBImageRecord* GetImage();
     void FreeImage();
 
-    /// A BMP file of any depth as red, green and blue, owned by the caller; null when it is none.
+    /// Reads a BMP file of any bit count as red, green and blue. The caller owns the result. Null
+    /// when the file is not a bitmap that can be read.
     static _RGBImageRecord* DIBImageLoad(const char* filename);
 
-    /// The pixels on OpenGL's own palette of 8 bits, for displays that have no more; owned by this
-    /// texture map and made on first use. Null when there are none.
+    /// The pixels as an 8-bit bitmap with OpenGL's palette, for displays of 256 colours. Made on
+    /// first use, owned by this texture map. Null when it cannot be made.
     GLMemoryDIB* GetDitheredImage();
     void FreeDitheredImage();
-    /// Makes it anew, in a context of its own; the current one is current again afterwards.
+    /// Makes the 8-bit bitmap again, by drawing the pixels in a rendering context of its own. The
+    /// rendering context that was current before is current again afterwards. Returns 0 on failure.
     int GenerateDitheredImage();
 
-    /// Makes the pixels the current OpenGL texture: scaled to powers of two of at most 256, or as
-    /// mipmaps with quality 2. 0 unless Valid and Textured; without pixels Valid is cleared.
+    /// Makes the pixels the current OpenGL texture. With quality Mipmap, OpenGL gets mipmaps. With
+    /// any other quality, width and height are scaled to the next power of two, at most 256.
+    /// Returns 0 when ShouldTexture is 0, or when there are no pixels, which also clears Valid.
     int GenerateTextureMaps();
-    /// Sets how the current texture is applied; switches texturing off and returns 0 unless Valid
-    /// and Textured.
+    /// Switches OpenGL's texturing on and sets how the texture is applied. When ShouldTexture is 0,
+    /// switches texturing off and returns 0.
     int PrepareTextureMap();
-    /// Switches texturing on and keeps ownership until DisableTextureMap. 0, and neither, unless
-    /// Valid and Textured.
+    /// Takes the mutex until DisableTextureMap and switches OpenGL's texturing on. Returns 0 and
+    /// does neither when ShouldTexture is 0.
     int EnableTextureMap();
-    /// Switches texturing off and gives ownership back. Always 1.
+    /// Switches OpenGL's texturing off and releases the mutex. Returns 1.
     int DisableTextureMap();
 
     CString GetName() const { return name; }
@@ -110,20 +117,23 @@ public:
     /// Whether both Valid and Textured are set.
     int ShouldTexture() const;
 
-    // By name, bytes as unsigned. Drawing takes two of one name for the same OpenGL texture.
-    bool operator==(const TextureMap* other) const { return CompareName_(other) == 0; }
-    bool operator<(const TextureMap* other) const { return CompareName_(other) < 0; }
-    bool operator<=(const TextureMap* other) const { return CompareName_(other) <= 0; }
-    bool operator>(const TextureMap* other) const { return CompareName_(other) > 0; }
-    bool operator>=(const TextureMap* other) const { return CompareName_(other) >= 0; }
+    // The operators compare names, as unsigned bytes. Drawing treats two texture maps of the same
+    // name as the same OpenGL texture.
+    bool operator==(const TextureMap* other) const { return CompareName(other) == 0; }
+    bool operator<(const TextureMap* other) const { return CompareName(other) < 0; }
+    bool operator<=(const TextureMap* other) const { return CompareName(other) <= 0; }
+    bool operator>(const TextureMap* other) const { return CompareName(other) > 0; }
+    bool operator>=(const TextureMap* other) const { return CompareName(other) >= 0; }
 
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
     void DeserializeVersion2(CArchive& archive);
 
-    DWORD modulate = 1;  ///< nonzero: GL_MODULATE, the lit material shows through; zero: GL_DECAL
+    /// Nonzero: the texture's colour is multiplied with the lit material's (GL_MODULATE). 0: the
+    /// texture replaces it (GL_DECAL).
+    DWORD modulate = 1;
     CString filename;
-    /// Of a background picture; an orvane::BackgroundPlacement.
+    /// Of a background picture: an orvane::BackgroundPlacement.
     DWORD placement = static_cast<DWORD>(orvane::BackgroundPlacement::Tile);
     DWORD textureFlags = 0;
     GLMemoryDIB* ditheredImage = nullptr;  ///< owned
@@ -131,12 +141,13 @@ public:
     HANDLE mutex;
 
 protected:
-    double horizontalLocation = 0.0;  ///< of a background, pixels
+    double horizontalLocation = 0.0;  ///< of a background picture, in pixels from the left
     CString name;
+    /// An orvane::TextureQuality.
     DWORD quality = static_cast<DWORD>(orvane::TextureQuality::Nearest);
-    double repeatRate = 1.0;  ///< repetitions across the object
-    double verticalLocation = 0.0;
+    double repeatRate = 1.0;        ///< how often the texture repeats across the object
+    double verticalLocation = 0.0;  ///< of a background picture, in pixels from the top
 
 private:
-    int CompareName_(const TextureMap* other) const;
+    int CompareName(const TextureMap* other) const;
 };

@@ -5,6 +5,6 @@
 
 class TextureMap;
 
-/// A growable array of texture maps, which it does not own.
+/// A growable array of borrowed texture maps.
 class ORVANE_API TextureMapArray : public GrowableArray<TextureMap*>
 {};

@@ -13,10 +13,11 @@ using orvane::TextureQuality;
 namespace
 {
 
-// Larger ones cost memory and time that no letter shows.
+// The width and height limit of a texture, in pixels. Larger textures cost memory and time without
+// a visible gain on a letter.
 constexpr GLint largestTexture = 256;
 
-// Exact powers of two stay, anything else is rounded up.
+// The next power of two, after the limit is applied.
 GLsizei TextureExtent(int pixels, GLint limit)
 {
     return static_cast<GLsizei>(std::bit_ceil(static_cast<unsigned>(std::min(pixels, limit))));
@@ -32,8 +33,8 @@ void SetFilters(TextureQuality quality)
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, minification);
 }
 
-// Rows of one or two pixels are padded by the usual alignments, wider ones only by 8, which nothing
-// sets when it draws with the library. The room is enough for any.
+// OpenGL writes scaled rows with padding, by its pack alignment of 1, 2, 4 or 8 bytes. There must
+// be room for the largest.
 constexpr GLsizei largestAlignment = 8;
 
 std::size_t RoomToScale(GLsizei width, GLsizei height)
@@ -41,9 +42,11 @@ std::size_t RoomToScale(GLsizei width, GLsizei height)
     return static_cast<std::size_t>(width * 3 + largestAlignment - 1) * height;
 }
 
-// Scales into tightly packed rows.
+// Scales the pixels and removes the padding between the rows.
 void ScaleImage(const _RGBImageRecord& image, GLsizei width, GLsizei height, BYTE* pixels)
 {
+    // OpenGL is asked for its alignment only when rows are no multiple of four bytes. The others
+    // have padding only at an alignment of 8, which nobody sets who draws with the library.
     const GLsizei rowBytes = width * 3;
     GLint alignment = 1;
     if (rowBytes % 4 != 0)

@@ -65,7 +65,7 @@ int TextureMap::GenerateDitheredImage()
         glMatrixMode(GL_MODELVIEW);
         glClear(GL_DEPTH_BUFFER_BIT);
 
-        // The raster position that falls on the window's corner.
+        // Draw the pixels from the lower left corner of the window on.
         GLdouble modelview[16];
         GLdouble volume[16];
         GLint viewport[4];
@@ -79,7 +79,8 @@ int TextureMap::GenerateDitheredImage()
         glDrawPixels(pixels->sizeX, pixels->sizeY, GL_RGB, GL_UNSIGNED_BYTE, pixels->data);
         ditheredImage = dithered.release();
     }
-    // One that failed half-way makes none current when it goes.
+    // If Create failed, the object is destroyed here, which leaves no context current. So it must
+    // happen before the earlier context is made current again.
     dithered.reset();
     wglMakeCurrent(savedDC, savedContext);
     return created;

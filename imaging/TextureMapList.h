@@ -4,14 +4,14 @@
 #include "host/TypedList.h"
 #include "imaging/TextureMap.h"
 
-/// A list of texture maps, which it does not own.
+/// A list of borrowed texture maps.
 class ORVANE_API TextureMapList : public TypedList<TextureMap>
 {
 public:
     explicit TextureMapList(int blockSize = 10);
     ~TextureMapList() override;
 
-    /// The position of the first texture map of that name; null when there is none.
+    /// The position of the first texture map with this name; null when none has it.
     POSITION FindName(const CString& name) const;
 
 protected:

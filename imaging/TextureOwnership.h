@@ -3,7 +3,7 @@
 
 #include "imaging/TextureMap.h"
 
-/// Holds a texture map for as long as it lives, where it could be had.
+/// Takes a texture map's mutex, if that is possible, and releases it in the destructor.
 class TextureOwnership
 {
 public:

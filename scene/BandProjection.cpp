@@ -14,5 +14,5 @@ void GLMemoryDIB::PrepareNextBand(double row, double column, DrawingParameters* 
         parameters->SetProjection(&projection);
     }
     wglMakeCurrent(memoryDC, renderingContext);
-    LoadProjection_();
+    LoadProjection();
 }

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "imaging/BitmapLayout.h"
+#include "imaging/MemoryMappedDIB.h"
+#include "platform/Errors.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <utility>
+
+// MemoryMappedDIB: reading BMP files.
+
+namespace
+{
+
+std::string HexBytes(WORD word)
+{
+    char text[8];
+    std::snprintf(text, sizeof text, "%02X %02X", word & 0xFF, word >> 8);
+    return text;
+}
+
+std::uint64_t LengthOf(HANDLE file)
+{
+    DWORD high = 0;
+    const DWORD low = GetFileSize(file, &high);
+    return std::uint64_t{high} << 32 | low;
+}
+
+}  // namespace
+
+int MemoryMappedDIB::Open(const CString& name)
+{
+    ReleaseBitmap();
+    filename = name;
+    refusal_.clear();
+    if (filename.IsEmpty())
+    {
+        return Refuse(noName, "no file is named");
+    }
+    const HANDLE file = CreateFileA(filename, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+    {
+        return Refuse(unusable, GetLastErrorText());
+    }
+    fileHandle = file;
+    const std::uint64_t sizeBefore = LengthOf(fileHandle);
+    mappingHandle = CreateFileMappingA(fileHandle, nullptr, PAGE_READONLY, 0, 0, nullptr);
+    if (mappingHandle == nullptr)
+    {
+        // The file stays open until Close.
+        return Refuse(unusable, sizeBefore == 0 ? "byte 0: the file ends, expected \"BM\""
+                                                : GetLastErrorText());
+    }
+    mappedView = MapViewOfFile(mappingHandle, FILE_MAP_READ, 0, 0, 0);
+    if (mappedView == nullptr)
+    {
+        return Refuse(unusable, GetLastErrorText());
+    }
+    // Another program may have changed the file's length since it was mapped. Only bytes that are
+    // both in the file and in the view can be read.
+    const std::uint64_t size = std::min(sizeBefore, LengthOf(fileHandle));
+
+    BYTE* const bytes = static_cast<BYTE*>(mappedView);
+    WORD mark = 0;
+    std::memcpy(&mark, bytes, std::min<std::uint64_t>(size, sizeof mark));
+    if (mark != bitmapFileMark)
+    {
+        CloseFile();
+        return Refuse(notBitmap, "byte 0: found " + HexBytes(mark) + ", expected 42 4D (BM)");
+    }
+    std::string fault;
+    const std::uint64_t offset = FindPixels(bytes, size, &fault);
+    if (offset == 0)
+    {
+        CloseFile();
+        return Refuse(unusable, std::move(fault));
+    }
+    fileHeader = reinterpret_cast<BITMAPFILEHEADER*>(bytes);
+    dibInfo = reinterpret_cast<BITMAPINFO*>(bytes + sizeof(BITMAPFILEHEADER));
+    width = dibInfo->bmiHeader.biWidth;
+    height = dibInfo->bmiHeader.biHeight;
+    bitCount = dibInfo->bmiHeader.biBitCount;
+    dibInfoSize = dibInfo->bmiHeader.biSize + dibInfo->bmiHeader.biClrUsed * 4;
+    dibBits = fileBits = bytes + offset;
+    mappedFromFile = 1;
+    return opened;
+}
+
+int MemoryMappedDIB::OpenAsTrueColor(const CString& name)
+{
+    if (memoryDC == nullptr)
+    {
+        return Refuse(unusable, "there is no device context");
+    }
+    refusal_.clear();
+    ReleaseBitmap();
+    filename = name;
+    MemoryMappedDIB source;
+    const int status = source.Open(name);
+    if (status != opened)
+    {
+        return Refuse(static_cast<Status>(status), source.GetRefusal());
+    }
+    const BITMAPINFOHEADER& header = source.dibInfo->bmiHeader;
+    const int rows = std::abs(header.biHeight);
+    if (!Create(header.biWidth, rows, DotsPerInch(header.biXPelsPerMeter),
+                DotsPerInch(header.biYPelsPerMeter), 24, CString()))
+    {
+        return Refuse(unusable, "there is no memory for its pixels");
+    }
+    if (SetDIBits(memoryDC, dibSection, 0, static_cast<UINT>(rows), source.dibBits, source.dibInfo,
+                  DIB_RGB_COLORS) != rows)
+    {
+        DeleteSection();
+        return Refuse(unusable, "its pixels cannot be converted");
+    }
+    return opened;
+}
+
+int MemoryMappedDIB::Refuse(Status status, std::string refusal)
+{
+    refusal_ = std::move(refusal);
+    return status;
+}
