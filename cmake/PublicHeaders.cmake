@@ -72,6 +72,7 @@ set(ORVANE_PUBLIC_HEADERS
   imaging/TextureMap.h
   imaging/TextureMapArray.h
   imaging/TextureMapList.h
+  imaging/TextureSettings.h
   extrude/ExtrusionData.h
   extrude/Library.h
   extrude/OrvFont.h
