@@ -34,7 +34,7 @@ try
 }
 catch (const CFileException&)
 {
-    return 0;  // what cannot be read counts as the file's end
+    return 0;  // a failure to read counts as the end of the file
 }
 
 int Chunk3DS::Finalize()
@@ -44,7 +44,7 @@ try
     {
         return 0;
     }
-    // Most chunks have been read to their end, and a seek costs a call of the system.
+    // Most chunks have been read to their end already, and a seek costs a system call.
     if (file->GetPosition() != end)
     {
         file->Seek(end, CFile::begin);

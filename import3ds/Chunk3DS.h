@@ -6,12 +6,13 @@
 
 class CFile;
 
-/// The header of one chunk of a 3D Studio file: a 2-byte id and a 4-byte length, which counts these
-/// six bytes too; little-endian. A new one has every field 0 but the file.
+/// The header of one chunk of a 3D Studio file: an id of 2 bytes and a length of 4 bytes,
+/// little-endian. The length counts these six bytes too. A new Chunk3DS has zero in every field
+/// except the file.
 class ORVANE_API Chunk3DS
 {
 public:
-    /// Bytes of a header.
+    /// The size of a header in bytes.
     static constexpr DWORD headerSize = 6;
 
     explicit Chunk3DS(CFile* newFile) : file(newFile) {}
@@ -19,17 +20,17 @@ public:
     Chunk3DS& operator=(const Chunk3DS& other) = default;
     virtual ~Chunk3DS();
 
-    /// Reads the header at the file's position and leaves the file behind it. 0 without a file, for
-    /// a header that cannot be read whole, for a length below that of the header, and for an end
-    /// that does not fit in 32 bits.
+    /// Reads the header at the file's position and leaves the file at the first byte behind it.
+    /// Returns 0 without a file, if the file ends inside the header, if the length is less than 6,
+    /// and if the end does not fit in 32 bits.
     int Initialize();
-    /// Moves the file to the chunk's end, which may lie behind that of the file. 0 without a file,
-    /// or one that cannot be moved.
+    /// Moves the file's position to the chunk's end, which may be past the end of the file. Returns
+    /// 0 without a file, and if the position cannot be moved.
     int Finalize();
 
     CFile* file;       ///< open; borrowed, may be null
     DWORD start = 0;   ///< position of the header in the file
-    DWORD end = 0;     ///< start + length, the position just behind the chunk
+    DWORD end = 0;     ///< start + length: position of the first byte behind the chunk
     DWORD length = 0;  ///< in bytes, the header included
     WORD id = 0;
 };

@@ -3,7 +3,7 @@
 
 #include "host/CObject.h"
 
-/// One triangle of a mesh. Its record is the version and the five words in order.
+/// One triangle of a mesh. Its archive record is the version and the five words in order.
 class ORVANE_API TriangularFace : public CObject
 {
     DECLARE_SERIAL(TriangularFace)
@@ -12,10 +12,10 @@ public:
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
 
-    // Indices of the corners in the mesh's vertices.
+    // The corners: indices of the mesh's vertices.
     WORD a = 0;
     WORD b = 0;
     WORD c = 0;
-    WORD faceFlags = 0;  ///< as the imported file has it
-    WORD material = 0;   ///< index in the mesh's materials
+    WORD faceFlags = 0;  ///< kept from the imported file
+    WORD material = 0;   ///< index of the mesh's materials
 };

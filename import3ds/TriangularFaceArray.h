@@ -4,10 +4,10 @@
 #include "host/GrowableArray.h"
 #include "import3ds/TriangularFace.h"
 
-/// A growable array of triangles, held by value. Its grow-by starts at 0, so that repeated Add
-/// reallocates each time until SetSize has been given one.
+/// A growable array of triangles, held by value. Until SetSize is called with a growBy, every Add
+/// reallocates the array.
 ///
-/// Its record is the version, the count as a DWORD, and each element's record.
+/// Its archive record is the version, the count as a DWORD, and each element's record.
 class ORVANE_API TriangularFaceArray : public CObject, public GrowableArray<TriangularFace>
 {
     DECLARE_SERIAL(TriangularFaceArray)

@@ -10,7 +10,7 @@
 namespace
 {
 
-// A drawing asks this often whether to stop.
+// How many faces are drawn between two checks of whether the drawing is cancelled.
 constexpr int facesPerTerminationCheck = 50;
 
 void EmitVertex(const Vector& vertex)
@@ -38,9 +38,9 @@ int TriangularMeshObject::DrawObject(DrawingParameters* parameters)
     return drawn && DrawingObject::DrawObject(parameters) ? 1 : 0;
 }
 
-// Hands each face with its index to drawFace, until the drawing is to stop.
+// Calls drawFace with each face and its index, until the drawing is cancelled.
 template <typename DrawFace>
-void TriangularMeshObject::ForEachFace_(DrawingParameters* parameters, DrawFace drawFace) const
+void TriangularMeshObject::ForEachFace(DrawingParameters* parameters, DrawFace drawFace) const
 {
     const int count = vertices.GetSize() == 0 ? 0 : faces.GetSize();
     for (int i = 0; i < count; ++i)
@@ -59,7 +59,7 @@ int TriangularMeshObject::DrawRendered(DrawingParameters* parameters)
     {
         return 0;
     }
-    if (!HasMaterials_())
+    if (!HasMaterials())
     {
         return 1;
     }
@@ -67,22 +67,22 @@ int TriangularMeshObject::DrawRendered(DrawingParameters* parameters)
     glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, 1);
     glFrontFace(GL_CW);
     int currentMaterial = -1;
-    ForEachFace_(parameters, [&](int index, const TriangularFace& face) {
+    ForEachFace(parameters, [&](int index, const TriangularFace& face) {
         glPushName(static_cast<GLuint>(index));
         glBegin(GL_TRIANGLES);
         if (face.material != currentMaterial)
         {
             currentMaterial = face.material;
-            PrepareMaterialColors(Material_(face));
+            PrepareMaterialColors(MaterialOf(face));
         }
-        const Vector& faceNormal = At_(faceNormals, index);
+        const Vector& faceNormal = ElementOrZero(faceNormals, index);
         for (const WORD corner : {face.a, face.b, face.c})
         {
-            const int vertex = CornerIndex_(corner);
-            const Vector& vertexNormal = At_(vertexNormals, vertex);
+            const int vertex = VertexOfCorner(corner);
+            const Vector& vertexNormal = ElementOrZero(vertexNormals, vertex);
             const bool smooth = std::fabs(vertexNormal.Dot(faceNormal)) >= smoothingThreshold;
             glNormal3fv(smooth ? &vertexNormal.x : &faceNormal.x);
-            EmitVertex(At_(vertices, vertex));
+            EmitVertex(ElementOrZero(vertices, vertex));
         }
         glEnd();
         glPopName();
@@ -99,22 +99,22 @@ int TriangularMeshObject::DrawOutline(DrawingParameters* parameters)
     {
         return 0;
     }
-    if (!HasMaterials_())
+    if (!HasMaterials())
     {
         return 1;
     }
     const Unlit unlit;
     const bool picking = parameters->IsSelecting() != 0;
-    ForEachFace_(parameters, [&](int index, const TriangularFace& face) {
+    ForEachFace(parameters, [&](int index, const TriangularFace& face) {
         if (picking)
         {
             glPushName(static_cast<GLuint>(index));
         }
-        PrepareMaterialColors(Material_(face));
+        PrepareMaterialColors(MaterialOf(face));
         glBegin(GL_LINE_LOOP);
         for (const WORD corner : {face.a, face.b, face.c})
         {
-            EmitVertex(At_(vertices, CornerIndex_(corner)));
+            EmitVertex(ElementOrZero(vertices, VertexOfCorner(corner)));
         }
         glEnd();
         if (picking)

@@ -11,15 +11,15 @@
 #include <locale>
 #include <vector>
 
-// Geometry, text and records; drawing is in TriangularMeshDrawing.cpp.
+// Geometry, text and archive records. Drawing is in TriangularMeshDrawing.cpp.
 
 IMPLEMENT_SERIAL(TriangularMeshObject, DrawingObject, VERSIONABLE_SCHEMA | 2)
 
 namespace
 {
 
-// What is past the end of an array.
-const Vector noVector;
+// Stands for an element past the end of an array.
+const Vector zeroVector;
 
 const char dumpFolder[] = "d:\\Verts\\";
 
@@ -44,7 +44,7 @@ int TriangularMeshObject::ValidateFaces()
         faces.RemoveAll();
     }
     const auto validate = [this](WORD& corner) {
-        corner = static_cast<WORD>(CornerIndex_(corner));
+        corner = static_cast<WORD>(VertexOfCorner(corner));
     };
     for (int i = 0; i < faces.GetSize(); ++i)
     {
@@ -68,13 +68,13 @@ int TriangularMeshObject::CalculateFaceNormals()
         return 0;
     }
     const TriangularFace* const face = faces.GetElement(0);
-    const Vector* const vertex = vertices.GetSize() != 0 ? vertices.GetElement(0) : &noVector;
+    const Vector* const vertex = vertices.GetSize() != 0 ? vertices.GetElement(0) : &zeroVector;
     Vector* const normal = faceNormals.GetElement(0);
     for (int i = 0, count = faces.GetSize(); i < count; ++i)
     {
-        const Vector& a = vertex[CornerIndex_(face[i].a)];
-        const Vector& b = vertex[CornerIndex_(face[i].b)];
-        const Vector& c = vertex[CornerIndex_(face[i].c)];
+        const Vector& a = vertex[VertexOfCorner(face[i].a)];
+        const Vector& b = vertex[VertexOfCorner(face[i].b)];
+        const Vector& c = vertex[VertexOfCorner(face[i].c)];
         normal[i] = (a - b) * (c - b);
         normal[i].Normalize();
     }
@@ -95,7 +95,8 @@ int TriangularMeshObject::CalculateVertexNormals()
     const int vertexCount = vertices.GetSize();
     vertexNormals.RemoveAll();
     vertexNormals.SetSize(vertexCount);
-    // Files have thousands of small meshes: these need no memory of their own.
+    // A file may have thousands of small meshes. Counting their faces on the stack saves an
+    // allocation for each.
     int facesAtFew[64] = {};
     const bool areFew = vertexCount <= static_cast<int>(std::size(facesAtFew));
     std::vector<int> facesAtMany(areFew ? 0 : static_cast<std::size_t>(vertexCount));
@@ -107,7 +108,7 @@ int TriangularMeshObject::CalculateVertexNormals()
         const TriangularFace& face = *faces.GetElement(i);
         const Vector& faceNormal = *faceNormals.GetElement(i);
         const auto touch = [&](WORD corner) {
-            const int vertex = CornerIndex_(corner);
+            const int vertex = VertexOfCorner(corner);
             normal[vertex] += faceNormal;
             ++facesAt[vertex];
         };
@@ -157,23 +158,23 @@ int TriangularMeshObject::CalculateBounds()
 
 void TriangularMeshObject::SetSurfaceColor(const NamedColor& color, int faceIndex)
 {
-    if (faceIndex >= 0 && faceIndex < faces.GetSize() && HasMaterials_())
+    if (faceIndex >= 0 && faceIndex < faces.GetSize() && HasMaterials())
     {
-        Material_(*faces.GetElement(faceIndex)) = color;
+        MaterialOf(*faces.GetElement(faceIndex)) = color;
     }
 }
 
-const Vector& TriangularMeshObject::At_(const VectorArray& vectors, int index)
+const Vector& TriangularMeshObject::ElementOrZero(const VectorArray& vectors, int index)
 {
-    return index < vectors.GetSize() ? *vectors.GetElement(index) : noVector;
+    return index < vectors.GetSize() ? *vectors.GetElement(index) : zeroVector;
 }
 
-bool TriangularMeshObject::HasMaterials_() const
+bool TriangularMeshObject::HasMaterials() const
 {
     return materialColors != nullptr && materialColors->GetSize() != 0;
 }
 
-NamedColor& TriangularMeshObject::Material_(const TriangularFace& face) const
+NamedColor& TriangularMeshObject::MaterialOf(const TriangularFace& face) const
 {
     return *materialColors->GetElement(face.material < materialColors->GetSize() ? face.material
                                                                                  : 0);
@@ -183,8 +184,8 @@ int TriangularMeshObject::OutputVertsAndFaces() const
 {
     const std::filesystem::path path = dumpFolder + name.Text();
     std::error_code ignored;
-    // Where a backslash is a character like any other, this would be a file right here; and a name
-    // with a folder in it would lead elsewhere.
+    // On a system where a backslash is an ordinary character, the path would name a file in the
+    // current directory. A name with a directory in it would lead out of d:\Verts.
     if (path.parent_path().string() + "\\" == dumpFolder &&
         std::filesystem::is_directory(path.parent_path(), ignored))
     {
@@ -202,7 +203,7 @@ void TriangularMeshObject::WriteVertsAndFaces(std::ostream& out) const
     {
         out << "Vertex Number " << i;
         WriteVector(out, "", *vertices.GetElement(i));
-        WriteVector(out, "N", At_(vertexNormals, i));
+        WriteVector(out, "N", ElementOrZero(vertexNormals, i));
         out << "\n";
     }
     out << "\n\n\nF A C E S\n\n";
@@ -211,7 +212,7 @@ void TriangularMeshObject::WriteVertsAndFaces(std::ostream& out) const
         const TriangularFace& face = *faces.GetElement(i);
         out << "Face Number " << i << "    A = " << face.a << "    B = " << face.b
             << "    C = " << face.c << "    Flags = " << face.faceFlags;
-        WriteVector(out, "N", At_(faceNormals, i));
+        WriteVector(out, "N", ElementOrZero(faceNormals, i));
         out << "\n";
     }
 }

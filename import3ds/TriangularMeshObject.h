@@ -9,20 +9,20 @@
 
 class NamedColorArray;
 
-/// A mesh of triangles that was imported: vertices, faces with a material each, and normals of
-/// both. It is drawn as lit triangles, or as outlines.
+/// An imported mesh: vertices, triangular faces with a material each, and the normals of both. It
+/// is drawn as lit triangles or as outlines.
 ///
-/// Face normals point into the solid where the faces run counter-clockwise seen from outside, as
-/// files have them; the lit drawing takes clockwise for the front and lights both sides, and so
-/// shows the outside lit.
+/// In files, the corners of a face run counter-clockwise seen from outside the solid. The face
+/// normal that is calculated from them points into the solid. The lit drawing takes clockwise faces
+/// for front faces and lights both sides, and so shows the outside lit.
 ///
 /// The materials are those of the ThreeDStudioObject that imported the mesh: borrowed, shared by
-/// its meshes, and needed for drawing only. Detach them (SetMaterialColors(nullptr)) from a mesh
-/// that outlives its importer.
+/// its meshes, and needed only for drawing. If a mesh outlives its importer, detach them with
+/// SetMaterialColors(nullptr).
 ///
-/// Faces, vertices and normals may be changed freely. What then does not fit together is drawn
-/// with what is there: an index past the vertices means vertex 0, one past the materials material
-/// 0, and a normal that is missing is zero.
+/// Faces, vertices and normals may be changed freely. Drawing copes with numbers that do not fit
+/// together: an index past the vertices is drawn as vertex 0, an index past the materials as
+/// material 0, and a normal that is missing as zero.
 class ORVANE_API TriangularMeshObject : public DrawingObject
 {
     DECLARE_SERIAL(TriangularMeshObject)
@@ -38,50 +38,53 @@ public:
     const VectorArray* GetFaceNormals() const { return &faceNormals; }
     TriangularFaceArray* GetFaces() { return &faces; }
     const TriangularFaceArray* GetFaces() const { return &faces; }
-    /// One unit normal per vertex, zero for a vertex of no face.
+    /// One unit normal per vertex; zero for a vertex that no face uses.
     VectorArray* GetVertexNormals() { return &vertexNormals; }
     const VectorArray* GetVertexNormals() const { return &vertexNormals; }
     VectorArray* GetVerticies() { return &vertices; }
     const VectorArray* GetVerticies() const { return &vertices; }
 
-    /// \param colors borrowed, may be null: then nothing is drawn.
+    /// \param colors borrowed; if null, the mesh is not drawn.
     void SetMaterialColors(NamedColorArray* colors) { materialColors = colors; }
     void SetName(const CString& newName) { name = newName; }
 
-    ORVANE_FLAG(meshFlags, Hidden, IsHidden, 0x01);  ///< in the program that made the file
+    // Hidden and Shadow are kept from the file and change nothing here.
+    ORVANE_FLAG(meshFlags, Hidden, IsHidden, 0x01);
     ORVANE_FLAG(meshFlags, Shadow, IsShadow, 0x02);
     ORVANE_FLAG(meshFlags, BoundsCalculated, IsBoundsCalculated, 0x04);
     ORVANE_FLAG(meshFlags, FaceNormalsCalculated, AreFaceNormalsCalculated, 0x08);
     ORVANE_FLAG(meshFlags, VertexNormalsCalculated, AreVertexNormalsCalculated, 0x10);
 
-    /// Makes every corner that names no vertex vertex 0; without any vertices it drops the faces.
-    /// 0 when there are no faces, or none any more.
+    /// Replaces every corner that is past the vertices by vertex 0. Without vertices, removes the
+    /// faces. Returns 0 if no faces are left.
     int ValidateFaces();
-    /// 1 at once when they have been calculated, 0 without faces.
+    /// Returns 1 at once if they are calculated already, and 0 without faces.
     int CalculateFaceNormals();
-    /// The mean of the normals of the faces at each vertex. 1 at once when they have been
-    /// calculated, 0 without faces. Needs the face normals.
+    /// Calculates each vertex's normal as the mean of the face normals around it, which must be
+    /// there. Returns 1 at once if they are calculated already, and 0 without faces.
     int CalculateVertexNormals();
 
-    /// Measures the vertices once, and the children with them; the global bounds follow the
-    /// transform every time. Always 1.
+    /// Calculates the local bounds of the vertices and the children once, and the global bounds,
+    /// which depend on the transform, every time. Always 1.
     int CalculateBounds() override;
 
-    /// Returns 0 when drawing is cancelled.
+    /// Returns 0 if the drawing is cancelled.
     int DrawObject(DrawingParameters* parameters) override;
-    /// Lit triangles, each named by its index. 0 when drawing was cancelled before it began.
+    /// Draws lit triangles, each with its index as its OpenGL name. Returns 0 if the drawing was
+    /// cancelled before it began.
     int DrawRendered(DrawingParameters* parameters);
-    /// A loop of lines per face, named by its index when picking. 0 as DrawRendered.
+    /// Draws a line loop for each face, when picking with the face's index as its OpenGL name.
+    /// Returns 0 if the drawing was cancelled before it began.
     int DrawOutline(DrawingParameters* parameters);
 
-    /// Replaces the material that a face uses, for every face of every mesh that uses it. Nothing
-    /// for an index that no face has.
+    /// Replaces the material that a face uses, which changes every face of every mesh that uses it.
+    /// An index past the faces is ignored.
     void SetSurfaceColor(const NamedColor& color, int faceIndex) override;
 
-    /// Writes vertices and faces as text into the file "d:\Verts\<name>"; where there is no such
-    /// directory, nothing is written. Always 1.
+    /// Writes vertices and faces as text into the file "d:\Verts\<name>". Writes nothing if that
+    /// directory does not exist. Always 1.
     int OutputVertsAndFaces() const;
-    /// The same text.
+    /// Writes the same text to a stream.
     void WriteVertsAndFaces(std::ostream& out) const;
 
     void Serialize(CArchive& archive) override;
@@ -92,30 +95,28 @@ protected:
     VectorArray faceNormals;
     TriangularFaceArray faces;
 
-    // A file may bring many meshes: two arrays leave their padding to the word behind them.
-    [[no_unique_address]] VectorArray vertexNormals;
-
 public:
-    DWORD meshFlags = 0;
-
-protected:
-    [[no_unique_address]] VectorArray vertices;
-
-public:
-    /// The smallest |vertex normal . face normal| at which a corner is drawn with the vertex
-    /// normal. At 1 a mesh looks flat wherever it is not; that is meant, see
-    /// AFreshMeshIsFlatShaded.
-    float smoothingThreshold = 1.0f;
     NamedColorArray* materialColors = nullptr;
+    DWORD meshFlags = 0;
     CString name;  ///< of the object in the file
 
+protected:
+    VectorArray vertexNormals;
+    VectorArray vertices;
+
+public:
+    /// A corner is drawn with its vertex normal if |vertex normal . face normal| is at least this,
+    /// and with the face normal otherwise. At the default of 1 almost every mesh looks flat. That
+    /// is required; see the test AFreshMeshIsFlatShaded.
+    float smoothingThreshold = 1.0f;
+
 private:
-    /// The vertex that a corner means, whatever index it has.
-    int CornerIndex_(WORD corner) const { return corner < vertices.GetSize() ? corner : 0; }
-    /// Zero past the end.
-    static const Vector& At_(const VectorArray& vectors, int index);
-    bool HasMaterials_() const;
-    NamedColor& Material_(const TriangularFace& face) const;
+    /// The vertex that is drawn for a corner: vertex 0 if the corner is past the vertices.
+    int VertexOfCorner(WORD corner) const { return corner < vertices.GetSize() ? corner : 0; }
+    /// The element, or a zero vector past the end.
+    static const Vector& ElementOrZero(const VectorArray& vectors, int index);
+    bool HasMaterials() const;
+    NamedColor& MaterialOf(const TriangularFace& face) const;
     template <typename DrawFace>
-    void ForEachFace_(DrawingParameters* parameters, DrawFace drawFace) const;
+    void ForEachFace(DrawingParameters* parameters, DrawFace drawFace) const;
 };
