@@ -2,12 +2,12 @@
 // Pictures far larger than a window, drawn band by band into a BMP file, against the same bands
 // with the scene's OpenGL calls, computed beforehand, made again and only read back.
 
-#include "apps/cli/Poster.h"
-#include "apps/cli/PosterTarget.h"
 #include "bench/CallStream.h"
 #include "bench/Scenes.h"
 #include "bench/ScratchFile.h"
 #include "bench/Summary.h"
+#include "document/poster/Poster.h"
+#include "document/poster/PosterTarget.h"
 #include "orvane.h"
 
 #include <spawn.h>
@@ -116,17 +116,17 @@ double RunTool(std::vector<std::string> arguments)
     return mebibytes;
 }
 
-PosterSettings SettingsOf(int size, const char* output)
+orvane::PosterSettings SettingsOf(int size, const char* output)
 {
-    PosterSettings settings;
+    orvane::PosterSettings settings;
     settings.output = output;
-    settings.width = settings.height = size;
-    settings.samples = 1;
+    settings.size = {size, size};
+    settings.options.samples = 1;
     return settings;
 }
 
 /// Draws into a file by the tool's own function, here. How much memory that took at most, in MiB.
-double DrawHere(const Showcase& showcase, const PosterSettings& settings)
+double DrawHere(const Showcase& showcase, const orvane::PosterSettings& settings)
 {
     ForgetPeakMemory();
     DrawPoster(showcase.view, settings, *MakeTarget(settings));
@@ -134,9 +134,9 @@ double DrawHere(const Showcase& showcase, const PosterSettings& settings)
 }
 
 /// The tool, in a fresh process, on the same scene, process start and all.
-double DrawThere(const ScratchFile& scene, const PosterSettings& settings)
+double DrawThere(const ScratchFile& scene, const orvane::PosterSettings& settings)
 {
-    const std::string side = std::to_string(settings.width);
+    const std::string side = std::to_string(settings.Width());
     return RunTool({"render", "--scene", scene.Path(), "--size", side + "x" + side, "--samples",
                     "1", "-o", settings.output});
 }
@@ -150,8 +150,9 @@ void Save(Showcase& showcase, const ScratchFile& scene)
     archive.Close();
 }
 
-void MeasurePicture(const std::string& what, Showcase& showcase, const PosterSettings& settings,
-                    int turns, const std::function<double()>& drawPicture)
+void MeasurePicture(const std::string& what, Showcase& showcase,
+                    const orvane::PosterSettings& settings, int turns,
+                    const std::function<double()>& drawPicture)
 {
     GLMemoryDIB band;
     if (!band.Create(showcase.view.GetProjection(), 24))
@@ -169,7 +170,7 @@ void MeasurePicture(const std::string& what, Showcase& showcase, const PosterSet
     std::snprintf(figure, sizeof figure,
                   "%.2f s, %.2f x replayed and read back (%.2f s), %.0f MiB at most", times.ours,
                   times.ratio, times.floor, mebibytes);
-    const std::string side = std::to_string(settings.width);
+    const std::string side = std::to_string(settings.Width());
     AddSummary(what + " of " + side + " x " + side, figure);
 }
 
@@ -182,7 +183,7 @@ void Measure()
         const ScratchFile scene;
         Save(showcase, scene);
         const ScratchFile picture(".bmp");
-        const PosterSettings settings = SettingsOf(size, picture.Path());
+        const orvane::PosterSettings settings = SettingsOf(size, picture.Path());
         MeasurePicture("a .bmp", showcase, settings, turns,
                        [&] { return DrawHere(showcase, settings); });
         MeasurePicture("the tool's .bmp", showcase, settings, turns,
@@ -190,7 +191,7 @@ void Measure()
         if (size == 20000)
         {
             const ScratchFile png(".png");
-            const PosterSettings pngSettings = SettingsOf(size, png.Path());
+            const orvane::PosterSettings pngSettings = SettingsOf(size, png.Path());
             MeasurePicture("the tool's .png", showcase, pngSettings, 1,
                            [&] { return DrawThere(scene, pngSettings); });
         }

@@ -7,11 +7,13 @@ pkg_check_modules(GLU REQUIRED IMPORTED_TARGET glu)
 pkg_check_modules(EGL REQUIRED IMPORTED_TARGET egl)
 pkg_check_modules(FREETYPE REQUIRED IMPORTED_TARGET freetype2)
 pkg_check_modules(FONTCONFIG REQUIRED IMPORTED_TARGET fontconfig)
+pkg_check_modules(PNG REQUIRED IMPORTED_TARGET libpng)
 pkg_check_modules(GSF REQUIRED IMPORTED_TARGET libgsf-1)
 pkg_check_modules(SIMPLEINI REQUIRED IMPORTED_TARGET simpleini)
 find_package(Threads REQUIRED)
 
-set(ORVANE_FOLDERS platform host geometry outline extrude material imaging scene import3ds)
+set(ORVANE_FOLDERS platform host geometry outline extrude material imaging scene import3ds
+  document document/poster orvane)
 if(WIN32)
   set(ORVANE_BACKEND platform/win32)
 else()
@@ -42,7 +44,7 @@ set_target_properties(orvane_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
 target_compile_definitions(orvane_objects PRIVATE ORVANE_BUILDING)
 # SimpleIni is header-only and EGL, FreeType, fontconfig and libgsf stay behind platform/: users see GL and GLU.
 target_include_directories(orvane_objects SYSTEM PRIVATE ${SIMPLEINI_INCLUDE_DIRS})
-set(private_libraries PkgConfig::EGL PkgConfig::FREETYPE PkgConfig::FONTCONFIG PkgConfig::GSF Threads::Threads)
+set(private_libraries PkgConfig::EGL PkgConfig::FREETYPE PkgConfig::FONTCONFIG PkgConfig::GSF PkgConfig::PNG Threads::Threads)
 target_link_libraries(orvane_objects PRIVATE orvane_usage ${private_libraries})
 
 if(BUILD_SHARED_LIBS)

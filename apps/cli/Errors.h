@@ -3,14 +3,7 @@
 
 #include <stdexcept>
 
-/// Something that could not be done: exit status 1. what() names what and where.
-class Failure : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// The command line makes no sense: exit status 2.
+/// The command line makes no sense: exit status 2. Every other exception is exit status 1.
 class UsageError : public std::runtime_error
 {
 public:

@@ -59,6 +59,11 @@ void Say(std::string message)
     std::fprintf(stderr, "orvane: %s\n", message.c_str());
 }
 
+FontProgress::operator std::function<void(const std::string&)>() const
+{
+    return IsErrorTerminal() ? ShowProgress : std::function<void(const std::string&)>();
+}
+
 ProgressBar::ProgressBar(std::string label) : label_(std::move(label)), start_(Clock::now()) {}
 
 void ProgressBar::Show(double share)

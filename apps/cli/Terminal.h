@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <string>
 
 /// Whether standard error is a terminal. Progress appears only there.
@@ -16,6 +17,19 @@ void ClearProgress();
 /// Writes a message to standard error, behind the program's name. What it quotes of a damaged file
 /// does not steer the terminal.
 void Say(std::string message);
+
+/// Shows lines about the fonts that are loaded on the progress line, which is wiped at the end of
+/// this object's life. Shows nothing when standard error is no terminal.
+class FontProgress
+{
+public:
+    FontProgress() = default;
+    ~FontProgress() { ClearProgress(); }
+    FontProgress(const FontProgress&) = delete;
+    FontProgress& operator=(const FontProgress&) = delete;
+
+    operator std::function<void(const std::string&)>() const;
+};
 
 /// A bar on the progress line, with the time that is left; wiped at the end of its life.
 class ProgressBar

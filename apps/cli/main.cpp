@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 // orvane: solid text to pictures, from the command line.
 
-#include "apps/cli/Commands.h"
 #include "apps/cli/Errors.h"
-#include "apps/cli/OutputFile.h"
 #include "apps/cli/Terminal.h"
+#include "apps/cli/commands/Commands.h"
+#include "document/OutputFile.h"
+#include "orvane/Error.h"
 #include "orvane/version.h"
 #include "platform/Process.h"
 
@@ -41,7 +42,7 @@ void Answer(const CLI::App& app, const CLI::Success& question)
 {
     std::ostringstream text;
     app.exit(question, text, text);
-    WriteToStandardOutput(text.str());
+    orvane::WriteToStandardOutput(text.str());
 }
 
 int Run(CLI::App& app, int argc, char** argv)
@@ -66,6 +67,11 @@ int Run(CLI::App& app, int argc, char** argv)
     {
         return ComplainAboutUsage(app, error.what());
     }
+    catch (const orvane::OptionError& error)
+    {
+        // The library names a field; the option has the same name.
+        return ComplainAboutUsage(app, std::string("--") + error.what());
+    }
     return 0;
 }
 
@@ -74,6 +80,7 @@ int Run(CLI::App& app, int argc, char** argv)
 int main(int argc, char** argv)
 {
     PrepareProcess();
+    orvane::OutputFile::WatchUnfinishedFiles(RemoveWhenInterrupted);
     try
     {
         CLI::App app("Turns text into solid letters and draws them.", "orvane");

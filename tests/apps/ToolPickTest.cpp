@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-// What is under a pixel of a scene's picture.
+// Picking finds what lies under a pixel of a scene's picture.
 
-#include "apps/cli/Errors.h"
-#include "apps/cli/SceneDocument.h"
-#include "apps/cli/ScenePick.h"
+#include "document/EnumNames.h"
+#include "document/SceneDocument.h"
+#include "document/SceneFraming.h"
+#include "document/ScenePick.h"
 #include "extrude/Library.h"
 #include "extrude/OrvFontList.h"
 #include "import3ds/ThreeDStudioObject.h"
@@ -20,12 +21,28 @@
 #include <cmath>
 #include <set>
 
+using orvane::HitKind;
+using orvane::LetterPart;
+using orvane::NodePath;
+using orvane::PathText;
+using orvane::PickedPart;
+using orvane::SceneDocument;
+using orvane::ScenePicker;
+
 namespace
 {
 
 constexpr int width = 256;
 constexpr int height = 96;
 constexpr int pixelsPerUnit = 40;
+
+/// Picks in a picture of that size of a document, which must live longer.
+ScenePicker PickerOf(const SceneDocument& document, const orvane::Size& size = {width, height})
+{
+    ViewObject view(*document.view);
+    SizeView(view, size);
+    return ScenePicker(view);
+}
 
 /// A scene without light, seen straight from the front: the middle of the picture is the origin.
 /// Each surface has the colour that it emits.
@@ -85,11 +102,7 @@ protected:
         return document;
     }
 
-    std::vector<PickedPart> Pick(int x, int y)
-    {
-        SceneDocument document = Load();
-        return ScenePicker(document, width, height).Pick(x, y);
-    }
+    std::vector<PickedPart> Pick(int x, int y) { return PickerOf(Load()).Pick(x, y); }
 
     ToolResult Run(const std::string& pixel, const std::vector<std::string>& more = {})
     {
@@ -130,7 +143,7 @@ TEST_F(ToolPick, EveryPixelIsOfThePartWhoseColorItHas)
     const DecodedPicture picture = DecodePng(folder.Read("x.png"));
     ASSERT_EQ(picture.width, width);
 
-    ScenePicker picker(document, width, height);
+    ScenePicker picker = PickerOf(document);
     std::set<std::string> seen;
     int differing = 0;
     int covered = 0;
@@ -154,7 +167,7 @@ TEST_F(ToolPick, EveryPixelIsOfThePartWhoseColorItHas)
             std::string found;
             if (!parts.empty())
             {
-                found = PathText(parts.front().path) + " " + parts.front().part;
+                found = PathText(parts.front().path) + " " + NameOf(parts.front().part);
             }
             // The rasterizer rounds corners to parts of a pixel; and beside a shape the pixel that
             // it only touches counts as under it.
@@ -172,7 +185,7 @@ TEST_F(ToolPick, TheCharacterIsTheOneInWhoseCellThePixelLies)
     // Two lines in cells of 1233 / 2048 em, from x = 0 on.
     AddText("HHH\r\nHH");
     SceneDocument document = Load();
-    ScenePicker picker(document, width, height);
+    ScenePicker picker = PickerOf(document);
     std::set<int> seen;
     for (int y = 0; y < height; y += 4)
     {
@@ -183,9 +196,9 @@ TEST_F(ToolPick, TheCharacterIsTheOneInWhoseCellThePixelLies)
             {
                 continue;
             }
-            EXPECT_EQ(parts.front().kind, PickedPart::character);
+            EXPECT_EQ(parts.front().kind, HitKind::Letter);
             EXPECT_EQ(parts.front().path, NodePath{0});
-            EXPECT_EQ(parts.front().part, "face");
+            EXPECT_EQ(parts.front().part, LetterPart::Face);
             const double across = (x + 0.5 - width / 2.0) / pixelsPerUnit;
             const int cell = static_cast<int>(std::floor(across / (1233 / 2048.0)));
             const int line = y < height / 2 ? 0 : 5;  // behind three letters, CR and LF
@@ -244,14 +257,14 @@ TEST_F(ToolPick, AChildOfATextIsToldFromTheTextsParts)
     std::vector<PickedPart> parts = Pick(width / 2, height / 2);
     ASSERT_EQ(parts.size(), 1u);
     EXPECT_EQ(parts[0].path, NodePath{0});
-    EXPECT_EQ(parts[0].part, "face");
+    EXPECT_EQ(parts[0].part, LetterPart::Face);
     parts = Pick(width / 2 + pixelsPerUnit, height / 2);
     ASSERT_EQ(parts.size(), 1u);
     EXPECT_EQ(parts[0].path, (NodePath{0, 0}));
-    EXPECT_EQ(parts[0].part, "face");
+    EXPECT_EQ(parts[0].part, LetterPart::Face);
     parts = Pick(width / 2 - 3 * pixelsPerUnit / 2, height / 2);
     ASSERT_EQ(parts.size(), 1u);
-    EXPECT_EQ(parts[0].kind, PickedPart::triangle);
+    EXPECT_EQ(parts[0].kind, HitKind::Triangle);
     EXPECT_EQ(parts[0].path, (NodePath{0, 1, 0}));
     EXPECT_EQ(parts[0].index, 0);
 }
@@ -285,14 +298,14 @@ TEST_F(ToolPick, WiresAreFoundInOutlinesAlsoBesideThePixel)
     text.SetJustification(1);
     view.SetDrawingModeOutline();
     SceneDocument document = Load();
-    ScenePicker picker(document, width, height);
+    ScenePicker picker = PickerOf(document);
     std::set<int> columns;
     const int row = height / 2;
     for (int x = 0; x < width; ++x)
     {
         for (const PickedPart& part : picker.Pick(x, row))
         {
-            EXPECT_EQ(part.part, "outline");
+            EXPECT_EQ(part.part, LetterPart::Outline);
             EXPECT_EQ(part.index, 0);
             columns.insert(x);
         }
@@ -330,10 +343,10 @@ TEST_F(ToolPick, ThePixelIsOfThePictureWhateverItsSize)
     text.SetTranslation(DVector(2.0, 0.0, 0.0));
     SceneDocument document = Load();
     const int x = width / 2 + 2 * pixelsPerUnit;
-    EXPECT_EQ(ScenePicker(document, width, height).Pick(x, height / 2).size(), 1u);
-    EXPECT_EQ(ScenePicker(document, width, height).Pick(width - x, height / 2).size(), 0u);
+    EXPECT_EQ(PickerOf(document).Pick(x, height / 2).size(), 1u);
+    EXPECT_EQ(PickerOf(document).Pick(width - x, height / 2).size(), 0u);
     constexpr int times = 375;  // up to 96,000 pixels across
-    ScenePicker large(document, width * times, height * times);
+    ScenePicker large = PickerOf(document, {width * times, height * times});
     EXPECT_EQ(large.Pick(x * times, height * times / 2).size(), 1u);
     EXPECT_EQ(large.Pick((width - x) * times, height * times / 2).size(), 0u);
 }

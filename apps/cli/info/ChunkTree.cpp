@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/info/ChunkTree.h"
 
-#include "apps/cli/Errors.h"
 #include "apps/cli/info/TextTable.h"
+#include "document/FileErrors.h"
 #include "host/CFile.h"
 #include "import3ds/Chunk3DS.h"
 #include "import3ds/ChunkTable.h"
@@ -88,7 +88,7 @@ try
 }
 catch (const CFileException& error)
 {
-    throw Failure(error.what());
+    throw orvane::FileError(path, path, error);
 }
 
 std::string ChunkTreeText(const std::vector<ChunkEntry>& chunks)

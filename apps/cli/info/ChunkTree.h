@@ -17,7 +17,7 @@ struct ChunkEntry
 };
 
 /// The chunks in the order of the file, of those whose kind is known also what is inside. The list
-/// ends where no header can be read. Throws Failure for a file that cannot be read.
+/// ends where no header can be read. Throws orvane::Error for a file that cannot be read.
 std::vector<ChunkEntry> ReadChunkTree(const std::string& path);
 
 /// The tree as lines, each indented by the depth.

@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "apps/cli/Commands.h"
-#include "apps/cli/Errors.h"
-#include "apps/cli/OutputFile.h"
+#include "apps/cli/commands/Commands.h"
 #include "apps/cli/info/MeshFileInfo.h"
 #include "apps/cli/info/SceneInfo.h"
+#include "document/OutputFile.h"
+#include "orvane/Error.h"
 
 #include <CLI/CLI.hpp>
 
 #include <memory>
 #include <optional>
+
+using namespace orvane;
 
 namespace
 {
@@ -26,8 +28,8 @@ void Tell(const InfoOptions& options)
     const bool isMeshFile = IsMeshFile(options.file);
     if (!isMeshFile && (options.chunks || options.dump))
     {
-        throw Failure(options.file + ": is no 3D Studio file, which " +
-                      (options.dump ? "--dump" : "--chunks") + " is for");
+        throw Error(options.file, std::string("is no 3D Studio file, which ") +
+                                      (options.dump ? "--dump" : "--chunks") + " is for");
     }
     if (options.dump)
     {

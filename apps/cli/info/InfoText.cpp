@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/info/InfoText.h"
 
-#include "apps/cli/Colors.h"
-#include "apps/cli/TextCodes.h"
 #include "apps/cli/info/JsonWriter.h"
+#include "document/Colors.h"
+#include "document/TextEncoding.h"
 #include "geometry/Vector.h"
-#include "host/CFile.h"
 #include "material/NamedColor.h"
 
 #include <cmath>
 #include <cstdio>
+
+using namespace orvane;
 
 std::string Short(double value)
 {
@@ -42,19 +43,6 @@ std::string Grouped(std::uint64_t number)
         digits.insert(end - 3, ",");
     }
     return digits;
-}
-
-std::string FoundText(CFile& file)
-{
-    BYTE bytes[2];
-    const UINT count = file.Read(bytes, sizeof bytes);
-    if (count < sizeof bytes)
-    {
-        return count == 0 ? "the file is empty" : "the file has one byte";
-    }
-    char text[16];
-    std::snprintf(text, sizeof text, "found %02X %02X", bytes[0], bytes[1]);
-    return text;
 }
 
 std::string MaterialText(const NamedColor& material)

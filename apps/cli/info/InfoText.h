@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <string>
 
-class CFile;
 class ColorVector;
 class JsonWriter;
 class NamedColor;
@@ -19,8 +18,6 @@ std::string Triple(const Vector& vector);
 std::string CountText(int count, const std::string& one, const std::string& many);
 /// The number with commas between its thousands.
 std::string Grouped(std::uint64_t number);
-/// How a file begins, its next two bytes: "found 4D 4D", or that it ends.
-std::string FoundText(CFile& file);
 std::string MaterialText(const NamedColor& material);
 
 void WriteColor(JsonWriter& json, const char* key, const ColorVector& color);

@@ -1,21 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/info/MeshFileInfo.h"
 
-#include "apps/cli/MeshImport.h"
-#include "apps/cli/OutputFile.h"
-#include "apps/cli/SkippedParts.h"
-#include "apps/cli/TextCodes.h"
 #include "apps/cli/info/ChunkTree.h"
 #include "apps/cli/info/Groups.h"
 #include "apps/cli/info/InfoText.h"
 #include "apps/cli/info/JsonWriter.h"
 #include "apps/cli/info/TextTable.h"
+#include "document/MeshDamage.h"
+#include "document/MeshImport.h"
+#include "document/OutputFile.h"
+#include "document/TextEncoding.h"
 #include "host/CFile.h"
 #include "import3ds/ChunkTable.h"
 #include "import3ds/TriangularMeshObject.h"
 
 #include <filesystem>
 #include <sstream>
+
+using namespace orvane;
 
 namespace
 {

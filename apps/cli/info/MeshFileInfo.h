@@ -3,9 +3,12 @@
 
 #include <string>
 
+namespace orvane
+{
 class OutputFile;
+}
 
-// What is in a 3D Studio file. All but the first throw Failure when it cannot be read.
+// What is in a 3D Studio file. All but the first throw orvane::Error when it cannot be read.
 
 /// Whether the file begins as such a file does.
 bool IsMeshFile(const std::string& path);
@@ -15,4 +18,4 @@ bool IsMeshFile(const std::string& path);
 std::string TellMeshFile(const std::string& path, bool json, bool chunks);
 
 /// The vertices, faces and normals of all meshes as text.
-void DumpMeshes(const std::string& path, OutputFile& output);
+void DumpMeshes(const std::string& path, orvane::OutputFile& output);

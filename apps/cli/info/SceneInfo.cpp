@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/info/SceneInfo.h"
 
-#include "apps/cli/Colors.h"
-#include "apps/cli/SceneDocument.h"
-#include "apps/cli/SceneNames.h"
-#include "apps/cli/TextCodes.h"
+#include "apps/cli/Terminal.h"
 #include "apps/cli/info/InfoText.h"
 #include "apps/cli/info/JsonWriter.h"
+#include "apps/cli/info/NodeTitle.h"
 #include "apps/cli/info/TextTable.h"
+#include "document/Colors.h"
+#include "document/SceneDocument.h"
+#include "document/SceneNames.h"
+#include "document/TextEncoding.h"
 #include "extrude/OrvFont.h"
 #include "import3ds/ThreeDStudioObject.h"
 #include "import3ds/TriangularMeshObject.h"
@@ -19,6 +21,8 @@
 
 #include <cmath>
 #include <cstdio>
+
+using namespace orvane;
 
 namespace
 {
@@ -194,6 +198,6 @@ std::string SceneToText(const SceneDocument& document)
 
 std::string TellScene(const std::string& path, bool json)
 {
-    const SceneDocument document = SceneDocument::Load(path);
+    const SceneDocument document = SceneDocument::Load(path, FontProgress());
     return json ? SceneToJson(document) : SceneToText(document);
 }

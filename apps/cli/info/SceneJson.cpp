@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "apps/cli/SceneDocument.h"
-#include "apps/cli/SceneNames.h"
-#include "apps/cli/TextCodes.h"
 #include "apps/cli/info/InfoText.h"
 #include "apps/cli/info/JsonWriter.h"
 #include "apps/cli/info/SceneInfo.h"
+#include "document/SceneDocument.h"
+#include "document/SceneNames.h"
+#include "document/TextEncoding.h"
 #include "extrude/OrvFont.h"
 #include "import3ds/ThreeDStudioObject.h"
 #include "import3ds/TriangularMeshObject.h"
@@ -15,6 +15,8 @@
 #include "scene/ViewObject.h"
 
 #include <cmath>
+
+using namespace orvane;
 
 namespace
 {

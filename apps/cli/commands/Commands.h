@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace CLI
+{
+class App;
+}
+
+// Each function adds one subcommand, which runs when the command line names it. A subcommand throws
+// UsageError or orvane::Error.
+void AddRenderCommand(CLI::App& app);
+void AddFontsCommand(CLI::App& app);
+void AddInfoCommand(CLI::App& app);
+void AddPickCommand(CLI::App& app);
+void AddShowcaseCommand(CLI::App& app);

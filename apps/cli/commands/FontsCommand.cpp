@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/Terminal.h"
+#include "apps/cli/commands/Commands.h"
+#include "apps/cli/commands/OutlinesOption.h"
+#include "apps/cli/info/JsonWriter.h"
+#include "document/FontChoice.h"
+#include "document/OutputFile.h"
+#include "document/TextEncoding.h"
+#include "extrude/OrvFont.h"
+#include "orvane/orvane.h"
+#include "platform/Fonts.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cctype>
+#include <memory>
+#include <optional>
+
+using namespace orvane;
+
+namespace
+{
+
+struct FontsOptions
+{
+    std::string filter;
+    std::optional<std::string> check;
+    bool json = false;
+};
+
+bool ContainsIgnoringCase(const std::string& text, const std::string& part)
+{
+    const auto same = [](unsigned char a, unsigned char b) {
+        return std::tolower(a) == std::tolower(b);
+    };
+    return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
+}
+
+void CheckFont(const std::string& name)
+{
+    LoadFonts(FontProgress());
+    OrvFont& font = *ChooseFont(name);
+    const OUTLINECHECK check = CheckOutlines(font);
+    WriteToStandardOutput(ToUtf8(font.GetFullName()) + ": " + std::to_string(check.glyphs) +
+                          " glyphs, " + std::to_string(check.repaired) + " repaired, " +
+                          std::to_string(check.turned) + " turned, " +
+                          std::to_string(check.converted) + " converted, " +
+                          std::to_string(check.unrepaired) + " could not be repaired\n");
+}
+
+void ListFonts(const FontsOptions& options)
+{
+    LoadFonts(FontProgress());
+    std::string names;
+    JsonWriter json;
+    json.BeginArray();
+    for (const FontInfo& font : Fonts())
+    {
+        if (!ContainsIgnoringCase(font.name, options.filter))
+        {
+            continue;
+        }
+        names += font.name + '\n';
+        json.BeginObject(JsonWriter::onOneLine);
+        json.Member("name", font.name);
+        json.Member("family", font.family);
+        json.Member("style", font.style);
+        json.Member("weight", font.weight);
+        json.Member("italic", font.italic);
+        json.EndObject();
+    }
+    json.EndArray();
+    WriteToStandardOutput(options.json ? json.Result() : names);
+}
+
+}  // namespace
+
+void AddFontsCommand(CLI::App& app)
+{
+    CLI::App& command = *app.add_subcommand("fonts", "List the installed fonts that can be used");
+    const auto options = std::make_shared<FontsOptions>();
+    CLI::Option* const filter = command.add_option("FILTER", options->filter,
+                                                   "Only names that contain this, in either case");
+    CLI::Option* const json =
+        command.add_flag("--json", options->json, "As a JSON array of objects");
+    command
+        .add_option("--check", options->check,
+                    "How many glyphs of this font were repaired, turned,\n"
+                    "converted, or could not be repaired")
+        ->option_text("NAME")
+        ->excludes(filter, json);
+    AddOutlinesOption(command);
+    command.callback([options] {
+        if (options->check)
+        {
+            CheckFont(*options->check);
+        }
+        else
+        {
+            ListFonts(*options);
+        }
+    });
+}

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "document/EnumNames.h"
+#include "orvane/Options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+// Reads the values of options. Each function throws orvane::Error, whose problem says what was
+// expected and found; CLI11 adds the name of the option.
+
+double ParseNumber(const std::string& text);
+/// The parts between commas; "a,,b" has an empty one.
+std::vector<std::string> SplitAtCommas(const std::string& text);
+/// "WxH", both at least 1 and at most largestPictureSide.
+orvane::Size ParseSize(const std::string& text);
+/// "X,Y", both whole numbers from 0.
+orvane::Size ParsePixel(const std::string& text);
+/// "X,Y".
+std::vector<double> ParsePair(const std::string& text);
+/// "X,Y,Z" in degrees.
+orvane::Vector3 ParseAngles(const std::string& text);
+/// "X,Y,Z" in ems.
+orvane::Vector3 ParsePlace(const std::string& text);
+orvane::Color ParseOpaqueColor(const std::string& text);
+/// "INDEX,on|off[,COLOR]".
+orvane::LightChange ParseLight(const std::string& text);
+
+/// Checks that one of the functions above, or another one, can read a value.
+template <typename Parse>
+CLI::Validator ReadableBy(Parse parse)
+{
+    return CLI::Validator(
+        [parse](const std::string& text) {
+            try
+            {
+                parse(text);
+                return std::string();
+            }
+            catch (const orvane::Error& error)
+            {
+                return error.Problem();
+            }
+        },
+        "");
+}
+
+/// Checks that a value is a number in a range, limits included.
+CLI::Validator NumberBetween(double least, double most);
+/// Checks that a value is a whole number in a range, limits included.
+CLI::Validator IntegerBetween(int least, int most);
+
+/// The names of an enumeration's values.
+template <typename Enum>
+std::vector<std::string> NamesOf()
+{
+    constexpr auto& names = orvane::EnumNames<Enum>::names;
+    return {names.begin(), names.end()};
+}
+
+/// "a|b|c".
+std::string Alternatives(const std::vector<std::string>& names);
+
+/// A number as help texts show it, with as few digits as it needs.
+std::string NumberText(double number);
+
+// CLI11 finds these conversions in the namespace of the types. Values have been checked before. The
+// conversions of enumerations are no template, because CLI11 has one that reads numbers.
+namespace orvane
+{
+
+bool lexical_cast(const std::string& text, Color& color);
+bool lexical_cast(const std::string& text, LightChange& change);
+bool lexical_cast(const std::string& text, Size& size);
+bool lexical_cast(const std::string& text, Vector3& angles);
+bool lexical_cast(const std::string& text, EdgeStyle& style);
+bool lexical_cast(const std::string& text, BevelSides& sides);
+bool lexical_cast(const std::string& text, Alignment& alignment);
+bool lexical_cast(const std::string& text, TextureQuality& quality);
+bool lexical_cast(const std::string& text, BackgroundPlacement& placement);
+bool lexical_cast(const std::string& text, LightsFollow& follow);
+
+}  // namespace orvane

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/Errors.h"
+#include "apps/cli/Terminal.h"
+#include "apps/cli/commands/Commands.h"
+#include "apps/cli/commands/OptionValues.h"
+#include "apps/cli/info/JsonWriter.h"
+#include "apps/cli/info/NodeTitle.h"
+#include "document/OutputFile.h"
+#include "document/SceneDocument.h"
+#include "document/SceneFraming.h"
+#include "document/ScenePick.h"
+#include "document/TextEncoding.h"
+#include "platform/CodePages.h"
+#include "platform/Fonts.h"
+#include "scene/OrvString.h"
+#include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+using namespace orvane;
+
+namespace
+{
+
+struct PickOptions
+{
+    std::string file;
+    std::string pixel;
+    std::string size;
+    bool json = false;
+};
+
+/// A character of a text, in UTF-8.
+std::string CharacterOf(const OrvString& text, int index)
+{
+    return CodePageToUtf8(std::string(1, (*text.GetTextString())[index]), GetACP());
+}
+
+const DrawingObject& NodeAt(const SceneObject& scene, const NodePath& path)
+{
+    const DrawingObject* node = &scene;
+    for (const int index : path)
+    {
+        node = node->GetChildByIndex(index);
+    }
+    return *node;
+}
+
+std::string LightName(const SceneObject& scene, int index)
+{
+    return ToUtf8(scene.GetLightByIndex(index)->GetColors().GetName());
+}
+
+/// The members of a picked part, into an object that is open.
+void WritePart(JsonWriter& json, const SceneObject& scene, const PickedPart& picked)
+{
+    if (picked.kind == HitKind::Light)
+    {
+        json.Member("kind", "light");
+        json.Member("light", picked.index);
+        json.Member("name", LightName(scene, picked.index));
+        json.Member("depth", picked.depth);
+        return;
+    }
+    const DrawingObject& node = NodeAt(scene, picked.path);
+    json.Member("kind", picked.kind == HitKind::Letter     ? "character"
+                        : picked.kind == HitKind::Triangle ? "triangle"
+                                                           : "node");
+    json.Key("path");
+    json.BeginArray(JsonWriter::onOneLine);
+    for (const int index : picked.path)
+    {
+        json.Value(index);
+    }
+    json.EndArray();
+    json.Member("class", node.GetRuntimeClass()->m_lpszClassName);
+    json.Member("name", NameOfNode(node));
+    if (picked.kind == HitKind::Letter)
+    {
+        json.Member("index", picked.index);
+        json.Member("character", CharacterOf(dynamic_cast<const OrvString&>(node), picked.index));
+        json.Member("part", NameOf(picked.part));
+    }
+    else if (picked.kind == HitKind::Triangle)
+    {
+        json.Member("index", picked.index);
+    }
+    json.Member("depth", picked.depth);
+}
+
+/// The nearest, with what is behind it; null when there is nothing.
+std::string PartsToJson(const SceneObject& scene, const std::vector<PickedPart>& parts)
+{
+    JsonWriter json;
+    if (parts.empty())
+    {
+        json.Null();
+        return json.Result();
+    }
+    json.BeginObject();
+    WritePart(json, scene, parts.front());
+    json.Key("behind");
+    json.BeginArray();
+    for (std::size_t i = 1; i < parts.size(); ++i)
+    {
+        json.BeginObject(JsonWriter::onOneLine);
+        WritePart(json, scene, parts[i]);
+        json.EndObject();
+    }
+    json.EndArray();
+    json.EndObject();
+    return json.Result();
+}
+
+std::string PartToText(const SceneObject& scene, const PickedPart& picked)
+{
+    if (picked.kind == HitKind::Light)
+    {
+        return "light " + std::to_string(picked.index) + " " +
+               Quoted(LightName(scene, picked.index));
+    }
+    const DrawingObject& node = NodeAt(scene, picked.path);
+    std::string text = PathText(picked.path) + " " + TitleOf(node);
+    switch (picked.kind)
+    {
+        case HitKind::Letter:
+            return text + ", character " + std::to_string(picked.index) + " " +
+                   Quoted(CharacterOf(dynamic_cast<const OrvString&>(node), picked.index)) + ", " +
+                   NameOf(picked.part);
+        case HitKind::Triangle:
+            return text + ", triangle " + std::to_string(picked.index);
+        default:
+            return text;
+    }
+}
+
+std::string PartsToText(const SceneObject& scene, const std::vector<PickedPart>& parts)
+{
+    if (parts.empty())
+    {
+        return "nothing but the background\n";
+    }
+    std::string text;
+    for (const PickedPart& each : parts)
+    {
+        text += (text.empty() ? "" : "behind it: ") + PartToText(scene, each) + "\n";
+    }
+    return text;
+}
+
+void Pick(const PickOptions& options)
+{
+    const Size pixel = ParsePixel(options.pixel);
+    const Size size = ParseSize(options.size);
+    if (pixel.width >= size.width || pixel.height >= size.height)
+    {
+        throw UsageError("PIXEL: a picture of " + options.size + " has no pixel " + options.pixel);
+    }
+    const SceneDocument document = SceneDocument::Load(options.file, FontProgress());
+    ViewObject view(*document.view);
+    SizeView(view, size);
+    const std::vector<PickedPart> parts = ScenePicker(view).Pick(pixel.width, pixel.height);
+    WriteToStandardOutput(options.json ? PartsToJson(*document.scene, parts)
+                                       : PartsToText(*document.scene, parts));
+}
+
+}  // namespace
+
+void AddPickCommand(CLI::App& app)
+{
+    CLI::App& command =
+        *app.add_subcommand("pick", "Tell what is under a pixel of a scene's picture");
+    const auto options = std::make_shared<PickOptions>();
+    command.add_option("FILE", options->file, "A scene, as \"render --save\" writes it")
+        ->required();
+    command
+        .add_option("PIXEL", options->pixel,
+                    "The pixel as X,Y, from the left and the top, where the\nfirst is 0,0")
+        ->required()
+        ->check(ReadableBy(ParsePixel));
+    command.add_option("--size", options->size, "Width and height of the picture in pixels")
+        ->option_text("WxH")
+        ->required()
+        ->check(ReadableBy(ParseSize));
+    command.add_flag("--json", options->json, "As a JSON object, or null");
+    command.callback([options] { Pick(*options); });
+}

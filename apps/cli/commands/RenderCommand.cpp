@@ -1,0 +1,394 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/Errors.h"
+#include "apps/cli/Terminal.h"
+#include "apps/cli/commands/Commands.h"
+#include "apps/cli/commands/ImportOptions.h"
+#include "apps/cli/commands/OptionValues.h"
+#include "apps/cli/commands/OutlinesOption.h"
+#include "apps/cli/commands/SceneOptions.h"
+#include "document/Cancellation.h"
+#include "document/DrawingModes.h"
+#include "document/FontChoice.h"
+#include "document/MeshImport.h"
+#include "document/OutputFile.h"
+#include "document/PictureFormat.h"
+#include "document/SceneDocument.h"
+#include "document/SceneFraming.h"
+#include "document/SceneLights.h"
+#include "document/ScenePictures.h"
+#include "document/TextEncoding.h"
+#include "document/TextNode.h"
+#include "document/poster/PosterTarget.h"
+#include "orvane/orvane.h"
+#include "platform/CodePages.h"
+#include "platform/Fonts.h"
+#include "platform/Process.h"
+#include "scene/OrvFontString.h"
+#include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+#include <optional>
+
+using namespace orvane;
+
+namespace
+{
+
+/// The command line. Fields that have a type of their own were checked by CLI11.
+struct RenderOptions
+{
+    std::vector<std::string> texts;
+    std::string textFile;
+    std::optional<std::string> output;
+    std::string sceneFile;
+    std::string view;
+    std::string save;
+    TextOptions text;
+    PictureOptions picture;
+    bool outline = false;
+    std::unique_ptr<ImportOptions> imports;
+    std::unique_ptr<SceneOptions> scene;
+};
+
+/// What the command line asks for, after all of it was checked together.
+struct Request
+{
+    PosterSettings settings;
+    bool hasText = false;
+    std::vector<Import> imports;
+    std::optional<CameraOptions> camera;
+    std::optional<BackgroundOptions> background;
+    std::optional<TextureOptions> texture;
+};
+
+std::vector<std::string> GatherLines(const RenderOptions& options)
+{
+    std::vector<std::string> lines;
+    for (const std::string& text : options.texts)
+    {
+        const std::vector<std::string> more = SplitLines(text);
+        lines.insert(lines.end(), more.begin(), more.end());
+        if (more.empty())
+        {
+            lines.emplace_back();
+        }
+    }
+    if (!options.textFile.empty())
+    {
+        const std::vector<std::string> more = ReadLines(options.textFile);
+        lines.insert(lines.end(), more.begin(), more.end());
+    }
+    return lines;
+}
+
+Request CheckTogether(const RenderOptions& options)
+{
+    if (!options.output && options.save.empty())
+    {
+        throw UsageError("render: nothing to write: --output or --save is needed");
+    }
+    Request request;
+    request.hasText = !options.texts.empty() || !options.textFile.empty();
+    request.imports = options.imports->Parse();
+    const bool hasContent = request.hasText || !request.imports.empty();
+    if (options.sceneFile.empty() != hasContent)
+    {
+        throw UsageError(hasContent ? "render: text and --import, or --scene, not both"
+                                    : "render: no text given, no --import and no --scene");
+    }
+    if (!options.save.empty() && !HasExtension(options.save, ".orv"))
+    {
+        throw UsageError("--save: expected a name that ends in .orv, found \"" + options.save +
+                         "\"");
+    }
+    request.camera = options.scene->Camera();
+    request.background = options.scene->Background();
+    request.texture = options.scene->Texture();
+    if (request.texture && options.sceneFile.empty() && !request.hasText)
+    {
+        throw UsageError("--texture: there is no text to lay it on");
+    }
+    request.settings.options = options.picture;
+    request.settings.size = options.picture.size.value_or(defaultPictureSize);
+    if (options.output)
+    {
+        request.settings.output = *options.output;
+        CheckPoster(request.settings);
+    }
+    return request;
+}
+
+std::unique_ptr<DrawingObject> BuildText(const RenderOptions& options)
+{
+    const EncodedText encoded = EncodeLines(GatherLines(options));
+    SetProcessCodePage(encoded.codePage);
+    LoadFonts(FontProgress());  // after the code page is chosen, because they keep it
+    OrvFont* const font = ChooseFont(options.text.font);
+    CheckCharacters(*font, encoded.text);
+    return MakeTextNode(encoded.text, font, options.text);
+}
+
+/// A document with the text, then the imports.
+SceneDocument BuildScene(const RenderOptions& options, const Request& request)
+{
+    std::unique_ptr<DrawingObject> text = request.hasText ? BuildText(options) : nullptr;
+    SceneDocument document;
+    SetFirstLights(*document.scene);
+    if (text != nullptr)
+    {
+        DrawingObject& node = AddNode(*document.scene, std::move(text));
+        if (request.texture)
+        {
+            SetTexture(node, *request.texture);
+            document.view->SetShowTextures();
+        }
+    }
+    for (const Import& import : request.imports)
+    {
+        MeshOptions meshes = import.options;
+        meshes.warn = [&import](const std::string& damage) {
+            Say(import.file + ": only what is whole is drawn: " + damage);
+        };
+        AddImport(*document.scene, import.file, meshes);
+    }
+    SetBackground(*document.scene, request.background.value_or(BackgroundOptions()));
+    ChangeLights(*document.scene, options.scene->Lights());
+    if (options.outline)
+    {
+        SetDrawingMode(*document.view, DrawingMode::Outline);
+    }
+    FrameScene(*document.view, request.camera.value_or(CameraOptions()), request.settings.size);
+    return document;
+}
+
+/// Takes the camera of a view that was saved under a name (in UTF-8).
+void TakeSavedView(const SceneDocument& document, const std::string& name)
+{
+    ViewObject& view = *document.view;
+    if (view.RestoreSavedView(Utf8ToCodePage(name, document.codePage).text.c_str()))
+    {
+        view.SaveReferenceAspect();  // of the lens that the view has now
+        return;
+    }
+    const NamedViewList& views = *view.GetSavedViews();
+    std::string problem = "no view \"" + name + "\"; the scene has";
+    problem += views.IsEmpty() ? " none" : "";
+    for (POSITION position = views.GetHeadPosition(); position != nullptr;)
+    {
+        problem += "\n  " + ToUtf8(views.GetNext(position)->GetName());
+    }
+    throw Error(document.path, problem);
+}
+
+/// A document from a file, with the changes that are asked for. The picture gets the size that the
+/// document was framed for, unless a size is asked for.
+SceneDocument LoadScene(const RenderOptions& options, Request& request)
+{
+    SceneDocument document = SceneDocument::Load(options.sceneFile, FontProgress());
+    SceneObject& scene = *document.scene;
+    ViewObject& view = *document.view;
+    if (const std::optional<Size> framed = FramedSize(view))
+    {
+        // A view from a file does not know for which size it was framed.
+        view.SetUnscaledSize(framed->width, framed->height);
+        request.settings.size = options.picture.size.value_or(*framed);
+    }
+    if (!options.view.empty())
+    {
+        TakeSavedView(document, options.view);
+    }
+    if (request.background)
+    {
+        SetBackground(scene, *request.background);
+    }
+    ChangeLights(scene, options.scene->Lights());
+    if (options.outline)
+    {
+        SetDrawingMode(view, DrawingMode::Outline);
+    }
+    CheckPictures(scene);
+    scene.CalculateBounds();
+    if (request.camera)
+    {
+        FrameScene(view, *request.camera, request.settings.size);
+    }
+    return document;
+}
+
+void DrawDocument(const SceneDocument& document, PosterSettings settings, PosterTarget& target)
+{
+    static const Cancellation interruption;
+    SignalWhenInterrupted(EventOf(interruption));
+    settings.options.cancellation = interruption;
+    ProgressBar progress("Drawing");
+    settings.options.progress = [&progress](double share) { progress.Show(share); };
+    ViewObject view(*document.view);
+    SizeView(view, settings.size);
+    DrawPoster(view, settings, target);
+}
+
+void Render(const RenderOptions& options)
+{
+    // Errors of the command line come first, then whether the files can be made, because both are
+    // quick to find out.
+    Request request = CheckTogether(options);
+    const auto saved = options.save.empty() ? nullptr : std::make_unique<OutputFile>(options.save);
+    std::unique_ptr<PosterTarget> target;
+    if (options.output && options.sceneFile.empty())
+    {
+        target = MakeTarget(request.settings);
+    }
+    const SceneDocument document =
+        options.sceneFile.empty() ? BuildScene(options, request) : LoadScene(options, request);
+    if (options.output)
+    {
+        if (target == nullptr)
+        {
+            CheckPoster(request.settings);  // with the size that the scene has
+            target = MakeTarget(request.settings);
+        }
+        DrawDocument(document, request.settings, *target);
+    }
+    if (saved)
+    {
+        document.Save(*saved);
+    }
+}
+
+/// Adds options to the command.
+class Adder
+{
+public:
+    explicit Adder(CLI::App& command) : command_(command) {}
+
+    template <typename Value>
+    CLI::Option* operator()(const char* name, Value& value, const std::string& type,
+                            const std::string& description)
+    {
+        return command_.add_option(name, value, description)->option_text(type);
+    }
+
+    /// An option whose default is shown in the help text.
+    template <typename Enum>
+    CLI::Option* Choice(const char* name, Enum& value, const std::string& description)
+    {
+        const std::vector<std::string> names = NamesOf<Enum>();
+        return (*this)(name, value, Alternatives(names) + " [" + NameOf(value) + "]", description)
+            ->check(CLI::IsMember(names));
+    }
+    CLI::Option* Length(const char* name, double& value, double least, double most,
+                        const std::string& description)
+    {
+        return (*this)(name, value, "D [" + NumberText(value) + "]", description)
+            ->check(NumberBetween(least, most));
+    }
+    template <typename Value>
+    CLI::Option* Colour(const char* name, Value& value, const std::string& type,
+                        const std::string& description)
+    {
+        return (*this)(name, value, type, description)->check(ReadableBy(ParseColor));
+    }
+
+private:
+    CLI::App& command_;
+};
+
+void AddTexts(CLI::App& command, RenderOptions& options)
+{
+    const int most = CLI::detail::expected_max_vector_size;
+    // Where CLI11 allows extra arguments it reads "[a,b]" as a list, so all texts are expected
+    // ones. TextThatLooksLikeAnythingElseIsText is the test of this.
+    command
+        .add_option("TEXT", CLI::callback_t([&options](const CLI::results_t& texts) {
+                        options.texts = texts;
+                        return true;
+                    }),
+                    "Each argument is a line, in UTF-8; put -- before\nlines that begin with -")
+        ->expected(most, most)
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->option_text("...");
+}
+
+void AddPicture(Adder& add, RenderOptions& o)
+{
+    const std::string size =
+        std::to_string(defaultPictureSize.width) + "x" + std::to_string(defaultPictureSize.height);
+    PictureOptions& picture = o.picture;
+    add("-o,--output", o.output, "FILE",
+        "The picture, PNG or BMP by its name; - is PNG to\nstandard output");
+    add("--size", picture.size, "WxH [" + size + "]",
+        "Width and height in pixels, each at most " + std::to_string(largestPictureSide))
+        ->check(ReadableBy(ParseSize));
+    add("--dpi", picture.dotsPerInch, "N", "Dots per inch, for the picture's header")
+        ->check(IntegerBetween(1, 100000));
+    add("--bits", picture.bits, "8|16|24|32 [" + std::to_string(picture.bits) + "]",
+        "Bits per pixel of a BMP")
+        ->check(CLI::IsMember({"8", "16", "24", "32"}));
+    add("--samples", picture.samples, "N [" + std::to_string(picture.samples) + "]",
+        "Samples per pixel in each direction, 1 to 4;\n0 chooses by the size")
+        ->check(IntegerBetween(0, 4));
+}
+
+std::vector<CLI::Option*> AddLook(Adder& add, TextOptions& text)
+{
+    return {
+        add("--font", text.font, "NAME",
+            "Full name as \"orvane fonts\" lists it\n[DejaVu Sans Bold, else what there is]"),
+        add.Choice("--style", text.edgeStyle, "How the edges are cut"),
+        add.Length("--bevel", text.bevelWidth, 0, 100,
+                   "Width of bevels and roundings in ems; at most the\n"
+                   "depth, or half of it with bevels on both faces"),
+        add.Choice("--bevel-on", text.bevelSides, "Which faces have them"),
+        add.Length("--depth", text.depth, 0, 100, "Depth of the letters in ems"),
+        add.Choice("--align", text.alignment, "How lines stand to each other"),
+        add.Length("--char-spacing", text.characterSpacing, -100, 100,
+                   "More space between characters, in ems"),
+        add.Length("--line-spacing", text.lineSpacing, -100, 100,
+                   "More space between lines, in ems"),
+        add.Colour("--face-color", text.faceColor, "COLOR [" + ColorText(text.faceColor) + "]",
+                   "Front and back: a name (gold, navy, ...), #rgb,\n#rrggbb or #rrggbbaa"),
+        add.Colour("--edge-color", text.edgeColor, "COLOR", "Sides [darker than the face]"),
+        add.Colour("--bevel-color", text.bevelColor, "COLOR", "Bevels [lighter than the face]"),
+    };
+}
+
+}  // namespace
+
+void AddRenderCommand(CLI::App& app)
+{
+    CLI::App& command =
+        *app.add_subcommand("render", "Draw lines of text as solid letters, and meshes");
+    const auto options = std::make_shared<RenderOptions>();
+    RenderOptions& o = *options;
+    Adder add(command);
+    AddTexts(command, o);
+    std::vector<CLI::Option*> ofText = {
+        add("--text-file", o.textFile, "FILE", "More lines, in UTF-8, after those given as TEXT")};
+    AddPicture(add, o);
+    AddOutlinesOption(command);
+    add("--save", o.save, "FILE", "Keeps the scene and its view in a file (.orv)");
+    CLI::Option* const scene =
+        add("--scene", o.sceneFile, "FILE", "Draws such a file in place of a text");
+    CLI::Option* const view =
+        add("--view", o.view, "NAME", "Through a view that is saved in it")->needs(scene);
+    const std::vector<CLI::Option*> ofLook = AddLook(add, o.text);
+    command.add_flag("--outline", o.outline, "Wires in the face's colour, not solids");
+    o.imports = std::make_unique<ImportOptions>(command);
+    o.scene = std::make_unique<SceneOptions>(command);
+
+    ofText.insert(ofText.end(), ofLook.begin(), ofLook.end());
+    ofText.insert(ofText.end(), o.scene->ofTexture.begin(), o.scene->ofTexture.end());
+    for (CLI::Option* const option : ofText)
+    {
+        option->excludes(scene);
+    }
+    for (CLI::Option* const option : o.scene->ofCamera)
+    {
+        option->excludes(view);
+    }
+    command.callback([options] { Render(*options); });
+}

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/commands/SceneOptions.h"
+
+#include "apps/cli/Errors.h"
+#include "apps/cli/commands/OptionValues.h"
+#include "document/PictureFormat.h"
+#include "document/SceneLights.h"
+#include "geometry/ProjectionData.h"
+#include "orvane/orvane.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace orvane;
+
+namespace
+{
+
+bool IsPicture(const std::string& background)
+{
+    return HasExtension(background, ".bmp");
+}
+
+/// The lens whose field of view is the camera's default, in whole millimetres.
+long DefaultLensLength()
+{
+    ProjectionData projection;
+    projection.SetFieldOfViewAngle(CameraOptions().fieldOfView);
+    return std::lround(projection.GetLensLength());
+}
+
+}  // namespace
+
+SceneOptions::SceneOptions(CLI::App& command)
+{
+    AddBackground(command);
+    AddTexture(command);
+    AddLights(command);
+    AddCamera(command);
+}
+
+void SceneOptions::AddBackground(CLI::App& command)
+{
+    command
+        .add_option("--background", backgroundText_,
+                    "What is behind the text, a colour or a .bmp picture\n[" +
+                        ColorText(background_.color) + "]")
+        ->option_text("COLOR|FILE")
+        ->check(ReadableBy([](const std::string& text) {
+            if (!IsPicture(text))
+            {
+                ParseOpaqueColor(text);
+            }
+        }));
+    placement_ = command
+                     .add_option("--background-placement", background_.placement,
+                                 "How a picture lies there: stretch (from its place to\n"
+                                 "the far corner), tile, center [" +
+                                     NameOf(background_.placement) + "]")
+                     ->option_text("PLACE")
+                     ->check(CLI::IsMember(NamesOf<BackgroundPlacement>()));
+    place_ = command
+                 .add_option_function<std::string>(
+                     "--background-at",
+                     [this](const std::string& text) {
+                         const std::vector<double> at = ParsePair(text);
+                         background_.x = at[0];
+                         background_.y = at[1];
+                     },
+                     "The picture's place, in pixels [" + NumberText(background_.x) + "," +
+                         NumberText(background_.y) + "]")
+                 ->option_text("X,Y")
+                 ->check(ReadableBy(ParsePair));
+}
+
+void SceneOptions::AddTexture(CLI::App& command)
+{
+    ofTexture = {
+        command.add_option("--texture", texture_.file, "A .bmp picture laid on the letters")
+            ->option_text("FILE"),
+        command.add_option("--texture-quality", texture_.quality, "How its pixels are mixed")
+            ->option_text(Alternatives(NamesOf<TextureQuality>()) + " [" +
+                          NameOf(texture_.quality) + "]")
+            ->check(CLI::IsMember(NamesOf<TextureQuality>())),
+        command.add_option("--texture-repeat", texture_.repeat, "How often it lies across an em")
+            ->option_text("N [" + NumberText(texture_.repeat) + "]")
+            ->check(NumberBetween(0.001, 1000)),
+        command.add_flag("--texture-scales", texture_.scalesWithText,
+                         "It is scaled with the text instead of keeping its size"),
+    };
+}
+
+void SceneOptions::AddLights(CLI::App& command)
+{
+    command.add_option("--lights-follow", lights_.follow, "What the lights turn with")
+        ->option_text(Alternatives(NamesOf<LightsFollow>()) + " [" + NameOf(firstLightsFollow) +
+                      "]")
+        ->check(CLI::IsMember(NamesOf<LightsFollow>()));
+    command
+        .add_option("--ambient", lights_.ambient,
+                    "The light that comes from everywhere [" + ColorText(firstAmbientColor) + "]")
+        ->option_text("COLOR")
+        ->check(ReadableBy(ParseOpaqueColor));
+    command
+        .add_option("--light", lights_.changes,
+                    "Switches or colours a light, 0 to 7; may be repeated.\n"
+                    "1 and 7 are on, the others stand around the text")
+        ->option_text("INDEX,on|off[,COLOR]")
+        ->allow_extra_args(false)
+        ->check(ReadableBy(ParseLight));
+}
+
+void SceneOptions::AddCamera(CLI::App& command)
+{
+    const Vector3& turn = camera_.turn;
+    ofCamera = {
+        command
+            .add_option("--turn", camera_.turn, "Degrees about each axis: z first, then y, then x")
+            ->option_text("X,Y,Z [" + NumberText(turn.x) + "," + NumberText(turn.y) + "," +
+                          NumberText(turn.z) + "]")
+            ->check(ReadableBy(ParseAngles)),
+        command
+            .add_option("--lens", camera_.lensLength,
+                        "The camera's lens, for film of 35 mm [" +
+                            std::to_string(DefaultLensLength()) + "]")
+            ->option_text("MM")
+            ->check(NumberBetween(1, 10000)),
+        command
+            .add_option(
+                "--fov", camera_.fieldOfView,
+                "Its field of view instead, vertical [" + NumberText(camera_.fieldOfView) + "]")
+            ->option_text("DEG")
+            ->check(NumberBetween(0.1, 170)),
+        command.add_flag("--ortho", camera_.orthographic, "Without perspective"),
+    };
+    ofCamera[1]->excludes(ofCamera[2]);
+}
+
+std::optional<CameraOptions> SceneOptions::Camera() const
+{
+    const bool isGiven = std::any_of(ofCamera.begin(), ofCamera.end(),
+                                     [](const CLI::Option* option) { return option->count() > 0; });
+    return isGiven ? std::optional(camera_) : std::nullopt;
+}
+
+std::optional<BackgroundOptions> SceneOptions::Background() const
+{
+    const bool isPicture = backgroundText_ && IsPicture(*backgroundText_);
+    for (const CLI::Option* const option : {placement_, place_})
+    {
+        if (!isPicture && option->count() > 0)
+        {
+            throw UsageError(option->get_name() +
+                             ": only a picture has one: --background FILE.bmp");
+        }
+    }
+    if (!backgroundText_)
+    {
+        return std::nullopt;
+    }
+    BackgroundOptions options = background_;
+    if (isPicture)
+    {
+        options.file = *backgroundText_;
+    }
+    else
+    {
+        options.color = ParseOpaqueColor(*backgroundText_);
+    }
+    return options;
+}
+
+std::optional<TextureOptions> SceneOptions::Texture() const
+{
+    return texture_.file.empty() ? std::nullopt : std::optional(texture_);
+}

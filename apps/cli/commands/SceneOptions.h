@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "orvane/Options.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace CLI
+{
+class App;
+class Option;
+}  // namespace CLI
+
+/// The options about everything around a text: its texture, the background, the lights and the
+/// camera. An options structure has a value only if one of its options was given.
+class SceneOptions
+{
+public:
+    /// Adds the options to a command, which must live as long as this object.
+    explicit SceneOptions(CLI::App& command);
+    SceneOptions(const SceneOptions&) = delete;
+    SceneOptions& operator=(const SceneOptions&) = delete;
+
+    const orvane::LightOptions& Lights() const { return lights_; }
+    std::optional<orvane::CameraOptions> Camera() const;
+    /// Throws UsageError.
+    std::optional<orvane::BackgroundOptions> Background() const;
+    std::optional<orvane::TextureOptions> Texture() const;
+
+    std::vector<CLI::Option*> ofTexture;  ///< only for new scenes
+    std::vector<CLI::Option*> ofCamera;   ///< frame a scene anew
+
+private:
+    void AddBackground(CLI::App& command);
+    void AddTexture(CLI::App& command);
+    void AddLights(CLI::App& command);
+    void AddCamera(CLI::App& command);
+
+    orvane::LightOptions lights_;
+    orvane::CameraOptions camera_;
+    orvane::BackgroundOptions background_;
+    orvane::TextureOptions texture_;
+    std::optional<std::string> backgroundText_;  ///< a colour or the name of a file
+    CLI::Option* placement_ = nullptr;
+    CLI::Option* place_ = nullptr;
+};

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "material/ColorVector.h"
+#include "orvane/Options.h"
+#include "platform/Export.h"
+
+#include <string>
+
+namespace orvane
+{
+
+ORVANE_API ColorVector ToColorVector(const Color& color);
+ORVANE_API Color ToColor(const ColorVector& color);
+
+/// The colour as #rrggbb, or as #rrggbbaa when its alpha is below 1. Each part is rounded to the
+/// nearest of 256 steps.
+ORVANE_API std::string ColorText(const ColorVector& color);
+
+/// The same hue, darker or lighter: red, green and blue times \p factor, at most 1.
+ORVANE_API ColorVector Shade(const ColorVector& color, float factor);
+
+/// A colour between two others: \p a where \p share is 0, \p b where it is 1.
+ORVANE_API ColorVector Mix(const ColorVector& a, const ColorVector& b, float share);
+
+}  // namespace orvane

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// Pictures of documents: in files, and in the context of a host.
+
+#include "document/DocumentState.h"
+#include "document/DrawingModes.h"
+#include "document/KeptContext.h"
+#include "document/SceneFraming.h"
+#include "document/TextEncoding.h"
+#include "document/poster/PictureState.h"
+#include "document/poster/PosterTarget.h"
+#include "document/poster/PosterView.h"
+#include "orvane/orvane.h"
+#include "platform/OpenGL.h"
+#include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
+
+#include <algorithm>
+
+namespace orvane
+{
+
+void WritePicture(const Document& document, const std::string& path, const PictureOptions& options)
+{
+    const DocumentState& state = DocumentState::Of(document);
+    const Size size =
+        options.size ? *options.size : FramedSize(*state.scene.view).value_or(defaultPictureSize);
+    const PosterSettings settings(path, options, size);
+    CheckPoster(settings);
+    const std::unique_ptr<PosterTarget> target = MakeTarget(settings);
+    const CodePageScope scope(state.scene.codePage);
+    const KeptContext kept;
+    DrawPoster(*state.ViewFor(size), settings, *target);
+}
+
+void Draw(const Document& document, const DrawOptions& options)
+{
+    CheckCurrentContext();
+    const DocumentState& state = DocumentState::Of(document);
+    GLint viewport[4] = {};
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    const Size size = options.size.value_or(Size{viewport[2], viewport[3]});
+    CheckSize(size);
+    const CodePageScope scope(state.scene.codePage);
+    const AdoptedContext adopted(viewport[0] + size.width, viewport[1] + size.height);
+    const KeptState kept;
+
+    glViewport(viewport[0], viewport[1], size.width, size.height);
+    glScissor(viewport[0], viewport[1], size.width, size.height);
+    glEnable(GL_SCISSOR_TEST);  // clearing ignores the viewport
+    ResetHostState();
+    PrepareForPicture(WireWidth(size, DrawingModeOf(*state.scene.view)));
+    PosterView view(*state.ViewFor(size), 1);
+    PosterParameters parameters(view);
+    parameters.SetApplyProjection();
+    const int drawn = view.Draw(&parameters);
+    if (drawn == 0)
+    {
+        throw Error("OpenGL", "the scene could not be drawn whole");
+    }
+}
+
+}  // namespace orvane

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#include "orvane/Error.h"
+
+#include <utility>
+
+namespace orvane
+{
+
+Error::Error(const std::string& place, const std::string& problem) : Error(place, problem, "", "")
+{}
+
+Error::Error(const std::string& place, std::string found, std::string expected)
+    : Error(place, "found " + found + ", expected " + expected, found, expected)
+{}
+
+Error::Error(const std::string& place, const std::string& problem, std::string found,
+             std::string expected)
+    : std::runtime_error(place.empty() ? problem : place + ": " + problem),
+      place_(place),
+      problem_(problem),
+      found_(std::move(found)),
+      expected_(std::move(expected))
+{}
+
+Error::~Error() = default;
+
+OptionError::OptionError(const std::string& field, const std::string& problem)
+    : Error(field, problem)
+{}
+
+OptionError::OptionError(const std::string& field, const std::string& expected,
+                         const std::string& found)
+    : Error(field, expected + ", found " + found, found, expected)
+{}
+
+OptionError::~OptionError() = default;
+
+Cancelled::Cancelled(const std::string& place) : Error(place, "the drawing was cancelled") {}
+
+Cancelled::~Cancelled() = default;
+
+}  // namespace orvane

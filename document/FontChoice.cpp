@@ -1,0 +1,338 @@
+// SPDX-License-Identifier: MIT
+#include "document/FontChoice.h"
+
+#include "document/TextEncoding.h"
+#include "extrude/Library.h"
+#include "extrude/OrvFont.h"
+#include "extrude/OrvFontList.h"
+#include "host/CString.h"
+#include "host/CWnd.h"
+#include "orvane/orvane.h"
+#include "platform/CodePages.h"
+#include "platform/DeviceContexts.h"
+#include "platform/Fonts.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <numeric>
+#include <utility>
+
+namespace orvane
+{
+
+namespace
+{
+
+// Wide and heavy faces make the best solids. The first is in the packages that the library needs.
+constexpr std::array defaultFonts = {"DejaVu Sans Bold", "Liberation Sans Bold",
+                                     "DejaVu Serif Bold"};
+
+/// The code page that the registry's fonts were loaded in.
+UINT registryCodePage = 0;
+
+/// Hands the registry's status text on.
+class StatusLine : public CWnd
+{
+public:
+    explicit StatusLine(const std::function<void(const std::string&)>& progress)
+        : CWnd(reinterpret_cast<HWND>(1)), progress_(progress)
+    {}
+    void SetWindowText(LPCSTR text) override { progress_(ToUtf8(text)); }
+
+private:
+    const std::function<void(const std::string&)>& progress_;
+};
+
+/// A font that is selected into a device context for as long as this object lives.
+class SelectedFace
+{
+public:
+    explicit SelectedFace(OrvFont& font)
+        : dc_(CreateCompatibleDC(nullptr)),
+          face_(CreateFontIndirectA(&font.GetEnumLogFont()->elfLogFont)),
+          previous_(SelectObject(dc_, face_))
+    {}
+    ~SelectedFace()
+    {
+        SelectObject(dc_, previous_);
+        DeleteObject(face_);
+        DeleteDC(dc_);
+    }
+    SelectedFace(const SelectedFace&) = delete;
+    SelectedFace& operator=(const SelectedFace&) = delete;
+
+    HDC Dc() const { return dc_; }
+
+private:
+    HDC dc_;
+    HFONT face_;
+    HGDIOBJ previous_;
+};
+
+std::string PlaceOf(const std::string& fontName)
+{
+    return "font \"" + fontName + "\"";
+}
+
+Error Unreadable(const OrvFont& font)
+{
+    return Error(PlaceOf(ToUtf8(font.GetFullName())), "its file cannot be read");
+}
+
+/// The full name of a registered font in UTF-8.
+std::string RegisteredName(const OrvFont& font)
+{
+    return CodePageToUtf8(static_cast<LPCSTR>(font.GetFullName()), registryCodePage);
+}
+
+std::string Lower(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+/// The number of single-character changes that turn one text into the other.
+std::size_t Distance(const std::string& a, const std::string& b)
+{
+    std::vector<std::size_t> row(b.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < a.size(); ++i)
+    {
+        std::size_t diagonal = row[0];
+        row[0] = i + 1;
+        for (std::size_t j = 0; j < b.size(); ++j)
+        {
+            const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({row[j] + 1, row[j + 1] + 1, replaced});
+        }
+    }
+    return row.back();
+}
+
+/// Calls visit(font) for each registered font in the order of the names.
+template <typename Visit>
+void ForEachFont(Visit visit)
+{
+    const OrvFontList& fonts = *GetFontList();
+    for (POSITION position = fonts.GetHeadPosition(); position != nullptr;)
+    {
+        visit(*fonts.GetNext(position));
+    }
+}
+
+OrvFont* ChooseDefaultFont()
+{
+    const OrvFontList& fonts = *GetFontList();
+    for (const char* const wanted : defaultFonts)
+    {
+        if (const POSITION position = fonts.FindName(wanted))
+        {
+            return fonts.GetAt(position);
+        }
+    }
+    return fonts.GetHead();
+}
+
+/// What an enumeration looks for and, when it was there, the font that was made of it.
+struct FaceSearch
+{
+    std::string name;  ///< full, in the process's code page
+    std::unique_ptr<OrvFont> font;
+};
+
+int CALLBACK TakeWantedFace(const LOGFONTA* record, const TEXTMETRICA* metrics, DWORD, LPARAM data)
+{
+    auto& search = *reinterpret_cast<FaceSearch*>(data);  // NOLINT(performance-no-int-to-ptr)
+    auto font = std::make_unique<OrvFont>();
+    if (font->Create(reinterpret_cast<const ENUMLOGFONTA*>(record),
+                     reinterpret_cast<const NEWTEXTMETRICA*>(metrics)) != 0 &&
+        font->GetFullName() == search.name.c_str())
+    {
+        search.font = std::move(font);
+        return 0;
+    }
+    return 1;
+}
+
+FontInfo Describe(const OrvFont& font)
+{
+    const ENUMLOGFONTA& record = *font.GetEnumLogFont();
+    FontInfo info;
+    info.name = RegisteredName(font);
+    info.family = CodePageToUtf8(record.elfLogFont.lfFaceName, registryCodePage);
+    info.style = CodePageToUtf8(reinterpret_cast<const char*>(record.elfStyle), registryCodePage);
+    info.weight = static_cast<int>(record.elfLogFont.lfWeight);
+    info.italic = record.elfLogFont.lfItalic != 0;
+    return info;
+}
+
+}  // namespace
+
+void LoadFonts(const std::function<void(const std::string&)>& progress)
+{
+    if (!GetFontList()->IsEmpty())
+    {
+        registryCodePage = registryCodePage != 0 ? registryCodePage : GetACP();
+        return;
+    }
+    registryCodePage = GetACP();
+    StatusLine status(progress);
+    CreateFontList(progress ? 1 : 0, &status);
+}
+
+OrvFont* ChooseFont(const std::optional<std::string>& wantedName)
+{
+    if (GetFontList()->IsEmpty())
+    {
+        throw Error("fonts", "no TrueType font is installed (try the package fonts-dejavu-core)");
+    }
+    if (!wantedName)
+    {
+        return ChooseDefaultFont();
+    }
+    const std::string& name = *wantedName;
+    OrvFont* sameName = nullptr;
+    std::vector<std::string> names;
+    std::vector<OrvFont*> sameButForCase;
+    ForEachFont([&](OrvFont& font) {
+        names.push_back(RegisteredName(font));
+        if (names.back() == name)
+        {
+            sameName = &font;
+        }
+        if (Lower(names.back()) == Lower(name))
+        {
+            sameButForCase.push_back(&font);
+        }
+    });
+    if (sameName != nullptr || sameButForCase.size() == 1)
+    {
+        return sameName != nullptr ? sameName : sameButForCase.front();
+    }
+    std::string problem = "not installed; near names:";
+    for (const std::string& similar : SimilarNames(name, names, 5))
+    {
+        problem += "\n  " + similar;
+    }
+    throw Error(PlaceOf(name), problem);
+}
+
+OrvFont* FontForCodePage(OrvFont& font, UINT codePage)
+{
+    if (codePage == registryCodePage)
+    {
+        return &font;
+    }
+    // Never destroyed, because documents may use the fonts until the process ends.
+    static auto* const fonts = new std::map<std::pair<UINT, std::string>, std::unique_ptr<OrvFont>>;
+    const std::string name = RegisteredName(font);
+    std::unique_ptr<OrvFont>& known = (*fonts)[{codePage, name}];
+    if (known == nullptr)
+    {
+        const CodePageText encoded = Utf8ToCodePage(name, codePage);
+        FaceSearch search{encoded.text, nullptr};
+        if (encoded.Fits())
+        {
+            const CodePageScope scope(codePage);
+            const HDC dc = CreateCompatibleDC(nullptr);
+            EnumFontFamiliesA(dc, search.name.c_str(), TakeWantedFace,
+                              reinterpret_cast<LPARAM>(&search));
+            DeleteDC(dc);
+        }
+        if (search.font == nullptr)
+        {
+            throw Error(PlaceOf(name),
+                        "it cannot be used for texts of code page " + std::to_string(codePage));
+        }
+        known = std::move(search.font);
+    }
+    return known.get();
+}
+
+void CheckCharacters(OrvFont& font, const CString& text)
+{
+    if (text.IsEmpty())
+    {
+        return;
+    }
+    std::vector<WORD> glyphs(text.GetLength());
+    const DWORD known = GetGlyphIndicesA(SelectedFace(font).Dc(), text, text.GetLength(),
+                                         glyphs.data(), GGI_MARK_NONEXISTING_GLYPHS);
+    if (known == GDI_ERROR)
+    {
+        throw Unreadable(font);
+    }
+    int line = 1;
+    for (int i = 0; i < text.GetLength(); ++i)
+    {
+        line += text[i] == '\r' ? 1 : 0;
+        if (text[i] != '\r' && text[i] != '\n' && glyphs[i] == 0xFFFF)
+        {
+            const std::string character = CodePageToUtf8(std::string(1, text[i]), GetACP());
+            throw Error(
+                "text, line " + std::to_string(line),
+                "the font \"" + ToUtf8(font.GetFullName()) + "\" lacks " + Describe(character));
+        }
+    }
+}
+
+OUTLINECHECK CheckOutlines(OrvFont& font)
+{
+    OUTLINECHECK check = {};
+    if (!CheckFontOutlines(SelectedFace(font).Dc(), &check))
+    {
+        throw Unreadable(font);
+    }
+    return check;
+}
+
+std::vector<std::string> SimilarNames(const std::string& name,
+                                      const std::vector<std::string>& names, std::size_t most)
+{
+    std::vector<std::pair<std::size_t, std::string>> ranked;
+    const std::string wanted = Lower(name);
+    for (const std::string& candidate : names)
+    {
+        const std::string lower = Lower(candidate);
+        // A name that contains what was asked for is more similar than any misspelling.
+        const std::size_t found = lower.find(wanted);
+        ranked.emplace_back(found == std::string::npos ? 100 + Distance(wanted, lower) : found,
+                            candidate);
+    }
+    std::stable_sort(ranked.begin(), ranked.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<std::string> similar;
+    for (std::size_t i = 0; i < ranked.size() && i < most; ++i)
+    {
+        similar.push_back(ranked[i].second);
+    }
+    return similar;
+}
+
+std::vector<FontInfo> Fonts()
+{
+    LoadFonts();
+    std::vector<FontInfo> fonts;
+    ForEachFont([&fonts](const OrvFont& font) { fonts.push_back(Describe(font)); });
+    return fonts;
+}
+
+FontInfo DefaultFont()
+{
+    LoadFonts();
+    return Describe(*ChooseFont(std::nullopt));
+}
+
+FontInfo FindFont(const std::string& name)
+{
+    LoadFonts();
+    return Describe(*ChooseFont(name));
+}
+
+}  // namespace orvane

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Export.h"
+#include "platform/Types.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+class CString;
+class OrvFont;
+struct OUTLINECHECK;
+
+namespace orvane
+{
+
+/// Fills the registry of installed fonts, in the process's code page, unless it has fonts already.
+/// \param progress called with a line about each font that is added; may be empty
+ORVANE_API void LoadFonts(const std::function<void(const std::string& line)>& progress = {});
+
+/// The registered font of that full name (UTF-8); upper and lower case do not matter when only one
+/// font fits. No name gives the default font. Throws Error, which suggests similar names.
+ORVANE_API OrvFont* ChooseFont(const std::optional<std::string>& name);
+
+/// The same face for texts of a code page. A font keeps the letters that it has built by their
+/// codes, so texts of different code pages cannot share one. Throws Error when the name of the font
+/// cannot be written in the code page.
+/// \param font of the registry
+ORVANE_API OrvFont* FontForCodePage(OrvFont& font, UINT codePage);
+
+/// Throws Error, which names the first character of the text that the font lacks. The process's
+/// code page must be that of the text and the font.
+ORVANE_API void CheckCharacters(OrvFont& font, const CString& text);
+
+/// Counts what there is to repair in a font's outlines. Throws Error when its file cannot be read.
+ORVANE_API OUTLINECHECK CheckOutlines(OrvFont& font);
+
+/// Up to \p most of the names that are most similar to \p name, the most similar first.
+ORVANE_API std::vector<std::string> SimilarNames(const std::string& name,
+                                                 const std::vector<std::string>& names,
+                                                 std::size_t most);
+
+}  // namespace orvane

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "orvane/Options.h"
+#include "platform/Export.h"
+
+#include <string>
+
+class DrawingObject;
+class SceneObject;
+class ThreeDStudioObject;
+
+namespace orvane
+{
+
+/// Reads a 3D Studio file into a node. Throws Error when the file cannot be read or is of another
+/// kind.
+ORVANE_API void ImportMeshes(ThreeDStudioObject& node, const std::string& path);
+
+/// Adds the meshes of a 3D Studio file to a scene, sized, turned about their middle and placed.
+/// Throws Error also when there is no mesh in the file.
+ORVANE_API DrawingObject& AddImport(SceneObject& scene, const std::string& path,
+                                    const MeshOptions& options);
+
+}  // namespace orvane

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace orvane
+{
+
+/// Throws OptionError when a number is below \p least, above \p most, or not a number.
+/// \param field the name of the option's field
+void CheckRange(const char* field, double value, double least, double most);
+
+}  // namespace orvane

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Export.h"
+
+#include <cstddef>
+#include <cstdio>
+#include <string>
+
+namespace orvane
+{
+
+/// A file that appears under its name only when it is complete. It is written beside its place
+/// under another name (.orvane-NUMBER.part), and Commit renames it. An OutputFile that ends without
+/// Commit leaves what was there before.
+///
+/// The path "-" is standard output. A symbolic link stays, and the file that it leads to is
+/// replaced. A device or a pipe is written to directly.
+class ORVANE_API OutputFile
+{
+public:
+    /// Makes sure that the file can be made, and leaves nothing. Throws Error when it cannot.
+    explicit OutputFile(std::string path);
+    ~OutputFile();
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    /// Writes the next bytes. The first call makes the file. Throws Error.
+    void Write(const void* bytes, std::size_t count);
+
+    /// Instead of Write, for a caller that makes the file itself: the name under which it does so.
+    /// Throws Error for standard output, devices and pipes.
+    std::string OpenOutside();
+
+    /// Puts the file in its place. Throws Error.
+    void Commit();
+
+    /// Has a function called, in the whole process, with the name of each file that is begun, and
+    /// with null when it is complete or removed. A program uses it to remove an unfinished file
+    /// when it is interrupted. Null ends it.
+    static void WatchUnfinishedFiles(void (*watch)(const char* path));
+
+private:
+    enum class Kind
+    {
+        StandardOutput,
+        Device,  ///< or a pipe
+        Regular
+    };
+
+    void CheckTarget() const;
+    void Open();
+    void BeginTemporary();
+    void MoveIntoPlace();
+    [[noreturn]] void Fail(int error) const;
+
+    std::string path_;       ///< as the user names it
+    std::string target_;     ///< the path that symbolic links lead to
+    std::string temporary_;  ///< the name while the file is unfinished; empty before and after
+    Kind kind_ = Kind::Regular;
+    std::FILE* file_ = nullptr;  ///< owned, unless it is standard output
+};
+
+/// Writes a whole text to standard output. Throws Error when it cannot be written.
+ORVANE_API void WriteToStandardOutput(const std::string& text);
+
+}  // namespace orvane

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#include "document/SceneDocument.h"
+
+#include "document/FileErrors.h"
+#include "document/FontChoice.h"
+#include "document/OutputFile.h"
+#include "document/PictureFormat.h"
+#include "document/SceneFraming.h"
+#include "host/CArchive.h"
+#include "host/CFile.h"
+#include "imaging/TextureMapList.h"
+#include "platform/CodePages.h"
+#include "platform/Fonts.h"
+#include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace orvane
+{
+
+namespace
+{
+
+/// The code page in the last bytes of a file; the process's when they are no code page.
+UINT ReadCodePage(CFile& file)
+{
+    DWORD last = 0;
+    if (file.GetLength() >= sizeof last)
+    {
+        file.Seek(-static_cast<std::int64_t>(sizeof last), CFile::end);
+        file.Read(&last, sizeof last);
+        file.SeekToBegin();
+    }
+    const bool isOffered =
+        std::find(offeredCodePages.begin(), offeredCodePages.end(), last) != offeredCodePages.end();
+    return isOffered ? last : GetACP();
+}
+
+/// Throws Error for a file whose first two bytes are not those of every scene, the archive's mark
+/// of a new class. A file of one byte passes; the archive refuses it.
+void CheckMark(const std::string& path, CFile& file)
+{
+    constexpr WORD newClass = 0xFFFF;
+    WORD mark = newClass;
+    file.Read(&mark, sizeof mark);
+    file.SeekToBegin();
+    if (mark != newClass)
+    {
+        throw Error(path + ": byte 0", FileStart(file) + ", expected FF FF as scenes begin");
+    }
+}
+
+bool IsAtEnd(CArchive& archive, CFile& file)
+{
+    archive.Flush();  // sets the file back to the first byte that the archive has not given out
+    return file.GetPosition() == file.GetLength();
+}
+
+void ReadObjects(CArchive& archive, CFile& file, SceneDocument& document)
+{
+    document.scene.reset(
+        static_cast<SceneObject*>(archive.ReadNewObject(RUNTIME_CLASS(SceneObject))));
+    if (IsAtEnd(archive, file))
+    {
+        document.view->AttachScene(document.scene.get());
+        document.scene->CalculateBounds();
+        FrameScene(*document.view, CameraOptions(), defaultPictureSize);
+        return;
+    }
+    document.view.reset(static_cast<ViewObject*>(archive.ReadNewObject(RUNTIME_CLASS(ViewObject))));
+    document.view->AttachScene(document.scene.get());
+
+    DWORD codePage = 0;
+    const UINT count = archive.Read(&codePage, sizeof codePage);
+    BYTE more = 0;
+    if (count != 0 && (codePage != GetACP() || archive.Read(&more, sizeof more) != 0))
+    {
+        archive.Fail(CArchiveException::generic, "other bytes behind the view than a code page");
+    }
+}
+
+/// Has nodes that are loaded look through the pictures of a folder for textures that are gone, for
+/// as long as this object lives.
+class NearbyTextures
+{
+public:
+    explicit NearbyTextures(const std::filesystem::path& folder)
+    {
+        std::error_code ignored;
+        for (const auto& entry : std::filesystem::directory_iterator(folder, ignored))
+        {
+            if (HasExtension(entry.path(), ".bmp"))
+            {
+                textures_.push_back(std::make_unique<TextureMap>(entry.path().c_str()));
+                list_.AddTail(textures_.back().get());
+            }
+        }
+        DrawingObject::SetTextureList(&list_);
+    }
+    ~NearbyTextures() { DrawingObject::SetTextureList(nullptr); }
+    NearbyTextures(const NearbyTextures&) = delete;
+    NearbyTextures& operator=(const NearbyTextures&) = delete;
+
+private:
+    std::vector<std::unique_ptr<TextureMap>> textures_;
+    TextureMapList list_;
+};
+
+}  // namespace
+
+SceneDocument::SceneDocument()
+    : codePage(GetACP()),
+      scene(std::make_unique<SceneObject>()),
+      view(std::make_unique<ViewObject>())
+{
+    view->AttachScene(scene.get());
+}
+
+SceneDocument::~SceneDocument() = default;
+SceneDocument::SceneDocument(SceneDocument&& other) noexcept = default;
+SceneDocument& SceneDocument::operator=(SceneDocument&& other) noexcept = default;
+
+SceneDocument SceneDocument::Load(const std::string& path,
+                                  const std::function<void(const std::string&)>& progress)
+{
+    SceneDocument document;
+    document.path = path;
+    CFile file;
+    CFileException refused;
+    if (!file.Open(path.c_str(), CFile::modeRead, &refused))
+    {
+        throw FileError(path, path, refused);
+    }
+    document.bytes = file.GetLength();
+    CheckMark(path, file);
+    document.codePage = ReadCodePage(file);
+    SetProcessCodePage(document.codePage);
+    LoadFonts(progress);  // after the code page is chosen, because they keep it
+
+    std::error_code ignored;
+    const NearbyTextures textures(std::filesystem::absolute(path, ignored).parent_path());
+    CArchive archive(&file, CArchive::load);
+    archive.ObserveVersions([&document](const CRuntimeClass* recordClass, DWORD version) {
+        ++document.records[{recordClass->m_lpszClassName, version}];
+    });
+    try
+    {
+        ReadObjects(archive, file, document);
+    }
+    catch (const CException& error)
+    {
+        const std::string& knownName = file.GetFilePath().Text();
+        if (std::string_view(error.what()).starts_with(knownName + ": "))
+        {
+            throw FileError(path, knownName, error);
+        }
+        archive.Flush();  // sets the file back to the byte where reading stopped
+        throw FileError(path + ": byte " + std::to_string(file.GetPosition()), knownName, error);
+    }
+    return document;
+}
+
+std::string SceneDocument::Bytes() const
+{
+    CMemFile file;
+    CArchive archive(&file, CArchive::store);
+    archive.WriteObject(scene.get());
+    archive.WriteObject(view.get());
+    archive << DWORD{codePage};
+    archive.Close();
+    return {file.Bytes().begin(), file.Bytes().end()};
+}
+
+void SceneDocument::Save(OutputFile& file) const
+{
+    const std::string content = Bytes();
+    file.Write(content.data(), content.size());
+    file.Commit();
+}
+
+}  // namespace orvane

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Export.h"
+#include "platform/Types.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+
+class SceneObject;
+class ViewObject;
+
+namespace orvane
+{
+
+class OutputFile;
+
+/// A scene and the camera that looks at it, as a file (.orv) holds them.
+///
+/// The file is an archive: a reference to the SceneObject, a reference to the ViewObject, and a
+/// DWORD, the code page of the texts. Files without the DWORD are in the process's code page. A
+/// file that ends after the SceneObject is read, too; its view is then framed for a picture of
+/// defaultPictureSize.
+class ORVANE_API SceneDocument
+{
+public:
+    /// An empty scene and a new camera, for texts in the process's code page.
+    SceneDocument();
+    ~SceneDocument();
+    SceneDocument(SceneDocument&& other) noexcept;
+    SceneDocument& operator=(SceneDocument&& other) noexcept;
+
+    /// Reads a file. Makes its code page the process's and loads the fonts. A texture whose file is
+    /// gone is looked for by its name in the folder of the document; a node whose texture is not
+    /// there either loses it. Throws Error.
+    /// \param progress called with a line about each font that is loaded; may be empty
+    static SceneDocument Load(const std::string& path,
+                              const std::function<void(const std::string&)>& progress = {});
+
+    /// The bytes of the file.
+    std::string Bytes() const;
+    /// Writes the bytes and commits the file. Throws Error.
+    void Save(OutputFile& file) const;
+
+    std::string path;         ///< of the file that the document was loaded from, or empty
+    std::uint64_t bytes = 0;  ///< of that file
+    /// How many records of each class and version were read from that file, with the records of
+    /// base classes and member objects.
+    std::map<std::pair<std::string, DWORD>, int> records;
+    UINT codePage;  ///< of the texts and names in the scene
+    std::unique_ptr<SceneObject> scene;
+    std::unique_ptr<ViewObject> view;  ///< attached to the scene
+};
+
+}  // namespace orvane

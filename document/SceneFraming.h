@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "orvane/Options.h"
+#include "platform/Export.h"
+
+#include <memory>
+
+class DrawingObject;
+class SceneObject;
+class ViewObject;
+
+namespace orvane
+{
+
+/// Adds a node to a scene, in the place that the node has. The scene owns it then.
+ORVANE_API DrawingObject& AddNode(SceneObject& scene, std::unique_ptr<DrawingObject> node);
+
+/// Throws OptionError when a number of the options is out of its range.
+ORVANE_API void CheckCameraOptions(const CameraOptions& options);
+/// Throws OptionError when a side is not 1 to 100000 pixels.
+ORVANE_API void CheckSize(const Size& size);
+
+/// Points the camera at the scene, which then fills a picture of that size except for a margin.
+ORVANE_API void FrameScene(ViewObject& view, const CameraOptions& options, const Size& size);
+
+/// Gives a view the size of a picture. It goes on showing the same: a picture narrower than the
+/// framed one shows the same width of the scene, a wider one the same height.
+ORVANE_API void SizeView(ViewObject& view, const Size& size);
+
+/// The size of the picture that the view was framed for; nothing when it was never framed.
+ORVANE_API std::optional<Size> FramedSize(const ViewObject& view);
+
+}  // namespace orvane

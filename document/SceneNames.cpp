@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "document/SceneNames.h"
+
+#include "document/EnumNames.h"
+#include "document/TextEncoding.h"
+#include "import3ds/TriangularMeshObject.h"
+#include "scene/OrvString.h"
+
+#include <algorithm>
+
+namespace orvane
+{
+
+namespace
+{
+
+template <typename Enum>
+std::string NameOfInt(int number)
+{
+    return number < 0 ? std::to_string(number)
+                      : NameOfNumber<Enum>(static_cast<unsigned long>(number));
+}
+
+}  // namespace
+
+std::string PathText(const NodePath& path)
+{
+    std::string text;
+    for (const int index : path)
+    {
+        text += (text.empty() ? "" : ".") + std::to_string(index);
+    }
+    return text;
+}
+
+std::string NameOfNode(const DrawingObject& node)
+{
+    if (const auto* const text = dynamic_cast<const OrvString*>(&node))
+    {
+        return ToUtf8(*text->GetTextString());
+    }
+    if (const auto* const mesh = dynamic_cast<const TriangularMeshObject*>(&node))
+    {
+        return ToUtf8(mesh->name);
+    }
+    return {};
+}
+
+std::string StyleName(int bevelStyle)
+{
+    return NameOfInt<EdgeStyle>(bevelStyle);
+}
+
+std::string LocationName(int bevelLocation)
+{
+    return NameOfInt<BevelSides>(bevelLocation);
+}
+
+std::string SideName(int justification)
+{
+    return NameOfInt<Alignment>(justification);
+}
+
+std::string QualityName(unsigned long quality)
+{
+    return NameOfNumber<TextureQuality>(quality);
+}
+
+std::string PlacementName(unsigned long placement)
+{
+    constexpr auto center = static_cast<unsigned long>(BackgroundPlacement::Center);
+    return NameOfNumber<BackgroundPlacement>(std::min(placement, center));
+}
+
+std::string DrawingModeName(int index)
+{
+    return NameOfInt<DrawingMode>(index);
+}
+
+}  // namespace orvane

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Export.h"
+
+#include <string>
+#include <vector>
+
+class DrawingObject;
+
+namespace orvane
+{
+
+/// The way from the scene down to a node: the index of a child on each level.
+using NodePath = std::vector<int>;
+
+/// The path as "0.2.1".
+ORVANE_API std::string PathText(const NodePath& path);
+
+/// The characters of a text node or the name of a mesh, in UTF-8; empty for other nodes. The
+/// process's code page must be that of the text.
+ORVANE_API std::string NameOfNode(const DrawingObject& node);
+
+// Names of numbers that a scene's file may hold. A number without a name is named by its digits.
+
+ORVANE_API std::string StyleName(int bevelStyle);
+ORVANE_API std::string LocationName(int bevelLocation);
+ORVANE_API std::string SideName(int justification);
+ORVANE_API std::string QualityName(unsigned long quality);
+/// Every number that is not Stretch or Tile means Center.
+ORVANE_API std::string PlacementName(unsigned long placement);
+ORVANE_API std::string DrawingModeName(int index);
+
+}  // namespace orvane

@@ -1,0 +1,363 @@
+// SPDX-License-Identifier: MIT
+#include "document/ScenePick.h"
+
+#include "document/DrawingModes.h"
+#include "extrude/EdgeStyle.h"
+#include "extrude/OrvFont.h"
+#include "imaging/GLMemoryDIB.h"
+#include "import3ds/TriangularMeshObject.h"
+#include "platform/Errors.h"
+#include "platform/OpenGL.h"
+#include "scene/DrawingParameters.h"
+#include "scene/OrvFontString.h"
+#include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+
+namespace orvane
+{
+
+namespace
+{
+
+// The names that a drawing gives for picking. The children of a node are named by their indices.
+constexpr GLuint partNameCount = 3;    // of a character: 0 face, 1 edge, 2 bevel
+constexpr GLuint handleNameCount = 4;  // between the names of the scene's children and its lights
+
+constexpr std::size_t maxBufferSize = 1u << 26;  // names of all hits; takes 256 MiB
+
+/// OpenGL's record of one picked thing.
+struct SelectionHit
+{
+    std::vector<GLuint> names;  ///< from the scene downwards
+    GLuint depth;
+};
+
+/// Draws in selection mode, with a larger buffer each time, until the hits fit into it.
+std::vector<SelectionHit> CollectHits(const std::function<int()>& draw)
+{
+    std::vector<GLuint> buffer(1u << 14);
+    while (true)
+    {
+        while (glGetError() != GL_NO_ERROR)
+        {}
+        glSelectBuffer(static_cast<GLsizei>(buffer.size()), buffer.data());
+        glRenderMode(GL_SELECT);
+        glInitNames();
+        const int drawn = draw();
+        const GLenum error = glGetError();
+        const GLint count = glRenderMode(GL_RENDER);
+        if (drawn == 0 || error != GL_NO_ERROR)
+        {
+            throw Error("OpenGL", "the nodes nest too deep to be picked");
+        }
+        if (count < 0 && buffer.size() < maxBufferSize)
+        {
+            buffer.resize(buffer.size() * 4);
+            continue;
+        }
+        std::vector<SelectionHit> hits;
+        const GLuint* record = buffer.data();
+        for (GLint i = 0; i < count; ++i)
+        {
+            hits.push_back({{record + 3, record + 3 + record[0]}, record[1]});
+            record += 3 + record[0];
+        }
+        return hits;
+    }
+}
+
+/// A small square of a picture, in which OpenGL looks for things.
+class PickWindow
+{
+public:
+    /// \param steps the window's side is 1/steps of a pixel; the window lies around the pixel's
+    /// centre
+    /// \param wide whether the window is five times as large instead
+    PickWindow(ViewObject& view, int x, int y, int steps, bool wide) : view_(view)
+    {
+        // A sub-window of two by two steps, with the window in its middle.
+        lens_ = view.GetProjection();
+        lens_.SetScale(steps, steps);
+        lens_.SetViewSize(2, 2);
+        lens_.SetViewOffset((x + 0.5) * steps - 1, (y + 0.5) * steps - 1);
+        view.SetSelectionPoint({1, 1});
+
+        parameters_.SetFlags(view.GetDrawingMode());
+        parameters_.SetShowObject();
+        parameters_.SetShowChildren();
+        parameters_.SetApplyProjection();
+        parameters_.SetSelecting();
+        if (!wide)
+        {
+            parameters_.SetAccurateSelection();
+        }
+        parameters_.SetProjection(&lens_);
+    }
+
+    /// Finds everything in the scene that is in the window.
+    std::vector<SelectionHit> Pick()
+    {
+        return CollectHits([this] { return view_.Draw(&parameters_); });
+    }
+
+    /// Finds the characters of a text from \p first up to \p end that are in the window. The only
+    /// name of such a hit is that of the character's part.
+    /// \param way the nodes from the scene down to the text
+    std::vector<SelectionHit> Pick(const std::vector<const DrawingObject*>& way,
+                                   OrvFontString& text, std::size_t first, std::size_t end)
+    {
+        // This draw does nothing but set the projection.
+        parameters_.SetClearAndReturn();
+        view_.Draw(&parameters_);
+        parameters_.ClearClearAndReturn();
+        glLoadMatrixd(view_.GetCompositeMatrix());
+        for (const DrawingObject* const node : way)
+        {
+            glMultMatrixd(node->GetCompositeMatrix());
+        }
+        return CollectHits(
+            [&] { return text.GetFont()->DrawCharacters(&text, &parameters_, first, end); });
+    }
+
+private:
+    ViewObject& view_;
+    ProjectionData lens_;
+    DrawingParameters parameters_;
+};
+
+Error UnpickableNode(const DrawingObject& node, const NodePath& path, const std::string& reason)
+{
+    const std::string name = NameOfNode(node);
+    return Error("the scene cannot be picked",
+                 "node " + PathText(path) + ", " + node.GetRuntimeClass()->m_lpszClassName +
+                     (name.empty() ? name : " \"" + name + "\"") + ", " + reason);
+}
+
+bool DrawsSolids(const ViewObject& view)
+{
+    DrawingParameters parameters;
+    parameters.SetFlags(view.GetDrawingMode());
+    return parameters.IsRender() != 0;
+}
+
+/// Finds what the names of hits mean. The three parts of a text's characters have the same names as
+/// the text's first three children, and the names do not tell which character was hit.
+class PartFinder
+{
+public:
+    PartFinder(const ViewObject& view, PickWindow& window)
+        : scene_(*view.GetScene()), view_(view), window_(window)
+    {}
+
+    std::vector<PickedPart> Find()
+    {
+        for (const SelectionHit& hit : window_.Pick())
+        {
+            FollowNames(hit);
+        }
+        for (const TextHit& hit : texts_)
+        {
+            SplitCharacters(hit, 0, hit.text->GetTextString()->Text().size());
+        }
+        // Of two things at the same depth the one that is drawn first is in front, as in a picture.
+        std::stable_sort(found_.begin(), found_.end(),
+                         [](const auto& a, const auto& b) { return a.depth < b.depth; });
+        return found_;
+    }
+
+private:
+    /// A text that has something in the window.
+    struct TextHit
+    {
+        OrvFontString* text;
+        NodePath path;
+        std::vector<const DrawingObject*> way;  ///< the nodes from the scene down to the text
+    };
+
+    void Add(HitKind kind, const NodePath& path, GLuint index, LetterPart part, GLuint depth)
+    {
+        constexpr double largestDepth = 4294967295.0;
+        const double share = depth / largestDepth;
+        for (PickedPart& known : found_)
+        {
+            if (known.kind == kind && known.path == path &&
+                known.index == static_cast<int>(index) && known.part == part)
+            {
+                known.depth = std::min(known.depth, share);
+                return;
+            }
+        }
+        found_.push_back({kind, path, static_cast<int>(index), part, share});
+    }
+
+    void FollowNames(const SelectionHit& hit)
+    {
+        TextHit at{nullptr, {}, {&scene_}};
+        DrawingObject* node = &scene_;
+        for (std::size_t level = 0; level < hit.names.size(); ++level)
+        {
+            const GLuint name = hit.names[level];
+            const bool isLast = level + 1 == hit.names.size();
+            at.text = dynamic_cast<OrvFontString*>(node);
+            if (isLast && at.text != nullptr && name < partNameCount)
+            {
+                // A child may have the same name: ask the text whether it was hit.
+                NoteText(at);
+                if (name >= static_cast<GLuint>(node->GetChildCount()) || IsOfText(at, hit))
+                {
+                    return;
+                }
+            }
+            if (name < static_cast<GLuint>(node->GetChildCount()))
+            {
+                node = node->GetChildByIndex(static_cast<int>(name));
+                at.path.push_back(static_cast<int>(name));
+                at.way.push_back(node);
+            }
+            else if (node == &scene_)
+            {
+                FollowLight(name, hit.depth);
+                return;
+            }
+            else if (isLast && dynamic_cast<TriangularMeshObject*>(node) != nullptr)
+            {
+                Add(HitKind::Triangle, at.path, name, LetterPart::Face, hit.depth);
+                return;
+            }
+            else
+            {
+                throw UnpickableNode(*node, at.path, "has an edge style that is not known");
+            }
+        }
+        if (node != &scene_)
+        {
+            Add(HitKind::Node, at.path, 0, LetterPart::Face, hit.depth);
+        }
+    }
+
+    void FollowLight(GLuint name, GLuint depth)
+    {
+        // Picking always draws the lights, a picture draws them only when the view shows them.
+        const GLuint first = static_cast<GLuint>(scene_.GetChildCount()) + handleNameCount;
+        if (view_.ShouldShowLightsMode() && name >= first)
+        {
+            Add(HitKind::Light, {}, name - first, LetterPart::Face, depth);
+        }
+    }
+
+    void NoteText(const TextHit& hit)
+    {
+        const bool known = std::any_of(texts_.begin(), texts_.end(), [&hit](const TextHit& other) {
+            return other.text == hit.text;
+        });
+        if (!known && hit.text->GetFont() != nullptr)
+        {
+            texts_.push_back(hit);
+        }
+    }
+
+    /// Whether a hit is one of the text's own characters.
+    bool IsOfText(const TextHit& text, const SelectionHit& hit)
+    {
+        const std::size_t all = text.text->GetTextString()->Text().size();
+        const std::vector<SelectionHit> own = window_.Pick(text.way, *text.text, 0, all);
+        return std::any_of(own.begin(), own.end(), [&hit](const SelectionHit& each) {
+            return each.names.back() == hit.names.back() && each.depth == hit.depth;
+        });
+    }
+
+    /// Halves a range of characters until each hit belongs to a single character.
+    void SplitCharacters(const TextHit& hit, std::size_t first, std::size_t end)
+    {
+        const std::vector<SelectionHit> hits = window_.Pick(hit.way, *hit.text, first, end);
+        if (hits.empty())
+        {
+            return;
+        }
+        if (end - first > 1)
+        {
+            const std::size_t middle = first + (end - first) / 2;
+            SplitCharacters(hit, first, middle);
+            SplitCharacters(hit, middle, end);
+            return;
+        }
+        for (const SelectionHit& each : hits)
+        {
+            const LetterPart part = DrawsSolids(view_) ? static_cast<LetterPart>(each.names.back())
+                                                       : LetterPart::Outline;
+            Add(HitKind::Letter, hit.path, static_cast<GLuint>(first), part, each.depth);
+        }
+    }
+
+    SceneObject& scene_;
+    const ViewObject& view_;
+    PickWindow& window_;
+    std::vector<TextHit> texts_;
+    std::vector<PickedPart> found_;
+};
+
+/// Throws Error for a text with an unknown edge style, because drawing it leaves names behind that
+/// other nodes would be taken for.
+void CheckStyles(const DrawingObject& node, const NodePath& path)
+{
+    const auto* const text = dynamic_cast<const OrvString*>(&node);
+    if (text != nullptr && (text->GetBevelStyle() < 0 || text->GetBevelStyle() >= edgeStyleCount))
+    {
+        throw UnpickableNode(node, path,
+                             "has the edge style " + std::to_string(text->GetBevelStyle()) +
+                                 " where 0 to " + std::to_string(edgeStyleCount - 1) +
+                                 " are known");
+    }
+    for (int i = 0; i < node.GetChildCount(); ++i)
+    {
+        NodePath below = path;
+        below.push_back(i);
+        CheckStyles(*node.GetChildByIndex(i), below);
+    }
+}
+
+}  // namespace
+
+ScenePicker::ScenePicker(const ViewObject& view)
+    : view_(std::make_unique<ViewObject>(view)), target_(std::make_unique<GLMemoryDIB>())
+{
+    CheckStyles(*view_->GetScene(), {});
+
+    // Selection draws no pixels, so the bitmap can be small.
+    ProjectionData small;
+    small.SetUnscaledSize(2, 2);
+    if (!target_->Create(small, 24))
+    {
+        throw Error("OpenGL", "no off-screen context: " + GetLastErrorText());
+    }
+}
+
+ScenePicker::~ScenePicker() = default;
+
+std::vector<PickedPart> ScenePicker::Pick(int x, int y)
+{
+    struct Attempt
+    {
+        int steps;
+        bool wide;
+    };
+    constexpr int pointSteps = 64;  // 1/64 of a pixel is as good as a point
+    std::vector<Attempt> attempts = {{pointSteps, false}, {1, false}};
+    if (DrawingModeOf(*view_) == DrawingMode::Outline)
+    {
+        attempts.push_back({1, true});
+    }
+    std::vector<PickedPart> found;
+    for (std::size_t i = 0; i < attempts.size() && found.empty(); ++i)
+    {
+        PickWindow window(*view_, x, y, attempts[i].steps, attempts[i].wide);
+        found = PartFinder(*view_, window).Find();
+    }
+    return found;
+}
+
+}  // namespace orvane

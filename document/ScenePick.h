@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "document/SceneNames.h"
+#include "orvane/orvane.h"
+#include "platform/Export.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class GLMemoryDIB;
+class SceneObject;
+class ViewObject;
+
+namespace orvane
+{
+
+/// Something that lies under a pixel.
+struct PickedPart
+{
+    HitKind kind = HitKind::Node;
+    NodePath path;  ///< of the node; empty for a light
+    /// Of the character in the text's string, where a line end counts as two; or of the triangle in
+    /// the mesh; or of the light.
+    int index = 0;
+    LetterPart part = LetterPart::Face;  ///< of a letter
+    double depth = 0;  ///< of the nearest point: 0 at the near clipping plane, 1 at the far one
+
+    bool operator==(const PickedPart&) const = default;
+};
+
+/// Picks in pictures of one size. The scene must not change while this object lives.
+class ORVANE_API ScenePicker
+{
+public:
+    /// Throws Error when there is no OpenGL context or the scene cannot be picked. The context that
+    /// was current before is not current afterwards; see KeptContext.
+    /// \param view copied; attached to a scene, and of the size of the picture
+    explicit ScenePicker(const ViewObject& view);
+    ~ScenePicker();
+    ScenePicker(const ScenePicker&) = delete;
+    ScenePicker& operator=(const ScenePicker&) = delete;
+
+    /// What lies under a pixel, nearest first. The pixel's centre decides. If nothing lies there,
+    /// anything that touches the pixel is reported, and of outlines everything up to two pixels
+    /// away.
+    /// \param x, y from the left and the top, inside of the picture
+    std::vector<PickedPart> Pick(int x, int y);
+
+private:
+    std::unique_ptr<ViewObject> view_;
+    std::unique_ptr<GLMemoryDIB> target_;
+};
+
+}  // namespace orvane

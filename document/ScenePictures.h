@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "orvane/Options.h"
+#include "platform/Export.h"
+
+class DrawingObject;
+class SceneObject;
+
+namespace orvane
+{
+
+/// Lays a picture on a node. Throws Error when the file is no BMP picture.
+ORVANE_API void SetTexture(DrawingObject& node, const TextureOptions& options);
+
+/// Replaces what is behind a scene. Throws Error when the file is no BMP picture.
+ORVANE_API void SetBackground(SceneObject& scene, const BackgroundOptions& options);
+
+/// Throws Error when a picture that the scene shows cannot be read.
+ORVANE_API void CheckPictures(SceneObject& scene);
+
+}  // namespace orvane

@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+#include "document/TextEncoding.h"
+
+#include "orvane/Error.h"
+#include "platform/CodePages.h"
+#include "platform/Fonts.h"
+
+#include <utf8.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace orvane
+{
+
+namespace
+{
+
+std::string JoinLines(const std::vector<std::string>& lines, std::size_t count)
+{
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i)
+    {
+        text += i == 0 ? lines[i] : "\r\n" + lines[i];
+    }
+    return text;
+}
+
+/// The number, from 1, of the first line that does not fit into one code page with everything
+/// before it.
+std::size_t LineOfMisfit(const std::vector<std::string>& lines, const std::string& others)
+{
+    std::size_t fitting = 0;
+    std::size_t misfit = lines.size();
+    while (misfit - fitting > 1)
+    {
+        const std::size_t middle = (fitting + misfit) / 2;
+        const bool fits = FindCodePage(others + JoinLines(lines, middle)).codePage != 0;
+        (fits ? fitting : misfit) = middle;
+    }
+    return misfit;
+}
+
+}  // namespace
+
+std::vector<std::string> SplitLines(const std::string& text)
+{
+    std::vector<std::string> lines;
+    bool isOpen = false;  // whether the next character belongs to the last line
+    for (std::size_t i = 0; i < text.size(); ++i)
+    {
+        if (!isOpen)
+        {
+            lines.emplace_back();
+        }
+        isOpen = text[i] != '\n' && text[i] != '\r';
+        if (isOpen)
+        {
+            lines.back() += text[i] == '\t' ? "    " : std::string(1, text[i]);
+        }
+        else if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
+        {
+            ++i;
+        }
+    }
+    return lines;
+}
+
+std::vector<std::string> ReadLines(const std::string& path)
+{
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
+                                                               std::fclose);
+    std::string text;
+    char block[4096];
+    std::size_t count = 0;
+    while (file && (count = std::fread(block, 1, sizeof block, file.get())) > 0)
+    {
+        text.append(block, count);
+    }
+    if (!file || std::ferror(file.get()) != 0)
+    {
+        throw Error(path, std::strerror(errno));
+    }
+    if (utf8::starts_with_bom(text.begin(), text.end()))
+    {
+        text.erase(0, sizeof utf8::bom);
+    }
+    return SplitLines(text);
+}
+
+EncodedText EncodeLines(const std::vector<std::string>& lines, const std::string& others)
+{
+    const std::string text = others + JoinLines(lines, lines.size());
+    const CodePageChoice choice = FindCodePage(text);
+    if (choice.codePage == 0)
+    {
+        const std::string place = "text, line " + std::to_string(LineOfMisfit(lines, others));
+        if (choice.misfit == "\uFFFD")
+        {
+            throw Error(place, "bytes that are not UTF-8, or U+FFFD");
+        }
+        const bool fitsAlone = FindCodePage(choice.misfit).codePage != 0;
+        throw Error(
+            place, "no code page holds " + Describe(choice.misfit) +
+                       (fitsAlone ? " together with the characters before it" : "") +
+                       "; a text is western, central European, Baltic, Turkish, Cyrillic or Greek");
+    }
+    return {choice.codePage, EncodeLinesIn(lines, choice.codePage)};
+}
+
+CString EncodeLinesIn(const std::vector<std::string>& lines, UINT codePage)
+{
+    const std::string bytes = Utf8ToCodePage(JoinLines(lines, lines.size()), codePage).text;
+    return CString(bytes.data(), static_cast<int>(bytes.size()));
+}
+
+std::string ToUtf8(const char* text)
+{
+    return CodePageToUtf8(text, GetACP());
+}
+
+std::string Describe(const std::string& character)
+{
+    const std::uint32_t number =
+        character.empty() ? 0 : utf8::unchecked::peek_next(character.begin());
+    char code[16];
+    std::snprintf(code, sizeof code, "U+%04X", number);
+    const bool isVisible = number > 0x20 && (number < 0x7F || number > 0xA0);
+    return isVisible ? "\"" + character + "\" (" + code + ")" : code;
+}
+
+CodePageScope::CodePageScope(UINT codePage) : previous_(GetACP())
+{
+    SetProcessCodePage(codePage);
+}
+
+CodePageScope::~CodePageScope()
+{
+    SetProcessCodePage(previous_);
+}
+
+}  // namespace orvane

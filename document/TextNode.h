@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/CString.h"
+#include "orvane/Options.h"
+#include "platform/Export.h"
+
+#include <memory>
+
+class OrvFont;
+class OrvFontString;
+
+namespace orvane
+{
+
+/// Throws OptionError when a number of the options is out of its range.
+ORVANE_API void CheckTextOptions(const TextOptions& options);
+
+/// A text node that is ready to be drawn.
+/// \param text in the font's code page, its lines separated by CR LF
+/// \param options without the font and the texture, which are not looked at
+ORVANE_API std::unique_ptr<OrvFontString> MakeTextNode(const CString& text, OrvFont* font,
+                                                       const TextOptions& options);
+
+}  // namespace orvane

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "document/poster/PictureState.h"
+
+#include "platform/OpenGL.h"
+#include "platform/Rendering.h"
+
+#include <algorithm>
+
+namespace orvane
+{
+
+namespace
+{
+
+constexpr GLenum matrices[] = {GL_TEXTURE, GL_PROJECTION, GL_MODELVIEW};
+
+}  // namespace
+
+double WireWidth(const Size& size, DrawingMode mode)
+{
+    constexpr double wiresPerPicture = 480;  // so many wires side by side fill the shorter side
+    return mode == DrawingMode::Outline
+               ? std::max(1.0, std::min(size.width, size.height) / wiresPerPicture)
+               : 0;
+}
+
+void PrepareForPicture(double wireWidth)
+{
+    glEnable(GL_NORMALIZE);
+    CutQuadsAlike();  // or bands of a picture would differ where they meet
+    if (wireWidth > 0)
+    {
+        glLineWidth(static_cast<GLfloat>(wireWidth));
+    }
+}
+
+void ResetHostState()
+{
+    for (const GLenum capability : {GL_ALPHA_TEST,
+                                    GL_BLEND,
+                                    GL_COLOR_LOGIC_OP,
+                                    GL_COLOR_MATERIAL,
+                                    GL_FOG,
+                                    GL_LIGHTING,
+                                    GL_LINE_SMOOTH,
+                                    GL_LINE_STIPPLE,
+                                    GL_POLYGON_SMOOTH,
+                                    GL_POLYGON_STIPPLE,
+                                    GL_POLYGON_OFFSET_FILL,
+                                    GL_POLYGON_OFFSET_LINE,
+                                    GL_STENCIL_TEST,
+                                    GL_TEXTURE_1D,
+                                    GL_TEXTURE_2D,
+                                    GL_TEXTURE_GEN_S,
+                                    GL_TEXTURE_GEN_T,
+                                    GL_TEXTURE_GEN_R,
+                                    GL_TEXTURE_GEN_Q,
+                                    GL_CLIP_PLANE0,
+                                    GL_CLIP_PLANE1,
+                                    GL_CLIP_PLANE2,
+                                    GL_CLIP_PLANE3,
+                                    GL_CLIP_PLANE4,
+                                    GL_CLIP_PLANE5})
+    {
+        glDisable(capability);
+    }
+    glEnable(GL_DEPTH_TEST);
+    glEnable(GL_CULL_FACE);
+    glCullFace(GL_BACK);
+    glFrontFace(GL_CCW);
+    glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+    glDepthMask(GL_TRUE);
+    glDepthFunc(GL_LESS);
+    glDepthRange(0, 1);
+    glClearDepth(1);
+    glLineWidth(1);
+    for (const GLenum matrix : matrices)
+    {
+        glMatrixMode(matrix);
+        glLoadIdentity();
+    }
+}
+
+KeptState::KeptState()
+{
+    glPushAttrib(GL_ALL_ATTRIB_BITS);
+    glPushClientAttrib(GL_CLIENT_ALL_ATTRIB_BITS);
+    for (const GLenum matrix : matrices)
+    {
+        glMatrixMode(matrix);
+        glPushMatrix();
+    }
+}
+
+KeptState::~KeptState()
+{
+    for (const GLenum matrix : matrices)
+    {
+        glMatrixMode(matrix);
+        glPopMatrix();
+    }
+    glPopClientAttrib();
+    glPopAttrib();
+}
+
+}  // namespace orvane

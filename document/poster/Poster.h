@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "orvane/Options.h"
+#include "platform/Export.h"
+
+#include <string>
+
+class ViewObject;
+
+namespace orvane
+{
+
+class PosterTarget;
+
+/// A picture file to be made of a view: its name and size, and how it is drawn.
+struct ORVANE_API PosterSettings
+{
+    PosterSettings() = default;
+    PosterSettings(std::string outputPath, const PictureOptions& pictureOptions, const Size& size);
+
+    int Width() const { return size.width; }
+    int Height() const { return size.height; }
+
+    std::string output;  ///< a name that ends in .png or .bmp, or "-" for a PNG to standard output
+    Size size = defaultPictureSize;
+    PictureOptions options;  ///< without the size, which is not looked at
+};
+
+/// Checks everything that can be checked without a scene. Throws OptionError for values that make
+/// no sense, and Error for a BMP beyond the 4 GiB of its format, with the advice to write a PNG.
+ORVANE_API void CheckPoster(const PosterSettings& settings);
+
+/// Draws what the view shows, in the view's own drawing mode, into a target that was made for these
+/// settings. The picture appears when it is complete. It is drawn in bands, and memory does not
+/// grow with the picture. Neither the view nor its scene is changed.
+///
+/// Throws Error, and Cancelled when the drawing was cancelled. The OpenGL context that was current
+/// before is not current afterwards; see KeptContext.
+ORVANE_API void DrawPoster(const ViewObject& view, const PosterSettings& settings,
+                           PosterTarget& target);
+
+}  // namespace orvane

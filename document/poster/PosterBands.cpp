@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: MIT
+#include "document/poster/PosterBands.h"
+
+#include "document/BmpFile.h"
+#include "document/Cancellation.h"
+#include "document/DrawingModes.h"
+#include "document/poster/PictureState.h"
+#include "document/poster/PosterStrips.h"
+#include "orvane/Error.h"
+#include "platform/Errors.h"
+#include "platform/OpenGL.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace orvane
+{
+
+namespace
+{
+
+// Culling costs about as much as drawing a few bands, so it pays only from 64 bands on.
+constexpr int minBandsForParts = 64;
+
+int ChooseSamples(const PosterSettings& settings)
+{
+    if (settings.options.bits < 24)
+    {
+        return 1;  // these pictures are dithered, and averages would undo that
+    }
+    const double megapixels = 1e-6 * settings.Width() * settings.Height();
+    return settings.options.samples != 0 ? settings.options.samples
+           : megapixels <= 4             ? 4
+           : megapixels <= 32            ? 2
+                                         : 1;
+}
+
+/// Averages squares of samples by samples pixels, each pixel of so many bytes.
+template <int samples, int bytes>
+void AverageRow(const BYTE* in, std::size_t rowBytes, int width, BYTE* out)
+{
+    constexpr int area = samples * samples;
+    for (int x = 0; x < width; ++x, in += samples * bytes, out += bytes)
+    {
+        for (int part = 0; part < bytes; ++part)
+        {
+            int sum = area / 2;
+            for (int y = 0; y < samples; ++y)
+            {
+                const BYTE* const line = in + rowBytes * static_cast<std::size_t>(y) + part;
+                for (int i = 0; i < samples; ++i)
+                {
+                    sum += line[i * bytes];
+                }
+            }
+            out[part] = static_cast<BYTE>(sum / area);
+        }
+    }
+}
+
+using RowReducer = void (*)(const BYTE* in, std::size_t rowBytes, int width, BYTE* out);
+
+RowReducer ChooseReducer(int samples, int bytes)
+{
+    constexpr RowReducer three[] = {AverageRow<1, 3>, AverageRow<2, 3>, AverageRow<3, 3>,
+                                    AverageRow<4, 3>};
+    constexpr RowReducer four[] = {AverageRow<1, 4>, AverageRow<2, 4>, AverageRow<3, 4>,
+                                   AverageRow<4, 4>};
+    return bytes == 4 ? four[samples - 1] : three[samples - 1];
+}
+
+void CreateBitmap(GLMemoryDIB& dib, const ProjectionData& projection, int bits)
+{
+    if (!dib.Create(projection, bits))
+    {
+        throw Error("OpenGL", "no off-screen context: " + GetLastErrorText());
+    }
+}
+
+/// Makes the bitmap that bands are drawn into, and its context.
+BandLayout MakeBitmap(GLMemoryDIB& dib, const ProjectionData& projection, int bits, int samples,
+                      double wire)
+{
+    BandLayout layout{samples, 0};
+    if (wire > 0)
+    {
+        // OpenGL does not draw a wire whose middle lies outside of the bitmap, so the margin is
+        // half a wire.
+        layout.margin = static_cast<int>(std::ceil(wire / 2)) + 1;
+        constexpr int wideMargin = 8;
+        if (layout.margin > wideMargin)
+        {
+            dib.maximumBandWidth = 512;  // narrower bands may be higher, and waste less
+        }
+    }
+    // A band holds whole pixels of the picture. With dithering it holds whole patterns, which are
+    // four pixels wide, so that the pattern goes on in the next band.
+    const int unit = bits < 24 ? 4 : layout.samples;
+    dib.maximumBandWidth -= dib.maximumBandWidth % unit;
+    CreateBitmap(dib, projection, bits);
+    layout.height = static_cast<int>(dib.GetDIBHeight());
+    if (layout.height < projection.GetHeight() && layout.height % unit != 0)
+    {
+        dib.maximumBandHeight = layout.height - layout.height % unit;
+        CreateBitmap(dib, projection, bits);
+    }
+    layout.width = static_cast<int>(dib.GetDIBWidth());
+    layout.height = static_cast<int>(dib.GetDIBHeight());
+    return layout;
+}
+
+}  // namespace
+
+PosterBands::PosterBands(const ViewObject& view, const PosterSettings& settings)
+    : settings_(settings), view_(view, ChooseSamples(settings)), parameters_(view)
+{
+    const int samples = ChooseSamples(settings);
+    const double wire = WireWidth(settings.size, DrawingModeOf(view));
+    if (settings.options.cancellation)
+    {
+        parameters_.SetTerminationEvent(EventOf(*settings.options.cancellation));
+    }
+    ProjectionData projection = view.GetProjection();
+    projection.SetUnscaledSize(settings.Width(), settings.Height());
+    projection.SetScale(samples, samples);
+    layout_ = MakeBitmap(dib_, projection, settings.options.bits, samples, wire);
+    PrepareForPicture(samples * wire);
+    if (Rows() * Columns() >= minBandsForParts)
+    {
+        parts_.emplace(view_, WithEdge(projection), parameters_);
+    }
+}
+
+int PosterBands::Rows() const
+{
+    return (settings_.Height() + layout_.StepY() - 1) / layout_.StepY();
+}
+
+int PosterBands::Columns() const
+{
+    return (settings_.Width() + layout_.StepX() - 1) / layout_.StepX();
+}
+
+bool PosterBands::Draw(int row, int column)
+{
+    if (parts_)
+    {
+        parameters_.hidden = parts_->HiddenIn(AreaOf(row, column));
+        const bool showsNothing = static_cast<int>(parameters_.hidden.size()) == parts_->Count();
+        const bool isEmpty = showsNothing && IsBackgroundPlain();
+        if (isEmpty && isEmpty_)
+        {
+            return true;  // the bitmap still holds such a band
+        }
+        isEmpty_ = isEmpty;
+    }
+    const double top = row * layout_.StepY() - layout_.margin;
+    const double left = column * layout_.StepX() - layout_.margin;
+    dib_.PrepareNextBand(top * layout_.samples / layout_.height,
+                         left * layout_.samples / layout_.width, &parameters_);
+    // A background picture may leave parts uncovered, where an older band would show through.
+    const ColorVector color = view_.GetScene()->GetBackgroundColor();
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+    glClearColor(color.red, color.green, color.blue, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    // In a file of 32 bits the fourth byte of a pixel is 255, whatever is drawn.
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, settings_.options.bits != 32);
+    const int drawn = view_.Draw(&parameters_);
+    GdiFlush();
+    return drawn != 0;
+}
+
+void PosterBands::CopyTo(Strip& strip, int column) const
+{
+    const int left = column * layout_.StepX();
+    const int width = std::min(layout_.StepX(), settings_.Width() - left);
+    const BYTE* const bits = static_cast<const BYTE*>(dib_.GetDIBBits());
+    const int bitCount = Info().bmiHeader.biBitCount;
+    const std::size_t bytes = static_cast<std::size_t>(bitCount) / 8;
+    const std::size_t rowBytes = BmpFile::RowBytes(layout_.width, bitCount);
+    const RowReducer reduce = ChooseReducer(layout_.samples, static_cast<int>(bytes));
+    for (int y = 0; y < std::min(layout_.StepY(), strip.Height()); ++y)
+    {
+        const int lowest = layout_.height - (layout_.margin + y + 1) * layout_.samples;
+        const BYTE* const in = bits + rowBytes * static_cast<std::size_t>(lowest) +
+                               bytes * static_cast<std::size_t>(layout_.margin) *
+                                   static_cast<std::size_t>(layout_.samples);
+        BYTE* const out = strip.Row(y) + bytes * static_cast<std::size_t>(left);
+        if (layout_.samples == 1)
+        {
+            std::memcpy(out, in, bytes * static_cast<std::size_t>(width));
+        }
+        else
+        {
+            reduce(in, rowBytes, width, out);
+        }
+    }
+}
+
+/// Pixels of the picture around a band, or around the whole picture, whose nodes may reach into it.
+int PosterBands::Edge() const
+{
+    return layout_.margin + 1;
+}
+
+ProjectionData PosterBands::WithEdge(ProjectionData projection) const
+{
+    const int edge = Edge() * layout_.samples;
+    projection.SetViewSize(projection.GetWidth() + 2 * edge, projection.GetHeight() + 2 * edge);
+    projection.SetViewOffset(-edge, -edge);
+    return projection;
+}
+
+/// The area of a band with its edge, in the picture with its edge.
+PictureArea PosterBands::AreaOf(int row, int column) const
+{
+    const double width = settings_.Width() + 2 * Edge();
+    const double height = settings_.Height() + 2 * Edge();
+    const double left = column * layout_.StepX();
+    const double top = row * layout_.StepY();
+    return {left / width, 1 - (top + layout_.StepY() + 2 * Edge()) / height,
+            (left + layout_.StepX() + 2 * Edge()) / width, 1 - top / height};
+}
+
+/// Whether bands that show no nodes are all alike.
+bool PosterBands::IsBackgroundPlain() const
+{
+    return !parameters_.ShouldShowLights() &&
+           (view_.GetScene()->GetTexture()->textureFlags & TextureMap::Valid) == 0;
+}
+
+}  // namespace orvane

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "document/poster/Poster.h"
+#include "document/poster/PosterParts.h"
+#include "document/poster/PosterView.h"
+#include "imaging/GLMemoryDIB.h"
+
+#include <optional>
+
+namespace orvane
+{
+
+class Strip;
+
+/// How a picture is cut into bands. A band is drawn with samples by samples pixels for each pixel
+/// of the picture.
+struct BandLayout
+{
+    int samples = 1;
+    int margin = 0;  ///< pixels of the picture that are drawn around each band and thrown away
+    int width = 0;   ///< of the band's bitmap, in its own pixels
+    int height = 0;
+
+    /// What a band adds to the picture, in pixels of the picture.
+    int StepX() const { return width / samples - 2 * margin; }
+    int StepY() const { return height / samples - 2 * margin; }
+};
+
+/// Draws the bands of a picture into a bitmap, one after the other.
+class PosterBands
+{
+public:
+    /// Throws Error when there is no context to draw in.
+    PosterBands(const ViewObject& view, const PosterSettings& settings);
+
+    const BandLayout& Layout() const { return layout_; }
+    int Rows() const;
+    int Columns() const;
+    const BITMAPINFO& Info() const { return *dib_.GetDIBInfo(); }
+
+    /// Leaves a band in the bitmap. False when the scene could not be drawn completely.
+    bool Draw(int row, int column);
+    /// Copies the band that was drawn last, without its margin, to its place in a strip.
+    void CopyTo(Strip& strip, int column) const;
+
+private:
+    int Edge() const;
+    ProjectionData WithEdge(ProjectionData projection) const;
+    PictureArea AreaOf(int row, int column) const;
+    bool IsBackgroundPlain() const;
+
+    const PosterSettings& settings_;
+    PosterView view_;
+    PosterParameters parameters_;
+    GLMemoryDIB dib_;
+    BandLayout layout_;
+    std::optional<PosterParts> parts_;  ///< only for pictures of many bands
+    bool isEmpty_ = false;              ///< whether the bitmap holds a band of plain background
+};
+
+}  // namespace orvane

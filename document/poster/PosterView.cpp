@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "document/poster/PosterView.h"
+
+#include "imaging/TextureSettings.h"
+#include "platform/OpenGL.h"
+#include "scene/OrvString.h"
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+namespace orvane
+{
+
+namespace
+{
+
+bool HasTransparentText(const DrawingObject& node)
+{
+    const auto* const text = dynamic_cast<const OrvString*>(&node);
+    if (text != nullptr && text->IsTransparent())
+    {
+        return true;
+    }
+    for (int i = 0; i < node.GetChildCount(); ++i)
+    {
+        if (HasTransparentText(*node.GetChildByIndex(i)))
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+PosterParameters::PosterParameters(const ViewObject& view)
+{
+    SetFlags(view.GetDrawingMode());
+    SetShowObject();
+    SetShowChildren();
+    SetShowBackgroundTexture();
+    if (view.ShouldShowTextures())
+    {
+        SetShowTextures();
+    }
+    if (view.ShouldShowLightsMode())
+    {
+        SetShowLights();
+    }
+}
+
+bool PosterParameters::ShouldDraw(const DrawingObject& node) const
+{
+    return hidden.empty() || !std::binary_search(hidden.begin(), hidden.end(), &node,
+                                                 std::less<const DrawingObject*>());
+}
+
+PosterView::PosterView(const ViewObject& view, int samples)
+    : ViewObject(view), background_(*scene, 0), hasTransparentText_(HasTransparentText(*scene))
+{
+    TextureMap& picture = *background_.GetTexture();
+    if (picture.placement == static_cast<DWORD>(BackgroundPlacement::Stretch))
+    {
+        // The place of a stretched picture is in pixels of the drawing.
+        picture.SetHorizontalLocation(picture.GetHorizontalLocation() * samples);
+        picture.SetVerticalLocation(picture.GetVerticalLocation() * samples);
+    }
+}
+
+int PosterView::DrawObject(DrawingParameters* parameters)
+{
+    SceneObject* const shown = std::exchange(scene, &background_);
+    const int drawn = ViewObject::DrawObject(parameters);
+    scene = shown;
+    return drawn;
+}
+
+int PosterView::DrawChildren(DrawingParameters* parameters)
+{
+    if (!hasTransparentText_ || !parameters->IsRender())
+    {
+        return ViewObject::DrawChildren(parameters);
+    }
+    // Transparent surfaces leave no depth behind, so they would show through each other in the
+    // order of drawing. A first pass draws nothing but the depth of all of them, and then only the
+    // foremost ones pass the depth test.
+    GLboolean mask[4];
+    glGetBooleanv(GL_COLOR_WRITEMASK, mask);
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    PosterParameters depthOnly = static_cast<PosterParameters&>(*parameters);
+    depthOnly.ClearShowTextures();
+    depthOnly.ClearShowLights();
+    depthOnly.keepsTransparentDepth = true;
+    int drawn = ViewObject::DrawChildren(&depthOnly);
+    glColorMask(mask[0], mask[1], mask[2], mask[3]);
+    glDepthMask(GL_TRUE);
+    GLint function = GL_LESS;
+    glGetIntegerv(GL_DEPTH_FUNC, &function);
+    glDepthFunc(GL_LEQUAL);
+    drawn = drawn != 0 ? ViewObject::DrawChildren(parameters) : 0;
+    glDepthFunc(static_cast<GLenum>(function));
+    return drawn;
+}
+
+}  // namespace orvane

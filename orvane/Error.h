@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Export.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace orvane
+{
+
+/// Something could not be done. what() is "PLACE: PROBLEM", as in
+/// "word.orv: byte 0: found 54 68, expected FF FF as scenes begin".
+class ORVANE_API Error : public std::runtime_error
+{
+public:
+    Error(const std::string& place, const std::string& problem);
+    /// The problem is then "found FOUND, expected EXPECTED".
+    Error(const std::string& place, std::string found, std::string expected);
+    ~Error() override;
+    Error(const Error&) = default;
+    Error& operator=(const Error&) = default;
+
+    /// What the problem is about: a file, with the byte when it is known; a font, a line of a text,
+    /// or OpenGL.
+    const std::string& Place() const { return place_; }
+    const std::string& Problem() const { return problem_; }
+    /// What is there; empty when the problem is not a difference between two things.
+    const std::string& Found() const { return found_; }
+    /// What should be there; empty when Found is.
+    const std::string& Expected() const { return expected_; }
+
+protected:
+    /// For derived classes that word the problem themselves.
+    Error(const std::string& place, const std::string& problem, std::string found,
+          std::string expected);
+
+private:
+    std::string place_;
+    std::string problem_;
+    std::string found_;
+    std::string expected_;
+};
+
+/// A field of an option structure has a value that makes no sense. Place() is the name of the
+/// field, and what() is as "samples: 1 to 4, found 9".
+class ORVANE_API OptionError : public Error
+{
+public:
+    OptionError(const std::string& field, const std::string& problem);
+    OptionError(const std::string& field, const std::string& expected, const std::string& found);
+    ~OptionError() override;
+    OptionError(const OptionError&) = default;
+    OptionError& operator=(const OptionError&) = default;
+};
+
+/// A drawing was stopped through its Cancellation before it was complete.
+class ORVANE_API Cancelled : public Error
+{
+public:
+    explicit Cancelled(const std::string& place);
+    ~Cancelled() override;
+    Cancelled(const Cancelled&) = default;
+    Cancelled& operator=(const Cancelled&) = default;
+};
+
+}  // namespace orvane

@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Solid text and meshes in three dimensions, as documents: build one, save it, open it again,
+/// write a picture of it, draw it into a window, and find out what is under a pixel.
+///
+///     orvane::Document document;
+///     document.AddText("Hello");
+///     orvane::WritePicture(document, "hello.png");
+///
+/// Strings are UTF-8. A failed call throws an Error and leaves the document as it was. A document
+/// and its nodes are used by one thread at a time, and only one thread at a time may use documents
+/// that have texts, because texts share their fonts. This header adds no names outside of the
+/// namespace `orvane` but the macros that begin with ORVANE_.
+
+#include "orvane/Error.h"
+#include "orvane/Options.h"
+#include "orvane/version.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orvane
+{
+
+struct DocumentState;
+
+enum class NodeKind
+{
+    Text,
+    Mesh,
+    Group,  ///< draws nothing of its own, but has children: an imported file, for example
+    Other
+};
+
+/// A box with edges along the axes.
+struct Box
+{
+    Vector3 minimum;
+    Vector3 maximum;
+};
+
+/// Names a node of a document: a text, a mesh or a group of nodes. Handles can be copied freely. A
+/// handle does not keep its node: when the node has been removed or the document has ended,
+/// IsValid() is false and every other call throws an Error.
+class ORVANE_API Node
+{
+public:
+    /// A handle of no node.
+    Node();
+    ~Node();
+    Node(const Node&);
+    Node& operator=(const Node&);
+
+    bool IsValid() const;
+    NodeKind Kind() const;
+    /// The characters of a text, whose lines end with "\n"; empty for other nodes.
+    std::string Text() const;
+    /// The name that a mesh has in its file; empty for other nodes.
+    std::string Name() const;
+    /// The way from the scene down to the node: the index of a child on each level. The tool writes
+    /// it as "0.2.1".
+    std::vector<int> Path() const;
+    std::vector<Node> Children() const;
+
+    /// In the coordinates of the node's parent.
+    Box Bounds() const;
+    /// The middle of the bounds.
+    Vector3 Position() const;
+    /// Moves the middle of the bounds to a place.
+    void MoveTo(const Vector3& place);
+    void Move(const Vector3& by);
+    /// Turns the node about the middle of its bounds, right-handed. The axis is in the coordinates
+    /// of the node's parent.
+    void Turn(double degrees, const Vector3& axis);
+    /// Scales the node about the middle of its bounds. A factor of 0 is an Error.
+    void Scale(double factor);
+    /// Takes the node out of its document and deletes it, with all nodes below it.
+    void Remove();
+
+    ORVANE_API friend bool operator==(const Node& a, const Node& b);
+    ORVANE_API friend bool operator!=(const Node& a, const Node& b);
+
+private:
+    friend class Document;
+    friend struct DocumentState;
+
+    Node(const std::shared_ptr<DocumentState>& state, unsigned number);
+
+    std::weak_ptr<DocumentState> state_;
+    unsigned number_ = 0;  ///< of the node in the document's list of handles
+};
+
+enum class HitKind
+{
+    Letter,
+    Triangle,  ///< of a mesh
+    Node,      ///< a node with nothing to tell apart in it, such as a box
+    Light      ///< drawn only when the document shows its lights
+};
+
+enum class LetterPart
+{
+    Face,
+    Edge,
+    Bevel,
+    Outline  ///< when the document is drawn as outlines
+};
+
+/// Something that lies under a pixel.
+struct Hit
+{
+    HitKind kind = HitKind::Node;
+    Node node;  ///< without a node for a light
+    /// Of the letter in Text(), counted in characters; or of the triangle in the mesh; or of the
+    /// light.
+    int index = 0;
+    std::string letter;  ///< the character itself
+    LetterPart part = LetterPart::Face;
+    double depth = 0;  ///< of the nearest point: 0 at the near clipping plane, 1 at the far one
+};
+
+/// A scene of texts and meshes with its lights, its background and its camera.
+///
+/// A new document is empty, with the lights and the background of the default options. The camera
+/// of a document that was never framed is placed for each picture so that everything is seen;
+/// Frame() places it once and for all.
+class ORVANE_API Document
+{
+public:
+    Document();
+    ~Document();
+    Document(Document&& other) noexcept;
+    Document& operator=(Document&& other) noexcept;
+
+    /// Reads a scene file (.orv). Textures whose files are gone are looked for by their names in
+    /// the folder of the scene file; a node whose texture is not there either loses it.
+    static Document Open(const std::string& path);
+    /// Writes a scene file, which appears under its name only when it is complete.
+    void Save(const std::string& path);
+    /// The file that the document was read from or saved to last; empty when there is none.
+    const std::string& Path() const;
+
+    /// Adds lines of text, which are separated by "\n", "\r\n" or "\r". A tab becomes four spaces.
+    /// The text stands around the origin.
+    ///
+    /// All texts of a document together must fit into one of six code pages: western, central
+    /// European, Baltic, Turkish, Cyrillic or Greek. The font must have all characters.
+    Node AddText(const std::string& text, const TextOptions& options = {});
+    /// Adds the meshes of a 3D Studio file (.3ds) with their materials.
+    Node AddMesh(const std::string& path, const MeshOptions& options = {});
+    /// The nodes that stand directly in the scene.
+    std::vector<Node> Nodes() const;
+
+    void SetBackground(const BackgroundOptions& options);
+    void ChangeLights(const LightOptions& options);
+    DrawingMode GetDrawingMode() const;
+    void SetDrawingMode(DrawingMode mode);
+
+    /// Points the camera at the scene, which then fills a picture of that size, in its middle, with
+    /// a margin of 8 % on the sides that it reaches. Without anything to see the camera is turned
+    /// but keeps its place.
+    void Frame(const Size& size, const CameraOptions& options = {});
+    /// The picture's size when the document was framed; without a value when it never was.
+    std::optional<Size> FramedSize() const;
+
+    /// Keeps the camera under a name, in place of an older view of that name. The file holds the
+    /// views.
+    void SaveView(const std::string& name);
+    void RestoreView(const std::string& name);
+    void DeleteView(const std::string& name);
+    std::vector<std::string> ViewNames() const;
+
+    /// What lies under a pixel of a picture of that size, nearest first. The pixel's centre
+    /// decides; when nothing lies there, anything that touches the pixel is reported. Outlines are
+    /// found up to two pixels away. The host's OpenGL context is current again afterwards.
+    /// \param x, y from the left and the top, where the first pixel is 0, 0
+    std::vector<Hit> Pick(const Size& size, int x, int y) const;
+
+private:
+    friend struct DocumentState;
+
+    explicit Document(std::shared_ptr<DocumentState> state);
+
+    std::shared_ptr<DocumentState> state_;
+};
+
+/// Writes a picture of a document, PNG or BMP by the ending of the name. The file appears under its
+/// name only when it is complete. Memory does not grow with the size of the picture. No window is
+/// needed; the host's OpenGL context is current again afterwards.
+ORVANE_API void WritePicture(const Document& document, const std::string& path,
+                             const PictureOptions& options = {});
+
+/// Draws a document into the viewport of the current OpenGL context, which must have the
+/// compatibility profile and a depth buffer. Colours and depths in the viewport are replaced;
+/// OpenGL's state is afterwards as it was before. Without a context, or with one that cannot draw
+/// letters, it throws an Error.
+ORVANE_API void Draw(const Document& document, const DrawOptions& options = {});
+
+/// An installed font that letters can be made of.
+struct FontInfo
+{
+    std::string name;  ///< the full name, as TextOptions::font takes it
+    std::string family;
+    std::string style;
+    int weight = 0;  ///< 400 regular, 700 bold
+    bool italic = false;
+};
+
+/// All of them, in the order of their names.
+ORVANE_API std::vector<FontInfo> Fonts();
+
+/// The font of a full name. Upper and lower case do not matter when only one font fits. An Error
+/// for an unknown name suggests similar ones.
+ORVANE_API FontInfo FindFont(const std::string& name);
+
+/// The font of a text that names none: DejaVu Sans Bold, else Liberation Sans Bold, else DejaVu
+/// Serif Bold, else the first installed font.
+ORVANE_API FontInfo DefaultFont();
+
+/// A colour as people write it: a name (navy, gold and others), #rgb, #rrggbb or #rrggbbaa.
+ORVANE_API Color ParseColor(const std::string& text);
+
+/// The colour as #rrggbb, or as #rrggbbaa when it is transparent.
+ORVANE_API std::string ColorText(const Color& color);
+
+}  // namespace orvane
