@@ -3,7 +3,12 @@
 # not listed is internal. tools/check-tree compares the list with what the two include.
 
 set(ORVANE_PUBLIC_HEADERS
+  orvane/Error.h
+  orvane/Options.h
+  orvane/classes.h
+  orvane/orvane.h
   orvane/version.h
+  document/DocumentAccess.h
   platform/Bitmaps.h
   platform/CodePages.h
   platform/DeviceContexts.h
@@ -15,6 +20,7 @@ set(ORVANE_PUBLIC_HEADERS
   platform/Messages.h
   platform/OpenGL.h
   platform/Rendering.h
+  platform/Storage.h
   platform/Sync.h
   platform/Truncate.h
   platform/Types.h
@@ -73,12 +79,14 @@ set(ORVANE_PUBLIC_HEADERS
   imaging/TextureMapArray.h
   imaging/TextureMapList.h
   imaging/TextureSettings.h
+  extrude/EdgeStyle.h
   extrude/ExtrusionData.h
   extrude/Library.h
   extrude/OrvFont.h
   extrude/OrvFontList.h
   extrude/OrvGlyph.h
   extrude/OrvGlyphArray.h
+  extrude/VertexPoints.h
   scene/CPlexStr.h
   scene/DrawingObject.h
   scene/DrawingObjectList.h

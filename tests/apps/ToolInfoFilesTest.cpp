@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Files as `orvane info` sees them: the versions of their records, files that are not scenes,
 // damaged files.
-#include "apps/cli/Errors.h"
 #include "apps/cli/info/SceneInfo.h"
 #include "extrude/Library.h"
 #include "import3ds/ThreeDStudioObject.h"
 #include "import3ds/TriangularMeshObject.h"
+#include "orvane/Error.h"
 #include "platform/Fonts.h"
 #include "tests/support/PrivateFonts.h"
 #include "tests/support/SavedScene.h"
@@ -188,7 +188,7 @@ TEST_F(ToolInfoFiles, TwoThousandDamagedFilesAreDescribedOrRefused)
             EXPECT_FALSE(TellScene(path, false).empty());
             ++told;
         }
-        catch (const Failure& failure)
+        catch (const orvane::Error& failure)
         {
             EXPECT_EQ(std::string(failure.what()).rfind(path + ": byte ", 0), 0u) << failure.what();
             ++refused;
