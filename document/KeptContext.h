@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/HostContext.h"
 #include "platform/Rendering.h"
 
 namespace orvane
@@ -17,6 +18,7 @@ public:
     KeptContext& operator=(const KeptContext&) = delete;
 
 private:
+    HostContextPause pause_;
     bool isAdopted_ = false;  ///< whether the context is a host's, and not one of the library's
     HDC dc_;
     HGLRC context_;
