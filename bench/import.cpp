@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
-// orvane_import READER FILE: imports a 3D Studio file once and prints the milliseconds, by how many
-// KiB the process's own memory grew at most, how many KiB of program code and tables were mapped in
-// on the way, and how many KiB are held at the end: by the arrays, and by the nodes. READER is
-// orvane, assimp, lib3ds, or bytes, which reads the file and does nothing with it. Status 3 for a
-// reader that this program was built without.
+// orvane_import READER FILE: imports a 3D Studio file once and prints five numbers:
+//   - the milliseconds that the import took
+//   - the KiB by which the process's own memory grew at most
+//   - the KiB of program code and tables that were mapped in meanwhile
+//   - the KiB in vertices, faces and normals at the end
+//   - the KiB in mesh nodes at the end
+// READER is orvane, assimp, lib3ds, or bytes, which reads the file and does nothing with it. The
+// exit status is 3 if the program was built without the reader.
 
 #include "bench/Summary.h"
 #include "import3ds/ThreeDStudioObject.h"
@@ -18,7 +21,7 @@
 namespace
 {
 
-/// A line of the process's own account of its memory, in KiB; 0 where the system keeps none.
+/// A value of /proc/self/status in KiB, such as "VmRSS:"; 0 on a system without that file.
 long MemoryKiB(const std::string& line)
 {
     std::ifstream status("/proc/self/status");
@@ -95,7 +98,7 @@ int main(int argc, char** argv)
             Require(file != nullptr);
             for (Lib3dsMesh* mesh = file->meshes; mesh != nullptr; mesh = mesh->next)
             {
-                // One for each corner; kept, as a program that draws would.
+                // A normal for each corner. They are kept, as a program that draws would keep them.
                 normals.push_back(std::make_unique_for_overwrite<float[]>(9 * mesh->faces));
                 lib3ds_mesh_calculate_normals(
                     mesh, reinterpret_cast<Lib3dsVector*>(normals.back().get()));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Any bytes as a 3D Studio file.
+// Imports any bytes as a 3D Studio file, and writes the meshes as text.
 #include "fuzz/InputFile.h"
 #include "orvane.h"
 

@@ -30,7 +30,7 @@ TEST_F(ChunksInMemory, AFreshChunkHasItsFileAndZeros)
     static_assert(std::has_virtual_destructor_v<Chunk3DS>);
 }
 
-TEST_F(ChunksInMemory, InitializeReadsIdAndLengthAndStandsBehindThem)
+TEST_F(ChunksInMemory, InitializeReadsTheIdAndTheLengthAndStopsBehindThem)
 {
     Fill(RecordBytes().Raw("abc", 3).Word(0x4D4D).Dword(20).Dword(0));
     file.Seek(3, CFile::begin);
@@ -43,7 +43,7 @@ TEST_F(ChunksInMemory, InitializeReadsIdAndLengthAndStandsBehindThem)
     EXPECT_EQ(file.GetPosition(), 9u);
 }
 
-TEST_F(ChunksInMemory, FinalizeSeeksToTheEndAlsoBehindTheFile)
+TEST_F(ChunksInMemory, FinalizeSeeksToTheEndOfTheChunkEvenPastTheEndOfTheFile)
 {
     Fill(RecordBytes().Word(0x4D4D).Dword(200).Dword(0));
     Chunk3DS chunk(&file);
@@ -71,14 +71,14 @@ TEST_F(ChunksInMemory, CopiesHaveEveryField)
     }
 }
 
-TEST(Chunk3DS, WithoutAFileNothingCanBeDone)
+TEST(Chunk3DS, WithoutAFileBothOperationsReturn0)
 {
     Chunk3DS chunk(nullptr);
     EXPECT_EQ(chunk.Initialize(), 0);
     EXPECT_EQ(chunk.Finalize(), 0);
 }
 
-TEST(Chunk3DS, AFileThatIsNotOpenIsRefused)
+TEST(Chunk3DS, WithAClosedFileBothOperationsReturn0)
 {
     CFile closed;
     Chunk3DS chunk(&closed);
@@ -86,7 +86,7 @@ TEST(Chunk3DS, AFileThatIsNotOpenIsRefused)
     EXPECT_EQ(chunk.Finalize(), 0);
 }
 
-TEST_F(ChunksInMemory, EveryHeaderCutShortIsRefused)
+TEST_F(ChunksInMemory, AHeaderThatIsCutShortIsRefused)
 {
     for (UINT bytes = 0; bytes < 6; ++bytes)
     {
@@ -96,7 +96,7 @@ TEST_F(ChunksInMemory, EveryHeaderCutShortIsRefused)
     }
 }
 
-TEST_F(ChunksInMemory, LengthsBelowThatOfTheHeaderAreRefused)
+TEST_F(ChunksInMemory, LengthsBelowSixAreRefused)
 {
     for (DWORD length = 0; length < 6; ++length)
     {
@@ -110,7 +110,7 @@ TEST_F(ChunksInMemory, LengthsBelowThatOfTheHeaderAreRefused)
     EXPECT_EQ(Chunk3DS(&source).Initialize(), 1);
 }
 
-TEST_F(ChunksInMemory, AnEndThatOverflows32BitsIsRefused)
+TEST_F(ChunksInMemory, AnEndThatDoesNotFitIn32BitsIsRefused)
 {
     Fill(RecordBytes().Dword(0).Word(0x4D4D).Dword(0xFFFFFFFB));
     Chunk3DS last(&file);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where chunks and objects begin and end, and what becomes of broken ones.
+// The ends of chunks and objects, and chunks that are damaged.
 #include "tests/support/Chunks.h"
 
 namespace
@@ -27,7 +27,7 @@ TEST(ThreeDStudioChunks, UnknownChunksAreSkippedAtEveryDepth)
 
 TEST(ThreeDStudioChunks, TheLastChunkOfAFileIsNotLost)
 {
-    // Every chunk around the face list ends with it, and with the file.
+    // The face list, every chunk around it and the file end at the same byte.
     Imported node(FileOf({ObjectChunk(
         "a",
         {ChunkOf(0x4100, {VertexChunk({0, 0, 0, 1, 0, 0, 0, 1, 0}), FaceChunk({0, 1, 2, 0})})})}));
@@ -45,7 +45,7 @@ TEST(ThreeDStudioChunks, EmptyChunksAreReadEvenAtTheEndOfTheFile)
 TEST(ThreeDStudioChunks, AChunkThatEndsPastItsParentIsNotReadAndEndsTheParent)
 {
     const RecordBytes object = MeshObjectChunk("b");
-    // The second object's header says one byte more than its parent has.
+    // The length of the second object is one byte more than what is left of its parent.
     const RecordBytes tooLong = RecordBytes()
                                     .Word(0x4000)
                                     .Dword(static_cast<DWORD>(object.Get().size() + 1))
@@ -113,7 +113,7 @@ TEST(ThreeDStudioChunks, OnlyTheExactNameLandscapeIsRefused)
     EXPECT_EQ(node.MeshNames(), (Names{"landscape", "Landscape1", "Landscap"}));
 }
 
-TEST(ThreeDStudioChunks, AnObjectWithoutAMeshIsNoChild)
+TEST(ThreeDStudioChunks, AnObjectWithoutAMeshAddsNoChild)
 {
     Imported node(FileOf({ObjectChunk("camera", {ChunkOf(0x4700, {Words({1, 2})})}),
                           ObjectChunk("nothing", {}), MeshObjectChunk("a")}));
@@ -145,7 +145,7 @@ TEST(ThreeDStudioChunks, ASecondMeshInOneObjectReplacesTheFirst)
     EXPECT_EQ(node.Mesh().IsHidden(), 0);
 }
 
-TEST(ThreeDStudioChunks, AMeshThatFailsIsNotAddedAndEndsTheEditorChunk)
+TEST(ThreeDStudioChunks, AMeshThatIsCutShortIsDroppedAndEndsTheEditorData)
 {
     const RecordBytes cutFaces = ChunkOf(0x4120, {RecordBytes().Word(9), Words({0, 1, 2, 0})});
     Imported node(FileOf({MeshObjectChunk("a"),

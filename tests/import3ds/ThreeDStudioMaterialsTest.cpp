@@ -27,7 +27,7 @@ RecordBytes FloatPercentage(float value)
     return ChunkOf(0x0031, {RecordBytes().Float(value)});
 }
 
-/// The material that an entry of these chunks becomes.
+/// Imports a material entry with these chunks and returns the material.
 NamedColor Material(std::initializer_list<RecordBytes> parts)
 {
     Imported node(FileOf({ChunkOf(0xAFFF, parts)}));
@@ -56,7 +56,7 @@ TEST(ThreeDStudioMaterials, AnEntryStartsWithOpaqueBlack)
     EXPECT_RGBA(material.GetEmissionColor(), 0, 0, 0, 1);
 }
 
-TEST(ThreeDStudioMaterials, NameAndColorsAreThoseOfTheirChunks)
+TEST(ThreeDStudioMaterials, AMaterialHasTheNameAndTheColorsInItsChunks)
 {
     const NamedColor material = Material({ChunkOf(0xA000, {ZeroTerminated("red")}),
                                           ChunkOf(0xA010, {FloatColor(0.1f, 0.2f, 0.3f)}),
@@ -79,7 +79,7 @@ TEST(ThreeDStudioMaterials, ByteColorsAreConvertedAsColorReferences)
     EXPECT_RGBA(color, 10 / 255.0f, 20 / 255.0f, 1, 1);
 }
 
-TEST(ThreeDStudioMaterials, OfSeveralColorsTheFirstThatIsKnownCounts)
+TEST(ThreeDStudioMaterials, TheFirstColorOfAKnownFormCounts)
 {
     const RecordBytes linear = ChunkOf(0x0012, {RecordBytes().Byte(1).Byte(2).Byte(3)});
     const NamedColor material =
@@ -91,7 +91,7 @@ TEST(ThreeDStudioMaterials, OfSeveralColorsTheFirstThatIsKnownCounts)
     EXPECT_RGBA(material.GetSpecularColor(), 0, 0, 1, 1);
 }
 
-TEST(ThreeDStudioMaterials, AColorThatIsNotThereOrCutShortStaysBlack)
+TEST(ThreeDStudioMaterials, AColorThatIsMissingOrCutShortStaysBlack)
 {
     const NamedColor material = Material(
         {ChunkOf(0xA010), ChunkOf(0xA020, {ChunkOf(0x0011, {RecordBytes().Byte(9).Byte(9)})}),
@@ -103,7 +103,7 @@ TEST(ThreeDStudioMaterials, AColorThatIsNotThereOrCutShortStaysBlack)
     EXPECT_STREQ(material.GetName(), "last");
 }
 
-TEST(ThreeDStudioMaterials, ShininessIsWhatIsMissingTo1Times128)
+TEST(ThreeDStudioMaterials, ShininessIs128Times1MinusThePercentage)
 {
     EXPECT_EQ(Material({ChunkOf(0xA040, {WholePercentage(25)})}).GetShininess(), 96.0f);
     EXPECT_EQ(Material({ChunkOf(0xA040, {WholePercentage(0)})}).GetShininess(), 128.0f);
@@ -119,7 +119,7 @@ TEST(ThreeDStudioMaterials, APercentageOfFloatsIsTakenAsItStands)
     EXPECT_EQ(Material({ChunkOf(0xA050, {WholePercentage(50)})}).GetDiffuseColor().alpha, 0.5f);
 }
 
-TEST(ThreeDStudioMaterials, TransparencyStaysWhateverSideOfTheDiffuseColorItIsOn)
+TEST(ThreeDStudioMaterials, TransparencyIsKeptBeforeAndBehindTheDiffuseColor)
 {
     const RecordBytes transparency = ChunkOf(0xA050, {WholePercentage(25)});
     const RecordBytes diffuse = ChunkOf(0xA020, {ByteColor(255, 0, 0)});
@@ -138,7 +138,7 @@ TEST(ThreeDStudioMaterials, ASelfIlluminatedMaterialEmitsItsDiffuseColor)
     EXPECT_RGBA(material.GetDiffuseColor(), 1, 0, 0, 0.75f);
 }
 
-TEST(ThreeDStudioMaterials, AnEntryThatIsCutShortIsNotAddedAndEndsTheEditorChunk)
+TEST(ThreeDStudioMaterials, AnEntryThatIsCutShortIsNotAddedAndEndsTheEditorData)
 {
     Imported node(
         FileOf({MaterialChunk("red"), MaterialChunk("blue", {RecordBytes().Word(0xA080).Dword(3)}),
@@ -148,14 +148,14 @@ TEST(ThreeDStudioMaterials, AnEntryThatIsCutShortIsNotAddedAndEndsTheEditorChunk
     EXPECT_EQ(node.GetChildCount(), 0);
 }
 
-TEST(ThreeDStudioMaterials, MaterialsPastThoseThatAFaceCanNumberAreKeptAndNotFound)
+TEST(ThreeDStudioMaterials, MaterialsFromNumber65536OnAreKeptButNotFound)
 {
     RecordBytes editor;
     for (int i = 0; i < 65536; ++i)
     {
         editor.Append(MaterialChunk("m" + std::to_string(i)));
     }
-    // With the undefined one in front, m65534 is number 65535.
+    // "Undefined" is material 0, so m65534 is material 65535.
     editor.Append(
         MeshObjectChunk("a", {MaterialGroup("m65534", {0}), MaterialGroup("m65535", {1})}));
     Imported node(FileOf({editor}));

@@ -102,7 +102,7 @@ TEST(ThreeDStudioMeshes, AListWithoutACountFailsTheMesh)
     }
 }
 
-TEST(ThreeDStudioMeshes, AMeshWithFacesAndNoVerticesDropsItsFaces)
+TEST(ThreeDStudioMeshes, AMeshWithoutVerticesLosesItsFaces)
 {
     Imported node(FileOf(
         {ObjectChunk("a", {ChunkOf(0x4100, {FaceChunk({0, 1, 2, 0})})}), MeshObjectChunk("b")}));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What an import tells of the parts that it passes over.
+// The parts of a file that an import skips and reports to OnSkipped.
 #include "tests/support/Chunks.h"
 
 #include <tuple>
@@ -36,7 +36,7 @@ Told Skipped(const Bytes& bytes)
     return told;
 }
 
-TEST(ThreeDStudioSkipped, AFileOfWhatIsImportedHasNothingSkipped)
+TEST(ThreeDStudioSkipped, NothingIsSkippedInAFileWhoseChunksAreAllRead)
 {
     const RecordBytes color = ChunkOf(0x0011, {RecordBytes().Byte(1).Byte(2).Byte(3)});
     EXPECT_EQ(Skipped(FileOf({MaterialChunk("red", {ChunkOf(0xA020, {color})}),
@@ -44,7 +44,7 @@ TEST(ThreeDStudioSkipped, AFileOfWhatIsImportedHasNothingSkipped)
               Told());
 }
 
-TEST(ThreeDStudioSkipped, ChunksThatNothingReadsAreToldWithTheirParents)
+TEST(ThreeDStudioSkipped, ChunksThatAreNotReadAreReportedWithTheirParents)
 {
     const RecordBytes color = ChunkOf(0x0011, {RecordBytes().Byte(1).Byte(2).Byte(3)});
     const RecordBytes mesh = ChunkOf(
@@ -75,7 +75,7 @@ TEST(ThreeDStudioSkipped, ChunksThatNothingReadsAreToldWithTheirParents)
                                     {0x4D4D, 0xB000, Skip::NotUsed}}));
 }
 
-TEST(ThreeDStudioSkipped, TheLandscapeAndWhatComesBehindItAreTold)
+TEST(ThreeDStudioSkipped, TheLandscapeAndTheRestOfItsEditorDataAreReported)
 {
     const RecordBytes landscape = MeshObjectChunk("Landscape");
     const RecordBytes behind = MeshObjectChunk("b");
@@ -91,7 +91,7 @@ TEST(ThreeDStudioSkipped, TheLandscapeAndWhatComesBehindItAreTold)
     EXPECT_EQ(node.skipped[1].length, behind.Get().size());
 }
 
-TEST(ThreeDStudioSkipped, AListThatIsTooShortIsTheReasonForWhatComesBehindIt)
+TEST(ThreeDStudioSkipped, AListThatIsTooShortIsReportedBeforeThePartsThatItEnds)
 {
     const RecordBytes faces = FaceChunk({0, 1, 2, 7});
     const RecordBytes mesh = ChunkOf(0x4100, {ChunkOf(0x4110, {RecordBytes().Word(9)}), faces});
@@ -101,21 +101,21 @@ TEST(ThreeDStudioSkipped, AListThatIsTooShortIsTheReasonForWhatComesBehindIt)
                     {0x3D3D, 0, Skip::AfterFailure}}));
 }
 
-TEST(ThreeDStudioSkipped, AChunkThatEndsPastItsParentIsTold)
+TEST(ThreeDStudioSkipped, AChunkThatEndsPastItsParentIsReported)
 {
     const RecordBytes tooLong = RecordBytes().Word(0x4000).Dword(1000);
     EXPECT_EQ(Skipped(FileOf({MeshObjectChunk("a"), tooLong})),
               (Told{{0x3D3D, 0x4000, Skip::PastParent}}));
 }
 
-TEST(ThreeDStudioSkipped, BytesThatAreNoHeaderAreTold)
+TEST(ThreeDStudioSkipped, BytesThatAreNotAHeaderAreReported)
 {
     const RecordBytes tooShort = RecordBytes().Word(0x4000).Dword(5);
     EXPECT_EQ(Skipped(FileOf({MeshObjectChunk("a"), tooShort, MeshObjectChunk("b")})),
               (Told{{0x3D3D, 0, Skip::NoHeader}}));
 }
 
-TEST(ThreeDStudioSkipped, ARootWhoseLengthIsNoGoodIsTold)
+TEST(ThreeDStudioSkipped, TheBytesBehindARootWithAnImpossibleLengthAreReported)
 {
     const RecordBytes behind = ChunkOf(0x3D3D, {MeshObjectChunk("a")});
     const Watched node(Joined({RecordBytes().Word(0x4D4D).Dword(3), behind}));

@@ -44,7 +44,7 @@ TriangularFaceArray MakeArray(std::initializer_list<WORD> corners)
 
 using Corners = std::vector<int>;
 
-TEST(TriangularFace, AFreshFaceHasCorner0ThreeTimesAndMaterial0)
+TEST(TriangularFace, ANewFaceHasThreeCornersAtVertex0AndMaterial0)
 {
     const TriangularFace face;
     EXPECT_EQ(face.a, 0);
@@ -68,7 +68,7 @@ TEST(TriangularFace, CopiesHaveAllFiveWords)
     }
 }
 
-TEST(TriangularFace, ItsRecordIsTheVersionAndFiveWords)
+TEST(TriangularFace, TheRecordIsTheVersionAndFiveWords)
 {
     TriangularFace face = MakeFace(0x0102, 0x0304, 0x0506, 0x0708, 0x090A);
     const Bytes record = {1, 0, 0, 0, 2, 1, 4, 3, 6, 5, 8, 7, 10, 9};
@@ -79,7 +79,7 @@ TEST(TriangularFace, ItsRecordIsTheVersionAndFiveWords)
     EXPECT_EQ(loaded.faceFlags, 0x0708);
 }
 
-TEST(TriangularFace, AnotherVersionIsRefused)
+TEST(TriangularFace, OnlyVersion1IsLoaded)
 {
     TriangularFace face;
     for (const DWORD version : {0u, 2u})
@@ -89,7 +89,7 @@ TEST(TriangularFace, AnotherVersionIsRefused)
     }
 }
 
-TEST(TriangularFaceArray, OffersElementsAsCopiesReferencesAndAddresses)
+TEST(TriangularFaceArray, ElementsAreReachedAsCopiesReferencesAndAddresses)
 {
     TriangularFaceArray faces = MakeArray({5, 6});
     faces[1].a = 7;
@@ -105,7 +105,7 @@ TEST(TriangularFaceArray, OffersElementsAsCopiesReferencesAndAddresses)
     EXPECT_EQ(FirstCorners(faces), (Corners{100, 7}));
 }
 
-TEST(TriangularFaceArray, InsertsRepeatedElementsAndArraysAndRemoves)
+TEST(TriangularFaceArray, ElementsAndArraysAreInsertedAndRemoved)
 {
     TriangularFaceArray faces = MakeArray({1, 2, 3});
     faces.InsertAt(1, MakeFace(9), 2);
@@ -128,7 +128,7 @@ TEST(TriangularFaceArray, InsertsRepeatedElementsAndArraysAndRemoves)
     EXPECT_EQ(FirstCorners(copy), (Corners{7, 8}));
 }
 
-TEST(TriangularFaceArray, ItsRecordIsVersionCountAndElements)
+TEST(TriangularFaceArray, TheRecordIsTheVersionTheCountAndTheElements)
 {
     TriangularFaceArray faces;
     faces.Add(MakeFace(1, 2, 3, 4, 5));
@@ -146,7 +146,7 @@ TEST(TriangularFaceArray, ItsRecordIsVersionCountAndElements)
     EXPECT_EQ(Stored(loaded), record.Get());
 }
 
-TEST(TriangularFaceArray, AWrongVersionOutsideOrInsideIsRefused)
+TEST(TriangularFaceArray, AWrongVersionOfTheArrayOrOfAnElementIsRefused)
 {
     TriangularFaceArray faces;
     EXPECT_EQ(LoadCause(faces, RecordBytes().Dword(2).Dword(0)), CArchiveException::badSchema);
@@ -154,7 +154,7 @@ TEST(TriangularFaceArray, AWrongVersionOutsideOrInsideIsRefused)
               CArchiveException::badSchema);
 }
 
-TEST(TriangularFaceArray, ACountWithoutItsElementsIsRefusedWithoutRoomForIt)
+TEST(TriangularFaceArray, ACountWhoseElementsAreMissingIsRefusedBeforeMemoryIsAllocated)
 {
     TriangularFaceArray faces;
     EXPECT_EQ(LoadCause(faces, RecordBytes().Dword(1).Dword(0x7FFFFFFF)),
@@ -163,7 +163,7 @@ TEST(TriangularFaceArray, ACountWithoutItsElementsIsRefusedWithoutRoomForIt)
               CArchiveException::badIndex);
 }
 
-TEST(TriangularFaceArray, ArchivesCreateItAndItsElementsByName)
+TEST(TriangularFaceArray, ArchivesCreateTheArrayAndItsElementsByTheirClassNames)
 {
     for (const char* const name : {"TriangularFace", "TriangularFaceArray"})
     {

@@ -161,7 +161,7 @@ TEST(TriangularMeshObject, CalculatedNormalsAreNotCalculatedAgain)
     EXPECT_EQ(mesh.GetVertexNormals()->GetSize(), 0);
 }
 
-TEST(TriangularMeshObject, AVertexNormalIsTheMeanOfItsFaces)
+TEST(TriangularMeshObject, AVertexNormalIsTheMeanOfTheFaceNormalsAroundIt)
 {
     TriangularMeshObject mesh;
     // Two faces at a right angle along the edge 0-1: normals (0, 0, 1) and (0, 1, 0).
@@ -180,7 +180,7 @@ TEST(TriangularMeshObject, AVertexNormalIsTheMeanOfItsFaces)
     EXPECT_NE(mesh.AreVertexNormalsCalculated(), 0);
 }
 
-TEST(TriangularMeshObject, AVertexOfNoFaceKeepsAZeroNormal)
+TEST(TriangularMeshObject, AVertexThatNoFaceUsesKeepsAZeroNormal)
 {
     TriangularMeshObject mesh;
     AddVertices(mesh, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {7, 7, 7}});
@@ -200,7 +200,7 @@ TEST(TriangularMeshObject, WithoutFacesThereAreNoVertexNormals)
     EXPECT_EQ(mesh.AreVertexNormalsCalculated(), 0);
 }
 
-TEST(TriangularMeshObject, FacesThatWereNotValidatedAreCalculatedWithinTheVertices)
+TEST(TriangularMeshObject, NormalsOfFacesThatWereNotValidatedAreCalculatedWithVertex0)
 {
     TriangularMeshObject mesh;
     AddVertices(mesh, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
@@ -218,7 +218,7 @@ TEST(TriangularMeshObject, FacesThatWereNotValidatedAreCalculatedWithinTheVertic
 
 // Bounds.
 
-TEST(TriangularMeshObject, BoundsAreThoseOfAllVerticesOnceAndFollowTheTransform)
+TEST(TriangularMeshObject, LocalBoundsAreCalculatedOnceAndGlobalBoundsFollowTheTransform)
 {
     TriangularMeshObject mesh;
     AddVertices(mesh, {{1, -2, 3}, {-4, 5, 0}, {0, 0, 6}});
@@ -235,7 +235,7 @@ TEST(TriangularMeshObject, BoundsAreThoseOfAllVerticesOnceAndFollowTheTransform)
     EXPECT_XYZ(mesh.GetBoundsGlobalMaximum(), 11, 25, 36);
 }
 
-TEST(TriangularMeshObject, BoundsHaveTheChildrenToo)
+TEST(TriangularMeshObject, BoundsIncludeTheChildren)
 {
     TriangularMeshObject mesh;
     AddVertices(mesh, {{0, 0, 0}, {1, 1, 1}});
@@ -248,7 +248,7 @@ TEST(TriangularMeshObject, BoundsHaveTheChildrenToo)
     EXPECT_XYZ(mesh.GetBoundsLocalMaximum(), 6, 1, 1);
 }
 
-TEST(TriangularMeshObject, WithoutVerticesTheBoundsStayToBeCalculated)
+TEST(TriangularMeshObject, WithoutVerticesTheBoundsAreNotMarkedAsCalculated)
 {
     TriangularMeshObject mesh;
     EXPECT_EQ(mesh.CalculateBounds(), 1);
@@ -258,7 +258,7 @@ TEST(TriangularMeshObject, WithoutVerticesTheBoundsStayToBeCalculated)
 
 // Materials.
 
-TEST(TriangularMeshObject, RecolouringOneFaceRecoloursAllFacesOfItsMaterial)
+TEST(TriangularMeshObject, RecolouringOneFaceRecoloursAllFacesOfTheSameMaterial)
 {
     NamedColorArray materials;
     materials.Add(NamedColor("red"));
@@ -279,7 +279,7 @@ TEST(TriangularMeshObject, RecolouringOneFaceRecoloursAllFacesOfItsMaterial)
     EXPECT_EQ(other.materialColors->FindName("green"), 1);
 }
 
-TEST(TriangularMeshObject, RecolouringWithAnIndexThatNoFaceHasDoesNothing)
+TEST(TriangularMeshObject, RecolouringAFacePastTheLastDoesNothing)
 {
     NamedColorArray materials;
     TriangularMeshObject mesh;
@@ -314,7 +314,7 @@ void FillForText(TriangularMeshObject& mesh)
     mesh.GetFaceNormals()->Add(Vector(0, -1, 0));
 }
 
-TEST(TriangularMeshObject, TheTextHasEveryVertexAndEveryFaceOnALine)
+TEST(TriangularMeshObject, TheTextHasALineForEveryVertexAndEveryFace)
 {
     TriangularMeshObject mesh;
     FillForText(mesh);
@@ -323,7 +323,7 @@ TEST(TriangularMeshObject, TheTextHasEveryVertexAndEveryFaceOnALine)
     EXPECT_EQ(text.str(), squareText);
 }
 
-TEST(TriangularMeshObject, TheTextFileGoesNowhereWithoutItsDirectory)
+TEST(TriangularMeshObject, NoTextFileIsWrittenIfItsDirectoryIsMissing)
 {
     TriangularMeshObject mesh;
     FillForText(mesh);
@@ -350,7 +350,7 @@ RecordBytes VectorArrayRecord(std::initializer_list<Vector> vectors)
     return record;
 }
 
-/// What follows the node's record, up to the threshold.
+/// The part of a mesh's record between the node's record and the threshold.
 RecordBytes MeshFields(DWORD version)
 {
     return RecordBytes()
@@ -366,7 +366,7 @@ RecordBytes MeshFields(DWORD version)
         .Append(VectorArrayRecord({Vector(), Vector(1, 0, 0), Vector(0, 1, 0)}));
 }
 
-TEST(TriangularMeshObject, ItsRecordIsTheNodesThenVersionFlagsNameArraysAndThreshold)
+TEST(TriangularMeshObject, TheRecordIsANodeRecordTheVersionTheFlagsTheNameTheArraysAndTheThreshold)
 {
     TriangularMeshObject mesh;
     AddVertices(mesh, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
@@ -382,7 +382,7 @@ TEST(TriangularMeshObject, ItsRecordIsTheNodesThenVersionFlagsNameArraysAndThres
     EXPECT_EQ(Stored(mesh), NodeRecord().Get().Append(MeshFields(2)).Float(0.75f).Get());
 }
 
-TEST(TriangularMeshObject, AVersion2RecordIsReadBackWithItsBoundsToBeCalculated)
+TEST(TriangularMeshObject, ALoadedVersion2MeshCalculatesItsBoundsAgain)
 {
     TriangularMeshObject mesh;
     LoadRecord(mesh, NodeRecord().Get().Append(MeshFields(2)).Float(0.75f));
@@ -399,7 +399,7 @@ TEST(TriangularMeshObject, AVersion2RecordIsReadBackWithItsBoundsToBeCalculated)
     EXPECT_EQ(mesh.materialColors, nullptr);
 }
 
-TEST(TriangularMeshObject, ALoadedVersion1MeshMeasuresItselfAgain)
+TEST(TriangularMeshObject, ALoadedVersion1MeshCalculatesItsBoundsAgain)
 {
     TriangularMeshObject mesh;
     mesh.smoothingThreshold = 0.5f;
@@ -411,7 +411,7 @@ TEST(TriangularMeshObject, ALoadedVersion1MeshMeasuresItselfAgain)
     EXPECT_XYZ(mesh.GetBoundsLocalMaximum(), 1, 1, 0);
 }
 
-TEST(TriangularMeshObject, AnotherVersionIsRefused)
+TEST(TriangularMeshObject, OnlyVersions1And2AreLoaded)
 {
     for (const DWORD version : {0u, 3u})
     {
@@ -421,7 +421,7 @@ TEST(TriangularMeshObject, AnotherVersionIsRefused)
     }
 }
 
-TEST(TriangularMeshObject, ARecordThatEndsEarlyIsRefused)
+TEST(TriangularMeshObject, ARecordThatIsCutShortIsRefused)
 {
     const std::size_t nodeBytes = NodeRecord().Get().Get().size();
     const Bytes record = NodeRecord().Get().Append(MeshFields(2)).Float(1);
@@ -435,7 +435,7 @@ TEST(TriangularMeshObject, ARecordThatEndsEarlyIsRefused)
     }
 }
 
-TEST(TriangularMeshObject, ArchivesCreateItByName)
+TEST(TriangularMeshObject, ArchivesCreateTheMeshByItsClassName)
 {
     const CRuntimeClass* const runtimeClass = CRuntimeClass::FromName("TriangularMeshObject");
     ASSERT_NE(runtimeClass, nullptr);

@@ -77,14 +77,14 @@ TEST_F(ImportedCube, StandsUprightAndIsLitFromOutside)
 {
     REQUIRE_CONTEXT(context);
     ASSERT_EQ(cube.GetChildCount(), 1);
-    // The light comes from the viewer: every side that is seen is bright.
+    // With the light behind the viewer, every visible side is bright.
     EXPECT_EQ(Center(0, 0, 0, 0, 1), red);
     EXPECT_EQ(Center(90, 0, 0, 0, 1), green);  // from above
     EXPECT_EQ(Center(-90, 0, 0, 0, 1), red);
     EXPECT_EQ(Center(0, 90, 0, 0, 1), red);
     EXPECT_EQ(Center(0, 180, 0, 0, 1), red);
     EXPECT_EQ(Center(0, -90, 0, 0, 1), red);
-    // It comes from behind: none is.
+    // With the light behind the cube, no visible side is bright.
     EXPECT_EQ(Center(0, 0, 0, 0, -1), black);
     EXPECT_EQ(Center(90, 0, 0, 0, -1), black);
     EXPECT_EQ(context.Pixel(2, 2), (Rgb{0, 0, 255}));

@@ -9,7 +9,7 @@
 #include <initializer_list>
 #include <string>
 
-/// Several chunks, or other bytes, one behind the other.
+/// The parts one behind the other: chunks or other bytes.
 inline RecordBytes Joined(std::initializer_list<RecordBytes> parts)
 {
     RecordBytes bytes;
@@ -20,7 +20,7 @@ inline RecordBytes Joined(std::initializer_list<RecordBytes> parts)
     return bytes;
 }
 
-/// A header with the right length, and what is in the chunk.
+/// A chunk: a header with the right length, then the parts.
 inline RecordBytes ChunkOf(WORD id, std::initializer_list<RecordBytes> parts = {})
 {
     const RecordBytes content = Joined(parts);
@@ -30,7 +30,7 @@ inline RecordBytes ChunkOf(WORD id, std::initializer_list<RecordBytes> parts = {
         .Append(content);
 }
 
-/// A text with its final zero.
+/// A text and its final zero byte.
 inline RecordBytes ZeroTerminated(const std::string& text)
 {
     return RecordBytes().Raw(text.c_str(), text.size() + 1);

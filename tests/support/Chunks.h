@@ -16,14 +16,17 @@
 #include <initializer_list>
 #include <string>
 
-/// Given x, y, z of each vertex.
+/// A vertex list.
+/// \param coordinates x, y and z of each vertex, z up.
 inline RecordBytes VertexChunk(std::initializer_list<float> coordinates)
 {
     return ChunkOf(0x4110, {RecordBytes().Word(static_cast<WORD>(coordinates.size() / 3)),
                             RecordBytes().Floats(coordinates)});
 }
 
-/// Given three corners and the flags of each face.
+/// A face list.
+/// \param words three corners and the flags of each face.
+/// \param parts the chunks behind the faces.
 inline RecordBytes FaceChunk(std::initializer_list<WORD> words,
                              std::initializer_list<RecordBytes> parts = {})
 {
@@ -37,7 +40,8 @@ inline RecordBytes MaterialGroup(const std::string& name, std::initializer_list<
                             RecordBytes().Word(static_cast<WORD>(faces.size())), Words(faces)});
 }
 
-/// A tetrahedron, the corners counter-clockwise from outside.
+/// A tetrahedron whose faces run counter-clockwise seen from outside.
+/// \param faceParts the chunks behind the faces.
 inline RecordBytes TetrahedronChunks(std::initializer_list<RecordBytes> faceParts = {})
 {
     return Joined({VertexChunk({0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1}),
@@ -49,7 +53,7 @@ inline RecordBytes ObjectChunk(const std::string& name, std::initializer_list<Re
     return ChunkOf(0x4000, {ZeroTerminated(name), Joined(parts)});
 }
 
-/// An object with a tetrahedron.
+/// An object with a tetrahedron as its mesh.
 inline RecordBytes MeshObjectChunk(const std::string& name,
                                    std::initializer_list<RecordBytes> faceParts = {})
 {
@@ -72,7 +76,8 @@ inline RecordBytes FileOf(std::initializer_list<RecordBytes> editorParts)
     return ChunkOf(0x4D4D, {ChunkOf(0x3D3D, editorParts)});
 }
 
-/// A file on disk while it lives, of a name that no other test has.
+/// A file on disk that is removed with this object. Its name has the name of the test in it, so
+/// that tests can run at the same time.
 class TemporaryFile
 {
 public:
@@ -91,8 +96,8 @@ public:
 
     const char* Path() const { return path_.c_str(); }
     void Write(const Bytes& bytes) const { Put(bytes, std::ios::out); }
-    /// Replaces as many bytes in place: a file that is emptied first may be written to the disk
-    /// each time.
+    /// Replaces bytes from the file's start on. Faster than Write: a file that is emptied first may
+    /// be written to the disk each time.
     void Overwrite(const Bytes& bytes) const { Put(bytes, std::ios::in | std::ios::out); }
 
 private:
@@ -111,7 +116,7 @@ private:
     std::string path_;
 };
 
-/// A node that has imported a file of these bytes.
+/// A node that has imported a file of the given bytes.
 class Imported : public ThreeDStudioObject
 {
 public:
@@ -125,7 +130,6 @@ public:
     {
         return dynamic_cast<TriangularMeshObject&>(*GetChildByIndex(index));
     }
-    /// The names of the meshes.
     std::vector<std::string> MeshNames()
     {
         std::vector<std::string> names;
@@ -148,7 +152,7 @@ public:
     int result = -1;  ///< of CreateFromFile
 };
 
-/// The material of each face.
+/// The index of each face's material.
 inline std::vector<int> FaceMaterials(const TriangularMeshObject& mesh)
 {
     std::vector<int> materials;

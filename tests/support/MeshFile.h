@@ -2,13 +2,13 @@
 #pragma once
 
 /// \file
-/// 3D Studio files of any size, for tests and benchmarks.
+/// Generated 3D Studio files of any size, for tests and benchmarks.
 
 #include "tests/support/ChunkBytes.h"
 
 #include <cmath>
 
-/// The content of a vertex list and of a face list.
+/// The contents of a vertex list and of a face list.
 struct MeshLists
 {
     std::vector<float> coordinates;  ///< x, y, z of each vertex
@@ -18,7 +18,7 @@ struct MeshLists
     int Faces() const { return static_cast<int>(faceWords.size() / 4); }
 };
 
-/// A box of 8 vertices and 12 faces.
+/// A box with edges of length 1: 8 vertices and 12 faces.
 inline MeshLists Box()
 {
     return {{0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0, 0, 0, 1, 1, 0, 1, 1, 1, 1, 0, 1, 1},
@@ -26,7 +26,7 @@ inline MeshLists Box()
              1, 2, 6, 7, 1, 6, 5, 7, 2, 3, 7, 7, 2, 7, 6, 7, 3, 0, 4, 7, 3, 4, 7, 7}};
 }
 
-/// Waves over a grid of at most 65,535 vertices, with one triangle in each cell.
+/// A wavy grid with one triangle in each cell. A file can hold at most 65,535 vertices of it.
 inline MeshLists Grid(int columns, int rows)
 {
     MeshLists lists;
@@ -51,8 +51,10 @@ inline MeshLists Grid(int columns, int rows)
     return lists;
 }
 
-/// The mesh so many times, as mesh0, mesh1 and so on, one beside the other; the faces of each in so
-/// many groups, one behind the other, with the materials material0, material1 and so on.
+/// A file with copies of a mesh, side by side along x.
+/// \param meshes the number of copies; they are named mesh0, mesh1 and so on.
+/// \param groups the number of materials, named material0, material1 and so on. The faces of each
+/// copy are divided evenly among them, in order.
 inline Bytes MeshFile(int meshes, const MeshLists& lists, int groups)
 {
     const auto words = [](const WORD* values, int count) {

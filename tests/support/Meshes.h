@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Meshes for tests, built by hand.
+/// Small meshes for tests.
 
 #include "import3ds/TriangularMeshObject.h"
 
@@ -26,7 +26,8 @@ inline void AddFace(TriangularMeshObject& mesh, WORD a, WORD b, WORD c, WORD mat
     mesh.GetFaces()->Add(face);
 }
 
-/// Two faces, counter-clockwise seen from +z: (0, 0), (1, 0), (1, 1), (0, 1).
+/// A square in the plane z = 0 with the corners (0, 0), (1, 0), (1, 1) and (0, 1). Its two faces
+/// run counter-clockwise seen from +z.
 inline void FillSquare(TriangularMeshObject& mesh)
 {
     AddVertices(mesh, {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}});
