@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -9,36 +10,75 @@
 /// takes two).
 enum class Call : std::uint32_t
 {
-    Begin,         // mode
-    End,           //
-    Normal3f,      // 3 floats
-    Vertex3f,      // 3 floats
-    TexCoord2fv,   // 2 floats
-    FrontFace,     // mode
-    PushMatrix,    //
-    PopMatrix,     //
-    Translated,    // 3 doubles
-    MultMatrixd,   // 16 doubles
-    Materialfv,    // face, part, 4 floats
-    Materialf,     // face, part, float
-    Color4fv,      // 4 floats
-    Enable,        // capability
-    Disable,       // capability
-    IsEnabled,     // capability
-    DepthMask,     // flag
-    BlendFunc,     // source, destination
-    GetIntegerv,   // name
-    GetError,      //
-    Flush,         //
-    Lightfv,       // light, name, 4 floats
-    Lightf,        // light, name, float
-    LightModelfv,  // name, 4 floats
-    LightModeli,   // name, value
-    ShadeModel,    // mode
-    Clear,         // buffers
-    ClearColor,    // 4 floats
+    Begin,
+    End,
+    Normal3f,
+    Vertex3f,
+    TexCoord2fv,
+    FrontFace,
+    PushMatrix,
+    PopMatrix,
+    Translated,
+    MultMatrixd,
+    Materialfv,
+    Materialf,
+    Color4fv,
+    Enable,
+    Disable,
+    IsEnabled,
+    DepthMask,
+    BlendFunc,
+    GetIntegerv,
+    GetError,
+    Flush,
+    Lightfv,
+    Lightf,
+    LightModelfv,
+    LightModeli,
+    ShadeModel,
+    Clear,
+    ClearColor,
     Count
 };
+
+/// The name of each Call, in order, and a letter for each argument: u an unsigned number of 32 bits
+/// (enumerators, bit sets and booleans too), i a signed one, f a float, d a double.
+struct CallForm
+{
+    const char* name;
+    const char* arguments;
+};
+constexpr CallForm callForms[] = {
+    {"glBegin", "u"},
+    {"glEnd", ""},
+    {"glNormal3f", "fff"},
+    {"glVertex3f", "fff"},
+    {"glTexCoord2fv", "ff"},
+    {"glFrontFace", "u"},
+    {"glPushMatrix", ""},
+    {"glPopMatrix", ""},
+    {"glTranslated", "ddd"},
+    {"glMultMatrixd", "dddddddddddddddd"},
+    {"glMaterialfv", "uuffff"},
+    {"glMaterialf", "uuf"},
+    {"glColor4fv", "ffff"},
+    {"glEnable", "u"},
+    {"glDisable", "u"},
+    {"glIsEnabled", "u"},
+    {"glDepthMask", "u"},
+    {"glBlendFunc", "uu"},
+    {"glGetIntegerv", "u"},
+    {"glGetError", ""},
+    {"glFlush", ""},
+    {"glLightfv", "uuffff"},
+    {"glLightf", "uuf"},
+    {"glLightModelfv", "uffff"},
+    {"glLightModeli", "ui"},
+    {"glShadeModel", "u"},
+    {"glClear", "u"},
+    {"glClearColor", "ffff"},
+};
+static_assert(std::size(callForms) == static_cast<std::size_t>(Call::Count));
 
 /// The calls of one drawing. \param what orvane_record's arguments. The program ends when nothing
 /// was recorded.

@@ -5,174 +5,102 @@
 #include "bench/CallStream.h"
 #include "bench/Scenes.h"
 #include "orvane.h"
+#include "tests/support/gl/GlRecorder.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <stdexcept>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace
 {
 
-std::vector<std::uint32_t> words;
-
-void Put(const void* data, std::size_t bytes)
+template <typename Value>
+void Put(std::vector<std::uint32_t>& words, Value value)
 {
     const std::size_t at = words.size();
-    words.resize(at + bytes / sizeof(std::uint32_t));
-    std::memcpy(words.data() + at, data, bytes);
+    words.resize(at + sizeof value / sizeof(std::uint32_t));
+    std::memcpy(words.data() + at, &value, sizeof value);
 }
 
-template <typename... Arguments>
-void Record(Call call, Arguments... arguments)
+/// Whether the form is that of a call. An array may have fewer numbers than its form: of a light's
+/// parameters, some have three values, some four.
+bool Fits(const CallForm& form, const GlCall& call)
 {
-    words.push_back(static_cast<std::uint32_t>(call));
-    (Put(&arguments, sizeof arguments), ...);
+    const std::string_view name = form.name;
+    const std::size_t most = std::strlen(form.arguments);
+    return name == call.name &&
+           (name.ends_with("fv") ? call.arguments.size() <= most : call.arguments.size() == most);
 }
 
-template <typename Value>
-void RecordArray(const Value* values, int count)
+/// The place of a call's name in callForms is its Call.
+std::uint32_t FormOf(const GlCall& call)
 {
-    Put(values, sizeof(Value) * static_cast<std::size_t>(count));
+    std::uint32_t form = 0;
+    while (form < std::size(callForms) && !Fits(callForms[form], call))
+    {
+        ++form;
+    }
+    if (form == std::size(callForms))
+    {
+        throw std::runtime_error(std::string(call.name) + ", with " +
+                                 std::to_string(call.arguments.size()) +
+                                 " numbers: CallStream.h has no such call");
+    }
+    return form;
 }
 
-}  // namespace
-
-extern "C"
+std::vector<std::uint32_t> WordsOf(const std::vector<GlCall>& calls)
 {
-    void glBegin(GLenum mode)
+    std::vector<std::uint32_t> words;
+    for (const GlCall& call : calls)
     {
-        Record(Call::Begin, mode);
+        const std::uint32_t form = FormOf(call);
+        words.push_back(form);
+        const std::string_view types = callForms[form].arguments;
+        for (std::size_t i = 0; i < types.size(); ++i)
+        {
+            const double number = i < call.arguments.size() ? call.arguments[i] : 0;
+            switch (types[i])
+            {
+                case 'd':
+                    Put(words, number);
+                    break;
+                case 'f':
+                    Put(words, static_cast<float>(number));
+                    break;
+                case 'i':
+                    Put(words, static_cast<std::int32_t>(number));
+                    break;
+                default:
+                    Put(words, static_cast<std::uint32_t>(number));
+            }
+        }
     }
-    void glEnd()
-    {
-        Record(Call::End);
-    }
-    void glNormal3f(GLfloat x, GLfloat y, GLfloat z)
-    {
-        Record(Call::Normal3f, x, y, z);
-    }
-    void glVertex3f(GLfloat x, GLfloat y, GLfloat z)
-    {
-        Record(Call::Vertex3f, x, y, z);
-    }
-    void glTexCoord2fv(const GLfloat* v)
-    {
-        Record(Call::TexCoord2fv, v[0], v[1]);
-    }
-    void glFrontFace(GLenum mode)
-    {
-        Record(Call::FrontFace, mode);
-    }
-    void glPushMatrix()
-    {
-        Record(Call::PushMatrix);
-    }
-    void glPopMatrix()
-    {
-        Record(Call::PopMatrix);
-    }
-    void glTranslated(GLdouble x, GLdouble y, GLdouble z)
-    {
-        Record(Call::Translated, x, y, z);
-    }
-    void glMultMatrixd(const GLdouble* m)
-    {
-        Record(Call::MultMatrixd);
-        RecordArray(m, 16);
-    }
-    void glMaterialfv(GLenum face, GLenum part, const GLfloat* v)
-    {
-        Record(Call::Materialfv, face, part);
-        RecordArray(v, 4);
-    }
-    void glMaterialf(GLenum face, GLenum part, GLfloat v)
-    {
-        Record(Call::Materialf, face, part, v);
-    }
-    void glColor4fv(const GLfloat* v)
-    {
-        Record(Call::Color4fv);
-        RecordArray(v, 4);
-    }
-    void glEnable(GLenum capability)
-    {
-        Record(Call::Enable, capability);
-    }
-    void glDisable(GLenum capability)
-    {
-        Record(Call::Disable, capability);
-    }
-    GLboolean glIsEnabled(GLenum capability)
-    {
-        Record(Call::IsEnabled, capability);
-        return GL_FALSE;
-    }
-    void glDepthMask(GLboolean flag)
-    {
-        Record(Call::DepthMask, std::uint32_t{flag});
-    }
-    void glBlendFunc(GLenum source, GLenum destination)
-    {
-        Record(Call::BlendFunc, source, destination);
-    }
-    void glGetIntegerv(GLenum name, GLint* values)
-    {
-        Record(Call::GetIntegerv, name);
-        *values = 32;
-    }
-    GLenum glGetError()
-    {
-        Record(Call::GetError);
-        return GL_NO_ERROR;
-    }
-    void glFlush()
-    {
-        Record(Call::Flush);
-    }
-    void glLightfv(GLenum light, GLenum name, const GLfloat* v)
-    {
-        Record(Call::Lightfv, light, name);
-        RecordArray(v, 4);
-    }
-    void glLightf(GLenum light, GLenum name, GLfloat v)
-    {
-        Record(Call::Lightf, light, name, v);
-    }
-    void glLightModelfv(GLenum name, const GLfloat* v)
-    {
-        Record(Call::LightModelfv, name);
-        RecordArray(v, 4);
-    }
-    void glLightModeli(GLenum name, GLint v)
-    {
-        Record(Call::LightModeli, name, v);
-    }
-    void glShadeModel(GLenum mode)
-    {
-        Record(Call::ShadeModel, mode);
-    }
-    void glClear(GLbitfield buffers)
-    {
-        Record(Call::Clear, buffers);
-    }
-    void glClearColor(GLfloat red, GLfloat green, GLfloat blue, GLfloat alpha)
-    {
-        Record(Call::ClearColor, red, green, blue, alpha);
-    }
+    return words;
 }
-
-namespace
-{
 
 int RecordDraw(DrawingObject& node)
 {
     DrawingParameters parameters = SolidDraw();
     node.Draw(&parameters);  // builds what is not built yet
-    words.clear();
+    const GlRecording recording;
     node.Draw(&parameters);
-    const std::size_t written = std::fwrite(words.data(), sizeof words[0], words.size(), stdout);
-    return written == words.size() ? 0 : 1;
+    try
+    {
+        const std::vector<std::uint32_t> words = WordsOf(recording.Calls());
+        const std::size_t written =
+            std::fwrite(words.data(), sizeof words[0], words.size(), stdout);
+        return written == words.size() ? 0 : 1;
+    }
+    catch (const std::exception& error)
+    {
+        std::fprintf(stderr, "orvane_record: %s\n", error.what());
+        return 1;
+    }
 }
 
 }  // namespace

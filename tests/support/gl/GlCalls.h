@@ -101,6 +101,49 @@ std::string Text(Parameters<Number> argument)
     return Text(Array(argument.values, ParameterCount(argument.name)));
 }
 
+// The same arguments as numbers.
+template <typename Number>
+requires std::integral<Number> || std::floating_point<Number>
+void AddNumbers(std::vector<double>& numbers, Number argument)
+{
+    numbers.push_back(static_cast<double>(argument));
+}
+inline void AddNumbers(std::vector<double>& numbers, Enum argument)
+{
+    numbers.push_back(argument.value);
+}
+inline void AddNumbers(std::vector<double>& numbers, Primitive argument)
+{
+    numbers.push_back(argument.mode);
+}
+inline void AddNumbers(std::vector<double>& numbers, BlendFactor argument)
+{
+    numbers.push_back(argument.factor);
+}
+inline void AddNumbers(std::vector<double>& numbers, Bits argument)
+{
+    numbers.push_back(argument.bits);
+}
+inline void AddNumbers(std::vector<double>& numbers, ClientBits argument)
+{
+    numbers.push_back(argument.bits);
+}
+inline void AddNumbers(std::vector<double>& numbers, Boolean argument)
+{
+    numbers.push_back(argument.value);
+}
+inline void AddNumbers(std::vector<double>&, Memory) {}
+template <typename Number>
+void AddNumbers(std::vector<double>& numbers, std::span<const Number> values)
+{
+    numbers.insert(numbers.end(), values.begin(), values.end());
+}
+template <typename Number>
+void AddNumbers(std::vector<double>& numbers, Parameters<Number> argument)
+{
+    AddNumbers(numbers, Array(argument.values, ParameterCount(argument.name)));
+}
+
 struct PlannedError
 {
     std::string function;
@@ -122,6 +165,7 @@ struct State
     {
         std::string text;
         bool inner;
+        GlCall call;
     };
     std::vector<Line> lines;
     std::vector<GlVertex> vertices;
@@ -151,14 +195,15 @@ void ResetState();
 void SetRecording(bool recording);
 
 /// Adds a line. \p arguments with a space before each.
-void AddLine(const char* name, const std::string& arguments);
+void AddLine(const char* name, const std::string& arguments, std::vector<double> numbers = {});
 
 template <typename... Arguments>
 void Call(const char* name, const Arguments&... arguments)
 {
     std::string text;
-    ((text += ' ', text += Text(arguments)), ...);
-    AddLine(name, text);
+    std::vector<double> numbers;
+    ((text += ' ', text += Text(arguments), AddNumbers(numbers, arguments)), ...);
+    AddLine(name, text, std::move(numbers));
 }
 
 /// Remembers what the query of \p name answers from now on.

@@ -108,7 +108,7 @@ void SetRecording(bool recording)
     isRecording = recording;
 }
 
-void AddLine(const char* name, const std::string& arguments)
+void AddLine(const char* name, const std::string& arguments, std::vector<double> numbers)
 {
     Locked state = TheState();
     for (PlannedError& planned : state->plannedErrors)
@@ -121,7 +121,8 @@ void AddLine(const char* name, const std::string& arguments)
     if (isRecording)
     {
         const bool inner = IsInsideGlu();
-        state->lines.push_back({(inner ? "  " : "") + (name + arguments), inner});
+        state->lines.push_back(
+            {(inner ? "  " : "") + (name + arguments), inner, {name, std::move(numbers)}});
     }
 }
 
@@ -232,6 +233,20 @@ GlRecording::~GlRecording()
 std::vector<std::string> GlRecording::Lines() const
 {
     return LinesWhere([](const auto& line) { return !line.inner; });
+}
+
+std::vector<GlCall> GlRecording::Calls() const
+{
+    Locked state = TheState();
+    std::vector<GlCall> calls;
+    for (const gl_calls::State::Line& line : state->lines)
+    {
+        if (!line.inner)
+        {
+            calls.push_back(line.call);
+        }
+    }
+    return calls;
 }
 
 std::vector<std::string> GlRecording::AllLines() const

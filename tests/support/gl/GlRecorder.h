@@ -2,9 +2,9 @@
 #pragma once
 
 /// \file
-/// The OpenGL recorder of the stream tests. Their program defines the gl... and glu... functions
-/// itself, so the library's calls arrive here, become one line of text each, and draw nothing.
-/// No context is needed.
+/// The OpenGL recorder of the stream tests and of the benchmark of drawing. Their programs define
+/// the gl... and glu... functions themselves, so the library's calls arrive here, become one line
+/// of text each, and draw nothing. No context is needed.
 ///
 /// A line is the function's name and its arguments, set apart by one space:
 ///
@@ -76,6 +76,14 @@ struct GlVertex
     bool operator==(const GlVertex&) const = default;
 };
 
+/// A call as numbers. Enumerators, bit sets and booleans are their values, and arrays stand one
+/// value after the other; memory is left out. Floats and doubles are exact.
+struct GlCall
+{
+    const char* name;
+    std::vector<double> arguments;
+};
+
 /// Records from its construction to its end, starting with OpenGL's initial state. One at a time.
 /// Calls from all threads are recorded.
 class GlRecording
@@ -90,6 +98,8 @@ public:
 
     /// The library's own calls.
     std::vector<std::string> Lines() const;
+    /// The same, as numbers.
+    std::vector<GlCall> Calls() const;
     /// With those that GLU made inside, indented.
     std::vector<std::string> AllLines() const;
     /// The lines of these functions alone.
