@@ -57,3 +57,15 @@ struct BmpFile
             .Get();
     }
 };
+
+/// One pixel of colour 3, with a table of 256 colours of which each byte is 9.
+inline BmpFile OnePixelOf8Bits()
+{
+    BmpFile file;
+    file.width = 1;
+    file.height = 1;
+    file.bitCount = 8;
+    file.behindHeader = Bytes(1024, 9);
+    file.pixels = {3, 0, 0, 0};
+    return file;
+}
