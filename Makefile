@@ -10,7 +10,7 @@ export PACKAGES ?=
 # More options for CMake: make test OPTIONS=-DORVANE_WERROR=ON
 OPTIONS ?=
 
-.PHONY: all demo test bench install format lint clean packages
+.PHONY: all demo test bench fuzz install format lint clean packages
 
 all: packages
 	@tools/install-packages test
@@ -31,13 +31,21 @@ test: packages
 	@tools/install-packages test
 	cmake --preset $(PRESET) $(OPTIONS) -DORVANE_BUILD_TESTS=ON
 	cmake --build --preset $(PRESET) -j $(JOBS)
-	ctest --preset $(PRESET)
+	@tools/run-tests $(PRESET)
 
 bench: packages
 	@tools/install-packages bench
 	cmake --preset $(PRESET) $(OPTIONS) -DORVANE_BUILD_BENCH=ON
 	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane_bench
 	$(BUILD)/bin/orvane_bench
+
+# Runs every fuzz target, all of them together for SECONDS.
+SECONDS ?= 60
+fuzz: packages
+	@tools/install-packages lint fuzz
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
+	tools/fuzz build/fuzz $(SECONDS)
 
 install: packages
 	cmake --preset $(PRESET) $(OPTIONS) -DORVANE_BUILD_TESTS=OFF -DCMAKE_INSTALL_PREFIX="$(PREFIX)"
