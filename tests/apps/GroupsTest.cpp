@@ -10,7 +10,7 @@ namespace
 
 TEST(Groups, EqualKeysShareAGroupAndGroupsKeepTheOrderInWhichTheyCame)
 {
-    Groups<std::string, int> groups;
+    orvane::Groups<std::string, int> groups;
     for (const char* const key : {"b", "a", "b", "c", "b"})
     {
         ++groups.Of(key);
@@ -36,7 +36,7 @@ struct CountedKey
 TEST(Groups, TakingInAsManyKeysAsThereAreGroupsComparesEachWithFewOthers)
 {
     constexpr int count = 65536;  // 2 to the power of 16
-    Groups<CountedKey, int> groups;
+    orvane::Groups<CountedKey, int> groups;
     CountedKey::comparisons = 0;
     for (int i = 0; i < count; ++i)
     {

@@ -183,9 +183,9 @@ TEST_F(ToolInfoFiles, TwoThousandDamagedFilesAreDescribedOrRefused)
         std::ofstream(path, std::ios::binary) << damaged;
         try
         {
-            const Json json = Json::parse(TellScene(path, true));
+            const Json json = Json::parse(orvane::DescribeScene(path, orvane::InfoFormat::Json));
             EXPECT_EQ(json.at("kind").get<std::string>(), "scene");
-            EXPECT_FALSE(TellScene(path, false).empty());
+            EXPECT_FALSE(orvane::DescribeScene(path, orvane::InfoFormat::Text).empty());
             ++told;
         }
         catch (const orvane::Error& failure)

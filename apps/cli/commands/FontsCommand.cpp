@@ -62,7 +62,7 @@ void ListFonts(const FontsOptions& options)
             continue;
         }
         names += font.name + '\n';
-        json.BeginObject(JsonWriter::onOneLine);
+        json.BeginObject(JsonWriter::Layout::OneLine);
         json.Member("name", font.name);
         json.Member("family", font.family);
         json.Member("style", font.style);

@@ -70,7 +70,7 @@ void WritePart(JsonWriter& json, const SceneObject& scene, const PickedPart& pic
                         : picked.kind == HitKind::Triangle ? "triangle"
                                                            : "node");
     json.Key("path");
-    json.BeginArray(JsonWriter::onOneLine);
+    json.BeginArray(JsonWriter::Layout::OneLine);
     for (const int index : picked.path)
     {
         json.Value(index);
@@ -106,7 +106,7 @@ std::string PartsToJson(const SceneObject& scene, const std::vector<PickedPart>&
     json.BeginArray();
     for (std::size_t i = 1; i < parts.size(); ++i)
     {
-        json.BeginObject(JsonWriter::onOneLine);
+        json.BeginObject(JsonWriter::Layout::OneLine);
         WritePart(json, scene, parts[i]);
         json.EndObject();
     }

@@ -9,12 +9,11 @@
 
 #include <algorithm>
 
-namespace
+namespace orvane
 {
 
-using orvane::ChunkContent;
-using orvane::ChunkIdText;
-using orvane::KindOfChunk;
+namespace
+{
 
 // Chunks may be nested as deep as the file is long. Deeper lines are indented no further.
 constexpr int deepestIndent = 20;
@@ -104,3 +103,5 @@ std::string ChunkTreeText(const std::vector<ChunkEntry>& chunks)
     }
     return table.Text();
 }
+
+}  // namespace orvane

@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+namespace orvane
+{
+
 /// One chunk of a 3D Studio file, as it is stored.
 struct ChunkEntry
 {
@@ -22,3 +25,5 @@ std::vector<ChunkEntry> ReadChunkTree(const std::string& path);
 
 /// The tree as lines, each indented by the depth.
 std::string ChunkTreeText(const std::vector<ChunkEntry>& chunks);
+
+}  // namespace orvane

@@ -6,6 +6,9 @@
 #include <utility>
 #include <vector>
 
+namespace orvane
+{
+
 /// Collects elements into groups of equal keys. The groups keep the order in which their keys were
 /// first seen. Finding a group takes about log2(number of groups) comparisons of keys with `<`.
 template <typename Key, typename Group>
@@ -31,3 +34,5 @@ private:
     std::map<Key, std::size_t> indices_;
     std::vector<Entry> entries_;
 };
+
+}  // namespace orvane

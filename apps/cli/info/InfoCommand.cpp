@@ -23,13 +23,13 @@ struct InfoOptions
     std::optional<std::string> dump;
 };
 
-void Tell(const InfoOptions& options)
+void PrintInfo(const InfoOptions& options)
 {
     const bool isMeshFile = IsMeshFile(options.file);
     if (!isMeshFile && (options.chunks || options.dump))
     {
-        throw Error(options.file, std::string("is no 3D Studio file, which ") +
-                                      (options.dump ? "--dump" : "--chunks") + " is for");
+        throw Error(options.file, std::string(options.dump ? "--dump" : "--chunks") +
+                                      " works only with 3D Studio files, and this is not one");
     }
     if (options.dump)
     {
@@ -38,8 +38,10 @@ void Tell(const InfoOptions& options)
         output.Commit();
         return;
     }
-    WriteToStandardOutput(isMeshFile ? TellMeshFile(options.file, options.json, options.chunks)
-                                     : TellScene(options.file, options.json));
+    const InfoFormat format = options.json ? InfoFormat::Json : InfoFormat::Text;
+    const ChunkListing chunks = options.chunks ? ChunkListing::Tree : ChunkListing::None;
+    WriteToStandardOutput(isMeshFile ? DescribeMeshFile(options.file, format, chunks)
+                                     : DescribeScene(options.file, format));
 }
 
 }  // namespace
@@ -47,18 +49,19 @@ void Tell(const InfoOptions& options)
 void AddInfoCommand(CLI::App& app)
 {
     CLI::App& command =
-        *app.add_subcommand("info", "Tell what is in the file of a scene, or of meshes");
+        *app.add_subcommand("info", "Print what is in a scene or in a 3D Studio file");
     const auto options = std::make_shared<InfoOptions>();
     command
         .add_option("FILE", options->file,
-                    "A scene, as \"render --save\" writes it, or a 3D\nStudio file (.3ds)")
+                    "A scene that \"render --save\" wrote, or a 3D\nStudio file (.3ds)")
         ->required();
-    command.add_flag("--json", options->json, "As a JSON object");
+    command.add_flag("--json", options->json, "Print a JSON object");
     command.add_flag("--chunks", options->chunks,
-                     "Of a 3D Studio file, the tree of its chunks too");
+                     "3D Studio files only: print the tree of all\nchunks too");
     command
         .add_option("--dump", options->dump,
-                    "Writes its vertices, faces and normals as text\ninstead; - is standard output")
+                    "3D Studio files only: write the vertices, faces\nand normals as text into "
+                    "FILE and print nothing\nelse; - is standard output")
         ->option_text("FILE");
-    command.callback([options] { Tell(*options); });
+    command.callback([options] { PrintInfo(*options); });
 }

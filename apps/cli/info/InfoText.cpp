@@ -10,19 +10,20 @@
 #include <cmath>
 #include <cstdio>
 
-using namespace orvane;
-
-std::string Short(double value)
+namespace orvane
 {
-    constexpr double nothing = 5e-7;  // what only rounding makes of 0
+
+std::string ShortNumber(double value)
+{
+    constexpr double roundingError = 5e-7;  // numbers below this are shown as 0
     char digits[32];
-    std::snprintf(digits, sizeof digits, "%.4g", std::fabs(value) < nothing ? 0.0 : value);
+    std::snprintf(digits, sizeof digits, "%.4g", std::fabs(value) < roundingError ? 0.0 : value);
     return digits;
 }
 
 std::string Triple(double x, double y, double z)
 {
-    return Short(x) + " " + Short(y) + " " + Short(z);
+    return ShortNumber(x) + " " + ShortNumber(y) + " " + ShortNumber(z);
 }
 
 std::string Triple(const Vector& vector)
@@ -35,7 +36,7 @@ std::string CountText(int count, const std::string& one, const std::string& many
     return std::to_string(count) + " " + (count == 1 ? one : many);
 }
 
-std::string Grouped(std::uint64_t number)
+std::string GroupedNumber(std::uint64_t number)
 {
     std::string digits = std::to_string(number);
     for (std::size_t end = digits.size(); end > 3; end -= 3)
@@ -55,7 +56,7 @@ std::string MaterialText(const NamedColor& material)
     {
         text += "  emission " + ColorText(glow);
     }
-    text += "  shininess " + Short(material.GetShininess());
+    text += "  shininess " + ShortNumber(material.GetShininess());
     return text + "  " + Quoted(ToUtf8(material.GetName()));
 }
 
@@ -78,3 +79,5 @@ void WriteMaterial(JsonWriter& json, const NamedColor& material)
     WriteColor(json, "specular", material.GetSpecularColor());
     json.Member("shininess", material.GetShininess());
 }
+
+}  // namespace orvane

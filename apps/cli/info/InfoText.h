@@ -5,22 +5,38 @@
 #include <string>
 
 class ColorVector;
-class JsonWriter;
 class NamedColor;
 class Vector;
 
-// How values are told: for people, and as JSON.
+namespace orvane
+{
 
-/// A number with as many digits as people read.
-std::string Short(double value);
+class JsonWriter;
+
+/// How `orvane info` prints what it finds.
+enum class InfoFormat
+{
+    Text,  ///< lines for people
+    Json   ///< one JSON object
+};
+
+// Values as text for people, and as JSON.
+
+/// The number with four significant digits.
+std::string ShortNumber(double value);
+/// Three numbers with four significant digits, separated by spaces.
 std::string Triple(double x, double y, double z);
 std::string Triple(const Vector& vector);
+/// As "1 face" or "12 faces".
 std::string CountText(int count, const std::string& one, const std::string& many);
-/// The number with commas between its thousands.
-std::string Grouped(std::uint64_t number);
+/// The number with a comma before every three digits, as "12,345".
+std::string GroupedNumber(std::uint64_t number);
+/// The colours, the shininess and the name, on one line.
 std::string MaterialText(const NamedColor& material);
 
 void WriteColor(JsonWriter& json, const char* key, const ColorVector& color);
 void WriteVector(JsonWriter& json, const char* key, const Vector& vector);
-/// The members of a material, into an object that is open.
+/// Writes a material as members of the object that is open.
 void WriteMaterial(JsonWriter& json, const NamedColor& material);
+
+}  // namespace orvane

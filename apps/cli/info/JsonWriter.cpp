@@ -5,14 +5,18 @@
 #include <cmath>
 #include <cstdio>
 
+namespace orvane
+{
+
 namespace
 {
 
 constexpr std::string_view replacement = "\uFFFD";
 constexpr std::size_t indent = 2;
 
-/// The length of the character at the beginning of the text, 0 when that is not UTF-8 (which has
-/// no surrogates, no character above U+10FFFF and none in more bytes than it needs).
+/// The length in bytes of the character at the beginning of the text, or 0 if it is not UTF-8.
+/// UTF-8 has no surrogates, no characters above U+10FFFF, and no character in more bytes than it
+/// needs.
 std::size_t CharacterLength(std::string_view text)
 {
     const auto byte = [text](std::size_t i) {
@@ -103,15 +107,15 @@ void JsonWriter::Begin(char bracket, Layout layout)
 {
     Separate();
     text_ += bracket;
-    const bool inOneLine = !open_.empty() && open_.back().layout == onOneLine;
-    open_.push_back({inOneLine ? onOneLine : layout, true});
+    const bool inOneLine = !open_.empty() && open_.back().layout == Layout::OneLine;
+    open_.push_back({inOneLine ? Layout::OneLine : layout, true});
 }
 
 void JsonWriter::End(char bracket)
 {
     const Open closed = open_.back();
     open_.pop_back();
-    if (closed.layout == onLines && !closed.isEmpty)
+    if (closed.layout == Layout::Lines && !closed.isEmpty)
     {
         BreakLine();
     }
@@ -133,7 +137,7 @@ void JsonWriter::Separate()
     }
     Open& container = open_.back();
     text_ += container.isEmpty ? "" : ",";
-    if (container.layout == onLines)
+    if (container.layout == Layout::Lines)
     {
         BreakLine();
     }
@@ -176,3 +180,5 @@ std::string Quoted(std::string_view text)
 {
     return Escape(text);
 }
+
+}  // namespace orvane

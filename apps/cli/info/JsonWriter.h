@@ -8,30 +8,33 @@
 #include <type_traits>
 #include <vector>
 
-/// Writes one JSON text (UTF-8), value by value. Inside an object each value follows its key.
+namespace orvane
+{
+
+/// Writes one JSON text in UTF-8, value by value. Inside an object each value follows its key.
 ///
 ///     JsonWriter json;
 ///     json.BeginObject();
 ///     json.Member("name", "Front");
 ///     json.Key("size");
-///     json.BeginArray(JsonWriter::onOneLine);
+///     json.BeginArray(JsonWriter::Layout::OneLine);
 ///     ...
 ///
-/// Numbers are written with the fewest digits that give the same number again; those that JSON
-/// does not have (infinite, not a number) become null. In texts, bytes that are not UTF-8 become
-/// U+FFFD, and characters that could steer a terminal are escaped.
+/// Numbers are written with the fewest digits from which the same number is read again. Infinity
+/// and not-a-number, which JSON does not have, are written as null. In texts, bytes that are not
+/// UTF-8 become U+FFFD, and control characters, which could change a terminal, are escaped.
 class JsonWriter
 {
 public:
-    enum Layout
+    enum class Layout
     {
-        onLines,   ///< each element on a line of its own, indented
-        onOneLine  ///< with all that is inside
+        Lines,   ///< each element on a line of its own, indented
+        OneLine  ///< the container and everything inside it on one line
     };
 
-    void BeginObject(Layout layout = onLines) { Begin('{', layout); }
+    void BeginObject(Layout layout = Layout::Lines) { Begin('{', layout); }
     void EndObject() { End('}'); }
-    void BeginArray(Layout layout = onLines) { Begin('[', layout); }
+    void BeginArray(Layout layout = Layout::Lines) { Begin('[', layout); }
     void EndArray() { End(']'); }
     void Key(std::string_view key);
 
@@ -59,7 +62,7 @@ public:
     void Numbers(std::string_view key, Number... numbers)
     {
         Key(key);
-        BeginArray(onOneLine);
+        BeginArray(Layout::OneLine);
         (Value(numbers), ...);
         EndArray();
     }
@@ -68,6 +71,7 @@ public:
     std::string Result() const { return text_ + '\n'; }
 
 private:
+    /// An object or array whose end has not been written.
     struct Open
     {
         Layout layout;
@@ -87,6 +91,8 @@ private:
     bool hasKey_ = false;
 };
 
-/// A text for people, with marks around it and its control characters escaped, so that it takes one
-/// line and steers no terminal.
+/// The text in quotation marks, with its control characters escaped: it takes one line and cannot
+/// change a terminal.
 std::string Quoted(std::string_view text);
+
+}  // namespace orvane

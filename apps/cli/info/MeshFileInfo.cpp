@@ -17,13 +17,12 @@
 #include <filesystem>
 #include <sstream>
 
-using namespace orvane;
+namespace orvane
+{
 
 namespace
 {
 
-using orvane::ChunkIdText;
-using orvane::KindOfChunk;
 using SkippedPart = ThreeDStudioObject::SkippedPart;
 
 const std::string& NameOf(const TriangularMeshObject& mesh)
@@ -91,7 +90,7 @@ std::string SkippedText(const WatchedImport& import)
     TextTable table;
     for (const auto& [key, total] : groups.Entries())
     {
-        table.Add({CountText(total.count, "chunk", "chunks"), Grouped(total.bytes) + " bytes",
+        table.Add({CountText(total.count, "chunk", "chunks"), GroupedNumber(total.bytes) + " bytes",
                    key.first, key.second});
     }
     return "\nSkipped: " + std::to_string(import.skipped.size()) + "\n" + table.Text();
@@ -99,7 +98,7 @@ std::string SkippedText(const WatchedImport& import)
 
 void WriteMesh(JsonWriter& json, const TriangularMeshObject& mesh)
 {
-    json.BeginObject(JsonWriter::onOneLine);
+    json.BeginObject(JsonWriter::Layout::OneLine);
     json.Member("name", ToUtf8(NameOf(mesh).c_str()));
     json.Member("vertices", mesh.GetVerticies()->GetSize());
     json.Member("faces", mesh.GetFaces()->GetSize());
@@ -115,7 +114,7 @@ void WriteMesh(JsonWriter& json, const TriangularMeshObject& mesh)
 
 void WriteSkipped(JsonWriter& json, const SkippedPart& part)
 {
-    json.BeginObject(JsonWriter::onOneLine);
+    json.BeginObject(JsonWriter::Layout::OneLine);
     json.Member("parent", ChunkIdText(part.parent));
     json.Key("id");
     part.id == 0 ? json.Null() : json.Text(ChunkIdText(part.id));
@@ -128,7 +127,7 @@ void WriteSkipped(JsonWriter& json, const SkippedPart& part)
 
 void WriteChunk(JsonWriter& json, const ChunkEntry& chunk)
 {
-    json.BeginObject(JsonWriter::onOneLine);
+    json.BeginObject(JsonWriter::Layout::OneLine);
     json.Member("depth", chunk.depth);
     json.Member("id", ChunkIdText(chunk.id));
     json.Member("name", KindOfChunk(chunk.id).name);
@@ -158,7 +157,7 @@ std::string ToJson(const std::string& path, std::uint64_t bytes, const WatchedIm
     array("materials", [&] {
         for (int i = 0; i < import.materials.GetSize(); ++i)
         {
-            json.BeginObject(JsonWriter::onOneLine);
+            json.BeginObject(JsonWriter::Layout::OneLine);
             WriteMaterial(json, import.materials.GetAt(i));
             json.EndObject();
         }
@@ -197,19 +196,21 @@ catch (const CFileException&)
     return false;
 }
 
-std::string TellMeshFile(const std::string& path, bool json, bool chunks)
+std::string DescribeMeshFile(const std::string& path, InfoFormat format, ChunkListing chunks)
 {
     WatchedImport import;
     ImportMeshes(import, path);
     const std::uint64_t bytes = std::filesystem::file_size(path);
-    const std::vector<ChunkEntry> tree = chunks ? ReadChunkTree(path) : std::vector<ChunkEntry>();
-    if (json)
+    const bool withTree = chunks == ChunkListing::Tree;
+    const std::vector<ChunkEntry> tree = withTree ? ReadChunkTree(path) : std::vector<ChunkEntry>();
+    if (format == InfoFormat::Json)
     {
-        return ToJson(path, bytes, import, chunks ? &tree : nullptr);
+        return ToJson(path, bytes, import, withTree ? &tree : nullptr);
     }
-    return Quoted(path) + ": a 3D Studio file, " + Grouped(bytes) + " bytes\n" +
+    return Quoted(path) + ": a 3D Studio file, " + GroupedNumber(bytes) + " bytes\n" +
            MeshesText(import) + MaterialsText(import) + SkippedText(import) +
-           (chunks ? "\nChunks: " + std::to_string(tree.size()) + "\n" + ChunkTreeText(tree) : "");
+           (withTree ? "\nChunks: " + std::to_string(tree.size()) + "\n" + ChunkTreeText(tree)
+                     : "");
 }
 
 void DumpMeshes(const std::string& path, OutputFile& output)
@@ -231,3 +232,5 @@ void DumpMeshes(const std::string& path, OutputFile& output)
         output.Write(text.str().data(), text.str().size());
     });
 }
+
+}  // namespace orvane

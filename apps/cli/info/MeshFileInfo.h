@@ -1,21 +1,31 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "apps/cli/info/InfoText.h"
+
 #include <string>
 
 namespace orvane
 {
+
 class OutputFile;
-}
 
-// What is in a 3D Studio file. All but the first throw orvane::Error when it cannot be read.
+// These functions describe 3D Studio files. They throw Error if a file cannot be read.
 
-/// Whether the file begins as such a file does.
+/// Whether the file begins like a 3D Studio file. False if it cannot be read.
 bool IsMeshFile(const std::string& path);
 
-/// The meshes and materials that an import makes of it, and what it skips and why; for people or as
-/// one JSON object. With \p chunks, the tree of its chunks too.
-std::string TellMeshFile(const std::string& path, bool json, bool chunks);
+enum class ChunkListing
+{
+    None,
+    Tree
+};
 
-/// The vertices, faces and normals of all meshes as text.
-void DumpMeshes(const std::string& path, orvane::OutputFile& output);
+/// Describes the meshes and materials that an import makes of a file, and the parts that it skips
+/// with the reasons. Adds the tree of all chunks if it is asked for.
+std::string DescribeMeshFile(const std::string& path, InfoFormat format, ChunkListing chunks);
+
+/// Writes the vertices, faces and normals of all meshes as text.
+void DumpMeshes(const std::string& path, OutputFile& output);
+
+}  // namespace orvane

@@ -5,8 +5,13 @@
 #include "document/SceneNames.h"
 #include "scene/DrawingObject.h"
 
+namespace orvane
+{
+
 std::string TitleOf(const DrawingObject& node)
 {
-    const std::string name = orvane::NameOfNode(node);
+    const std::string name = NameOfNode(node);
     return node.GetRuntimeClass()->m_lpszClassName + (name.empty() ? name : " " + Quoted(name));
 }
+
+}  // namespace orvane

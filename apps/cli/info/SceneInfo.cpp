@@ -22,7 +22,8 @@
 #include <cmath>
 #include <cstdio>
 
-using namespace orvane;
+namespace orvane
+{
 
 namespace
 {
@@ -30,7 +31,7 @@ namespace
 std::string TextureText(const TextureMap& texture)
 {
     std::string text = Quoted(texture.filename.Text()) + ", " + QualityName(texture.GetQuality());
-    text += ", " + Short(texture.GetRepeatRate()) + " times across";
+    text += ", " + ShortNumber(texture.GetRepeatRate()) + " times across";
     text += texture.ShouldScaleWithObject() ? ", scales with the node" : "";
     return text + (texture.ShouldTexture() ? "" : ", switched off");
 }
@@ -40,13 +41,14 @@ std::string EdgesText(const OrvString& text)
     std::string edges = StyleName(text.GetBevelStyle());
     if (!text.ShouldSquareEdges())
     {
-        edges += " " + Short(text.GetBevelDepth()) + " on " + LocationName(text.GetBevelLocation());
+        edges += " " + ShortNumber(text.GetBevelDepth()) + " on " +
+                 LocationName(text.GetBevelLocation());
         edges += text.ShouldScaleBevels() ? ", scales" : "";
     }
     return edges;
 }
 
-void AddText(TextTable& table, const OrvString& text)
+void AddRowsOfText(TextTable& table, const OrvString& text)
 {
     const auto* const inFont = dynamic_cast<const OrvFontString*>(&text);
     const OrvFont* const font = inFont != nullptr ? inFont->GetFont() : nullptr;
@@ -58,12 +60,12 @@ void AddText(TextTable& table, const OrvString& text)
     table.Add({"", "bevel", MaterialText(text.GetBevelColor())});
 }
 
-void AddNode(TextTable& table, const DrawingObject& node, const NodePath& path)
+void AddRowsOfNode(TextTable& table, const DrawingObject& node, const NodePath& path)
 {
     table.AddLine(PathText(path), TitleOf(node) + (node.IsDeleted() ? ", deleted" : ""));
     if (const auto* const text = dynamic_cast<const OrvString*>(&node))
     {
-        AddText(table, *text);
+        AddRowsOfText(table, *text);
     }
     else if (const auto* const mesh = dynamic_cast<const TriangularMeshObject*>(&node))
     {
@@ -93,7 +95,7 @@ void AddNode(TextTable& table, const DrawingObject& node, const NodePath& path)
     {
         NodePath below = path;
         below.push_back(i);
-        AddNode(table, *node.GetChildByIndex(i), below);
+        AddRowsOfNode(table, *node.GetChildByIndex(i), below);
     }
 }
 
@@ -101,10 +103,10 @@ std::string CameraText(const ProjectionData& lens)
 {
     if (lens.IsOrthographic())
     {
-        return "orthographic, " + Short(lens.GetOrthographicWidth()) + " wide";
+        return "orthographic, " + ShortNumber(lens.GetOrthographicWidth()) + " wide";
     }
-    return "perspective, " + Short(lens.GetFieldOfViewAngle()) + " degrees, lens " +
-           Short(lens.GetLensLength()) + " mm";
+    return "perspective, " + ShortNumber(lens.GetFieldOfViewAngle()) + " degrees, lens " +
+           ShortNumber(lens.GetLensLength()) + " mm";
 }
 
 std::string PlaceOf(const CoordinateTransform& transform)
@@ -122,8 +124,8 @@ std::string BackgroundText(const SceneObject& scene)
         return color;
     }
     return color + ", " + Quoted(picture.filename.Text()) + " " + PlacementName(picture.placement) +
-           " at " + Short(picture.GetHorizontalLocation()) + "," +
-           Short(picture.GetVerticalLocation());
+           " at " + ShortNumber(picture.GetHorizontalLocation()) + "," +
+           ShortNumber(picture.GetVerticalLocation());
 }
 
 std::string LightsText(const SceneObject& scene)
@@ -182,7 +184,7 @@ std::string SceneToText(const SceneDocument& document)
     TextTable nodes;
     for (int i = 0; i < scene.GetChildCount(); ++i)
     {
-        AddNode(nodes, *scene.GetChildByIndex(i), {i});
+        AddRowsOfNode(nodes, *scene.GetChildByIndex(i), {i});
     }
     TextTable records;
     for (const auto& [record, count] : document.records)
@@ -190,14 +192,16 @@ std::string SceneToText(const SceneDocument& document)
         records.Add({record.first, "version " + std::to_string(record.second),
                      CountText(count, "record", "records")});
     }
-    return Quoted(document.path) + ": a scene, " + Grouped(document.bytes) +
+    return Quoted(document.path) + ": a scene, " + GroupedNumber(document.bytes) +
            " bytes, texts in code page " + std::to_string(GetACP()) + "\n" + general.Text() +
            "\nNodes: " + std::to_string(scene.GetDescendentCount()) + "\n" + nodes.Text() +
            LightsText(scene) + SavedViewsText(scene) + "\nRecords\n" + records.Text();
 }
 
-std::string TellScene(const std::string& path, bool json)
+std::string DescribeScene(const std::string& path, InfoFormat format)
 {
     const SceneDocument document = SceneDocument::Load(path, FontProgress());
-    return json ? SceneToJson(document) : SceneToText(document);
+    return format == InfoFormat::Json ? SceneToJson(document) : SceneToText(document);
 }
+
+}  // namespace orvane

@@ -1,18 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "apps/cli/info/InfoText.h"
+
 #include <string>
 
 namespace orvane
 {
+
 class SceneDocument;
-}
 
-/// What is in the file of a scene, for people or as JSON. Throws orvane::Error when it cannot be
-/// read.
-std::string TellScene(const std::string& path, bool json);
+/// Describes the scene in a file. Throws Error if it cannot be read.
+std::string DescribeScene(const std::string& path, InfoFormat format);
 
-/// One JSON object with a line break behind it.
-std::string SceneToJson(const orvane::SceneDocument& document);
-/// Lines in columns. Colours are diffuse ones.
-std::string SceneToText(const orvane::SceneDocument& document);
+/// One JSON object and a line break.
+std::string SceneToJson(const SceneDocument& document);
+/// Lines in columns, for people. A light is shown in its diffuse colour.
+std::string SceneToText(const SceneDocument& document);
+
+}  // namespace orvane

@@ -16,7 +16,8 @@
 
 #include <cmath>
 
-using namespace orvane;
+namespace orvane
+{
 
 namespace
 {
@@ -30,7 +31,7 @@ void WriteMatrix(JsonWriter& json, const char* key, const CoordinateTransform& t
 {
     const double* const matrix = transform.GetCompositeMatrix();
     json.Key(key);
-    json.BeginArray(JsonWriter::onOneLine);
+    json.BeginArray(JsonWriter::Layout::OneLine);
     for (int i = 0; i < 16; ++i)
     {
         json.Value(matrix[i]);
@@ -41,7 +42,7 @@ void WriteMatrix(JsonWriter& json, const char* key, const CoordinateTransform& t
 void WriteMaterial(JsonWriter& json, const char* key, const NamedColor& material)
 {
     json.Key(key);
-    json.BeginObject(JsonWriter::onOneLine);
+    json.BeginObject(JsonWriter::Layout::OneLine);
     WriteMaterial(json, material);
     json.EndObject();
 }
@@ -55,7 +56,7 @@ void WriteTexture(JsonWriter& json, const TextureMap& texture)
         json.Null();
         return;
     }
-    json.BeginObject(JsonWriter::onOneLine);
+    json.BeginObject(JsonWriter::Layout::OneLine);
     json.Member("name", ToUtf8(texture.GetName()));
     json.Member("file", texture.filename.Text());
     json.Member("on", texture.ShouldTexture() != 0);
@@ -78,7 +79,7 @@ void WriteBounds(JsonWriter& json, const DrawingObject& node)
     json.BeginObject();
     const auto box = [&json](const char* key, const Vector& minimum, const Vector& maximum) {
         json.Key(key);
-        json.BeginObject(JsonWriter::onOneLine);
+        json.BeginObject(JsonWriter::Layout::OneLine);
         WriteVector(json, "minimum", minimum);
         WriteVector(json, "maximum", maximum);
         json.EndObject();
@@ -129,7 +130,7 @@ void WriteImport(JsonWriter& json, const ThreeDStudioObject& import)
     json.BeginArray();
     for (int i = 0; i < import.materials.GetSize(); ++i)
     {
-        json.BeginObject(JsonWriter::onOneLine);
+        json.BeginObject(JsonWriter::Layout::OneLine);
         WriteMaterial(json, import.materials.GetAt(i));
         json.EndObject();
     }
@@ -140,7 +141,7 @@ void WriteNode(JsonWriter& json, const DrawingObject& node, const NodePath& path
 {
     json.BeginObject();
     json.Key("path");
-    json.BeginArray(JsonWriter::onOneLine);
+    json.BeginArray(JsonWriter::Layout::OneLine);
     for (const int index : path)
     {
         json.Value(index);
@@ -238,7 +239,7 @@ void WriteBackground(JsonWriter& json, const SceneObject& scene)
     }
     else
     {
-        json.BeginObject(JsonWriter::onOneLine);
+        json.BeginObject(JsonWriter::Layout::OneLine);
         json.Member("name", ToUtf8(picture.GetName()));
         json.Member("file", picture.filename.Text());
         json.Member("placement", PlacementName(picture.placement));
@@ -294,7 +295,7 @@ std::string SceneToJson(const SceneDocument& document)
     json.BeginArray();
     for (const auto& [record, count] : document.records)
     {
-        json.BeginObject(JsonWriter::onOneLine);
+        json.BeginObject(JsonWriter::Layout::OneLine);
         json.Member("class", record.first);
         json.Member("version", record.second);
         json.Member("count", count);
@@ -304,3 +305,5 @@ std::string SceneToJson(const SceneDocument& document)
     json.EndObject();
     return json.Result();
 }
+
+}  // namespace orvane

@@ -3,6 +3,9 @@
 
 #include <algorithm>
 
+namespace orvane
+{
+
 namespace
 {
 
@@ -47,3 +50,5 @@ std::string TextTable::Text() const
     }
     return text;
 }
+
+}  // namespace orvane

@@ -4,6 +4,9 @@
 #include <string>
 #include <vector>
 
+namespace orvane
+{
+
 /// Rows of cells (UTF-8) in columns that are as wide as their widest cell, for a terminal.
 class TextTable
 {
@@ -27,3 +30,5 @@ private:
     };
     std::vector<Row> rows_;
 };
+
+}  // namespace orvane
