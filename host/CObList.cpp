@@ -3,11 +3,6 @@
 
 #include "host/CArchive.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <string>
-#include <utility>
-
 IMPLEMENT_SERIAL(CObList, CObject, 0)
 
 struct CObList::Node
@@ -21,13 +16,7 @@ struct CObList::Node
     Element element;
 };
 
-CObList::CObList(int blockSize)
-{
-    if (blockSize != usualBlockSize_)
-    {
-        body_.Get().blockSize = std::max(blockSize, 1);
-    }
-}
+CObList::CObList(int /*blockSize*/) {}
 
 CObList::~CObList()
 {
@@ -39,83 +28,79 @@ CObList::Node* CObList::AsNode(POSITION position)
     return reinterpret_cast<Node*>(position);
 }
 
-CObList::Node* CObList::NewNode(Node* previous, Node* next, CObject* element)
+POSITION CObList::AsPosition(Node* node)
 {
-    Body& body = body_.Get();
-    Node* node = body.free;
-    if (node != nullptr)
+    return reinterpret_cast<POSITION>(node);
+}
+
+CObList::Node* CObList::Tail() const
+{
+    return head_ != nullptr ? head_->previous : nullptr;
+}
+
+CObList::Node* CObList::NextOf(const Node* node) const
+{
+    return node->next != head_ ? node->next : nullptr;
+}
+
+CObList::Node* CObList::PreviousOf(const Node* node) const
+{
+    return node != head_ ? node->previous : nullptr;
+}
+
+CObList::Node* CObList::InsertNode(Node* next, CObject* element)
+{
+    Node* const node = new Node;
+    node->element = element;
+    if (next == nullptr)
     {
-        body.free = node->next;
+        node->previous = node->next = head_ = node;
     }
     else
     {
-        Node* const block = new Node[std::size_t{1} + body.blockSize];
-        block->next = std::exchange(body.blocks, block);
-        node = block + 1;
-        for (int i = body.blockSize; i > 1; --i)
-        {
-            block[i].next = std::exchange(body.free, block + i);
-        }
+        node->next = next;
+        node->previous = next->previous;
+        node->previous->next = node;
+        next->previous = node;
     }
-    node->previous = previous;
-    node->next = next;
-    node->element = element;
-    (previous != nullptr ? previous->next : body.head) = node;
-    (next != nullptr ? next->previous : body.tail) = node;
-    ++body.count;
+    ++count_;
     return node;
-}
-
-// What a list has that is not empty.
-const CObList::Body& CObList::Filled() const
-{
-    return *body_.IfMade();
-}
-
-void CObList::Unlink(Node* node)
-{
-    Body& body = body_.Get();
-    (node->previous != nullptr ? node->previous->next : body.head) = node->next;
-    (node->next != nullptr ? node->next->previous : body.tail) = node->previous;
-    node->next = body.free;
-    body.free = node;
-    --body.count;
 }
 
 CObject*& CObList::GetHead()
 {
-    return Filled().head->element;
+    return head_->element;
 }
 
 CObject* CObList::GetHead() const
 {
-    return Filled().head->element;
+    return head_->element;
 }
 
 CObject*& CObList::GetTail()
 {
-    return Filled().tail->element;
+    return Tail()->element;
 }
 
 CObject* CObList::GetTail() const
 {
-    return Filled().tail->element;
+    return Tail()->element;
 }
 
 POSITION CObList::GetHeadPosition() const
 {
-    return reinterpret_cast<POSITION>(body_.Read().head);
+    return AsPosition(head_);
 }
 
 POSITION CObList::GetTailPosition() const
 {
-    return reinterpret_cast<POSITION>(body_.Read().tail);
+    return AsPosition(Tail());
 }
 
 CObject*& CObList::GetNext(POSITION& position)
 {
     Node* const node = AsNode(position);
-    position = reinterpret_cast<POSITION>(node->next);
+    position = AsPosition(NextOf(node));
     return node->element;
 }
 
@@ -127,7 +112,7 @@ CObject* CObList::GetNext(POSITION& position) const
 CObject*& CObList::GetPrev(POSITION& position)
 {
     Node* const node = AsNode(position);
-    position = reinterpret_cast<POSITION>(node->previous);
+    position = AsPosition(PreviousOf(node));
     return node->element;
 }
 
@@ -153,20 +138,21 @@ void CObList::SetAt(POSITION position, CObject* element)
 
 POSITION CObList::AddHead(CObject* element)
 {
-    return reinterpret_cast<POSITION>(NewNode(nullptr, body_.Read().head, element));
+    head_ = InsertNode(head_, element);
+    return AsPosition(head_);
 }
 
 POSITION CObList::AddTail(CObject* element)
 {
-    return reinterpret_cast<POSITION>(NewNode(body_.Read().tail, nullptr, element));
+    // Before the head is behind the tail.
+    return AsPosition(InsertNode(head_, element));
 }
 
 void CObList::AddHead(const CObList* list)
 {
-    // Backwards, and no more than there were: the list may be this one, which grows at its head.
-    const Body& body = list->body_.Read();
-    int remaining = body.count;
-    for (const Node* node = body.tail; remaining > 0; --remaining, node = node->previous)
+    // The list may be this one, which grows at its head: count the elements, from its tail.
+    int remaining = list->count_;
+    for (const Node* node = list->Tail(); remaining > 0; --remaining, node = node->previous)
     {
         AddHead(node->element);
     }
@@ -174,9 +160,9 @@ void CObList::AddHead(const CObList* list)
 
 void CObList::AddTail(const CObList* list)
 {
-    const Body& body = list->body_.Read();
-    int remaining = body.count;
-    for (const Node* node = body.head; remaining > 0; --remaining, node = node->next)
+    // The list may be this one, which grows at its tail.
+    int remaining = list->count_;
+    for (const Node* node = list->head_; remaining > 0; --remaining, node = node->next)
     {
         AddTail(node->element);
     }
@@ -185,82 +171,86 @@ void CObList::AddTail(const CObList* list)
 CObject* CObList::RemoveHead()
 {
     CObject* const element = GetHead();
-    Unlink(Filled().head);
+    RemoveAt(GetHeadPosition());
     return element;
 }
 
 CObject* CObList::RemoveTail()
 {
     CObject* const element = GetTail();
-    Unlink(Filled().tail);
+    RemoveAt(GetTailPosition());
     return element;
 }
 
 void CObList::RemoveAt(POSITION position)
 {
-    Unlink(AsNode(position));
+    Node* const node = AsNode(position);
+    if (node == head_)
+    {
+        head_ = NextOf(node);
+    }
+    node->previous->next = node->next;
+    node->next->previous = node->previous;
+    delete node;
+    --count_;
 }
 
 void CObList::RemoveAll()
 {
-    if (body_.IfMade() == nullptr)
+    while (!IsEmpty())
     {
-        return;
+        RemoveHead();
     }
-    Body& body = body_.Get();
-    while (body.blocks != nullptr)
-    {
-        delete[] std::exchange(body.blocks, body.blocks->next);
-    }
-    body.head = body.tail = body.free = nullptr;
-    body.count = 0;
 }
 
 POSITION CObList::InsertBefore(POSITION position, CObject* element)
 {
-    Node* const node = AsNode(position);
-    return node == nullptr ? AddHead(element)
-                           : reinterpret_cast<POSITION>(NewNode(node->previous, node, element));
+    if (position == nullptr || AsNode(position) == head_)
+    {
+        return AddHead(element);
+    }
+    return AsPosition(InsertNode(AsNode(position), element));
 }
 
 POSITION CObList::InsertAfter(POSITION position, CObject* element)
 {
-    Node* const node = AsNode(position);
-    return node == nullptr ? AddTail(element)
-                           : reinterpret_cast<POSITION>(NewNode(node, node->next, element));
+    if (position == nullptr)
+    {
+        return AddTail(element);
+    }
+    return AsPosition(InsertNode(AsNode(position)->next, element));
 }
 
 POSITION CObList::Find(const CObject* element, POSITION startAfter) const
 {
-    Node* node = startAfter == nullptr ? body_.Read().head : AsNode(startAfter)->next;
+    Node* node = startAfter == nullptr ? head_ : NextOf(AsNode(startAfter));
     while (node != nullptr && node->element != element)
     {
-        node = node->next;
+        node = NextOf(node);
     }
-    return reinterpret_cast<POSITION>(node);
+    return AsPosition(node);
 }
 
 POSITION CObList::FindIndex(int index) const
 {
-    const Body& body = body_.Read();
-    if (index < 0 || index >= body.count)
+    if (index < 0 || index >= count_)
     {
         return nullptr;
     }
-    Node* node = body.head;
+    Node* node = head_;
     for (; index > 0; --index)
     {
         node = node->next;
     }
-    return reinterpret_cast<POSITION>(node);
+    return AsPosition(node);
 }
 
 void CObList::Serialize(CArchive& archive)
 {
     if (archive.IsStoring())
     {
-        archive.WriteCount(static_cast<DWORD>(GetCount()));
-        for (const Node* node = body_.Read().head; node != nullptr; node = node->next)
+        archive.WriteCount(static_cast<DWORD>(count_));
+        for (const Node* node = head_; node != nullptr; node = NextOf(node))
         {
             archive.WriteObject(node->element);
         }

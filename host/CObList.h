@@ -2,31 +2,32 @@
 #pragma once
 
 #include "host/CObject.h"
-#include "host/MadeWhenUsed.h"
 
 struct __POSITION;
 
 /// A place in a list; null is none. It stays valid until its node is removed.
 using POSITION = __POSITION*;
 
-/// A doubly linked list of object pointers, which it does not own. One of the usual block size that
-/// never held anything, as of most nodes, takes no memory but itself, two pointers.
+/// A doubly linked list of object pointers, which it does not own. Each element has a list node of
+/// its own, allocated when the element is added and freed when it is removed; an empty list
+/// allocates nothing.
 ///
-/// Its record is the count and then each element as an object reference; loading appends. When
-/// loading throws, what was appended by then stays: the list's owner decides what becomes of it.
+/// The record is the count and then each element as an object reference. Loading appends to the
+/// elements that are there. When loading throws, the elements read so far stay in the list; the
+/// list's owner decides what to do with them.
 class ORVANE_API CObList : public CObject
 {
     DECLARE_SERIAL(CObList)
 
 public:
-    /// \param blockSize nodes are allocated that many at a time, at least 1.
-    explicit CObList(int blockSize = usualBlockSize_);
+    /// The block size is accepted and ignored: programs written for the interface pass one.
+    explicit CObList(int blockSize = 10);
     ~CObList() override;
     CObList(const CObList&) = delete;
     CObList& operator=(const CObList&) = delete;
 
-    int GetCount() const { return body_.Read().count; }
-    BOOL IsEmpty() const { return GetCount() == 0; }
+    int GetCount() const { return count_; }
+    BOOL IsEmpty() const { return count_ == 0; }
 
     // The element operations below need a list that is not empty or a position of this list.
     CObject*& GetHead();
@@ -72,23 +73,18 @@ protected:
     virtual const CRuntimeClass* GetElementClass() const { return nullptr; }
 
 private:
-    static constexpr int usualBlockSize_ = 10;
-
     struct Node;
-    struct Body
-    {
-        Node* head = nullptr;
-        Node* tail = nullptr;
-        int count = 0;
-        int blockSize = usualBlockSize_;
-        Node* free = nullptr;    // a chain of nodes that hold nothing
-        Node* blocks = nullptr;  // the first node of each is no element's and leads to the next
-    };
 
     static Node* AsNode(POSITION position);
-    Node* NewNode(Node* previous, Node* next, CObject* element);
-    void Unlink(Node* node);
-    const Body& Filled() const;
+    static POSITION AsPosition(Node* node);
+    Node* Tail() const;
+    /// The neighbours of a node; null behind the tail and before the head.
+    Node* NextOf(const Node* node) const;
+    Node* PreviousOf(const Node* node) const;
+    /// Adds a node before \p next, or as the first node of the list when \p next is null.
+    Node* InsertNode(Node* next, CObject* element);
 
-    MadeWhenUsed<Body> body_;
+    // The nodes form a ring: the tail is the node before the head, and the head follows the tail.
+    Node* head_ = nullptr;
+    int count_ = 0;
 };

@@ -127,7 +127,7 @@ TEST_F(CObListWithLeaves, PositionsStayValidWhileOthersAreRemoved)
     EXPECT_EQ(Numbers(list), "123098");
 }
 
-TEST_F(CObListWithLeaves, NodesAreUsedAgainAcrossBlocks)
+TEST_F(CObListWithLeaves, AListCanBeFilledAndEmptiedManyTimes)
 {
     CObList list(3);
     for (int round = 0; round < 100; ++round)
@@ -149,7 +149,7 @@ TEST_F(CObListWithLeaves, NodesAreUsedAgainAcrossBlocks)
     EXPECT_EQ(Numbers(list), "2");
 }
 
-TEST_F(CObListWithLeaves, BlockSizeBelowOneCountsAsOne)
+TEST_F(CObListWithLeaves, TheBlockSizeDoesNotMatter)
 {
     CObList list(-4);
     list.AddTail(&leaf[1]);
