@@ -13,20 +13,26 @@ IMPLEMENT_SERIAL(NamedColor, Color, VERSIONABLE_SCHEMA | 1)
 static constexpr UINT nameResource = 21000;
 static constexpr UINT shininessResource = 321;
 
-/// A component that the profile holds as a percentage, in file order.
+/// A colour component that the profile holds as a percentage.
 struct NamedColor::ProfileEntry
 {
     UINT resource;
-    ColorVector Body_::*color;
+    ColorVector Color::*color;
     float ColorVector::*component;
 };
 
+// In the order in which the profile has them.
 const NamedColor::ProfileEntry NamedColor::profileEntries_[] = {
-    {311, &Body_::ambient, &ColorVector::red},    {312, &Body_::ambient, &ColorVector::green},
-    {313, &Body_::ambient, &ColorVector::blue},   {314, &Body_::diffuse, &ColorVector::red},
-    {315, &Body_::diffuse, &ColorVector::green},  {316, &Body_::diffuse, &ColorVector::blue},
-    {320, &Body_::diffuse, &ColorVector::alpha},  {317, &Body_::specular, &ColorVector::red},
-    {318, &Body_::specular, &ColorVector::green}, {319, &Body_::specular, &ColorVector::blue},
+    {311, &NamedColor::ambientColor, &ColorVector::red},
+    {312, &NamedColor::ambientColor, &ColorVector::green},
+    {313, &NamedColor::ambientColor, &ColorVector::blue},
+    {314, &NamedColor::diffuseColor, &ColorVector::red},
+    {315, &NamedColor::diffuseColor, &ColorVector::green},
+    {316, &NamedColor::diffuseColor, &ColorVector::blue},
+    {320, &NamedColor::diffuseColor, &ColorVector::alpha},
+    {317, &NamedColor::specularColor, &ColorVector::red},
+    {318, &NamedColor::specularColor, &ColorVector::green},
+    {319, &NamedColor::specularColor, &ColorVector::blue},
 };
 
 /// Whole percent, of the product in float: 0.9 is 90, though just below it as a double.
@@ -50,17 +56,6 @@ static CString ProfileSection(int index, const CString& section, const CString& 
     return text;
 }
 
-NamedColor::NamedColor(const Color& color, const char* newName) : Color(color)
-{
-    SetName(newName);
-    SetColorGroup(0);  // it may have been that of another NamedColor
-}
-
-NamedColor::NamedColor(const char* newName)
-{
-    SetName(newName);
-}
-
 NamedColor::NamedColor(int index, const CString& section, const CString& prefix)
 {
     Load(index, section, prefix);
@@ -69,32 +64,22 @@ NamedColor::NamedColor(int index, const CString& section, const CString& prefix)
 void NamedColor::Reset()
 {
     Color::Reset();
-    if (body_.IfMade() != nullptr)
-    {
-        SetName(Body_().name);
-    }
-}
-
-NamedColor& NamedColor::operator=(const NamedColor& other)
-{
-    body_ = other.body_;
-    return *this;
+    name = NamedColor().name;
 }
 
 NamedColor& NamedColor::operator=(unsigned long colorRef)
 {
-    Body_& body = body_.Get();
-    const ColorVector& diffuse = body.diffuse = colorRef;
-    body.ambient.SetColorVector(diffuse.red * 0.5f, diffuse.green * 0.5f, diffuse.blue * 0.5f,
+    const ColorVector& diffuse = diffuseColor = colorRef;
+    ambientColor.SetColorVector(diffuse.red * 0.5f, diffuse.green * 0.5f, diffuse.blue * 0.5f,
                                 1.0f);
-    body.emission.Clear();
+    emissionColor.Clear();
     const float brighten = 1.0f / std::max(std::max(diffuse.red, diffuse.green), diffuse.blue);
-    body.specular.SetColorVector(diffuse.red * brighten, diffuse.green * brighten,
-                                 diffuse.blue * brighten, body.specular.alpha);
-    body.shininess = 64.0f;
-    body.name.Format("Palette Color - R%u G%u B%u", static_cast<unsigned int>(Percent(diffuse.red)),
-                     static_cast<unsigned int>(Percent(diffuse.green)),
-                     static_cast<unsigned int>(Percent(diffuse.blue)));
+    specularColor.SetColorVector(diffuse.red * brighten, diffuse.green * brighten,
+                                 diffuse.blue * brighten, specularColor.alpha);
+    shininess = 64.0f;
+    name.Format("Palette Color - R%u G%u B%u", static_cast<unsigned int>(Percent(diffuse.red)),
+                static_cast<unsigned int>(Percent(diffuse.green)),
+                static_cast<unsigned int>(Percent(diffuse.blue)));
     return *this;
 }
 
@@ -106,15 +91,14 @@ int NamedColor::Load(int index, const CString& section, const CString& prefix)
         return static_cast<int>(app.GetProfileInt(place, ResourceText(resource), 0));
     };
 
-    Body_& body = body_.Get();
-    body.name = app.GetProfileString(place, ResourceText(nameResource), "Invalid Material");
+    name = app.GetProfileString(place, ResourceText(nameResource), "Invalid Material");
     for (const ProfileEntry& entry : profileEntries_)
     {
-        body.*entry.color.*entry.component = static_cast<float>(number(entry.resource) * 0.01);
+        this->*entry.color.*entry.component = static_cast<float>(number(entry.resource) * 0.01);
     }
-    body.ambient.alpha = 1.0f;
-    body.specular.alpha = 1.0f;
-    body.shininess = static_cast<float>(number(shininessResource));
+    ambientColor.alpha = 1.0f;
+    specularColor.alpha = 1.0f;
+    shininess = static_cast<float>(number(shininessResource));
     return 1;
 }
 
@@ -123,14 +107,13 @@ int NamedColor::Save(int index, const CString& section, const CString& prefix) c
     CWinApp& app = *AfxGetApp();
     const CString place = ProfileSection(index, section, prefix);
 
-    app.WriteProfileString(place, ResourceText(nameResource), GetName());
-    const Body_& body = body_.Read();
+    app.WriteProfileString(place, ResourceText(nameResource), name);
     for (const ProfileEntry& entry : profileEntries_)
     {
         app.WriteProfileInt(place, ResourceText(entry.resource),
-                            Percent(body.*entry.color.*entry.component));
+                            Percent(this->*entry.color.*entry.component));
     }
-    app.WriteProfileInt(place, ResourceText(shininessResource), TruncateToLong(body.shininess));
+    app.WriteProfileInt(place, ResourceText(shininessResource), TruncateToLong(shininess));
     return 1;
 }
 
@@ -144,12 +127,12 @@ void NamedColor::Serialize(CArchive& archive)
         return;
     }
     WriteRecordVersion(archive, RUNTIME_CLASS(NamedColor));
-    archive << body_.Read().group;
-    archive << body_.Read().name;
+    archive << colorGroup;
+    archive << name;
 }
 
 void NamedColor::DeserializeVersion1(CArchive& archive)
 {
-    archive >> body_.Get().group;
-    archive >> body_.Get().name;
+    archive >> colorGroup;
+    archive >> name;
 }

@@ -16,17 +16,18 @@ public:
     /// "Medium Gray".
     NamedColor() = default;
     NamedColor(const NamedColor& other) = default;
-    NamedColor& operator=(const NamedColor& other);
-    NamedColor(const Color& color, const char* newName);
+    NamedColor& operator=(const NamedColor& other) = default;
+    /// Takes the colours alone: the group is 0, whatever group the given material has.
+    NamedColor(const Color& color, const char* newName) : Color(color), name(newName) {}
     /// Medium grey of another name.
-    NamedColor(const char* newName);
+    NamedColor(const char* newName) : name(newName) {}
     /// Loads from the profile.
     NamedColor(int index, const CString& section, const CString& prefix);
 
-    const char* GetName() const { return body_.Read().name; }
-    void SetName(const char* newName) { body_.Get().name = newName; }
-    unsigned long GetColorGroup() const { return body_.Read().group; }
-    void SetColorGroup(unsigned long group) { body_.Get().group = static_cast<DWORD>(group); }
+    const char* GetName() const { return name; }
+    void SetName(const char* newName) { name = newName; }
+    unsigned long GetColorGroup() const { return colorGroup; }
+    void SetColorGroup(unsigned long group) { colorGroup = static_cast<DWORD>(group); }
 
     /// Makes a complete material of a COLORREF: the ambient colour is half as bright, the specular
     /// one as bright as its hue allows, and the name tells the percentages. Group, diffuse alpha
@@ -45,6 +46,10 @@ public:
 
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
+
+protected:
+    DWORD colorGroup = 0;
+    CString name = "Medium Gray";
 
 private:
     struct ProfileEntry;
