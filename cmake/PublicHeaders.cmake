@@ -38,7 +38,6 @@ set(ORVANE_PUBLIC_HEADERS
   host/FlagAccessors.h
   host/GrowableArray.h
   host/ListOrder.h
-  host/MadeWhenUsed.h
   host/MultibyteCompare.h
   host/Resources.h
   host/TypedList.h
@@ -47,7 +46,6 @@ set(ORVANE_PUBLIC_HEADERS
   geometry/DVector.h
   geometry/ExtentObject.h
   geometry/Line.h
-  geometry/PackedVector.h
   geometry/Point.h
   geometry/ProjectionData.h
   geometry/Sphere.h

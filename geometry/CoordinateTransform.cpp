@@ -4,8 +4,8 @@
 #include "host/RecordVersion.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstdint>
+#include <cmath>
+#include <cstring>
 
 IMPLEMENT_SERIAL(CoordinateTransform, CObject, VERSIONABLE_SCHEMA | 1)
 
@@ -17,16 +17,16 @@ constexpr double identity[16] = {1.0, 0.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0,
 
 }  // namespace
 
-// What Reset gives, without computing the product of identities.
-CoordinateTransform::Settings_::Settings_() : scale(1.0, 1.0, 1.0)
+CoordinateTransform::Settings::Settings() : scale(1.0, 1.0, 1.0)
 {
+    // The product of identities needs no computing.
     for (double* const matrix : {compositeMatrix, externalMatrix, rotationMatrix})
     {
         LoadIdentity(matrix);
     }
 }
 
-void CoordinateTransform::Settings_::Regenerate()
+void CoordinateTransform::Settings::Regenerate()
 {
     double part[16];
     ComposeTranslationMatrix(translation, part);
@@ -36,41 +36,76 @@ void CoordinateTransform::Settings_::Regenerate()
     MultiplyMatricies(compositeMatrix, part);
 }
 
-bool CoordinateTransform::IsIdentity() const
+bool CoordinateTransform::Settings::AreInitial() const
 {
-    return std::equal(identity, identity + 16, Read_().compositeMatrix, [](double a, double b) {
-        return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-    });
+    const auto isIdentity = [](const double* matrix) {
+        return std::memcmp(matrix, identity, sizeof identity) == 0;
+    };
+    return isIdentity(compositeMatrix) && isIdentity(externalMatrix) &&
+           isIdentity(rotationMatrix) && scale.IsSameAs(DVector(1.0, 1.0, 1.0)) &&
+           translation.IsSameAs(DVector());
+}
+
+CoordinateTransform::CoordinateTransform(const CoordinateTransform& other) : CObject(other)
+{
+    *this = other;
+}
+
+CoordinateTransform& CoordinateTransform::operator=(const CoordinateTransform& other)
+{
+    // Settings that are there stay where they are: somebody may have a pointer to a matrix.
+    if (settings_ != nullptr || other.settings_ != nullptr)
+    {
+        EnsureSettings() = other.CurrentSettings();
+    }
+    return *this;
+}
+
+const CoordinateTransform::Settings& CoordinateTransform::InitialSettings()
+{
+    // Never destroyed: objects with static storage may ask for it while the process ends.
+    static const Settings* const initial = new Settings;
+    return *initial;
+}
+
+const CoordinateTransform::Settings& CoordinateTransform::CurrentSettings() const
+{
+    return settings_ != nullptr ? *settings_ : InitialSettings();
+}
+
+CoordinateTransform::Settings& CoordinateTransform::EnsureSettings()
+{
+    if (settings_ == nullptr)
+    {
+        settings_ = std::make_unique<Settings>();
+    }
+    return *settings_;
 }
 
 void CoordinateTransform::Reset()
 {
-    if (settings_.IfMade() != nullptr)
+    if (settings_ != nullptr)
     {
-        Settings_& own = settings_.Get();
-        own.scale.SetDVector(1.0, 1.0, 1.0);
-        own.translation.SetDVector(0.0, 0.0, 0.0);
-        ResetRotation();
+        *settings_ = Settings();
     }
 }
 
 void CoordinateTransform::ResetRotation()
 {
-    if (settings_.IfMade() != nullptr)
+    if (settings_ != nullptr)
     {
-        Settings_& own = settings_.Get();
         LoadIdentity();
-        LoadIdentity(own.externalMatrix);
-        own.Regenerate();
+        LoadIdentity(settings_->externalMatrix);
+        settings_->Regenerate();
     }
 }
 
 void CoordinateTransform::LoadIdentity()
 {
-    if (settings_.IfMade() != nullptr)
+    if (settings_ != nullptr)
     {
-        LoadIdentity(settings_.Get().compositeMatrix);
-        LoadIdentity(settings_.Get().rotationMatrix);
+        LoadIdentity(settings_->compositeMatrix);
+        LoadIdentity(settings_->rotationMatrix);
     }
 }
 
@@ -81,54 +116,54 @@ void CoordinateTransform::LoadIdentity(double* matrix)
 
 void CoordinateTransform::LoadComposite(const double* matrix)
 {
-    std::copy_n(matrix, 16, settings_.Get().compositeMatrix);
+    std::copy_n(matrix, 16, EnsureSettings().compositeMatrix);
 }
 
 void CoordinateTransform::SetScale(const DVector& newScale)
 {
-    Settings_& own = settings_.Get();
+    Settings& own = EnsureSettings();
     own.scale = newScale;
     own.Regenerate();
 }
 
 void CoordinateTransform::SetTranslation(const DVector& newTranslation)
 {
-    Settings_& own = settings_.Get();
+    Settings& own = EnsureSettings();
     own.translation = newTranslation;
     own.Regenerate();
 }
 
 void CoordinateTransform::SetRotation(double degrees, const DVector& axis)
 {
-    Settings_& own = settings_.Get();
+    Settings& own = EnsureSettings();
     ComposeRotationMatrix(degrees, axis, own.rotationMatrix);
     own.Regenerate();
 }
 
 void CoordinateTransform::SetRotationMatrix(const double* matrix)
 {
-    Settings_& own = settings_.Get();
+    Settings& own = EnsureSettings();
     std::copy_n(matrix, 16, own.rotationMatrix);
     own.Regenerate();
 }
 
 void CoordinateTransform::SetRotationMatrix(const float* matrix)
 {
-    Settings_& own = settings_.Get();
+    Settings& own = EnsureSettings();
     std::copy_n(matrix, 16, own.rotationMatrix);
     own.Regenerate();
 }
 
 void CoordinateTransform::SetAlignmentRotation(const DVector& a, const DVector& b, const DVector& c)
 {
-    Settings_& own = settings_.Get();
+    Settings& own = EnsureSettings();
     ComposeAlignmentRotationMatrix(a, b, c, own.rotationMatrix);
     own.Regenerate();
 }
 
 void CoordinateTransform::Rotate(double degrees, const DVector& axis)
 {
-    Settings_& own = settings_.Get();
+    Settings& own = EnsureSettings();
     double turn[16];
     ComposeRotationMatrix(degrees, axis, turn);
     MultiplyMatricies(turn, own.rotationMatrix, own.rotationMatrix);
@@ -137,7 +172,7 @@ void CoordinateTransform::Rotate(double degrees, const DVector& axis)
 
 void CoordinateTransform::Scale(const DVector& factors)
 {
-    Settings_& own = settings_.Get();
+    Settings& own = EnsureSettings();
     double scaling[16];
     ComposeScalingMatrix(factors, scaling);
     own.scale.SetDVector(own.scale.x * factors.x, own.scale.y * factors.y, own.scale.z * factors.z);
@@ -146,7 +181,7 @@ void CoordinateTransform::Scale(const DVector& factors)
 
 void CoordinateTransform::Translate(const DVector& offset)
 {
-    Settings_& own = settings_.Get();
+    Settings& own = EnsureSettings();
     own.translation += offset;
     own.compositeMatrix[12] += offset.x;
     own.compositeMatrix[13] += offset.y;
@@ -155,35 +190,37 @@ void CoordinateTransform::Translate(const DVector& offset)
 
 void CoordinateTransform::Combine(const CoordinateTransform* other)
 {
-    Settings_& own = settings_.Get();
-    MultiplyMatricies(other->Read_().compositeMatrix, own.externalMatrix, own.externalMatrix);
+    Settings& own = EnsureSettings();
+    MultiplyMatricies(other->CurrentSettings().compositeMatrix, own.externalMatrix,
+                      own.externalMatrix);
     own.Regenerate();
 }
 
 void CoordinateTransform::CombineExternal(const CoordinateTransform* other)
 {
-    Settings_& own = settings_.Get();
-    MultiplyMatricies(other->Read_().externalMatrix, own.externalMatrix, own.externalMatrix);
+    Settings& own = EnsureSettings();
+    MultiplyMatricies(other->CurrentSettings().externalMatrix, own.externalMatrix,
+                      own.externalMatrix);
     own.Regenerate();
 }
 
 void CoordinateTransform::ExternalToRotation()
 {
-    Settings_& own = settings_.Get();
+    Settings& own = EnsureSettings();
     std::copy_n(own.externalMatrix, 16, own.rotationMatrix);
     std::fill_n(own.rotationMatrix + 12, 3, 0.0);
 }
 
 void CoordinateTransform::ExternalToTranslation()
 {
-    Settings_& own = settings_.Get();
+    Settings& own = EnsureSettings();
     const double* const external = own.externalMatrix;
     own.translation.SetDVector(external[12], external[13], external[14]);
 }
 
 void CoordinateTransform::InvertRotations()
 {
-    Settings_& own = settings_.Get();
+    Settings& own = EnsureSettings();
     ComposeInverseRotationMatrix(own.externalMatrix, own.externalMatrix);
     ComposeInverseRotationMatrix(own.rotationMatrix, own.rotationMatrix);
     own.Regenerate();
@@ -336,62 +373,62 @@ auto Translator(const DVector& t)
 
 void CoordinateTransform::TransformVectors(const Vector* in, Vector* out, int count) const
 {
-    MapPoints(in, out, count, Transformer(Read_().compositeMatrix));
+    MapPoints(in, out, count, Transformer(CurrentSettings().compositeMatrix));
 }
 
 void CoordinateTransform::TransformDVectors(const DVector* in, DVector* out, int count) const
 {
-    MapPoints(in, out, count, Transformer(Read_().compositeMatrix));
+    MapPoints(in, out, count, Transformer(CurrentSettings().compositeMatrix));
 }
 
 void CoordinateTransform::UntransformVectors(const Vector* in, Vector* out, int count) const
 {
-    MapPoints(in, out, count, Untransformer(Read_().compositeMatrix));
+    MapPoints(in, out, count, Untransformer(CurrentSettings().compositeMatrix));
 }
 
 void CoordinateTransform::UntransformDVectors(const DVector* in, DVector* out, int count) const
 {
-    MapPoints(in, out, count, Untransformer(Read_().compositeMatrix));
+    MapPoints(in, out, count, Untransformer(CurrentSettings().compositeMatrix));
 }
 
 void CoordinateTransform::RotateVectors(const Vector* in, Vector* out, int count) const
 {
-    MapPoints(in, out, count, Rotator(Read_().compositeMatrix));
+    MapPoints(in, out, count, Rotator(CurrentSettings().compositeMatrix));
 }
 
 void CoordinateTransform::RotateDVectors(const DVector* in, DVector* out, int count) const
 {
-    MapPoints(in, out, count, Rotator(Read_().compositeMatrix));
+    MapPoints(in, out, count, Rotator(CurrentSettings().compositeMatrix));
 }
 
 void CoordinateTransform::UnrotateVectors(const Vector* in, Vector* out, int count) const
 {
-    MapPoints(in, out, count, Unrotator(Read_().compositeMatrix));
+    MapPoints(in, out, count, Unrotator(CurrentSettings().compositeMatrix));
 }
 
 void CoordinateTransform::UnrotateDVectors(const DVector* in, DVector* out, int count) const
 {
-    MapPoints(in, out, count, Unrotator(Read_().compositeMatrix));
+    MapPoints(in, out, count, Unrotator(CurrentSettings().compositeMatrix));
 }
 
 void CoordinateTransform::ScaleVectors(const Vector* in, Vector* out, int count) const
 {
-    MapPoints(in, out, count, Scaler(Read_().scale));
+    MapPoints(in, out, count, Scaler(CurrentSettings().scale));
 }
 
 void CoordinateTransform::ScaleDVectors(const DVector* in, DVector* out, int count) const
 {
-    MapPoints(in, out, count, Scaler(Read_().scale));
+    MapPoints(in, out, count, Scaler(CurrentSettings().scale));
 }
 
 void CoordinateTransform::TranslateVectors(const Vector* in, Vector* out, int count) const
 {
-    MapPoints(in, out, count, Translator(Read_().translation));
+    MapPoints(in, out, count, Translator(CurrentSettings().translation));
 }
 
 void CoordinateTransform::TranslateDVectors(const DVector* in, DVector* out, int count) const
 {
-    MapPoints(in, out, count, Translator(Read_().translation));
+    MapPoints(in, out, count, Translator(CurrentSettings().translation));
 }
 
 void CoordinateTransform::Serialize(CArchive& archive)
@@ -403,29 +440,41 @@ void CoordinateTransform::Serialize(CArchive& archive)
         return;
     }
     WriteRecordVersion(archive, RUNTIME_CLASS(CoordinateTransform));
-    const Settings_& now = Read_();
-    for (const double* matrix : {now.compositeMatrix, now.externalMatrix, now.rotationMatrix})
-    {
-        for (int i = 0; i < 16; ++i)
-        {
-            archive << matrix[i];
-        }
-    }
-    // Copies, because a record is read and written by the same operation.
-    DVector(now.scale).Serialize(archive);
-    DVector(now.translation).Serialize(archive);
+    // A copy, because the members' records are read and written by the same operation.
+    Settings(CurrentSettings()).Serialize(archive);
 }
 
 void CoordinateTransform::DeserializeVersion1(CArchive& archive)
 {
-    Settings_& own = settings_.Get();
-    for (double* matrix : {own.compositeMatrix, own.externalMatrix, own.rotationMatrix})
+    if (settings_ != nullptr)
+    {
+        settings_->Serialize(archive);
+        return;
+    }
+    Settings loaded;
+    loaded.Serialize(archive);
+    if (!loaded.AreInitial())
+    {
+        EnsureSettings() = loaded;
+    }
+}
+
+void CoordinateTransform::Settings::Serialize(CArchive& archive)
+{
+    for (double* const matrix : {compositeMatrix, externalMatrix, rotationMatrix})
     {
         for (int i = 0; i < 16; ++i)
         {
-            archive >> matrix[i];
+            if (archive.IsLoading())
+            {
+                archive >> matrix[i];
+            }
+            else
+            {
+                archive << matrix[i];
+            }
         }
     }
-    own.scale.Serialize(archive);
-    own.translation.Serialize(archive);
+    scale.Serialize(archive);
+    translation.Serialize(archive);
 }

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "geometry/DVector.h"
-#include "host/MadeWhenUsed.h"
+
+#include <memory>
 
 /// Placement of a scene node. A point is scaled, rotated, translated, then taken through the
 /// external matrix.
@@ -11,11 +12,13 @@
 /// 4 * c + r is row r of column c, and elements 12, 13, 14 hold the translation. Angles are
 /// degrees, right-handed about the axis, which need not have unit length.
 ///
-/// The composite is kept ready. What rebuilds it from the parts says so; Scale and Translate edit
-/// it in place instead, so a later rebuild may move it.
+/// The composite matrix is kept ready. Operations that rebuild it from the separate settings say
+/// so; Scale and Translate edit it in place instead, so that a later rebuild may move it.
 ///
-/// A transform that was never changed, as of most nodes of an imported file, takes no memory for
-/// its settings: they are made when one is changed or a pointer to a matrix is asked for.
+/// Most transforms are never changed: all nodes of an imported file stay where the file has them.
+/// The settings, 448 bytes, are therefore allocated by the first change, and by a pointer through
+/// which a matrix can be changed. Questions to a transform that was never changed are answered from
+/// one set of initial values that all of them share. Loading the initial values allocates nothing.
 ///
 /// Its record is the version, the composite, external and rotation matrices, scale and translation.
 class ORVANE_API CoordinateTransform : public CObject
@@ -23,21 +26,22 @@ class ORVANE_API CoordinateTransform : public CObject
     DECLARE_SERIAL(CoordinateTransform)
 
 public:
-    // The live 16 doubles.
-    double* GetCompositeMatrix() { return settings_.Get().compositeMatrix; }
-    const double* GetCompositeMatrix() const { return settings_.Get().compositeMatrix; }
-    double* GetExternalMatrix() { return settings_.Get().externalMatrix; }
-    const double* GetExternalMatrix() const { return settings_.Get().externalMatrix; }
-    double* GetRotationMatrix() { return settings_.Get().rotationMatrix; }
-    const double* GetRotationMatrix() const { return settings_.Get().rotationMatrix; }
+    CoordinateTransform() = default;
+    CoordinateTransform(const CoordinateTransform& other);
+    CoordinateTransform& operator=(const CoordinateTransform& other);
 
-    /// The composite as it is now: not to be kept, it need not follow a change.
-    const double* CurrentCompositeMatrix() const { return Read_().compositeMatrix; }
-    /// Whether the composite is the identity, to the bit.
-    bool IsIdentity() const;
+    // The 16 doubles of a matrix. A changeable pointer stays valid, and shows every change, until
+    // the transform is destroyed. A pointer to a constant transform's matrix is for looking at
+    // once: the first change of the transform moves the matrix.
+    double* GetCompositeMatrix() { return EnsureSettings().compositeMatrix; }
+    const double* GetCompositeMatrix() const { return CurrentSettings().compositeMatrix; }
+    double* GetExternalMatrix() { return EnsureSettings().externalMatrix; }
+    const double* GetExternalMatrix() const { return CurrentSettings().externalMatrix; }
+    double* GetRotationMatrix() { return EnsureSettings().rotationMatrix; }
+    const double* GetRotationMatrix() const { return CurrentSettings().rotationMatrix; }
 
-    DVector GetScale() const { return Read_().scale; }
-    DVector GetTranslation() const { return Read_().translation; }
+    DVector GetScale() const { return CurrentSettings().scale; }
+    DVector GetTranslation() const { return CurrentSettings().translation; }
 
     /// Scale 1, no translation, and ResetRotation.
     void Reset();
@@ -126,19 +130,24 @@ public:
     void DeserializeVersion1(CArchive& archive);
 
 private:
-    struct Settings_
+    struct Settings
     {
-        Settings_();
+        Settings();
         void Regenerate();
+        void Serialize(CArchive& archive);
+        /// Whether every number is that of a new transform, to the bit.
+        bool AreInitial() const;
 
-        double compositeMatrix[16];  // external * translation * rotation * scale
-        double externalMatrix[16];   // applied outside the node's own settings
+        double compositeMatrix[16];  ///< external * translation * rotation * scale
+        double externalMatrix[16];   ///< applied outside the node's own settings
         double rotationMatrix[16];
         DVector scale;
         DVector translation;
     };
 
-    const Settings_& Read_() const { return settings_.Read(); }
+    static const Settings& InitialSettings();
+    const Settings& CurrentSettings() const;
+    Settings& EnsureSettings();
 
     // The results may be one of the operands.
     static void MultiplyMatricies(const double* a, const double* b, double* product);
@@ -151,5 +160,5 @@ private:
     static void ComposeScalingMatrix(const DVector& factors, double* matrix);
     static void ComposeTranslationMatrix(const DVector& offset, double* matrix);
 
-    MadeWhenUsed<Settings_> settings_;  // while there are none they are the initial ones
+    std::unique_ptr<Settings> settings_;  // null for a transform that was never changed
 };

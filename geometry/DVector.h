@@ -101,6 +101,9 @@ public:
         return Normalize() != 0 && other.Normalize() != 0 ? Dot(other) : 0.0;
     }
 
+    /// Whether every component has the same bits: 0 and -0 differ, and not-a-number equals itself.
+    bool IsSameAs(const DVector& other) const;
+
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
 

@@ -3,9 +3,6 @@
 
 #include "host/RecordVersion.h"
 
-#include <bit>
-#include <cstdint>
-
 IMPLEMENT_SERIAL(Sphere, CObject, VERSIONABLE_SCHEMA | 1)
 
 void Sphere::SetCenter(const Vector& newCenter)
@@ -30,20 +27,10 @@ void Sphere::SetRadius(float newRadius)
 
 void Sphere::ClearDefined()
 {
-    flags &= ~definedFlag_;
+    flags &= ~definedFlag;
     center = Vector();
     diameter = 0.0f;
     radius = 0.0f;
-}
-
-bool Sphere::IsSameAs(const Sphere& other) const
-{
-    const auto isSame = [](float a, float b) {
-        return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);
-    };
-    return isSame(center.x, other.center.x) && isSame(center.y, other.center.y) &&
-           isSame(center.z, other.center.z) && isSame(diameter, other.diameter) &&
-           isSame(radius, other.radius) && flags == other.flags;
 }
 
 void Sphere::CalculateSphere(const Vector& a, const Vector& b)

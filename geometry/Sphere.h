@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "geometry/PackedVector.h"
+#include "geometry/Vector.h"
 #include "platform/Types.h"
 
 /// A bounding sphere that can grow to enclose another. It is undefined, with everything 0, until a
@@ -22,8 +22,8 @@ public:
     void SetDiameter(float newDiameter);
     void SetRadius(float newRadius);
 
-    int IsDefined() const { return static_cast<int>(flags & definedFlag_); }
-    void SetDefined() { flags |= definedFlag_; }
+    int IsDefined() const { return static_cast<int>(flags & definedFlag); }
+    void SetDefined() { flags |= definedFlag; }
     /// Also sets centre, diameter and radius to 0.
     void ClearDefined();
 
@@ -36,18 +36,15 @@ public:
     Sphere& operator+=(const Sphere& other);
     Sphere operator+(const Sphere& other) const { return Sphere(*this) += other; }
 
-    /// Whether every field is equal to the bit, of numbers that are none and of the flags too.
-    bool IsSameAs(const Sphere& other) const;
-
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
 
 protected:
-    PackedVector center;
+    Vector center;
     float diameter = 0.0f;
     DWORD flags = 0;  ///< bit 0: defined
     float radius = 0.0f;
 
 private:
-    static constexpr DWORD definedFlag_ = 0x1;
+    static constexpr DWORD definedFlag = 0x1;
 };

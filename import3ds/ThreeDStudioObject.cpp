@@ -186,7 +186,6 @@ void ThreeDStudioObject::DeserializeVersion1(CArchive& archive)
 {
     archive >> reservedWord;
     materials.Serialize(archive);
-    const DrawingObjectList& children = Read_().children;
     for (POSITION position = children.GetHeadPosition(); position != nullptr;)
     {
         DrawingObject* const child = children.GetNext(position);

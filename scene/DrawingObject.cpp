@@ -34,30 +34,67 @@ DrawingObject::~DrawingObject()
     DestroyChildren();
     ClearUndo();
     Unlink_();
+    delete details_.load(std::memory_order_relaxed);
+}
+
+DrawingObject::Details& DrawingObject::InitialDetails()
+{
+    // Never destroyed: nodes with static storage may ask for them while the process ends.
+    static Details* const initial = new Details;
+    return *initial;
+}
+
+const DrawingObject::Details& DrawingObject::CurrentDetails() const
+{
+    const Details* const details = details_.load(std::memory_order_acquire);
+    return details != nullptr ? *details : InitialDetails();
+}
+
+DrawingObject::Details& DrawingObject::EnsureDetails()
+{
+    Details* details = details_.load(std::memory_order_acquire);
+    if (details == nullptr)
+    {
+        auto made = std::make_unique<Details>();
+        if (details_.compare_exchange_strong(details, made.get(), std::memory_order_acq_rel))
+        {
+            return *made.release();
+        }
+        // Another thread was first: its details are now in details.
+    }
+    return *details;
+}
+
+TextureMap& DrawingObject::TextureOrNone()
+{
+    return HasDetails() ? EnsureDetails().texture : InitialDetails().texture;
 }
 
 void DrawingObject::CopyFields_(const DrawingObject& other)
 {
-    constexpr int copiedHandles = 4;
-    ChangeExternalUndoStack_(other.Read_().externalUndoStack);
+    ChangeExternalUndoStack_(other.GetExternalUndoStack());
     bounds = other.bounds;
     extentsBoxColor = other.extentsBoxColor;
     flags = other.flags;
-    globalSizingHandles.CopyFirst(other.globalSizingHandles, copiedHandles);
-    localSizingHandles.CopyFirst(other.localSizingHandles, copiedHandles);
     minimumSize = other.minimumSize;
     parent = other.parent;
     handleSize = other.handleSize;
     transform = other.transform;
-    if (HasExtras_() || other.HasExtras_())
+    if (HasDetails() || other.HasDetails())
     {
-        const Extras_& theirs = other.Read_();
-        Extras_& own = Own_();
-        own.scale = theirs.scale;
-        own.scaledDimensions = theirs.scaledDimensions;
-        own.texture = theirs.texture;
-        own.unscaledDimensions = theirs.unscaledDimensions;
+        constexpr int copiedHandles = 4;
+        EnsureDetails().CopySizesAndTexture(other.CurrentDetails(), copiedHandles);
     }
+}
+
+void DrawingObject::Details::CopySizesAndTexture(const Details& other, int handleCount)
+{
+    std::copy_n(other.globalSizingHandles, handleCount, globalSizingHandles);
+    std::copy_n(other.localSizingHandles, handleCount, localSizingHandles);
+    scale = other.scale;
+    scaledDimensions = other.scaledDimensions;
+    texture = other.texture;
+    unscaledDimensions = other.unscaledDimensions;
 }
 
 void DrawingObject::SetSelected()

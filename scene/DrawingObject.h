@@ -4,17 +4,16 @@
 #include "geometry/BoundingElement.h"
 #include "geometry/CoordinateTransform.h"
 #include "geometry/DVector.h"
-#include "geometry/PackedVector.h"
 #include "geometry/Sphere.h"
 #include "geometry/Vector.h"
 #include "host/FlagAccessors.h"
-#include "host/MadeWhenUsed.h"
 #include "imaging/TextureMap.h"
 #include "material/NamedColor.h"
 #include "scene/DrawingObjectList.h"
 #include "scene/DrawingObjectStack.h"
 #include "scene/SizingHandles.h"
 
+#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -125,13 +124,13 @@ public:
     POSITION FindChildPositionByIndex(int index) const;
     DrawingObject* GetHeadChild() const;
     DrawingObject* GetTailChild() const;
-    int GetChildCount() const { return Read_().children.GetCount(); }
-    int HasChildren() const { return !Read_().children.IsEmpty(); }
+    int GetChildCount() const { return children.GetCount(); }
+    int HasChildren() const { return !children.IsEmpty(); }
     int IsChildFirst(DrawingObject* child) const;
     int IsChildLast(DrawingObject* child) const;
     /// Change what it holds through this node's operations only.
-    DrawingObjectList* GetChildren() { return &Own_().children; }
-    const DrawingObjectList* GetChildren() const { return &extras_.Get().children; }
+    DrawingObjectList* GetChildren() { return &children; }
+    const DrawingObjectList* GetChildren() const { return &children; }
 
     DrawingObject* GetParent() const { return parent; }
     void SetParent(DrawingObject* newParent) { parent = newParent; }
@@ -216,13 +215,13 @@ public:
 
     // Size. Three values of which the setters keep scaled = scale x unscaled, by axis.
 
-    DVector GetScale() const { return Read_().scale; }
+    DVector GetScale() const { return CurrentDetails().scale; }
     void SetScale(const DVector& newScale);
-    DVector GetScaledDimensions() const { return Read_().scaledDimensions; }
+    DVector GetScaledDimensions() const { return CurrentDetails().scaledDimensions; }
     /// Derives the scale, but on an axis where the unscaled dimension is 0. Nothing for the
     /// dimensions that it has.
     void SetScaledDimensions(const DVector& dimensions);
-    DVector GetUnscaledDimensions() const { return Read_().unscaledDimensions; }
+    DVector GetUnscaledDimensions() const { return CurrentDetails().unscaledDimensions; }
     /// Derives the scaled dimensions. Nothing for the dimensions that it has.
     void SetUnscaledDimensions(const DVector& dimensions);
 
@@ -245,11 +244,8 @@ public:
     /// Computes the handles from the bounds, and how large they are drawn. Always 1.
     int CalculateSizingHandles();
     /// The handle's centre, \p index 0 to 7: handle i + 4 lies opposite handle i along an edge.
-    DVector GetLocalSizingHandleCenter(int index) const { return localSizingHandles.Read()[index]; }
-    DVector GetGlobalSizingHandleCenter(int index) const
-    {
-        return globalSizingHandles.Read()[index];
-    }
+    DVector GetLocalSizingHandleCenter(int index) const { return localSizingHandles[index]; }
+    DVector GetGlobalSizingHandleCenter(int index) const { return globalSizingHandles[index]; }
     /// The handle that a picked name means; not checked against any range.
     int SizingHandleIndexFromSelectionIndex(int name) const { return name - GetChildCount(); }
 
@@ -269,9 +265,9 @@ public:
     /// Makes the material OpenGL's, for both faces.
     void PrepareMaterialColors(const NamedColor& material);
 
-    TextureMap* GetTexture() { return &Own_().texture; }
-    const TextureMap* GetTexture() const { return &extras_.Get().texture; }
-    void SetTexture(const TextureMap& newTexture) { Own_().texture = newTexture; }
+    TextureMap* GetTexture() { return &EnsureDetails().texture; }
+    const TextureMap* GetTexture() const { return &CurrentDetails().texture; }
+    void SetTexture(const TextureMap& newTexture) { EnsureDetails().texture = newTexture; }
     /// The textures among which a loaded node looks for one whose file is gone. Borrowed, null for
     /// none.
     static void SetTextureList(TextureMapList* list) { TextureList = list; }
@@ -288,17 +284,16 @@ public:
     int ClearUndo();
     /// The same for the whole subtree. 0 when no node had any.
     int ClearUndoAll();
-    DrawingObjectStack* GetExternalUndoStack() const { return Read_().externalUndoStack; }
+    DrawingObjectStack* GetExternalUndoStack() const { return CurrentDetails().externalUndoStack; }
 
-    // Of some nodes there are very many: the flags lie in the padding of the bounds.
-    [[no_unique_address]] BoundingElement bounds;
+    BoundingElement bounds;
+    NamedColor extentsBoxColor;  ///< its diffuse colour draws the extents box
     DWORD flags = 0;
-    NamedColor extentsBoxColor;         ///< its diffuse colour draws the extents box
-    DrawingObjectStack undoStack;       ///< of saved copies, owned
-    SizingHandles globalSizingHandles;  ///< handle centres in the parent's coordinates
-    SizingHandles localSizingHandles;
-    PackedDVector minimumSize;                       ///< by axis, for Resize; 0 is no limit
+    SizingHandles<HandleSpace::Global> globalSizingHandles{*this};
+    SizingHandles<HandleSpace::Local> localSizingHandles{*this};
+    DVector minimumSize;                             ///< by axis, for Resize; 0 is no limit
     double handleSize = static_cast<double>(0.05f);  ///< edge of a drawn sizing handle
+    DrawingObjectStack undoStack;                    ///< of saved copies, owned
 
 protected:
     static constexpr DWORD SelectedBit_ = 0x0001;
@@ -356,26 +351,37 @@ protected:
             viewState, [this](const Node& saved) { static_cast<Node&>(*this) = saved; });
     }
 
-    /// What most nodes of an imported file leave as it is: it takes no memory until it is set or
-    /// asked for by a pointer. A class that derives from this one looks at it through Read_ and
-    /// changes it through Own_.
-    struct Extras_
-    {
-        DVector scale{1.0, 1.0, 1.0};
-        DVector scaledDimensions;
-        DVector unscaledDimensions;
-        TextureMap texture;
-        DrawingObjectList children;
-        DrawingObjectStack* externalUndoStack = nullptr;
-        bool savedToExternalUndo = false;  ///< since the external stack was attached
-    };
-    /// Not to be kept: it need not follow a change.
-    const Extras_& Read_() const { return extras_.Read(); }
-    Extras_& Own_() { return extras_.Get(); }
-    bool HasExtras_() const { return extras_.IfMade() != nullptr; }
-
     DrawingObject* parent = nullptr;
     CoordinateTransform transform;
+    DrawingObjectList children{10};
+
+    /// The fields that few nodes of a large scene use. They are one block of memory, which a node
+    /// has from the first change of one of them on.
+    struct Details
+    {
+        DVector globalSizingHandles[8];
+        DVector localSizingHandles[8];
+        DVector scale{1.0, 1.0, 1.0};
+        DVector scaledDimensions;
+        TextureMap texture;
+        DVector unscaledDimensions;
+        DrawingObjectStack* externalUndoStack = nullptr;  ///< borrowed
+        bool savedToExternalUndo = false;                 ///< since the external stack was attached
+
+        /// Copies sizes, texture and, of each array of handles, the first \p handleCount.
+        void CopySizesAndTexture(const Details& other, int handleCount);
+        /// Whether sizes, texture and handles are those of a new node, to the bit.
+        bool AreInitial() const;
+    };
+    bool HasDetails() const { return details_.load(std::memory_order_acquire) != nullptr; }
+    /// The details, or the initial values, which all nodes without details share.
+    const Details& CurrentDetails() const;
+    /// The details, which are made if there are none. Two threads may do this at once: a host may
+    /// reach for a node's texture while another thread draws the node.
+    Details& EnsureDetails();
+    /// The node's texture, or a texture map that stays empty, which all nodes without details
+    /// share.
+    TextureMap& TextureOrNone();
 
 private:
     void CopyFields_(const DrawingObject& other);
@@ -392,10 +398,32 @@ private:
     void DeleteSavedCopy_();
     int DeleteSavedCopies_();
     static void LeaveExternalUndoStacks_(const std::vector<DrawingObject*>& nodes);
-    void SerializeFields_(CArchive& archive, DWORD version);
+    void WriteFields(CArchive& archive);
+    void ReadFields(CArchive& archive, DWORD version);
     void ReadChildren_(CArchive& archive);
     void CheckTexture_();
+    static Details& InitialDetails();
 
-    DrawingObject* keeper_ = nullptr;  // the node whose list of children this one is in
-    MadeWhenUsed<Extras_> extras_;
+    template <HandleSpace space>
+    friend class SizingHandles;
+
+    DrawingObject* keeper_ = nullptr;          // the node whose list of children this one is in
+    std::atomic<Details*> details_ = nullptr;  // owned
 };
+
+// An imported file may have tens of thousands of nodes.
+static_assert(sizeof(DrawingObject) <= 900);
+
+template <HandleSpace space>
+SizingHandles<space>::operator Centers&()
+{
+    DrawingObject::Details& details = node_.EnsureDetails();
+    return space == HandleSpace::Global ? details.globalSizingHandles : details.localSizingHandles;
+}
+
+template <HandleSpace space>
+SizingHandles<space>::operator const Centers&() const
+{
+    const DrawingObject::Details& details = node_.CurrentDetails();
+    return space == HandleSpace::Global ? details.globalSizingHandles : details.localSizingHandles;
+}

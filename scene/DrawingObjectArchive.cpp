@@ -5,6 +5,8 @@
 #include "scene/DrawingObject.h"
 #include "scene/NamedTransform.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -19,6 +21,26 @@ void SkipNamedTransforms(CArchive& archive)
     archive.ForgetObjects(known);
 }
 
+// Whether the stored fields of two textures are equal, numbers to the bit.
+bool AreSame(const TextureMap& a, const TextureMap& b)
+{
+    const auto numbers = [](const TextureMap& texture) {
+        return DVector(texture.GetRepeatRate(), texture.GetHorizontalLocation(),
+                       texture.GetVerticalLocation());
+    };
+    return a.modulate == b.modulate && a.filename == b.filename && a.placement == b.placement &&
+           a.textureFlags == b.textureFlags && a.GetName() == b.GetName() &&
+           a.GetQuality() == b.GetQuality() && numbers(a).IsSameAs(numbers(b));
+}
+
+void SerializeAll(CArchive& archive, DVector (&centers)[8])
+{
+    for (DVector& center : centers)
+    {
+        center.Serialize(archive);
+    }
+}
+
 }  // namespace
 
 void DrawingObject::Serialize(CArchive& archive)
@@ -27,7 +49,7 @@ void DrawingObject::Serialize(CArchive& archive)
     if (archive.IsStoring())
     {
         WriteRecordVersion(archive, RUNTIME_CLASS(DrawingObject));
-        SerializeFields_(archive, RUNTIME_CLASS(DrawingObject)->GetVersion());
+        WriteFields(archive);
         return;
     }
     ReadVersionedRecord(archive, *this, &DrawingObject::DeserializeVersion1,
@@ -36,67 +58,78 @@ void DrawingObject::Serialize(CArchive& archive)
 
 void DrawingObject::DeserializeVersion1(CArchive& archive)
 {
-    SerializeFields_(archive, 1);
+    ReadFields(archive, 1);
 }
 
 void DrawingObject::DeserializeVersion2(CArchive& archive)
 {
-    SerializeFields_(archive, 2);
+    ReadFields(archive, 2);
 }
 
 void DrawingObject::DeserializeVersion3(CArchive& archive)
 {
-    SerializeFields_(archive, 3);
+    ReadFields(archive, 3);
 }
 
-void DrawingObject::SerializeFields_(CArchive& archive, DWORD version)
+void DrawingObject::WriteFields(CArchive& archive)
 {
-    // Storing makes none: one that is like them all is stored.
-    const MadeWhenUsed<Extras_> initial;
-    const bool isOwn = archive.IsLoading() || HasExtras_();
-    Extras_& extras = isOwn ? Own_() : initial.Get();
+    Details& details = HasDetails() ? EnsureDetails() : InitialDetails();
+    minimumSize.Serialize(archive);
+    bounds.Serialize(archive);
+    extentsBoxColor.Serialize(archive);
+    archive << (flags & ~viewBits);
+    SerializeAll(archive, details.globalSizingHandles);
+    SerializeAll(archive, details.localSizingHandles);
+    details.scale.Serialize(archive);
+    details.scaledDimensions.Serialize(archive);
+    archive << handleSize;
+    details.texture.Serialize(archive);
+    transform.Serialize(archive);
+    details.unscaledDimensions.Serialize(archive);
+    children.Serialize(archive);
+}
+
+void DrawingObject::ReadFields(CArchive& archive, DWORD version)
+{
+    Details loaded;
     if (version >= 2)
     {
         minimumSize.Serialize(archive);
     }
     bounds.Serialize(archive);
     extentsBoxColor.Serialize(archive);
-    if (archive.IsStoring())
-    {
-        archive << (flags & ~viewBits);
-    }
-    else
-    {
-        archive >> flags;
-    }
-    globalSizingHandles.Serialize(archive);
-    localSizingHandles.Serialize(archive);
-    extras.scale.Serialize(archive);
+    archive >> flags;
+    SerializeAll(archive, loaded.globalSizingHandles);
+    SerializeAll(archive, loaded.localSizingHandles);
+    loaded.scale.Serialize(archive);
     if (version < 3)
     {
         SkipNamedTransforms(archive);
     }
-    extras.scaledDimensions.Serialize(archive);
-    if (archive.IsStoring())
-    {
-        archive << handleSize;
-    }
-    else
-    {
-        archive >> handleSize;
-    }
-    extras.texture.Serialize(archive);
+    loaded.scaledDimensions.Serialize(archive);
+    archive >> handleSize;
+    loaded.texture.Serialize(archive);
     transform.Serialize(archive);
-    extras.unscaledDimensions.Serialize(archive);
-    if (archive.IsStoring())
+    loaded.unscaledDimensions.Serialize(archive);
+    if (HasDetails() || !loaded.AreInitial())
     {
-        extras.children.Serialize(archive);
+        EnsureDetails().CopySizesAndTexture(loaded, 8);
     }
-    else
-    {
-        ReadChildren_(archive);
-        CheckTexture_();
-    }
+    ReadChildren_(archive);
+    CheckTexture_();
+}
+
+bool DrawingObject::Details::AreInitial() const
+{
+    const Details& initial = InitialDetails();
+    const auto isSame = [](const DVector& a, const DVector& b) { return a.IsSameAs(b); };
+    return std::equal(globalSizingHandles, globalSizingHandles + 8, initial.globalSizingHandles,
+                      isSame) &&
+           std::equal(localSizingHandles, localSizingHandles + 8, initial.localSizingHandles,
+                      isSame) &&
+           scale.IsSameAs(initial.scale) && scaledDimensions.IsSameAs(initial.scaledDimensions) &&
+           unscaledDimensions.IsSameAs(initial.unscaledDimensions) &&
+           AreSame(texture, initial.texture);
 }
 
 // All are read, and found to be new, before the first is linked.
@@ -104,7 +137,7 @@ void DrawingObject::ReadChildren_(CArchive& archive)
 {
     for (auto& child : ReadOwnedObjects<DrawingObject>(archive, RUNTIME_CLASS(DrawingObject)))
     {
-        Own_().children.AddTail(child.get());
+        children.AddTail(child.get());
         Link_(child.release());
     }
 }
@@ -112,7 +145,11 @@ void DrawingObject::ReadChildren_(CArchive& archive)
 // A texture whose file is gone gets the known one's of the same name, if there is one.
 void DrawingObject::CheckTexture_()
 {
-    TextureMap& texture = Own_().texture;
+    if (!HasDetails())
+    {
+        return;
+    }
+    TextureMap& texture = EnsureDetails().texture;
     texture.ValidateFile();
     if ((texture.textureFlags & TextureMap::Valid) == 0 && TextureList != nullptr &&
         !texture.GetName().IsEmpty())

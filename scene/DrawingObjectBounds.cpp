@@ -53,7 +53,6 @@ int DrawingObject::CalculateChildBounds()
     {
         return 0;
     }
-    const DrawingObjectList& children = Read_().children;
     for (POSITION position = children.GetHeadPosition(); position != nullptr;)
     {
         DrawingObject* const child = children.GetNext(position);
@@ -82,25 +81,25 @@ void DrawingObject::SetLocalBounds(const Vector& minimum, const Vector& maximum)
 
 void DrawingObject::SetScale(const DVector& newScale)
 {
-    Extras_& own = Own_();
+    Details& own = EnsureDetails();
     own.scale = newScale;
     own.scaledDimensions = ProductByAxis(newScale, own.unscaledDimensions);
 }
 
 void DrawingObject::SetScaledDimensions(const DVector& dimensions)
 {
-    if (!AreEqual(dimensions, Read_().scaledDimensions))
+    if (!AreEqual(dimensions, CurrentDetails().scaledDimensions))
     {
-        Own_().scaledDimensions = dimensions;
+        EnsureDetails().scaledDimensions = dimensions;
         DeriveScale_();
     }
 }
 
 void DrawingObject::SetUnscaledDimensions(const DVector& dimensions)
 {
-    if (!AreEqual(dimensions, Read_().unscaledDimensions))
+    if (!AreEqual(dimensions, CurrentDetails().unscaledDimensions))
     {
-        Extras_& own = Own_();
+        Details& own = EnsureDetails();
         own.unscaledDimensions = dimensions;
         own.scaledDimensions = ProductByAxis(own.scale, dimensions);
     }
@@ -114,7 +113,7 @@ void DrawingObject::DeriveScale_()
             factor = scaled / unscaled;
         }
     };
-    Extras_& own = Own_();
+    Details& own = EnsureDetails();
     derive(own.scale.x, own.scaledDimensions.x, own.unscaledDimensions.x);
     derive(own.scale.y, own.scaledDimensions.y, own.unscaledDimensions.y);
     derive(own.scale.z, own.scaledDimensions.z, own.unscaledDimensions.z);

@@ -6,6 +6,8 @@
 #include "scene/DrawingObject.h"
 #include "scene/DrawingParameters.h"
 
+#include <utility>
+
 namespace
 {
 
@@ -42,13 +44,6 @@ private:
     TextureMap& texture_;
     bool owned_ = false;
 };
-
-// For nodes that never had one.
-TextureMap& NoTexture()
-{
-    static TextureMap* const texture = new TextureMap;  // outlives every node
-    return *texture;
-}
 
 // The corners of a box are given as sizing handles are numbered: four around a side, then the four
 // opposite them.
@@ -134,7 +129,7 @@ int DrawingObject::Draw(DrawingParameters* parameters)
         gluErrorString(GL_STACK_OVERFLOW);
         return 0;
     }
-    glMultMatrixd(transform.CurrentCompositeMatrix());
+    glMultMatrixd(std::as_const(transform).GetCompositeMatrix());
     int drawn = 1;
     if (!parameters->ShouldShowSelectedOnly() || IsSelected())
     {
@@ -158,7 +153,7 @@ int DrawingObject::Draw(DrawingParameters* parameters)
 
 int DrawingObject::DrawWithTexture_(DrawingParameters* parameters)
 {
-    TextureMap& texture = HasExtras_() ? Own_().texture : NoTexture();
+    TextureMap& texture = TextureOrNone();
     AppliedTexture applied(texture);
     parameters->CurrentTexture().DisableTextureMap();
     if (parameters->IsRender() && parameters->ShouldShowTextures() && !parameters->IsSelecting())
@@ -197,7 +192,6 @@ int DrawingObject::DrawChildren(DrawingParameters* parameters)
     }
     parameters->SetShowObject();
     GLuint name = 0;
-    const DrawingObjectList& children = Read_().children;
     for (POSITION position = children.GetHeadPosition(); position != nullptr; ++name)
     {
         DrawingObject* const child = children.GetNext(position);

@@ -50,7 +50,6 @@ int DrawingObject::ApplyTransformAndReset()
     {
         return 0;
     }
-    const DrawingObjectList& children = Read_().children;
     for (POSITION position = children.GetHeadPosition(); position != nullptr;)
     {
         children.GetNext(position)->CombineTransform(&transform);

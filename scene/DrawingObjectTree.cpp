@@ -28,7 +28,7 @@ void DrawingObject::Unlink_()
 {
     if (keeper_ != nullptr)
     {
-        keeper_->Own_().children.RemoveAllOccurances(this);
+        keeper_->children.RemoveAllOccurances(this);
         keeper_ = nullptr;
     }
 }
@@ -55,7 +55,7 @@ POSITION DrawingObject::AddChildAfter(DrawingObject* child, POSITION position)
         return nullptr;
     }
     child->LeaveParentForAdoption_();
-    const POSITION added = Own_().children.InsertAfter(position, child);
+    const POSITION added = children.InsertAfter(position, child);
     Link_(child);
     return added;
 }
@@ -72,10 +72,9 @@ int DrawingObject::AdoptChildrenAfter(DrawingObject* other, POSITION position)
         return 0;
     }
     const bool atTail = position == nullptr;
-    const DrawingObjectList& children = other->Read_().children;
-    for (POSITION next = children.GetHeadPosition(); next != nullptr;)
+    for (POSITION next = other->children.GetHeadPosition(); next != nullptr;)
     {
-        const POSITION added = AddChildAfter(children.GetNext(next), position);
+        const POSITION added = AddChildAfter(other->children.GetNext(next), position);
         if (!atTail && added != nullptr)
         {
             position = added;
@@ -95,7 +94,7 @@ int DrawingObject::RemoveChild(DrawingObject* child)
     {
         return 0;
     }
-    Own_().children.RemoveAt(position);
+    children.RemoveAt(position);
     child->parent = nullptr;
     child->keeper_ = nullptr;
     return 1;
@@ -120,7 +119,7 @@ int DrawingObject::ReplaceChild(DrawingObject* oldChild, DrawingObject* newChild
         return 0;
     }
     newChild->Unlink_();
-    Own_().children.SetAt(FindChildPosition(oldChild), newChild);
+    children.SetAt(FindChildPosition(oldChild), newChild);
     Link_(newChild);
     oldChild->parent = nullptr;
     oldChild->keeper_ = nullptr;
@@ -143,18 +142,13 @@ int DrawingObject::DestroyChildren()
         DrawingObject* const node = pending.back();
         pending.pop_back();
         doomed.push_back(node);
-        if (!node->HasChildren())
+        for (POSITION position = node->children.GetHeadPosition(); position != nullptr;)
         {
-            continue;
-        }
-        DrawingObjectList& children = node->Own_().children;
-        for (POSITION position = children.GetHeadPosition(); position != nullptr;)
-        {
-            DrawingObject* const child = children.GetNext(position);
+            DrawingObject* const child = node->children.GetNext(position);
             child->keeper_ = nullptr;
             pending.push_back(child);
         }
-        children.RemoveAll();
+        node->children.RemoveAll();
     }
     doomed.erase(doomed.begin());  // this node itself
     LeaveExternalUndoStacks_(doomed);
@@ -174,21 +168,16 @@ int DrawingObject::RemoveDeletedChildren()
     {
         DrawingObject* const node = pending.back();
         pending.pop_back();
-        if (!node->HasChildren())
-        {
-            continue;
-        }
-        DrawingObjectList& children = node->Own_().children;
-        for (POSITION next = children.GetHeadPosition(); next != nullptr;)
+        for (POSITION next = node->children.GetHeadPosition(); next != nullptr;)
         {
             const POSITION position = next;
-            DrawingObject* const child = children.GetNext(next);
+            DrawingObject* const child = node->children.GetNext(next);
             if (!child->IsDeleted())
             {
                 pending.push_back(child);
                 continue;
             }
-            children.RemoveAt(position);
+            node->children.RemoveAt(position);
             child->keeper_ = nullptr;
             child->DestroyChildren();
             delete child;
@@ -199,53 +188,53 @@ int DrawingObject::RemoveDeletedChildren()
 
 int DrawingObject::MoveChildToTop(DrawingObject* child)
 {
-    return Own_().children.MoveHead(FindChildPosition(child)) != nullptr;
+    return children.MoveHead(FindChildPosition(child)) != nullptr;
 }
 
 int DrawingObject::MoveChildToBottom(DrawingObject* child)
 {
-    return Own_().children.MoveTail(FindChildPosition(child)) != nullptr;
+    return children.MoveTail(FindChildPosition(child)) != nullptr;
 }
 
 int DrawingObject::MoveChildUpOnePosition(DrawingObject* child)
 {
-    return Own_().children.MoveUp(FindChildPosition(child)) != nullptr;
+    return children.MoveUp(FindChildPosition(child)) != nullptr;
 }
 
 int DrawingObject::MoveChildDownOnePosition(DrawingObject* child)
 {
-    return Own_().children.MoveDown(FindChildPosition(child)) != nullptr;
+    return children.MoveDown(FindChildPosition(child)) != nullptr;
 }
 
 DrawingObject* DrawingObject::GetChildByIndex(int index) const
 {
     const POSITION position = FindChildPositionByIndex(index);
-    return position == nullptr ? nullptr : Read_().children.GetAt(position);
+    return position == nullptr ? nullptr : children.GetAt(position);
 }
 
 int DrawingObject::FindChildIndex(DrawingObject* child) const
 {
-    return Read_().children.WhichIndex(child);
+    return children.WhichIndex(child);
 }
 
 POSITION DrawingObject::FindChildPosition(DrawingObject* child) const
 {
-    return Read_().children.Find(child);
+    return children.Find(child);
 }
 
 POSITION DrawingObject::FindChildPositionByIndex(int index) const
 {
-    return Read_().children.FindIndex(index);
+    return children.FindIndex(index);
 }
 
 DrawingObject* DrawingObject::GetHeadChild() const
 {
-    return HasChildren() ? Read_().children.GetHead() : nullptr;
+    return HasChildren() ? children.GetHead() : nullptr;
 }
 
 DrawingObject* DrawingObject::GetTailChild() const
 {
-    return HasChildren() ? Read_().children.GetTail() : nullptr;
+    return HasChildren() ? children.GetTail() : nullptr;
 }
 
 int DrawingObject::IsChildFirst(DrawingObject* child) const
@@ -271,7 +260,6 @@ int DrawingObject::GetDescendentCount() const
 int DrawingObject::GetEditableDescendentCount() const
 {
     int count = 0;
-    const DrawingObjectList& children = Read_().children;
     for (POSITION position = children.GetHeadPosition(); position != nullptr;)
     {
         const DrawingObject* const child = children.GetNext(position);

@@ -22,7 +22,7 @@ int DrawingObject::SaveToExternalUndo()
         return 0;
     }
     GetExternalUndoStack()->Push(this);
-    Own_().savedToExternalUndo = true;
+    EnsureDetails().savedToExternalUndo = true;
     return 1;
 }
 
@@ -88,7 +88,6 @@ void DrawingObject::AttachExternalUndoStack(DrawingObjectStack* stack)
             copy->AttachExternalUndoStack(stack);
         }
     }
-    const DrawingObjectList& children = Read_().children;
     for (POSITION position = children.GetHeadPosition(); position != nullptr;)
     {
         children.GetNext(position)->AttachExternalUndoStack(stack);
@@ -102,7 +101,7 @@ void DrawingObject::ChangeExternalUndoStack_(DrawingObjectStack* stack)
     {
         return;
     }
-    Extras_& own = Own_();
+    Details& own = EnsureDetails();
     if (own.savedToExternalUndo && own.externalUndoStack != nullptr)
     {
         own.externalUndoStack->RemoveAllOccurances(this);
@@ -116,7 +115,7 @@ void DrawingObject::ForgetExternalUndoStack_()
 {
     if (GetExternalUndoStack() != nullptr)
     {
-        Own_().externalUndoStack = nullptr;
+        EnsureDetails().externalUndoStack = nullptr;
     }
 }
 

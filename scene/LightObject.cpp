@@ -31,7 +31,7 @@ void TranslateZ(double distance)
 LightObject::LightObject() : quadric(gluNewQuadric())
 {
     // Without dimensions the glyph would have no size.
-    Own_().unscaledDimensions = Own_().scaledDimensions = DVector(1.0, 1.0, 1.0);
+    EnsureDetails().unscaledDimensions = EnsureDetails().scaledDimensions = DVector(1.0, 1.0, 1.0);
     Reset();
     LightObject::CalculateBounds();
 }
@@ -63,7 +63,7 @@ LightObject& LightObject::operator=(const LightObject& other)
 void LightObject::CopyInPool_(const LightObject& other)
 {
     DrawingObject* const keptParent = parent;
-    DrawingObjectStack*& stack = Own_().externalUndoStack;
+    DrawingObjectStack*& stack = EnsureDetails().externalUndoStack;
     DrawingObjectStack* const keptStack = stack;
     // A node that is given another stack takes itself off its own: it is given none.
     stack = other.GetExternalUndoStack();
@@ -175,8 +175,8 @@ int LightObject::DrawObject(DrawingParameters* parameters)
 
 int LightObject::DrawFlashLight(DrawingParameters* /*parameters*/)
 {
-    const double width = Read_().scaledDimensions.x;
-    const double depth = Read_().scaledDimensions.z;
+    const double width = CurrentDetails().scaledDimensions.x;
+    const double depth = CurrentDetails().scaledDimensions.z;
     const ColorVector black(0.0f, 0.0f, 0.0f, 1.0f);
 
     gluQuadricOrientation(quadric, GLU_OUTSIDE);

@@ -83,8 +83,9 @@ int OrvFontString::CalculateBounds()
         // The sizes go straight into the node: its setters would derive the scale from them. The
         // third result is dropped: the scale stays.
         DVector unused;
-        DVector& scaledDimensions = Own_().scaledDimensions;
-        font->CalculateStringExtents(this, &Own_().unscaledDimensions, &scaledDimensions, &unused);
+        DVector& scaledDimensions = EnsureDetails().scaledDimensions;
+        font->CalculateStringExtents(this, &EnsureDetails().unscaledDimensions, &scaledDimensions,
+                                     &unused);
 
         const double width = scaledDimensions.x;
         const double halfHeight = scaledDimensions.y / 2;
@@ -133,7 +134,7 @@ int OrvFontString::Resize(const DVector& point, int handle)
         return DrawingObject::Resize(point, handle);
     }
     const HandleDrag_ drag = DragHandle_(point, handle);
-    Own_().scaledDimensions =
+    EnsureDetails().scaledDimensions =
         DVector(WithoutMinimum(drag.extents.x, minimumSize.x),
                 WithoutMinimum(drag.extents.y, minimumSize.y), drag.extents.z);
     DeriveScale_();
@@ -150,8 +151,8 @@ int OrvFontString::ScaleToFitOldDimensions()
     {
         bevelDepth = static_cast<float>(GetAllowableBevelDepth() * std::min(x, y));
     }
-    Own_().scale.x *= x;
-    Own_().scale.y *= y;
+    EnsureDetails().scale.x *= x;
+    EnsureDetails().scale.y *= y;
     CalculateBounds();
     return 1;
 }

@@ -10,7 +10,7 @@ IMPLEMENT_SERIAL(OrvString, DrawingObject, 2 | VERSIONABLE_SCHEMA)
 OrvString::OrvString()
     : bevelColor("Default Material"), edgeColor("Default Material"), faceColor("Default Material")
 {
-    Own_().scale = DVector(1, 1, 0.2);
+    EnsureDetails().scale = DVector(1, 1, 0.2);
     CalculateMaximumBevelDepth();
 }
 
@@ -96,7 +96,7 @@ ExtrusionData OrvString::GetExtrusionData() const
     {
         extrusion.SetScaleBevels();
     }
-    const TextureMap& texture = Read_().texture;
+    const TextureMap& texture = CurrentDetails().texture;
     if (texture.ShouldTexture())
     {
         extrusion.SetTexture();

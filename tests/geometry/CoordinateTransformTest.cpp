@@ -406,10 +406,9 @@ TEST(CoordinateTransform, AFreshOneAssignedForgetsEverything)
 TEST(CoordinateTransform, PointersToMatricesFollowEveryChange)
 {
     CoordinateTransform transform;
-    const CoordinateTransform& seen = transform;
-    const double* const composite = seen.GetCompositeMatrix();
-    const double* const external = seen.GetExternalMatrix();
-    const double* const rotation = seen.GetRotationMatrix();
+    const double* const composite = transform.GetCompositeMatrix();
+    const double* const external = transform.GetExternalMatrix();
+    const double* const rotation = transform.GetRotationMatrix();
     EXPECT_EQ(Copy(composite), identity);
     EXPECT_EQ(Copy(external), identity);
     EXPECT_EQ(Copy(rotation), identity);
@@ -429,23 +428,32 @@ TEST(CoordinateTransform, PointersToMatricesFollowEveryChange)
     EXPECT_EQ(composite[12], 9.0);
 }
 
-TEST(CoordinateTransform, TheCurrentCompositeIsThatOfNow)
+TEST(CoordinateTransform, UnchangedTransformsShareTheirMatrices)
 {
-    CoordinateTransform transform;
-    EXPECT_EQ(Copy(transform.CurrentCompositeMatrix()), identity);
-    transform = Turned();
-    EXPECT_EQ(Copy(transform.CurrentCompositeMatrix()), quarterTurn);
+    const CoordinateTransform transform;
+    CoordinateTransform stored;
+    CoordinateTransform loaded;
+    LoadRecord(loaded, Stored(stored));
+    const CoordinateTransform copy(stored);
+    loaded.Reset();
+    const CoordinateTransform& seen = loaded;
+    EXPECT_EQ(copy.GetCompositeMatrix(), transform.GetCompositeMatrix());
+    EXPECT_EQ(seen.GetRotationMatrix(), transform.GetRotationMatrix());
+    EXPECT_EQ(seen.GetExternalMatrix(), transform.GetExternalMatrix());
+    EXPECT_EQ(Copy(seen.GetCompositeMatrix()), identity);
 }
 
-TEST(CoordinateTransform, IsTheIdentityOnlyToTheBit)
+TEST(CoordinateTransform, ATransformWithAChangeHasMatricesOfItsOwn)
 {
-    CoordinateTransform transform;
-    EXPECT_TRUE(transform.IsIdentity());
-    transform.GetExternalMatrix();
-    EXPECT_TRUE(transform.IsIdentity());
-    transform.GetCompositeMatrix()[1] = -0.0;
-    EXPECT_FALSE(transform.IsIdentity());
-    EXPECT_FALSE(Turned().IsIdentity());
+    const CoordinateTransform unchanged;
+    CoordinateTransform negativeZero;
+    negativeZero.GetCompositeMatrix()[1] = -0.0;
+    CoordinateTransform loaded;
+    LoadRecord(loaded, Stored(negativeZero));
+    const CoordinateTransform& seen = loaded;
+    EXPECT_NE(seen.GetCompositeMatrix(), unchanged.GetCompositeMatrix());
+    EXPECT_EQ(Stored(loaded), Stored(negativeZero));
+    EXPECT_EQ(Copy(unchanged.GetCompositeMatrix()), identity);
 }
 
 namespace

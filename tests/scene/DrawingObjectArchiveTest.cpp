@@ -70,10 +70,10 @@ public:
             globalSizingHandles[handle] = DVector(handle + 1, handle + 1.25, handle + 1.5);
             localSizingHandles[handle] = DVector(handle + 9, handle + 9.25, handle + 9.5);
         }
-        Own_().scale = DVector(2.0, 3.0, 4.0);
-        Own_().scaledDimensions = DVector(5.0, 6.0, 7.0);
+        EnsureDetails().scale = DVector(2.0, 3.0, 4.0);
+        EnsureDetails().scaledDimensions = DVector(5.0, 6.0, 7.0);
         handleSize = 0.75;
-        Own_().unscaledDimensions = DVector(8.0, 9.0, 10.0);
+        EnsureDetails().unscaledDimensions = DVector(8.0, 9.0, 10.0);
     }
 };
 
