@@ -1,0 +1,238 @@
+// SPDX-License-Identifier: MIT
+// The boxes and sizing handles that a node draws, and the material that it makes current.
+
+#include "scene/DrawingObject.h"
+#include "scene/DrawingParameters.h"
+#include "tests/scene/nodes/CallLines.h"
+#include "tests/support/TestNodes.h"
+#include "tests/support/gl/GlRecorder.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace
+{
+
+// The box from (0, 0, 0) to (1, 2, 3), in the order of the sizing handles.
+const Lines wireBox = {"glBegin GL_LINE_LOOP", "glVertex3dv 0 0 3",
+                       "glVertex3dv 0 2 3",    "glVertex3dv 1 2 3",
+                       "glVertex3dv 1 0 3",    "glEnd",
+                       "glBegin GL_LINE_LOOP", "glVertex3dv 0 0 0",
+                       "glVertex3dv 0 2 0",    "glVertex3dv 1 2 0",
+                       "glVertex3dv 1 0 0",    "glEnd",
+                       "glBegin GL_LINES",     "glVertex3dv 0 0 3",
+                       "glVertex3dv 0 0 0",    "glVertex3dv 0 2 3",
+                       "glVertex3dv 0 2 0",    "glVertex3dv 1 2 3",
+                       "glVertex3dv 1 2 0",    "glVertex3dv 1 0 3",
+                       "glVertex3dv 1 0 0",    "glEnd"};
+
+const Lines extentsBox = Lines{"glColor4fv 0.25 0.5 0.75 1", "glIsEnabled GL_LIGHTING"} + wireBox;
+const Lines textureOff = {"glIsEnabled GL_TEXTURE_2D", "glDisable GL_TEXTURE_2D"};
+
+class Boxes : public testing::Test
+{
+protected:
+    Boxes()
+    {
+        node.SetLocalBounds(Vector(0.0f, 0.0f, 0.0f), Vector(1.0f, 2.0f, 3.0f));
+        node.extentsBoxColor.SetDiffuseColor(ColorVector(0.25f, 0.5f, 0.75f, 1.0f));
+    }
+
+    // What DrawObject of the node sends.
+    Lines Drawn()
+    {
+        GlRecording recording;
+        EXPECT_EQ(node.DrawObject(&parameters), 1);
+        return recording.Lines();
+    }
+
+    DrawingObject node;
+    DrawingParameters parameters;
+};
+
+TEST_F(Boxes, AnExtentsBoxIsTwoLoopsAndFourLines)
+{
+    GlRecording recording;
+    EXPECT_EQ(node.DrawExtentsBox(&parameters), 1);
+    EXPECT_EQ(recording.Lines(), extentsBox);
+    recording.Clear();
+    EXPECT_EQ(node.DrawScalingBox(&parameters), 1);
+    EXPECT_EQ(recording.Lines(), extentsBox);
+}
+
+TEST_F(Boxes, LightingIsOffForThemWhereItWasOn)
+{
+    GlRecording recording;
+    recording.SetEnabled(GL_LIGHTING, true);
+    node.DrawExtentsBox(&parameters);
+    const Lines lines = recording.Lines();
+    EXPECT_EQ(lines[2], "glDisable GL_LIGHTING");
+    EXPECT_EQ(lines.back(), "glEnable GL_LIGHTING");
+    EXPECT_EQ(lines.size(), extentsBox.size() + 2);
+}
+
+TEST_F(Boxes, TheBaseDrawsNoneOfAPlainNode)
+{
+    EXPECT_EQ(Drawn(), textureOff);
+    node.SetEditable();
+    EXPECT_EQ(Drawn(), textureOff);
+}
+
+TEST_F(Boxes, TexturingComesBackWhereItWasOn)
+{
+    GlRecording recording;
+    recording.SetEnabled(GL_TEXTURE_2D, true);
+    EXPECT_EQ(node.DrawObject(&parameters), 1);
+    EXPECT_EQ(recording.Lines(), textureOff + Lines{"glEnable GL_TEXTURE_2D"});
+}
+
+TEST_F(Boxes, ANodeThatIsNotEditableShowsItsOwnWhenBothSidesAskForIt)
+{
+    node.SetShowExtentsBox();
+    EXPECT_EQ(Drawn(), textureOff);
+    parameters.SetShowExtentsAndHandles();
+    EXPECT_EQ(Drawn(), textureOff + extentsBox);
+    node.ClearShowExtentsBox();
+    EXPECT_EQ(Drawn(), textureOff);
+    parameters.SetExtentsBox();
+    node.SetShowScalingBox();
+    EXPECT_EQ(Drawn(), textureOff);
+}
+
+TEST_F(Boxes, ANodeThatIsNotEditableGoesOnAfterItsOwn)
+{
+    node.SetShowExtentsBox();
+    node.SetShowScalingBox();
+    parameters.SetShowExtentsAndHandles();
+    EXPECT_EQ(Drawn(), textureOff + extentsBox + extentsBox);  // the scaling box
+    parameters.SetExtentsBox();
+    EXPECT_EQ(Drawn(), textureOff + extentsBox + extentsBox);  // everyone's extents box
+}
+
+TEST_F(Boxes, AnEditableNodeHasTheExtentsBoxOrTheScalingBox)
+{
+    node.SetEditable();
+    node.SetShowExtentsBox();  // does not matter to an editable node
+    node.SetShowScalingBox();
+    EXPECT_EQ(Drawn(), textureOff);
+    parameters.SetShowExtentsAndHandles();
+    EXPECT_EQ(Drawn(), textureOff + extentsBox);
+    parameters.SetExtentsBox();
+    EXPECT_EQ(Drawn(), textureOff + extentsBox);
+    parameters.ClearShowExtentsAndHandles();
+    EXPECT_EQ(Drawn(), textureOff + extentsBox);
+    node.ClearShowScalingBox();
+    parameters.ClearExtentsBox();
+    parameters.SetShowExtentsAndHandles();
+    EXPECT_EQ(Drawn(), textureOff);
+}
+
+class Handles : public Boxes
+{};
+
+TEST_F(Handles, PickingNamesFourOfThemBehindTheChildren)
+{
+    node.AddChild(new DrawingObject);
+    node.AddChild(new DrawingObject);
+    parameters.SetSelecting();
+    GlRecording recording;
+    EXPECT_EQ(node.DrawSizingHandles(&parameters), 1);
+    EXPECT_EQ(recording.Only({"glPushName", "glPopName"}),
+              (Lines{"glPushName 2", "glPopName", "glPushName 3", "glPopName", "glPushName 4",
+                     "glPopName", "glPushName 5", "glPopName"}));
+    EXPECT_EQ(recording.Lines()[0], "glIsEnabled GL_LIGHTING");
+    // Four solid cubes.
+    EXPECT_EQ(recording.Count("glBegin"), 4);
+    EXPECT_EQ(recording.Vertices().size(), 4U * 24);
+    EXPECT_EQ(recording.Vertices()[0].primitive, GLenum{GL_QUADS});
+}
+
+TEST_F(Handles, ShowOpenOnesAtTheBackAndClosedOnesInFront)
+{
+    GlRecording recording;
+    recording.SetEnabled(GL_LIGHTING, true);
+    EXPECT_EQ(node.DrawSizingHandles(&parameters), 1);
+    const std::vector<GlVertex> vertices = recording.Vertices();
+    ASSERT_EQ(vertices.size(), 4U * 16 + 4U * 24);
+    for (std::size_t i = 0; i < vertices.size(); ++i)
+    {
+        const bool open = i < 4 * 16;
+        const std::size_t handle = open ? 4 + i / 16 : (i - 4 * 16) / 24;
+        const DVector center = node.GetLocalSizingHandleCenter(static_cast<int>(handle));
+        // Every corner lies half an edge from the centre on each axis.
+        const double half = 0.05f / 2;
+        EXPECT_NEAR(std::abs(vertices[i].position[0] - center.x), half, 1e-7);
+        EXPECT_NEAR(std::abs(vertices[i].position[1] - center.y), half, 1e-7);
+        EXPECT_NEAR(std::abs(vertices[i].position[2] - center.z), half, 1e-7);
+        EXPECT_EQ(vertices[i].primitive == GL_QUADS, !open);
+    }
+    EXPECT_EQ(recording.Only({"glPushName"}), Lines{});
+    EXPECT_EQ(recording.Lines()[1], "glDisable GL_LIGHTING");
+    EXPECT_EQ(recording.Lines().back(), "glEnable GL_LIGHTING");
+}
+
+TEST_F(Handles, AClosedOneShowsItsSidesOutwards)
+{
+    GlRecording recording;
+    const float edge = 2.0f;
+    node.DrawClosedSizingHandle(Vector(0.0f, 0.0f, 0.0f), edge);
+    const std::vector<GlVertex> vertices = recording.Vertices();
+    ASSERT_EQ(vertices.size(), 24U);
+    for (std::size_t quad = 0; quad < 24; quad += 4)
+    {
+        DVector corners[4];
+        DVector middle;
+        for (std::size_t i = 0; i < 4; ++i)
+        {
+            const auto& position = vertices[quad + i].position;
+            corners[i] = DVector(position[0], position[1], position[2]);
+            middle += corners[i] * 0.25;
+        }
+        EXPECT_EQ(middle.Length(), 1.0);
+        const DVector normal = (corners[1] - corners[0]) * (corners[2] - corners[1]);
+        EXPECT_GT(normal.Dot(middle), 0.0);
+    }
+}
+
+TEST_F(Handles, AnOpenOneIsTheWiresOfACube)
+{
+    GlRecording recording;
+    const float edge = 2.0f;
+    node.DrawOpenSizingHandle(Vector(5.0f, 0.0f, 0.0f), edge);
+    EXPECT_EQ(recording.Only({"glBegin"}),
+              (Lines{"glBegin GL_LINE_LOOP", "glBegin GL_LINE_LOOP", "glBegin GL_LINES"}));
+    EXPECT_EQ(recording.Lines()[1], "glVertex3dv 4 -1 1");
+}
+
+TEST(DrawingObjectMaterials, APlainMaterialIsSentWholeForBothFaces)
+{
+    DrawingObject node;
+    NamedColor material("red");
+    material.SetDiffuseColor(ColorVector(1.0f, 0.0f, 0.0f, 1.0f));
+    GlRecording recording;
+    node.PrepareMaterialColors(material);
+    EXPECT_EQ(recording.Lines(),
+              (Lines{"glMaterialfv GL_FRONT_AND_BACK GL_AMBIENT 0.5 0.5 0.5 1",
+                     "glMaterialfv GL_FRONT_AND_BACK GL_DIFFUSE 1 0 0 1",
+                     "glMaterialfv GL_FRONT_AND_BACK GL_SPECULAR 0.5 0.5 0.5 1",
+                     "glMaterialfv GL_FRONT_AND_BACK GL_EMISSION 0 0 0 1",
+                     "glMaterialf GL_FRONT_AND_BACK GL_SHININESS 64", "glColor4fv 1 0 0 1"}));
+}
+
+TEST(DrawingObjectMaterials, ASelfLitMaterialSendsNoAmbientOrDiffuse)
+{
+    DrawingObject node;
+    NamedColor material("glow");
+    material.SetEmissionColor(ColorVector(0.25f, 0.0f, 0.0f, 1.0f));
+    GlRecording recording;
+    node.PrepareMaterialColors(material);
+    EXPECT_EQ(recording.Lines(),
+              (Lines{"glMaterialfv GL_FRONT_AND_BACK GL_SPECULAR 0.5 0.5 0.5 1",
+                     "glMaterialfv GL_FRONT_AND_BACK GL_EMISSION 0.25 0 0 1",
+                     "glMaterialf GL_FRONT_AND_BACK GL_SHININESS 64", "glColor4fv 0.25 0 0 1"}));
+}
+
+// Nodes with a texture that can be generated.
+
+}  // namespace
