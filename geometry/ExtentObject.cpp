@@ -66,9 +66,9 @@ static double ToLength(double extent, DWORD from, ExtentObject::Units to, double
                                         : extent * (centimetersPerInch / resolution);
 }
 
-Vector2D ExtentObject::ExtentsIn_(Units target) const
+Vector2D ExtentObject::ExtentsIn(Units target) const
 {
-    if (!CanBeLength_())
+    if (!CanBeLength())
     {
         return {};
     }
@@ -78,42 +78,42 @@ Vector2D ExtentObject::ExtentsIn_(Units target) const
 
 Vector2D ExtentObject::GetExtentsInInches() const
 {
-    return ExtentsIn_(inches);
+    return ExtentsIn(inches);
 }
 
 Vector2D ExtentObject::GetExtentsInCentimeters() const
 {
-    return ExtentsIn_(centimeters);
+    return ExtentsIn(centimeters);
 }
 
 int ExtentObject::ConvertUnitsToInches()
 {
-    return ConvertToLength_(inches);
+    return ConvertToLength(inches);
 }
 
 int ExtentObject::ConvertUnitsToCentimeters()
 {
-    return ConvertToLength_(centimeters);
+    return ConvertToLength(centimeters);
 }
 
-int ExtentObject::ConvertToLength_(Units target)
+int ExtentObject::ConvertToLength(Units target)
 {
     if (units == target)
     {
         return 1;
     }
-    if (!CanBeLength_())
+    if (!CanBeLength())
     {
         return 0;
     }
-    definedExtents = ExtentsIn_(target);
+    definedExtents = ExtentsIn(target);
     SetUnits(target);
     return 1;
 }
 
 int ExtentObject::ConvertUnitsToPixels()
 {
-    if (units > pixels || !HasResolution_())
+    if (units > pixels || !HasResolution())
     {
         return 0;
     }
@@ -129,14 +129,14 @@ int ExtentObject::ConvertUnitsToPixels()
     return 1;
 }
 
-bool ExtentObject::HasResolution_() const
+bool ExtentObject::HasResolution() const
 {
     return deviceResolution.cx != 0 && deviceResolution.cy != 0;
 }
 
-bool ExtentObject::CanBeLength_() const
+bool ExtentObject::CanBeLength() const
 {
-    return units < pixels || (units == pixels && HasResolution_());
+    return units < pixels || (units == pixels && HasResolution());
 }
 
 void ExtentObject::Serialize(CArchive& archive)

@@ -61,8 +61,8 @@ protected:
     DWORD units = inches;
 
 private:
-    bool HasResolution_() const;
-    bool CanBeLength_() const;
-    Vector2D ExtentsIn_(Units target) const;
-    int ConvertToLength_(Units target);
+    bool HasResolution() const;
+    bool CanBeLength() const;
+    Vector2D ExtentsIn(Units target) const;
+    int ConvertToLength(Units target);
 };

@@ -37,13 +37,13 @@ ProjectionData::ProjectionData()
 void ProjectionData::SetOrthographic()
 {
     projectionFlags |= orthographic;
-    Recalculate_();
+    RecalculateVolumes();
 }
 
 void ProjectionData::ClearOrthographic()
 {
     projectionFlags &= ~orthographic;
-    Recalculate_();
+    RecalculateVolumes();
 }
 
 void ProjectionData::SetFieldOfViewAngle(double degrees)
@@ -62,14 +62,14 @@ void ProjectionData::SetOrthographicHeight(double newHeight)
 {
     orthographicHeight = newHeight;
     orthographicWidth = aspect * newHeight;
-    Recalculate_();
+    RecalculateVolumes();
 }
 
 void ProjectionData::SetOrthographicWidth(double newWidth)
 {
     orthographicWidth = newWidth;
     orthographicHeight = newWidth / aspect;
-    Recalculate_();
+    RecalculateVolumes();
 }
 
 void ProjectionData::SetScale(double newScaleX, double newScaleY)
@@ -78,7 +78,7 @@ void ProjectionData::SetScale(double newScaleX, double newScaleY)
     scaleY = newScaleY;
     width = unscaledWidth * newScaleX;
     height = unscaledHeight * newScaleY;
-    Recalculate_();
+    RecalculateVolumes();
 }
 
 void ProjectionData::SetUnscaledSize(double newWidth, double newHeight)
@@ -87,7 +87,7 @@ void ProjectionData::SetUnscaledSize(double newWidth, double newHeight)
     unscaledHeight = newHeight;
     width = scaleX * newWidth;
     height = scaleY * newHeight;
-    Recalculate_();
+    RecalculateVolumes();
 }
 
 void ProjectionData::SetScaledSize(double newWidth, double newHeight)
@@ -102,7 +102,7 @@ void ProjectionData::SetScaledSize(double newWidth, double newHeight)
     {
         unscaledHeight = newHeight / scaleY;
     }
-    Recalculate_();
+    RecalculateVolumes();
 }
 
 void ProjectionData::SetViewOffset(double x, double y)
@@ -175,13 +175,13 @@ int ProjectionData::CopyFromSaved(const ProjectionData& saved)
 void ProjectionData::CalculateFieldOfViewAngle()
 {
     fieldOfViewAngle = AngleFromSides(halfFrame, lensLength);
-    Recalculate_();
+    RecalculateVolumes();
 }
 
 void ProjectionData::CalculateLensLength()
 {
     lensLength = halfFrame / HalfAngleTangent(fieldOfViewAngle);
-    Recalculate_();
+    RecalculateVolumes();
 }
 
 void ProjectionData::CalculateProjectionData()
@@ -227,7 +227,7 @@ void ProjectionData::CalculateViewProjectionData()
     viewBottom = viewTop - viewHeightNear;
 }
 
-void ProjectionData::Recalculate_()
+void ProjectionData::RecalculateVolumes()
 {
     CalculateProjectionData();
     CalculateViewProjectionData();

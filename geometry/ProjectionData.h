@@ -142,5 +142,5 @@ public:
     double zNear = 0.1;
 
 private:
-    void Recalculate_();
+    void RecalculateVolumes();
 };

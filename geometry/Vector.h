@@ -94,13 +94,13 @@ public:
     float Dot(const Vector& other) const { return x * other.x + y * other.y + z * other.z; }
 
     /// Summed and rooted in double, then rounded.
-    float Length() const { return static_cast<float>(DoubleLength_()); }
+    float Length() const { return static_cast<float>(LengthAsDouble()); }
     float DistanceTo(const Vector& other) const { return (other - *this).Length(); }
 
     /// Divides by the double length; 0 and no change for a length of exactly 0.
     int Normalize()
     {
-        const double length = DoubleLength_();
+        const double length = LengthAsDouble();
         if (length == 0.0)
         {
             return 0;
@@ -129,7 +129,7 @@ public:
     float z = 0.0f;
 
 private:
-    double DoubleLength_() const
+    double LengthAsDouble() const
     {
         return std::sqrt(double{x} * x + double{y} * y + double{z} * z);
     }

@@ -50,13 +50,13 @@ public:
     float Dot(const Vector2D& other) const { return x * other.x + y * other.y; }
 
     /// Summed and rooted in double, then rounded.
-    float Length() const { return static_cast<float>(DoubleLength_()); }
+    float Length() const { return static_cast<float>(LengthAsDouble()); }
     float DistanceTo(const Vector2D& other) const { return (other - *this).Length(); }
 
     /// Divides by the double length; 0 and no change for a length of exactly 0.
     int Normalize()
     {
-        const double length = DoubleLength_();
+        const double length = LengthAsDouble();
         if (length == 0.0)
         {
             return 0;
@@ -84,5 +84,5 @@ public:
     float y = 0.0f;
 
 private:
-    double DoubleLength_() const { return std::sqrt(double{x} * x + double{y} * y); }
+    double LengthAsDouble() const { return std::sqrt(double{x} * x + double{y} * y); }
 };

@@ -160,12 +160,12 @@ void ThreeDStudioObject::SetSurfaceColor(const NamedColor& color, int material)
 
 int ThreeDStudioObject::RestoreFromUndo()
 {
-    return RestoreFromUndo_<ThreeDStudioObject>();
+    return RestoreSavedCopy<ThreeDStudioObject>();
 }
 
 int ThreeDStudioObject::SaveToUndo()
 {
-    return SaveToUndo_(new ThreeDStudioObject(*this));
+    return SaveCopy(new ThreeDStudioObject(*this));
 }
 
 void ThreeDStudioObject::Serialize(CArchive& archive)

@@ -17,14 +17,14 @@ DrawingObject::DrawingObject() = default;
 
 DrawingObject::DrawingObject(const DrawingObject& other) : CObject(other)
 {
-    CopyFields_(other);
+    CopyFieldsFrom(other);
 }
 
 DrawingObject& DrawingObject::operator=(const DrawingObject& other)
 {
     if (this != &other)
     {
-        CopyFields_(other);
+        CopyFieldsFrom(other);
     }
     return *this;
 }
@@ -33,7 +33,7 @@ DrawingObject::~DrawingObject()
 {
     DestroyChildren();
     ClearUndo();
-    Unlink_();
+    LeaveOwner();
     delete details_.load(std::memory_order_relaxed);
 }
 
@@ -70,9 +70,9 @@ TextureMap& DrawingObject::TextureOrNone()
     return HasDetails() ? EnsureDetails().texture : InitialDetails().texture;
 }
 
-void DrawingObject::CopyFields_(const DrawingObject& other)
+void DrawingObject::CopyFieldsFrom(const DrawingObject& other)
 {
-    ChangeExternalUndoStack_(other.GetExternalUndoStack());
+    ChangeExternalUndoStack(other.GetExternalUndoStack());
     bounds = other.bounds;
     extentsBoxColor = other.extentsBoxColor;
     flags = other.flags;
@@ -99,18 +99,18 @@ void DrawingObject::Details::CopySizesAndTexture(const Details& other, int handl
 
 void DrawingObject::SetSelected()
 {
-    SetOwnSelected_();
+    SelectOnlyThisNode();
     VisitDescendents(*this, [](DrawingObject& node) {
-        node.SetOwnSelected_();
+        node.SelectOnlyThisNode();
         return true;
     });
 }
 
 void DrawingObject::ClearSelected()
 {
-    ClearOwnSelected_();
+    DeselectOnlyThisNode();
     VisitDescendents(*this, [](DrawingObject& node) {
-        node.ClearOwnSelected_();
+        node.DeselectOnlyThisNode();
         return true;
     });
 }

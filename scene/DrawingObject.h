@@ -43,6 +43,21 @@ class ORVANE_API DrawingObject : public CObject
     DECLARE_SERIAL(DrawingObject)
 
 public:
+    // The bits of flags. Each has a Set, a Clear and a test operation below.
+    static constexpr DWORD selectedBit = 0x0001;
+    static constexpr DWORD showScalingBoxBit = 0x0002;
+    static constexpr DWORD showExtentsBoxBit = 0x0004;
+    static constexpr DWORD groupedBit = 0x0100;
+    static constexpr DWORD editableBit = 0x0200;
+    static constexpr DWORD definedBit = 0x0400;
+    static constexpr DWORD transparentBit = 0x0800;
+    static constexpr DWORD deletedBit = 0x1000;
+    static constexpr DWORD textureEnabledBit = 0x2000;
+    static constexpr DWORD templateObjectBit = 0x4000;
+    static constexpr DWORD scaleTemplateObjectBit = 0x8000;
+    /// The bits that belong to a view of the node: undo leaves them as they are.
+    static constexpr DWORD viewStateBits = 0x00FF;
+
     DrawingObject();
     /// A copy has no children, no saved steps and no place, but the parent pointer of the original.
     /// Of its sizing handles only 0 to 3 are copied, in construction and in assignment; that is
@@ -152,22 +167,22 @@ public:
 
     void SetSelected();
     void ClearSelected();
-    int IsSelected() const { return static_cast<int>(flags & SelectedBit_); }
-    ORVANE_FLAG(flags, ShowScalingBox, ShouldShowScalingBox, 0x0002);
-    ORVANE_FLAG(flags, ShowExtentsBox, ShouldShowExtentsBox, 0x0004);
+    int IsSelected() const { return static_cast<int>(flags & selectedBit); }
+    ORVANE_FLAG(flags, ShowScalingBox, ShouldShowScalingBox, showScalingBoxBit);
+    ORVANE_FLAG(flags, ShowExtentsBox, ShouldShowExtentsBox, showExtentsBoxBit);
     /// In one group with the parent.
-    ORVANE_FLAG(flags, Grouped, IsGrouped, 0x0100);
-    ORVANE_FLAG(flags, Editable, IsEditable, 0x0200);
+    ORVANE_FLAG(flags, Grouped, IsGrouped, groupedBit);
+    ORVANE_FLAG(flags, Editable, IsEditable, editableBit);
     /// Has been given its content.
-    ORVANE_FLAG(flags, Defined, IsDefined, 0x0400);
-    ORVANE_FLAG(flags, Transparent, IsTransparent, 0x0800);
+    ORVANE_FLAG(flags, Defined, IsDefined, definedBit);
+    ORVANE_FLAG(flags, Transparent, IsTransparent, transparentBit);
     /// Still in the tree, but neither drawn nor counted.
-    ORVANE_FLAG(flags, Deleted, IsDeleted, 0x1000);
-    ORVANE_FLAG(flags, TextureEnabled, IsTextureEnabled, 0x2000);
+    ORVANE_FLAG(flags, Deleted, IsDeleted, deletedBit);
+    ORVANE_FLAG(flags, TextureEnabled, IsTextureEnabled, textureEnabledBit);
     /// Part of a scene template.
-    ORVANE_FLAG(flags, TemplateObject, IsTemplateObject, 0x4000);
+    ORVANE_FLAG(flags, TemplateObject, IsTemplateObject, templateObjectBit);
     /// A template node that is scaled with the scene.
-    ORVANE_FLAG(flags, ScaleTemplateObject, ShouldScaleTemplateObject, 0x8000);
+    ORVANE_FLAG(flags, ScaleTemplateObject, ShouldScaleTemplateObject, scaleTemplateObjectBit);
 
     // The transform.
 
@@ -296,35 +311,33 @@ public:
     DrawingObjectStack undoStack;                    ///< of saved copies, owned
 
 protected:
-    static constexpr DWORD SelectedBit_ = 0x0001;
-
     // The bit of this node alone, for one that marks itself while it draws.
-    void SetOwnSelected_() { flags |= SelectedBit_; }
-    void ClearOwnSelected_() { flags &= ~SelectedBit_; }
+    void SelectOnlyThisNode() { flags |= selectedBit; }
+    void DeselectOnlyThisNode() { flags &= ~selectedBit; }
 
     // The steps of Resize and of undo, for the classes that vary them.
 
     /// What a dragged sizing handle asks for.
-    struct HandleDrag_
+    struct HandleDrag
     {
         DVector anchor;      ///< the local handle that stays
         DVector difference;  ///< from the anchor to the point, clamped to the minimum size
         DVector extents;     ///< z not negative; all 0 for a handle outside 0 to 3
     };
-    HandleDrag_ DragHandle_(const DVector& point, int handle) const;
+    HandleDrag MeasureDrag(const DVector& point, int handle) const;
     /// scale = scaled / unscaled dimensions, but on an axis where the unscaled one is 0.
-    void DeriveScale_();
+    void DeriveScale();
     /// Moves the node so that the anchor stays where it was, then recomputes the bounds and the
     /// handles. Always 1.
-    int FinishResize_(const HandleDrag_& drag);
+    int KeepAnchorInPlace(const HandleDrag& drag);
 
     /// Saves a copy of this node, which it takes over, and the step on the external stack.
     /// Always 1.
-    int SaveToUndo_(DrawingObject* copy);
+    int SaveCopy(DrawingObject* copy);
     /// Takes the last saved copy back with \p assign(copy), when it is a Node, the class of this
     /// node. The parent and the bits \p keptBits of the flags stay.
     template <typename Node, typename Assign>
-    int RestoreFromUndo_(DWORD keptBits, Assign assign)
+    int RestoreSavedCopy(DWORD keptBits, Assign assign)
     {
         if (!CanUndo())
         {
@@ -337,18 +350,17 @@ protected:
         {
             assign(*saved);
         }
-        copy->ForgetExternalUndoStack_();  // it is on none, and need not look
+        copy->ForgetExternalUndoStack();  // it is on none, and need not look
         parent = keptParent;
         flags = (flags & ~keptBits) | keptFlags;
         return 1;
     }
     /// By assignment; the state of the view stays.
     template <typename Node>
-    int RestoreFromUndo_()
+    int RestoreSavedCopy()
     {
-        constexpr DWORD viewState = 0xFF;
-        return RestoreFromUndo_<Node>(
-            viewState, [this](const Node& saved) { static_cast<Node&>(*this) = saved; });
+        return RestoreSavedCopy<Node>(
+            viewStateBits, [this](const Node& saved) { static_cast<Node&>(*this) = saved; });
     }
 
     DrawingObject* parent = nullptr;
@@ -384,30 +396,30 @@ protected:
     TextureMap& TextureOrNone();
 
 private:
-    void CopyFields_(const DrawingObject& other);
-    bool IsSelfOrAncestor_(const DrawingObject* node) const;
-    void Link_(DrawingObject* child);
-    void Unlink_();
-    void LeaveParentForAdoption_();
-    void AlignAxis_(const DVector& axis, const DVector& standIn, const CoordinateTransform& target,
-                    DrawingObject* extra);
-    int DrawWithTexture_(DrawingParameters* parameters);
-    void DrawBoxes_(DrawingParameters* parameters);
-    void ChangeExternalUndoStack_(DrawingObjectStack* stack);
-    void ForgetExternalUndoStack_();
-    void DeleteSavedCopy_();
-    int DeleteSavedCopies_();
-    static void LeaveExternalUndoStacks_(const std::vector<DrawingObject*>& nodes);
+    void CopyFieldsFrom(const DrawingObject& other);
+    bool IsSelfOrAncestor(const DrawingObject* node) const;
+    void MarkAsChild(DrawingObject* child);
+    void LeaveOwner();
+    void LeaveParentForAdoption();
+    void AlignAxis(const DVector& axis, const DVector& standIn, const CoordinateTransform& target,
+                   DrawingObject* extra);
+    int DrawObjectWithTexture(DrawingParameters* parameters);
+    void DrawRequestedBoxes(DrawingParameters* parameters);
+    void ChangeExternalUndoStack(DrawingObjectStack* stack);
+    void ForgetExternalUndoStack();
+    void DeleteLastSavedCopy();
+    int DeleteSavedCopies();
+    static void LeaveExternalUndoStacks(const std::vector<DrawingObject*>& nodes);
     void WriteFields(CArchive& archive);
     void ReadFields(CArchive& archive, DWORD version);
-    void ReadChildren_(CArchive& archive);
-    void CheckTexture_();
+    void ReadChildren(CArchive& archive);
+    void FindTextureFile();
     static Details& InitialDetails();
 
     template <HandleSpace space>
     friend class SizingHandles;
 
-    DrawingObject* keeper_ = nullptr;          // the node whose list of children this one is in
+    DrawingObject* owner_ = nullptr;           // the node whose list of children this one is in
     std::atomic<Details*> details_ = nullptr;  // owned
 };
 

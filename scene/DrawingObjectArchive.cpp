@@ -10,8 +10,9 @@
 namespace
 {
 
-// Selected, ShowScalingBox and ShowExtentsBox belong to a view of the document, not to it.
-constexpr DWORD viewBits = 0x7;
+// These belong to a view of the document and are not stored.
+constexpr DWORD unstoredBits = DrawingObject::selectedBit | DrawingObject::showScalingBoxBit |
+                               DrawingObject::showExtentsBoxBit;
 
 // The list of named transforms that old records have.
 void SkipNamedTransforms(CArchive& archive)
@@ -77,7 +78,7 @@ void DrawingObject::WriteFields(CArchive& archive)
     minimumSize.Serialize(archive);
     bounds.Serialize(archive);
     extentsBoxColor.Serialize(archive);
-    archive << (flags & ~viewBits);
+    archive << (flags & ~unstoredBits);
     SerializeAll(archive, details.globalSizingHandles);
     SerializeAll(archive, details.localSizingHandles);
     details.scale.Serialize(archive);
@@ -115,8 +116,8 @@ void DrawingObject::ReadFields(CArchive& archive, DWORD version)
     {
         EnsureDetails().CopySizesAndTexture(loaded, 8);
     }
-    ReadChildren_(archive);
-    CheckTexture_();
+    ReadChildren(archive);
+    FindTextureFile();
 }
 
 bool DrawingObject::Details::AreInitial() const
@@ -133,17 +134,17 @@ bool DrawingObject::Details::AreInitial() const
 }
 
 // All are read, and found to be new, before the first is linked.
-void DrawingObject::ReadChildren_(CArchive& archive)
+void DrawingObject::ReadChildren(CArchive& archive)
 {
     for (auto& child : ReadOwnedObjects<DrawingObject>(archive, RUNTIME_CLASS(DrawingObject)))
     {
         children.AddTail(child.get());
-        Link_(child.release());
+        MarkAsChild(child.release());
     }
 }
 
 // A texture whose file is gone gets the known one's of the same name, if there is one.
-void DrawingObject::CheckTexture_()
+void DrawingObject::FindTextureFile()
 {
     if (!HasDetails())
     {

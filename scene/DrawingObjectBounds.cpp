@@ -91,7 +91,7 @@ void DrawingObject::SetScaledDimensions(const DVector& dimensions)
     if (!AreEqual(dimensions, CurrentDetails().scaledDimensions))
     {
         EnsureDetails().scaledDimensions = dimensions;
-        DeriveScale_();
+        DeriveScale();
     }
 }
 
@@ -105,7 +105,7 @@ void DrawingObject::SetUnscaledDimensions(const DVector& dimensions)
     }
 }
 
-void DrawingObject::DeriveScale_()
+void DrawingObject::DeriveScale()
 {
     const auto derive = [](double& factor, double scaled, double unscaled) {
         if (unscaled != 0.0)
@@ -133,9 +133,9 @@ int DrawingObject::CalculateSizingHandles()
     return 1;
 }
 
-DrawingObject::HandleDrag_ DrawingObject::DragHandle_(const DVector& point, int handle) const
+DrawingObject::HandleDrag DrawingObject::MeasureDrag(const DVector& point, int handle) const
 {
-    HandleDrag_ drag;
+    HandleDrag drag;
     const bool isHandle = handle >= 0 && handle < 4;
     if (isHandle)
     {
@@ -155,7 +155,7 @@ DrawingObject::HandleDrag_ DrawingObject::DragHandle_(const DVector& point, int 
     return drag;
 }
 
-int DrawingObject::FinishResize_(const HandleDrag_& drag)
+int DrawingObject::KeepAnchorInPlace(const HandleDrag& drag)
 {
     DVector centers[2] = {(localSizingHandles[4] + localSizingHandles[2]) * 0.5,
                           drag.anchor + drag.difference * 0.5};
@@ -167,7 +167,7 @@ int DrawingObject::FinishResize_(const HandleDrag_& drag)
 
 int DrawingObject::Resize(const DVector& point, int handle)
 {
-    const HandleDrag_ drag = DragHandle_(point, handle);
+    const HandleDrag drag = MeasureDrag(point, handle);
     SetScaledDimensions(drag.extents);
-    return FinishResize_(drag);
+    return KeepAnchorInPlace(drag);
 }

@@ -135,7 +135,7 @@ int DrawingObject::Draw(DrawingParameters* parameters)
     {
         if (parameters->ShouldShowObject())
         {
-            drawn = DrawWithTexture_(parameters);
+            drawn = DrawObjectWithTexture(parameters);
         }
         if (drawn && parameters->ShouldShowChildren())
         {
@@ -151,7 +151,7 @@ int DrawingObject::Draw(DrawingParameters* parameters)
     return 1;
 }
 
-int DrawingObject::DrawWithTexture_(DrawingParameters* parameters)
+int DrawingObject::DrawObjectWithTexture(DrawingParameters* parameters)
 {
     TextureMap& texture = TextureOrNone();
     AppliedTexture applied(texture);
@@ -219,7 +219,7 @@ int DrawingObject::DrawObject(DrawingParameters* parameters)
     }
     const GLboolean textured = glIsEnabled(GL_TEXTURE_2D);
     glDisable(GL_TEXTURE_2D);
-    DrawBoxes_(parameters);
+    DrawRequestedBoxes(parameters);
     if (textured != GL_FALSE)
     {
         glEnable(GL_TEXTURE_2D);
@@ -228,7 +228,7 @@ int DrawingObject::DrawObject(DrawingParameters* parameters)
 }
 
 // A node that is not Editable and asks for its box can get it twice.
-void DrawingObject::DrawBoxes_(DrawingParameters* parameters)
+void DrawingObject::DrawRequestedBoxes(DrawingParameters* parameters)
 {
     if (!IsEditable())
     {

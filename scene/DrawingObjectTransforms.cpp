@@ -103,8 +103,8 @@ CoordinateTransform DrawingObject::GetInverseAlignmentTransformation(DrawingObje
 
 // Turns the node until this axis, seen in the world, is the target's. \p standIn is turned about
 // when the two lie in one line.
-void DrawingObject::AlignAxis_(const DVector& axis, const DVector& standIn,
-                               const CoordinateTransform& target, DrawingObject* extra)
+void DrawingObject::AlignAxis(const DVector& axis, const DVector& standIn,
+                              const CoordinateTransform& target, DrawingObject* extra)
 {
     const DVector own = Rotated(AccumulateTransformations(1, 0, extra), axis);
     const DVector wanted = Rotated(target, axis);
@@ -122,8 +122,8 @@ void DrawingObject::AlignAxis_(const DVector& axis, const DVector& standIn,
 
 int DrawingObject::AlignRotations(CoordinateTransform& target, DrawingObject* extra)
 {
-    AlignAxis_(zAxis, yAxis, target, extra);
-    AlignAxis_(yAxis, xAxis, target, extra);
+    AlignAxis(zAxis, yAxis, target, extra);
+    AlignAxis(yAxis, xAxis, target, extra);
     return 1;
 }
 
@@ -135,7 +135,7 @@ int DrawingObject::AlignRotations(DrawingObject& other, DrawingObject* extra)
 
 int DrawingObject::AlignGlobalFrontFace(DrawingObject* extra)
 {
-    AlignAxis_(zAxis, yAxis, CoordinateTransform(), extra);
+    AlignAxis(zAxis, yAxis, CoordinateTransform(), extra);
     return 1;
 }
 

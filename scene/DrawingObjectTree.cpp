@@ -3,12 +3,12 @@
 
 #include <algorithm>
 
-// A place is asked through keeper_, never through the parent pointer alone: that one may be set
+// A place is asked through owner_, never through the parent pointer alone: that one may be set
 // freely and may name a node that is gone. It also makes every question about the place immediate.
 
-bool DrawingObject::IsSelfOrAncestor_(const DrawingObject* node) const
+bool DrawingObject::IsSelfOrAncestor(const DrawingObject* node) const
 {
-    for (const DrawingObject* here = this; here != nullptr; here = here->keeper_)
+    for (const DrawingObject* here = this; here != nullptr; here = here->owner_)
     {
         if (here == node || here->parent == node)
         {
@@ -18,29 +18,29 @@ bool DrawingObject::IsSelfOrAncestor_(const DrawingObject* node) const
     return false;
 }
 
-void DrawingObject::Link_(DrawingObject* child)
+void DrawingObject::MarkAsChild(DrawingObject* child)
 {
     child->parent = this;
-    child->keeper_ = this;
+    child->owner_ = this;
 }
 
-void DrawingObject::Unlink_()
+void DrawingObject::LeaveOwner()
 {
-    if (keeper_ != nullptr)
+    if (owner_ != nullptr)
     {
-        keeper_->children.RemoveAllOccurances(this);
-        keeper_ = nullptr;
+        owner_->children.RemoveAllOccurances(this);
+        owner_ = nullptr;
     }
 }
 
 // Leaves another parent's list, as the parent sees it where the parent pointer agrees.
-void DrawingObject::LeaveParentForAdoption_()
+void DrawingObject::LeaveParentForAdoption()
 {
-    if (keeper_ != nullptr && keeper_ == parent)
+    if (owner_ != nullptr && owner_ == parent)
     {
         parent->AbandonChild(this);
     }
-    Unlink_();
+    LeaveOwner();
 }
 
 int DrawingObject::AddChild(DrawingObject* child)
@@ -50,13 +50,13 @@ int DrawingObject::AddChild(DrawingObject* child)
 
 POSITION DrawingObject::AddChildAfter(DrawingObject* child, POSITION position)
 {
-    if (child == nullptr || child->keeper_ == this || IsSelfOrAncestor_(child))
+    if (child == nullptr || child->owner_ == this || IsSelfOrAncestor(child))
     {
         return nullptr;
     }
-    child->LeaveParentForAdoption_();
+    child->LeaveParentForAdoption();
     const POSITION added = children.InsertAfter(position, child);
-    Link_(child);
+    MarkAsChild(child);
     return added;
 }
 
@@ -96,7 +96,7 @@ int DrawingObject::RemoveChild(DrawingObject* child)
     }
     children.RemoveAt(position);
     child->parent = nullptr;
-    child->keeper_ = nullptr;
+    child->owner_ = nullptr;
     return 1;
 }
 
@@ -114,15 +114,15 @@ int DrawingObject::AbandonChild(DrawingObject* child)
 int DrawingObject::ReplaceChild(DrawingObject* oldChild, DrawingObject* newChild)
 {
     if (oldChild == nullptr || newChild == nullptr || oldChild == newChild ||
-        oldChild->parent != this || oldChild->keeper_ != this || IsSelfOrAncestor_(newChild))
+        oldChild->parent != this || oldChild->owner_ != this || IsSelfOrAncestor(newChild))
     {
         return 0;
     }
-    newChild->Unlink_();
+    newChild->LeaveOwner();
     children.SetAt(FindChildPosition(oldChild), newChild);
-    Link_(newChild);
+    MarkAsChild(newChild);
     oldChild->parent = nullptr;
-    oldChild->keeper_ = nullptr;
+    oldChild->owner_ = nullptr;
     return 1;
 }
 
@@ -145,16 +145,16 @@ int DrawingObject::DestroyChildren()
         for (POSITION position = node->children.GetHeadPosition(); position != nullptr;)
         {
             DrawingObject* const child = node->children.GetNext(position);
-            child->keeper_ = nullptr;
+            child->owner_ = nullptr;
             pending.push_back(child);
         }
         node->children.RemoveAll();
     }
     doomed.erase(doomed.begin());  // this node itself
-    LeaveExternalUndoStacks_(doomed);
+    LeaveExternalUndoStacks(doomed);
     for (DrawingObject* const node : doomed)
     {
-        node->ForgetExternalUndoStack_();
+        node->ForgetExternalUndoStack();
     }
     // Backwards, siblings come in order and every node after its children.
     std::for_each(doomed.rbegin(), doomed.rend(), [](DrawingObject* node) { delete node; });
@@ -178,7 +178,7 @@ int DrawingObject::RemoveDeletedChildren()
                 continue;
             }
             node->children.RemoveAt(position);
-            child->keeper_ = nullptr;
+            child->owner_ = nullptr;
             child->DestroyChildren();
             delete child;
         }

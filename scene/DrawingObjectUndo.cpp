@@ -5,10 +5,10 @@
 
 int DrawingObject::SaveToUndo()
 {
-    return SaveToUndo_(new DrawingObject(*this));
+    return SaveCopy(new DrawingObject(*this));
 }
 
-int DrawingObject::SaveToUndo_(DrawingObject* copy)
+int DrawingObject::SaveCopy(DrawingObject* copy)
 {
     undoStack.Push(copy);
     SaveToExternalUndo();
@@ -28,7 +28,7 @@ int DrawingObject::SaveToExternalUndo()
 
 int DrawingObject::RestoreFromUndo()
 {
-    return RestoreFromUndo_<DrawingObject>();
+    return RestoreSavedCopy<DrawingObject>();
 }
 
 int DrawingObject::PopUndo()
@@ -37,7 +37,7 @@ int DrawingObject::PopUndo()
     {
         return 0;
     }
-    DeleteSavedCopy_();
+    DeleteLastSavedCopy();
     DrawingObjectStack* const stack = GetExternalUndoStack();
     if (stack != nullptr && stack->Peek() == this)
     {
@@ -53,7 +53,7 @@ int DrawingObject::CanUndo() const
 
 int DrawingObject::ClearUndo()
 {
-    const int cleared = DeleteSavedCopies_();
+    const int cleared = DeleteSavedCopies();
     if (GetExternalUndoStack() != nullptr)
     {
         GetExternalUndoStack()->RemoveAllOccurances(this);
@@ -71,15 +71,15 @@ int DrawingObject::ClearUndoAll()
     int cleared = 0;
     for (DrawingObject* const node : nodes)
     {
-        cleared |= node->DeleteSavedCopies_();
+        cleared |= node->DeleteSavedCopies();
     }
-    LeaveExternalUndoStacks_(nodes);
+    LeaveExternalUndoStacks(nodes);
     return cleared;
 }
 
 void DrawingObject::AttachExternalUndoStack(DrawingObjectStack* stack)
 {
-    ChangeExternalUndoStack_(stack);
+    ChangeExternalUndoStack(stack);
     // A saved copy brings its pointer back when it is restored.
     for (POSITION position = undoStack.GetHeadPosition(); position != nullptr;)
     {
@@ -95,7 +95,7 @@ void DrawingObject::AttachExternalUndoStack(DrawingObjectStack* stack)
 }
 
 // A node that turned away from a stack could not take itself off it any more when it dies.
-void DrawingObject::ChangeExternalUndoStack_(DrawingObjectStack* stack)
+void DrawingObject::ChangeExternalUndoStack(DrawingObjectStack* stack)
 {
     if (stack == GetExternalUndoStack())
     {
@@ -111,7 +111,7 @@ void DrawingObject::ChangeExternalUndoStack_(DrawingObjectStack* stack)
 }
 
 // Without looking for itself there.
-void DrawingObject::ForgetExternalUndoStack_()
+void DrawingObject::ForgetExternalUndoStack()
 {
     if (GetExternalUndoStack() != nullptr)
     {
@@ -120,17 +120,17 @@ void DrawingObject::ForgetExternalUndoStack_()
 }
 
 // Copies are on no external stack and need not look for themselves there.
-void DrawingObject::DeleteSavedCopy_()
+void DrawingObject::DeleteLastSavedCopy()
 {
     DrawingObject* const copy = undoStack.Pop();
     if (copy != nullptr)
     {
-        copy->ForgetExternalUndoStack_();
+        copy->ForgetExternalUndoStack();
         delete copy;
     }
 }
 
-int DrawingObject::DeleteSavedCopies_()
+int DrawingObject::DeleteSavedCopies()
 {
     if (undoStack.IsEmpty())
     {
@@ -138,13 +138,13 @@ int DrawingObject::DeleteSavedCopies_()
     }
     while (!undoStack.IsEmpty())
     {
-        DeleteSavedCopy_();
+        DeleteLastSavedCopy();
     }
     return 1;
 }
 
 // One walk over each stack for all of the nodes.
-void DrawingObject::LeaveExternalUndoStacks_(const std::vector<DrawingObject*>& nodes)
+void DrawingObject::LeaveExternalUndoStacks(const std::vector<DrawingObject*>& nodes)
 {
     std::unordered_set<DrawingObjectStack*> stacks;
     for (const DrawingObject* const node : nodes)

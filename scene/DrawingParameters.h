@@ -20,6 +20,24 @@ class ProjectionData;
 class ORVANE_API DrawingParameters : public CObject
 {
 public:
+    // The mode bits. Each has a Set, a Clear and a test operation below, which say what it does.
+    static constexpr DWORD renderBit = 0x0001;
+    static constexpr DWORD outlineBit = 0x0002;
+    static constexpr DWORD extentsBoxBit = 0x0004;
+    static constexpr DWORD showObjectBit = 0x0008;
+    static constexpr DWORD showChildrenBit = 0x0010;
+    static constexpr DWORD showExtentsAndHandlesBit = 0x0020;
+    static constexpr DWORD selectingBit = 0x0040;
+    static constexpr DWORD applyProjectionBit = 0x0080;
+    static constexpr DWORD showLightsBit = 0x0100;
+    static constexpr DWORD showSelectedOnlyBit = 0x0200;
+    static constexpr DWORD showTexturesBit = 0x0400;
+    static constexpr DWORD clearAndReturnBit = 0x0800;
+    static constexpr DWORD forceSolidBackgroundBit = 0x1000;
+    static constexpr DWORD accurateSelectionBit = 0x2000;
+    static constexpr DWORD showBackgroundTextureBit = 0x4000;
+    static constexpr DWORD noTerminateBit = 0x8000;
+
     DrawingParameters() = default;
     DrawingParameters(const DrawingParameters& other) = default;
     DrawingParameters& operator=(const DrawingParameters& other) = default;
@@ -30,37 +48,39 @@ public:
     void SetFlags(unsigned long newFlags) { flags = static_cast<DWORD>(newFlags); }
 
     /// Solid, lit geometry; with ShowTextures also textures.
-    ORVANE_FLAG(flags, Render, IsRender, 0x0001);
+    ORVANE_FLAG(flags, Render, IsRender, renderBit);
     /// Outlines, instead of or beside solids.
-    ORVANE_FLAG(flags, Outline, IsOutline, 0x0002);
+    ORVANE_FLAG(flags, Outline, IsOutline, outlineBit);
     /// The extents box of every node that is drawn.
-    ORVANE_FLAG(flags, ExtentsBox, IsExtentsBox, 0x0004);
+    ORVANE_FLAG(flags, ExtentsBox, IsExtentsBox, extentsBoxBit);
     /// A node's own geometry. The walk over children sets it for them.
-    ORVANE_FLAG(flags, ShowObject, ShouldShowObject, 0x0008);
+    ORVANE_FLAG(flags, ShowObject, ShouldShowObject, showObjectBit);
     /// A node's children.
-    ORVANE_FLAG(flags, ShowChildren, ShouldShowChildren, 0x0010);
+    ORVANE_FLAG(flags, ShowChildren, ShouldShowChildren, showChildrenBit);
     /// The boxes of the nodes that ask for them by their own ShowExtentsBox and ShowScalingBox.
-    ORVANE_FLAG(flags, ShowExtentsAndHandles, ShouldShowExtentsAndHandles, 0x0020);
+    ORVANE_FLAG(flags, ShowExtentsAndHandles, ShouldShowExtentsAndHandles,
+                showExtentsAndHandlesBit);
     /// A picking pass: children and glyphs are named, textures stay off.
-    ORVANE_FLAG(flags, Selecting, IsSelecting, 0x0040);
+    ORVANE_FLAG(flags, Selecting, IsSelecting, selectingBit);
     /// The view applies the projection first.
-    ORVANE_FLAG(flags, ApplyProjection, ShouldApplyProjection, 0x0080);
+    ORVANE_FLAG(flags, ApplyProjection, ShouldApplyProjection, applyProjectionBit);
     /// Lights as objects that can be seen.
-    ORVANE_FLAG(flags, ShowLights, ShouldShowLights, 0x0100);
+    ORVANE_FLAG(flags, ShowLights, ShouldShowLights, showLightsBit);
     /// Selected nodes only; any other is skipped with its subtree.
-    ORVANE_FLAG(flags, ShowSelectedOnly, ShouldShowSelectedOnly, 0x0200);
+    ORVANE_FLAG(flags, ShowSelectedOnly, ShouldShowSelectedOnly, showSelectedOnlyBit);
     /// The textures of nodes, with Render and without Selecting.
-    ORVANE_FLAG(flags, ShowTextures, ShouldShowTextures, 0x0400);
+    ORVANE_FLAG(flags, ShowTextures, ShouldShowTextures, showTexturesBit);
     /// The view clears and draws the background, and nothing else.
-    ORVANE_FLAG(flags, ClearAndReturn, ShouldClearAndReturn, 0x0800);
+    ORVANE_FLAG(flags, ClearAndReturn, ShouldClearAndReturn, clearAndReturnBit);
     /// The background is solidBackgroundColor, whatever the scene has.
-    ORVANE_FLAG(flags, ForceSolidBackground, ShouldForceSolidBackground, 0x1000);
+    ORVANE_FLAG(flags, ForceSolidBackground, ShouldForceSolidBackground, forceSolidBackgroundBit);
     /// Picking with a window of 1 by 1 pixel in place of 5 by 5.
-    ORVANE_FLAG(flags, AccurateSelection, IsAccurateSelection, 0x2000);
+    ORVANE_FLAG(flags, AccurateSelection, IsAccurateSelection, accurateSelectionBit);
     /// The scene's background texture.
-    ORVANE_FLAG(flags, ShowBackgroundTexture, ShouldShowBackgroundTexture, 0x4000);
+    ORVANE_FLAG(flags, ShowBackgroundTexture, ShouldShowBackgroundTexture,
+                showBackgroundTextureBit);
     /// The termination event does not count.
-    ORVANE_FLAG(flags, NoTerminate, IsNoTerminate, 0x8000);
+    ORVANE_FLAG(flags, NoTerminate, IsNoTerminate, noTerminateBit);
 
     /// Bits per pixel of the target, as the caller states it. Stored only.
     int GetColorResolution() const { return colorResolution; }

@@ -60,7 +60,7 @@ LightObject& LightObject::operator=(const LightObject& other)
     return *this;
 }
 
-void LightObject::CopyInPool_(const LightObject& other)
+void LightObject::CopyFromOtherPool(const LightObject& other)
 {
     DrawingObject* const keptParent = parent;
     DrawingObjectStack*& stack = EnsureDetails().externalUndoStack;
@@ -101,7 +101,7 @@ int LightObject::CalculateBounds()
     return 1;
 }
 
-bool LightObject::ContextHasLight_() const
+bool LightObject::ContextHasLight() const
 {
     // Every context has eight lights: only beyond them is it asked.
     constexpr DWORD always = 8;
@@ -125,7 +125,7 @@ int LightObject::DrawObject(DrawingParameters* parameters)
     {
         return 0;
     }
-    if (!ContextHasLight_())
+    if (!ContextHasLight())
     {
         return 1;
     }
@@ -231,12 +231,12 @@ int LightObject::DrawAtRadius(DrawingParameters* parameters, float radius)
 
 int LightObject::SaveToUndo()
 {
-    return SaveToUndo_(new LightObject(*this));
+    return SaveCopy(new LightObject(*this));
 }
 
 int LightObject::RestoreFromUndo()
 {
-    return RestoreFromUndo_<LightObject>();
+    return RestoreSavedCopy<LightObject>();
 }
 
 void LightObject::Serialize(CArchive& archive)

@@ -17,6 +17,11 @@ class ORVANE_API LightObject : public DrawingObject
     DECLARE_SERIAL(LightObject)
 
 public:
+    // The bits of lightFlags.
+    static constexpr DWORD directionalBit = 0x1;
+    static constexpr DWORD activeBit = 0x2;
+    static constexpr DWORD inUseBit = 0x4;
+
     LightObject();
     /// A copy has a quadric of its own.
     LightObject(const LightObject& other);
@@ -34,9 +39,9 @@ public:
     void SetLightNumber(unsigned int number) { lightNumber = number; }
 
     /// Shines in one direction from afar, its glyph placed over the parent.
-    ORVANE_FLAG(lightFlags, Directional, IsDirectional, 0x1);
-    ORVANE_FLAG(lightFlags, Active, IsActive, 0x2);
-    ORVANE_FLAG(lightFlags, InUse, IsInUse, 0x4);
+    ORVANE_FLAG(lightFlags, Directional, IsDirectional, directionalBit);
+    ORVANE_FLAG(lightFlags, Active, IsActive, activeBit);
+    ORVANE_FLAG(lightFlags, InUse, IsInUse, inUseBit);
 
     /// Degrees; 180 is no cone.
     double GetSpotCutoffAngle() const { return spotCutoffAngle; }
@@ -73,6 +78,6 @@ private:
 
     /// Assigns a light of another pool: parent and external undo stack stay, and what this light
     /// has on that stack.
-    void CopyInPool_(const LightObject& other);
-    bool ContextHasLight_() const;
+    void CopyFromOtherPool(const LightObject& other);
+    bool ContextHasLight() const;
 };

@@ -133,12 +133,12 @@ int OrvFontString::Resize(const DVector& point, int handle)
     {
         return DrawingObject::Resize(point, handle);
     }
-    const HandleDrag_ drag = DragHandle_(point, handle);
+    const HandleDrag drag = MeasureDrag(point, handle);
     EnsureDetails().scaledDimensions =
         DVector(WithoutMinimum(drag.extents.x, minimumSize.x),
                 WithoutMinimum(drag.extents.y, minimumSize.y), drag.extents.z);
-    DeriveScale_();
-    return FinishResize_(drag);
+    DeriveScale();
+    return KeepAnchorInPlace(drag);
 }
 
 int OrvFontString::ScaleToFitOldDimensions()
@@ -159,12 +159,12 @@ int OrvFontString::ScaleToFitOldDimensions()
 
 int OrvFontString::RestoreFromUndo()
 {
-    return RestoreFromUndo_<OrvFontString>();
+    return RestoreSavedCopy<OrvFontString>();
 }
 
 int OrvFontString::SaveToUndo()
 {
-    return SaveToUndo_(new OrvFontString(*this));
+    return SaveCopy(new OrvFontString(*this));
 }
 
 void OrvFontString::Serialize(CArchive& archive)

@@ -45,13 +45,13 @@ void OrvString::SetSurfaceColor(const NamedColor& color, int which)
 {
     switch (which)
     {
-        case 0:
+        case faceSurface:
             SetFaceColor(color);
             break;
-        case 1:
+        case edgeSurface:
             SetEdgeColor(color);
             break;
-        case 2:
+        case bevelSurface:
             SetBevelColor(color);
             break;
         default:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "extrude/EdgeStyle.h"
 #include "extrude/ExtrusionData.h"
 #include "host/FlagAccessors.h"
 #include "material/NamedColor.h"
@@ -16,6 +17,17 @@ class ORVANE_API OrvString : public DrawingObject
     DECLARE_SERIAL(OrvString)
 
 public:
+    // The bits of stringFlags.
+    static constexpr DWORD useBevelColorBit = 0x1;
+    static constexpr DWORD useEdgeColorBit = 0x2;
+    static constexpr DWORD adjustSpacingForBevelsBit = 0x4;
+    static constexpr DWORD scaleBevelsBit = 0x8;
+
+    // The surfaces of a text, for SetSurfaceColor.
+    static constexpr int faceSurface = 0;
+    static constexpr int edgeSurface = 1;
+    static constexpr int bevelSurface = 2;
+
     OrvString();
     OrvString(const OrvString& other);
     ~OrvString() override;
@@ -36,23 +48,47 @@ public:
     /// 0 front face only, 1 back face only, 2 both. The tests return 1 or 0.
     int GetBevelLocation() const { return bevelLocation; }
     void SetBevelLocation(int location) { bevelLocation = location; }
-    int IsFrontFaceOnly() const { return bevelLocation == 0; }
-    int IsBackFaceOnly() const { return bevelLocation == 1; }
-    int IsBothFaces() const { return bevelLocation == 2; }
+    int IsFrontFaceOnly() const
+    {
+        return bevelLocation == static_cast<int>(orvane::BevelSides::Front);
+    }
+    int IsBackFaceOnly() const
+    {
+        return bevelLocation == static_cast<int>(orvane::BevelSides::Back);
+    }
+    int IsBothFaces() const { return bevelLocation == static_cast<int>(orvane::BevelSides::Both); }
 
     /// 0 square edges, 1 bevelled, 2 rounded. The tests return 1 or 0.
     int GetBevelStyle() const { return bevelStyle; }
     void SetBevelStyle(int style) { bevelStyle = style; }
-    int ShouldSquareEdges() const { return bevelStyle == 0; }
-    int ShouldBevelEdges() const { return bevelStyle == 1; }
-    int ShouldRoundEdges() const { return bevelStyle == 2; }
+    int ShouldSquareEdges() const
+    {
+        return bevelStyle == static_cast<int>(orvane::EdgeStyle::Square);
+    }
+    int ShouldBevelEdges() const
+    {
+        return bevelStyle == static_cast<int>(orvane::EdgeStyle::Bevel);
+    }
+    int ShouldRoundEdges() const
+    {
+        return bevelStyle == static_cast<int>(orvane::EdgeStyle::Round);
+    }
 
     /// 0 left, 1 centre, 2 right. The tests return 1 or 0.
     int GetJustification() const { return justification; }
     void SetJustification(int side) { justification = side; }
-    int ShouldLeftJustify() const { return justification == 0; }
-    int ShouldCenterJustify() const { return justification == 1; }
-    int ShouldRightJustify() const { return justification == 2; }
+    int ShouldLeftJustify() const
+    {
+        return justification == static_cast<int>(orvane::Alignment::Left);
+    }
+    int ShouldCenterJustify() const
+    {
+        return justification == static_cast<int>(orvane::Alignment::Center);
+    }
+    int ShouldRightJustify() const
+    {
+        return justification == static_cast<int>(orvane::Alignment::Right);
+    }
 
     /// How far the top of the text lies above its first line's origin, as last measured.
     float GetFirstLineOffset() const { return firstLineOffset; }
@@ -70,17 +106,18 @@ public:
     void SetBevelColor(const NamedColor& color);
     void SetEdgeColor(const NamedColor& color);
     void SetFaceColor(const NamedColor& color);
-    /// \param which 0 face, 1 edge, 2 bevel; any other changes nothing.
+    /// \param which faceSurface, edgeSurface or bevelSurface; any other number changes nothing.
     void SetSurfaceColor(const NamedColor& color, int which) override;
     /// Sets the node's Transparent bit when a material in use is transparent, else clears it.
     void SetTransparency();
 
-    ORVANE_FLAG(stringFlags, UseBevelColor, ShouldUseBevelColor, 0x1);
-    ORVANE_FLAG(stringFlags, UseEdgeColor, ShouldUseEdgeColor, 0x2);
+    ORVANE_FLAG(stringFlags, UseBevelColor, ShouldUseBevelColor, useBevelColorBit);
+    ORVANE_FLAG(stringFlags, UseEdgeColor, ShouldUseEdgeColor, useEdgeColorBit);
     /// Characters stand further apart by what the bevels add to them.
-    ORVANE_FLAG(stringFlags, AdjustSpacingForBevels, ShouldAdjustSpacingForBevels, 0x4);
+    ORVANE_FLAG(stringFlags, AdjustSpacingForBevels, ShouldAdjustSpacingForBevels,
+                adjustSpacingForBevelsBit);
     /// Bevels grow with the node's scale instead of keeping their width.
-    ORVANE_FLAG(stringFlags, ScaleBevels, ShouldScaleBevels, 0x8);
+    ORVANE_FLAG(stringFlags, ScaleBevels, ShouldScaleBevels, scaleBevelsBit);
 
     /// Half of the smallest scale, as last computed.
     float GetMaximumBevelDepth() const { return maximumBevelDepth; }
@@ -97,20 +134,20 @@ public:
     void DeserializeVersion1(CArchive& archive);
     void DeserializeVersion2(CArchive& archive);
 
-    DWORD stringFlags = 0x7;  ///< both materials in use, spacing adjusted
+    DWORD stringFlags = useBevelColorBit | useEdgeColorBit | adjustSpacingForBevelsBit;
     float maximumBevelDepth = 0;
 
 protected:
     NamedColor bevelColor;
     float bevelDepth = 0;
-    int bevelLocation = 2;
-    int bevelStyle = 0;
+    int bevelLocation = static_cast<int>(orvane::BevelSides::Both);
+    int bevelStyle = static_cast<int>(orvane::EdgeStyle::Square);
     NamedColor edgeColor;
     NamedColor faceColor;
     float firstLineOffset = 0;
     float interCharacterSpacing = 0;
     float interLineSpacing = 0;
-    int justification = 0;
+    int justification = static_cast<int>(orvane::Alignment::Left);
     CString textString;
 
 private:

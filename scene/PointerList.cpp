@@ -20,17 +20,17 @@ PointerList::~PointerList()
     RemoveAll();
 }
 
-PointerList::Node* PointerList::Next_(POSITION& position)
+PointerList::Node* PointerList::StepForward(POSITION& position)
 {
-    Node* const node = AsNode_(position);
-    position = AsPosition_(node->next);
+    Node* const node = AsNode(position);
+    position = AsPosition(node->next);
     return node;
 }
 
-PointerList::Node* PointerList::Previous_(POSITION& position)
+PointerList::Node* PointerList::StepBack(POSITION& position)
 {
-    Node* const node = AsNode_(position);
-    position = AsPosition_(node->prev);
+    Node* const node = AsNode(position);
+    position = AsPosition(node->prev);
     return node;
 }
 
@@ -55,23 +55,23 @@ void PointerList::FreeNode(Node* node)
     --count;
 }
 
-POSITION PointerList::Insert_(Node* prev, Node* next, void* element)
+POSITION PointerList::LinkNode(Node* prev, Node* next, void* element)
 {
     Node* const node = NewNode(prev, next);
     node->data = element;
     (prev != nullptr ? prev->next : head) = node;
     (next != nullptr ? next->prev : tail) = node;
-    return AsPosition_(node);
+    return AsPosition(node);
 }
 
 POSITION PointerList::AddHead(void* element)
 {
-    return Insert_(nullptr, head, element);
+    return LinkNode(nullptr, head, element);
 }
 
 POSITION PointerList::AddTail(void* element)
 {
-    return Insert_(tail, nullptr, element);
+    return LinkNode(tail, nullptr, element);
 }
 
 void PointerList::AddHead(const PointerList* list)
@@ -108,7 +108,7 @@ void* PointerList::RemoveTail()
 
 void PointerList::RemoveAt(POSITION position)
 {
-    Node* const node = AsNode_(position);
+    Node* const node = AsNode(position);
     if (node == head)
     {
         head = node->next;
@@ -134,14 +134,14 @@ void PointerList::RemoveAll()
 
 POSITION PointerList::InsertBefore(POSITION position, void* element)
 {
-    Node* const node = AsNode_(position);
-    return node == nullptr ? AddHead(element) : Insert_(node->prev, node, element);
+    Node* const node = AsNode(position);
+    return node == nullptr ? AddHead(element) : LinkNode(node->prev, node, element);
 }
 
 POSITION PointerList::InsertAfter(POSITION position, void* element)
 {
-    Node* const node = AsNode_(position);
-    return node == nullptr ? AddTail(element) : Insert_(node, node->next, element);
+    Node* const node = AsNode(position);
+    return node == nullptr ? AddTail(element) : LinkNode(node, node->next, element);
 }
 
 POSITION PointerList::MoveHead(POSITION position)
@@ -166,12 +166,12 @@ POSITION PointerList::MoveDown(POSITION position)
 
 POSITION PointerList::Find(const void* element, POSITION startAfter) const
 {
-    Node* node = startAfter == nullptr ? head : AsNode_(startAfter)->next;
+    Node* node = startAfter == nullptr ? head : AsNode(startAfter)->next;
     while (node != nullptr && node->data != element)
     {
         node = node->next;
     }
-    return AsPosition_(node);
+    return AsPosition(node);
 }
 
 POSITION PointerList::FindIndex(int index) const
@@ -185,7 +185,7 @@ POSITION PointerList::FindIndex(int index) const
     {
         node = node->next;
     }
-    return AsPosition_(node);
+    return AsPosition(node);
 }
 
 int PointerList::WhichIndex(const void* element) const

@@ -30,20 +30,20 @@ public:
     void* GetTail() const { return tail->data; }
     void** GetTailElement() { return &tail->data; }
 
-    POSITION GetHeadPosition() const { return AsPosition_(head); }
-    POSITION GetTailPosition() const { return AsPosition_(tail); }
+    POSITION GetHeadPosition() const { return AsPosition(head); }
+    POSITION GetTailPosition() const { return AsPosition(tail); }
 
     /// The element at the position, which moves on and becomes null behind the last.
     void*& GetNext(POSITION& position) { return *GetNextElement(position); }
-    void* GetNext(POSITION& position) const { return Next_(position)->data; }
-    void** GetNextElement(POSITION& position) { return &Next_(position)->data; }
+    void* GetNext(POSITION& position) const { return StepForward(position)->data; }
+    void** GetNextElement(POSITION& position) { return &StepForward(position)->data; }
     void*& GetPrev(POSITION& position) { return *GetPrevElement(position); }
-    void* GetPrev(POSITION& position) const { return Previous_(position)->data; }
-    void** GetPrevElement(POSITION& position) { return &Previous_(position)->data; }
-    void*& GetAt(POSITION position) { return AsNode_(position)->data; }
-    void* GetAt(POSITION position) const { return AsNode_(position)->data; }
-    void** GetElementAt(POSITION position) { return &AsNode_(position)->data; }
-    void SetAt(POSITION position, void* element) { AsNode_(position)->data = element; }
+    void* GetPrev(POSITION& position) const { return StepBack(position)->data; }
+    void** GetPrevElement(POSITION& position) { return &StepBack(position)->data; }
+    void*& GetAt(POSITION position) { return AsNode(position)->data; }
+    void* GetAt(POSITION position) const { return AsNode(position)->data; }
+    void** GetElementAt(POSITION position) { return &AsNode(position)->data; }
+    void SetAt(POSITION position, void* element) { AsNode(position)->data = element; }
 
     POSITION AddHead(void* element);
     POSITION AddTail(void* element);
@@ -90,9 +90,9 @@ protected:
     void FreeNode(Node* node);
 
 private:
-    static Node* AsNode_(POSITION position) { return reinterpret_cast<Node*>(position); }
-    static POSITION AsPosition_(Node* node) { return reinterpret_cast<POSITION>(node); }
-    static Node* Next_(POSITION& position);
-    static Node* Previous_(POSITION& position);
-    POSITION Insert_(Node* prev, Node* next, void* element);
+    static Node* AsNode(POSITION position) { return reinterpret_cast<Node*>(position); }
+    static POSITION AsPosition(Node* node) { return reinterpret_cast<POSITION>(node); }
+    static Node* StepForward(POSITION& position);
+    static Node* StepBack(POSITION& position);
+    POSITION LinkNode(Node* prev, Node* next, void* element);
 };

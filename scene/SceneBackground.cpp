@@ -6,6 +6,7 @@
 #include "imaging/GLMemoryDIB.h"
 #include "imaging/MemoryMappedDIB.h"
 #include "imaging/TextureOwnership.h"
+#include "imaging/TextureSettings.h"
 #include "platform/Messages.h"
 #include "platform/OpenGL.h"
 #include "platform/Rendering.h"
@@ -15,6 +16,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+
+using orvane::BackgroundPlacement;
 
 namespace
 {
@@ -87,11 +90,11 @@ int SceneObject::DrawBackground(DrawingParameters* parameters)
             return DrawBackgroundTexture(parameters);
         }
     }
-    ClearToBackground_(*parameters);
+    ClearToBackgroundColor(*parameters);
     return 1;
 }
 
-void SceneObject::ClearToBackground_(const DrawingParameters& parameters)
+void SceneObject::ClearToBackgroundColor(const DrawingParameters& parameters)
 {
     const ColorVector color = parameters.ShouldForceSolidBackground()
                                   ? parameters.GetSolidBackgroundColor()
@@ -163,7 +166,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
     const int tileWidth = scaled(image.Width(), projection->GetScaleX());
     const int tileHeight = scaled(image.Height(), projection->GetScaleY());
 
-    if (texture.placement == 0)  // stretched from the location to the far corner
+    if (texture.placement == static_cast<DWORD>(BackgroundPlacement::Stretch))
     {
         const int left = WholePixels(texture.GetHorizontalLocation());
         const int top = WholePixels(texture.GetVerticalLocation());
@@ -171,7 +174,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
                      WholePixels(projection->GetWidth() - left),
                      WholePixels(projection->GetHeight() - top));
     }
-    else if (texture.placement == 1)  // tiled
+    else if (texture.placement == static_cast<DWORD>(BackgroundPlacement::Tile))
     {
         const int anchorX = WholePixels(texture.GetHorizontalLocation() * projection->GetScaleX());
         const int anchorY = WholePixels(texture.GetVerticalLocation() * projection->GetScaleY());
@@ -196,7 +199,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
             }
         }
     }
-    else  // centred
+    else  // Center, and every number without a name
     {
         // Whether the picture's corner is covered is asked in the picture's coordinates, so that
         // bands beside a small image are cleared, too.
@@ -208,7 +211,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
             {
                 glDisable(GL_DITHER);
             }
-            ClearToBackground_(*parameters);
+            ClearToBackgroundColor(*parameters);
         }
         image.DrawTo(left - WholePixels(offsetX), top - WholePixels(offsetY), tileWidth,
                      tileHeight);

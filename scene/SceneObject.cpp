@@ -76,7 +76,8 @@ void SceneObject::CopyAll(const SceneObject& other)
     while (position != nullptr && otherPosition != nullptr)
     {
         LightObject& light = *static_cast<LightObject*>(lights.GetNext(position));
-        light.CopyInPool_(*static_cast<const LightObject*>(other.lights.GetNext(otherPosition)));
+        light.CopyFromOtherPool(
+            *static_cast<const LightObject*>(other.lights.GetNext(otherPosition)));
         light.SetParent(this);
     }
 }
@@ -263,15 +264,15 @@ int SceneObject::RestoreSavedView(int index, CoordinateTransform* viewTransform,
 
 int SceneObject::DeleteSavedView(const CString& name)
 {
-    return DeleteViewAt_(savedViews.FindName(name));
+    return DeleteViewAt(savedViews.FindName(name));
 }
 
 int SceneObject::DeleteSavedView(int index)
 {
-    return DeleteViewAt_(savedViews.FindIndex(index));
+    return DeleteViewAt(savedViews.FindIndex(index));
 }
 
-int SceneObject::DeleteViewAt_(POSITION position)
+int SceneObject::DeleteViewAt(POSITION position)
 {
     if (position == nullptr)
     {
@@ -308,12 +309,12 @@ int SceneObject::Draw(DrawingParameters* parameters)
     const bool marksItself = parameters->ShouldShowSelectedOnly() && !IsSelected();
     if (marksItself)
     {
-        SetOwnSelected_();
+        SelectOnlyThisNode();
     }
     const int result = DrawingObject::Draw(parameters);
     if (marksItself)
     {
-        ClearOwnSelected_();
+        DeselectOnlyThisNode();
     }
     return result;
 }
@@ -345,10 +346,10 @@ void SceneObject::AttachExternalUndoStack(DrawingObjectStack* stack)
 
 int SceneObject::SaveToUndo()
 {
-    return SaveToUndo_(new SceneObject(*this));
+    return SaveCopy(new SceneObject(*this));
 }
 
 int SceneObject::RestoreFromUndo()
 {
-    return RestoreFromUndo_<SceneObject>();
+    return RestoreSavedCopy<SceneObject>();
 }

@@ -19,6 +19,11 @@ class ORVANE_API SceneObject : public DrawingObject
     DECLARE_SERIAL(SceneObject)
 
 public:
+    // The bits of sceneFlags.
+    static constexpr DWORD lightingLocalViewerBit = 0x1;
+    static constexpr DWORD serializingSelectionBit = 0x2;
+    static constexpr DWORD rotateLightsWithSceneBit = 0x4;
+
     SceneObject();
     SceneObject(const SceneObject& other);
     /// Without \p withLights the copy has no lights at all.
@@ -37,10 +42,11 @@ public:
     ColorVector GetGlobalAmbientColor() const { return globalAmbientColor; }
     void SetGlobalAmbientColor(const ColorVector& color) { globalAmbientColor = color; }
 
-    ORVANE_FLAG(sceneFlags, LightingLocalViewer, IsLightingLocalViewer, 0x1);
+    ORVANE_FLAG(sceneFlags, LightingLocalViewer, IsLightingLocalViewer, lightingLocalViewerBit);
     /// Serialize leaves the node's record out; see SelectionSerialize.
-    ORVANE_FLAG(sceneFlags, SerializingSelection, IsSerializingSelection, 0x2);
-    ORVANE_FLAG(sceneFlags, RotateLightsWithScene, ShouldRotateLightsWithScene, 0x4);
+    ORVANE_FLAG(sceneFlags, SerializingSelection, IsSerializingSelection, serializingSelectionBit);
+    ORVANE_FLAG(sceneFlags, RotateLightsWithScene, ShouldRotateLightsWithScene,
+                rotateLightsWithSceneBit);
 
     // The lights.
 
@@ -121,7 +127,7 @@ public:
     void DeserializeVersion2(CArchive& archive);
     void DeserializeVersion3(CArchive& archive);
 
-    DWORD sceneFlags = 0x4;
+    DWORD sceneFlags = rotateLightsWithSceneBit;
     DrawingObjectList lights;  ///< owned
     NamedViewList savedViews;  ///< owned
 
@@ -132,7 +138,7 @@ protected:
 
 private:
     /// Clears the colour buffer to the background colour that the parameters ask for.
-    void ClearToBackground_(const DrawingParameters& parameters);
-    void ReadColors_(CArchive& archive);
-    int DeleteViewAt_(POSITION position);
+    void ClearToBackgroundColor(const DrawingParameters& parameters);
+    void ReadColorsAndFlags(CArchive& archive);
+    int DeleteViewAt(POSITION position);
 };

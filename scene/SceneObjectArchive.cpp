@@ -38,7 +38,7 @@ void SceneObject::SelectionSerialize(CArchive& archive)
 
 void SceneObject::DeserializeVersion1(CArchive& archive)
 {
-    ReadColors_(archive);
+    ReadColorsAndFlags(archive);
     DWORD ignored;
     archive >> ignored;
     DeserializeLights(archive);
@@ -46,7 +46,7 @@ void SceneObject::DeserializeVersion1(CArchive& archive)
 
 void SceneObject::DeserializeVersion2(CArchive& archive)
 {
-    ReadColors_(archive);
+    ReadColorsAndFlags(archive);
     DeserializeLights(archive);
 }
 
@@ -56,7 +56,7 @@ void SceneObject::DeserializeVersion3(CArchive& archive)
     DeserializeSavedViews(archive);
 }
 
-void SceneObject::ReadColors_(CArchive& archive)
+void SceneObject::ReadColorsAndFlags(CArchive& archive)
 {
     backgroundColor.Serialize(archive);
     archive >> sceneFlags;

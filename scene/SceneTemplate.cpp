@@ -53,7 +53,7 @@ int SceneTemplate::Save(const CString& section) const
     return 1;
 }
 
-int SceneTemplate::CompareName_(const SceneTemplate& other) const
+int SceneTemplate::CompareNameWith(const SceneTemplate& other) const
 {
     return CompareMultibyte(name, other.name);
 }

@@ -40,16 +40,16 @@ public:
     int Save(const CString& section) const;
 
     // By name, bytes as unsigned.
-    bool operator==(const SceneTemplate* other) const { return CompareName_(*other) == 0; }
-    bool operator==(const SceneTemplate& other) const { return CompareName_(other) == 0; }
-    bool operator<(const SceneTemplate* other) const { return CompareName_(*other) < 0; }
-    bool operator<(const SceneTemplate& other) const { return CompareName_(other) < 0; }
-    bool operator<=(const SceneTemplate* other) const { return CompareName_(*other) <= 0; }
-    bool operator<=(const SceneTemplate& other) const { return CompareName_(other) <= 0; }
-    bool operator>(const SceneTemplate* other) const { return CompareName_(*other) > 0; }
-    bool operator>(const SceneTemplate& other) const { return CompareName_(other) > 0; }
-    bool operator>=(const SceneTemplate* other) const { return CompareName_(*other) >= 0; }
-    bool operator>=(const SceneTemplate& other) const { return CompareName_(other) >= 0; }
+    bool operator==(const SceneTemplate* other) const { return CompareNameWith(*other) == 0; }
+    bool operator==(const SceneTemplate& other) const { return CompareNameWith(other) == 0; }
+    bool operator<(const SceneTemplate* other) const { return CompareNameWith(*other) < 0; }
+    bool operator<(const SceneTemplate& other) const { return CompareNameWith(other) < 0; }
+    bool operator<=(const SceneTemplate* other) const { return CompareNameWith(*other) <= 0; }
+    bool operator<=(const SceneTemplate& other) const { return CompareNameWith(other) <= 0; }
+    bool operator>(const SceneTemplate* other) const { return CompareNameWith(*other) > 0; }
+    bool operator>(const SceneTemplate& other) const { return CompareNameWith(other) > 0; }
+    bool operator>=(const SceneTemplate* other) const { return CompareNameWith(*other) >= 0; }
+    bool operator>=(const SceneTemplate& other) const { return CompareNameWith(other) >= 0; }
 
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
@@ -62,5 +62,5 @@ protected:
     CString name;
 
 private:
-    int CompareName_(const SceneTemplate& other) const;
+    int CompareNameWith(const SceneTemplate& other) const;
 };

@@ -16,9 +16,12 @@ IMPLEMENT_SERIAL(ViewObject, DrawingObject, VERSIONABLE_SCHEMA | 5)
 namespace
 {
 
-// What a draw shows besides the view's own modes: ShowObject, ShowChildren, ShowExtentsAndHandles,
-// ApplyProjection and ShowBackgroundTexture.
-constexpr unsigned long defaultFlags = 0x40B8;
+// The mode bits that a view adds to its own modes when the caller has set none.
+constexpr DWORD defaultFlags =
+    DrawingParameters::showObjectBit | DrawingParameters::showChildrenBit |
+    DrawingParameters::showExtentsAndHandlesBit | DrawingParameters::applyProjectionBit |
+    DrawingParameters::showBackgroundTextureBit;
+static_assert(defaultFlags == 0x40B8);
 
 }  // namespace
 
@@ -51,14 +54,18 @@ int ViewObject::AttachScene(SceneObject* newScene)
 
 int ViewObject::GetDrawingModeIndex() const
 {
-    return (drawingMode & 1) != 0 ? 0 : (drawingMode & 2) != 0 ? 1 : 2;
+    if ((drawingMode & DrawingParameters::renderBit) != 0)
+    {
+        return 0;
+    }
+    return (drawingMode & DrawingParameters::outlineBit) != 0 ? 1 : 2;
 }
 
 void ViewObject::SetDrawingModeIndex(int index)
 {
     if (index >= 0 && index < 3)
     {
-        drawingMode = DWORD{1} << index;
+        drawingMode = DrawingParameters::renderBit << index;
     }
 }
 
@@ -114,7 +121,7 @@ int ViewObject::CalculateChildBounds()
 
 // Zooming ---------------------------------------------------------------------------------------
 
-bool ViewObject::CanZoom_()
+bool ViewObject::CalculateBoundsForZoom()
 {
     return CalculateBounds() && GetBoundsGlobalSphere().IsDefined() && projection.GetAspect() > 0 &&
            GetBoundsGlobalMaximum().y > GetBoundsGlobalMinimum().y;
@@ -128,7 +135,7 @@ int ViewObject::ZoomExtents()
 
 int ViewObject::ZoomPerspectiveExtents()
 {
-    if (!CanZoom_())
+    if (!CalculateBoundsForZoom())
     {
         return 0;
     }
@@ -160,7 +167,7 @@ int ViewObject::ZoomPerspectiveExtents()
 
 int ViewObject::ZoomOrthographicExtents()
 {
-    if (!CanZoom_())
+    if (!CalculateBoundsForZoom())
     {
         return 0;
     }
@@ -202,13 +209,13 @@ int ViewObject::Draw(DrawingParameters* parameters)
     }
     if (parameters->ShouldApplyProjection())
     {
-        ApplyProjection_(*parameters);
+        ApplyProjection(*parameters);
     }
 
     const bool marksItself = parameters->ShouldShowSelectedOnly() && !IsSelected();
     if (marksItself)
     {
-        SetOwnSelected_();
+        SelectOnlyThisNode();
     }
     if (!scene->ShouldRotateLightsWithScene())
     {
@@ -219,12 +226,12 @@ int ViewObject::Draw(DrawingParameters* parameters)
                                                           : DrawingObject::Draw(parameters);
     if (marksItself)
     {
-        ClearOwnSelected_();
+        DeselectOnlyThisNode();
     }
     return result;
 }
 
-void ViewObject::ApplyProjection_(DrawingParameters& parameters)
+void ViewObject::ApplyProjection(DrawingParameters& parameters)
 {
     const ProjectionData& lens = *parameters.GetProjection();
     const int width = WholePixels(lens.GetViewWidth());
@@ -283,12 +290,12 @@ int ViewObject::DrawChildren(DrawingParameters* parameters)
 
 int ViewObject::SaveToUndo()
 {
-    return SaveToUndo_(new ViewObject(*this));
+    return SaveCopy(new ViewObject(*this));
 }
 
 int ViewObject::RestoreFromUndo()
 {
-    return RestoreFromUndo_<ViewObject>(0,
+    return RestoreSavedCopy<ViewObject>(0,
                                         [this](const ViewObject& saved) { CopyFromUndo(saved); });
 }
 

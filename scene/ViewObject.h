@@ -4,6 +4,7 @@
 #include "geometry/ProjectionData.h"
 #include "host/CSize.h"
 #include "scene/DrawingObject.h"
+#include "scene/DrawingParameters.h"
 
 class NamedViewList;
 class SceneObject;
@@ -73,20 +74,20 @@ public:
     /// The Render, Outline or ExtentsBox bit of DrawingParameters.
     unsigned int GetDrawingMode() const { return drawingMode; }
     void SetDrawingMode(unsigned int mode) { drawingMode = mode; }
-    void SetDrawingModeRender() { drawingMode = 1; }
-    void SetDrawingModeOutline() { drawingMode = 2; }
-    void SetDrawingModeExtentsBox() { drawingMode = 4; }
+    void SetDrawingModeRender() { drawingMode = DrawingParameters::renderBit; }
+    void SetDrawingModeOutline() { drawingMode = DrawingParameters::outlineBit; }
+    void SetDrawingModeExtentsBox() { drawingMode = DrawingParameters::extentsBoxBit; }
     /// 0 render, 1 outline, 2 extents box.
     int GetDrawingModeIndex() const;
     /// Ignores other indices.
     void SetDrawingModeIndex(int index);
-    void SetShowLightsMode() { showLightsMode = showLightsBit; }
+    void SetShowLightsMode() { showLightsMode = DrawingParameters::showLightsBit; }
     void ClearShowLightsMode() { showLightsMode = 0; }
     /// 1 or 0, as ShouldShowTextures.
-    int ShouldShowLightsMode() const { return showLightsMode == showLightsBit; }
-    void SetShowTextures() { showTextures = showTexturesBit; }
+    int ShouldShowLightsMode() const { return showLightsMode == DrawingParameters::showLightsBit; }
+    void SetShowTextures() { showTextures = DrawingParameters::showTexturesBit; }
     void ClearShowTextures() { showTextures = 0; }
-    int ShouldShowTextures() const { return showTextures == showTexturesBit; }
+    int ShouldShowTextures() const { return showTextures == DrawingParameters::showTexturesBit; }
 
     /// Window pixels, y downward, for the next picking pass.
     void SetSelectionPoint(POINT point) { selectionPoint = point; }
@@ -145,16 +146,13 @@ public:
 protected:
     int CalculateChildBounds() override;
 
-    static constexpr DWORD showLightsBit = 0x100;
-    static constexpr DWORD showTexturesBit = 0x400;
-
-    DWORD drawingMode = 1;
+    DWORD drawingMode = DrawingParameters::renderBit;
     ProjectionData projection;
     CSize zoomDenominator{1, 1};
     CSize zoomNumerator{1, 1};
 
 private:
-    void ApplyProjection_(DrawingParameters& parameters);
-    bool CanZoom_();
-    void ReadZoom_(CArchive& archive);
+    void ApplyProjection(DrawingParameters& parameters);
+    bool CalculateBoundsForZoom();
+    void ReadZoom(CArchive& archive);
 };

@@ -48,7 +48,7 @@ void ViewObject::DeserializeVersion1(CArchive& archive)
     Discard<DWORD>(archive);
     projection.Serialize(archive);
     archive >> showLightsMode;
-    ReadZoom_(archive);
+    ReadZoom(archive);
 }
 
 void ViewObject::DeserializeVersion2(CArchive& archive)
@@ -81,10 +81,10 @@ void ViewObject::DeserializeVersion5(CArchive& archive)
     archive >> showTextures;
     projection.Serialize(archive);
     archive >> showLightsMode;
-    ReadZoom_(archive);
+    ReadZoom(archive);
 }
 
-void ViewObject::ReadZoom_(CArchive& archive)
+void ViewObject::ReadZoom(CArchive& archive)
 {
     archive >> zoomDenominator.cx >> zoomDenominator.cy;
     archive >> zoomNumerator.cx >> zoomNumerator.cy;

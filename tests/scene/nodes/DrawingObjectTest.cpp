@@ -66,8 +66,8 @@ TEST(DrawingObject, EachStateBitIsSetClearedAndTestedByItsMaskAlone)
 class OwnBitNode : public DrawingObject
 {
 public:
-    using DrawingObject::ClearOwnSelected_;
-    using DrawingObject::SetOwnSelected_;
+    using DrawingObject::DeselectOnlyThisNode;
+    using DrawingObject::SelectOnlyThisNode;
 };
 
 TEST(DrawingObject, SelectingMarksTheWholeSubtree)
@@ -82,15 +82,15 @@ TEST(DrawingObject, SelectingMarksTheWholeSubtree)
     EXPECT_EQ(root.IsSelected(), 0);
     EXPECT_EQ(child->IsSelected(), 1);
     EXPECT_EQ(grandchild->IsSelected(), 1);
-    root.SetOwnSelected_();
+    root.SelectOnlyThisNode();
     root.ClearSelected();
     EXPECT_EQ(root.IsSelected(), 0);
     EXPECT_EQ(grandchild->IsSelected(), 0);
-    root.SetOwnSelected_();
+    root.SelectOnlyThisNode();
     EXPECT_EQ(root.IsSelected(), 1);
     EXPECT_EQ(child->IsSelected(), 0);
     child->SetSelected();
-    root.ClearOwnSelected_();
+    root.DeselectOnlyThisNode();
     EXPECT_EQ(root.IsSelected(), 0);
     EXPECT_EQ(child->IsSelected(), 1);
 }

@@ -244,8 +244,8 @@ TEST(DrawingObjectUndo, AssigningANodeOfAnotherStackLeavesTheOldOne)
 class SavingNode : public DrawingObject
 {
 public:
-    int SaveToUndo() override { return SaveToUndo_(new SavingNode(*this)); }
-    int RestoreFromUndo() override { return RestoreFromUndo_<SavingNode>(); }
+    int SaveToUndo() override { return SaveCopy(new SavingNode(*this)); }
+    int RestoreFromUndo() override { return RestoreSavedCopy<SavingNode>(); }
 
     int value = 0;
 };
