@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# The library: every source of these folders, and one platform backend.
+# The library. Every folder lists its sources itself, in its CMakeLists.txt.
 
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(GL REQUIRED IMPORTED_TARGET gl)
@@ -11,21 +11,6 @@ pkg_check_modules(PNG REQUIRED IMPORTED_TARGET libpng)
 pkg_check_modules(GSF REQUIRED IMPORTED_TARGET libgsf-1)
 pkg_check_modules(SIMPLEINI REQUIRED IMPORTED_TARGET simpleini)
 find_package(Threads REQUIRED)
-
-set(ORVANE_FOLDERS platform host geometry outline extrude material imaging scene import3ds
-  document document/poster orvane)
-if(WIN32)
-  set(ORVANE_BACKEND platform/win32)
-else()
-  set(ORVANE_BACKEND platform/posix)
-endif()
-
-set(ORVANE_SOURCES)
-foreach(folder IN LISTS ORVANE_FOLDERS ITEMS contours ${ORVANE_BACKEND} ${ORVANE_BACKEND}/fonts
-        ${ORVANE_BACKEND}/drawing)
-  file(GLOB folder_sources CONFIGURE_DEPENDS ${folder}/*.cpp)
-  list(APPEND ORVANE_SOURCES ${folder_sources})
-endforeach()
 
 # What compiling against the library needs, on a target that links nothing yet: the library's own sources and the
 # parts of the tool use it, which are linked with the library in one program and with its objects in another.
@@ -39,7 +24,10 @@ endfunction()
 orvane_add_usage(orvane_usage INTERFACE)
 
 # Every source is compiled once, into objects that the library is made of.
-add_library(orvane_objects OBJECT ${ORVANE_SOURCES})
+add_library(orvane_objects OBJECT)
+foreach(folder IN ITEMS platform host geometry outline extrude material imaging scene import3ds contours document)
+  add_subdirectory(${folder})
+endforeach()
 set_target_properties(orvane_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
 target_compile_definitions(orvane_objects PRIVATE ORVANE_BUILDING)
 # SimpleIni is header-only and EGL, FreeType, fontconfig and libgsf stay behind platform/: users see GL and GLU.
