@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "host/CArchive.h"
 
+#include "host/CArchiveState.h"
 #include "host/CFile.h"
 
 #include <algorithm>
 #include <bit>
 #include <limits>
-#include <unordered_map>
 #include <utility>
-#include <vector>
 
-// Values go between memory and file as they are.
+// Values are copied between memory and file without conversion.
 static_assert(std::endian::native == std::endian::little, "records are little-endian");
 
 IMPLEMENT_DYNAMIC(CArchiveException, CException)
@@ -18,20 +17,8 @@ IMPLEMENT_DYNAMIC(CArchiveException, CException)
 namespace
 {
 
-// Marks in front of an object or a class; see docs/archive.md.
-constexpr WORD nullMark = 0;
-constexpr WORD newClassMark = 0xFFFF;
-constexpr WORD classBit = 0x8000;
-constexpr WORD longIndexMark = 0x7FFF;
-constexpr DWORD longClassBit = 0x80000000;
-constexpr DWORD largestIndex = 0x3FFFFFFE;
-
-// Objects inside objects. Each level takes a few stack frames of its classes' readers, some
-// kilobytes at worst; scenes stay far below, and so does the smallest usual stack.
-constexpr int deepestNesting = 512;
-
-constexpr std::size_t smallestBuffer = 128;
-constexpr std::size_t chunkSize = 65536;
+constexpr std::size_t smallestBuffer = 128;  // in bytes
+constexpr std::size_t textChunk = 65536;     // in bytes
 
 std::string CauseText(int cause)
 {
@@ -46,28 +33,15 @@ std::string CauseText(int cause)
         case CArchiveException::writeOnly:
             return "loaded from an archive that stores";
         case CArchiveException::badIndex:
-            return "an index that no object or class has";
+            return "a number that no object or class has";
         case CArchiveException::badClass:
-            return "an unknown class, or an object of an unexpected one";
+            return "an unknown class, or an object of an unexpected class";
         case CArchiveException::badSchema:
             return "a record version that is not known";
         default:
             return "the archive cannot be read or written";
     }
 }
-
-// Counts a level of nesting for as long as it lives.
-class NestingLevel
-{
-public:
-    explicit NestingLevel(int& depth) : depth_(depth) { ++depth_; }
-    ~NestingLevel() { --depth_; }
-    NestingLevel(const NestingLevel&) = delete;
-    NestingLevel& operator=(const NestingLevel&) = delete;
-
-private:
-    int& depth_;
-};
 
 }  // namespace
 
@@ -79,27 +53,6 @@ void AfxThrowArchiveException(int cause, const std::string& message)
 {
     throw CArchiveException(cause, message);
 }
-
-struct CArchive::State
-{
-    // What an index stands for on loading: a class with its stored schema, or an object.
-    struct Entry
-    {
-        CRuntimeClass* runtimeClass;
-        UINT schema;
-        CObject* object;
-    };
-
-    CFile* file;
-    UINT mode;
-    std::vector<BYTE> buffer;
-    std::unordered_map<const void*, DWORD> stored;  // classes and objects to their indices
-    DWORD nextStored = 1;
-    std::vector<Entry> loaded{Entry{nullptr, 0, nullptr}};  // by index; 0 is null
-    UINT objectSchema = static_cast<UINT>(-1);
-    int depth = 0;
-    VersionObserver versionObserver;
-};
 
 CArchive::CArchive(CFile* file, UINT mode, int bufferSize) : state_(std::make_unique<State>())
 {
@@ -123,7 +76,7 @@ CArchive::~CArchive()
         }
         catch (...)
         {
-            // A destructor has nobody to tell. Close reports what could not be written.
+            // A destructor cannot report an error. Close does.
         }
     }
 }
@@ -196,8 +149,8 @@ void CArchive::RequireStoring() const
     }
 }
 
-// Reads into the empty buffer. Returns the number of bytes, 0 at the end of the file.
-UINT CArchive::Fill()
+// Fills the empty buffer from the file. Returns the number of bytes read, 0 at the end of the file.
+UINT CArchive::FillBuffer()
 {
     BYTE* const start = state_->buffer.data();
     readNext_ = readEnd_ = start;
@@ -206,9 +159,9 @@ UINT CArchive::Fill()
     return count;
 }
 
-// Writes the buffer out. It is empty afterwards also when that throws: bytes that were refused are
-// not tried again.
-void CArchive::Drain()
+// Writes the buffered bytes to the file. The buffer is empty afterwards even when the file throws,
+// so that the destructor does not try the same bytes again.
+void CArchive::EmptyBuffer()
 {
     BYTE* const start = state_->buffer.data();
     const UINT count = static_cast<UINT>(writeNext_ - start);
@@ -244,7 +197,7 @@ UINT CArchive::Read(void* buffer, UINT count)
             }
             done += taken;
         }
-        else if (Fill() == 0)
+        else if (FillBuffer() == 0)
         {
             break;
         }
@@ -268,7 +221,7 @@ void CArchive::Skip(DWORD count)
     RequireLoading();
     while (count > 0)
     {
-        if (readNext_ == readEnd_ && Fill() == 0)
+        if (readNext_ == readEnd_ && FillBuffer() == 0)
         {
             Fail(CArchiveException::endOfFile,
                  "the input ends " + std::to_string(count) + " bytes before the end of a block");
@@ -284,7 +237,7 @@ void CArchive::Write(const void* buffer, UINT count)
     RequireStoring();
     if (count > static_cast<std::size_t>(writeEnd_ - writeNext_))
     {
-        Drain();
+        EmptyBuffer();
         if (count >= state_->buffer.size())
         {
             state_->file->Write(buffer, count);
@@ -306,7 +259,7 @@ void CArchive::Flush()
     }
     if (IsStoring())
     {
-        Drain();
+        EmptyBuffer();
         state_->file->Flush();
         return;
     }
@@ -371,247 +324,31 @@ CArchive& CArchive::operator>>(CString& text)
         length = middleLength;
         if (middleLength == 0xFFFE)
         {
-            Fail(CArchiveException::generic, "a text of 16-bit characters, which are not read");
+            Fail(CArchiveException::generic, "a text of 16-bit characters, which is not supported");
         }
         if (middleLength == 0xFFFF)
         {
             *this >> length;
         }
     }
-    // In chunks: no more memory is taken than bytes are there.
+    // Read in chunks, so that a wrong length in the input cannot take more memory than the input
+    // has bytes.
     std::string bytes;
     while (bytes.size() < length)
     {
         const std::size_t done = bytes.size();
-        const std::size_t chunk = std::min<std::size_t>(length - done, chunkSize);
+        const std::size_t chunk = std::min<std::size_t>(length - done, textChunk);
         if (done + chunk > static_cast<std::size_t>(std::numeric_limits<int>::max()))
         {
             Fail(CArchiveException::generic,
-                 "a text of " + std::to_string(length) + " bytes, more than one can hold");
+                 "a text of " + std::to_string(length) +
+                     " bytes, more than the 2147483647 that a text can hold");
         }
         bytes.resize(done + chunk);
         ReadExactly(bytes.data() + done, static_cast<UINT>(chunk));
     }
     text = CString(std::move(bytes));
     return *this;
-}
-
-CArchive& CArchive::operator<<(const CObject* object)
-{
-    WriteObject(object);
-    return *this;
-}
-
-CArchive& CArchive::operator>>(CObject*& object)
-{
-    object = ReadObject(nullptr);
-    return *this;
-}
-
-void CArchive::WriteIndex(DWORD index, bool isClass)
-{
-    if (index < longIndexMark)
-    {
-        *this << static_cast<WORD>(index | (isClass ? classBit : 0));
-        return;
-    }
-    *this << longIndexMark << (index | (isClass ? longClassBit : 0));
-}
-
-// The index that the next class or object takes.
-DWORD CArchive::NextIndex() const
-{
-    const std::size_t next = IsStoring() ? state_->nextStored : state_->loaded.size();
-    if (next > largestIndex)
-    {
-        Fail(CArchiveException::badIndex, "more objects than an archive can number");
-    }
-    return static_cast<DWORD>(next);
-}
-
-// Gives a class or an object that is being stored the next index.
-void CArchive::Number(const void* classOrObject)
-{
-    state_->stored[classOrObject] = NextIndex();
-    ++state_->nextStored;
-}
-
-void CArchive::WriteObject(const CObject* object)
-{
-    RequireStoring();
-    if (object == nullptr)
-    {
-        *this << nullMark;
-        return;
-    }
-    const auto known = state_->stored.find(object);
-    if (known != state_->stored.end())
-    {
-        WriteIndex(known->second, false);
-        return;
-    }
-    // The same limit as on loading, so that nothing is stored that cannot be loaded.
-    const NestingLevel level(state_->depth);
-    if (state_->depth > deepestNesting)
-    {
-        Fail(CArchiveException::generic, "objects nest too deep");
-    }
-    WriteClass(object->GetRuntimeClass());
-    Number(object);
-    const_cast<CObject*>(object)->Serialize(*this);
-}
-
-CObject* CArchive::ReadObject(const CRuntimeClass* requested)
-{
-    UINT schema = 0;
-    DWORD index = 0;
-    CRuntimeClass* const runtimeClass = ReadClass(requested, &schema, &index);
-    std::vector<State::Entry>& loaded = state_->loaded;
-    if (runtimeClass == nullptr)
-    {
-        if (index >= loaded.size() || loaded[index].runtimeClass != nullptr)
-        {
-            Fail(CArchiveException::badIndex, "index " + std::to_string(index) + " is no object's");
-        }
-        CObject* const known = loaded[index].object;
-        if (known != nullptr && requested != nullptr && !known->IsKindOf(requested))
-        {
-            Fail(CArchiveException::badClass,
-                 std::string("an object of class ") + known->GetRuntimeClass()->m_lpszClassName +
-                     " where one of class " + requested->m_lpszClassName + " is expected");
-        }
-        return known;
-    }
-
-    const NestingLevel level(state_->depth);
-    if (state_->depth > deepestNesting)
-    {
-        Fail(CArchiveException::generic, "objects nest too deep");
-    }
-    std::unique_ptr<CObject> object(runtimeClass->CreateObject());
-    if (object == nullptr)
-    {
-        Fail(CArchiveException::badClass, std::string("objects of class ") +
-                                              runtimeClass->m_lpszClassName + " cannot be created");
-    }
-    const DWORD ownIndex = NextIndex();
-    loaded.push_back({nullptr, 0, object.get()});
-    const UINT outerSchema = std::exchange(state_->objectSchema, schema);
-    try
-    {
-        object->Serialize(*this);
-    }
-    catch (...)
-    {
-        // The object goes, and with it what it owns: no index may lead there any more.
-        loaded.erase(loaded.begin() + ownIndex, loaded.end());
-        state_->objectSchema = outerSchema;
-        throw;
-    }
-    state_->objectSchema = outerSchema;
-    return object.release();
-}
-
-CObject* CArchive::ReadNewObject(const CRuntimeClass* requested)
-{
-    const DWORD known = GetLoadedCount();
-    CObject* const object = ReadObject(requested);
-    if (object == nullptr || GetLoadedCount() == known)
-    {
-        Fail(CArchiveException::badClass,
-             object == nullptr ? "a null reference where an object is expected"
-                               : "a reference to an object that has an owner already");
-    }
-    return object;
-}
-
-DWORD CArchive::GetLoadedCount() const
-{
-    return static_cast<DWORD>(state_->loaded.size() - 1);
-}
-
-void CArchive::ForgetObjects(DWORD count)
-{
-    for (std::size_t index = std::size_t{count} + 1; index < state_->loaded.size(); ++index)
-    {
-        state_->loaded[index].object = nullptr;
-    }
-}
-
-void CArchive::WriteClass(const CRuntimeClass* runtimeClass)
-{
-    RequireStoring();
-    if (runtimeClass->m_wSchema == NON_SERIALIZABLE_SCHEMA)
-    {
-        Fail(CArchiveException::badClass,
-             std::string("class ") + runtimeClass->m_lpszClassName + " has no record");
-    }
-    const auto known = state_->stored.find(runtimeClass);
-    if (known != state_->stored.end())
-    {
-        WriteIndex(known->second, true);
-        return;
-    }
-    *this << newClassMark;
-    runtimeClass->Store(*this);
-    Number(runtimeClass);
-}
-
-CRuntimeClass* CArchive::ReadClass(const CRuntimeClass* requested, UINT* schema, DWORD* objectIndex)
-{
-    WORD mark;
-    *this >> mark;
-    State::Entry entry{nullptr, 0, nullptr};
-    if (mark == newClassMark)
-    {
-        std::string name;
-        entry.runtimeClass = CRuntimeClass::Load(*this, &entry.schema, &name);
-        if (entry.runtimeClass == nullptr)
-        {
-            Fail(CArchiveException::badClass,
-                 name.empty() ? "a class without a usable name" : "no class " + name + " is known");
-        }
-        if (entry.schema != static_cast<WORD>(entry.runtimeClass->m_wSchema) &&
-            (entry.runtimeClass->m_wSchema & VERSIONABLE_SCHEMA) == 0)
-        {
-            Fail(CArchiveException::badSchema,
-                 std::string("class ") + entry.runtimeClass->m_lpszClassName + " has version " +
-                     std::to_string(entry.schema) + " where " +
-                     std::to_string(entry.runtimeClass->GetVersion()) + " is known");
-        }
-        NextIndex();
-        state_->loaded.push_back(entry);
-    }
-    else
-    {
-        DWORD index = mark & ~classBit;
-        bool isClass = (mark & classBit) != 0;
-        if (mark == longIndexMark)
-        {
-            *this >> index;
-            isClass = (index & longClassBit) != 0;
-            index &= ~longClassBit;
-        }
-        if (!isClass && objectIndex != nullptr)
-        {
-            *objectIndex = index;
-            return nullptr;
-        }
-        if (!isClass || index >= state_->loaded.size() ||
-            state_->loaded[index].runtimeClass == nullptr)
-        {
-            Fail(CArchiveException::badIndex, "index " + std::to_string(index) + " is no class's");
-        }
-        entry = state_->loaded[index];
-    }
-    if (requested != nullptr && !entry.runtimeClass->IsDerivedFrom(requested))
-    {
-        Fail(CArchiveException::badClass, std::string("class ") +
-                                              entry.runtimeClass->m_lpszClassName + " where " +
-                                              requested->m_lpszClassName + " is expected");
-    }
-    (schema != nullptr ? *schema : state_->objectSchema) = entry.schema;
-    return entry.runtimeClass;
 }
 
 void CArchive::WriteString(LPCSTR text)
@@ -639,29 +376,4 @@ DWORD CArchive::ReadCount()
         *this >> count;
     }
     return count;
-}
-
-void CArchive::MapObject(const CObject* object)
-{
-    if (object == nullptr)
-    {
-        return;
-    }
-    if (IsStoring())
-    {
-        Number(object);
-        return;
-    }
-    NextIndex();
-    state_->loaded.push_back({nullptr, 0, const_cast<CObject*>(object)});
-}
-
-UINT CArchive::GetObjectSchema()
-{
-    return std::exchange(state_->objectSchema, static_cast<UINT>(-1));
-}
-
-void CArchive::SetObjectSchema(UINT schema)
-{
-    state_->objectSchema = schema;
 }

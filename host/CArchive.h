@@ -2,9 +2,8 @@
 #pragma once
 
 /// \file
-/// CArchive, a buffered binary stream of values and object records over a CFile, and
-/// CArchiveException. All numbers are little-endian. The framing of objects is described in
-/// docs/archive.md.
+/// CArchive, which stores and loads values and objects in a CFile, and CArchiveException. All
+/// values are little-endian. docs/archive.md describes the bytes.
 
 #include "host/CException.h"
 #include "host/CString.h"
@@ -23,18 +22,18 @@ class ORVANE_API CArchiveException : public CException
     DECLARE_DYNAMIC(CArchiveException)
 
 public:
-    /// Causes. An unscoped enumeration without a name, so that they read as the class's own
-    /// constants.
+    /// The causes. The enumeration has no name, so that they are used as constants of the class:
+    /// CArchiveException::badIndex.
     enum
     {
         none,
-        generic,    ///< objects that nest too deep, 16-bit text, an archive already closed
+        generic,    ///< objects nest too deep, text of 16-bit characters, use after Close
         readOnly,   ///< storing into an archive that loads
         endOfFile,  ///< the input ends inside a value
         writeOnly,  ///< loading from an archive that stores
-        badIndex,   ///< an object or class index that no object has
-        badClass,   ///< an unknown class, or an object of an unexpected one
-        badSchema   ///< a record version that the class does not know
+        badIndex,   ///< a reference to a number that no object or class has
+        badClass,   ///< an unknown class, or an object of an unexpected class
+        badSchema   ///< a record of a version that the class does not know
     };
 
     explicit CArchiveException(int cause = none, std::string message = {});
@@ -45,14 +44,15 @@ public:
 /// Throws a CArchiveException with the cause.
 [[noreturn]] ORVANE_API void AfxThrowArchiveException(int cause, const std::string& message = {});
 
-/// What the stream operators take: the scalars of fixed width. (A long is 64 bits on some systems
-/// and has no place in a record.)
+/// The types that the stream operators accept: integers of 8 to 32 bits and floating-point numbers
+/// of 32 and 64. Types of 64-bit integers are left out because a long has 64 bits on some systems
+/// and 32 on others. bool is left out because its size is not fixed.
 template <typename Value>
 concept ArchiveValue = std::is_arithmetic_v<Value> && !std::is_same_v<Value, bool> &&
                        (std::is_floating_point_v<Value> ? sizeof(Value) <= 8 : sizeof(Value) <= 4);
 
-/// A stream of values and objects. Borrows its file. Destroying it flushes what was stored unless
-/// bNoFlushOnDelete is given or it was aborted.
+/// Stores values and objects in a file, or loads them, through a buffer. The file is borrowed. The
+/// destructor writes the buffered bytes to the file, except with bNoFlushOnDelete and after Abort.
 class ORVANE_API CArchive
 {
 public:
@@ -63,8 +63,8 @@ public:
         bNoFlushOnDelete = 2
     };
 
-    /// \param mode store or load, with bNoFlushOnDelete or not. \param bufferSize bytes, at least
-    /// 128.
+    /// \param mode store or load, and bNoFlushOnDelete joined to it if wanted.
+    /// \param bufferSize in bytes; less than 128 counts as 128.
     CArchive(CFile* file, UINT mode, int bufferSize = 4096);
     ~CArchive();
     CArchive(const CArchive&) = delete;
@@ -74,21 +74,22 @@ public:
     BOOL IsLoading() const;
     CFile* GetFile() const;
 
-    /// Up to \p count bytes; the number read is less only at the end of the file.
+    /// Reads up to \p count bytes and returns how many there were: less only at the end of the
+    /// file.
     UINT Read(void* buffer, UINT count);
-    /// Exactly \p count bytes, else endOfFile is thrown.
+    /// Reads \p count bytes. Throws endOfFile when there are fewer.
     void ReadExactly(void* buffer, UINT count);
-    /// Reads and drops \p count bytes in chunks; endOfFile when there are fewer.
+    /// Passes over \p count bytes. Throws endOfFile when there are fewer.
     void Skip(DWORD count);
     void Write(const void* buffer, UINT count);
 
-    /// Storing: writes what is buffered to the file. Loading: sets the file back to the first
-    /// unread byte.
+    /// On storing, writes the buffered bytes to the file. On loading, moves the file's position
+    /// back to the first byte that the archive has not handed out.
     void Flush();
-    /// Flushes and lets go of the file, which stays open. Afterwards nothing can be read or
-    /// written.
+    /// Flushes and ends the use of the file, which stays open. The archive cannot be used
+    /// afterwards.
     void Close();
-    /// Lets go of the file without flushing; throws nothing.
+    /// Ends the use of the file without flushing. Throws nothing.
     void Abort();
 
     template <ArchiveValue Value>
@@ -120,59 +121,63 @@ public:
     CArchive& operator<<(const CObject* object);
     CArchive& operator>>(CObject*& object);
 
-    /// Writes a reference: null, the index of an object that this archive already has, or the
-    /// object's class and record. Objects are known by their address: they stay alive until the
-    /// last reference is written.
+    /// Writes a reference to an object: the mark of a null pointer, or the number of an object that
+    /// was written before, or the class and the record of a new object. The archive recognises
+    /// objects by their address, so an object must stay alive until the last reference to it is
+    /// written.
     void WriteObject(const CObject* object);
 
-    /// Reads a reference. A new object is created and loads its record. Who receives the object
-    /// first owns it; references to it from elsewhere, also from inside its own record, are the
-    /// reader's to refuse. When its record throws, the object is deleted and its index, with all
-    /// later ones, leads nowhere any more. Objects nest up to 512 deep.
-    /// \param requested the class that the object must be or derive from; null for any.
+    /// Reads a reference to an object. For a new object, creates it and loads its record; the
+    /// caller owns it. For an object that was loaded before, returns the same pointer; a caller
+    /// that cannot share the object must refuse it (see ReadNewObject). A damaged file can even
+    /// refer to an object from inside that object's own record. When loading the record throws, the
+    /// object is deleted, and its number and all later numbers refer to nothing. Objects nest up to
+    /// 512 deep. \param requested the class that the object must be or derive from; null for any.
     CObject* ReadObject(const CRuntimeClass* requested);
 
-    /// Reads a reference to an object that the caller is to own: null and an object met before are
-    /// refused with badClass.
+    /// Reads a reference to an object and makes the caller its owner. Throws badClass for a null
+    /// reference and for an object that was loaded before, because that one has an owner already.
     CObject* ReadNewObject(const CRuntimeClass* requested);
 
-    /// How many indices are given so far.
+    /// How many numbers classes and objects have got so far.
     DWORD GetLoadedCount() const;
-    /// Drops the objects behind the first \p count indices because they are about to be deleted;
-    /// later references to them read as null.
+    /// Forgets all objects whose numbers are greater than \p count, because they are about to be
+    /// deleted. Later references to them read as null.
     void ForgetObjects(DWORD count);
 
     void WriteClass(const CRuntimeClass* runtimeClass);
-    /// The class that the next object has. \p schema receives its stored schema; \p objectIndex
-    /// receives the index when an earlier object follows instead of a class, and the result is then
-    /// null.
+    /// Reads the class of the next object.
+    /// \param requested the class that it must be or derive from; null for any.
+    /// \param schema receives the version of the class in this archive.
+    /// \param objectIndex when given, a reference to an earlier object is accepted, too: it
+    /// receives that object's number, and the result is null.
     CRuntimeClass* ReadClass(const CRuntimeClass* requested = nullptr, UINT* schema = nullptr,
                              DWORD* objectIndex = nullptr);
 
-    /// Writes the characters alone, without a length.
+    /// Writes the characters without a length and without a final zero.
     void WriteString(LPCSTR text);
     void WriteCount(DWORD count);
     DWORD ReadCount();
 
-    /// Gives an object an index without writing or reading it, so that others can refer to it. Done
-    /// in the same order on storing and on loading. Null changes nothing.
+    /// Gives an object a number without writing or reading it, so that references to it can be
+    /// stored. Storing and loading must do this at the same place. Null changes nothing.
     void MapObject(const CObject* object);
 
-    /// The schema of the record being read, without its versionable bit; each call after the first
-    /// gives -1 until the next object.
+    /// The version of the record that is being read. A second call for the same object returns -1.
     UINT GetObjectSchema();
     void SetObjectSchema(UINT schema);
 
-    /// Called with the class and the version of each record whose version is read and known, base
-    /// classes' records and member objects' included, in the order of the file.
+    /// A function that is called for each record with the record's class and version, in the order
+    /// of the file. The records of base classes and of member objects count, too. Unknown versions
+    /// are refused before the call.
     using VersionObserver = std::function<void(const CRuntimeClass* recordClass, DWORD version)>;
-    /// An empty one ends it.
+    /// Sets the function; an empty one ends the calls.
     void ObserveVersions(VersionObserver observer);
-    /// For readers of records, of a version that they know; see ReadRecordVersion.
+    /// Calls the function. ReadRecordVersion does this for every record.
     void NoteVersion(const CRuntimeClass* recordClass, DWORD version) const;
 
-    /// Throws a CArchiveException whose message begins with the file and, on loading, the place in
-    /// it.
+    /// Throws a CArchiveException. Its message begins with the file's path and, on loading, the
+    /// position in the file.
     [[noreturn]] void Fail(int cause, const std::string& message) const;
 
 private:
@@ -180,15 +185,15 @@ private:
 
     void RequireLoading() const;
     void RequireStoring() const;
-    UINT Fill();
-    void Drain();
-    void WriteIndex(DWORD index, bool isClass);
-    DWORD NextIndex() const;
-    void Number(const void* classOrObject);
+    UINT FillBuffer();
+    void EmptyBuffer();
+    void WriteNumber(DWORD index, bool isClass);
+    DWORD NextNumber() const;
+    void AssignNumber(const void* classOrObject);
 
-    // What is left to read in the buffer, and the room left to write in it. The pair that the
-    // archive's direction does not use stays empty, so that the stream operators need no other
-    // question.
+    // The bytes of the buffer that are not read yet, and the bytes that can still be written into
+    // it. An archive that loads has an empty range to write and the other way round, so the stream
+    // operators need not ask for the direction.
     const BYTE* readNext_ = nullptr;
     const BYTE* readEnd_ = nullptr;
     BYTE* writeNext_ = nullptr;

@@ -3,17 +3,17 @@
 
 #include "host/CObject.h"
 
-/// What the framework keeps of an extension module. A static object of the module.
+/// The framework's record of an extension module. The module has one as a static object.
 struct AFX_EXTENSION_MODULE
 {
     BOOL bInitialized = FALSE;
     HMODULE hModule = nullptr;
 };
 
-/// Initializes the record of an extension module. TRUE; a second call changes nothing.
+/// Initializes the record of an extension module. A second call changes nothing. Returns TRUE.
 ORVANE_API BOOL AfxInitExtensionModule(AFX_EXTENSION_MODULE& module, HMODULE handle);
 
-/// Registers an extension module with the framework for as long as it lives.
+/// Registers an extension module with the framework for the life of this object.
 class ORVANE_API CDynLinkLibrary : public CObject
 {
     DECLARE_DYNAMIC(CDynLinkLibrary)
@@ -24,7 +24,7 @@ public:
     CDynLinkLibrary(const CDynLinkLibrary&) = delete;
     CDynLinkLibrary& operator=(const CDynLinkLibrary&) = delete;
 
-    /// The number of modules registered now.
+    /// The number of modules that are registered now.
     static int GetCount();
 
     const HMODULE m_hModule;

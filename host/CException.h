@@ -6,7 +6,7 @@
 #include <exception>
 #include <string>
 
-/// Base of what the host framework throws, by value.
+/// The base class of the exceptions that the host framework throws. They are thrown by value.
 class ORVANE_API CException : public CObject, public std::exception
 {
     DECLARE_DYNAMIC(CException)
@@ -14,7 +14,8 @@ class ORVANE_API CException : public CObject, public std::exception
 public:
     explicit CException(std::string message = {});
 
-    /// A readable account: subject, place, found and expected where they are known.
+    /// A readable message: the file, the place in it, the value found and the values expected, as
+    /// far as they are known.
     const char* what() const noexcept override;
 
 private:

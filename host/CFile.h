@@ -2,7 +2,8 @@
 #pragma once
 
 /// \file
-/// CFile, a binary file on disk; CMemFile, the same in memory; CFileException.
+/// CFile, a binary file on disk; CMemFile, a file in memory with the same functions;
+/// CFileException.
 
 #include "host/CException.h"
 #include "host/CString.h"
@@ -40,7 +41,7 @@ public:
     explicit CFileException(int cause = none, LONG osError = -1, LPCSTR fileName = nullptr);
 
     int m_cause;
-    LONG m_lOsError;  ///< the system's own number, -1 when there is none
+    LONG m_lOsError;  ///< the system's error number; -1 when there is none
     CString m_strFileName;
 };
 
@@ -53,8 +54,8 @@ class ORVANE_API CFile : public CObject
     DECLARE_DYNAMIC(CFile)
 
 public:
-    /// How to open: one of the first three, and the others joined to it. Sharing is accepted and
-    /// means nothing here.
+    /// How to open a file: one of modeRead, modeWrite and modeReadWrite, joined with any of the
+    /// others. The share flags have no effect.
     enum OpenFlags
     {
         modeRead = 0x0000,
@@ -83,27 +84,33 @@ public:
     CFile(const CFile&) = delete;
     CFile& operator=(const CFile&) = delete;
 
-    /// FALSE when it cannot be opened, with the reason in \p error when that is given.
-    /// Without modeCreate the file must exist. With it, the file is made or emptied; with
-    /// modeNoTruncate too, one that exists keeps its content. A file already open is closed first.
+    /// Opens a file. If this object has a file open, that file is closed first. Returns FALSE when
+    /// the file cannot be opened; \p error, if given, then receives the reason. With modeCreate, a
+    /// new file is made, and an existing one is emptied unless modeNoTruncate is given. Without
+    /// modeCreate, the file must exist.
     virtual BOOL Open(LPCSTR fileName, UINT openFlags, CFileException* error = nullptr);
 
-    // The operations below throw CFileException: invalidFile while no file is open, and
-    // accessDenied against the way it was opened.
+    // The functions below throw CFileException: with cause invalidFile while no file is open, and
+    // with accessDenied for reading a file opened with modeWrite or writing one opened with
+    // modeRead.
 
-    /// The number of bytes read, less than \p count only at the end.
+    /// Reads up to \p count bytes and returns how many there were: less only at the end of the
+    /// file.
     virtual UINT Read(void* buffer, UINT count);
     virtual void Write(const void* buffer, UINT count);
-    /// The new position from the start; it may lie behind the end. Throws badSeek before the start.
+    /// Moves the position by \p offset bytes from a SeekPosition and returns the new position,
+    /// counted from the start of the file. It may lie behind the end. Throws badSeek for a position
+    /// before the start.
     virtual std::int64_t Seek(std::int64_t offset, UINT from);
+    /// The position where the next byte is read or written, in bytes from the start.
     virtual std::uint64_t GetPosition() const
     {
-        // There is a buffer only while the file is open.
+        // There is a buffer only while a file is open.
         return static_cast<std::uint64_t>(buffer_ != nullptr ? bufferStart_ + bufferAt_
                                                              : StreamPosition());
     }
     virtual std::uint64_t GetLength() const;
-    /// Cuts the file or fills it up with zeros. The position is then its end.
+    /// Cuts the file off or extends it with zeros, and moves the position to its end.
     virtual void SetLength(std::uint64_t length);
     virtual void Flush();
     /// Does nothing while no file is open.
@@ -119,45 +126,46 @@ public:
 private:
     enum class Operation
     {
-        none,
-        read,
-        write
+        None,
+        Read,
+        Write
     };
 
-    std::FILE* Require(Operation operation);
+    std::FILE* PrepareFor(Operation operation);
     std::FILE* RequireOpen() const;
     [[noreturn]] void ThrowSystemError() const;
     std::size_t ReadStream(std::FILE* file, void* buffer, std::size_t count) const;
     UINT ReadBuffered(std::FILE* file, char* buffer, UINT count);
     std::int64_t StreamPosition() const;
+    /// Drops the bytes read ahead. The next byte will be read at \p start.
     void EmptyBuffer(std::int64_t start);
 
-    // Of a file that is open for reading alone: what was read ahead, from bufferStart_ in the file
-    // on. The stream stands behind it.
+    // The bytes that were read ahead, while a file is open for reading alone; otherwise null. The
+    // stream's own position is behind the last of them.
     std::unique_ptr<char[]> buffer_;
-    std::int64_t bufferStart_ = 0;
-    UINT bufferCount_ = 0;
-    UINT bufferAt_ = 0;
+    std::int64_t bufferStart_ = 0;  // the position of the first byte in the file
+    UINT bufferCount_ = 0;          // how many bytes there are
+    UINT bufferAt_ = 0;             // how many of them have been handed out
 
     std::FILE* file_ = nullptr;
     UINT access_ = modeRead;
-    Operation last_ = Operation::none;
+    Operation last_ = Operation::None;
     CString path_;
 };
 
-/// A file in memory that grows as it is written. It is always open for reading and writing, and
+/// A file in memory, which grows when it is written to. It is always open for reading and writing.
 /// Close empties it.
 class ORVANE_API CMemFile : public CFile
 {
     DECLARE_DYNAMIC(CMemFile)
 
 public:
-    /// \param growBytes the room made at first.
+    /// \param growBytes the number of bytes to reserve at first.
     explicit CMemFile(UINT growBytes = 1024);
-    /// Starts with a copy of the bytes, positioned at the start. It grows like any other.
+    /// Starts with a copy of the bytes. The position is 0.
     CMemFile(const BYTE* bytes, UINT count, UINT growBytes = 0);
 
-    /// Always FALSE: there is nothing to open.
+    /// Returns FALSE, because a file in memory cannot be opened.
     BOOL Open(LPCSTR fileName, UINT openFlags, CFileException* error = nullptr) override;
     UINT Read(void* buffer, UINT count) override;
     void Write(const void* buffer, UINT count) override;

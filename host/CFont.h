@@ -15,10 +15,11 @@ public:
     CFont(const CFont&) = delete;
     CFont& operator=(const CFont&) = delete;
 
-    /// FALSE when the platform refuses. A font already held is deleted first; while that is
-    /// refused, it stays and the result is FALSE.
+    /// Deletes the font that this object has, if any, and makes a new one. Returns FALSE when the
+    /// old font cannot be deleted (it is then kept) or when the platform cannot make the new one.
     BOOL CreateFontIndirect(const LOGFONTA* description);
-    /// FALSE when there is no font, or it is still selected into a device context and so stays.
+    /// Returns FALSE when there is no font, or when the font is selected into a device context and
+    /// so cannot be deleted.
     BOOL DeleteObject();
 
     HFONT GetSafeHandle() const { return font_; }

@@ -10,11 +10,12 @@
 namespace
 {
 
-// Bytes in the longest class name that is written, so that a record cannot ask for more.
+// The length of the longest class name, in bytes. It limits the memory that a damaged record can
+// take.
 constexpr std::size_t longestClassName = 255;
 
-// Head of the list of serializable classes. Constant-initialized: classes enter it from static
-// objects of any module.
+// The first of the serializable classes, each of which points to the next. It is initialized at
+// compile time, because static objects of any source enter classes into the list at start-up.
 CRuntimeClass* firstClass = nullptr;
 
 }  // namespace
@@ -59,8 +60,9 @@ void CRuntimeClass::Store(CArchive& archive) const
     const std::size_t length = std::strlen(m_lpszClassName);
     if (length > longestClassName)
     {
-        archive.Fail(CArchiveException::badClass,
-                     std::string(m_lpszClassName) + ": the class name is too long");
+        archive.Fail(CArchiveException::badClass, std::string(m_lpszClassName) +
+                                                      ": the class name has more than " +
+                                                      std::to_string(longestClassName) + " bytes");
     }
     archive << static_cast<WORD>(m_wSchema) << static_cast<WORD>(length);
     archive.Write(m_lpszClassName, static_cast<UINT>(length));
@@ -82,7 +84,7 @@ CRuntimeClass* CRuntimeClass::Load(CArchive& archive, UINT* schema, std::string*
     {
         name->assign(storedName, length);
     }
-    // A zero inside the name would make it match a shorter one.
+    // A name with a zero inside would match the shorter name before the zero.
     return std::strlen(storedName) == length ? FromName(storedName) : nullptr;
 }
 

@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// CObject, the base of everything that knows its class at run time, and CRuntimeClass, which
-/// describes such a class; with the macros that declare and define one.
+/// CObject, the base of all classes that can be asked for their class at run time; CRuntimeClass,
+/// which describes such a class; and the macros that declare and define its description.
 
 #include "platform/Export.h"
 #include "platform/Types.h"
@@ -15,60 +15,68 @@
 class CArchive;
 class CObject;
 
-/// Bit of a schema number: records of any version are handed to the class, which decides itself.
+/// A bit of a schema number. Archives give a class with this bit records of any version; the class
+/// decides itself which versions it reads.
 constexpr UINT VERSIONABLE_SCHEMA = 0x80000000;
 
-/// Schema of a class that archives refuse.
+/// The schema number of a class that has no record. Archives refuse its objects.
 constexpr UINT NON_SERIALIZABLE_SCHEMA = 0xFFFF;
 
-/// Describes a class at run time. One static object per class; never created otherwise.
+/// Describes a class at run time. Each class has one static object of this type; there are no
+/// others.
 struct ORVANE_API CRuntimeClass
 {
     LPCSTR m_lpszClassName;
-    int m_nObjectSize;                ///< bytes
-    UINT m_wSchema;                   ///< with VERSIONABLE_SCHEMA, or NON_SERIALIZABLE_SCHEMA
+    int m_nObjectSize;  ///< in bytes
+    UINT m_wSchema;     ///< version, usually with VERSIONABLE_SCHEMA; or NON_SERIALIZABLE_SCHEMA
     CObject* (*m_pfnCreateObject)();  ///< null for a class that cannot be created dynamically
     const CRuntimeClass* m_pBaseClass;
     CRuntimeClass* m_pNextClass;  ///< next in the list of serializable classes
 
-    /// A new object, owned by the caller; null for a class that cannot be created dynamically.
+    /// Creates an object, owned by the caller. Null for a class that cannot be created dynamically.
     CObject* CreateObject() const;
 
+    /// Whether this class is \p base or derives from it.
     BOOL IsDerivedFrom(const CRuntimeClass* base) const;
 
-    /// The schema number without its versionable bit: the version that the class writes.
+    /// The version of the records that the class writes: the schema number without the versionable
+    /// bit.
     DWORD GetVersion() const { return m_wSchema & ~VERSIONABLE_SCHEMA; }
 
-    /// The serializable class of that name, null when there is none. Case-sensitive.
+    /// The serializable class with this name, in the same case; null when there is none.
     static CRuntimeClass* FromName(LPCSTR name);
 
-    /// Writes schema and name as an archive's class record has them.
+    /// Writes schema number and name, as docs/archive.md describes them.
     void Store(CArchive& archive) const;
 
-    /// Reads such a record; null when no class has the name. \p schema receives the stored schema,
-    /// \p name, when given, the name, unless it is too long for a class.
+    /// Reads schema number and name, and returns the class with that name; null when there is none.
+    /// \param schema receives the stored version.
+    /// \param name when given, receives the stored name, unless that is longer than a class's can
+    /// be.
     static CRuntimeClass* Load(CArchive& archive, UINT* schema, std::string* name = nullptr);
 };
 
-/// Enters a class into the list that FromName searches, at start-up.
+/// Enters a class into the list that FromName searches. Static objects of this type do so at
+/// start-up.
 struct ORVANE_API AFX_CLASSINIT
 {
     explicit AFX_CLASSINIT(CRuntimeClass* newClass);
 };
 
-/// Base of the library's objects. Copying copies nothing: there is no state here.
+/// The base class of the library's objects. It has no data.
 class ORVANE_API CObject
 {
 public:
     virtual CRuntimeClass* GetRuntimeClass() const;
     virtual ~CObject() = default;
 
-    /// Stores or loads the object's record; the base has none.
+    /// Stores or loads the object's record. CObject itself has an empty record.
     virtual void Serialize(CArchive& archive);
 
+    /// Does nothing here. Derived classes may check themselves.
     virtual void AssertValid() const;
 
-    /// Writes the class name and address, for debugging.
+    /// Writes the class's name and the object's address, for debugging.
     virtual void Dump(std::ostream& out) const;
 
     BOOL IsSerializable() const;
@@ -101,7 +109,7 @@ public:                                     \
     DECLARE_DYNCREATE(class_name)  \
     friend ORVANE_API CArchive& operator>>(CArchive& archive, class_name*& object);
 
-// What the three definitions share.
+// The part that the three IMPLEMENT macros have in common.
 #define ORVANE_RUNTIME_CLASS(class_name, base_class_name, schema, create) \
     CRuntimeClass class_name::class##class_name = {                       \
         #class_name, static_cast<int>(sizeof(class_name)), schema,        \

@@ -3,7 +3,8 @@
 
 #include "platform/Types.h"
 
-/// CSize and CPoint: whole-numbered sizes and points, as values.
+/// \file
+/// CSize and CPoint: sizes and points with int coordinates.
 
 inline bool operator==(const SIZE& a, const SIZE& b)
 {

@@ -14,13 +14,13 @@
 #define ORVANE_PRINTF(text, first)
 #endif
 
-/// A text of 8-bit characters in the process's code page. May hold zero characters when built with
-/// a length. Positions are bytes from 0.
+/// A text of 8-bit characters in the process's code page. Positions are in bytes, from 0. A text
+/// that is built with a length may contain zero bytes.
 class ORVANE_API CString
 {
 public:
     CString() = default;
-    CString(LPCSTR text);  ///< null gives the empty text
+    CString(LPCSTR text);  ///< null makes an empty text
     CString(const char* text, int length);
     explicit CString(char character, int count = 1);
     CString(std::string text);
@@ -32,10 +32,10 @@ public:
     BOOL IsEmpty() const;
     void Empty();
 
-    /// Zero outside the text.
+    // The character at a position; zero outside the text.
     char GetAt(int index) const;
     char operator[](int index) const;
-    /// Ignored outside the text.
+    /// Does nothing outside the text.
     void SetAt(int index, char character);
 
     operator LPCSTR() const;
@@ -45,17 +45,18 @@ public:
     CString& operator+=(LPCSTR other);
     CString& operator+=(char other);
 
-    /// Like strcmp: bytes compared as unsigned. CompareNoCase folds A to Z only.
+    // Negative, zero or positive, like strcmp; bytes are compared as unsigned. CompareNoCase treats
+    // the letters A to Z as equal to a to z.
     int Compare(LPCSTR other) const;
     int CompareNoCase(LPCSTR other) const;
 
-    /// The first position of the text or character at or after \p start, -1 when there is none.
+    // The first position at or after \p start where the text or character is found; -1 if nowhere.
     int Find(LPCSTR text, int start = 0) const;
     int Find(char character, int start = 0) const;
-    /// The last position of the character, -1 when there is none.
+    /// The last position where the character is found; -1 if nowhere.
     int ReverseFind(char character) const;
 
-    /// Parts; counts and positions beyond the text give what there is.
+    // Parts of the text. A part that reaches beyond the text ends with it.
     CString Left(int count) const;
     CString Mid(int first) const;
     CString Mid(int first, int count) const;
@@ -66,17 +67,19 @@ public:
     void TrimLeft();
     void TrimRight();
 
-    /// Replaces the text by a formatted one, as printf.
+    // Replace the text by a formatted text, like printf.
     void Format(LPCSTR format, ...) ORVANE_PRINTF(2, 3);
     void FormatV(LPCSTR format, std::va_list arguments) ORVANE_PRINTF(2, 0);
 
-    /// Replaces the text by a string resource. FALSE, and the empty text, when there is none of
-    /// that number.
+    /// Replaces the text by the string resource with this number. Returns FALSE and makes the text
+    /// empty when there is no such resource.
     BOOL LoadString(UINT resource);
 
-    /// A writable buffer of at least \p minimumLength characters and a final zero, valid until
-    /// ReleaseBuffer, which takes the new length (-1: up to the first zero).
+    /// The text as a buffer that the caller may write to: at least \p minimumLength characters and
+    /// a final zero. Call ReleaseBuffer after writing and before any other use of the text.
     LPSTR GetBuffer(int minimumLength);
+    /// Ends the use of the buffer. The text gets \p newLength characters; with -1, those up to the
+    /// first zero.
     void ReleaseBuffer(int newLength = -1);
 
 private:

@@ -4,8 +4,8 @@
 #include "host/CFile.h"
 #include "platform/Messages.h"
 
-// The profile's texts are bytes of the process's code page: nothing converts them. Some packages of
-// the header leave the function bodies out unless they are asked for.
+// SI_NO_CONVERSION: the profile's texts are bytes of the process's code page and are not converted.
+// SI_IMPLEMENTATION: some packages of the header contain the function bodies only with this.
 #define SI_NO_CONVERSION
 #define SI_IMPLEMENTATION
 #include <SimpleIni.h>
@@ -29,7 +29,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-// Constant-initialized, so that an application object with static storage can enter itself.
+// Initialized at compile time, because the constructor of a static application object sets it.
 std::atomic<CWinApp*> hostApplication{nullptr};
 
 LPCSTR OrEmpty(LPCSTR text)
@@ -49,8 +49,8 @@ bool IsEscape(std::string_view text)
     return text.size() >= 3 && text[0] == '%' && HexDigit(text[1]) >= 0 && HexDigit(text[2]) >= 0;
 }
 
-// The text as the file can hold it; the class comment says how. Characters of `never` are escaped
-// everywhere, those of `notFirst` at the start.
+// Escapes the characters of a text that the file cannot hold, as the class comment describes. Also
+// escapes the characters in `never` everywhere, and those in `notFirst` at the start.
 std::string Escaped(std::string_view text, std::string_view never, std::string_view notFirst)
 {
     constexpr char digits[] = "0123456789ABCDEF";
@@ -119,12 +119,12 @@ std::string DefaultPath()
     return folder.is_absolute() ? (folder / "orvane" / "orvane.ini").string() : std::string();
 }
 
-// Puts a new file of that content in the place of the one there, which stays as it was when
-// anything is refused.
+// Replaces a file by a new one with this content. Returns false and leaves the old file unchanged
+// when any step fails.
 bool ReplaceFile(const std::string& path, const std::string& content)
 {
     std::error_code error;
-    // A link is followed: what it leads to is replaced.
+    // A link is followed: the file that it leads to is replaced, not the link.
     const fs::path target = fs::weakly_canonical(path, error);
     if (error)
     {
@@ -154,7 +154,7 @@ bool ReplaceFile(const std::string& path, const std::string& content)
 
 }  // namespace
 
-/// The profile and what has been read of it.
+/// The profile's file and, once it has been read, its content.
 struct CWinApp::Profile
 {
     std::mutex mutex;
@@ -162,9 +162,10 @@ struct CWinApp::Profile
     bool isRead = false;
     CSimpleIniA ini;
 
-    // False when there is a file that cannot be read; it is then as if empty, and not to be
-    // replaced.
+    /// Reads the file if it has not been read. Returns false when there is a file that cannot be
+    /// read. The profile then counts as empty, and the file must not be replaced.
     bool Read();
+    /// Drops the content, so that the file is read again.
     void Forget();
     std::string Find(LPCSTR section, LPCSTR entry, bool* found);
 };
@@ -206,12 +207,12 @@ std::string CWinApp::Profile::Find(LPCSTR section, LPCSTR entry, bool* found)
     return *found ? Unescaped(value) : std::string();
 }
 
-CWinApp::CWinApp() : CWinApp(Role::host) {}
+CWinApp::CWinApp() : CWinApp(Role::Host) {}
 
 CWinApp::CWinApp(Role role) : profile_(std::make_unique<Profile>())
 {
     CWinApp* none = nullptr;
-    if (role == Role::host)
+    if (role == Role::Host)
     {
         hostApplication.compare_exchange_strong(none, this);
     }
@@ -279,7 +280,7 @@ BOOL CWinApp::WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value)
     }
     else
     {
-        // A leading < would look like a text of several lines.
+        // A < at the start would be read as the beginning of a value of several lines.
         ini.SetValue(sectionName.c_str(), entryName.c_str(), Escaped(value, "", "<").c_str(),
                      nullptr, true);
     }
@@ -299,7 +300,7 @@ CWinApp* AfxGetApp()
     {
         return application;
     }
-    static CWinApp* const fallback = new CWinApp(CWinApp::Role::fallback);
+    static CWinApp* const fallback = new CWinApp(CWinApp::Role::Fallback);
     return fallback;
 }
 

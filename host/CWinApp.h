@@ -6,43 +6,47 @@
 
 #include <memory>
 
-/// The host application and its profile: settings by section and entry, kept in an INI file.
+/// The host application and its profile: settings that are kept in an INI file. A setting has a
+/// name (its entry) and belongs to a section.
 ///
-/// The file is $XDG_CONFIG_HOME/orvane/orvane.ini until SetProfilePath says otherwise
-/// ($HOME/.config, or else $APPDATA, when that variable is unset or relative; the variables are
-/// read when the object is made, and where there is none of them nothing can be written). It is
-/// read on first use; each write replaces it at once by a new file that was written aside, so a
-/// crash leaves the old or the new one whole.
+/// The file is orvane/orvane.ini in the first of these folders whose variable is set and gives an
+/// absolute path: $XDG_CONFIG_HOME, $HOME/.config, $APPDATA. The variables are read when this
+/// object is created. If none of them is set, there is no file and nothing can be written.
+/// SetProfilePath chooses another file.
 ///
-/// Sections and entries are found without regard to the case of A to Z. Names and values may hold
-/// any characters: what an INI file cannot hold as it is, such as a line break, a space at an end,
-/// or a = in an entry's name, is written as % and two hexadecimal digits, and a % that two of these
-/// follow as %25. A backslash in a section's name is an ordinary character. Comments in the file
-/// are kept. Null texts count as empty unless said otherwise.
+/// The file is read when a setting is first used. Each write makes a new file beside the old one
+/// and then puts it in the old one's place, so after a crash either the old or the new file is
+/// complete. Comments in the file are kept.
 ///
-/// Its functions may be called from any thread.
+/// Sections and entries are found in any case of the letters A to Z. Names and values may contain
+/// any characters. Those that an INI file cannot hold, such as a line break, a space at either end
+/// or a = in an entry's name, are written as % and two hexadecimal digits; a % that is followed by
+/// two such digits is written as %25. A backslash in a section's name has no special meaning. Null
+/// texts count as empty, except where a function says otherwise.
+///
+/// All functions may be called from any thread.
 class ORVANE_API CWinApp : public CObject
 {
     DECLARE_DYNAMIC(CWinApp)
 
 public:
-    /// The first application object made becomes the one that AfxGetApp returns, until it is
-    /// destroyed.
+    /// AfxGetApp returns the object that was created first, until it is destroyed.
     CWinApp();
     ~CWinApp() override;
     CWinApp(const CWinApp&) = delete;
     CWinApp& operator=(const CWinApp&) = delete;
 
-    /// Uses another file from now on. Nothing is written by this call.
+    /// Uses another file from now on. This call itself writes nothing.
     void SetProfilePath(LPCSTR path);
     CString GetProfilePath() const;
 
-    /// The default when there is no such entry or it is no decimal number of 32 bits.
+    /// The entry's value. The default value if there is no such entry or it is not a decimal number
+    /// of 32 bits.
     UINT GetProfileInt(LPCSTR section, LPCSTR entry, int defaultValue) const;
     BOOL WriteProfileInt(LPCSTR section, LPCSTR entry, int value);
     CString GetProfileString(LPCSTR section, LPCSTR entry, LPCSTR defaultValue = "") const;
-    /// A null value removes the entry; a null entry removes the section. FALSE, changing nothing,
-    /// when the file cannot be read or written or the entry's name is empty.
+    /// A null value removes the entry; a null entry removes the whole section. Returns FALSE and
+    /// changes nothing when the file cannot be read or written, or when the entry's name is empty.
     BOOL WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value);
 
 private:
@@ -50,8 +54,8 @@ private:
 
     enum class Role
     {
-        host,
-        fallback
+        Host,
+        Fallback
     };
     struct Profile;
 
@@ -60,9 +64,9 @@ private:
     std::unique_ptr<Profile> profile_;
 };
 
-/// The application object. While the host has none, one with the default profile, which is never
-/// destroyed.
+/// The host's application object. While the host has none, an object of the library's own, which
+/// has the default profile and is never destroyed.
 ORVANE_API CWinApp* AfxGetApp();
 
-/// Shows a message through MessageBoxA, captioned "Orvane".
+/// Shows a message box with the caption "Orvane", through MessageBoxA. Returns its result.
 ORVANE_API int AfxMessageBox(LPCSTR text, UINT type = 0);

@@ -4,8 +4,8 @@
 #include "host/CObject.h"
 #include "host/CString.h"
 
-/// A host's window as the library sees it. A host derives from it or sets the handle, and overrides
-/// SetWindowText where text is to appear.
+/// A window of the host. A host sets the handle, or derives from this class and overrides
+/// SetWindowText to show the text somewhere.
 class ORVANE_API CWnd : public CObject
 {
     DECLARE_DYNAMIC(CWnd)
@@ -14,10 +14,10 @@ public:
     CWnd() = default;
     explicit CWnd(HWND handle) : m_hWnd(handle) {}
 
-    /// The handle, null for a window that does not exist (also when this is null-initialised).
+    /// The handle; null for a window that does not exist.
     HWND GetSafeHwnd() const { return m_hWnd; }
 
-    /// Keeps the text; the base shows it nowhere.
+    /// Stores the text for GetWindowText. This class does not show it.
     virtual void SetWindowText(LPCSTR text);
     CString GetWindowText() const { return text_; }
 

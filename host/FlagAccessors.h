@@ -3,8 +3,9 @@
 
 #include "platform/Types.h"
 
-/// Defines, inside a class, what a bit of a flag word has: Set and Clear with the bit's name, and a
-/// test, which returns the masked bit and not 1. A macro because the names are its point.
+/// Defines, inside a class, three functions for one bit of a flag word: SetName, ClearName and a
+/// test. The test returns the bit itself (for example 0x40) when it is set, otherwise 0. This is a
+/// macro because it makes function names.
 #define ORVANE_FLAG(word, Name, Test, bit)          \
     void Set##Name()                                \
     {                                               \
@@ -18,4 +19,4 @@
     {                                               \
         return static_cast<int>(word & DWORD{bit}); \
     }                                               \
-    static_assert(true, "takes the semicolon")
+    static_assert(true, "allows a semicolon after the macro")

@@ -8,16 +8,21 @@
 #include <memory>
 #include <utility>
 
-/// The growable array behind every array class: elements held by value, one growth rule. Indices
-/// are not checked. Element has a default constructor and is copied by assignment.
+/// The base of every array class: an array that grows, with its elements stored by value in one
+/// block of memory. Indices are not checked. Element has a default constructor and is copied by
+/// assignment.
 ///
-/// - SetSize stores a grow-by other than -1 first. Size 0 frees the block. The first allocation is
-///   exactly the size asked for; growing past the capacity allocates max(size, capacity + growBy).
-///   While growBy is -1 the capacity grows by half instead.
-/// - Shrinking lowers the size only: the surplus elements stay, and growing again within the
-///   capacity shows them as they were.
+/// The capacity, maxSize, is the number of elements that the block has room for. It changes as
+/// follows:
+/// - The first allocation has room for exactly the size asked for.
+/// - Growing beyond the capacity makes it max(new size, capacity + growBy). While growBy is -1, the
+///   capacity grows by half instead.
+/// - Shrinking keeps the capacity. The elements behind the new end are kept, too, and appear again
+/// when
+///   the array grows within its capacity.
+/// - Size 0 frees the block.
 ///
-/// \tparam SetAtGrowStep the grow-by that SetAtGrow hands to SetSize; -1 keeps the stored one.
+/// \tparam SetAtGrowStep the growBy that SetAtGrow and Add set; -1 keeps the current one.
 template <typename Element, int SetAtGrowStep = -1>
 class GrowableArray
 {
@@ -26,8 +31,8 @@ public:
     GrowableArray(const GrowableArray& other) { *this = other; }
     ~GrowableArray() = default;
 
-    /// Empties the array, then copies the elements into a block of exactly their number. The
-    /// grow-by is not copied.
+    /// Copies the elements into a new block with room for exactly their number. growBy is not
+    /// copied.
     GrowableArray& operator=(const GrowableArray& other)
     {
         if (this != &other)
@@ -42,6 +47,7 @@ public:
     int GetSize() const { return size; }
     int GetUpperBound() const { return size - 1; }
 
+    /// \param newGrowBy becomes growBy, unless it is -1.
     void SetSize(int newSize, int newGrowBy = -1)
     {
         if (newGrowBy != -1)
@@ -88,7 +94,8 @@ public:
             data[index] = element;
             return;
         }
-        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): it may be one of ours
+        // Copied first, because it may be an element of this array, whose block is about to move.
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
         const Element copy = element;
         SetSize(index + 1, SetAtGrowStep);
         data[index] = copy;
@@ -102,22 +109,22 @@ public:
         return index;
     }
 
-    /// Moves the elements from \p index on up by \p count, or grows up to \p index, and puts copies
-    /// of the element there. A count of 0 only grows; a negative one does nothing.
+    /// Inserts \p count copies of an element at \p index and moves the elements from there on
+    /// behind them. If \p index lies behind the end, the array first grows up to it, which also
+    /// happens for a count of 0. A negative count does nothing.
     void InsertAt(int index, const Element& element, int count = 1)
     {
         if (count < 0)
         {
             return;
         }
-        // It may be one of ours, and the block may move.
+        // Copied first, because it may be an element of this array, whose block may move.
         const Element copy = element;  // NOLINT(performance-unnecessary-copy-initialization)
         OpenGap(index, count);
         std::fill_n(data.get() + index, count, copy);
     }
 
-    /// Inserts copies of another array's elements; nothing for an empty one. The array itself may
-    /// be given.
+    /// Inserts copies of the elements of another array, or of this array itself, at \p index.
     void InsertAt(int index, const GrowableArray* other)
     {
         const int count = other->size;
@@ -137,10 +144,11 @@ public:
     }
 
 protected:
-    /// Reads \p count elements with \p readElement(Element&) over those that are there; in the end
-    /// the block is as after SetSize(count). Room is made as the elements arrive, never for a
-    /// stored count alone. Throws badIndex for a negative count, and what \p readElement throws;
-    /// the array then ends with the element that could not be read.
+    /// Replaces the elements by \p count elements from an archive. The capacity is in the end as
+    /// after SetSize(count), but the block grows only as elements are read, so that a wrong count
+    /// in a file cannot take much memory. Throws badIndex for a negative count. \param readElement
+    /// called as readElement(Element&) for each element. If it throws, the array ends with the
+    /// element that could not be read.
     template <typename ReadElement>
     void ReadElements(std::int64_t count, ReadElement readElement)
     {
@@ -173,9 +181,9 @@ protected:
 
 public:
     std::unique_ptr<Element[]> data;  ///< owned
-    int size = 0;                     ///< elements in use
-    int maxSize = 0;                  ///< elements that the block has room for
-    int growBy = 0;                   ///< elements; -1: half as many again
+    int size = 0;                     ///< the number of elements
+    int maxSize = 0;                  ///< the number of elements that the block has room for
+    int growBy = 0;                   ///< by how many elements the block grows; -1: by half
 
 private:
     int CapacityFor(int newSize) const

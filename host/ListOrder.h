@@ -4,10 +4,10 @@
 #include "host/CObList.h"
 
 /// \file
-/// What every list of pointers offers to find an element's place and to move it. A List has the
-/// operations of CObList.
+/// Functions that find an element in a list of pointers and move it. List is any class with the
+/// functions of CObList.
 
-/// The index, from 0, of the first node that holds the element; -1 when none does.
+/// The index, from 0, of the first node that holds the element; -1 when no node holds it.
 template <typename List, typename Element>
 int IndexInList(const List& list, const Element* element)
 {
@@ -22,8 +22,8 @@ int IndexInList(const List& list, const Element* element)
     return -1;
 }
 
-/// Moves the element to the front; its node is made anew, so \p position is no longer valid.
-/// Returns the new position. A null position gives null, the head itself.
+/// Moves an element to the front of the list and returns its new position. The old position is not
+/// valid afterwards, except when the element was at the front already. Returns null for null.
 template <typename List>
 POSITION MoveToHead(List& list, POSITION position)
 {
@@ -36,7 +36,7 @@ POSITION MoveToHead(List& list, POSITION position)
     return list.AddHead(element);
 }
 
-/// The same towards the back.
+/// Moves an element to the back of the list; otherwise like MoveToHead.
 template <typename List>
 POSITION MoveToTail(List& list, POSITION position)
 {
@@ -49,8 +49,8 @@ POSITION MoveToTail(List& list, POSITION position)
     return list.AddTail(element);
 }
 
-/// Exchanges the elements at two positions; the nodes stay. Returns where the first element now is:
-/// \p position itself when there is no neighbour.
+/// Exchanges the elements at two positions. Both positions stay valid. Returns the position where
+/// the first element now is: \p neighbour, or \p position when either is null.
 template <typename List>
 POSITION ExchangeInList(List& list, POSITION position, POSITION neighbour)
 {
@@ -64,8 +64,8 @@ POSITION ExchangeInList(List& list, POSITION position, POSITION neighbour)
     return neighbour;
 }
 
-/// Exchanges the element with its predecessor's. Returns where it now is: \p position itself for
-/// the head, null for null.
+/// Exchanges an element with the one before it and returns its new position: \p position itself for
+/// the first element, null for null.
 template <typename List>
 POSITION MoveTowardsHead(List& list, POSITION position)
 {
@@ -77,7 +77,7 @@ POSITION MoveTowardsHead(List& list, POSITION position)
     return ExchangeInList(list, position, previous);
 }
 
-/// The same with its successor.
+/// Exchanges an element with the one after it; otherwise like MoveTowardsHead.
 template <typename List>
 POSITION MoveTowardsTail(List& list, POSITION position)
 {

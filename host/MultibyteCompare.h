@@ -6,8 +6,8 @@
 #include <cstring>
 
 #if !defined(_WIN32)
-/// Compares two texts by their bytes as unsigned values, never by locale: negative, zero or
-/// positive.
+/// Compares two texts byte by byte as unsigned values, whatever the locale. Negative, zero or
+/// positive, like strcmp.
 inline int _mbscmp(const unsigned char* left, const unsigned char* right)
 {
     return std::strcmp(reinterpret_cast<const char*>(left), reinterpret_cast<const char*>(right));
@@ -16,7 +16,7 @@ inline int _mbscmp(const unsigned char* left, const unsigned char* right)
 #include <mbstring.h>
 #endif
 
-/// The same for plain texts.
+/// _mbscmp for texts of char.
 inline int CompareMultibyte(LPCSTR left, LPCSTR right)
 {
     return _mbscmp(reinterpret_cast<const unsigned char*>(left),

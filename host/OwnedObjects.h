@@ -6,8 +6,9 @@
 #include <memory>
 #include <vector>
 
-/// Reads a list's record, a count and then object references, whose objects the caller owns. Raises
-/// badClass for a null reference, an object of another class, and one met before in the archive.
+/// Reads the record of a list: a count, then that many references to objects, which the caller
+/// owns. Throws badClass for a null reference, an object of another class, and an object that was
+/// loaded before.
 template <typename Element>
 std::vector<std::unique_ptr<Element>> ReadOwnedObjects(CArchive& archive,
                                                        const CRuntimeClass* elementClass)

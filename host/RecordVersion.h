@@ -3,24 +3,26 @@
 
 #include "host/CArchive.h"
 
-/// Writes the version that the class writes: its schema number without the versionable bit.
+/// Writes the version of a class's record: the class's schema number without the versionable bit.
 inline void WriteRecordVersion(CArchive& archive, const CRuntimeClass* runtimeClass)
 {
     archive << runtimeClass->GetVersion();
 }
 
-/// Reads the version of a class's record and refuses with badSchema what is not 1 to \p newest.
+/// Reads and returns the version of a class's record. Throws badSchema when it is not 1 to \p
+/// newest.
 ORVANE_API DWORD ReadRecordVersion(CArchive& archive, const CRuntimeClass* runtimeClass,
                                    DWORD newest);
 
-/// The same for a class that reads every version up to the one that it writes.
+/// As above, for a class that can read every version up to the one that it writes.
 inline DWORD ReadRecordVersion(CArchive& archive, const CRuntimeClass* runtimeClass)
 {
     return ReadRecordVersion(archive, runtimeClass, runtimeClass->GetVersion());
 }
 
-/// Reads a record's version and hands the record to the reader of that version: the first reads
-/// version 1, and so on. Any other version is refused with badSchema.
+/// Reads a record's version and calls the reader of that version.
+/// \param readers member functions: the first reads version 1, the second version 2, and so on. Any
+/// other version throws badSchema.
 template <typename Class, typename... Readers>
 void ReadVersionedRecord(CArchive& archive, Class& object, Readers... readers)
 {

@@ -14,12 +14,12 @@ struct StringTable
 {
     std::mutex mutex;
     std::map<UINT, std::string> texts = {
-        // An application's names for a material list in its profile.
+        // Names under which an application can store a list of materials in its profile.
         {300, "Material Colors"},
         {301, "Material Color Number "},
         {302, "Material Color Count"},
         {303, "Current Material Color"},
-        // Entries of one material.
+        // The entries of one material in the profile.
         {311, "Ambient Red"},
         {312, "Ambient Green"},
         {313, "Ambient Blue"},
@@ -42,7 +42,7 @@ struct StringTable
     };
 };
 
-// Never destroyed: objects with static storage may load texts while the process ends.
+// The table is never destroyed, because static objects may still load texts while the process ends.
 StringTable& TheTable()
 {
     static StringTable* const table = new StringTable;

@@ -6,11 +6,11 @@
 #include "host/ListOrder.h"
 #include "host/MultibyteCompare.h"
 
-/// A CObList of pointers to one class: the operations of the list with Element* in place of
-/// CObject*, and those that the library's lists have in common. Does not own its elements. Every
-/// typed list derives from this one.
+/// A CObList whose elements are pointers to one class, and the functions that all lists of the
+/// library have in common. The list does not own its elements. All typed lists derive from this
+/// class.
 ///
-/// Element derives from CObject, as its first base, and may be incomplete where the list is only
+/// CObject is the first base class of Element. Element may be incomplete where the list is only
 /// declared.
 template <typename Element>
 class TypedList : public CObList
@@ -49,10 +49,10 @@ public:
         return CObList::Find(element, startAfter);
     }
 
-    /// The index, from 0, of the first node that holds the element; -1 when none does.
+    /// The index, from 0, of the first node that holds the element; -1 when no node holds it.
     int WhichIndex(Element* const& element) const { return IndexInList(*this, element); }
 
-    /// Removes every element that is the object. Always TRUE, also when there was none.
+    /// Removes all nodes that hold the element. Returns TRUE, even if there was no such node.
     BOOL RemoveAllOccurances(const Element* element)
     {
         for (POSITION position = Find(element); position != nullptr;)
@@ -64,15 +64,15 @@ public:
         return TRUE;
     }
 
-    // As host/ListOrder.h describes.
+    // host/ListOrder.h describes these.
     POSITION MoveHead(POSITION position) { return MoveToHead(*this, position); }
     POSITION MoveTail(POSITION position) { return MoveToTail(*this, position); }
     POSITION MoveUp(POSITION position) { return MoveTowardsHead(*this, position); }
     POSITION MoveDown(POSITION position) { return MoveTowardsTail(*this, position); }
 
 protected:
-    /// The first position whose element's name, as \p nameOf gives it, equals \p name; null when
-    /// none does.
+    /// The position of the first element that has the name; null when no element has it.
+    /// \param nameOf returns the name of an element.
     template <typename NameOf>
     POSITION FindNamed(const CString& name, NameOf nameOf) const
     {
@@ -88,9 +88,9 @@ protected:
         return nullptr;
     }
 
-    /// Inserts an element before the first one that is greater, by the elements' own comparisons
-    /// with a pointer, so that a sorted list stays sorted. Null, inserting nothing, when an equal
-    /// one is met first; otherwise the element.
+    /// Inserts an element before the first element that is greater, so that a sorted list stays
+    /// sorted, and returns it. Returns null and inserts nothing when an equal element comes first.
+    /// Elements are compared with their own operators == and >, which take a pointer.
     Element* InsertInOrder(Element* element)
     {
         for (POSITION next = GetHeadPosition(); next != nullptr;)
@@ -112,7 +112,8 @@ protected:
     }
 
 private:
-    // The nodes hold CObject*, whose declared type may alias that of any pointer (CObList.cpp).
+    // A node stores a CObject*. This type lets the compiler know that the same memory is also
+    // accessed as an Element*. CObList.cpp does the same on its side.
     using Slot [[gnu::may_alias]] = Element*;
 
     static Element*& AsSlot(CObject*& slot) { return reinterpret_cast<Slot&>(slot); }
