@@ -2,7 +2,8 @@
 #pragma once
 
 /// \file
-/// Steps round a closed run of \p count elements. Both give -1 for an index outside the run.
+/// Steps through a closed run of \p count elements, in which the first follows the last. Both
+/// functions return -1 for an index outside 0 to count - 1.
 
 inline int NextRingIndex(int index, int count)
 {

@@ -7,10 +7,11 @@
 #include <cstdint>
 #include <memory>
 
-/// One closed contour of a TrueType outline: from the last point it runs back to point 0.
+/// One closed contour of a TrueType outline. After its last point it runs back to point 0.
 ///
-/// Copies share the array of points, so a point changed through one shows in all; the last owner
-/// frees it. SetPointCount gives this contour an array of its own.
+/// Copies share one array of points, so a point that is changed in one copy changes in all. The
+/// array is freed with the last copy. SetPointCount gives this contour a new array that it does not
+/// share.
 class ORVANE_API TTContour
 {
 public:
@@ -18,10 +19,10 @@ public:
     /// Null for a contour without points.
     TTPoint* GetPoints() const { return points.get(); }
     int GetOffCurvePointCount() const;
-    /// Bytes of this object and its points.
+    /// The bytes of this object and its points.
     unsigned long SizeOf() const;
 
-    /// Replaces all points by default ones.
+    /// Replaces all points by \p count new ones, which are all zero.
     void SetPointCount(unsigned short count);
 
 protected:

@@ -19,14 +19,15 @@ using ByteSpan = std::span<const std::byte>;
 
 constexpr std::size_t curveHeaderSize = offsetof(TTPOLYCURVE, apfx);
 
-/// One record of the native outline: the contour's header with the curves that belong to it.
+/// One contour of the native outline: a header and the curves that belong to it.
 struct Polygon
 {
     ByteSpan bytes;
     unsigned pointCount;
 };
 
-/// A record from bytes of any alignment, which hold at least that much.
+/// Copies a record from the start of the bytes, which may have any alignment and must be long
+/// enough.
 template <typename Record>
 Record Read(ByteSpan bytes)
 {
@@ -35,8 +36,8 @@ Record Read(ByteSpan bytes)
     return record;
 }
 
-/// Hands the type and the points (as bytes) of each curve of a polygon to \p visit, which returns
-/// false to stop. False when it did, or when a curve does not fit the polygon.
+/// Calls visit(type, points) for each curve of a contour; points is a span of bytes. Returns false
+/// as soon as \p visit returns false or a curve does not fit into the contour's bytes.
 template <typename Visitor>
 bool ForEachCurve(ByteSpan polygon, Visitor visit)
 {
@@ -60,13 +61,13 @@ bool ForEachCurve(ByteSpan polygon, Visitor visit)
     return true;
 }
 
-/// The polygons up to the first broken one, as many as a glyph can count. One with a broken curve
-/// comes with the points before that curve.
+/// Finds the contours in the buffer, up to the first broken one, at most as many as a glyph can
+/// have. A contour with a broken curve is included with the points before that curve.
 std::vector<Polygon> FindPolygons(ByteSpan buffer)
 {
     std::vector<Polygon> polygons;
-    bool whole = true;
-    while (whole && buffer.size() >= sizeof(TTPOLYGONHEADER) &&
+    bool isWhole = true;
+    while (isWhole && buffer.size() >= sizeof(TTPOLYGONHEADER) &&
            polygons.size() < std::numeric_limits<std::int16_t>::max())
     {
         const DWORD size = Read<TTPOLYGONHEADER>(buffer).cb;
@@ -84,7 +85,7 @@ std::vector<Polygon> FindPolygons(ByteSpan buffer)
             pointCount = static_cast<unsigned>(sum);
             return true;
         };
-        whole = ForEachCurve(buffer.first(size), countPoints);
+        isWhole = ForEachCurve(buffer.first(size), countPoints);
         polygons.push_back({buffer.first(size), pointCount});
         buffer = buffer.subspan(size);
     }

@@ -8,11 +8,12 @@
 #include <cstdint>
 #include <memory>
 
-/// A glyph outline as contours of on- and off-curve points, in whole outline units with y up. The
-/// filled area lies on the right of the direction of travel.
+/// The outline of a glyph: contours of points on the curve and control points beside it, in whole
+/// outline units, with y up. Seen in the direction in which a contour runs, the filled area lies on
+/// its right.
 ///
-/// Copies share the array of contours; the last owner frees it. SetContourCount and
-/// FromGlyphOutline give this glyph an array of its own.
+/// Copies share one array of contours, which is freed with the last copy. SetContourCount and
+/// FromGlyphOutline give this glyph a new array that it does not share.
 class ORVANE_API TTGlyph
 {
 public:
@@ -20,11 +21,11 @@ public:
     /// Null for a glyph without contours.
     TTContour* GetContours() const { return contours.get(); }
     int GetOffCurvePointCount() const;
-    /// Bytes of this object, its contours and their points.
+    /// The bytes of this object, its contours and their points.
     unsigned long SizeOf() const;
 
-    int IsComposite() const { return flags & compositeFlag_; }
-    int IsDefined() const { return flags & definedFlag_; }
+    int IsComposite() const { return flags & compositeFlag; }
+    int IsDefined() const { return flags & definedFlag; }
     unsigned long GetLength() const { return length; }
     unsigned long GetOffset() const { return offset; }
     short GetXMax() const { return xMax; }
@@ -32,12 +33,12 @@ public:
     short GetYMax() const { return yMax; }
     short GetYMin() const { return yMin; }
 
-    /// Replaces all contours by empty ones. A count below 0 is taken as 0.
+    /// Replaces all contours by \p count empty ones. A count below 0 counts as 0.
     void SetContourCount(short count);
-    void SetComposite() { flags |= compositeFlag_; }
-    void ClearComposite() { flags &= ~compositeFlag_; }
-    void SetDefined() { flags |= definedFlag_; }
-    void ClearDefined() { flags &= ~definedFlag_; }
+    void SetComposite() { flags |= compositeFlag; }
+    void ClearComposite() { flags &= ~compositeFlag; }
+    void SetDefined() { flags |= definedFlag; }
+    void ClearDefined() { flags &= ~definedFlag; }
     void SetLength(unsigned long newLength) { length = static_cast<DWORD>(newLength); }
     void SetOffset(unsigned long newOffset) { offset = static_cast<DWORD>(newOffset); }
     void SetXMax(short value) { xMax = value; }
@@ -45,13 +46,13 @@ public:
     void SetYMax(short value) { yMax = value; }
     void SetYMin(short value) { yMin = value; }
 
-    /// Replaces the contours by those of a buffer that GetGlyphOutlineA filled (GGO_NATIVE) with
-    /// \p bufferLength bytes, and marks the glyph as defined; the bounds, length and offset stay.
-    /// The buffer needs no alignment.
+    /// Replaces the contours by those in a buffer that GetGlyphOutlineA filled, in format
+    /// GGO_NATIVE, and marks the glyph as defined. Bounds, length and offset do not change.
+    /// Returns 1. \param buffer may have any alignment. \param bufferLength in bytes.
     ///
-    /// Coordinates keep their whole part (10.75 gives 10, -3.25 gives -4). A control point gets 5
-    /// segments. A broken record ends the reading: the contours before it and the whole curves
-    /// before it in its own contour are kept. Always returns 1.
+    /// Coordinates are rounded down to whole units: 10.75 gives 10, -3.25 gives -4. Each control
+    /// point is later flattened into 5 segments. Reading ends at the first broken record. The
+    /// contours before it are kept, and of its own contour the curves before it.
     int FromGlyphOutline(void* buffer, unsigned long bufferLength);
 
 protected:
@@ -66,6 +67,6 @@ protected:
     std::int16_t yMin = 0;
 
 private:
-    static constexpr DWORD compositeFlag_ = 0x1;
-    static constexpr DWORD definedFlag_ = 0x2;
+    static constexpr DWORD compositeFlag = 0x1;
+    static constexpr DWORD definedFlag = 0x2;
 };

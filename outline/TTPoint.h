@@ -5,21 +5,21 @@
 
 #include <cstdint>
 
-/// One point of a TrueType outline, a plain value, in whole units of the outline with y up.
+/// One point of a TrueType outline, in whole outline units, with y up.
 class ORVANE_API TTPoint
 {
 public:
     enum Types : std::int16_t
     {
-        OffCurve = 1,  ///< control point of a quadratic spline
-        OnCurve = 2
+        OffCurve = 1,  ///< a control point of a quadratic spline
+        OnCurve = 2    ///< a point that the outline passes through
     };
 
     TTPoint() = default;
     TTPoint(short newType, short newX, short newY) : type(newType), x(newX), y(newY) {}
 
     unsigned char GetQuadraticResolution() const { return quadraticResolution; }
-    /// Kept as 8 bits.
+    /// Only the lowest 8 bits are kept.
     void SetQuadraticResolution(int resolution)
     {
         quadraticResolution = static_cast<std::uint8_t>(resolution);
@@ -31,9 +31,10 @@ public:
     short GetY() const { return y; }
     void SetY(short newY) { y = newY; }
 
-    /// Straight segments for the spline piece that this control point bends; 0 on the curve.
+    /// Into how many straight segments the spline at this control point is flattened; 0 for a point
+    /// on the curve.
     std::uint8_t quadraticResolution = 0;
-    std::int16_t type = 0;  ///< one of Types, or 0 while undecided
+    std::int16_t type = 0;  ///< one of Types; 0 in a new point
     std::int16_t x = 0;
     std::int16_t y = 0;
 };

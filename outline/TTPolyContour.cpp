@@ -47,8 +47,8 @@ Vector TTPolyContour::GetVertexNormal(int index) const
 
 Line TTPolyContour::GetEdge(int index) const
 {
-    return IsVertex_(index) ? Line(GetVertexOutlinePoint(index), GetNextVertexOutlinePoint(index))
-                            : Line();
+    return IsVertex(index) ? Line(GetVertexOutlinePoint(index), GetNextVertexOutlinePoint(index))
+                           : Line();
 }
 
 void TTPolyContour::SetFirstVertexIndex(int index)

@@ -11,29 +11,32 @@
 
 class TTContour;
 
-/// One contour of a flattened glyph: a closed run of consecutive vertices in the glyph's pool, a
-/// plain value. Vertex i, from 0, is element firstVertexIndex + i of the pool; the index that the
-/// operations take is always i. Copies refer to the same vertices.
+/// One contour of a flattened glyph. Its vertices lie one after the other in the glyph's vertex
+/// pool: vertex i, counted from 0, is element firstVertexIndex + i of the pool. The indices that
+/// the functions take are always i. After the last vertex the contour runs back to vertex 0. Copies
+/// refer to the same vertices.
 ///
-/// vertexCount is lastVertexIndex - firstVertexIndex + 1: the two setters keep it so.
+/// vertexCount is always lastVertexIndex - firstVertexIndex + 1; the setters of the two compute it.
 class ORVANE_API TTPolyContour
 {
 public:
     int GetVertexCount() const { return vertexCount; }
     int GetFirstVertexIndex() const { return firstVertexIndex; }
-    /// The first vertex' index, not the last's: callers count with GetVertexCount. Meant so; see
-    /// LastVertexIndexAnswersWithTheFirst.
+    /// Returns the index of the first vertex, not of the last. That is required; see
+    /// LastVertexIndexAnswersWithTheFirst. Use GetVertexCount to count the vertices.
     int GetLastVertexIndex() const { return firstVertexIndex; }
 
-    /// The vertex after \p index, 0 after the last; -1 for one out of range.
+    // In all functions below, an index is out of range when it is not 0 to vertexCount - 1.
+
+    /// The index after \p index; 0 after the last. -1 when \p index is out of range.
     int GetNextVertexIndex(int index) const { return NextRingIndex(index, vertexCount); }
-    /// The vertex before \p index, the last before 0; -1 for one out of range.
+    /// The index before \p index; the last before 0. -1 when \p index is out of range.
     int GetPreviousVertexIndex(int index) const { return PreviousRingIndex(index, vertexCount); }
 
-    /// A pointer into the pool, which moves when the pool grows; null out of range.
+    /// A pointer into the pool, valid until the pool grows. Null when \p index is out of range.
     Vertex* GetVertexElement(int index) const
     {
-        return IsVertex_(index) ? vertices->GetElement(firstVertexIndex + index) : nullptr;
+        return IsVertex(index) ? vertices->GetElement(firstVertexIndex + index) : nullptr;
     }
     Vertex* GetNextVertexElement(int index) const
     {
@@ -44,12 +47,12 @@ public:
         return GetVertexElement(GetPreviousVertexIndex(index));
     }
 
-    /// Copies; a default vertex out of range.
+    /// A copy of a vertex. A default vertex when \p index is out of range.
     Vertex GetVertex(int index) const;
     Vertex GetNextVertex(int index) const { return GetVertex(GetNextVertexIndex(index)); }
     Vertex GetPreviousVertex(int index) const { return GetVertex(GetPreviousVertexIndex(index)); }
 
-    /// The vertex' place with z 0; zero out of range.
+    /// The position of a vertex, with z 0. The zero vector when \p index is out of range.
     Vector GetVertexOutlinePoint(int index) const
     {
         const Vertex* const vertex = GetVertexElement(index);
@@ -64,10 +67,11 @@ public:
         return GetVertexOutlinePoint(GetPreviousVertexIndex(index));
     }
 
-    /// The averaged normal; zero out of range.
+    /// The average of the normals of a vertex's two edges. The zero vector when \p index is out of
+    /// range.
     Vector GetVertexNormal(int index) const;
 
-    /// The edge from the vertex to the next; a default line out of range.
+    /// The edge from a vertex to the next. A default line when \p index is out of range.
     Line GetEdge(int index) const;
     Line GetNextEdge(int index) const { return GetEdge(GetNextVertexIndex(index)); }
     Line GetPreviousEdge(int index) const { return GetEdge(GetPreviousVertexIndex(index)); }
@@ -76,41 +80,46 @@ public:
     void SetLastVertexIndex(int index);
     /// \p pool is borrowed and must outlive the contour and its copies.
     void SetVerticies(VertexArray* pool) { vertices = pool; }
-    /// Does nothing out of range.
+    /// Does nothing when \p index is out of range.
     void SetVertex(int index, const Vertex& vertex);
-    /// Stores x and y without their fractions. 0 out of range.
+    /// Sets a vertex's position to the whole parts of x and y. Returns 0 when \p index is out of
+    /// range.
     int SetVertexPoint(int index, const Vector& point);
 
-    /// Appends the contour's vertices to the pool and takes them as its own. A candidate becomes a
-    /// vertex when it lies more than 0.002 x \p scale from the last one; the search begins at the
-    /// contour's last point, so of an end that repeats the start, it is the start that is dropped.
+    /// Flattens a contour, appends its vertices to the pool and makes them this contour's vertices.
+    ///
+    /// A point of the flattened curve becomes a vertex when it lies more than 0.002 x \p scale
+    /// outline units from the vertex before it. Point 0 is compared with the contour's last point,
+    /// so when a contour ends where it starts, point 0 is dropped and the last point is kept.
+    /// \param scale outline units per em.
     void FromTTContour(const TTContour& contour, float scale);
 
-    /// The point at \p t, 0 to 1, of the quadratic Bezier curve from \p p0 to \p p2 with control
-    /// point \p p1, in x and y; z is that of \p p0.
+    /// The point of a quadratic Bezier curve from \p p0 to \p p2 with the control point \p p1. x
+    /// and y are computed; z is that of \p p0. \param t from 0 at p0 to 1 at p2.
     Vector ApproximateQuadraticSpline(const Vector& p0, const Vector& p1, const Vector& p2,
                                       float t) const;
 
-    /// Gives each vertex the normals of its edges, their average, its miter and its marks. A vertex
-    /// is smooth when it or a neighbour was sampled from a spline, and sharp otherwise, whatever
-    /// the angle. 0 with fewer than 2 vertices.
+    /// Computes each vertex's edge normals, their average, the miter and the marks. A vertex is
+    /// marked as smooth when it or one of its two neighbours was sampled from a curve; otherwise it
+    /// is a sharp corner, whatever its angle. Returns 0 and does nothing when there are fewer than
+    /// 2 vertices.
     int CalculateVertexNormals();
 
-    /// Moves the vertex by 2 units along its averaged normal, to the side where the next vertex
-    /// lies. Normals stay as they are.
+    /// Moves a vertex by 2 outline units along its average normal, forwards or backwards, towards
+    /// the side where the next vertex lies. Normals do not change.
     void AdjustDuplicateVertex(int index);
-    /// For every two vertices at the same place, in order, moves the later one. A vertex that was
-    /// moved counts where it is now.
+    /// Compares all pairs of vertices in order. When two lie at the same place, moves the later
+    /// one. A moved vertex is compared at its new place from then on.
     void CorrectDuplicateVerticies();
     /// Moves every vertex that lies at \p point.
     void CorrectDuplicateVerticies(const Vector& point);
 
     std::int32_t firstVertexIndex = -1;
-    std::int32_t reserved = 0;  ///< copied, and used by nothing
+    std::int32_t reserved = 0;  ///< not used; copies have the same value
     std::int32_t lastVertexIndex = -1;
     std::int32_t vertexCount = 0;
     VertexArray* vertices = nullptr;  ///< borrowed; null until SetVerticies
 
 private:
-    bool IsVertex_(int index) const { return index >= 0 && index < vertexCount; }
+    bool IsVertex(int index) const { return index >= 0 && index < vertexCount; }
 };

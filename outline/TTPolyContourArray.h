@@ -9,6 +9,6 @@
 class ORVANE_API TTPolyContourArray : public GrowableArray<TTPolyContour>
 {
 public:
-    /// Bytes of this object and of every allocated slot.
+    /// The bytes of this object and of all contours that it has room for.
     unsigned long SizeOf() const { return sizeof *this + maxSize * sizeof(TTPolyContour); }
 };

@@ -30,7 +30,8 @@ TTPolyGlyph& TTPolyGlyph::operator=(const TTPolyGlyph& other)
 
 unsigned long TTPolyGlyph::SizeOf() const
 {
-    // The pool and the contour array count themselves, and are part of this object already.
+    // SizeOf of the pool and of the contour array includes the two objects, which are part of this
+    // one.
     return sizeof *this + (vertices.SizeOf() - sizeof vertices) +
            (contours.SizeOf() - sizeof contours);
 }
@@ -64,7 +65,7 @@ void TTPolyGlyph::FromTTGlyph(const TTGlyph& glyph, float newScale)
     {
         SetDefined();
     }
-    CalculateBounds_();
+    CalculateBounds();
     vertices.FreeExtra();
     CorrectDuplicateVerticies();
 }
@@ -79,7 +80,7 @@ void TTPolyGlyph::CorrectDuplicateVerticies()
         std::span<TTPolyContour>(contours.GetElement(0), static_cast<std::size_t>(contourCount)));
 }
 
-void TTPolyGlyph::CalculateBounds_()
+void TTPolyGlyph::CalculateBounds()
 {
     totalVertexCount = vertices.GetSize();
     if (totalVertexCount == 0)

@@ -10,11 +10,13 @@
 
 class TTGlyph;
 
-/// A glyph outline flattened into polygons: a pool of vertices, and contours that are runs in it.
-/// Vertices stay in whole outline units; only the bounds are divided by the scale.
+/// A glyph's outline with its curves flattened to straight segments. All vertices lie in one pool;
+/// each contour is a run of vertices in it. Vertices are in whole outline units. Bounds are in ems:
+/// they are divided by the scale.
 ///
-/// A copy has an empty pool of its own, and contours that borrow the pool of the source: it is
-/// usable while the source lives. Meant so; see ACopyDrawsFromThePoolOfItsSource.
+/// The contours of a copy use the vertices of the original, and the copy's own pool is empty. So a
+/// copy can be used only while the original exists. That is required; see
+/// ACopyDrawsFromThePoolOfItsSource.
 class ORVANE_API TTPolyGlyph
 {
 public:
@@ -29,48 +31,50 @@ public:
     float GetYMin() const { return yMin; }
     float GetWidth() const { return xMax - xMin; }
     float GetHeight() const { return yMax - yMin; }
-    int IsComposite() const { return flags & compositeFlag_; }
-    int IsDefined() const { return flags & definedFlag_; }
-    /// Bytes of this object and of all allocated vertices and contours.
+    int IsComposite() const { return flags & compositeFlag; }
+    int IsDefined() const { return flags & definedFlag; }
+    /// The bytes of this object and of all allocated vertices and contours.
     unsigned long SizeOf() const;
 
-    /// Empties the pool and replaces all contours by \p count empty ones that use it.
+    /// Empties the pool and replaces all contours by \p count empty ones that use this pool.
     void SetContourCount(int count);
     void SetXMax(float value) { xMax = value; }
     void SetXMin(float value) { xMin = value; }
     void SetYMax(float value) { yMax = value; }
     void SetYMin(float value) { yMin = value; }
-    void SetComposite() { flags |= compositeFlag_; }
-    void ClearComposite() { flags &= ~compositeFlag_; }
-    void SetDefined() { flags |= definedFlag_; }
-    void ClearDefined() { flags &= ~definedFlag_; }
+    void SetComposite() { flags |= compositeFlag; }
+    void ClearComposite() { flags &= ~compositeFlag; }
+    void SetDefined() { flags |= definedFlag; }
+    void ClearDefined() { flags &= ~definedFlag; }
 
-    /// Rebuilds everything from an outline of which \p newScale units make one unit of output (0
-    /// counts as 1). The outline's marks are added to those already set.
+    /// Builds everything anew from an outline. The outline's composite and defined marks are added
+    /// to those that this glyph has already. \param newScale outline units per em; 0 counts as 1.
     void FromTTGlyph(const TTGlyph& glyph, float newScale);
 
-    /// Moves vertices that lie at the same place apart: within each contour, then each contour's
-    /// against all later contours. The first of them stays; a vertex that was moved counts where it
-    /// is now. Time is nearly proportional to the vertices and the moves made.
+    /// Moves vertices apart that lie at the same place, because the tessellator cannot fill an
+    /// outline in which two vertices coincide. Compares the vertices of each contour with each
+    /// other, then those of each contour with those of all later contours. Of two vertices, the
+    /// later one moves; it is compared at its new place from then on. The time is nearly
+    /// proportional to the number of vertices and moves.
     void CorrectDuplicateVerticies();
 
-    VertexArray vertices;  ///< the pool
+    VertexArray vertices;  ///< the pool of all contours
     TTPolyContourArray contours;
     DWORD flags = 0;            ///< bit 0 composite, bit 1 defined
-    float inverseScale = 0.0f;  ///< 1 / scale
+    float inverseScale = 0.0f;  ///< 1 / scale: ems per outline unit
     std::int32_t totalVertexCount = 0;
-    float scale = 0.0f;  ///< outline units in one unit of output
+    float scale = 0.0f;  ///< outline units per em
 
 protected:
     std::int32_t contourCount = 0;
-    float xMax = 0.0f;  ///< the bounds, in units of output
+    float xMax = 0.0f;  ///< the bounds of all vertices, in ems
     float xMin = 0.0f;
     float yMax = 0.0f;
     float yMin = 0.0f;
 
 private:
-    static constexpr DWORD compositeFlag_ = 0x1;
-    static constexpr DWORD definedFlag_ = 0x2;
+    static constexpr DWORD compositeFlag = 0x1;
+    static constexpr DWORD definedFlag = 0x2;
 
-    void CalculateBounds_();
+    void CalculateBounds();
 };

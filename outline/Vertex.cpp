@@ -10,7 +10,7 @@ namespace contours = orvane::contours;
 
 void Vertex::SetNormal(const Vector& normal, Edges edge)
 {
-    (this->*NormalField_(edge))
+    (this->*NormalField(edge))
         .SetPoint(contours::StoredNormal(normal.x), contours::StoredNormal(normal.y));
 }
 
@@ -24,12 +24,13 @@ void Vertex::CalculateVertex()
     const Vector average(halfway.x, halfway.y, 0.0f);
     SetNormal(average, VertexEdge);
 
-    // A hairpin would throw its miter to infinity: stop at four bevel widths.
+    // The sharper a corner, the further out its miter lies. It is stopped at four bevel widths.
     const float cosineOfHalfTurn = std::max(std::fabs(average.Dot(leaving)), 0.25f);
     miterScale = TruncateToLong(10000.0f / cosineOfHalfTurn);
 
-    // Left turns sharper than a right angle, which has 0.7071, are concave notches: mitered, their
-    // bevels would reach across each other.
+    // A left turn is a notch in the filled area. The bevels of a notch sharper than a right angle
+    // (whose cosine here is 0.7071) would reach across each other with a miter, so the corner gets
+    // none.
     const bool turnsLeft = (arriving * leaving).z > 0.0f;
     if (turnsLeft && cosineOfHalfTurn < 0.707f)
     {

@@ -10,97 +10,110 @@
 
 #include <cstdint>
 
-/// One corner of a flattened contour, a plain value: its place in whole outline units, and the
-/// normals of its two edges and their average, as 16-bit numbers of 1/10000. The normals point out
-/// of the filled area.
+/// One corner of a flattened contour. It stores its position, in whole outline units, and three
+/// unit normals: those of the edge that arrives at it and of the edge that leaves it, and the
+/// average of the two. The normals lie in the plane of the letter and point out of the filled area.
+/// Their x and y are stored as 16-bit integers in units of 1/10000.
 ///
-/// The getters are inline because drawing asks each vertex for its points and normals.
+/// A corner is marked as smooth when it belongs to a flattened curve, and as interior when it is a
+/// sharp notch, whose bevel gets no miter.
+///
+/// The getters are inline, because drawing calls them for every vertex.
 class ORVANE_API Vertex
 {
 public:
-    /// Which normal.
+    /// Selects one of the normals.
     enum Edges : int
     {
-        PreviousEdge = 1,  ///< of the edge that arrives
-        VertexEdge = 2,    ///< the average
-        NextEdge = 3       ///< of the edge that leaves
+        PreviousEdge = 1,  ///< the normal of the edge that arrives
+        VertexEdge = 2,    ///< the average of both
+        NextEdge = 3       ///< the normal of the edge that leaves
     };
 
-    /// Which way the faces beside a bevel look.
+    /// The face of the letter that a bevel adjoins, given by the face's normal.
     enum Faces : int
     {
         BackFace = 1,   ///< (0, 0, -1)
-        SideFace = 2,   ///< as the edge's normal
+        SideFace = 2,   ///< the normal of the edge: the wall
         FrontFace = 3,  ///< (0, 0, 1)
     };
 
     Vector2D GetPoint() const { return Vector2D(point.x, point.y); }
-    Vector GetNormal(Edges edge) const { return UnitNormal_(this->*NormalField_(edge)); }
+    Vector GetNormal(Edges edge) const { return UnitNormal(this->*NormalField(edge)); }
 
-    /// The normal with which a side wall ends here: of the edge asked for at a sharp corner, the
-    /// average on a curve that is not interior.
+    /// The normal of a side wall at this corner: the average on a smooth corner that is not
+    /// interior, otherwise the normal of \p edge.
     Vector GetEdgeNormal(Edges edge) const
     {
-        constexpr DWORD both = useThisNormalFlag_ | interiorFlag_;
-        return UnitNormal_((flags & both) == useThisNormalFlag_ ? vertexNormal : EdgeNormal_(edge));
+        constexpr DWORD both = useThisNormalFlag | interiorFlag;
+        return UnitNormal((flags & both) == useThisNormalFlag ? vertexNormal
+                                                              : StoredEdgeNormal(edge));
     }
 
-    /// The normal half-way between a face and the edge; the average stands for the edge on any
-    /// curve. Interior corners are no exception here, unlike GetEdgeNormal: meant so, see
+    /// The normal of a 45 degree bevel at this corner, half-way between the normal of the face and
+    /// that of the wall. Every smooth corner uses the average as the wall's normal, even an
+    /// interior one. This differs from GetEdgeNormal, which is required; see
     /// BevelNormalIgnoresTheInteriorMark.
     Vector GetBevelNormal(Faces face, Edges edge) const
     {
-        const Vector base = UnitNormal_(ShouldUseThisNormal() ? vertexNormal : EdgeNormal_(edge));
-        Vector normal = (FaceNormal_(face, base) + base) / 2.0f;
+        const Vector base =
+            UnitNormal(ShouldUseThisNormal() ? vertexNormal : StoredEdgeNormal(edge));
+        Vector normal = (FaceNormal(face, base) + base) / 2.0f;
         normal.Normalize();
         return normal;
     }
 
-    /// How far the outline moves in its plane for a bevel \p distance wide.
+    /// The offset from the outline to the outer ring of a bevel, in the plane of the letter. An
+    /// interior corner moves along the normal of \p edge. Any other corner moves along the average
+    /// normal, further than \p distance by its miter, so that the bevels of both edges are \p
+    /// distance wide.
     Vector2D GetBevelPoint(float distance, Edges edge) const
     {
         if (IsInterior())
         {
-            const Point2D& normal = EdgeNormal_(edge);
-            return Vector2D(distance * normal.x * unit_, distance * normal.y * unit_);
+            const Point2D& normal = StoredEdgeNormal(edge);
+            return Vector2D(distance * normal.x * storedUnit, distance * normal.y * storedUnit);
         }
-        const float reach = miterScale * unit_ * distance;
-        return Vector2D(reach * (vertexNormal.x * unit_), reach * (vertexNormal.y * unit_));
+        const float reach = miterScale * storedUnit * distance;
+        return Vector2D(reach * (vertexNormal.x * storedUnit),
+                        reach * (vertexNormal.y * storedUnit));
     }
 
-    /// The same for the middle ring of a rounded edge, at 45 degrees.
+    /// The offset from the outline to the middle ring of a rounded edge, which lies at 45 degrees
+    /// on a quarter circle: 0.7071 of the bevel's offset.
     Vector2D GetRoundPoint(float distance, Edges edge) const
     {
         return GetBevelPoint(distance, edge) * 0.7071f;
     }
 
-    int ShouldUseThisNormal() const { return flags & useThisNormalFlag_; }
-    int IsApproximate() const { return flags & approximateFlag_; }
-    int IsInterior() const { return flags & interiorFlag_; }
+    int ShouldUseThisNormal() const { return flags & useThisNormalFlag; }
+    int IsApproximate() const { return flags & approximateFlag; }
+    int IsInterior() const { return flags & interiorFlag; }
 
-    /// Drops the fractions.
+    /// Stores the whole parts of x and y.
     void SetPoint(const Vector& newPoint)
     {
         point.SetPoint(TruncateToShort(newPoint.x), TruncateToShort(newPoint.y));
     }
-    /// Stores x and y in 1/10000, without what is beyond; drops z.
+    /// Stores x and y in units of 1/10000, rounded towards zero. z is not stored.
     void SetNormal(const Vector& normal, Edges edge);
 
-    void SetUseThisNormal() { flags |= useThisNormalFlag_; }
-    void ClearUseThisNormal() { flags &= ~useThisNormalFlag_; }
-    void SetApproximate() { flags |= approximateFlag_; }
-    void ClearApproximate() { flags &= ~approximateFlag_; }
-    void SetInterior() { flags |= interiorFlag_; }
-    void ClearInterior() { flags &= ~interiorFlag_; }
+    void SetUseThisNormal() { flags |= useThisNormalFlag; }
+    void ClearUseThisNormal() { flags &= ~useThisNormalFlag; }
+    void SetApproximate() { flags |= approximateFlag; }
+    void ClearApproximate() { flags &= ~approximateFlag; }
+    void SetInterior() { flags |= interiorFlag; }
+    void ClearInterior() { flags &= ~interiorFlag; }
 
-    /// From the normals of the two edges: the average, the miter and the interior mark.
+    /// Computes the average normal, the miter and the interior mark from the normals of the two
+    /// edges.
     void CalculateVertex();
 
-    /// 1/10000 of the factor that keeps a bevel's width round this corner; at most four. 0 until
-    /// CalculateVertex.
+    /// How much further than its width a bevel reaches at this corner, in units of 1/10000: 10000
+    /// to 40000, that is 1 to 4 times. 0 until CalculateVertex has run.
     std::int32_t miterScale = 0;
-    /// Bit 0: use the average (the corner is smooth). Bit 1: approximate, sampled from a spline.
-    /// Bit 2: interior, a sharp concave corner that takes no miter.
+    /// Bit 0: smooth, use the average normal. Bit 1: approximate, a point sampled from a curve. Bit
+    /// 2: interior, a sharp notch without a miter.
     DWORD flags = 0;
     Point2D nextEdgeNormal;
     Point2D vertexNormal;
@@ -108,17 +121,17 @@ public:
     Point2D previousEdgeNormal;
 
 private:
-    static constexpr DWORD useThisNormalFlag_ = 0x1;
-    static constexpr DWORD approximateFlag_ = 0x2;
-    static constexpr DWORD interiorFlag_ = 0x4;
-    static constexpr float unit_ = 0.0001f;
+    static constexpr DWORD useThisNormalFlag = 0x1;
+    static constexpr DWORD approximateFlag = 0x2;
+    static constexpr DWORD interiorFlag = 0x4;
+    static constexpr float storedUnit = 0.0001f;
 
-    static Vector UnitNormal_(const Point2D& stored)
+    static Vector UnitNormal(const Point2D& stored)
     {
-        return Vector(stored.x * unit_, stored.y * unit_, 0.0f);
+        return Vector(stored.x * storedUnit, stored.y * storedUnit, 0.0f);
     }
 
-    static Vector FaceNormal_(Faces face, const Vector& edgeNormal)
+    static Vector FaceNormal(Faces face, const Vector& edgeNormal)
     {
         switch (face)
         {
@@ -133,13 +146,13 @@ private:
         }
     }
 
-    const Point2D& EdgeNormal_(Edges edge) const
+    const Point2D& StoredEdgeNormal(Edges edge) const
     {
         return edge == PreviousEdge ? previousEdgeNormal : nextEdgeNormal;
     }
 
-    /// The field behind GetNormal and SetNormal.
-    static Point2D Vertex::*NormalField_(Edges edge)
+    /// The field of a normal.
+    static Point2D Vertex::*NormalField(Edges edge)
     {
         switch (edge)
         {

@@ -5,7 +5,8 @@
 #include "outline/Vertex.h"
 #include "platform/Export.h"
 
-/// The vertices of all contours of a glyph. SetAtGrow and Add grow it in steps of 32.
+/// The vertex pool of a glyph: the vertices of all its contours. SetAtGrow and Add make room for 32
+/// more at a time.
 class ORVANE_API VertexArray : public GrowableArray<Vertex, 32>
 {
 public:
@@ -13,6 +14,6 @@ public:
     Vertex& operator[](int index) { return data[index]; }
     Vertex& ElementAt(int index) { return data[index]; }
 
-    /// Bytes of this object and of every allocated slot.
+    /// The bytes of this object and of all vertices that it has room for.
     unsigned long SizeOf() const { return sizeof *this + maxSize * sizeof(Vertex); }
 };

@@ -4,7 +4,8 @@
 #include "host/GrowableArray.h"
 #include "platform/Export.h"
 
-/// Indices into a glyph's VertexArray. SetAtGrow and Add grow it in steps of 8.
+/// An array of indices into a glyph's vertex pool. SetAtGrow and Add make room for 8 more at a
+/// time.
 class ORVANE_API VertexIndexArray : public GrowableArray<unsigned short, 8>
 {
 public:
@@ -12,9 +13,9 @@ public:
     unsigned short& operator[](int index) { return data[index]; }
     unsigned short& ElementAt(int index) { return data[index]; }
 
-    /// Bytes of this object and of every allocated slot.
+    /// The bytes of this object and of all indices that it has room for.
     unsigned long SizeOf() const { return sizeof *this + maxSize * sizeof(unsigned short); }
 
-    /// Turns the order round, in a block of exactly the size in use.
+    /// Reverses the order of the indices and frees the room behind the last one.
     void ReverseData();
 };

@@ -5,8 +5,7 @@
 #include "outline/VertexIndexPolygon.h"
 #include "platform/Export.h"
 
-/// The primitives of a glyph's face. It keeps the grow-by that it has: 0 unless set, so each Add
-/// reallocates.
+/// The primitives of a glyph's face. Unless growBy is set, each Add allocates the block anew.
 class ORVANE_API VertexIndexPolygonArray : public GrowableArray<VertexIndexPolygon>
 {
 public:
@@ -14,6 +13,6 @@ public:
     VertexIndexPolygon& operator[](int index) { return data[index]; }
     VertexIndexPolygon& ElementAt(int index) { return data[index]; }
 
-    /// Bytes of this object and of the polygons in use.
+    /// The bytes of this object and of its polygons.
     unsigned long SizeOf() const;
 };

@@ -6,37 +6,42 @@
 #include "platform/Export.h"
 #include "platform/Types.h"
 
-/// A closed run of vertex indices with an active mark and a winding.
+/// A closed run of vertex indices, with a mark for active ones and a mark for clockwise ones. A
+/// position is where an index stands in the run, from 0; it is out of range when the run has no
+/// such place.
 class ORVANE_API VertexIndexPolyline : public VertexIndexArray
 {
 public:
-    /// The position after \p index, 0 after the last; -1 for a position out of range.
+    /// The position after \p index; 0 after the last. -1 when \p index is out of range.
     int GetNextVertexIndex(int index) const { return NextRingIndex(index, size); }
-    /// The position before \p index, the last before 0; -1 for a position out of range.
+    /// The position before \p index; the last before 0. -1 when \p index is out of range.
     int GetPreviousVertexIndex(int index) const { return PreviousRingIndex(index, size); }
-    /// The index stored there; 0 for a position out of range.
-    unsigned short GetNextVertex(int index) const { return At_(GetNextVertexIndex(index)); }
-    unsigned short GetPreviousVertex(int index) const { return At_(GetPreviousVertexIndex(index)); }
+    // The vertex index at the next or previous position; 0 when \p index is out of range.
+    unsigned short GetNextVertex(int index) const { return VertexAt(GetNextVertexIndex(index)); }
+    unsigned short GetPreviousVertex(int index) const
+    {
+        return VertexAt(GetPreviousVertexIndex(index));
+    }
 
-    int IsActive() const { return polylineFlags & activeFlag_; }
-    int IsClockwiseWinding() const { return polylineFlags & clockwiseFlag_; }
+    int IsActive() const { return polylineFlags & activeFlag; }
+    int IsClockwiseWinding() const { return polylineFlags & clockwiseFlag; }
 
-    /// The index array's figure and this whole object, so the array's record counts twice. Meant
-    /// so: see PolylineSizeCountsItsArrayRecordTwice.
+    /// The bytes of the index array plus the bytes of this object. The array's own record is part
+    /// of both and counts twice. That is required; see PolylineSizeCountsItsArrayRecordTwice.
     unsigned long SizeOf() const { return VertexIndexArray::SizeOf() + sizeof *this; }
 
     void SetVertex(int index, const unsigned short& vertex) { SetAtGrow(index, vertex); }
     void RemoveAllVerticies() { SetSize(0); }
-    void SetActive() { polylineFlags |= activeFlag_; }
-    void ClearActive() { polylineFlags &= ~activeFlag_; }
-    void SetClockwiseWinding() { polylineFlags |= clockwiseFlag_; }
-    void ClearClockwiseWinding() { polylineFlags &= ~clockwiseFlag_; }
+    void SetActive() { polylineFlags |= activeFlag; }
+    void ClearActive() { polylineFlags &= ~activeFlag; }
+    void SetClockwiseWinding() { polylineFlags |= clockwiseFlag; }
+    void ClearClockwiseWinding() { polylineFlags &= ~clockwiseFlag; }
 
     DWORD polylineFlags = 0;  ///< bit 0 active, bit 1 clockwise
 
 private:
-    static constexpr DWORD activeFlag_ = 0x1;
-    static constexpr DWORD clockwiseFlag_ = 0x2;
+    static constexpr DWORD activeFlag = 0x1;
+    static constexpr DWORD clockwiseFlag = 0x2;
 
-    unsigned short At_(int index) const { return index < 0 ? 0 : data[index]; }
+    unsigned short VertexAt(int index) const { return index < 0 ? 0 : data[index]; }
 };
