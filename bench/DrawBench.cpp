@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Drawing texts against replaying the same OpenGL calls, computed beforehand: the least that any
-// program that makes these calls can take.
+// Times the drawing of texts against replaying the same OpenGL calls from memory. Replaying is the
+// least time that any program needs that makes these calls.
 
 #include "bench/CallStream.h"
 #include "bench/Canvas.h"
@@ -22,7 +22,8 @@ constexpr const char* styles[] = {"square", "bevel", "round"};
 void DrawText(benchmark::State& state)
 {
     const Canvas canvas;
-    const auto text = MakeText(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
+    const auto text =
+        MakeText(static_cast<int>(state.range(0)), static_cast<orvane::EdgeStyle>(state.range(1)));
     DrawingParameters parameters = SolidDraw();
     for (auto _ : state)
     {
@@ -37,9 +38,9 @@ void Measure()
     const Canvas canvas;
     for (const int characters : {40, 1000})
     {
-        for (int style = 0; style < 3; ++style)
+        for (int style = 0; style < orvane::edgeStyleCount; ++style)
         {
-            const auto text = MakeText(characters, style);
+            const auto text = MakeText(characters, static_cast<orvane::EdgeStyle>(style));
             const std::vector<std::uint32_t> words =
                 RecordStream(std::to_string(characters) + " " + std::to_string(style));
             DrawingParameters parameters = SolidDraw();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Building every glyph of a face, by stages, against loading it with FreeType and tessellating it
-// with GLU alone.
+// Times the building of every glyph of a face, stage by stage, against the two steps that cannot be
+// left out: loading the glyph with FreeType and tessellating it with GLU.
 
 #include "bench/Scenes.h"
 #include "bench/Summary.h"
@@ -25,7 +25,7 @@ constexpr int firstCode = 33;
 constexpr int lastCode = 255;
 constexpr int codeCount = lastCode - firstCode + 1;
 
-/// The bench font selected into a device context at one pixel per design unit.
+/// Reads glyph outlines of the bench font, at one pixel per design unit.
 class OutlineSource
 {
 public:
@@ -46,7 +46,8 @@ public:
     OutlineSource(const OutlineSource&) = delete;
     OutlineSource& operator=(const OutlineSource&) = delete;
 
-    /// As a font asks: for the size, then for the bytes.
+    /// Reads one outline with two calls, as OrvFont does: one for the size, one for the bytes.
+    /// Returns the size in bytes, 0 when there is no outline.
     DWORD Read(UINT code, std::vector<BYTE>& buffer, GLYPHMETRICS& metrics) const
     {
         const MAT2 identity = {{0, 1}, {0, 0}, {0, 0}, {0, 1}};
@@ -66,7 +67,7 @@ private:
     HGDIOBJ previous_;
 };
 
-/// The bench font in FreeType, opened by itself.
+/// The bench font, opened directly with FreeType.
 class FreeTypeFace
 {
 public:
@@ -108,7 +109,7 @@ private:
     FT_Face face_ = nullptr;
 };
 
-/// A glyph's flattened contours as the tessellator takes them.
+/// The flattened contours of a glyph in the form that GLU's tessellator takes.
 using Contours = std::vector<std::vector<std::array<GLdouble, 3>>>;
 
 Contours ContoursOf(const TTPolyGlyph& glyph)
@@ -128,7 +129,7 @@ Contours ContoursOf(const TTPolyGlyph& glyph)
 
 void CALLBACK Ignore() {}
 
-/// The tessellator's own time: its output goes nowhere.
+/// Tessellates and ignores the result, so that only the tessellator's own time is measured.
 void Tessellate(Contours& contours)
 {
     GLUtesselator* const tessellator = gluNewTess();
@@ -240,7 +241,7 @@ void Measure()
 }
 const SummaryPart part("glyph", Measure);
 
-/// Builds every glyph as a font does that has built none.
+/// Builds every glyph, as a new font does.
 void BuildAll(UINT outlines)
 {
     SetProcessOutlines(outlines);
@@ -257,7 +258,7 @@ void BuildAll(UINT outlines)
     }
 }
 
-/// Seconds of the processor's time that a call takes.
+/// The processor time that a call takes, in seconds.
 template <typename Function>
 double ProcessorSeconds(Function function)
 {
@@ -266,8 +267,8 @@ double ProcessorSeconds(Function function)
     return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
-/// What the checks and repairs of outlines cost, in the processor's time. Each turn finds the fonts
-/// anew, so that nothing is known of any outline.
+/// Measures, in processor time, what it costs to check outlines and to repair faulty ones. Each
+/// turn loads the list of fonts again, so that no result of an earlier check is used.
 void MeasureRepair()
 {
     const auto build = [](UINT outlines) {
@@ -277,7 +278,7 @@ void MeasureRepair()
             {
                 posix::ReloadFonts();
                 SetProcessOutlines(outlines);
-                // Opens the face and prepares its size.
+                // Opens the face and prepares its size, which is not to be measured.
                 const OutlineSource source;
                 std::vector<BYTE> buffer;
                 GLYPHMETRICS metrics;
@@ -292,7 +293,8 @@ void MeasureRepair()
     std::vector<double> asIs;
     for (int turn = 0; turn < 11; ++turn)
     {
-        // Who goes first changes, so that neither always finds the other's caches.
+        // The two take turns in going first, so that neither always finds the caches filled by the
+        // other.
         if (turn % 2 == 0)
         {
             repaired.push_back(build(OUTLINES_REPAIRED)());

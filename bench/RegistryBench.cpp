@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Making the font registry, in a process that has not used fonts yet, against listing the fonts
-// with fontconfig's own program. FONTCONFIG_FILE chooses other fonts than those installed.
+// Times the making of the font registry in a new process against fc-list, fontconfig's own program
+// for listing fonts. With FONTCONFIG_FILE, other fonts than the installed ones are measured.
 
 #include "bench/Summary.h"
 #include "orvane.h"
@@ -13,7 +13,7 @@ namespace
 
 void Measure()
 {
-    // The registry here may be filled already: the tool starts afresh each time.
+    // The registry of this process may be filled already, so the tool is started each time.
     const auto run = [](const char* command) {
         if (std::system(command) != 0)
         {

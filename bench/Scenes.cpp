@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <vector>
 
+using orvane::EdgeStyle;
+
 OrvFont* BenchFont()
 {
     static OrvFont* const font = [] {
@@ -22,7 +24,7 @@ OrvFont* BenchFont()
     return font;
 }
 
-std::unique_ptr<OrvFontString> MakeText(int characters, int style)
+std::unique_ptr<OrvFontString> MakeText(int characters, EdgeStyle style)
 {
     static const std::string letters = "Sphinx of black quartz, judge my vow! &@";
     std::string text;
@@ -37,7 +39,7 @@ std::unique_ptr<OrvFontString> MakeText(int characters, int style)
     auto node = std::make_unique<OrvFontString>();
     node->AttachFont(BenchFont());
     node->SetTextString(text.c_str());
-    node->SetBevelStyle(style);
+    node->SetBevelStyle(static_cast<int>(style));
     node->SetBevelDepth(0.03f);
     node->CalculateBounds();
     return node;
@@ -84,7 +86,7 @@ namespace
 struct Word
 {
     const char* text;
-    int style;  // 0 square, 1 bevel, 2 round
+    EdgeStyle style;
     double size;
     double x;
     double y;
@@ -103,17 +105,17 @@ NamedColor Material(const ColorVector& color)
 
 Showcase::Showcase(int width, int height)
 {
-    const Word words[] = {{"Orvane", 2, 1, 0, 0.5, {0.94f, 0.82f, 0.5f, 1}},
-                          {"square", 0, 0.35, -1.3, -0.42, {0.89f, 0.34f, 0.3f, 1}},
-                          {"bevel", 1, 0.35, 0.1, -0.42, {0.25f, 0.56f, 0.82f, 1}},
-                          {"round", 2, 0.35, 1.4, -0.42, {0.3f, 0.69f, 0.43f, 1}}};
+    const Word words[] = {{"Orvane", EdgeStyle::Round, 1, 0, 0.5, {0.94f, 0.82f, 0.5f, 1}},
+                          {"square", EdgeStyle::Square, 0.35, -1.3, -0.42, {0.89f, 0.34f, 0.3f, 1}},
+                          {"bevel", EdgeStyle::Bevel, 0.35, 0.1, -0.42, {0.25f, 0.56f, 0.82f, 1}},
+                          {"round", EdgeStyle::Round, 0.35, 1.4, -0.42, {0.3f, 0.69f, 0.43f, 1}}};
     for (const Word& word : words)
     {
         auto node = std::make_unique<OrvFontString>();
         node->AttachFont(BenchFont());
         node->SetTextString(word.text);
-        node->SetJustification(1);
-        node->SetBevelStyle(word.style);
+        node->SetJustification(static_cast<int>(orvane::Alignment::Center));
+        node->SetBevelStyle(static_cast<int>(word.style));
         node->SetBevelDepth(static_cast<float>(0.05 * word.size));
         node->SetScale(DVector(word.size, word.size, 0.3 * word.size));
         for (int surface = 0; surface < 3; ++surface)

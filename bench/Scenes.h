@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "extrude/EdgeStyle.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
 
@@ -11,23 +12,24 @@ class DrawingParameters;
 class OrvFont;
 class OrvFontString;
 
-/// The face that all figures are measured with, from the registry; the program ends when there is
-/// none.
+/// The font that all figures are measured with, DejaVu Sans. Ends the program when it is not
+/// installed.
 OrvFont* BenchFont();
 
-/// A text of so many characters, in lines of 40, with an edge style (0 square, 1 bevel, 2 round).
-/// Its glyphs are built.
-std::unique_ptr<OrvFontString> MakeText(int characters, int style);
+/// Makes a text of \p characters characters in lines of 40, with all its glyphs built.
+std::unique_ptr<OrvFontString> MakeText(int characters, orvane::EdgeStyle style);
 
-/// Parameters of a solid draw.
+/// The parameters that draw a node and its children as solids.
 DrawingParameters SolidDraw();
 
-/// A tree of so many one-character texts under the node that is returned, itself one of them. Every
-/// node but the last has \p children children. Side by side in a square of 16, around the origin.
+/// Makes a tree of \p nodes texts of one character each and returns its root. The root and each
+/// further node have \p children children, as long as there are nodes left. The letters stand side
+/// by side in a square around the origin, 16 units wide.
 std::unique_ptr<DrawingObject> MakeTree(int nodes, int children);
 
-/// The project's name over the names of the three edge styles, each cut as it says, and a view of
-/// them that fills a picture of that size.
+/// A scene with the word "Orvane" above the words "square", "bevel" and "round", each word with the
+/// edges that it names, and a view in which the words fill a picture of \p width by \p height
+/// pixels.
 struct Showcase
 {
     Showcase(int width, int height);

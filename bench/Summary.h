@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// Seconds that a call takes.
+/// The time that a call takes, in seconds.
 template <typename Function>
 double Seconds(Function function)
 {
@@ -15,25 +15,26 @@ double Seconds(Function function)
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// The middle value; of an even number, the upper of the two.
+/// The median. Of an even number of values, the upper of the two in the middle.
 double Median(std::vector<double> values);
 
-/// Times two things turn by turn, so that both see the same machine: the medians, in seconds, and
-/// the median of the ratios turn by turn.
+/// The times of two functions that were run in turns: the library's, and the least that the same
+/// work can take.
 struct Paired
 {
-    double ours;
-    double floor;
-    double ratio;
+    double ours;   ///< median, in seconds
+    double floor;  ///< median, in seconds
+    double ratio;  ///< median of ours / floor, each of one turn
 };
+/// Runs two functions in turns, so that a busy machine slows both alike.
 Paired TimeInTurns(int turns, const std::function<void()>& ours,
                    const std::function<void()>& floor);
 
-/// A line of the table that is printed at the end.
+/// Adds a line to the table that is printed at the end.
 void AddSummary(const std::string& what, const std::string& figure);
 
-/// A function that measures and calls AddSummary; all run, in order of registration, before the
-/// table is printed, or the named one alone.
+/// Registers a function that measures and calls AddSummary. Before the table is printed, all
+/// registered functions run, or only the one with the name that was given on the command line.
 struct SummaryPart
 {
     SummaryPart(const char* name, void (*measure)());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Measures on this machine, in one run, and prints a table of figures and ratios. The detailed
-// benchmarks run first; --summary-only leaves them out, and --summary-only=NAME measures one part.
+// Runs the detailed benchmarks, then measures and prints a table of figures and ratios.
+// --summary-only leaves the detailed benchmarks out; --summary-only=NAME also measures only one
+// part of the table.
 
 #include "bench/Summary.h"
 
@@ -51,11 +52,13 @@ Paired TimeInTurns(int turns, const std::function<void()>& ours, const std::func
     std::vector<double> our;
     std::vector<double> least;
     std::vector<double> ratios;
-    ours();  // warm both
+    // One untimed run of each fills the caches.
+    ours();
     floor();
     for (int i = 0; i < turns; ++i)
     {
-        // Who goes first changes, so that neither always finds the other's caches.
+        // The two take turns in going first, so that neither always finds the caches filled by the
+        // other.
         if (i % 2 == 0)
         {
             our.push_back(Seconds(ours));

@@ -114,7 +114,8 @@ int main(int argc, char** argv)
     }
     if (argc == 3)
     {
-        return RecordDraw(*MakeText(std::atoi(argv[1]), std::atoi(argv[2])));
+        return RecordDraw(
+            *MakeText(std::atoi(argv[1]), static_cast<orvane::EdgeStyle>(std::atoi(argv[2]))));
     }
     std::fprintf(stderr, "usage: orvane_record CHARACTERS STYLE | showcase\n");
     return 2;

@@ -6,8 +6,8 @@
 #include <random>
 #include <string>
 
-/// A file with the bytes of one input, for readers that take a path; the same one for all inputs of
-/// a run, removed at its end.
+/// A temporary file for readers that take a path. All inputs of a run use the same file, one after
+/// the other. The destructor removes it.
 class InputFile
 {
 public:
@@ -20,6 +20,7 @@ public:
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
 
+    /// Replaces the file's content by the input and returns the file's path.
     const std::string& Fill(const unsigned char* bytes, std::size_t count) const
     {
         if (std::FILE* const file = std::fopen(path_.c_str(), "wb"))

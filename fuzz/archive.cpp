@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Any bytes as an object archive.
+// Reads the input as an archive with one object.
 #include "orvane.h"
 
 #include <memory>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Any bytes as a BMP file: mapped in place, turned to true colour, loaded as a texture.
+// Reads the input as a BMP file in three ways: mapped in place, converted to true colour, and as a
+// texture.
 #include "fuzz/InputFile.h"
 #include "orvane.h"
 

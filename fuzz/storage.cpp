@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Any bytes as a compound file, from which a bitmap is read.
+// Reads the input as a compound file and loads a bitmap from it.
 #include "platform/Storage.h"
 
 #include "fuzz/InputFile.h"
