@@ -9,20 +9,20 @@
 /// edges, the scale, and how texture coordinates are made. A text builds a fresh object for each
 /// draw; nothing stores one.
 ///
-/// Lengths are in object units: one em is 1 before the scale is applied. The front face of a letter
-/// lies at z = 0 and looks to +z. The letter reaches into -z by its depth, scale.z, so its back
-/// face lies at z = -scale.z.
+/// Lengths are in object units. In x and y, one em of a letter's outline is 1 unit, times scale.x
+/// and scale.y. In z, scale.z itself is the depth of the letters. The front face of a letter lies
+/// at z = 0 and looks to +z; the back face lies at z = -scale.z and looks to -z.
 ///
-/// An edge (bevelled or rounded) of width w takes up the first w behind the front face and the last
-/// w before the back face. Between the two edges runs the side wall. The outline is drawn at up to
-/// six levels, named from the front to the back:
+/// A letter may have a bevelled or rounded edge between its front face and its side wall, and
+/// another one between its wall and its back face. An edge of width w takes up a length of w in z.
+/// So there are up to six levels at which outlines are drawn, here from front to back:
 ///
-///     frontZ       0              the front face
-///     frontRoundZ  -0.2929 w      the middle of a rounded front edge
-///     frontBevelZ  -w             the front edge meets the wall
-///     backBevelZ   w - depth      the wall meets the back edge
+///     frontZ       0                  the front face
+///     frontRoundZ  -0.2929 w          the middle of a rounded front edge
+///     frontBevelZ  -w                 the front edge meets the wall
+///     backBevelZ   w - depth          the wall meets the back edge
 ///     backRoundZ   0.2929 w - depth   the middle of a rounded back edge
-///     backZ        -depth         the back face
+///     backZ        -depth             the back face
 ///
 /// A new object has depth 1 and edges of width 0. Its levels are all 0 until CalculateHeights has
 /// run.
@@ -31,8 +31,8 @@ class ORVANE_API ExtrusionData
 public:
     // Each test below returns the flag's own bit (1, 2 or 4) when the flag is set, otherwise 0.
 
-    /// While set, the edge's width is multiplied by scale.x and scale.y. While clear, only the
-    /// signs of the two apply, so that an edge keeps its width whatever the scale.
+    /// While set, the width of edges is multiplied by scale.x and scale.y. While clear, it is
+    /// multiplied by the signs of the two, so that edges keep their width whatever the scale.
     void SetScaleBevels() { flags |= scaleBevelsFlag; }
     void ClearScaleBevels() { flags &= ~scaleBevelsFlag; }
     int ShouldScaleBevels() const { return static_cast<int>(flags & scaleBevelsFlag); }

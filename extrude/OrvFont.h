@@ -63,8 +63,9 @@ public:
     /// The bytes that this font holds, including the glyphs built so far.
     unsigned long SizeOf() const;
 
-    /// Draws one glyph as a solid, with the text's materials. On selection passes its faces, its
-    /// walls and its edges are named 0, 1 and 2. Returns 0 when the glyph is invalid or not built.
+    /// Draws one glyph as a solid, with the text's materials. On selection passes, its faces get
+    /// the name 0, its wall 1, and its bevels or rounded edges 2. Returns 0 when the glyph is
+    /// invalid or not built.
     int RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData& extrusion,
                     DrawingParameters* parameters);
 
@@ -117,8 +118,8 @@ protected:
     /// yet. 0 for a glyph that is invalid, cannot be built or is out of range.
     int GetGlyphAdvanceWidth(unsigned short glyphIndex);
 
-    /// The glyph index of a character. A character that the face does not have gets the index of
-    /// the face's default character.
+    /// The glyph index of a character code. A code that is not between the face's first and last
+    /// character gets the index of the face's default character.
     int LookupGlyphIndex(unsigned short character) const;
 
     DWORD fontFlags = 0;

@@ -27,7 +27,7 @@ struct tagVERTEXPOINTS;
 /// A bevelled or rounded letter has its own outline at the face. From there its edge grows outward,
 /// by the width of the edge, up to the wall. When only one of the two faces has such an edge, the
 /// wall reaches the other face further out than the letter's outline, and a flat band in the plane
-/// of that face closes the gap.
+/// of that face closes the gap. (In the names of the functions, Edges stands for the side wall.)
 ///
 /// Functions whose names begin with Render draw surfaces. They set glFrontFace so that the outside
 /// of a letter is its front even when the scale mirrors it, and set GL_CCW before they return.
@@ -160,7 +160,7 @@ private:
     int CalculateVertexPoints(const PointScales& scales, const Vertex* vertex,
                               tagVERTEXPOINTS* points, int wantBevel, int wantRound,
                               Vertex::Edges edges) const;
-    /// Emits the quads between two rings; see there.
+    /// Emits the quads between two rings of the outline.
     template <typename Band>
     void EmitBand(const ExtrusionData& data, float zA, float zB) const;
 };

@@ -42,8 +42,8 @@ struct Ring
 /// \tparam Face the face next to the band, which decides where Face and Bevel normals point;
 /// SideFace for the wall.
 /// \tparam A the first ring. \tparam B the second ring.
-/// \tparam EndEdge the edge along whose normal the far end of a segment is moved: PreviousEdge, the
-/// segment itself, except where a function is required to do otherwise.
+/// \tparam EndEdge which edge of the vertex at the far end of a segment decides how far the end is
+/// moved: PreviousEdge, which is the segment itself, except where another one is required.
 template <Vertex::Faces Face, Ring A, Ring B, Vertex::Edges EndEdge = Vertex::PreviousEdge>
 struct Band
 {
