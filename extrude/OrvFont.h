@@ -88,7 +88,8 @@ public:
     /// Measures the text twice and stores the offset of its first line in it. An empty text has all
     /// sizes 0.
     /// \param unscaledSize receives the size at scale 1 or -1, the signs of the text's scale.
-    /// \param scaledSize receives the size at the text's scale. \param third receives zeros.
+    /// \param scaledSize receives the size at the text's scale.
+    /// \param third receives zeros.
     void CalculateStringExtents(OrvString* string, DVector* unscaledSize, DVector* scaledSize,
                                 DVector* third);
 

@@ -154,7 +154,8 @@ private:
     // The two functions below are inline, in extrude/OrvGlyphRings.h.
 
     /// Computes where \p vertex lies on the outlines of a draw. Returns 1.
-    /// \param wantBevel whether to fill bevelPoint. \param wantRound whether to fill roundPoint.
+    /// \param wantBevel whether to fill bevelPoint.
+    /// \param wantRound whether to fill roundPoint.
     /// \param edges the edge along whose normal an interior corner is moved; other vertices are
     /// moved along the average of their two edges.
     int CalculateVertexPoints(const PointScales& scales, const Vertex* vertex,

@@ -41,7 +41,8 @@ struct Ring
 /// What is fixed about a band at compile time.
 /// \tparam Face the face next to the band, which decides where Face and Bevel normals point;
 /// SideFace for the wall.
-/// \tparam A the first ring. \tparam B the second ring.
+/// \tparam A the first ring.
+/// \tparam B the second ring.
 /// \tparam EndEdge which edge of the vertex at the far end of a segment decides how far the end is
 /// moved: PreviousEdge, which is the segment itself, except where another one is required.
 template <Vertex::Faces Face, Ring A, Ring B, Vertex::Edges EndEdge = Vertex::PreviousEdge>

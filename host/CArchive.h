@@ -132,7 +132,8 @@ public:
     /// that cannot share the object must refuse it (see ReadNewObject). A damaged file can even
     /// refer to an object from inside that object's own record. When loading the record throws, the
     /// object is deleted, and its number and all later numbers refer to nothing. Objects nest up to
-    /// 512 deep. \param requested the class that the object must be or derive from; null for any.
+    /// 512 deep.
+    /// \param requested the class that the object must be or derive from; null for any.
     CObject* ReadObject(const CRuntimeClass* requested);
 
     /// Reads a reference to an object and makes the caller its owner. Throws badClass for a null

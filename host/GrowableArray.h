@@ -146,9 +146,9 @@ public:
 protected:
     /// Replaces the elements by \p count elements from an archive. The capacity is in the end as
     /// after SetSize(count), but the block grows only as elements are read, so that a wrong count
-    /// in a file cannot take much memory. Throws badIndex for a negative count. \param readElement
-    /// called as readElement(Element&) for each element. If it throws, the array ends with the
-    /// element that could not be read.
+    /// in a file cannot take much memory. Throws badIndex for a negative count.
+    /// \param readElement called as readElement(Element&) for each element. If it throws, the array
+    /// ends with the element that could not be read.
     template <typename ReadElement>
     void ReadElements(std::int64_t count, ReadElement readElement)
     {

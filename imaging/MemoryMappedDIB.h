@@ -55,8 +55,9 @@ public:
     int Close();
 
     /// Makes a bitmap. With a name, makes also a new BMP file for it and reserves the file's space
-    /// on the disk. \param newHeight in pixels; negative for a bitmap whose highest row comes
-    /// first. \param newHorizontalResolution in dots per inch, like \p newVerticalResolution.
+    /// on the disk.
+    /// \param newHeight in pixels; negative for a bitmap whose highest row comes first.
+    /// \param newHorizontalResolution in dots per inch, like \p newVerticalResolution.
     /// \param newBitCount 1, 4, 8, 16, 24 or 32 bits per pixel.
     /// \return 0 when the bitmap or the file cannot be made. A message box reports the file.
     virtual int Create(int newWidth, int newHeight, int newHorizontalResolution,
@@ -86,7 +87,8 @@ public:
     int FindNearestColor(ColorVector* color);
 
     /// Stores the bitmap as a packed bitmap in a stream of a structured-storage file. Returns 0
-    /// when that fails. \param name of the stream: ASCII, at most 31 characters.
+    /// when that fails.
+    /// \param name of the stream: ASCII, at most 31 characters.
     int SaveToStorage(IStorage* storage, const char* name);
     /// Makes an uncompressed bitmap from such a stream. Returns 0 when that fails.
     int ReadFromStorage(IStorage* storage, const char* name);

@@ -47,8 +47,9 @@ public:
     void SetYMin(short value) { yMin = value; }
 
     /// Replaces the contours by those in a buffer that GetGlyphOutlineA filled, in format
-    /// GGO_NATIVE, and marks the glyph as defined. Bounds, length and offset do not change.
-    /// Returns 1. \param buffer may have any alignment. \param bufferLength in bytes.
+    /// GGO_NATIVE, and marks the glyph as defined. The bounds, length and offset stay. Returns 1.
+    /// \param buffer may have any alignment.
+    /// \param bufferLength in bytes.
     ///
     /// Coordinates are rounded down to whole units: 10.75 gives 10, -3.25 gives -4. Each control
     /// point is later flattened into 5 segments. Reading ends at the first broken record. The

@@ -95,7 +95,8 @@ public:
     void FromTTContour(const TTContour& contour, float scale);
 
     /// The point of a quadratic Bezier curve from \p p0 to \p p2 with the control point \p p1. x
-    /// and y are computed; z is that of \p p0. \param t from 0 at p0 to 1 at p2.
+    /// and y are computed; z is that of \p p0.
+    /// \param t from 0 at p0 to 1 at p2.
     Vector ApproximateQuadraticSpline(const Vector& p0, const Vector& p1, const Vector& p2,
                                       float t) const;
 

@@ -48,7 +48,8 @@ public:
     void ClearDefined() { flags &= ~definedFlag; }
 
     /// Builds everything anew from an outline. The outline's composite and defined marks are added
-    /// to those that this glyph has already. \param newScale outline units per em; 0 counts as 1.
+    /// to those that this glyph has already.
+    /// \param newScale outline units per em; 0 counts as 1.
     void FromTTGlyph(const TTGlyph& glyph, float newScale);
 
     /// Moves vertices apart that lie at the same place, because the tessellator cannot fill an
