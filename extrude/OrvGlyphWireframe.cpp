@@ -86,7 +86,7 @@ int OrvGlyph::DrawFrontFaceRounded(const ExtrusionData& data) const
 
 // Draws two outlines at the front, the letter's own and the wall's, where DrawBackFaceBevelled
 // draws only the wall's. That is required; see
-// AreTheirOutlinesInOrderWithoutNormalsTexturesOrFrontFaces.
+// tests/golden/glyph/square/DrawBackFaceRounded.txt.
 int OrvGlyph::DrawBackFaceRounded(const ExtrusionData& data) const
 {
     DrawOutline(letterOutline, data.backZ, data.frontZ, data);

@@ -209,8 +209,7 @@ void MemoryMappedDIB::Serialize(CArchive& archive)
     CObject::Serialize(archive);
     if (archive.IsLoading())
     {
-        ReadRecordVersion(archive, RUNTIME_CLASS(MemoryMappedDIB));
-        DeserializeVersion1(archive);
+        ReadVersionedRecord(archive, *this, &MemoryMappedDIB::DeserializeVersion1);
         return;
     }
     WriteRecordVersion(archive, RUNTIME_CLASS(MemoryMappedDIB));
