@@ -23,8 +23,8 @@ constexpr GLuint bevelsName = 2;
 
 using Routine = decltype(&OrvGlyph::RenderFaces);
 
-// The tables below have one column for each value of BevelSides: front, back, both. Those with rows
-// have one row for Bevel and one for Round. A square edge has no rings and no row.
+// The tables below have one column for each value of BevelSides: front, back, both. Two of them
+// also have rows: one for bevelled and one for rounded edges. Square edges need no table.
 constexpr int ringStyleCount = orvane::edgeStyleCount - 1;
 
 constexpr Routine walls[orvane::bevelSidesCount] = {&OrvGlyph::RenderEdgesFrontBevelOnly,
@@ -50,7 +50,7 @@ constexpr Routine wireframes[ringStyleCount][orvane::bevelSidesCount] = {
     {&OrvGlyph::DrawFrontFaceRounded, &OrvGlyph::DrawBackFaceRounded,
      &OrvGlyph::DrawBothFacesRounded}};
 
-/// The edge settings of a text, as a record may hold them: either may be any number.
+/// The edge settings of a text. Both may be any number, because records may hold any.
 struct Edges
 {
     explicit Edges(const OrvString& string)

@@ -41,7 +41,7 @@ inline std::int64_t PrimitiveTurn(GLenum type, std::span<const unsigned short> i
     {
         // The triangles of a strip alternate: first (i, i + 1, i + 2), then, with i moved on by 2,
         // (i, i - 1, i + 1). Both are tested against the same end, so the last triangle of a strip
-        // with an even number of vertices is never looked at. That is required; see
+        // with an even number of vertices is never tested. That is required; see
         // AStripOfFourIsJudgedByItsFirstTriangleOnly.
         bool odd = false;
         for (std::int64_t i = 0; i < end && found == 0; odd = !odd)

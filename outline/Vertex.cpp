@@ -24,7 +24,7 @@ void Vertex::CalculateVertex()
     const Vector average(halfway.x, halfway.y, 0.0f);
     SetNormal(average, VertexEdge);
 
-    // The sharper a corner, the further out its miter lies. It is stopped at four bevel widths.
+    // The sharper a corner, the further out lies its miter. Four bevel widths are the limit.
     const float cosineOfHalfTurn = std::max(std::fabs(average.Dot(leaving)), 0.25f);
     miterScale = TruncateToLong(10000.0f / cosineOfHalfTurn);
 

@@ -15,8 +15,9 @@
 /// average of the two. The normals lie in the plane of the letter and point out of the filled area.
 /// Their x and y are stored as 16-bit integers in units of 1/10000.
 ///
-/// A corner is marked as smooth when it belongs to a flattened curve, and as interior when it is a
-/// sharp notch, whose bevel gets no miter.
+/// At a corner, the bevels of the two edges meet in a tip, the miter, which lies further from the
+/// corner than the bevels are wide. A corner is marked as smooth when it belongs to a flattened
+/// curve, and as interior when it is a sharp notch in the letter, whose bevels get no miter.
 ///
 /// The getters are inline, because drawing calls them for every vertex.
 class ORVANE_API Vertex
