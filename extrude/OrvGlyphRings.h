@@ -39,19 +39,20 @@ struct Ring
 };
 
 /// What is fixed about a band at compile time.
-/// \tparam Face the face next to the band, which decides where Face and Bevel normals point;
+/// \tparam nextFace the face next to the band, which decides where Face and Bevel normals point;
 /// SideFace for the wall.
-/// \tparam A the first ring.
-/// \tparam B the second ring.
-/// \tparam EndEdge which edge of the vertex at the far end of a segment decides how far the end is
+/// \tparam firstRing the ring where each quad begins and ends.
+/// \tparam secondRing the other ring.
+/// \tparam farEdge which edge of the vertex at the far end of a segment decides how far the end is
 /// moved: PreviousEdge, which is the segment itself, except where another one is required.
-template <Vertex::Faces Face, Ring A, Ring B, Vertex::Edges EndEdge = Vertex::PreviousEdge>
+template <Vertex::Faces nextFace, Ring firstRing, Ring secondRing,
+          Vertex::Edges farEdge = Vertex::PreviousEdge>
 struct Band
 {
-    static constexpr Vertex::Faces face = Face;
-    static constexpr Ring a = A;
-    static constexpr Ring b = B;
-    static constexpr Vertex::Edges endEdge = EndEdge;
+    static constexpr Vertex::Faces face = nextFace;
+    static constexpr Ring a = firstRing;
+    static constexpr Ring b = secondRing;
+    static constexpr Vertex::Edges endEdge = farEdge;
 };
 
 /// Tells OpenGL, for the life of the object, which winding is the outside of a letter. A letter
@@ -111,13 +112,13 @@ inline int OrvGlyph::CalculateVertexPoints(const PointScales& scales, const Vert
     return 1;
 }
 
-/// Emits one vertex: the point of the outline \p Point, at \p z. When the draw is textured, the
+/// Emits one vertex: the point on the outline \p outline, at \p z. When the draw is textured, the
 /// texture coordinate comes first.
-template <RingPoint Point>
+template <RingPoint outline>
 void EmitVertex(const ExtrusionData& data, const tagVERTEXPOINTS& points, float z)
 {
-    const auto choose = [](const Vector2D& outline, const Vector2D& round, const Vector2D& bevel) {
-        return Point == RingPoint::Outline ? outline : Point == RingPoint::Round ? round : bevel;
+    const auto choose = [](const Vector2D& plain, const Vector2D& round, const Vector2D& bevel) {
+        return outline == RingPoint::Outline ? plain : outline == RingPoint::Round ? round : bevel;
     };
     const Vector2D place = choose(points.point, points.roundPoint, points.bevelPoint);
     if (data.ShouldTexture())
@@ -136,17 +137,17 @@ inline void EmitFaceNormal(Vertex::Faces face)
     glNormal3f(0.0f, 0.0f, face == Vertex::FrontFace ? 1.0f : -1.0f);
 }
 
-template <RingNormal Normal, Vertex::Faces Face>
+template <RingNormal rule, Vertex::Faces face>
 void EmitNormal(const Vertex& vertex, Vertex::Edges edge)
 {
-    if constexpr (Normal == RingNormal::Face)
+    if constexpr (rule == RingNormal::Face)
     {
-        EmitFaceNormal(Face);
+        EmitFaceNormal(face);
     }
     else
     {
-        const Vector normal = Normal == RingNormal::Bevel ? vertex.GetBevelNormal(Face, edge)
-                                                          : vertex.GetEdgeNormal(edge);
+        const Vector normal = rule == RingNormal::Bevel ? vertex.GetBevelNormal(face, edge)
+                                                        : vertex.GetEdgeNormal(edge);
         glNormal3f(normal.x, normal.y, normal.z);
     }
 }

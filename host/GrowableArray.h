@@ -22,8 +22,8 @@
 ///   the array grows within its capacity.
 /// - Size 0 frees the block.
 ///
-/// \tparam SetAtGrowStep the growBy that SetAtGrow and Add set; -1 keeps the current one.
-template <typename Element, int SetAtGrowStep = -1>
+/// \tparam setAtGrowStep the growBy that SetAtGrow and Add set; -1 keeps the current one.
+template <typename Element, int setAtGrowStep = -1>
 class GrowableArray
 {
 public:
@@ -97,7 +97,7 @@ public:
         // Copied first, because it may be an element of this array, whose block is about to move.
         // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
         const Element copy = element;
-        SetSize(index + 1, SetAtGrowStep);
+        SetSize(index + 1, setAtGrowStep);
         data[index] = copy;
     }
 
