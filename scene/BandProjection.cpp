@@ -3,8 +3,8 @@
 #include "platform/Rendering.h"
 #include "scene/DrawingParameters.h"
 
-// The one operation of GLMemoryDIB that knows DrawingParameters. It stands here because scene/ lies
-// above imaging/: the header there only points to that class.
+// The only operation of GLMemoryDIB that uses DrawingParameters. It is implemented in scene/,
+// because imaging/ must not include headers of scene/.
 
 void GLMemoryDIB::PrepareNextBand(double row, double column, DrawingParameters* parameters)
 {

@@ -4,20 +4,21 @@
 #include "platform/Export.h"
 #include "platform/Types.h"
 
-/// Header of a block of elements, whose storage follows directly. Blocks form a chain, newest
-/// first. The library offers this to its users and has no use for it itself.
+/// The header of a block of memory for elements. The memory follows directly behind the header.
+/// Blocks form a chain, the newest first. The library offers this to programs and does not use it
+/// itself.
 struct ORVANE_API CPlexStr
 {
     CPlexStr* next;
     UINT maxElements;
-    UINT unused;  ///< 0; it completes the header
+    UINT unused;  ///< always 0
 
-    /// Allocates a block for that many elements of that many bytes, makes it the front of the chain
-    /// and returns it. Its storage is not initialized.
+    /// Allocates a block for \p maxElements elements of \p elementSize bytes, links it to the front
+    /// of the chain and returns it. The memory is not initialized.
     static CPlexStr* Create(CPlexStr*& head, UINT maxElements, UINT elementSize);
 
     void* data() { return this + 1; }
 
-    /// Frees this block and all behind it.
+    /// Frees this block and all blocks behind it in the chain.
     void FreeDataChain();
 };

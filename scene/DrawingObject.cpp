@@ -6,8 +6,8 @@
 
 #include <algorithm>
 
-// Placement, construction, copying and state. The other subjects are in DrawingObjectTree.cpp,
-// -Transforms, -Bounds, -Drawing, -Undo and -Archive.
+// Construction, copying, details and the selection. The other subjects are in the sources
+// DrawingObjectArchive, -Bounds, -Drawing, -Transforms, -Tree and -Undo.
 
 IMPLEMENT_SERIAL(DrawingObject, CObject, VERSIONABLE_SCHEMA | 3)
 
@@ -39,7 +39,7 @@ DrawingObject::~DrawingObject()
 
 DrawingObject::Details& DrawingObject::InitialDetails()
 {
-    // Never destroyed: nodes with static storage may ask for them while the process ends.
+    // Never destroyed, because nodes with static storage may need them while the process ends.
     static Details* const initial = new Details;
     return *initial;
 }
@@ -60,7 +60,7 @@ DrawingObject::Details& DrawingObject::EnsureDetails()
         {
             return *made.release();
         }
-        // Another thread was first: its details are now in details.
+        // Another thread was first. The exchange has put its pointer into the variable.
     }
     return *details;
 }

@@ -20,24 +20,25 @@
 class DrawingParameters;
 class TextureMapList;
 
-/// A node of the scene tree, base of text, lights, views, scenes and meshes.
+/// A node of the scene tree. Texts, lights, views, scenes and meshes derive from it.
 ///
-/// A node owns its children: it deletes the subtree below it. It has a transform relative to its
+/// A node owns its children and deletes the subtree below it. It has a transform relative to its
 /// parent, bounds in its own and in its parent's coordinates, eight sizing handles (the corners of
-/// its local box) and an undo stack of copies of itself, which it owns.
+/// its local box) and a stack of copies of itself for undo, which it owns.
 ///
-/// A node has one place in the trees: the node that keeps it among its children, and that deletes
-/// it. Only the operations here change that. The parent pointer usually names that node, but is set
-/// freely (SetParent, Orphan, copying); owning goes by the place alone. A node that is deleted
-/// while it has a place leaves it.
+/// At most one node has a given node in its list of children. That node is the owner: it deletes
+/// the child. Only the operations of this class change the owner. The parent pointer usually names
+/// the owner too, but a program can set it to any node (SetParent, Orphan, copying), and ownership
+/// does not follow it. A node that is deleted removes itself from its owner's list.
 ///
-/// The external undo stack is borrowed and shared by a whole tree; it records which node saved a
-/// step. A node that dies takes itself off it. A host that ends a stack first detaches it before,
-/// with AttachExternalUndoStack(nullptr) on the root of the tree, on every node taken out of it
-/// since and on every copy made of a node: nothing keeps a pointer to it then.
+/// The external undo stack is borrowed and shared by a whole tree; it records which node saved an
+/// undo step. A node removes itself from the stack when it is deleted. A program that deletes the
+/// stack before the nodes first calls AttachExternalUndoStack(nullptr) on the root of the tree, on
+/// every node that has left the tree, and on every copy of a node, so that no node keeps a pointer
+/// to the stack.
 ///
-/// Drawing runs on the thread that owns the rendering context. Operations return 1 when done and 0
-/// when refused, having changed nothing.
+/// Drawing runs on the thread that owns the rendering context. Functions return 1 on success and 0
+/// on refusal. After a refusal nothing has changed.
 class ORVANE_API DrawingObject : public CObject
 {
     DECLARE_SERIAL(DrawingObject)
@@ -55,84 +56,93 @@ public:
     static constexpr DWORD textureEnabledBit = 0x2000;
     static constexpr DWORD templateObjectBit = 0x4000;
     static constexpr DWORD scaleTemplateObjectBit = 0x8000;
-    /// The bits that belong to a view of the node: undo leaves them as they are.
+    /// The eight bits for the state of a view, such as the selection. Undo does not change them.
     static constexpr DWORD viewStateBits = 0x00FF;
 
     DrawingObject();
-    /// A copy has no children, no saved steps and no place, but the parent pointer of the original.
-    /// Of its sizing handles only 0 to 3 are copied, in construction and in assignment; that is
-    /// meant, see ACopyHasZeroHandles4To7AndNoChildren.
+    /// A copy has no children, no saved undo steps and no owner, but it has the original's parent
+    /// pointer. Construction and assignment copy only the sizing handles 0 to 3 and not 4 to 7.
+    /// Required; see ACopyHasZeroHandles4To7AndNoChildren.
     DrawingObject(const DrawingObject& other);
     DrawingObject& operator=(const DrawingObject& other);
     /// Deletes the subtree and the saved copies.
     ~DrawingObject() override;
 
-    /// Stores or loads the record. Loading raises badSchema for an unknown version, and badClass,
-    /// before any child is linked, for one that is null, no node, met before, or an ancestor.
+    /// Stores or loads the record. Loading raises badSchema for an unknown version. It raises
+    /// badClass for a child that is null, is no node, occurs twice in the archive, or is an
+    /// ancestor of this node; in that case no child has been added.
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
     void DeserializeVersion2(CArchive& archive);
     void DeserializeVersion3(CArchive& archive);
 
-    /// Shares a stack among this node, its saved copies and its subtree; null detaches it.
+    /// Gives this node, its saved copies and its subtree one external undo stack. Null means that
+    /// they have none.
     virtual void AttachExternalUndoStack(DrawingObjectStack* stack);
-    /// Computes the bounds from those of the children. 0 for a node without any, as for one with a
-    /// child that returns 0; that is meant, see ANodeWithoutChildrenStopsItsParentsBounds.
+    /// Computes the bounds from those of the children. Returns 0 for a node without children, and
+    /// for a node with a child that returns 0. Required; see
+    /// ANodeWithoutChildrenStopsItsParentsBounds.
     virtual int CalculateBounds();
-    /// Draws this node and its subtree. 0 when it was stopped or something failed: the picture is
-    /// incomplete.
+    /// Draws this node and its subtree. Returns 0 when the drawing was stopped or failed; the
+    /// picture is then incomplete.
     virtual int Draw(DrawingParameters* parameters);
     virtual int DrawChildren(DrawingParameters* parameters);
-    /// Draws the node's own geometry, in its own coordinates. The base draws boxes only.
+    /// Draws the node's own geometry, in its own coordinates. This class draws only the boxes that
+    /// are asked for.
     virtual int DrawObject(DrawingParameters* parameters);
     virtual NamedColor GetExtentsBoxColor() const;
     virtual DVector GetTranslation() const;
-    /// Resizes by dragging a sizing handle, 0 to 3, to a point in the node's own coordinates; the
-    /// opposite one stays where it is.
+    /// Resizes the node as if a user dragged a sizing handle, 0 to 3, to a point in the node's own
+    /// coordinates. The opposite handle stays in place. Always 1.
     virtual int Resize(const DVector& point, int handle);
-    /// Takes back the last saved step. The parent and the low eight flag bits, which are view
-    /// state, stay as they are.
+    /// Goes back to the copy saved last, and deletes the copy. The parent pointer and viewStateBits
+    /// do not change. Returns 0 when no copy is saved.
     virtual int RestoreFromUndo();
-    /// Saves a copy. Overridden to save one of the class's own type. Always 1.
+    /// Saves a copy of this node for undo. Every class overrides it to save a copy of its own
+    /// class. Always 1.
     virtual int SaveToUndo();
     virtual void SetTranslation(const DVector& translation);
-    /// Does nothing here.
+    /// Sets the material of a surface. This class has none and ignores the call.
     virtual void SetSurfaceColor(const NamedColor& color, int surface);
     virtual void Translate(const DVector& translation);
 
 protected:
-    /// Gathers the bounds of the children into the local ones. 0 as CalculateBounds.
+    /// Widens the local bounds by the bounds of the children. Returns 0 like CalculateBounds.
     virtual int CalculateChildBounds();
 
 public:
-    // The tree. Every position is one of this node's list of children.
+    // The tree. Every POSITION belongs to this node's list of children.
 
-    /// Appends a child, which is taken from another parent first (AbandonChild). Takes ownership.
-    /// Refuses a node that is a child already, this node itself and its ancestors.
+    /// Appends a child and takes ownership of it. A node that has another parent leaves that parent
+    /// first (AbandonChild). Refuses a node that is already a child, this node itself and its
+    /// ancestors.
     int AddChild(DrawingObject* child);
-    /// The same behind a position (null: at the tail). The new position, null when refused.
+    /// Like AddChild, but inserts the child behind a position; null appends it. Returns the child's
+    /// position, or null on refusal.
     POSITION AddChildAfter(DrawingObject* child, POSITION position);
-    /// Takes every child of the other node, in order. 0 when it has none.
+    /// Takes every child of the other node, in order. Returns 0 when the other node has no
+    /// children.
     int AdoptChildren(DrawingObject* other);
     int AdoptChildrenAfter(DrawingObject* other, POSITION position);
-    /// Hands a child to the caller, who owns it then.
+    /// Removes a child from the list without deleting it. The caller then owns the child.
     int RemoveChild(DrawingObject* child);
-    /// The same; the child saves a step and combines this node's transform into its own, so that it
-    /// keeps its place in the world.
+    /// Like RemoveChild. The child first saves a copy for undo and then combines this node's
+    /// transform into its own, so that it does not move in the world.
     int AbandonChild(DrawingObject* child);
-    /// Puts a node in a child's place; the caller owns \p oldChild then. Refuses this node itself
-    /// and its ancestors.
+    /// Puts a node into the list in place of a child. The caller then owns \p oldChild. Refuses
+    /// this node itself and its ancestors as \p newChild.
     int ReplaceChild(DrawingObject* oldChild, DrawingObject* newChild);
-    /// Deletes all descendants, children before their parents. 0 when there were none.
+    /// Deletes all descendants, children before their parents. Returns 0 when there were none.
     int DestroyChildren();
-    /// Deletes all descendants that are marked Deleted, with their subtrees. Always 1.
+    /// Deletes all descendants that have the Deleted bit, with their subtrees. Always 1.
     int RemoveDeletedChildren();
     int MoveChildToTop(DrawingObject* child);
     int MoveChildToBottom(DrawingObject* child);
     int MoveChildUpOnePosition(DrawingObject* child);
     int MoveChildDownOnePosition(DrawingObject* child);
 
-    /// Null when there is no such child; -1 as an index.
+    // Questions about a child that does not exist return null, or -1 for an index.
+
     DrawingObject* GetChildByIndex(int index) const;
     int FindChildIndex(DrawingObject* child) const;
     POSITION FindChildPosition(DrawingObject* child) const;
@@ -143,45 +153,50 @@ public:
     int HasChildren() const { return !children.IsEmpty(); }
     int IsChildFirst(DrawingObject* child) const;
     int IsChildLast(DrawingObject* child) const;
-    /// Change what it holds through this node's operations only.
+    /// The list of children. Call this node's operations to change it; do not change it directly.
     DrawingObjectList* GetChildren() { return &children; }
     const DrawingObjectList* GetChildren() const { return &children; }
 
     DrawingObject* GetParent() const { return parent; }
     void SetParent(DrawingObject* newParent) { parent = newParent; }
-    /// Clears the parent and leaves every list as it is.
+    /// Clears the parent pointer. The node stays in its owner's list.
     void Orphan() { parent = nullptr; }
 
-    /// How many descendants are not Deleted. A Deleted one hides its subtree, here and below.
+    // Each of the next four functions skips descendants that have the Deleted bit, with their
+    // subtrees.
+
+    /// The number of descendants.
     int GetDescendentCount() const;
-    /// The children that are Editable, and all descendants of every child, editable or not. That
-    /// mixture is meant, see TheEditableCountCountsAllDescendantsOfChildren.
+    /// The number of Editable children plus the number of all descendants of every child, editable
+    /// or not. Required; see TheEditableCountCountsAllDescendantsOfChildren.
     int GetEditableDescendentCount() const;
     int GetTemplateDescendentCount() const;
-    /// Appends the template descendants, parents before their children. How many there were.
+    /// Appends the descendants that have the TemplateObject bit, parents before their children.
+    /// Returns how many were appended.
     int GetTemplateDescendentList(DrawingObjectList* list) const;
-    /// The topmost node reached while the parent is Grouped; this node when it is not.
+    /// Climbs from this node to its parent for as long as the parent has the Grouped bit, and
+    /// returns the node where the climb ends.
     DrawingObject* GetTopLevelGroupParent() const;
 
-    // State. SetSelected and ClearSelected mark the whole subtree.
+    // State. SetSelected and ClearSelected change the bit of every node of the subtree.
 
     void SetSelected();
     void ClearSelected();
     int IsSelected() const { return static_cast<int>(flags & selectedBit); }
     ORVANE_FLAG(flags, ShowScalingBox, ShouldShowScalingBox, showScalingBoxBit);
     ORVANE_FLAG(flags, ShowExtentsBox, ShouldShowExtentsBox, showExtentsBoxBit);
-    /// In one group with the parent.
+    /// The node is in one group with its parent.
     ORVANE_FLAG(flags, Grouped, IsGrouped, groupedBit);
     ORVANE_FLAG(flags, Editable, IsEditable, editableBit);
-    /// Has been given its content.
+    /// The node has been given its content.
     ORVANE_FLAG(flags, Defined, IsDefined, definedBit);
     ORVANE_FLAG(flags, Transparent, IsTransparent, transparentBit);
-    /// Still in the tree, but neither drawn nor counted.
+    /// The node is still in the tree, but is not drawn and not counted.
     ORVANE_FLAG(flags, Deleted, IsDeleted, deletedBit);
     ORVANE_FLAG(flags, TextureEnabled, IsTextureEnabled, textureEnabledBit);
-    /// Part of a scene template.
+    /// The node is part of a scene template.
     ORVANE_FLAG(flags, TemplateObject, IsTemplateObject, templateObjectBit);
-    /// A template node that is scaled with the scene.
+    /// The node is part of a scene template and is scaled with the scene.
     ORVANE_FLAG(flags, ScaleTemplateObject, ShouldScaleTemplateObject, scaleTemplateObjectBit);
 
     // The transform.
@@ -189,58 +204,64 @@ public:
     CoordinateTransform* GetTransform() { return &transform; }
     const CoordinateTransform* GetTransform() const { return &transform; }
     void SetTransform(const CoordinateTransform& newTransform) { transform = newTransform; }
-    /// The transform's own 16 values, column-major.
+    /// The 16 numbers of the transform's matrix, column by column.
     double* GetCompositeMatrix() { return transform.GetCompositeMatrix(); }
     const double* GetCompositeMatrix() const { return transform.GetCompositeMatrix(); }
     double* GetRotationMatrix() { return transform.GetRotationMatrix(); }
     const double* GetRotationMatrix() const { return transform.GetRotationMatrix(); }
     void SetRotationMatrix(const double* matrix) { transform.SetRotationMatrix(matrix); }
     void SetRotationMatrix(const float* matrix) { transform.SetRotationMatrix(matrix); }
-    /// Degrees, right-handed about the axis.
+    // Angles are degrees, right-handed about the axis.
+
     void SetRotation(double angle, const DVector& axis) { transform.SetRotation(angle, axis); }
     void Rotate(double angle, const DVector& axis) { transform.Rotate(angle, axis); }
-    /// Back to no rotation, also of the external matrix.
+    /// Removes the rotation, also from the external matrix.
     void ResetOrientation() { transform.ResetRotation(); }
-    /// Takes the transform of what was around this node into its own. Always 1.
+    /// Makes the given transform the outer part of this node's own. Always 1.
     int CombineTransform(CoordinateTransform* outer);
-    /// Hands the transform down to the children and resets it. 0 without children.
+    /// Makes this node's transform the outer part of every child's transform, then resets it, so
+    /// that the children stay where they are. Returns 0 for a node without children.
     int ApplyTransformAndReset();
-    /// The transforms from this node up to the root, then that of \p extra when it is given and is
-    /// another node. Of this node's own: all with \p includeOwn, else the external part with \p
-    /// includeOwnExternal, else nothing. With all of it the result maps the node's coordinates to
-    /// the world's. Its external part is copied into its rotation and translation.
+    /// Combines the transforms of this node and of all its ancestors up to the root, and finally
+    /// the transform of \p extra if it is given and is another node. Of this node's own transform
+    /// the result has all if \p includeOwn is set, otherwise the external part if
+    /// \p includeOwnExternal is set, otherwise nothing. With \p includeOwn the result maps the
+    /// node's coordinates to those of the world. The external part of the result is also copied
+    /// into its rotation and translation.
     CoordinateTransform AccumulateTransformations(int includeOwn, int includeOwnExternal,
                                                   DrawingObject* extra) const;
-    /// A transform that turns the node's world axes into those of the world.
+    /// A transform whose rotation turns the node's axes, as they stand in the world, onto the axes
+    /// of the world.
     CoordinateTransform GetAlignmentTransformation() const;
     /// The accumulated transform with its rotations inverted.
     CoordinateTransform GetInverseAlignmentTransformation(DrawingObject* extra) const;
-    /// Turns the node until its world axes are those of the target, z first, then y. Always 1. A y
-    /// axis that then lies just opposite is turned about x, and takes z along; that is meant, see
+    /// Turns the node until its axes in the world are parallel to those of the target: first the z
+    /// axis, then the y axis. Always 1. When the y axis then points the opposite way, it is turned
+    /// about the x axis, which turns the z axis too. Required; see
     /// AligningAnOppositeYTurnsAboutXAndZWithIt.
     int AlignRotations(CoordinateTransform& target, DrawingObject* extra);
-    /// The same with the world axes of another node.
+    /// The same, with another node's axes in the world as the target.
     int AlignRotations(DrawingObject& other, DrawingObject* extra);
-    /// Turns the node the shortest way until its front, where its z axis points, faces along the
-    /// world's z axis. Always 1.
+    /// Turns the node the shortest way until its z axis points along the world's z axis. Always 1.
     int AlignGlobalFrontFace(DrawingObject* extra);
-    /// The node's axes in the world; as long as the transforms' scales make them.
+    /// The node's axes in the world. They have unit length unless a transform on the way to the
+    /// world scales.
     void GetGlobalAxes(DVector* xAxis, DVector* yAxis, DVector* zAxis, DrawingObject* extra) const;
     DVector GetGlobalZAxis(DrawingObject* extra) const;
 
-    // Size. Three values of which the setters keep scaled = scale x unscaled, by axis.
+    // Size. The setters keep scaled dimensions = scale x unscaled dimensions on each axis.
 
     DVector GetScale() const { return CurrentDetails().scale; }
     void SetScale(const DVector& newScale);
     DVector GetScaledDimensions() const { return CurrentDetails().scaledDimensions; }
-    /// Derives the scale, but on an axis where the unscaled dimension is 0. Nothing for the
-    /// dimensions that it has.
+    /// Also sets the scale, except on an axis where the unscaled dimension is 0. Does nothing when
+    /// the node already has these dimensions.
     void SetScaledDimensions(const DVector& dimensions);
     DVector GetUnscaledDimensions() const { return CurrentDetails().unscaledDimensions; }
-    /// Derives the scaled dimensions. Nothing for the dimensions that it has.
+    /// Also sets the scaled dimensions. Does nothing when the node already has these dimensions.
     void SetUnscaledDimensions(const DVector& dimensions);
 
-    // Bounds: local ones in the node's coordinates, global ones in the parent's.
+    // Bounds. Local bounds are in the node's coordinates, global bounds in its parent's.
 
     void SetLocalBounds(const Vector& minimum, const Vector& maximum);
     Vector GetBoundsLocalMinimum() const { return bounds.GetLocalMinimum(); }
@@ -256,86 +277,93 @@ public:
     float GetBoundsGlobalDiameter() const { return bounds.GetGlobalDiameter(); }
     float GetGlobalBoundsRadius() const { return bounds.GetGlobalRadius(); }
 
-    /// Computes the handles from the bounds, and how large they are drawn. Always 1.
+    /// Computes where the sizing handles are, from the bounds, and the size at which they are
+    /// drawn. Always 1.
     int CalculateSizingHandles();
-    /// The handle's centre, \p index 0 to 7: handle i + 4 lies opposite handle i along an edge.
+    /// The centre of a sizing handle, \p index 0 to 7. Handle i + 4 is at the other end of a box
+    /// edge that begins at handle i.
     DVector GetLocalSizingHandleCenter(int index) const { return localSizingHandles[index]; }
     DVector GetGlobalSizingHandleCenter(int index) const { return globalSizingHandles[index]; }
-    /// The handle that a picked name means; not checked against any range.
+    /// The index of the sizing handle that was picked under a name: handles are named behind the
+    /// children. The result is not checked; a child's name gives a negative number.
     int SizingHandleIndexFromSelectionIndex(int name) const { return name - GetChildCount(); }
 
     // Drawing.
 
     int DrawExtentsBox(DrawingParameters* parameters = nullptr);
     int DrawScalingBox(DrawingParameters* parameters = nullptr);
-    /// For applications; the draw of a tree does not show handles.
+    /// Offered to applications: drawing a tree does not draw any handles.
     int DrawSizingHandles(DrawingParameters* parameters);
-    /// A cube of wires about the centre, with edges of that length.
+    /// Draws the edges of a cube around the centre. \p edge is their length.
     void DrawOpenSizingHandle(const Vector& center, const float& edge);
-    /// The same as a solid.
+    /// Draws the faces of the same cube.
     void DrawClosedSizingHandle(const Vector& center, const float& edge);
-    /// Whether the termination event is signalled and counts. Cheap enough to ask before each
-    /// glyph.
+    /// Whether the parameters' termination event is signalled and NoTerminate is not set. This is
+    /// cheap enough to ask before each letter.
     int ShouldTerminateDrawing(DrawingParameters* parameters) const;
-    /// Makes the material OpenGL's, for both faces.
+    /// Makes the material OpenGL's current material for front and back faces.
     void PrepareMaterialColors(const NamedColor& material);
 
     TextureMap* GetTexture() { return &EnsureDetails().texture; }
     const TextureMap* GetTexture() const { return &CurrentDetails().texture; }
     void SetTexture(const TextureMap& newTexture) { EnsureDetails().texture = newTexture; }
-    /// The textures among which a loaded node looks for one whose file is gone. Borrowed, null for
-    /// none.
+    /// Sets the list of known textures. A loaded node whose texture file is missing looks there for
+    /// a texture of the same name and takes its file. The list is borrowed; null means no list.
     static void SetTextureList(TextureMapList* list) { TextureList = list; }
     static TextureMapList* TextureList;
 
     // Undo.
 
-    /// Records this node itself on the external stack. 0 when there is none.
+    /// Pushes this node, not a copy, onto the external stack. Returns 0 when there is no stack.
     int SaveToExternalUndo();
-    /// Drops the last saved step, also from the top of the external stack. 0 when there was none.
+    /// Deletes the copy saved last without restoring it, and removes this node from the top of the
+    /// external stack if it is there. Returns 0 when no copy was saved.
     int PopUndo();
     int CanUndo() const;
-    /// Drops all saved steps, also from the external stack. 0 when there were none.
+    /// Deletes all saved copies and removes this node from the external stack. Returns 0 when no
+    /// copy was saved.
     int ClearUndo();
-    /// The same for the whole subtree. 0 when no node had any.
+    /// The same for every node of the subtree. Returns 0 when none of them had saved a copy.
     int ClearUndoAll();
     DrawingObjectStack* GetExternalUndoStack() const { return CurrentDetails().externalUndoStack; }
 
     BoundingElement bounds;
-    NamedColor extentsBoxColor;  ///< its diffuse colour draws the extents box
+    NamedColor extentsBoxColor;  ///< the extents box is drawn in its diffuse colour
     DWORD flags = 0;
     SizingHandles<HandleSpace::Global> globalSizingHandles{*this};
     SizingHandles<HandleSpace::Local> localSizingHandles{*this};
-    DVector minimumSize;                             ///< by axis, for Resize; 0 is no limit
-    double handleSize = static_cast<double>(0.05f);  ///< edge of a drawn sizing handle
-    DrawingObjectStack undoStack;                    ///< of saved copies, owned
+    DVector minimumSize;  ///< smallest size on each axis in Resize; 0: no limit
+    double handleSize = static_cast<double>(0.05f);  ///< edge of a drawn handle, in local units
+    DrawingObjectStack undoStack;                    ///< saved copies of this node, owned
 
 protected:
-    // The bit of this node alone, for one that marks itself while it draws.
+    // Change the Selected bit of this node alone: views and scenes select themselves while they
+    // draw selected nodes only.
     void SelectOnlyThisNode() { flags |= selectedBit; }
     void DeselectOnlyThisNode() { flags &= ~selectedBit; }
 
-    // The steps of Resize and of undo, for the classes that vary them.
+    // The steps of Resize and of undo, for classes whose Resize or undo differs in one step.
 
-    /// What a dragged sizing handle asks for.
+    /// How a node is to be resized after a sizing handle was dragged.
     struct HandleDrag
     {
-        DVector anchor;      ///< the local handle that stays
-        DVector difference;  ///< from the anchor to the point, clamped to the minimum size
-        DVector extents;     ///< z not negative; all 0 for a handle outside 0 to 3
+        DVector anchor;      ///< the centre of the handle that stays in place
+        DVector difference;  ///< from the anchor to the point, at least the minimum size
+        DVector extents;     ///< the new size, z at least 0; all 0 unless the handle is 0 to 3
     };
     HandleDrag MeasureDrag(const DVector& point, int handle) const;
-    /// scale = scaled / unscaled dimensions, but on an axis where the unscaled one is 0.
+    /// Sets scale = scaled / unscaled dimensions, except on an axis where the latter are 0.
     void DeriveScale();
-    /// Moves the node so that the anchor stays where it was, then recomputes the bounds and the
-    /// handles. Always 1.
+    /// Moves the resized node so that the anchor is where it was before, then recomputes bounds and
+    /// sizing handles. Always 1.
     int KeepAnchorInPlace(const HandleDrag& drag);
 
-    /// Saves a copy of this node, which it takes over, and the step on the external stack.
-    /// Always 1.
+    /// Pushes a copy of this node onto the undo stack, taking ownership of it, and this node onto
+    /// the external stack. Always 1.
     int SaveCopy(DrawingObject* copy);
-    /// Takes the last saved copy back with \p assign(copy), when it is a Node, the class of this
-    /// node. The parent and the bits \p keptBits of the flags stay.
+    /// Pops the copy saved last and calls \p assign(copy), which copies it into this node. Parent
+    /// and the bits \p keptBits of the flags do not change. Node is the class of this node; a copy
+    /// of another class is deleted without being assigned. Returns 0 when no copy is saved.
     template <typename Node, typename Assign>
     int RestoreSavedCopy(DWORD keptBits, Assign assign)
     {
@@ -350,12 +378,12 @@ protected:
         {
             assign(*saved);
         }
-        copy->ForgetExternalUndoStack();  // it is on none, and need not look
+        copy->ForgetExternalUndoStack();  // a copy is on no stack: spare the search for it
         parent = keptParent;
         flags = (flags & ~keptBits) | keptFlags;
         return 1;
     }
-    /// By assignment; the state of the view stays.
+    /// The same with the assignment operator; viewStateBits do not change.
     template <typename Node>
     int RestoreSavedCopy()
     {
@@ -367,8 +395,8 @@ protected:
     CoordinateTransform transform;
     DrawingObjectList children{10};
 
-    /// The fields that few nodes of a large scene use. They are one block of memory, which a node
-    /// has from the first change of one of them on.
+    /// The fields that few nodes of a large scene use. They are one block of memory, which is
+    /// allocated when one of the fields is changed for the first time.
     struct Details
     {
         DVector globalSizingHandles[8];
@@ -378,21 +406,21 @@ protected:
         TextureMap texture;
         DVector unscaledDimensions;
         DrawingObjectStack* externalUndoStack = nullptr;  ///< borrowed
-        bool savedToExternalUndo = false;                 ///< since the external stack was attached
+        bool savedToExternalUndo = false;  ///< has pushed itself onto externalUndoStack
 
-        /// Copies sizes, texture and, of each array of handles, the first \p handleCount.
+        /// Copies scale, dimensions, texture, and the first \p handleCount handles of each array.
         void CopySizesAndTexture(const Details& other, int handleCount);
-        /// Whether sizes, texture and handles are those of a new node, to the bit.
+        /// Whether scale, dimensions, texture and handles have the same bits as in a new node.
         bool AreInitial() const;
     };
     bool HasDetails() const { return details_.load(std::memory_order_acquire) != nullptr; }
-    /// The details, or the initial values, which all nodes without details share.
+    /// The details of this node, or the initial values, which all nodes without details share.
     const Details& CurrentDetails() const;
-    /// The details, which are made if there are none. Two threads may do this at once: a host may
-    /// reach for a node's texture while another thread draws the node.
+    /// The details of this node; allocates them if there are none. Two threads may call this at the
+    /// same time: a program may change a node's texture while another thread draws the node.
     Details& EnsureDetails();
-    /// The node's texture, or a texture map that stays empty, which all nodes without details
-    /// share.
+    /// The node's texture, or the empty texture map that all nodes without details share. The
+    /// caller must not put a picture into it.
     TextureMap& TextureOrNone();
 
 private:
@@ -419,7 +447,7 @@ private:
     template <HandleSpace space>
     friend class SizingHandles;
 
-    DrawingObject* owner_ = nullptr;           // the node whose list of children this one is in
+    DrawingObject* owner_ = nullptr;           // the node that has this node in its list
     std::atomic<Details*> details_ = nullptr;  // owned
 };
 

@@ -10,11 +10,11 @@
 namespace
 {
 
-// These belong to a view of the document and are not stored.
+// These bits describe a view of the document, not the document, and are not stored.
 constexpr DWORD unstoredBits = DrawingObject::selectedBit | DrawingObject::showScalingBoxBit |
                                DrawingObject::showExtentsBoxBit;
 
-// The list of named transforms that old records have.
+// Reads the list of named transforms that records of versions 1 and 2 have, and drops it.
 void SkipNamedTransforms(CArchive& archive)
 {
     const DWORD known = archive.GetLoadedCount();
@@ -22,7 +22,7 @@ void SkipNamedTransforms(CArchive& archive)
     archive.ForgetObjects(known);
 }
 
-// Whether the stored fields of two textures are equal, numbers to the bit.
+// Whether the records of two textures are equal.
 bool AreSame(const TextureMap& a, const TextureMap& b)
 {
     const auto numbers = [](const TextureMap& texture) {
@@ -133,7 +133,7 @@ bool DrawingObject::Details::AreInitial() const
            AreSame(texture, initial.texture);
 }
 
-// All are read, and found to be new, before the first is linked.
+// Reads and checks all children before it adds the first one, so that a bad archive adds none.
 void DrawingObject::ReadChildren(CArchive& archive)
 {
     for (auto& child : ReadOwnedObjects<DrawingObject>(archive, RUNTIME_CLASS(DrawingObject)))
@@ -143,7 +143,8 @@ void DrawingObject::ReadChildren(CArchive& archive)
     }
 }
 
-// A texture whose file is gone gets the known one's of the same name, if there is one.
+// Gives a texture whose file is missing the file of the known texture of the same name, if there is
+// one. Otherwise the texture is reset.
 void DrawingObject::FindTextureFile()
 {
     if (!HasDetails())

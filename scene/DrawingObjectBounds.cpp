@@ -7,11 +7,11 @@
 namespace
 {
 
-// The corner of a BoundingElement's box that each sizing handle stands at.
+// The corner of the bounding box at which each of the eight sizing handles is.
 constexpr int handleCorners[8] = {3, 2, 6, 7, 0, 1, 5, 4};
 
-// Handles are drawn this large against the longest edge of the box, and no smaller than that: both
-// are floats, and the stored size shows it.
+// A handle's edge is 1 % of the longest edge of the box, but at least 0.05. Both numbers are floats
+// that are widened to double; the stored size shows their rounding.
 constexpr double handleSizeRatio = 0.01f;
 constexpr double smallestHandleSize = 0.05f;
 

@@ -11,7 +11,8 @@
 namespace
 {
 
-// A node's texture while the node draws itself with it: ownership ends on every path.
+// Keeps the ownership of a node's texture while the node draws itself with it, and gives it back on
+// every path out of the drawing.
 class AppliedTexture
 {
 public:
@@ -28,7 +29,7 @@ public:
 
     void Enable() { owned_ = texture_.EnableTextureMap() != 0; }
 
-    // Gives up no ownership that someone else holds.
+    // Switches texturing off. Gives ownership back only if Enable took it.
     void Disable()
     {
         if (!owned_)
@@ -45,8 +46,8 @@ private:
     bool owned_ = false;
 };
 
-// The corners of a box are given as sizing handles are numbered: four around a side, then the four
-// opposite them.
+// The corners of a box are in the order of the sizing handles: four around one side, then the four
+// at the other ends of the edges that leave that side.
 void EmitCorner(const DVector& corner)
 {
     glVertex3dv(&corner.x);
@@ -74,7 +75,7 @@ void DrawWireBox(const DVector* corners)
 
 void DrawSolidBox(const DVector* corners)
 {
-    // Counter-clockwise from outside.
+    // The corners of each face, counter-clockwise seen from outside.
     constexpr int quads[24] = {3, 2, 1, 0, 4, 5, 6, 7, 0, 1, 5, 4,
                                1, 2, 6, 5, 2, 3, 7, 6, 3, 0, 4, 7};
     glBegin(GL_QUADS);
@@ -158,10 +159,11 @@ int DrawingObject::DrawObjectWithTexture(DrawingParameters* parameters)
     parameters->CurrentTexture().DisableTextureMap();
     if (parameters->IsRender() && parameters->ShouldShowTextures() && !parameters->IsSelecting())
     {
-        // Owned from the comparison on: the application may change it meanwhile.
+        // The texture is owned from here on, because the application may change it in another
+        // thread.
         const TextureOwnership ownership(texture);
-        // Textures are told apart by their names alone, so that one of the current name keeps the
-        // image and the quality that OpenGL has. Meant so: ATextureOfTheCurrentNameIsTheCurrentOne.
+        // Two textures of the same name count as the same texture: OpenGL then keeps the image and
+        // the quality it has. Required; see ATextureOfTheCurrentNameIsTheCurrentOne.
         if (!(parameters->CurrentTexture() == &texture) && texture.GenerateTextureMaps())
         {
             parameters->SetCurrentTexture(texture);
@@ -227,7 +229,8 @@ int DrawingObject::DrawObject(DrawingParameters* parameters)
     return 1;
 }
 
-// A node that is not Editable and asks for its box can get it twice.
+// A node that is not Editable can draw its extents box twice: once because the node asks for it and
+// once because the parameters ask for the boxes of all nodes.
 void DrawingObject::DrawRequestedBoxes(DrawingParameters* parameters)
 {
     if (!IsEditable())

@@ -5,10 +5,11 @@
 
 class DrawingObject;
 
-/// A list of nodes, which it does not own: removing and destroying free list nodes only.
+/// A list of scene nodes, which it does not own: removing an element or destroying the list deletes
+/// no scene node.
 ///
-/// Its record is a count and then each node as an object reference, which may be null; an object
-/// that is no node is refused with badClass.
+/// Its record is a count and then each scene node as an object reference, which may be null.
+/// Loading raises badClass for an object that is no scene node.
 class ORVANE_API DrawingObjectList : public TypedList<DrawingObject>
 {
 public:

@@ -3,7 +3,7 @@
 
 #include "scene/DrawingObjectList.h"
 
-/// A stack of nodes, which it does not own; its top is the head of the list.
+/// A stack of scene nodes, which it does not own. Its top is the head of the list.
 class ORVANE_API DrawingObjectStack : public DrawingObjectList
 {
 public:
@@ -18,6 +18,6 @@ public:
     /// Removes the top and returns it; null when the stack is empty.
     DrawingObject* Pop();
 
-    /// Puts the object in place of the top and returns what was there. The stack must not be empty.
+    /// Replaces the top by the object and returns the old top. The stack must not be empty.
     DrawingObject* Exchange(DrawingObject* object);
 };

@@ -8,7 +8,7 @@
 namespace
 {
 
-// Below this length a cross product of two unit axes gives no direction to turn about.
+// A cross product of two unit axes that is shorter than this does not give a reliable direction.
 constexpr double shortestRotationAxis = 0.00001;
 
 const DVector xAxis(1.0, 0.0, 0.0);
@@ -101,8 +101,8 @@ CoordinateTransform DrawingObject::GetInverseAlignmentTransformation(DrawingObje
     return inverse;
 }
 
-// Turns the node until this axis, seen in the world, is the target's. \p standIn is turned about
-// when the two lie in one line.
+// Turns the node until the given axis of the node, seen in the world, is parallel to the same axis
+// of the target. When the two axes lie in one line, \p standIn is the axis to turn about.
 void DrawingObject::AlignAxis(const DVector& axis, const DVector& standIn,
                               const CoordinateTransform& target, DrawingObject* extra)
 {

@@ -3,8 +3,9 @@
 
 #include <algorithm>
 
-// A place is asked through owner_, never through the parent pointer alone: that one may be set
-// freely and may name a node that is gone. It also makes every question about the place immediate.
+// Which node has a node in its list is read from owner_, not from the parent pointer: programs can
+// set the parent pointer to any node, even to a deleted one. owner_ also spares a search of the
+// list.
 
 bool DrawingObject::IsSelfOrAncestor(const DrawingObject* node) const
 {
@@ -33,7 +34,8 @@ void DrawingObject::LeaveOwner()
     }
 }
 
-// Leaves another parent's list, as the parent sees it where the parent pointer agrees.
+// Leaves the list of the present owner. If the parent pointer names the owner, the node leaves by
+// AbandonChild, which saves an undo step and keeps the node's place in the world.
 void DrawingObject::LeaveParentForAdoption()
 {
     if (owner_ != nullptr && owner_ == parent)
@@ -126,9 +128,9 @@ int DrawingObject::ReplaceChild(DrawingObject* oldChild, DrawingObject* newChild
     return 1;
 }
 
-// All of the subtree is gathered first and deleted then, without recursion: a tree may be deeper
-// than the program's stack allows. The lists are emptied before, so that no deleted node searches
-// its place in them.
+// Gathers the whole subtree before deleting anything. It does not recurse, because a tree may be
+// deeper than the program's stack allows. The lists are emptied first, so that a deleted node does
+// not search its owner's list for itself.
 int DrawingObject::DestroyChildren()
 {
     if (!HasChildren())
@@ -156,7 +158,7 @@ int DrawingObject::DestroyChildren()
     {
         node->ForgetExternalUndoStack();
     }
-    // Backwards, siblings come in order and every node after its children.
+    // In reverse order every node is deleted after its children, and siblings in their order.
     std::for_each(doomed.rbegin(), doomed.rend(), [](DrawingObject* node) { delete node; });
     return 1;
 }

@@ -80,7 +80,7 @@ int DrawingObject::ClearUndoAll()
 void DrawingObject::AttachExternalUndoStack(DrawingObjectStack* stack)
 {
     ChangeExternalUndoStack(stack);
-    // A saved copy brings its pointer back when it is restored.
+    // Restoring a saved copy also restores its stack pointer, so the copies change too.
     for (POSITION position = undoStack.GetHeadPosition(); position != nullptr;)
     {
         if (DrawingObject* const copy = undoStack.GetNext(position))
@@ -94,7 +94,7 @@ void DrawingObject::AttachExternalUndoStack(DrawingObjectStack* stack)
     }
 }
 
-// A node that turned away from a stack could not take itself off it any more when it dies.
+// Removes the node from the old stack first: later it would no longer know which stack to leave.
 void DrawingObject::ChangeExternalUndoStack(DrawingObjectStack* stack)
 {
     if (stack == GetExternalUndoStack())
@@ -110,7 +110,7 @@ void DrawingObject::ChangeExternalUndoStack(DrawingObjectStack* stack)
     own.externalUndoStack = stack;
 }
 
-// Without looking for itself there.
+// Drops the pointer without searching the stack for this node.
 void DrawingObject::ForgetExternalUndoStack()
 {
     if (GetExternalUndoStack() != nullptr)
@@ -119,7 +119,7 @@ void DrawingObject::ForgetExternalUndoStack()
     }
 }
 
-// Copies are on no external stack and need not look for themselves there.
+// A saved copy is never on an external stack, so it is spared the search for itself.
 void DrawingObject::DeleteLastSavedCopy()
 {
     DrawingObject* const copy = undoStack.Pop();
@@ -143,7 +143,7 @@ int DrawingObject::DeleteSavedCopies()
     return 1;
 }
 
-// One walk over each stack for all of the nodes.
+// Removes all the nodes from their stacks in one walk over each stack.
 void DrawingObject::LeaveExternalUndoStacks(const std::vector<DrawingObject*>& nodes)
 {
     std::unordered_set<DrawingObjectStack*> stacks;

@@ -11,12 +11,12 @@ class CWnd;
 class DrawingObject;
 class ProjectionData;
 
-/// What one draw call shows, and how. One object is handed down the whole tree of nodes, and nodes
-/// change it on the way: the walk over children sets ShowObject, and a textured node makes its
-/// texture the current one.
+/// Says what one draw call shows, and how. The same object is passed to every node of the tree, and
+/// nodes change it: the walk over children sets ShowObject, and a textured node makes its texture
+/// the current one.
 ///
-/// Everything that it points at is borrowed. Another thread may signal the termination event, and
-/// do nothing else, while a draw goes on.
+/// Every object that a pointer field names is borrowed. While a draw is running, another thread may
+/// only signal the termination event.
 class ORVANE_API DrawingParameters : public CObject
 {
 public:
@@ -43,57 +43,58 @@ public:
     DrawingParameters& operator=(const DrawingParameters& other) = default;
     ~DrawingParameters() override = default;
 
-    /// All mode bits at once. The library uses none above 0x8000.
+    /// All mode bits at once. The library does not use the bits above 0x8000.
     unsigned long GetFlags() const { return flags; }
     void SetFlags(unsigned long newFlags) { flags = static_cast<DWORD>(newFlags); }
 
-    /// Solid, lit geometry; with ShowTextures also textures.
+    /// Draw solid, lit geometry; with ShowTextures also textures.
     ORVANE_FLAG(flags, Render, IsRender, renderBit);
-    /// Outlines, instead of or beside solids.
+    /// Draw outlines, instead of solids or, with Render, beside them.
     ORVANE_FLAG(flags, Outline, IsOutline, outlineBit);
-    /// The extents box of every node that is drawn.
+    /// Draw the extents box of every node that is drawn.
     ORVANE_FLAG(flags, ExtentsBox, IsExtentsBox, extentsBoxBit);
-    /// A node's own geometry. The walk over children sets it for them.
+    /// Draw a node's own geometry. The walk over a node's children sets this bit for them.
     ORVANE_FLAG(flags, ShowObject, ShouldShowObject, showObjectBit);
-    /// A node's children.
+    /// Draw a node's children.
     ORVANE_FLAG(flags, ShowChildren, ShouldShowChildren, showChildrenBit);
-    /// The boxes of the nodes that ask for them by their own ShowExtentsBox and ShowScalingBox.
+    /// Draw the boxes of nodes that have their own ShowExtentsBox or ShowScalingBox bit.
     ORVANE_FLAG(flags, ShowExtentsAndHandles, ShouldShowExtentsAndHandles,
                 showExtentsAndHandlesBit);
-    /// A picking pass: children and glyphs are named, textures stay off.
+    /// This is a picking pass: children and letters get names, and textures stay off.
     ORVANE_FLAG(flags, Selecting, IsSelecting, selectingBit);
-    /// The view applies the projection first.
+    /// The view sets OpenGL's projection before it draws.
     ORVANE_FLAG(flags, ApplyProjection, ShouldApplyProjection, applyProjectionBit);
-    /// Lights as objects that can be seen.
+    /// Draw lights as visible objects.
     ORVANE_FLAG(flags, ShowLights, ShouldShowLights, showLightsBit);
-    /// Selected nodes only; any other is skipped with its subtree.
+    /// Draw selected nodes only. A node that is not selected is skipped with its subtree.
     ORVANE_FLAG(flags, ShowSelectedOnly, ShouldShowSelectedOnly, showSelectedOnlyBit);
-    /// The textures of nodes, with Render and without Selecting.
+    /// Draw nodes with their textures, if Render is set and Selecting is not.
     ORVANE_FLAG(flags, ShowTextures, ShouldShowTextures, showTexturesBit);
-    /// The view clears and draws the background, and nothing else.
+    /// The view clears the buffers and draws the background, and nothing else.
     ORVANE_FLAG(flags, ClearAndReturn, ShouldClearAndReturn, clearAndReturnBit);
-    /// The background is solidBackgroundColor, whatever the scene has.
+    /// Draw solidBackgroundColor in place of the scene's own background.
     ORVANE_FLAG(flags, ForceSolidBackground, ShouldForceSolidBackground, forceSolidBackgroundBit);
-    /// Picking with a window of 1 by 1 pixel in place of 5 by 5.
+    /// Pick with a window of 1 by 1 pixel in place of 5 by 5.
     ORVANE_FLAG(flags, AccurateSelection, IsAccurateSelection, accurateSelectionBit);
-    /// The scene's background texture.
+    /// Draw the scene's background texture.
     ORVANE_FLAG(flags, ShowBackgroundTexture, ShouldShowBackgroundTexture,
                 showBackgroundTextureBit);
-    /// The termination event does not count.
+    /// Ignore the termination event.
     ORVANE_FLAG(flags, NoTerminate, IsNoTerminate, noTerminateBit);
 
-    /// Bits per pixel of the target, as the caller states it. Stored only.
+    /// Bits per pixel of the target, as the caller states them. The library does not use the
+    /// number.
     int GetColorResolution() const { return colorResolution; }
     void SetColorResolution(int bits) { colorResolution = bits; }
 
-    /// The texture that the rendering context has now. A copy, with a mutex of its own.
+    /// A copy of the texture that is set in the rendering context now. The copy has its own mutex.
     TextureMap GetCurrentTexture() const { return currentTexture; }
     void SetCurrentTexture(const TextureMap& texture) { currentTexture = texture; }
-    /// The same without copying.
+    /// The texture itself, without copying.
     TextureMap& CurrentTexture() { return currentTexture; }
     const TextureMap& CurrentTexture() const { return currentTexture; }
 
-    /// Null until someone sets it; the view then sets its own.
+    /// Null at first. A view that draws with null sets its own projection here.
     ProjectionData* GetProjection() const { return projection; }
     void SetProjection(ProjectionData* newProjection) { projection = newProjection; }
 
@@ -104,17 +105,18 @@ public:
     void* GetTerminationEvent() const { return terminationEvent; }
     void SetTerminationEvent(void* event) { terminationEvent = event; }
 
-    /// The window for messages about the drawing, by its object or its handle, which goes first.
+    /// The window for messages about the drawing, given as an object or as a handle. If both are
+    /// set, the handle is used.
     CWnd* GetMessageWindow() const { return messageWindow; }
     void SetMessageWindow(CWnd* window) { messageWindow = window; }
     HWND GetMessageWindowHandle() const { return messageWindowHandle; }
     void SetMessageWindowHandle(HWND window) { messageWindowHandle = window; }
 
-    /// Whether a draw with these parameters draws a node and everything below it. Every node is
-    /// asked for before anything else of it is drawn. A derived class may leave nodes out.
+    /// Whether to draw a node and its subtree. Every node calls this before it draws anything. A
+    /// derived class can leave nodes out; this class draws all.
     virtual bool ShouldDraw(const DrawingObject&) const { return true; }
-    /// Whether transparent letters leave their depth behind as opaque letters do. A derived class
-    /// may ask for it, to find out which surfaces are in front.
+    /// Whether transparent letters write into the depth buffer as opaque letters do. A derived
+    /// class can return true to find out which surfaces are in front.
     virtual bool ShouldKeepTransparentDepth() const { return false; }
 
 protected:

@@ -30,7 +30,7 @@ void TranslateZ(double distance)
 
 LightObject::LightObject() : quadric(gluNewQuadric())
 {
-    // Without dimensions the glyph would have no size.
+    // The flashlight is as large as the dimensions, so they must not stay 0.
     EnsureDetails().unscaledDimensions = EnsureDetails().scaledDimensions = DVector(1.0, 1.0, 1.0);
     Reset();
     LightObject::CalculateBounds();
@@ -65,7 +65,8 @@ void LightObject::CopyFromOtherPool(const LightObject& other)
     DrawingObject* const keptParent = parent;
     DrawingObjectStack*& stack = EnsureDetails().externalUndoStack;
     DrawingObjectStack* const keptStack = stack;
-    // A node that is given another stack takes itself off its own: it is given none.
+    // Assigning a node that has another stack would remove this light from its own stack. Giving it
+    // the other's stack for the moment prevents that.
     stack = other.GetExternalUndoStack();
     *this = other;
     stack = keptStack;
@@ -103,7 +104,7 @@ int LightObject::CalculateBounds()
 
 bool LightObject::ContextHasLight() const
 {
-    // Every context has eight lights: only beyond them is it asked.
+    // Every context has eight lights, so OpenGL is asked only about numbers beyond those.
     constexpr DWORD always = 8;
     if (lightNumber < GL_LIGHT0)
     {
@@ -153,7 +154,8 @@ int LightObject::DrawObject(DrawingParameters* parameters)
     }
     if (overParent)
     {
-        // The light itself shines from its own frame, not from where its glyph is.
+        // The light shines from the origin of its own coordinates, not from where its flashlight
+        // is.
         glPopMatrix();
     }
     if (!IsActive())
@@ -197,7 +199,7 @@ int LightObject::DrawFlashLight(DrawingParameters* /*parameters*/)
     TranslateZ(-0.05 * depth);  // the collar
     gluCylinder(quadric, 0.15 * width, 0.1 * width, 0.05 * depth, slices, 1);
 
-    // A light that is switched on glows.
+    // The parts below glow if the light is switched on.
     const auto setGlow = [this](const ColorVector& lit, const ColorVector& dull) {
         if (IsActive())
         {

@@ -5,13 +5,13 @@
 #include "platform/OpenGL.h"
 #include "scene/DrawingObject.h"
 
-/// One OpenGL light as a node of the scene: its colours, number, kind and state. A scene makes a
-/// fixed pool of these and hands them out; InUse says that a light is handed out, Active that it is
-/// switched on.
+/// One OpenGL light as a node of the scene: its colours, number, kind and state. A scene has a
+/// fixed pool of lights and hands them out. The bit InUse means that a light has been handed out,
+/// the bit Active that it is switched on.
 ///
-/// The light sits at the origin of its node's coordinates and shines along their negative z axis;
-/// it is moved and turned by the node's transform. When the drawing parameters ask for lights it
-/// also draws itself as a flashlight, which fills the unit box of its scaled dimensions.
+/// The light is at the origin of its node's coordinates and shines along the negative z axis. The
+/// node's transform moves and turns it. When the drawing parameters have ShowLights set, the light
+/// also draws itself as a flashlight as large as its scaled dimensions say.
 class ORVANE_API LightObject : public DrawingObject
 {
     DECLARE_SERIAL(LightObject)
@@ -23,39 +23,43 @@ public:
     static constexpr DWORD inUseBit = 0x4;
 
     LightObject();
-    /// A copy has a quadric of its own.
+    /// A copy makes its own quadric.
     LightObject(const LightObject& other);
     LightObject& operator=(const LightObject& other);
     ~LightObject() override;
 
-    /// The default name and colours, no spot cone, Editable and Active. Number, kind, InUse,
-    /// emission and shininess stay.
+    /// Sets the default name and colours, no spot cone, and the bits Editable and Active. The
+    /// number, the bits Directional and InUse, emission and shininess do not change.
     void Reset();
 
     NamedColor GetColors() const { return colors; }
     void SetColors(const NamedColor& newColors) { colors = newColors; }
-    /// GL_LIGHT0 + n. A number that the context does not have draws nothing.
+    /// GL_LIGHT0 + n. A light whose number the rendering context does not have draws nothing.
     unsigned int GetLightNumber() const { return lightNumber; }
     void SetLightNumber(unsigned int number) { lightNumber = number; }
 
-    /// Shines in one direction from afar, its glyph placed over the parent.
+    /// The light shines in one direction, as from far away. Its flashlight is drawn above the
+    /// parent.
     ORVANE_FLAG(lightFlags, Directional, IsDirectional, directionalBit);
     ORVANE_FLAG(lightFlags, Active, IsActive, activeBit);
     ORVANE_FLAG(lightFlags, InUse, IsInUse, inUseBit);
 
-    /// Degrees; 180 is no cone.
+    /// Half the angle of the spot cone in degrees; 180 means no cone.
     double GetSpotCutoffAngle() const { return spotCutoffAngle; }
     void SetSpotCutoffAngle(double degrees) { spotCutoffAngle = degrees; }
     double GetSpotExponent() const { return spotExponent; }
     void SetSpotExponent(double exponent) { spotExponent = exponent; }
 
-    /// The box of the glyph, whatever the children are. Always 1.
+    /// Sets the bounds to the box of the flashlight. Children do not count. Always 1.
     int CalculateBounds() override;
-    /// Programs the light under the current matrix and draws its glyph when lights are shown.
+    /// Sends the light to OpenGL under the current matrix, and draws the flashlight when the
+    /// parameters show lights.
     int DrawObject(DrawingParameters* parameters) override;
-    /// Draws the glyph at the current matrix and leaves the glyph's materials in force. Always 1.
+    /// Draws the flashlight at the current matrix. The flashlight's material stays OpenGL's current
+    /// material. Always 1.
     int DrawFlashLight(DrawingParameters* parameters);
-    /// Draws the glyph at a distance along the light's z axis. 0 when the drawing is to stop.
+    /// Draws the flashlight at a distance along the light's z axis. Returns 0 when the drawing is
+    /// stopped.
     int DrawAtRadius(DrawingParameters* parameters, float radius);
 
     int SaveToUndo() override;
@@ -76,8 +80,8 @@ protected:
 private:
     friend class SceneObject;
 
-    /// Assigns a light of another pool: parent and external undo stack stay, and what this light
-    /// has on that stack.
+    /// Assigns a light of another scene's pool. This light keeps its parent, its external undo
+    /// stack and its entries on that stack.
     void CopyFromOtherPool(const LightObject& other);
     bool ContextHasLight() const;
 };

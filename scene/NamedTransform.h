@@ -4,7 +4,7 @@
 #include "geometry/CoordinateTransform.h"
 #include "host/CString.h"
 
-/// A transform with a name, met in old documents only.
+/// A transform with a name. Only records of old versions have these.
 ///
 /// Its record is the version, the name and the transform's record.
 class ORVANE_API NamedTransform : public CObject

@@ -25,7 +25,7 @@ public:
     void SetProjection(const ProjectionData& newProjection) { projection = newProjection; }
 
     void Serialize(CArchive& archive) override;
-    /// Old records have no lens: this one's stays.
+    /// Records of version 1 have no lens; the lens of this object does not change.
     void DeserializeVersion1(CArchive& archive);
     void DeserializeVersion2(CArchive& archive);
 

@@ -10,7 +10,7 @@ class ORVANE_API NamedViewList : public TypedList<NamedView>
 public:
     explicit NamedViewList(int blockSize = 10) : TypedList(blockSize) {}
 
-    /// The first view of that name, case-sensitive; null when there is none.
+    /// The position of the first view of this name, case-sensitive; null when there is none.
     POSITION FindName(const CString& name) const;
 
 protected:

@@ -17,7 +17,8 @@ IMPLEMENT_SERIAL(OrvFontString, OrvString, 1 | VERSIONABLE_SCHEMA)
 
 namespace
 {
-/// What a text takes of an extent that it is resized to: less by the minimum size, never quite 0.
+/// The scaled size for an extent to which a text is resized: smaller by the minimum size, but at
+/// least 0.00001 away from 0.
 double WithoutMinimum(double extent, double minimum)
 {
     constexpr double smallest = 0.00001;
@@ -30,14 +31,14 @@ double WithoutMinimum(double extent, double minimum)
     return left;
 }
 
-/// 1 where either extent is 0.
+/// The old extent divided by the new one; 1 when one of them is 0.
 double Ratio(double oldExtent, double newExtent)
 {
     return oldExtent == 0 || newExtent == 0 ? 1.0 : oldExtent / newExtent;
 }
 
-/// The full name of the installed face that the platform takes for a description. The description
-/// comes from a file: it may be anything.
+/// The full name of the installed face that the platform chooses for a description. The description
+/// comes from a file and may hold anything.
 CString InstalledFaceName(LOGFONTA description, const CString& otherwise)
 {
     description.lfHeight = 20;
@@ -51,12 +52,13 @@ CString InstalledFaceName(LOGFONTA description, const CString& otherwise)
     {
         return otherwise;
     }
-    // The field holds an offset from the record's start.
+    // The pointer field holds an offset from the start of the record, in bytes.
     const std::size_t offset = reinterpret_cast<std::size_t>(record->otmpFaceName);
     return CString(reinterpret_cast<const char*>(record) + offset);
 }
 
-/// The registered font of that name, else the registry's first, else null.
+/// The registered font of this name, or the first font of the registry if there is none of the
+/// name, or null if the registry is empty.
 OrvFont* RegisteredFont(const CString& name)
 {
     const OrvFontList& fonts = *GetFontList();
@@ -80,8 +82,8 @@ int OrvFontString::CalculateBounds()
     CalculateChildBounds();
     if (font != nullptr)
     {
-        // The sizes go straight into the node: its setters would derive the scale from them. The
-        // third result is dropped: the scale stays.
+        // The sizes are written straight into the details, because the setters would derive the
+        // scale from them. The third result, a scale, is not used: the node keeps its own.
         DVector unused;
         DVector& scaledDimensions = EnsureDetails().scaledDimensions;
         font->CalculateStringExtents(this, &EnsureDetails().unscaledDimensions, &scaledDimensions,
@@ -192,8 +194,9 @@ void OrvFontString::DeserializeVersion1(CArchive& archive)
     ENUMLOGFONTA description = {};
     if (length == sizeof description)
     {
-        // The description counts more than the name. That of a text without a font is all zero, for
-        // which the platform has a font too. Meant; see ATextStoredWithoutAFontLoadsWithOne.
+        // The description decides, not the stored name. The description of a text without a font is
+        // all zeros, and the platform chooses a font for that too. Required; see
+        // ATextStoredWithoutAFontLoadsWithOne.
         archive.ReadExactly(&description, sizeof description);
         name = InstalledFaceName(description.elfLogFont, name);
     }

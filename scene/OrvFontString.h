@@ -5,41 +5,41 @@
 
 class OrvFont;
 
-/// A text with the font that measures and draws it. The front faces lie in z = 0, the letters
-/// extend to -z; the text is centred on y = 0 and stands to the right of x = 0, across it or to
-/// the left by its justification.
+/// A text with the font that measures and draws it. The front faces lie in the plane z = 0, and the
+/// letters extend towards negative z. Vertically the text is centred on y = 0. A left-justified
+/// text begins at x = 0, a centred one has its middle there, and a right-justified one ends there.
 ///
-/// The font is borrowed, as a rule from the registry (GetFontList), and must outlive the node's use
-/// of it.
+/// The font is borrowed, usually from the registry (GetFontList), and must exist as long as the
+/// node uses it.
 class ORVANE_API OrvFontString : public OrvString
 {
     DECLARE_SERIAL(OrvFontString)
 
 public:
     OrvFontString();
-    /// Shares the font.
+    /// The copy uses the same font.
     OrvFontString(const OrvFontString& other);
     ~OrvFontString() override;
     OrvFontString& operator=(const OrvFontString& other);
 
-    /// \param newFont borrowed, may be null. Bounds stay until CalculateBounds.
+    /// \param newFont borrowed, may be null. The bounds change at the next CalculateBounds.
     void AttachFont(OrvFont* newFont) { font = newFont; }
     OrvFont* GetFont() const { return font; }
 
-    /// Measures the text, which sets the node's dimensions, and bounds it. Returns 1, also without
-    /// a font, when only the children contribute.
+    /// Measures the text, which sets the node's dimensions, and computes the bounds of text and
+    /// children. Without a font the bounds are those of the children. Always 1.
     int CalculateBounds() override;
 
     /// Returns 0 when drawing is cancelled.
     int DrawObject(DrawingParameters* parameters) override;
 
-    /// As for every node when bevels scale. Otherwise x and y of the scaled dimensions become the
-    /// new extents without the minimum size, and the scale follows; a handle dragged past its
-    /// anchor mirrors the text. Returns 1.
+    /// Resizes like every node if ScaleBevels is set. Otherwise the scaled width and height become
+    /// the new extents minus the minimum size, and the scale is derived from them. A handle that is
+    /// dragged past the opposite handle mirrors the text. Always 1.
     int Resize(const DVector& point, int handle) override;
 
-    /// Keeps the size that the text had when it was last measured, after its content has changed.
-    /// Returns 1.
+    /// Called after the characters have changed: scales the text to the width and height that it
+    /// had when it was last measured. Always 1.
     int ScaleToFitOldDimensions();
 
     int RestoreFromUndo() override;

@@ -150,7 +150,7 @@ void OrvString::DeserializeVersion1(CArchive& archive)
     archive >> textString;
     interCharacterSpacing = 0;
     interLineSpacing = 0;
-    // Every loaded text uses its own edge and bevel materials, whatever was stored. Meant; see
+    // Every loaded text uses its edge and bevel materials, whatever bits were stored. Required; see
     // AStoredTextLoadsWithBothMaterialsInUse.
     SetUseBevelColor();
     SetUseEdgeColor();

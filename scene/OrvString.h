@@ -7,11 +7,11 @@
 #include "material/NamedColor.h"
 #include "scene/DrawingObject.h"
 
-/// A node that holds a three-dimensional text: its characters in the process's code page, the
-/// materials of its faces, walls and bevels, its edge style, spacing and justification. Without a
-/// font it draws nothing of its own; see OrvFontString.
+/// A three-dimensional text: its characters in the process's code page, the materials of its faces,
+/// side walls and bevels, its edge style, spacing and justification. This class has no font and
+/// draws no letters; OrvFontString does.
 ///
-/// Lengths are in object units: one em is 1 before the node's scale.
+/// Lengths are in the node's units, in which one em is 1 before the node's scale is applied.
 class ORVANE_API OrvString : public DrawingObject
 {
     DECLARE_SERIAL(OrvString)
@@ -32,20 +32,21 @@ public:
     OrvString(const OrvString& other);
     ~OrvString() override;
 
-    /// Copies the node's own part and every field here; no children and no undo copies.
+    /// Copies the node's part as DrawingObject does, and all fields of this class.
     OrvString& operator=(const OrvString& other);
 
     const CString* GetTextString() const { return &textString; }
     CString* GetTextString() { return &textString; }
     void SetTextString(const CString& text) { textString = text; }
-    /// Whether there are only carriage returns, line feeds and spaces. A tab counts as content.
+    /// Whether the text has no characters except carriage returns, line feeds and spaces. A tab is
+    /// content.
     int IsStringEmpty() const;
 
-    /// The width that was asked for; GetAllowableBevelDepth gives the one used.
+    /// The requested width of the bevels. GetAllowableBevelDepth returns the width that is drawn.
     float GetBevelDepth() const { return bevelDepth; }
     void SetBevelDepth(float depth) { bevelDepth = depth; }
 
-    /// 0 front face only, 1 back face only, 2 both. The tests return 1 or 0.
+    /// Where the bevels are: a number of orvane::BevelSides. The tests return 1 or 0.
     int GetBevelLocation() const { return bevelLocation; }
     void SetBevelLocation(int location) { bevelLocation = location; }
     int IsFrontFaceOnly() const
@@ -58,7 +59,7 @@ public:
     }
     int IsBothFaces() const { return bevelLocation == static_cast<int>(orvane::BevelSides::Both); }
 
-    /// 0 square edges, 1 bevelled, 2 rounded. The tests return 1 or 0.
+    /// How the edges look: a number of orvane::EdgeStyle. The tests return 1 or 0.
     int GetBevelStyle() const { return bevelStyle; }
     void SetBevelStyle(int style) { bevelStyle = style; }
     int ShouldSquareEdges() const
@@ -74,7 +75,7 @@ public:
         return bevelStyle == static_cast<int>(orvane::EdgeStyle::Round);
     }
 
-    /// 0 left, 1 centre, 2 right. The tests return 1 or 0.
+    /// How lines are aligned: a number of orvane::Alignment. The tests return 1 or 0.
     int GetJustification() const { return justification; }
     void SetJustification(int side) { justification = side; }
     int ShouldLeftJustify() const
@@ -90,7 +91,7 @@ public:
         return justification == static_cast<int>(orvane::Alignment::Right);
     }
 
-    /// How far the top of the text lies above its first line's origin, as last measured.
+    /// The distance from the origin of the first line up to the top of the text, as last measured.
     float GetFirstLineOffset() const { return firstLineOffset; }
     void SetFirstLineOffset(float offset) { firstLineOffset = offset; }
     float GetInterCharacterSpacing() const { return interCharacterSpacing; }
@@ -102,32 +103,33 @@ public:
     NamedColor GetBevelColor() const { return bevelColor; }
     NamedColor GetEdgeColor() const { return edgeColor; }
     NamedColor GetFaceColor() const { return faceColor; }
-    /// Each keeps the node's Transparent bit up to date.
+    /// Each setter also updates the node's Transparent bit.
     void SetBevelColor(const NamedColor& color);
     void SetEdgeColor(const NamedColor& color);
     void SetFaceColor(const NamedColor& color);
     /// \param which faceSurface, edgeSurface or bevelSurface; any other number changes nothing.
     void SetSurfaceColor(const NamedColor& color, int which) override;
-    /// Sets the node's Transparent bit when a material in use is transparent, else clears it.
+    /// Sets the node's Transparent bit if a material in use is transparent, and clears it
+    /// otherwise.
     void SetTransparency();
 
     ORVANE_FLAG(stringFlags, UseBevelColor, ShouldUseBevelColor, useBevelColorBit);
     ORVANE_FLAG(stringFlags, UseEdgeColor, ShouldUseEdgeColor, useEdgeColorBit);
-    /// Characters stand further apart by what the bevels add to them.
+    /// Characters are spaced wider by the width that bevels add to them.
     ORVANE_FLAG(stringFlags, AdjustSpacingForBevels, ShouldAdjustSpacingForBevels,
                 adjustSpacingForBevelsBit);
-    /// Bevels grow with the node's scale instead of keeping their width.
+    /// Bevels scale with the node; otherwise they keep their width.
     ORVANE_FLAG(stringFlags, ScaleBevels, ShouldScaleBevels, scaleBevelsBit);
 
-    /// Half of the smallest scale, as last computed.
+    /// Half of the smallest of the three scale factors, as last computed.
     float GetMaximumBevelDepth() const { return maximumBevelDepth; }
     /// Returns 1.
     int CalculateMaximumBevelDepth();
-    /// The bevel depth, limited by the text's depth, by half of it when both faces share it; 0 for
-    /// square edges.
+    /// The bevel depth, but at most the depth of the text, or half of that depth when both sides
+    /// are bevelled. 0 for square edges.
     float GetAllowableBevelDepth() const;
 
-    /// What a draw of this text needs, with its heights calculated.
+    /// The parameters with which this text is extruded when it is drawn.
     ExtrusionData GetExtrusionData() const;
 
     void Serialize(CArchive& archive) override;
@@ -151,5 +153,5 @@ protected:
     CString textString;
 
 private:
-    friend class OrvFont;  // reads the text and the materials for every glyph, without copies
+    friend class OrvFont;  // reads text and materials for every letter without copying them
 };

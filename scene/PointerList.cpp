@@ -5,7 +5,7 @@
 
 PointerList::PointerList(int) {}
 
-// Assigned to itself, the three words stay as they are.
+// Assigning a list to itself changes nothing.
 // NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
 PointerList& PointerList::operator=(const PointerList& other)
 {

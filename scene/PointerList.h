@@ -3,12 +3,13 @@
 
 #include "host/CObList.h"
 
-/// A doubly linked list of untyped pointers, which it does not own. Each node is allocated and
-/// freed by itself; a position is the address of a node.
+/// A doubly linked list of untyped pointers, which it does not own. Each list node is allocated and
+/// freed separately. A position is the address of a list node.
 ///
-/// Assignment copies head, tail and count alone: both lists then share the nodes, and those that
-/// the assigned list had before are nobody's. Only one of the two may free them; assigning an empty
-/// list to the other makes it let go. There is no copy constructor.
+/// Assignment copies only head, tail and count. Both lists then share the same nodes, and the nodes
+/// that the assigned list had before are leaked. Only one of the two lists may free the shared
+/// nodes: assign an empty list to the other one before it is destroyed. There is no copy
+/// constructor.
 class ORVANE_API PointerList
 {
 public:
@@ -21,8 +22,9 @@ public:
     int GetCount() const { return count; }
     int IsEmpty() const { return count == 0; }
 
-    // The element operations need a list that is not empty or a position of this list. Three forms:
-    // a reference to the element, the element, and a pointer to where it is kept.
+    // The list must not be empty, and a position must be one of this list. Each operation has three
+    // forms: they return a reference to the element, the element, or a pointer to the place in the
+    // node.
     void*& GetHead() { return head->data; }
     void* GetHead() const { return head->data; }
     void** GetHeadElement() { return &head->data; }
@@ -33,7 +35,8 @@ public:
     POSITION GetHeadPosition() const { return AsPosition(head); }
     POSITION GetTailPosition() const { return AsPosition(tail); }
 
-    /// The element at the position, which moves on and becomes null behind the last.
+    /// Returns the element at the position and moves the position on; it becomes null behind the
+    /// last element.
     void*& GetNext(POSITION& position) { return *GetNextElement(position); }
     void* GetNext(POSITION& position) const { return StepForward(position)->data; }
     void** GetNextElement(POSITION& position) { return &StepForward(position)->data; }
@@ -47,7 +50,7 @@ public:
 
     POSITION AddHead(void* element);
     POSITION AddTail(void* element);
-    /// Adds another list's elements, in its order. The list itself may be given.
+    /// Adds the elements of another list, in their order. The other list may be this list.
     void AddHead(const PointerList* list);
     void AddTail(const PointerList* list);
     void* RemoveHead();
@@ -59,17 +62,18 @@ public:
     POSITION InsertBefore(POSITION position, void* element);
     POSITION InsertAfter(POSITION position, void* element);
 
-    // As host/ListOrder.h describes.
+    // See host/ListOrder.h.
     POSITION MoveHead(POSITION position);
     POSITION MoveTail(POSITION position);
     POSITION MoveUp(POSITION position);
     POSITION MoveDown(POSITION position);
 
-    /// The first position of the element behind \p startAfter (null: from the head), or null.
+    /// The first position of the element behind \p startAfter, or from the head when that is null.
+    /// Null when the element is not found.
     POSITION Find(const void* element, POSITION startAfter = nullptr) const;
-    /// Null from the count on. A negative index is the caller's fault.
+    /// Null for an index that is not below the count. The index must not be negative.
     POSITION FindIndex(int index) const;
-    /// The index of the first node that holds the element; -1 when none does.
+    /// The index of the first node that holds the element; -1 when no node does.
     int WhichIndex(const void* element) const;
 
     struct Node
@@ -84,9 +88,10 @@ public:
     int count = 0;
 
 protected:
-    /// A counted node with these links. The caller fills it and links its neighbours.
+    /// Allocates a node with these links and counts it. The caller sets its data and links the
+    /// neighbours to it.
     Node* NewNode(Node* prev, Node* next);
-    /// Links the neighbours to each other, frees the node and uncounts it.
+    /// Links the neighbours to each other, frees the node and decreases the count.
     void FreeNode(Node* node);
 
 private:

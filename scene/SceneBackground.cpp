@@ -22,7 +22,8 @@ using orvane::BackgroundPlacement;
 namespace
 {
 
-/// The colour bits of the device context that OpenGL draws to; 24 when there is none.
+/// The number of colour bits of the device context that OpenGL draws to; 24 when no context is
+/// current.
 int CurrentColorBits()
 {
     PIXELFORMATDESCRIPTOR format{};
@@ -33,7 +34,8 @@ int CurrentColorBits()
                : 24;
 }
 
-/// Shows a text in the window that the drawing names, without waiting long for a hung one.
+/// Shows a text in the message window of the parameters. Waits at most 100 ms for the window, so
+/// that a hung one does not stall the drawing.
 void Notify(const DrawingParameters& parameters, const char* text)
 {
     const HWND window =
@@ -48,7 +50,7 @@ void Notify(const DrawingParameters& parameters, const char* text)
     }
 }
 
-/// A bitmap that is drawn, whole, into rectangles of a device context.
+/// A bitmap that can be drawn, scaled, into rectangles of a device context.
 struct Image
 {
     HDC dc;
@@ -65,7 +67,9 @@ struct Image
     }
 };
 
-/// The place of the first tile at or before the sub-window's edge, counted from that edge.
+/// Where the first tile begins, in pixels from the edge of the part of the picture that is drawn:
+/// the last tile border at or before that edge. \p offset is the edge's place in the picture, \p
+/// anchor that of one tile border, \p tile a tile's size.
 int FirstTile(double offset, int anchor, int tile)
 {
     const double index = std::floor((offset - anchor) / tile);
@@ -82,7 +86,8 @@ int SceneObject::DrawBackground(DrawingParameters* parameters)
     }
     if (parameters->ShouldShowBackgroundTexture())
     {
-        // Owned until it is drawn: the application may change it meanwhile.
+        // The texture is owned until it is drawn, because the application may change it in another
+        // thread.
         TextureMap& texture = *GetTexture();
         const TextureOwnership ownership(texture);
         if ((texture.textureFlags & TextureMap::Valid) != 0)
@@ -188,7 +193,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
         const int firstY = FirstTile(offsetY, anchorY, tileHeight);
         for (int y = firstY; y < viewHeight; y += tileHeight)
         {
-            // Tiles of a few pixels are many.
+            // There may be very many small tiles, so the drawing can be stopped after each row.
             if (y != firstY && ShouldTerminateDrawing(parameters))
             {
                 return 0;
@@ -199,10 +204,10 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
             }
         }
     }
-    else  // Center, and every number without a name
+    else  // Center, and every other number
     {
-        // Whether the picture's corner is covered is asked in the picture's coordinates, so that
-        // bands beside a small image are cleared, too.
+        // These are coordinates of the whole picture, not of the band that is drawn, so that a band
+        // beside a small image is cleared too.
         const int left = (WholePixels(projection->GetWidth()) - tileWidth) / 2;
         const int top = (WholePixels(projection->GetHeight()) - tileHeight) / 2;
         if (left > 0 || top > 0)

@@ -9,8 +9,8 @@ IMPLEMENT_SERIAL(SceneObject, DrawingObject, VERSIONABLE_SCHEMA | 3)
 namespace
 {
 
-/// Calls visit(light, index) for each light of the pool until it returns 0; returns what the last
-/// call returned, 1 for an empty pool.
+/// Calls visit(light, index) for each light of the pool until a call returns 0. Returns 0 if a call
+/// did, otherwise 1.
 template <typename Visit>
 int VisitLights(const DrawingObjectList& lights, Visit visit)
 {
@@ -172,7 +172,7 @@ int SceneObject::DrawLights(DrawingParameters* parameters)
     glLightModelfv(GL_LIGHT_MODEL_AMBIENT, &globalAmbientColor.red);
     glLightModeli(GL_LIGHT_MODEL_LOCAL_VIEWER, IsLightingLocalViewer() ? 1 : 0);
 
-    // Below are the names of the children and, behind them, of their four sizing handles.
+    // Smaller names belong to the children and to the four sizing handles.
     const GLuint firstName = static_cast<GLuint>(GetChildCount()) + 4;
     return VisitLights(lights, [=](LightObject& light, int index) {
         if (!parameters->IsSelecting())
@@ -305,7 +305,8 @@ int SceneObject::DestroySavedViews()
 
 int SceneObject::Draw(DrawingParameters* parameters)
 {
-    // The walk over selected nodes starts here, selected or not.
+    // When only selected nodes are drawn, an unselected scene would be skipped with everything in
+    // it.
     const bool marksItself = parameters->ShouldShowSelectedOnly() && !IsSelected();
     if (marksItself)
     {
@@ -329,7 +330,7 @@ int SceneObject::DrawObject(DrawingParameters* parameters)
     {
         DrawLights(parameters);
     }
-    // A light that found no room on the matrix stack stops no scene.
+    // A light that failed for want of room on the matrix stack does not stop the scene.
     return ShouldTerminateDrawing(parameters) ? 0 : 1;
 }
 

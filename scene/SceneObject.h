@@ -7,13 +7,15 @@
 #include "scene/LightObject.h"
 #include "scene/NamedViewList.h"
 
-/// The root of what a view shows. Besides its children it has what is global to a picture: the
-/// background (a colour, or the picture of the node's own texture map), the light model, a fixed
-/// pool of lights, and saved cameras. It owns lights and cameras.
+/// The root of the tree that a view shows. Besides its children, which it owns like every node, a
+/// scene has the settings of the whole picture: the background (a colour, or the picture of the
+/// scene's texture map), the light model, a fixed pool of lights, and saved cameras. It owns the
+/// lights and the cameras.
 ///
-/// The lights are no children: they stand in a list of their own, with this scene as their parent,
-/// and are drawn separately, inside the scene's transform or, when they do not turn with the scene,
-/// by the view. A copy has a pool of its own with the same settings and no saved cameras.
+/// The lights are not children. They are in a separate list, with the scene as their parent
+/// pointer. If RotateLightsWithScene is set, the scene draws them inside its own transform;
+/// otherwise the view draws them before the scene. A copy of a scene has its own lights with the
+/// same settings, and no saved cameras.
 class ORVANE_API SceneObject : public DrawingObject
 {
     DECLARE_SERIAL(SceneObject)
@@ -26,15 +28,15 @@ public:
 
     SceneObject();
     SceneObject(const SceneObject& other);
-    /// Without \p withLights the copy has no lights at all.
+    /// If \p withLights is 0, the copy has no lights.
     SceneObject(const SceneObject& other, int withLights);
     SceneObject& operator=(const SceneObject& other);
     ~SceneObject() override;
 
-    /// Colours, flags and the number of lights to make.
+    /// Copies the colours, sceneFlags and the maximum number of lights.
     void CopyNoLights(const SceneObject& other);
-    /// The same, and the lights pairwise up to the end of the shorter pool. A copied light stays
-    /// this scene's and keeps its external undo stack.
+    /// Copies the same, and assigns the other scene's lights to this scene's lights in order, up to
+    /// the end of the shorter list. The lights keep their parent and their external undo stack.
     void CopyAll(const SceneObject& other);
 
     ColorVector GetBackgroundColor() const { return backgroundColor; }
@@ -43,7 +45,7 @@ public:
     void SetGlobalAmbientColor(const ColorVector& color) { globalAmbientColor = color; }
 
     ORVANE_FLAG(sceneFlags, LightingLocalViewer, IsLightingLocalViewer, lightingLocalViewerBit);
-    /// Serialize leaves the node's record out; see SelectionSerialize.
+    /// Serialize stores and loads no node record while this bit is set; see SelectionSerialize.
     ORVANE_FLAG(sceneFlags, SerializingSelection, IsSerializingSelection, serializingSelectionBit);
     ORVANE_FLAG(sceneFlags, RotateLightsWithScene, ShouldRotateLightsWithScene,
                 rotateLightsWithSceneBit);
@@ -53,40 +55,45 @@ public:
     DrawingObjectList* GetLights() { return &lights; }
     const DrawingObjectList* GetLights() const { return &lights; }
     int GetLightCount() const { return lights.GetCount(); }
-    /// Null outside the pool, and at a null position.
+    /// Null for an index outside the pool, and for a null position.
     LightObject* GetLightByIndex(int index) const;
     LightObject* GetLightByPosition(POSITION position) const;
     int GetMaximumLightCount() const { return maximumLightCount; }
-    /// For the next CreateLights.
+    /// Takes effect at the next CreateLights.
     void SetMaximumLightCount(int count) { maximumLightCount = count; }
-    /// Makes the pool anew: directional lights on a ring, every 45 degrees, tilted down by 30, of
-    /// which the second and the last are in use. None for a negative number.
+    /// Replaces the pool by new directional lights, one every 45 degrees around the y axis and
+    /// tilted down by 30 degrees. The second and the last light are in use. A negative maximum
+    /// makes no lights.
     void CreateLights();
-    /// 0 when there were none.
+    /// Deletes all lights. Returns 0 when there were none.
     int DestroyLights();
     int CanAddLight() const;
-    /// The first light not in use, now in use with default colours; null when there is none.
+    /// Takes the first light that is not in use, sets InUse and its default colours, and returns
+    /// it. Null when all lights are in use.
     LightObject* AddLight();
-    /// Gives a light back. 0 when it is not in the pool.
+    /// Gives a light back to the pool: clears InUse and sets the default colours. Returns 0 when
+    /// the light is not in the pool.
     int RemoveLight(LightObject* light);
-    /// Sets the light model and draws every light. In a picking pass directional lights are left
-    /// out and the others are named, with names behind those of the children and their handles.
+    /// Sets OpenGL's light model and draws every light. A picking pass leaves out directional
+    /// lights and names the others; their names follow those of the children and of the four sizing
+    /// handles. Returns 0 when the drawing is stopped.
     int DrawLights(DrawingParameters* parameters);
-    /// Draws only the glyphs of the lights in use, at that distance along each light's axis; in a
-    /// picking pass that shows lights each is named by its index in the pool.
+    /// Draws only the flashlights of the lights in use, each at this distance along the light's z
+    /// axis. In a picking pass with ShowLights each is named by its index in the pool.
     int DrawLightsAtRadius(DrawingParameters* parameters, float radius);
-    /// Replaces the pool by a stored one. Raises badClass for anything in it that is no light of a
-    /// valid number; the pool is unchanged then.
+    /// Replaces the pool by stored lights. Raises badClass, without changing the pool, for an
+    /// object that is no light or whose light number is below GL_LIGHT0.
     void DeserializeLights(CArchive& archive);
 
-    // Saved cameras. 0 when there is none of the name or index.
+    // Saved cameras. These functions return 0 when no camera has the name or the index.
 
     NamedViewList* GetSavedViews() { return &savedViews; }
     const NamedViewList* GetSavedViews() const { return &savedViews; }
-    /// Replaces the saved camera of that name or appends one. Always 1.
+    /// Overwrites the saved camera of this name, or appends a new one. Always 1.
     int SaveCurrentView(const CString& name, const CoordinateTransform* viewTransform,
                         const ProjectionData* projection);
-    /// The projection keeps its window; see ProjectionData::CopyFromSaved.
+    /// Copies the saved camera to \p viewTransform and \p projection. The projection keeps its
+    /// window size; see ProjectionData::CopyFromSaved.
     int RestoreSavedView(const CString& name, CoordinateTransform* viewTransform,
                          ProjectionData* projection) const;
     int RestoreSavedView(int index, CoordinateTransform* viewTransform,
@@ -94,25 +101,26 @@ public:
     int DeleteSavedView(const CString& name);
     int DeleteSavedView(int index);
     int IsSavedViewNameUsed(const CString& name) const;
-    /// 0 when there were none.
+    /// Deletes all saved cameras. Returns 0 when there were none.
     int DestroySavedViews();
-    /// Appends stored cameras.
+    /// Reads stored cameras and appends them.
     void DeserializeSavedViews(CArchive& archive);
 
-    // Drawing. 0 when it was stopped or something failed.
+    // Drawing. These functions return 0 when the drawing was stopped or failed.
 
     int Draw(DrawingParameters* parameters) override;
-    /// Draws the lights when they turn with the scene.
+    /// Draws the lights if RotateLightsWithScene is set.
     int DrawObject(DrawingParameters* parameters) override;
-    /// Fills the picture with the background colour or the texture. Nothing in a picking pass.
+    /// Fills the picture with the background colour or the background texture. Does nothing in a
+    /// picking pass.
     int DrawBackground(DrawingParameters* parameters);
-    /// Draws the texture as it suits the current device context: from its file, or dithered on a
-    /// palette of 8 bits or fewer.
+    /// Draws the background texture: from its file if the current device context has more than 8
+    /// colour bits, otherwise dithered to the palette.
     int DrawBackgroundTexture(DrawingParameters* parameters);
-    /// 0 when the texture cannot be owned or its file cannot be opened.
+    /// Returns 0 also when the texture's ownership cannot be had or its file cannot be opened.
     int DrawFileBackgroundTexture(DrawingParameters* parameters);
-    /// Draws a bitmap by the texture's placement. 1, drawing nothing, without
-    /// ShowBackgroundTexture, a valid texture or a current device context.
+    /// Draws a bitmap, placed as the texture's placement says. Returns 1 without drawing when
+    /// ShowBackgroundTexture is not set, the texture is not Valid, or no device context is current.
     int DrawBackgroundTexture(DrawingParameters* parameters, const BITMAPINFO* bitmapInfo,
                               const void* bits);
 
@@ -121,7 +129,7 @@ public:
     int RestoreFromUndo() override;
 
     void Serialize(CArchive& archive) override;
-    /// Stores or loads the scene's own record alone, without the node's and so without children.
+    /// Stores or loads only the scene's own record: no node record, and therefore no children.
     void SelectionSerialize(CArchive& archive);
     void DeserializeVersion1(CArchive& archive);
     void DeserializeVersion2(CArchive& archive);
@@ -137,7 +145,8 @@ protected:
     int maximumLightCount = 8;
 
 private:
-    /// Clears the colour buffer to the background colour that the parameters ask for.
+    /// Clears the colour buffer to solidBackgroundColor if the parameters have
+    /// ForceSolidBackground, otherwise to this scene's colour.
     void ClearToBackgroundColor(const DrawingParameters& parameters);
     void ReadColorsAndFlags(CArchive& archive);
     int DeleteViewAt(POSITION position);

@@ -60,7 +60,8 @@ void SceneObject::ReadColorsAndFlags(CArchive& archive)
 {
     backgroundColor.Serialize(archive);
     archive >> sceneFlags;
-    // A record of a selection says so; what is stored from now on is whole again.
+    // A record that was stored as a selection has this bit set. The next record of the scene must
+    // be complete.
     ClearSerializingSelection();
     globalAmbientColor.Serialize(archive);
 }

@@ -67,7 +67,7 @@ void SceneTemplate::Serialize(CArchive& archive)
         archive << filename << templateTag << name;
         return;
     }
-    // Not even the version that is written above: templates live in the profile.
+    // The version written above is refused too. Templates are kept in the profile.
     constexpr DWORD newestRead = 1;
     ReadRecordVersion(archive, RUNTIME_CLASS(SceneTemplate), newestRead);
     DeserializeVersion1(archive);

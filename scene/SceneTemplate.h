@@ -6,22 +6,23 @@
 
 class MemoryMappedDIB;
 
-/// A scene file offered as a starting point: its path, a name to show, by which templates are
-/// ordered, and perhaps a preview. Templates are kept in the application's profile (Save).
+/// A scene file that is offered to users as a starting point: its path, a display name, which is
+/// also the sort key, and perhaps a preview picture. Save stores a template in the application's
+/// profile.
 ///
-/// The record that it stores has version 2 while only version 1 is read, so what an archive stores
-/// cannot be loaded from one: that is meant, see ItsOwnRecordCannotBeReadBack.
+/// A stored record has version 2, but loading accepts only version 1, so a template cannot be
+/// loaded from an archive that it was stored in. Required; see ItsOwnRecordCannotBeReadBack.
 class ORVANE_API SceneTemplate : public CObject
 {
     DECLARE_SERIAL(SceneTemplate)
 
 public:
     SceneTemplate() = default;
-    /// Loads it.
+    /// Calls Load.
     explicit SceneTemplate(const CString& newFilename);
     /// A copy has no preview.
     SceneTemplate(const SceneTemplate& other);
-    /// Deletes the preview that this one has and takes none over.
+    /// Copies path, tag and name. Deletes this template's preview and does not copy the other's.
     SceneTemplate& operator=(const SceneTemplate& other);
     ~SceneTemplate() override;
 
@@ -29,17 +30,17 @@ public:
     void SetFilename(const char* newFilename) { filename = newFilename; }
     const char* GetName() const { return name; }
     void SetName(const char* newName) { name = newName; }
-    /// Borrowed; null for none.
+    /// The preview picture, which this template keeps; null if it has none.
     MemoryMappedDIB* GetPreview() const { return preview; }
-    /// Whether it has a preview and a name.
+    /// Whether the template has both a preview and a name.
     int IsDefined() const { return preview != nullptr && !name.IsEmpty(); }
 
-    /// Stores the path, and nothing more: the scene is the caller's to read. Always 1.
+    /// Stores the path. It does not read the scene; the caller does. Always 1.
     int Load(const CString& newFilename);
     /// Writes the path to the profile, as the entry "Filename" of "<section>\<name>". Always 1.
     int Save(const CString& section) const;
 
-    // By name, bytes as unsigned.
+    // The comparisons compare the names, bytes as unsigned numbers.
     bool operator==(const SceneTemplate* other) const { return CompareNameWith(*other) == 0; }
     bool operator==(const SceneTemplate& other) const { return CompareNameWith(other) == 0; }
     bool operator<(const SceneTemplate* other) const { return CompareNameWith(*other) < 0; }
@@ -54,7 +55,7 @@ public:
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
 
-    LONG templateTag = 0;                ///< the application's; only copied and stored
+    LONG templateTag = 0;  ///< a number of the application's; the library copies and stores it
     MemoryMappedDIB* preview = nullptr;  ///< owned
 
 protected:

@@ -10,11 +10,12 @@ class ORVANE_API SceneTemplateList : public TypedList<SceneTemplate>
 public:
     explicit SceneTemplateList(int blockSize = 10) : TypedList(blockSize) {}
 
-    /// The first template of that name, case-sensitive; null when there is none.
+    /// The position of the first template of this name, case-sensitive; null when there is none.
     POSITION FindName(const CString& name) const;
 
-    /// Inserts a template before the first one with a greater name, so that a sorted list stays
-    /// sorted. Null, inserting nothing, when one of that name is met first; otherwise the template.
+    /// Inserts a template before the first template whose name is greater, so that a sorted list
+    /// stays sorted. Returns the template; or null, without inserting it, when a template of the
+    /// same name comes first.
     SceneTemplate* InsertAlphabetically(SceneTemplate* newTemplate);
 
 protected:

@@ -12,10 +12,10 @@ enum class HandleSpace
     Local
 };
 
-/// The centres of a node's eight sizing handles in one coordinate system. The object is indexed,
-/// walked and passed on like an array of eight DVectors, though the vectors lie in the node's
-/// Details: reading them through a constant node allocates nothing, and reaching for them to change
-/// them makes the Details.
+/// The centres of a node's eight sizing handles in one coordinate system. A program uses the object
+/// like an array of eight DVectors. The vectors themselves are in the node's Details. Access
+/// through a constant node allocates nothing; access that could change a vector allocates the
+/// Details if the node has none.
 template <HandleSpace space>
 class SizingHandles
 {

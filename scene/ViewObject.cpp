@@ -145,7 +145,8 @@ int ViewObject::ZoomPerspectiveExtents()
     {
         return 0;
     }
-    // Each corner bounds the pyramid from four sides; the box touches the outermost of each.
+    // The pyramid of view must contain every corner. Its four sides are moved outward until each
+    // touches the outermost corner.
     const double front = GetBoundsGlobalMaximum().z;
     double left = 10000000;
     double right = -10000000;
@@ -219,7 +220,7 @@ int ViewObject::Draw(DrawingParameters* parameters)
     }
     if (!scene->ShouldRotateLightsWithScene())
     {
-        // Under the identity the lights stay with the camera.
+        // No transform is set yet, so the lights keep their place relative to the camera.
         scene->DrawLights(parameters);
     }
     const int result = parameters->ShouldClearAndReturn() ? DrawObject(parameters)

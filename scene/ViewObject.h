@@ -9,12 +9,12 @@
 class NamedViewList;
 class SceneObject;
 
-/// The camera: a node whose transform is the viewing transform, with a lens, that looks at one
-/// scene. The scene is borrowed and drawn as the view's only child. A new camera stands five units
-/// in front of the origin and looks down the negative z axis.
+/// The camera: a node with a lens whose transform is the viewing transform. It shows one scene,
+/// which is borrowed and drawn as the view's only child. A new camera stands five units in front of
+/// the origin and looks along the negative z axis.
 ///
-/// A host calls SetViewSize after it has sized the view for the first time; until then the
-/// sub-window is one pixel.
+/// A program must call SetViewSize after it has set the view's size for the first time: until then
+/// the part of the picture that is drawn is one pixel large.
 class ORVANE_API ViewObject : public DrawingObject
 {
     DECLARE_SERIAL(ViewObject)
@@ -46,7 +46,7 @@ public:
     void SetProjectionLensLength(double millimetres) { projection.SetLensLength(millimetres); }
     double GetScaleX() const { return projection.GetScaleX(); }
     double GetScaleY() const { return projection.GetScaleY(); }
-    /// The node's own scale stays reachable under the base's name.
+    /// Without this declaration the function below would hide the node's SetScale.
     using DrawingObject::SetScale;
     void SetScale(double scaleX, double scaleY) { projection.SetScale(scaleX, scaleY); }
     void SetScaledSize(double width, double height) { projection.SetScaledSize(width, height); }
@@ -59,46 +59,47 @@ public:
     void SaveReferenceAspect() { projection.SaveReferenceAspect(); }
 
     using DrawingObject::Resize;
-    /// Takes a window's new size, in pixels, and keeps what the reference picture shows.
+    /// Sets a window's new size in pixels and changes the angle of view so that the window still
+    /// shows what the reference picture shows.
     void Resize(int width, int height) { projection.ResizeAndMaintainView(width, height); }
 
-    /// As read back after the last draw that was no picking pass; zeros before: 16 values,
-    /// column-major, and x, y, width, height in pixels.
+    /// OpenGL's projection matrix (16 numbers, column by column) and viewport (x, y, width, height
+    /// in pixels) in the last draw that was not a picking pass. All are 0 before the first draw.
     double* GetProjectionMatrix() { return projectionMatrix; }
     const double* GetProjectionMatrix() const { return projectionMatrix; }
     int* GetViewport() { return viewport; }
     const int* GetViewport() const { return viewport; }
 
-    // What a draw without flags of its own shows.
+    // What is drawn when the drawing parameters have no flags.
 
-    /// The Render, Outline or ExtentsBox bit of DrawingParameters.
+    /// One of DrawingParameters' bits Render, Outline and ExtentsBox.
     unsigned int GetDrawingMode() const { return drawingMode; }
     void SetDrawingMode(unsigned int mode) { drawingMode = mode; }
     void SetDrawingModeRender() { drawingMode = DrawingParameters::renderBit; }
     void SetDrawingModeOutline() { drawingMode = DrawingParameters::outlineBit; }
     void SetDrawingModeExtentsBox() { drawingMode = DrawingParameters::extentsBoxBit; }
-    /// 0 render, 1 outline, 2 extents box.
+    /// 0 Render, 1 Outline, 2 ExtentsBox.
     int GetDrawingModeIndex() const;
-    /// Ignores other indices.
+    /// Does nothing for any other index.
     void SetDrawingModeIndex(int index);
     void SetShowLightsMode() { showLightsMode = DrawingParameters::showLightsBit; }
     void ClearShowLightsMode() { showLightsMode = 0; }
-    /// 1 or 0, as ShouldShowTextures.
+    /// These two tests return 1 or 0.
     int ShouldShowLightsMode() const { return showLightsMode == DrawingParameters::showLightsBit; }
     void SetShowTextures() { showTextures = DrawingParameters::showTexturesBit; }
     void ClearShowTextures() { showTextures = 0; }
     int ShouldShowTextures() const { return showTextures == DrawingParameters::showTexturesBit; }
 
-    /// Window pixels, y downward, for the next picking pass.
+    /// Where the next picking pass picks, in pixels from the upper left corner of the window.
     void SetSelectionPoint(POINT point) { selectionPoint = point; }
 
-    /// Kept for the application.
+    /// The library stores the zoom ratio for the application and does not use it.
     CSize GetZoomNumerator() const { return zoomNumerator; }
     void SetZoomNumerator(const CSize& numerator) { zoomNumerator = numerator; }
     CSize GetZoomDenominator() const { return zoomDenominator; }
     void SetZoomDenominator(const CSize& denominator) { zoomDenominator = denominator; }
 
-    // The scene's saved views. Null and 0 without a scene.
+    // The scene's saved cameras. Without a scene these functions return null or 0.
 
     NamedViewList* GetSavedViews() const;
     int SaveCurrentView(const CString& name);
@@ -108,25 +109,26 @@ public:
     int DeleteSavedView(int index);
     int IsSavedViewNameUsed(const CString& name) const;
 
-    /// Moves the camera, without turning it, until the scene's box fills the picture; an
-    /// orthographic lens takes the box's extents, too. 1 when it moved; 0, changing nothing, when
-    /// the scene has no bounds, its box no height, or the picture no aspect.
+    /// Moves the camera, without turning it, until the scene's box fills the picture. An
+    /// orthographic lens also gets the extents of the box. Returns 0, and changes nothing, when the
+    /// scene has no bounds, its box has no height, or the picture has no size.
     int ZoomExtents();
     int ZoomPerspectiveExtents();
     int ZoomOrthographicExtents();
 
-    /// Sets up projection and lights and draws the scene. Parameters without flags get this view's
-    /// mode; without a projection they borrow this view's. 0 when it was stopped.
+    /// Sets OpenGL's projection, programs the lights and draws the scene. Parameters that have no
+    /// flags get this view's modes; parameters that have no projection get a pointer to this
+    /// view's. Returns 0 when the drawing was stopped.
     int Draw(DrawingParameters* parameters) override;
     int DrawChildren(DrawingParameters* parameters) override;
-    /// Clears the depth, draws the scene's background and sets the shading.
+    /// Clears the depth buffer, draws the scene's background and sets OpenGL's shading.
     int DrawObject(DrawingParameters* parameters) override;
 
     int SaveToUndo() override;
-    /// Keeps the parent alone; see CopyFromUndo.
+    /// Restores by CopyFromUndo; the parent pointer does not change.
     int RestoreFromUndo() override;
-    /// Takes back the node's part, the drawing modes and the lens length; the rest of the
-    /// projection stays as it is.
+    /// Copies the node's part, the drawing modes and the lens length. The rest of the projection
+    /// does not change.
     void CopyFromUndo(const ViewObject& saved);
 
     void Serialize(CArchive& archive) override;

@@ -8,7 +8,7 @@
 namespace
 {
 
-/// Reads a number that only old records have.
+/// Reads a number that only records of old versions have, and drops it.
 template <typename Number>
 void Discard(CArchive& archive)
 {
