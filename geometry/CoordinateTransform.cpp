@@ -19,7 +19,7 @@ constexpr double identity[16] = {1.0, 0.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0,
 
 CoordinateTransform::Settings::Settings() : scale(1.0, 1.0, 1.0)
 {
-    // The product of identities needs no computing.
+    // Every matrix is the identity, and so is the composite.
     for (double* const matrix : {compositeMatrix, externalMatrix, rotationMatrix})
     {
         LoadIdentity(matrix);
@@ -53,7 +53,8 @@ CoordinateTransform::CoordinateTransform(const CoordinateTransform& other) : COb
 
 CoordinateTransform& CoordinateTransform::operator=(const CoordinateTransform& other)
 {
-    // Settings that are there stay where they are: somebody may have a pointer to a matrix.
+    // Present settings are overwritten, not replaced, because the program may have a pointer to a
+    // matrix.
     if (settings_ != nullptr || other.settings_ != nullptr)
     {
         EnsureSettings() = other.CurrentSettings();
@@ -63,7 +64,7 @@ CoordinateTransform& CoordinateTransform::operator=(const CoordinateTransform& o
 
 const CoordinateTransform::Settings& CoordinateTransform::InitialSettings()
 {
-    // Never destroyed: objects with static storage may ask for it while the process ends.
+    // Never destroyed, because objects with static storage may need them while the process ends.
     static const Settings* const initial = new Settings;
     return *initial;
 }
@@ -255,7 +256,7 @@ void CoordinateTransform::ComposeRotationMatrix(double degrees, const DVector& a
     const double radians = degrees * 3.141592654 * (1.0 / 180.0);
     const double s = std::sin(radians);
     const double c = std::cos(radians);
-    // A zero axis stays zero and leaves the terms in c alone.
+    // Normalizing does not change a zero axis. Only the terms without x, y and z then remain.
     DVector unit = axis;
     unit.Normalize();
     const double x = unit.x;
@@ -440,7 +441,7 @@ void CoordinateTransform::Serialize(CArchive& archive)
         return;
     }
     WriteRecordVersion(archive, RUNTIME_CLASS(CoordinateTransform));
-    // A copy, because the members' records are read and written by the same operation.
+    // One operation reads and writes the settings, so a constant transform stores a copy.
     Settings(CurrentSettings()).Serialize(archive);
 }
 

@@ -5,20 +5,22 @@
 
 #include <memory>
 
-/// Placement of a scene node. A point is scaled, rotated, translated, then taken through the
-/// external matrix.
+/// The placement of a scene node. A point is scaled, rotated, translated, and then transformed by
+/// the external matrix.
 ///
-/// A matrix is 16 doubles, column-major, for column vectors, ready for glMultMatrixd: element
-/// 4 * c + r is row r of column c, and elements 12, 13, 14 hold the translation. Angles are
-/// degrees, right-handed about the axis, which need not have unit length.
+/// A matrix is 16 doubles as glMultMatrixd takes them, column by column, for column vectors:
+/// element 4 * c + r is row r of column c, and elements 12, 13, 14 hold the translation. Angles are
+/// degrees, right-handed about the axis. An axis need not have unit length.
 ///
-/// The composite matrix is kept ready. Operations that rebuild it from the separate settings say
-/// so; Scale and Translate edit it in place instead, so that a later rebuild may move it.
+/// The composite matrix, the product of all settings, is stored. Most operations rebuild it from
+/// the settings, and their comments say so. Scale and Translate change it directly instead; a later
+/// rebuild can give another matrix.
 ///
-/// Most transforms are never changed: all nodes of an imported file stay where the file has them.
-/// The settings, 448 bytes, are therefore allocated by the first change, and by a pointer through
-/// which a matrix can be changed. Questions to a transform that was never changed are answered from
-/// one set of initial values that all of them share. Loading the initial values allocates nothing.
+/// Most transforms are never changed; all meshes of an imported file are where the file has them.
+/// The settings, 448 bytes, are therefore allocated only by the first change, or by the first call
+/// that returns a pointer through which a matrix can be changed. Transforms without settings of
+/// their own answer questions from one shared set of initial values. Loading a record of initial
+/// values allocates nothing.
 ///
 /// Its record is the version, the composite, external and rotation matrices, scale and translation.
 class ORVANE_API CoordinateTransform : public CObject
@@ -30,9 +32,9 @@ public:
     CoordinateTransform(const CoordinateTransform& other);
     CoordinateTransform& operator=(const CoordinateTransform& other);
 
-    // The 16 doubles of a matrix. A changeable pointer stays valid, and shows every change, until
-    // the transform is destroyed. A pointer to a constant transform's matrix is for looking at
-    // once: the first change of the transform moves the matrix.
+    // The 16 doubles of a matrix. A pointer from one of the functions that are not const shows
+    // every later change until the transform is destroyed. A pointer from a const function must not
+    // be kept: the first change of the transform moves the matrix.
     double* GetCompositeMatrix() { return EnsureSettings().compositeMatrix; }
     const double* GetCompositeMatrix() const { return CurrentSettings().compositeMatrix; }
     double* GetExternalMatrix() { return EnsureSettings().externalMatrix; }
@@ -43,78 +45,80 @@ public:
     DVector GetScale() const { return CurrentSettings().scale; }
     DVector GetTranslation() const { return CurrentSettings().translation; }
 
-    /// Scale 1, no translation, and ResetRotation.
+    /// Sets scale 1 and no translation, and calls ResetRotation.
     void Reset();
-    /// No rotation and no external matrix; rebuilds the composite.
+    /// Removes the rotation and the external matrix, and rebuilds the composite.
     void ResetRotation();
-    /// Composite and rotation become the identity; everything else stays, nothing is rebuilt.
+    /// Composite and rotation become the identity. Nothing else changes, and nothing is rebuilt.
     void LoadIdentity();
     static void LoadIdentity(double* matrix);
-    /// Replaces the composite alone.
+    /// Replaces the composite and nothing else.
     void LoadComposite(const double* matrix);
 
-    // These replace the setting and rebuild the composite.
+    // Each of these replaces a setting and rebuilds the composite.
     void SetScale(const DVector& newScale);
     void SetTranslation(const DVector& newTranslation);
     void SetRotation(double degrees, const DVector& axis);
     void SetRotationMatrix(const double* matrix);
     void SetRotationMatrix(const float* matrix);
-    /// The rotation that takes a onto the x axis, b onto y and c onto z, for a right-handed set of
-    /// perpendicular vectors of any length.
+    /// Sets the rotation that turns a onto the x axis, b onto the y axis and c onto the z axis. The
+    /// three are perpendicular and right-handed, and may have any length.
     void SetAlignmentRotation(const DVector& a, const DVector& b, const DVector& c);
 
-    /// Rotates further, after the rotation so far; rebuilds the composite.
+    /// Adds a rotation that is applied after the present one, and rebuilds the composite.
     void Rotate(double degrees, const DVector& axis);
 
-    // These change the setting and edit the composite in place: the composite gets a further scale
-    // before everything in it, and a further translation after everything in it.
+    // These two change a setting and the composite directly: the composite gets a further scale,
+    // which is applied before everything else in it, or a further translation, which is applied
+    // after everything else.
     void Scale(const DVector& factors);
     void Translate(const DVector& offset);
 
-    /// The external matrix is followed by the other's composite; rebuilds the composite. The
-    /// transform itself may be given.
+    /// Multiplies the external matrix by the other transform's composite, which is applied after
+    /// it, and rebuilds the composite. The other may be this transform.
     void Combine(const CoordinateTransform* other);
-    /// The same with the other's external matrix.
+    /// The same with the other transform's external matrix.
     void CombineExternal(const CoordinateTransform* other);
 
-    /// The rotation becomes the external matrix without its translation. Nothing is rebuilt.
+    /// Sets the rotation to the external matrix without its translation. Nothing is rebuilt.
     void ExternalToRotation();
-    /// The translation becomes that of the external matrix. Nothing is rebuilt.
+    /// Sets the translation to that of the external matrix. Nothing is rebuilt.
     void ExternalToTranslation();
-    /// Transposes the upper 3 x 3 of the external and the rotation matrix, leaving the external
-    /// translation; rebuilds the composite.
+    /// Transposes the upper 3 x 3 elements of the external and of the rotation matrix, but not the
+    /// external translation, and rebuilds the composite.
     void InvertRotations();
 
-    // Points, count at a time, in place or from one array to another (which may be the same). All
-    // is computed in double; Vectors round the results to float. M is the composite.
+    // Operations on \p count points, in place or from one array to another, which may be the same
+    // array. Everything is computed in double; the results for Vectors are rounded to float. M is
+    // the composite matrix.
 
-    /// M applied to the point.
+    /// M times the point.
     void TransformVectors(const Vector* in, Vector* out, int count) const;
     void TransformDVectors(const DVector* in, DVector* out, int count) const;
     void TransformVectors(Vector* v, int count) const { TransformVectors(v, v, count); }
     void TransformDVectors(DVector* v, int count) const { TransformDVectors(v, v, count); }
 
-    /// The transposed upper 3 x 3 of M applied to the point, then M's translation taken off. This
-    /// undoes Transform only without scale and while the rotation leaves the translation unturned:
-    /// meant so, see UntransformIsNotAnInverseOfRotationPlusTranslation.
+    /// The transposed upper 3 x 3 elements of M times the point, minus the translation of M. This
+    /// undoes Transform only if M does not scale and its rotation does not turn its translation.
+    /// Required; see UntransformIsNotAnInverseOfRotationPlusTranslation.
     void UntransformVectors(const Vector* in, Vector* out, int count) const;
     void UntransformDVectors(const DVector* in, DVector* out, int count) const;
     void UntransformVectors(Vector* v, int count) const { UntransformVectors(v, v, count); }
     void UntransformDVectors(DVector* v, int count) const { UntransformDVectors(v, v, count); }
 
-    /// The upper 3 x 3 of M applied to the point.
+    /// The upper 3 x 3 elements of M times the point.
     void RotateVectors(const Vector* in, Vector* out, int count) const;
     void RotateDVectors(const DVector* in, DVector* out, int count) const;
     void RotateVectors(Vector* v, int count) const { RotateVectors(v, v, count); }
     void RotateDVectors(DVector* v, int count) const { RotateDVectors(v, v, count); }
 
-    /// The transposed upper 3 x 3 of M applied to the point.
+    /// The transposed upper 3 x 3 elements of M times the point.
     void UnrotateVectors(const Vector* in, Vector* out, int count) const;
     void UnrotateDVectors(const DVector* in, DVector* out, int count) const;
     void UnrotateVectors(Vector* v, int count) const { UnrotateVectors(v, v, count); }
     void UnrotateDVectors(DVector* v, int count) const { UnrotateDVectors(v, v, count); }
 
-    /// The point times the scale setting, by component.
+    /// The point times the scale setting, component by component.
     void ScaleVectors(const Vector* in, Vector* out, int count) const;
     void ScaleDVectors(const DVector* in, DVector* out, int count) const;
     void ScaleVectors(Vector* v, int count) const { ScaleVectors(v, v, count); }
@@ -135,7 +139,7 @@ private:
         Settings();
         void Regenerate();
         void Serialize(CArchive& archive);
-        /// Whether every number is that of a new transform, to the bit.
+        /// Whether every number has the same bits as in a new transform.
         bool AreInitial() const;
 
         double compositeMatrix[16];  ///< external * translation * rotation * scale
@@ -149,7 +153,7 @@ private:
     const Settings& CurrentSettings() const;
     Settings& EnsureSettings();
 
-    // The results may be one of the operands.
+    // The result may be written over one of the operands.
     static void MultiplyMatricies(const double* a, const double* b, double* product);
     static void MultiplyMatricies(double* a, const double* b) { MultiplyMatricies(a, b, a); }
     static void ComposeInverseRotationMatrix(const double* in, double* out);

@@ -3,8 +3,9 @@
 
 #include "geometry/Vector.h"
 
-/// A double-precision vector in space. Arithmetic is by component; a Point2D operand touches x and
-/// y only. Floats, whole numbers, Vectors and Points widen to the double forms without loss.
+/// A double-precision vector in space. Arithmetic is component by component; a Point2D operand
+/// changes only x and y. Floats, whole numbers, Vectors and Points are widened to doubles without
+/// loss.
 ///
 /// Its record is x, y, z as doubles, without a version.
 class ORVANE_API DVector : public CObject
@@ -79,7 +80,7 @@ public:
     double Length() const { return std::sqrt(x * x + y * y + z * z); }
     double DistanceTo(const DVector& other) const { return (other - *this).Length(); }
 
-    /// 0 and no change for a length of exactly 0.
+    /// Returns 0, without a change, for a length of exactly 0.
     int Normalize()
     {
         const double length = Length();
@@ -91,11 +92,11 @@ public:
         return 1;
     }
 
-    /// A normalized copy, without a test for 0: that gives infinities or not-a-number.
+    /// A normalized copy. A length of 0 is not tested for and gives infinities or not-a-number.
     DVector CopyNormalize() const { return *this / Length(); }
 
-    /// Normalizes both, this one first, and returns the cosine of the angle between them; 0 as soon
-    /// as one has no length. Both operands are meant to change.
+    /// Normalizes this vector and then the other one, and returns the cosine of the angle between
+    /// them. Returns 0 as soon as one of them has length 0. Both operands change; that is required.
     double NormalizeAndDot(DVector& other)
     {
         return Normalize() != 0 && other.Normalize() != 0 ? Dot(other) : 0.0;

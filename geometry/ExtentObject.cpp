@@ -29,8 +29,8 @@ void ExtentObject::SetUnits(unsigned int newUnits)
 
 int ExtentObject::CalculatePixelExtents()
 {
-    // All in double: 100 times 2.9999999 is 299 pixels, where a product rounded to float would give
-    // 300.
+    // Computed in double: 100 times 2.9999999 gives 299 pixels. A product rounded to float would
+    // give 300.
     const auto pixelExtent = [this](double resolution, double extent) {
         switch (units)
         {
@@ -50,7 +50,7 @@ int ExtentObject::CalculatePixelExtents()
     return 1;
 }
 
-/// One axis from any of the units to inches or centimetres, in double.
+/// Converts the extent of one axis from its units to inches or centimetres, in double.
 static double ToLength(double extent, DWORD from, ExtentObject::Units to, double resolution)
 {
     if (from == to)

@@ -24,7 +24,8 @@ bool IsNear(float t, float end)
     return std::fabs(end - t) < tolerance;
 }
 
-/// Snaps t to an end that it comes near to and returns where it lies; 0 outside.
+/// Sets t to 0 or 1 if it is within 1e-5 of that number. Returns where t lies; 0 outside the
+/// segment.
 int Locate(float* t)
 {
     if (IsNear(*t, 0.0f))
@@ -40,7 +41,7 @@ int Locate(float* t)
     return *t >= 0.0f && *t <= 1.0f ? inside : 0;
 }
 
-/// The length in double, not rounded.
+/// The length in double, not rounded to float.
 double ExactLength(const Vector& vector)
 {
     return DVector(vector).Length();

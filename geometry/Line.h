@@ -4,8 +4,9 @@
 #include "geometry/Vector.h"
 #include "platform/Types.h"
 
-/// A segment with its unit direction, from end 1 to end 2, and the left-hand perpendicular of that
-/// in the xy plane. A segment without length has a zero direction and normal.
+/// A segment with its unit direction, from end 1 to end 2, and its normal, the left-hand
+/// perpendicular of the direction in the xy plane. Direction and normal of a segment of length 0
+/// are 0.
 class ORVANE_API Line
 {
 public:
@@ -19,32 +20,35 @@ public:
     Vector GetEnd1() const { return end1; }
     Vector GetEnd2() const { return end2; }
     Vector GetDirection() const { return direction; }
-    /// From end 2 to end 1.
+    /// The unit direction from end 2 to end 1.
     Vector GetDirection21() const { return -direction; }
     Vector GetNormal() const { return normal; }
     float Length() const { return end1.DistanceTo(end2); }
 
-    /// Meets the other line, taken as infinite in the xy plane. \p t receives the place along this
-    /// line, 0 at end 1 and 1 at end 2, which may lie outside. Returns 1; for parallel lines 256,
-    /// with t -1 and the point at the origin.
+    /// Computes where this line crosses the other line, which is taken as infinite in the xy plane.
+    /// \p t receives the place of the crossing along this line: 0 at end 1, 1 at end 2, and other
+    /// numbers outside the segment. Returns 1. For parallel lines it returns 256, with t = -1 and
+    /// the origin as the point.
     int Intersection(const Line& other, Vector* point, float* t) const;
 
-    /// Meets the other segment. Returns 0 when they don't meet, 256 when they are parallel, else
-    /// where: on this line at end 1 (4), at end 2 (8) or between (2), with, on the other, at end 1
-    /// (32), at end 2 (64) or between (16). An end is hit when t comes within 1e-5 of it, and \p t
-    /// is then exactly 0 or 1.
+    /// Computes where two segments cross. Returns 0 when they do not cross, 256 when they are
+    /// parallel, and otherwise the sum of two numbers: 4 at end 1 of this line, 8 at its end 2 or 2
+    /// between them, plus 32 at end 1 of the other line, 64 at its end 2 or 16 between them. A
+    /// crossing whose t is within 1e-5 of an end counts as at that end; \p t is then exactly 0 or
+    /// 1.
     int DoLinesIntersect(const Line& other, Vector* point, float* t) const;
 
-    /// Whether the point lies on the segment: 132 at end 1, 136 at end 2, 130 between, with \p t as
-    /// above; else 0 with t -1. Exactly at end 1 it counts as outside, for want of a direction:
-    /// meant so, see APointExactlyAtEndOneIsNotOnTheLine.
+    /// Whether the point lies on the segment. Returns 132 at end 1, 136 at end 2 and 130 between
+    /// them, with \p t as above; otherwise 0 with t = -1. A point exactly at end 1 is not found,
+    /// because there is no direction from end 1 to it. Required; see
+    /// APointExactlyAtEndOneIsNotOnTheLine.
     int IsPointOnLine(const Vector& p, float* t) const;
 
 protected:
     Vector direction;
     Vector end1;
     Vector end2;
-    LONG unused = 0;  ///< part of the layout only; copied with the line
+    LONG unused = 0;  ///< not used; copied with the line
     Vector normal;
 
 private:

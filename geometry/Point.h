@@ -2,14 +2,14 @@
 #pragma once
 
 /// \file
-/// Point2D and Point: whole-numbered points, plain values of signed 16-bit components.
+/// Point2D and Point: points of whole numbers, with signed 16-bit components.
 
 #include "platform/Export.h"
 
 #include <cstdint>
 
-/// A point in the plane. Arithmetic is by component and wraps at 16 bits. Division truncates;
-/// dividing by 0 is the caller's fault.
+/// A point in the plane. Arithmetic is component by component and wraps at 16 bits. Division
+/// truncates; the divisor must not be 0.
 class ORVANE_API Point2D
 {
 public:

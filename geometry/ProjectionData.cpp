@@ -21,7 +21,7 @@ double HalfAngleTangent(double degrees)
     return std::tan(degrees * (1.570796327 / 180));
 }
 
-/// The angle in degrees whose half has this opposite and adjacent side.
+/// The angle in degrees whose half has the tangent \p opposite / \p adjacent.
 double AngleFromSides(double opposite, double adjacent)
 {
     return 2 * std::atan2(opposite, adjacent) * 180 / std::numbers::pi;
@@ -254,8 +254,8 @@ void ProjectionData::Serialize(CArchive& archive)
     ReadVersionedRecord(archive, *this, &ProjectionData::DeserializeVersion1,
                         &ProjectionData::DeserializeVersion2, &ProjectionData::DeserializeVersion3,
                         &ProjectionData::DeserializeVersion4);
-    // The lens follows the loaded angle, so that a later restore of the lens brings this angle
-    // back.
+    // The lens length is computed from the loaded angle, so that undo, which restores the lens
+    // length, restores this angle.
     CalculateLensLength();
 }
 

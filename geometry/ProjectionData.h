@@ -3,16 +3,17 @@
 
 #include "host/CObject.h"
 
-/// The lens of a view: perspective or orthographic, the size of the picture in pixels, and the
-/// sub-window of it that is drawn, so that a large picture can be drawn in bands with matching
-/// off-axis volumes.
+/// The lens of a view, perspective or orthographic, with the size of the picture in pixels and the
+/// part of it that is drawn, the sub-window. A large picture is drawn in bands: each band is a
+/// sub-window with a volume of its own.
 ///
-/// The field of view is vertical, in degrees, and tied to the focal length of a lens for 35 mm
-/// film: half a frame, 17.5 mm, is seen from the focal length under half the angle. Sizes and
-/// offsets are pixels, the vertical offset downward from the top; `...Near` values are world units
-/// at the near plane. A negative width or height means that the picture has no size yet.
+/// The field of view is vertical, in degrees. The lens length is the focal length of a lens for 35
+/// mm film with the same field of view: tan(angle / 2) = 17.5 mm / focal length. Sizes and offsets
+/// are pixels, the vertical offset downward from the top. Fields whose names end in Near are world
+/// units at the near plane. A negative width or height means that the picture has no size yet.
 ///
-/// Setters recompute what depends on them; nothing is computed from a size that is missing.
+/// Setters recompute the fields that depend on the new value, except those that depend on a size
+/// while there is none.
 class ORVANE_API ProjectionData : public CObject
 {
     DECLARE_SERIAL(ProjectionData)
@@ -64,32 +65,32 @@ public:
     void SetFieldOfViewAngle(double degrees);
     void SetLensLength(double millimetres);
 
-    /// World units. The other extent follows by the aspect.
+    /// World units. The other extent is computed from the aspect.
     void SetOrthographicHeight(double newHeight);
     void SetOrthographicWidth(double newWidth);
 
-    /// The scaled size becomes the unscaled one times these factors.
+    /// The scaled size becomes the unscaled size times these factors.
     void SetScale(double newScaleX, double newScaleY);
     void SetUnscaledSize(double newWidth, double newHeight);
-    /// The unscaled size follows along each axis whose factor is not 0.
+    /// Also sets the unscaled size on each axis whose factor is not 0.
     void SetScaledSize(double newWidth, double newHeight);
 
-    /// The sub-window; only the volume that belongs to it is recomputed.
+    /// Set the sub-window and recompute only its volume.
     void SetViewOffset(double x, double y);
     void SetViewSize(double newWidth, double newHeight);
 
     void SetReferenceAspect(double newAspect) { referenceAspect = newAspect; }
-    /// Keeps aspect, field of view and height as the reference of ResizeAndMaintainView.
+    /// Stores aspect, field of view and height as the reference for ResizeAndMaintainView.
     void SaveReferenceAspect();
 
-    /// Takes a window's new size and keeps what the reference shows: a picture narrower than the
-    /// reference keeps its horizontal coverage under a wider vertical angle, a wider one keeps its
-    /// vertical angle. The first size is only stored, and the sub-window is not recomputed then.
-    /// Ignores sizes that are not positive.
+    /// Sets a window's new size and shows what the reference showed. A window that is narrower than
+    /// the reference gets a wider vertical angle, so that it shows the same width; a wider window
+    /// keeps the vertical angle. The first size is only stored, without recomputing the sub-window.
+    /// Sizes that are not positive are ignored.
     void ResizeAndMaintainView(double newWidth, double newHeight);
 
-    /// Takes over the lens of a saved view (angle, orthographic extents and kind) and keeps the
-    /// window. Returns 1.
+    /// Copies the lens of a saved view: the angle, the orthographic extents, and whether it is
+    /// orthographic. The size of the window does not change. Always 1.
     int CopyFromSaved(const ProjectionData& saved);
 
     void CalculateFieldOfViewAngle();  ///< from the lens length
@@ -97,8 +98,8 @@ public:
     void CalculateProjectionData();
     void CalculateViewProjectionData();
 
-    /// Multiplies the sub-window's volume onto OpenGL's current matrix and sets the viewport to the
-    /// sub-window's size.
+    /// Multiplies OpenGL's current matrix by the projection of the sub-window and sets OpenGL's
+    /// viewport to the size of the sub-window.
     void ApplyVolume() const;
 
     /// Only the lens and the scale are stored. Loading recomputes the lens length.

@@ -58,7 +58,8 @@ Sphere& Sphere::operator+=(const Sphere& other)
         return *this;
     }
 
-    // The new diameter runs along the line of the centres, from our far side to the other's.
+    // The new diameter lies on the line through the two centres, from the far side of this sphere
+    // to the far side of the other.
     toward.Normalize();
     float newDiameter = distance + radius + other.radius;
     Vector ourEnd = GetCenter() + toward * radius;

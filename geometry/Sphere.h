@@ -4,8 +4,8 @@
 #include "geometry/Vector.h"
 #include "platform/Types.h"
 
-/// A bounding sphere that can grow to enclose another. It is undefined, with everything 0, until a
-/// setter is called.
+/// A bounding sphere that can grow to enclose another one. A new sphere is undefined, with all
+/// numbers 0, until a setter is called.
 ///
 /// Its record is the version, centre, diameter, flags and radius.
 class ORVANE_API Sphere : public CObject
@@ -17,7 +17,8 @@ public:
     float GetDiameter() const { return diameter; }
     float GetRadius() const { return radius; }
 
-    // Each of the three setters makes the sphere defined; diameter and radius follow each other.
+    // Each of the three setters makes the sphere defined. Setting the diameter also sets the
+    // radius, and the other way round.
     void SetCenter(const Vector& newCenter);
     void SetDiameter(float newDiameter);
     void SetRadius(float newRadius);
@@ -27,12 +28,13 @@ public:
     /// Also sets centre, diameter and radius to 0.
     void ClearDefined();
 
-    /// Becomes the sphere that has the line from a to b as a diameter; undefined when its radius is
-    /// not greater than 1e-5.
+    /// Makes the line from a to b a diameter of the sphere. The sphere becomes undefined when its
+    /// radius is not greater than 1e-5.
     void CalculateSphere(const Vector& a, const Vector& b);
 
-    /// Grows to the smallest sphere around both. An undefined sphere becomes a copy of the other,
-    /// whether that is defined or not; an undefined other counts as a point at its centre.
+    /// Grows to the smallest sphere that contains both. An undefined sphere becomes a copy of the
+    /// other sphere, defined or not. If only the other sphere is undefined, it counts as a point at
+    /// its centre.
     Sphere& operator+=(const Sphere& other);
     Sphere operator+(const Sphere& other) const { return Sphere(*this) += other; }
 

@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-/// A pixel position or size without its fraction. What no picture has is brought near enough that
-/// sums and differences of two stay in range.
+/// A pixel position or size without its fraction. Positions that no picture has are limited, so
+/// that sums and differences of two of them stay in range.
 inline int WholePixels(double pixels)
 {
     constexpr double limit = 1 << 29;

@@ -7,8 +7,8 @@
 
 #include <cmath>
 
-/// A single-precision vector in space. Arithmetic is by component, in float; a Vector2D or Point2D
-/// operand touches x and y only, and a Point is widened to a Vector.
+/// A single-precision vector in space. Arithmetic is component by component, in float. A Vector2D
+/// or Point2D operand changes only x and y; a Point is widened to a Vector.
 ///
 /// Its record is x, y, z as floats, without a version.
 class ORVANE_API Vector : public CObject
@@ -93,11 +93,11 @@ public:
 
     float Dot(const Vector& other) const { return x * other.x + y * other.y + z * other.z; }
 
-    /// Summed and rooted in double, then rounded.
+    /// Computed in double, then rounded to float.
     float Length() const { return static_cast<float>(LengthAsDouble()); }
     float DistanceTo(const Vector& other) const { return (other - *this).Length(); }
 
-    /// Divides by the double length; 0 and no change for a length of exactly 0.
+    /// Divides by the length in double. Returns 0, without a change, for a length of exactly 0.
     int Normalize()
     {
         const double length = LengthAsDouble();
@@ -110,12 +110,12 @@ public:
         return 1;
     }
 
-    /// A copy divided by the float length, without a test for 0: that gives infinities or
-    /// not-a-number.
+    /// A copy divided by the length in float. A length of 0 is not tested for and gives infinities
+    /// or not-a-number.
     Vector CopyNormalize() const { return *this / Length(); }
 
-    /// Normalizes both, this one first, and returns the cosine of the angle between them; 0 as soon
-    /// as one has no length. Both operands are meant to change.
+    /// Normalizes this vector and then the other one, and returns the cosine of the angle between
+    /// them. Returns 0 as soon as one of them has length 0. Both operands change; that is required.
     float NormalizeAndDot(Vector& other)
     {
         return Normalize() != 0 && other.Normalize() != 0 ? Dot(other) : 0.0f;

@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-/// A single-precision vector in the plane, a plain value. Arithmetic is by component, in float.
+/// A single-precision vector in the plane. Arithmetic is component by component, in float.
 class ORVANE_API Vector2D
 {
 public:
@@ -49,11 +49,11 @@ public:
 
     float Dot(const Vector2D& other) const { return x * other.x + y * other.y; }
 
-    /// Summed and rooted in double, then rounded.
+    /// Computed in double, then rounded to float.
     float Length() const { return static_cast<float>(LengthAsDouble()); }
     float DistanceTo(const Vector2D& other) const { return (other - *this).Length(); }
 
-    /// Divides by the double length; 0 and no change for a length of exactly 0.
+    /// Divides by the length in double. Returns 0, without a change, for a length of exactly 0.
     int Normalize()
     {
         const double length = LengthAsDouble();
@@ -65,12 +65,12 @@ public:
         return 1;
     }
 
-    /// A copy divided by the float length, without a test for 0: that gives infinities or
-    /// not-a-number.
+    /// A copy divided by the length in float. A length of 0 is not tested for and gives infinities
+    /// or not-a-number.
     Vector2D CopyNormalize() const { return *this / Length(); }
 
-    /// Normalizes both, this one first, and returns the cosine of the angle between them; 0 as soon
-    /// as one has no length. Both operands are meant to change.
+    /// Normalizes this vector and then the other one, and returns the cosine of the angle between
+    /// them. Returns 0 as soon as one of them has length 0. Both operands change; that is required.
     float NormalizeAndDot(Vector2D& other)
     {
         return Normalize() != 0 && other.Normalize() != 0 ? Dot(other) : 0.0f;
