@@ -8,7 +8,7 @@ void ApplyMaterial(GLenum face, const Color& material)
     const ColorVector emission = material.GetEmissionColor();
     const ColorVector specular = material.GetSpecularColor();
 
-    // The emitted alpha does not count.
+    // The alpha of the emission is not looked at.
     const bool selfLit = emission.red != 0.0f || emission.green != 0.0f || emission.blue != 0.0f;
     if (!selfLit)
     {

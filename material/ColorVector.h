@@ -3,8 +3,8 @@
 
 #include "host/CObject.h"
 
-/// An RGBA colour of four floats, nominally 0 to 1 and never clamped. The address of red serves
-/// OpenGL as a GLfloat[4]. A new one is opaque black.
+/// An RGBA colour of four floats, nominally 0 to 1 and never clamped. The address of red can be
+/// passed to OpenGL as a GLfloat[4]. A new colour is opaque black.
 ///
 /// Its record is the four floats, without a version.
 class ORVANE_API ColorVector : public CObject
@@ -26,7 +26,7 @@ public:
         alpha = a;
     }
 
-    /// Red, green and blue of a COLORREF; alpha stays.
+    /// Sets red, green and blue from a COLORREF. Alpha does not change.
     ColorVector& operator=(unsigned long colorRef);
 
     /// The COLORREF nearest to the colour, without alpha. Components outside 0 to 1 wrap at 8 bits.

@@ -35,7 +35,8 @@ const NamedColor::ProfileEntry NamedColor::profileEntries_[] = {
     {319, &NamedColor::specularColor, &ColorVector::blue},
 };
 
-/// Whole percent, of the product in float: 0.9 is 90, though just below it as a double.
+/// Whole per cent. The product is rounded to float first: 0.9 as a float is just below 0.9, but
+/// gives 90.
 static LONG Percent(float component)
 {
     return TruncateToLong(component * 100.0f);

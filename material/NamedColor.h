@@ -4,8 +4,8 @@
 #include "host/CString.h"
 #include "material/Color.h"
 
-/// A material with a display name and the number of the NamedColorGroup that it belongs to, 0 being
-/// the built-in one. It can be kept in the application's profile.
+/// A material with a display name and the number of the NamedColorGroup that it belongs to; 0 is
+/// the built-in group. It can be stored in the application's profile.
 ///
 /// Its record is that of Color, then the version, the group and the name.
 class ORVANE_API NamedColor : public Color
@@ -17,9 +17,9 @@ public:
     NamedColor() = default;
     NamedColor(const NamedColor& other) = default;
     NamedColor& operator=(const NamedColor& other) = default;
-    /// Takes the colours alone: the group is 0, whatever group the given material has.
+    /// Copies only the colours. The group is 0, whatever group the given material has.
     NamedColor(const Color& color, const char* newName) : Color(color), name(newName) {}
-    /// Medium grey of another name.
+    /// Medium grey with another name.
     NamedColor(const char* newName) : name(newName) {}
     /// Loads from the profile.
     NamedColor(int index, const CString& section, const CString& prefix);
@@ -29,19 +29,20 @@ public:
     unsigned long GetColorGroup() const { return colorGroup; }
     void SetColorGroup(unsigned long group) { colorGroup = static_cast<DWORD>(group); }
 
-    /// Makes a complete material of a COLORREF: the ambient colour is half as bright, the specular
-    /// one as bright as its hue allows, and the name tells the percentages. Group, diffuse alpha
-    /// and specular alpha stay. Black has no hue and gives a specular colour that is no number:
-    /// meant so, see ABlackPaletteColorHasNoSpecularHue.
+    /// Makes a material from a COLORREF. The ambient colour is half as bright, the specular colour
+    /// is as bright as the hue allows, and the name states red, green and blue in per cent. Group,
+    /// diffuse alpha and specular alpha do not change. Black has no hue; its specular colour
+    /// becomes not-a-number. Required; see ABlackPaletteColorHasNoSpecularHue.
     NamedColor& operator=(unsigned long colorRef);
 
-    /// Reads and writes entries of the profile section "<section>\<prefix><index>", components as
-    /// whole percentages. Emission and group take no part. What is missing loads as 0, the name as
-    /// "Invalid Material". The entry "Transparency" holds the opacity. Both return 1 always.
+    /// Read and write the entries of the profile section "<section>\<prefix><index>", colours in
+    /// whole per cent. Emission and group are neither read nor written. A missing number loads as
+    /// 0, and a missing name as "Invalid Material". The entry named "Transparency" holds the
+    /// opacity. Both always return 1.
     int Load(int index, const CString& section, const CString& prefix);
     int Save(int index, const CString& section, const CString& prefix) const;
 
-    /// Also names it "Medium Gray"; the group stays.
+    /// Also sets the name "Medium Gray". The group does not change.
     void Reset() override;
 
     void Serialize(CArchive& archive) override;

@@ -4,8 +4,8 @@
 #include "host/GrowableArray.h"
 #include "material/NamedColor.h"
 
-/// A growable array of materials, held by value. Its grow-by starts at -1, so that it grows
-/// geometrically.
+/// A growable array of materials, held by value. Its grow-by is -1 at first, so that its capacity
+/// grows by half.
 ///
 /// Its record is the version, the count as a DWORD, and each material's record.
 class ORVANE_API NamedColorArray : public CObject, public GrowableArray<NamedColor>

@@ -5,7 +5,8 @@
 
 /// A palette of materials with a number and a name. Group 0 is the fixed, built-in palette.
 ///
-/// It has no record of its own: as an array it stores its materials, not its number and name.
+/// It has no record of its own. Its record is that of the array: the materials without number and
+/// name.
 class ORVANE_API NamedColorGroup : public NamedColorArray
 {
     DECLARE_DYNCREATE(NamedColorGroup)
@@ -20,10 +21,11 @@ public:
     void SetColorGroup(unsigned long group) { colorGroup = static_cast<DWORD>(group); }
     void SetName(const char* newName) { name = newName; }
 
-    /// 1 for every group but 0.
+    /// 1 for every group except group 0.
     int IsEditable() const { return colorGroup != 0 ? 1 : 0; }
 
-    /// Stamps the group's number into the material, then appends a copy of it. Returns its index.
+    /// Sets the material's group to this group's number, then appends a copy of the material.
+    /// Returns the index of the copy.
     int Add(NamedColor& color);
 
     DWORD colorGroup = 0;

@@ -3,7 +3,8 @@
 
 #include "platform/OpenGL.h"
 
-/// Switches lighting off, where it is on, for as long as it lives.
+/// Switches OpenGL's lighting off while an object of this class exists, and on again if it was on
+/// before.
 class Unlit
 {
 public:
