@@ -18,6 +18,7 @@ set(ORVANE_PUBLIC_HEADERS
   platform/Fonts.h
   platform/Memory.h
   platform/Messages.h
+  platform/MultibyteCompare.h
   platform/OpenGL.h
   platform/Rendering.h
   platform/Storage.h
@@ -38,7 +39,6 @@ set(ORVANE_PUBLIC_HEADERS
   host/FlagAccessors.h
   host/GrowableArray.h
   host/ListOrder.h
-  host/MultibyteCompare.h
   host/Resources.h
   host/TypedList.h
   geometry/BoundingElement.h

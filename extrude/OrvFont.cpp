@@ -3,9 +3,9 @@
 
 #include "extrude/FontDC.h"
 #include "extrude/OrvGlyph.h"
-#include "host/MultibyteCompare.h"
 #include "outline/TTGlyph.h"
 #include "platform/Messages.h"
+#include "platform/MultibyteCompare.h"
 
 #include <cstdio>
 #include <vector>

@@ -4,7 +4,7 @@
 #include "host/CObList.h"
 #include "host/CString.h"
 #include "host/ListOrder.h"
-#include "host/MultibyteCompare.h"
+#include "platform/MultibyteCompare.h"
 
 /// A CObList whose elements are pointers to one class, and the functions that all lists of the
 /// library have in common. The list does not own its elements. All typed lists derive from this

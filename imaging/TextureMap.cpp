@@ -2,10 +2,10 @@
 #include "imaging/TextureMap.h"
 
 #include "host/CFile.h"
-#include "host/MultibyteCompare.h"
 #include "host/RecordVersion.h"
 #include "imaging/GLMemoryDIB.h"
 #include "imaging/TextureOwnership.h"
+#include "platform/MultibyteCompare.h"
 
 #include <algorithm>
 #include <cstring>

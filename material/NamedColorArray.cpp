@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "material/NamedColorArray.h"
 
-#include "host/MultibyteCompare.h"
 #include "host/RecordVersion.h"
+#include "platform/MultibyteCompare.h"
 
 IMPLEMENT_SERIAL(NamedColorArray, CObject, VERSIONABLE_SCHEMA | 1)
 

@@ -2,9 +2,9 @@
 #include "scene/SceneTemplate.h"
 
 #include "host/CWinApp.h"
-#include "host/MultibyteCompare.h"
 #include "host/RecordVersion.h"
 #include "imaging/MemoryMappedDIB.h"
+#include "platform/MultibyteCompare.h"
 
 #include <utility>
 

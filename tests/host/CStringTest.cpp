@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/CString.h"
 
-#include "host/MultibyteCompare.h"
 #include "host/Resources.h"
+#include "platform/MultibyteCompare.h"
 
 #include <gtest/gtest.h>
 
