@@ -7,21 +7,23 @@ JOBS ?= $(shell nproc)
 BUILD = build/$(PRESET)
 # "no" keeps make from installing packages.
 export PACKAGES ?=
-# More options for CMake: make test OPTIONS=-DORVANE_WERROR=ON
-OPTIONS ?=
+# ON treats warnings as errors, as the presets do for people who develop Orvane. Others may have a compiler that warns
+# of more.
+WERROR ?= OFF
+CONFIGURE = cmake --preset $(PRESET) -DORVANE_WERROR=$(WERROR)
 
 .PHONY: all demo test bench fuzz install format lint clean packages
 
 all: packages
 	@tools/install-packages test
-	cmake --preset $(PRESET) $(OPTIONS)
+	$(CONFIGURE)
 	cmake --build --preset $(PRESET) -j $(JOBS)
 
 packages:
 	@tools/install-packages build run
 
 demo: packages
-	cmake --preset $(PRESET) $(OPTIONS) -DORVANE_BUILD_TESTS=OFF
+	$(CONFIGURE) -DORVANE_BUILD_TESTS=OFF
 	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane_cli
 	@mkdir -p out
 	@$(BUILD)/bin/orvane showcase -o out/orvane.png
@@ -29,13 +31,13 @@ demo: packages
 
 test: packages
 	@tools/install-packages test
-	cmake --preset $(PRESET) $(OPTIONS) -DORVANE_BUILD_TESTS=ON
+	$(CONFIGURE) -DORVANE_BUILD_TESTS=ON
 	cmake --build --preset $(PRESET) -j $(JOBS)
 	@tools/run-tests $(PRESET)
 
 bench: packages
 	@tools/install-packages bench
-	cmake --preset $(PRESET) $(OPTIONS) -DORVANE_BUILD_BENCH=ON
+	$(CONFIGURE) -DORVANE_BUILD_BENCH=ON
 	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane_bench
 	$(BUILD)/bin/orvane_bench
 
@@ -48,7 +50,7 @@ fuzz: packages
 	tools/fuzz build/fuzz $(SECONDS)
 
 install: packages
-	cmake --preset $(PRESET) $(OPTIONS) -DORVANE_BUILD_TESTS=OFF -DCMAKE_INSTALL_PREFIX="$(PREFIX)"
+	$(CONFIGURE) -DORVANE_BUILD_TESTS=OFF -DCMAKE_INSTALL_PREFIX="$(PREFIX)"
 	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane orvane_cli
 	cmake --install $(BUILD)
 	@# So that programs find a library in a folder of the system.
@@ -63,7 +65,7 @@ lint: packages
 	tools/format --check
 	tools/check-includes
 	tools/check-tree
-	cmake --preset $(PRESET) $(OPTIONS) -DORVANE_BUILD_TESTS=ON -DORVANE_BUILD_BENCH=ON
+	$(CONFIGURE) -DORVANE_BUILD_TESTS=ON -DORVANE_BUILD_BENCH=ON
 	tools/lint $(BUILD)
 
 clean:
