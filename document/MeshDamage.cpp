@@ -3,8 +3,6 @@
 
 #include "import3ds/ChunkTable.h"
 
-#include <algorithm>
-
 namespace orvane
 {
 
@@ -45,13 +43,25 @@ std::string ReasonText(const SkippedPart& part)
 
 std::string DamageText(const std::vector<SkippedPart>& skipped)
 {
-    const auto damaged = std::find_if(skipped.begin(), skipped.end(), [](const SkippedPart& part) {
-        return part.why == Skip::PastParent || part.why == Skip::Incomplete ||
-               part.why == Skip::NoHeader;
-    });
-    return damaged == skipped.end() ? ""
-                                    : "byte " + std::to_string(damaged->start) + ": " +
-                                          NameOfPart(*damaged) + ": " + ReasonText(*damaged);
+    for (const SkippedPart& part : skipped)
+    {
+        const std::string chunk =
+            "chunk " + ChunkIdText(part.id) + " at byte " + std::to_string(part.start);
+        switch (part.why)
+        {
+            case Skip::PastParent:
+                return chunk + " ends at " + std::to_string(part.start + part.length) +
+                       ", past its parent's end " + std::to_string(part.parentEnd);
+            case Skip::Incomplete:
+                return chunk + " is too short for the values that must be in it";
+            case Skip::NoHeader:
+                return "no chunk can be read at byte " + std::to_string(part.start) +
+                       ", inside the chunk " + ChunkIdText(part.parent);
+            default:
+                break;
+        }
+    }
+    return "";
 }
 
 }  // namespace orvane

@@ -26,8 +26,8 @@ ORVANE_API std::string NameOfPart(const ThreeDStudioObject::SkippedPart& part);
 /// Why an import skips the part.
 ORVANE_API std::string ReasonText(const ThreeDStudioObject::SkippedPart& part);
 
-/// Describes the first part that was skipped because the file is cut off or damaged: its byte, its
-/// name and the reason. Empty when the file is whole.
+/// Describes the first part that was skipped because the file is cut off or damaged, as "chunk
+/// 0x4110 at byte 1034 ends at 2210, past its parent's end 1998". Empty when the file is whole.
 ORVANE_API std::string DamageText(const std::vector<ThreeDStudioObject::SkippedPart>& skipped);
 
 }  // namespace orvane

@@ -109,6 +109,7 @@ public:
         DWORD start;   ///< position in the file
         DWORD length;  ///< in bytes
         SkipReason why;
+        DWORD parentEnd = 0;  ///< for PastParent: position where the parent ends; else 0
     };
 
     CFile file;  ///< open while it is imported

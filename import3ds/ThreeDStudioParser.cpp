@@ -63,17 +63,27 @@ int ThreeDStudioParser::ParseFile()
     }
     if (!hasLength)
     {
-        node_.OnSkipped({root.id, 0, Chunk3DS::headerSize, BytesLeft(), SkipReason::NoHeader});
+        Report({root.id, 0, Chunk3DS::headerSize, BytesLeft(), SkipReason::NoHeader});
     }
     return Parse3DS(root);
+}
+
+void ThreeDStudioParser::Report(const ThreeDStudioObject::SkippedPart& part)
+{
+    ++skippedParts_;
+    node_.OnSkipped(part);
 }
 
 // Reports a chunk that is skipped. Returns 1, so that a handler of chunks can end with it.
 int ThreeDStudioParser::ReportSkipped(WORD parent, const Chunk3DS& chunk, SkipReason why)
 {
-    ++skippedParts_;
-    node_.OnSkipped({parent, chunk.id, chunk.start, chunk.length, why});
+    Report({parent, chunk.id, chunk.start, chunk.length, why});
     return 1;
+}
+
+void ThreeDStudioParser::ReportPastParent(WORD parent, DWORD parentEnd, const Chunk3DS& chunk)
+{
+    Report({parent, chunk.id, chunk.start, chunk.length, SkipReason::PastParent, parentEnd});
 }
 
 // Reports the bytes from a position to the parent's end, if there are any.
@@ -81,8 +91,7 @@ void ThreeDStudioParser::ReportRestSkipped(const Chunk3DS& parent, DWORD from, S
 {
     if (from < parent.end)
     {
-        ++skippedParts_;
-        node_.OnSkipped({parent.id, 0, from, parent.end - from, why});
+        Report({parent.id, 0, from, parent.end - from, why});
     }
 }
 

@@ -90,6 +90,8 @@ private:
     bool HandleAndReport(const Chunk3DS& chunk, HandleChunk handleChunk);
     bool EnterEither(Chunk3DS& chunk, ChunkId first, ChunkId second);
     int ReportSkipped(WORD parent, const Chunk3DS& chunk, SkipReason why);
+    void ReportPastParent(WORD parent, DWORD parentEnd, const Chunk3DS& chunk);
+    void Report(const ThreeDStudioObject::SkippedPart& part);
     void ReportRestSkipped(const Chunk3DS& parent, DWORD from, SkipReason why);
 
     bool HasReached(DWORD position) const;
@@ -134,7 +136,7 @@ int ThreeDStudioParser::ForEachChunk(const Chunk3DS& parent, HandleChunk handleC
         }
         if (chunk.end > parent.end)
         {
-            ReportSkipped(parent.id, chunk, SkipReason::PastParent);
+            ReportPastParent(parent.id, parent.end, chunk);
         }
         else if (!HandleAndReport(chunk, handleChunk))
         {

@@ -146,7 +146,14 @@ bool ThreeDStudioParser::EnterEither(Chunk3DS& chunk, ChunkId first, ChunkId sec
         {
             return true;
         }
-        ReportSkipped(innermostId_, chunk, isInside ? SkipReason::NotUsed : SkipReason::PastParent);
+        if (isInside)
+        {
+            ReportSkipped(innermostId_, chunk, SkipReason::NotUsed);
+        }
+        else
+        {
+            ReportPastParent(innermostId_, innermostEnd_, chunk);
+        }
         chunk.Finalize();
     }
     return false;

@@ -193,18 +193,19 @@ TEST_F(ToolImport, WhatIsWholeOfADamagedFileIsDrawnAndTheDamageTold)
         {"render", "-o", "x.png", "--size", "60x40", "--samples", "1", "--import", "some.3ds"});
     EXPECT_EQ(result.status, 0);
     EXPECT_TRUE(folder.Has("x.png"));
-    EXPECT_EQ(result.err, "orvane: some.3ds: only what is whole is drawn: byte " +
+    EXPECT_EQ(result.err, "orvane: some.3ds: only what is whole is drawn: chunk 0x4110 at byte " +
                               std::to_string(list) +
-                              ": 0x4110 vertices: it is shorter than what must be in it\n");
+                              " is too short for the values that must be in it\n");
 
     std::filesystem::remove(folder.Path("x.png"));
     folder.Write("none.3ds", AsText(FileOf({second})));
     EXPECT_NE(Complaint({"render", "-o", "x.png", "--import", "none.3ds"}, 1)
-                  .find("none.3ds: there is no mesh in it: byte "),
+                  .find("none.3ds: there is no mesh in it: chunk 0x4110 at byte "),
               std::string::npos);
     folder.Write("root.3ds", AsText(RecordBytes().Word(0x4D4D).Dword(3)));
     EXPECT_NE(Complaint({"render", "-o", "x.png", "--import", "root.3ds"}, 1)
-                  .find("root.3ds: there is no mesh in it: byte 6: rest of 0x4D4D: no chunk"),
+                  .find("root.3ds: there is no mesh in it: no chunk can be read at byte 6, "
+                        "inside the chunk 0x4D4D"),
               std::string::npos);
 }
 

@@ -108,6 +108,17 @@ TEST(ThreeDStudioSkipped, AChunkThatEndsPastItsParentIsReported)
               (Told{{0x3D3D, 0x4000, Skip::PastParent}}));
 }
 
+TEST(ThreeDStudioSkipped, APartThatEndsPastItsParentNamesTheParentsEnd)
+{
+    // The root and the editor data have 6 bytes of header each. The object "a" is 8 bytes long.
+    const RecordBytes tooLong = RecordBytes().Word(0x4000).Dword(1000);
+    const Watched node(FileOf({ObjectChunk("a", {}), tooLong}));
+    ASSERT_EQ(node.skipped.size(), 1u);
+    EXPECT_EQ(node.skipped[0].start, 20u);
+    EXPECT_EQ(node.skipped[0].length, 1000u);
+    EXPECT_EQ(node.skipped[0].parentEnd, 26u);
+}
+
 TEST(ThreeDStudioSkipped, BytesThatAreNotAHeaderAreReported)
 {
     const RecordBytes tooShort = RecordBytes().Word(0x4000).Dword(5);

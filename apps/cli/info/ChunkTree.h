@@ -9,7 +9,7 @@
 namespace orvane
 {
 
-/// One chunk of a 3D Studio file, as it is stored.
+/// One chunk of a 3D Studio file.
 struct ChunkEntry
 {
     int depth;  ///< how many chunks it is in
@@ -19,11 +19,11 @@ struct ChunkEntry
     bool isWhole;  ///< it ends inside the chunk that it is in, and inside the file
 };
 
-/// The chunks in the order of the file, of those whose kind is known also what is inside. The list
-/// ends where no header can be read. Throws orvane::Error for a file that cannot be read.
+/// All chunks in the order of the file. The chunks inside a chunk are listed if the table of chunks
+/// has its id. The list ends where no header can be read. Throws Error if the file cannot be read.
 std::vector<ChunkEntry> ReadChunkTree(const std::string& path);
 
-/// The tree as lines, each indented by the depth.
+/// The tree as lines, each indented by its depth.
 std::string ChunkTreeText(const std::vector<ChunkEntry>& chunks);
 
 }  // namespace orvane

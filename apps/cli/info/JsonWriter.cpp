@@ -46,7 +46,8 @@ std::size_t CharacterLength(std::string_view text)
     return tooLong || surrogate || tooLarge ? 0 : length;
 }
 
-/// The number of a control character, from either control block; -1 for any other character.
+/// The code of a control character, which is below U+0020 or from U+007F to U+009F; -1 for any
+/// other character.
 int ControlNumber(std::string_view character)
 {
     const auto first = static_cast<unsigned char>(character[0]);

@@ -47,7 +47,7 @@ void WriteMaterial(JsonWriter& json, const char* key, const NamedColor& material
     json.EndObject();
 }
 
-/// A node's texture; null when it has none.
+/// Writes a node's texture, or null if it has none.
 void WriteTexture(JsonWriter& json, const TextureMap& texture)
 {
     json.Key("texture");
@@ -67,7 +67,7 @@ void WriteTexture(JsonWriter& json, const TextureMap& texture)
     json.EndObject();
 }
 
-/// The stored box, in the node's own coordinates and in its parent's; null when there is none.
+/// Writes the stored box in the node's coordinates and in its parent's, or null if there is none.
 void WriteBounds(JsonWriter& json, const DrawingObject& node)
 {
     json.Key("bounds");
@@ -195,14 +195,14 @@ void WriteLight(JsonWriter& json, const LightObject& light, int index)
     WriteColor(json, "diffuse", light.GetColors().GetDiffuseColor());
     WriteColor(json, "specular", light.GetColors().GetSpecularColor());
     json.Numbers("position", matrix[12], matrix[13], matrix[14]);
-    // It shines along its own negative z axis.
+    // A light shines along its own negative z axis.
     json.Numbers("direction", -matrix[8], -matrix[9], -matrix[10]);
     json.Member("spotCutoff", light.GetSpotCutoffAngle());
     json.Member("spotExponent", light.GetSpotExponent());
     json.EndObject();
 }
 
-/// The members of a camera, into an object that is open.
+/// Writes a camera as members of the object that is open.
 void WriteCamera(JsonWriter& json, const CoordinateTransform& transform, const ProjectionData& lens)
 {
     json.Member("projection", lens.IsOrthographic() ? "orthographic" : "perspective");

@@ -11,7 +11,7 @@ namespace
 
 constexpr std::size_t gap = 2;  // spaces before each column
 
-/// Characters, not bytes.
+/// The number of characters, which in UTF-8 may have several bytes each.
 std::size_t Width(const std::string& text)
 {
     return static_cast<std::size_t>(std::count_if(

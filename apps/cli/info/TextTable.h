@@ -7,19 +7,19 @@
 namespace orvane
 {
 
-/// Rows of cells (UTF-8) in columns that are as wide as their widest cell, for a terminal.
+/// Rows of cells in UTF-8, printed in columns. A column is as wide as its widest cell.
 class TextTable
 {
 public:
     void Add(std::vector<std::string> cells) { rows_.push_back({std::move(cells), false}); }
 
-    /// A row of a first cell and a text behind it that takes no part in the columns.
+    /// Adds a first cell, and a text behind it that does not widen any column.
     void AddLine(std::string first, std::string text)
     {
         rows_.push_back({{std::move(first), std::move(text)}, true});
     }
 
-    /// Each row on a line, indented; no spaces at the ends.
+    /// Each row on an indented line, without spaces at its end.
     std::string Text() const;
 
 private:
