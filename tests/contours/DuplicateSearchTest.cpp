@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The search for vertices at one place, through TTPolyGlyph and TTPolyContour: compared with the
-// plain way, every vertex against every later one.
+// The search for vertices at the same place, through TTPolyGlyph and TTPolyContour. Its results are
+// compared with those of nested loops that compare every vertex with every later one.
 
 #include "contours/DuplicateSearch.h"
 
@@ -21,7 +21,7 @@ namespace
 using Place = std::pair<int, int>;
 using Places = std::vector<Place>;
 
-/// Lays contours of the given sizes over the places, without any search.
+/// Makes a glyph of contours with the given sizes, whose vertices are the places in order.
 void LayOut(const std::vector<int>& sizes, const Places& places, TTPolyGlyph& glyph)
 {
     glyph.SetContourCount(static_cast<int>(sizes.size()));
@@ -59,7 +59,7 @@ bool Coincide(const TTPolyContour& a, int i, const TTPolyContour& b, int j)
     return left.x == right.x && left.y == right.y;
 }
 
-/// Every vertex against every later one. Returns how many moves it made of vertices that had been
+/// Separates vertices by nested loops. Returns how many moves were made of vertices that had been
 /// moved before.
 int SeparatePlainly(TTPolyGlyph& glyph)
 {
@@ -102,7 +102,8 @@ int SeparatePlainly(TTPolyGlyph& glyph)
     return movedAgain;
 }
 
-/// Separates the same glyph in both ways and compares. Returns SeparatePlainly's answer.
+/// Separates the same glyph by both methods and compares the results. Returns the result of
+/// SeparatePlainly.
 int ExpectTheSame(const std::vector<int>& sizes, const Places& places)
 {
     TTPolyGlyph plain;
@@ -123,11 +124,11 @@ int Below(std::mt19937& random, int limit)
 
 constexpr int manyVertices = 60000;
 
-/// The most looks at a slot or at a vertex of a chain that a search of 60,000 vertices may take: 15
-/// for each vertex. A comparison of all pairs would take 30,000 for each.
+/// The number of steps, looks at a slot or at a vertex of a chain, that a search among 60,000
+/// vertices may take: 15 for each vertex. Comparing all pairs would take 30,000 for each.
 constexpr long mostSteps = 15L * manyVertices;
 
-/// The looks that the search takes for contours of these sizes over these places.
+/// The number of steps that the search takes for contours of these sizes over these places.
 long StepsToSeparate(const std::vector<int>& sizes, const std::function<Place(int)>& place)
 {
     Places places;
@@ -151,7 +152,7 @@ Place DistinctPlace(int i)
 
 }  // namespace
 
-TEST(DuplicateSearch, SeparatesRandomGlyphsAsThePlainWayDoes)
+TEST(DuplicateSearch, SeparatesRandomGlyphsLikeNestedLoops)
 {
     constexpr int grids[] = {2, 4, 8, 20, 60};
     constexpr int units[] = {1, 1, 2, 3, 50};
@@ -177,11 +178,11 @@ TEST(DuplicateSearch, SeparatesRandomGlyphsAsThePlainWayDoes)
         movedAgain += ExpectTheSame(sizes, places);
         ASSERT_FALSE(HasFailure()) << "round " << round;
     }
-    // Chains, where a moved vertex lies at yet another vertex' place, are what the order is about.
+    // Only when a moved vertex lands on another one does the order of the moves matter.
     EXPECT_GT(movedAgain, 3000);
 }
 
-TEST(DuplicateSearch, SeparatesRepeatedContoursAsThePlainWayDoes)
+TEST(DuplicateSearch, SeparatesRepeatedContoursLikeNestedLoops)
 {
     constexpr int units[] = {1, 5, 40};
     std::mt19937 random(7);
@@ -194,7 +195,7 @@ TEST(DuplicateSearch, SeparatesRepeatedContoursAsThePlainWayDoes)
         {
             shape.emplace_back(Below(random, 6) * unit, Below(random, 6) * unit);
         }
-        // As contours of their own, and as rounds of one contour.
+        // Once as separate contours, once as one contour that goes round several times.
         const int copies = 2 + Below(random, 40);
         Places places;
         for (int i = 0; i < copies; ++i)
@@ -208,7 +209,7 @@ TEST(DuplicateSearch, SeparatesRepeatedContoursAsThePlainWayDoes)
     }
 }
 
-TEST(DuplicateSearch, AContourSeparatesItselfAsThePlainWayDoes)
+TEST(DuplicateSearch, SeparatesOneContourLikeNestedLoops)
 {
     std::mt19937 random(99);
     for (int round = 0; round < 200; ++round)
@@ -228,10 +229,10 @@ TEST(DuplicateSearch, AContourSeparatesItselfAsThePlainWayDoes)
     }
 }
 
-TEST(DuplicateSearch, AVertexMovedOntoAnotherPlaceCountsThere)
+TEST(DuplicateSearch, AVertexMovedOntoALaterOneMovesThatToo)
 {
-    // The second visit to (0, 0) has the average (0, 1) and moves to (0, -2), where a later vertex
-    // lies: that one has to leave as well.
+    // The second vertex at (0, 0) has the average normal (0, 1) and moves to (0, -2), where a later
+    // vertex lies, which must move as well.
     const Places places = {{0, 0}, {50, 50}, {-50, 0}, {0, 0}, {50, 0}, {20, -50}, {0, -2}};
     TTPolyGlyph glyph;
     LayOut({7}, places, glyph);
@@ -243,7 +244,7 @@ TEST(DuplicateSearch, AVertexMovedOntoAnotherPlaceCountsThere)
 
 TEST(DuplicateSearch, VerticesWithoutANormalStay)
 {
-    // There and back: the normals of the two edges cancel out.
+    // The contour runs there and back, so the normals of its edges cancel out.
     Places places;
     for (int i = 0; i < 40; ++i)
     {

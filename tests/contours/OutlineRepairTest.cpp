@@ -25,7 +25,7 @@ double AreaOf(const NativeOutline& outline)
     return OddArea(FlattenAndSeparate(outline, em));
 }
 
-/// Whether two outlines of one contour have the same points, starting anywhere.
+/// Whether two outlines of one contour have the same points, from whichever point they start.
 bool SameRing(const NativeOutline& a, const NativeOutline& b)
 {
     if (a.ends.size() != 1 || b.ends.size() != 1 || a.points.size() != b.points.size())
@@ -55,7 +55,7 @@ TEST(OutlineRepair, OverlappingSquaresBecomeTheirBorder)
     const auto repaired =
         RepairOutline(MakeOutline({SquareAt(0, 0, 100), SquareAt(50, 50, 100)}), em);
     ASSERT_TRUE(repaired);
-    // Clockwise, a corner where the sides crossed
+    // The border runs clockwise and has a corner where sides crossed.
     EXPECT_TRUE(SameRing(*repaired, MakeOutline({{{0, 0},
                                                   {0, 100},
                                                   {50, 100},
@@ -75,17 +75,17 @@ TEST(OutlineRepair, TheDirectionsOfOverlappingContoursDoNotMatterWhenTheyAgree)
     EXPECT_TRUE(TryOutline(*repaired, em).wrongWay.empty());
 }
 
-TEST(OutlineRepair, AHoleThatReachesOverTheBorderCutsIt)
+TEST(OutlineRepair, AHoleThatReachesOverTheBorderIsCutOutWhereTheyOverlap)
 {
     const auto repaired =
         RepairOutline(MakeOutline({SquareAt(0, 0, 100), SquareAt(50, 50, 100, true)}), em);
     ASSERT_TRUE(repaired);
-    // By the non-zero rule, what only the second square covers is filled too. The two parts meet in
-    // two corners, of which one each is moved by 2 units.
+    // By the non-zero rule, the part of the second square outside the first is filled too. The two
+    // parts meet at two places; at each, a corner is moved by 2 units.
     EXPECT_NEAR(AreaOf(*repaired), 15000, 300);
 }
 
-TEST(OutlineRepair, ASquareInsideAnotherOfTheSameDirectionVanishes)
+TEST(OutlineRepair, ASquareInsideAnotherOfTheSameDirectionIsDropped)
 {
     const auto repaired =
         RepairOutline(MakeOutline({SquareAt(0, 0, 100), SquareAt(20, 20, 50)}), em);
@@ -100,13 +100,13 @@ TEST(OutlineRepair, AFigureEightBecomesTwoContours)
     ASSERT_TRUE(repaired);
     EXPECT_EQ(repaired->ends.size(), 2u);
     EXPECT_TRUE(TryOutline(*repaired, em).fills);
-    // Two triangles of 2500, of which the vertices in the middle may be moved by 2 units.
+    // Two triangles of 2500 square units, whose vertices in the middle may be moved by 2 units.
     EXPECT_NEAR(AreaOf(*repaired), 5000, 250);
 }
 
 TEST(OutlineRepair, AnArrowWhoseInnerEdgesCrossIsRepairedFromWhicheverVertexItStarts)
 {
-    // Seen from either of the last two vertices, its whole border turns one way.
+    // Seen from either of the last two vertices, the whole contour turns one way.
     std::vector<OutlineAt> arrow = {{196, 1093}, {102, 1167}, {419, 1478}, {737, 1167},
                                     {644, 1093}, {392, 1348}, {446, 1348}};
     for (std::size_t start = 0; start < arrow.size(); ++start)
@@ -123,9 +123,9 @@ TEST(OutlineRepair, AnArrowWhoseInnerEdgesCrossIsRepairedFromWhicheverVertexItSt
     }
 }
 
-TEST(OutlineRepair, AContourThatTouchesItselfComesOutRight)
+TEST(OutlineRepair, AContourThatTouchesItselfIsFilledCorrectly)
 {
-    // Two squares joined at a corner by one contour
+    // One contour of two squares that are joined at a corner
     const NativeOutline outline = MakeOutline(
         {{{0, 0}, {0, 100}, {100, 100}, {100, 200}, {200, 200}, {200, 100}, {100, 100}, {100, 0}}});
     const ProvidedOutline provided = ProvideOutline(outline, false, em);
@@ -135,24 +135,25 @@ TEST(OutlineRepair, AContourThatTouchesItselfComesOutRight)
     EXPECT_NEAR(AreaOf(given), 20000, 500);
 }
 
-TEST(OutlineRepair, CurvesStayCurvesAndStayWhereTheyAre)
+TEST(OutlineRepair, CurvesStayCurvesInTheSamePlace)
 {
     const NativeOutline outline = MakeOutline({RoundAt(0, 0, 300), RoundAt(400, 0, 300)});
     const auto repaired = RepairOutline(outline, em);
     ASSERT_TRUE(repaired);
     EXPECT_EQ(repaired->ends.size(), 1u);
-    // Two crossings and the six ends of whole pieces; between them as many splines as points.
+    // The border has two crossings and six ends of the circles' curves, and a curve after each.
     const auto onCurve = std::count_if(repaired->points.begin(), repaired->points.end(),
                                        [](const NativePoint& point) { return point.onCurve; });
     EXPECT_EQ(repaired->points.size() - static_cast<std::size_t>(onCurve), 8u);
-    // Each vertex lies on one of the two outlines, up to the rounding of ends and control points.
+    // Each vertex lies on one of the two original contours, up to rounding.
     const FlatOutline fine = Flatten(*repaired, em);
     for (const FlatVertex& vertex : fine.vertices)
     {
         double nearest = 1e9;
         for (const double centre : {0.0, 400.0})
         {
-            // For a spline from (r, 0) over (r, r) to (0, r): sqrt(1 - x/r) + sqrt(1 - y/r) = 1.
+            // A curve from (r, 0) to (0, r) with control point (r, r) has
+            // sqrt(1 - x/r) + sqrt(1 - y/r) = 1.
             const double x = std::min(std::fabs(vertex.point.x - centre) / 300, 1.0);
             const double y = std::min(std::fabs(vertex.point.y / 300.0), 1.0);
             nearest = std::min(nearest, std::fabs(std::sqrt(1 - x) + std::sqrt(1 - y) - 1));
@@ -161,9 +162,9 @@ TEST(OutlineRepair, CurvesStayCurvesAndStayWhereTheyAre)
     }
 }
 
-TEST(OutlineRepair, ContoursThatTouchInACornerAreDrawnApart)
+TEST(OutlineRepair, ContoursThatTouchAtACornerAreDrawnApart)
 {
-    // A bar with arms and a stroke that begins at the corner of one, at (502, 360)
+    // A bar, and a stroke that starts at the bar's corner (502, 360)
     const std::vector<OutlineAt> bar = {{525, 561}, {525, 480}, {349, 480}, {349, 440},
                                         {502, 440}, {502, 360}, {88, 360},  {88, 440},
                                         {233, 440}, {233, 480}, {65, 480},  {65, 561},
@@ -181,7 +182,7 @@ TEST(OutlineRepair, ContoursThatTouchInACornerAreDrawnApart)
     EXPECT_EQ(repaired->ends.size(), 2u);
     EXPECT_TRUE(EdgesKeepApart(Flatten(*repaired, em)));
     EXPECT_TRUE(HasCurves(*repaired));
-    // The bar's corner has moved by a unit or two; nothing else has.
+    // The bar's corner has moved, by less than 2.5 units, and no other point has.
     int moved = 0;
     for (const NativePoint& point : repaired->points)
     {
@@ -195,11 +196,12 @@ TEST(OutlineRepair, ContoursThatTouchInACornerAreDrawnApart)
     EXPECT_EQ(moved, 1);
 }
 
-TEST(OutlineRepair, CurvesThatTwoPassesKeepAreJudgedByTheAreaOfTenSamples)
+TEST(OutlineRepair, ASecondRebuildIsComparedWithTheAreaOfTenSamplesPerCurve)
 {
-    // A deep curve whose cut pieces, rounded, cross again, so that only a second pass brings them
-    // apart. Cut, the curve is flattened more finely: five samples of it whole enclose so much less
-    // that what has become of it would be taken for spoilt, and straight lines for better.
+    // The first rebuild cuts a deep curve into pieces which, after rounding, cross again; the
+    // second rebuild separates them. The pieces are flattened more finely than the whole curve, and
+    // enclose a larger area than five samples of the whole curve do. Compared with that area the
+    // second rebuild would fail, and the curve would be replaced by straight lines.
     const NativeOutline outline =
         MakeOutline({{{553, 53}, {22, 642, false}, {493, 237}, {511, 283}, {259, 369}}});
     ASSERT_FALSE(TryOutline(outline, em).fills);
@@ -209,7 +211,7 @@ TEST(OutlineRepair, CurvesThatTwoPassesKeepAreJudgedByTheAreaOfTenSamples)
     EXPECT_TRUE(TryOutline(*repaired, em).fills);
 }
 
-TEST(OutlineRepair, WhatIsRepairedPassesAndFillsTheSame)
+TEST(OutlineRepair, RepairedOutlinesPassTheTrialAndFillTheSameArea)
 {
     std::mt19937 random(11);
     int repairedCount = 0;
@@ -225,81 +227,11 @@ TEST(OutlineRepair, WhatIsRepairedPassesAndFillsTheSame)
         const OutlineVerdict verdict = TryOutline(*repaired, em);
         EXPECT_TRUE(verdict.fills && verdict.wrongWay.empty()) << turn;
         const double whole = NonZeroArea(FlattenAndSeparate(outline, em));
-        // The pieces are flattened more finely where they were cut.
+        // Curves that were cut are flattened more finely, so the area may differ a little.
         EXPECT_NEAR(AreaOf(*repaired), whole, 0.03 * whole) << turn;
         ++repairedCount;
     }
     EXPECT_GT(repairedCount, 100);
-}
-
-TEST(FaceOutlines, ACleanOutlineIsHandedOverUntouched)
-{
-    const ProvidedOutline provided =
-        ProvideOutline(MakeOutline({RoundAt(0, 0, 300), RoundAt(0, 0, 200, true)}), false, em);
-    EXPECT_FALSE(provided.outline);
-    EXPECT_FALSE(provided.isRepaired || provided.isTurned || provided.isConverted ||
-                 provided.isFailed);
-}
-
-TEST(FaceOutlines, ContoursTheWrongWayAreTurnedAndNothingElse)
-{
-    const ProvidedOutline provided =
-        ProvideOutline(MakeOutline({RoundAt(0, 0, 300, true), SquareAt(-50, -50, 100)}), false, em);
-    EXPECT_TRUE(provided.isTurned);
-    EXPECT_FALSE(provided.isRepaired || provided.isFailed);
-    ASSERT_TRUE(provided.outline);
-    EXPECT_EQ(*provided.outline, MakeOutline({RoundAt(0, 0, 300), SquareAt(-50, -50, 100, true)}));
-}
-
-TEST(FaceOutlines, WhatNoRepairHelpsIsFilledOnTrialThoughItsEdgesCross)
-{
-    // Two small triangles that cross, with corners a unit or two apart: what is left after rounding
-    // crosses again. The tessellator fills them all the same.
-    const NativeOutline triangles =
-        MakeOutline({{{12, 11}, {4, 17}, {11, 17}}, {{11, 20}, {14, 8}, {10, 19}}});
-    const OutlineVerdict verdict = TryOutline(triangles, em);
-    ASSERT_TRUE(!verdict.fills && verdict.isPresumed);
-    ASSERT_FALSE(RepairOutline(triangles, em));
-    ASSERT_GT(OddArea(FlattenAndSeparate(triangles, em)), 0);
-    const ProvidedOutline provided = ProvideOutline(triangles, false, em);
-    EXPECT_FALSE(provided.isFailed || provided.isRepaired || provided.isTurned);
-    EXPECT_FALSE(provided.outline);
-}
-
-TEST(FaceOutlines, WhatCannotBeRepairedIsHandedOverAsItIs)
-{
-    std::vector<OutlineAt> scribble;
-    for (int n = 0; n < 1000; ++n)
-    {
-        scribble.push_back({n % 2 == 0 ? 0 : 9000, (n * 7919) % 9001});
-    }
-    const ProvidedOutline provided = ProvideOutline(MakeOutline({scribble}), false, em);
-    EXPECT_TRUE(provided.isFailed);
-    EXPECT_FALSE(provided.outline);
-}
-
-TEST(FaceOutlines, AnythingIsTakenWithoutHarm)
-{
-    std::mt19937 random(3);
-    for (int turn = 0; turn < 400; ++turn)
-    {
-        NativeOutline outline;
-        for (int contour = 0; contour < turn % 5; ++contour)
-        {
-            for (std::uint32_t n = 0; n < 1 + random() % 12; ++n)
-            {
-                // Beyond 16 bits too, which wrap
-                const auto coordinate = [&] {
-                    return static_cast<std::int32_t>(random()) >> (random() % 20);
-                };
-                outline.points.push_back({coordinate(), coordinate(), n == 0 || random() % 2 == 0});
-            }
-            outline.CloseContour();
-        }
-        const ProvidedOutline provided = ProvideOutline(outline, turn % 2 == 0, em);
-        EXPECT_TRUE(!provided.outline || provided.isConverted || provided.isRepaired ||
-                    provided.isTurned);
-    }
 }
 
 }  // namespace

@@ -42,7 +42,7 @@ TEST(Bitmaps, RowsArePaddedToFourBytes)
     }
 }
 
-TEST(Bitmaps, SixteenBitsAreFiveEachUnlessMasksSayOtherwise)
+TEST(Bitmaps, SixteenBitsAreFivePerChannelWithoutMasks)
 {
     DIBSECTION section{};
     const SelectedBitmap plain(BitmapDescription(2, 2, 16));
@@ -67,7 +67,7 @@ TEST(Bitmaps, ATopDownBitmapKeepsItsNegativeHeight)
     EXPECT_EQ(section.dsBmih.biHeight, -3);
 }
 
-TEST(Bitmaps, WhatIsNoBitmapIsRefused)
+TEST(Bitmaps, InvalidBitmapDescriptionsAreRefused)
 {
     EXPECT_EQ(Create(BitmapDescription(0, 1, 24)), nullptr);
     EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
@@ -91,7 +91,7 @@ TEST(Bitmaps, WhatIsNoBitmapIsRefused)
     EXPECT_EQ(CreateDIBSection(nullptr, good.Info(), 1, nullptr, nullptr, 0), nullptr);
 }
 
-TEST(Bitmaps, AnObjectIsDescribedAsFarAsThereIsRoom)
+TEST(Bitmaps, GetObjectFillsTheLargestRecordThatFits)
 {
     const SelectedBitmap selected(BitmapDescription(4, 3, 24));
     BITMAP record{};
@@ -116,7 +116,7 @@ TEST(DeviceContexts, ASelectedBitmapCannotBeDeleted)
     EXPECT_FALSE(DeleteDC(dc));
 }
 
-TEST(DeviceContexts, DeletingAContextSetsItsBitmapFree)
+TEST(DeviceContexts, ABitmapCanBeDeletedAfterItsDeviceContext)
 {
     const HDC dc = CreateCompatibleDC(nullptr);
     const HBITMAP bitmap = Create(BitmapDescription(4, 4, 24));
@@ -126,7 +126,7 @@ TEST(DeviceContexts, DeletingAContextSetsItsBitmapFree)
     EXPECT_TRUE(DeleteObject(bitmap));
 }
 
-TEST(DeviceContexts, ABitmapIsSelectedIntoOneContextAtATime)
+TEST(DeviceContexts, ABitmapIsSelectedIntoOnlyOneContextAtATime)
 {
     const SelectedBitmap one(BitmapDescription(4, 4, 24));
     const HDC other = CreateCompatibleDC(nullptr);
@@ -136,14 +136,14 @@ TEST(DeviceContexts, ABitmapIsSelectedIntoOneContextAtATime)
     DeleteDC(other);
 }
 
-TEST(DeviceContexts, FirstObjectsAreNotDeleted)
+TEST(DeviceContexts, DefaultObjectsAreNotDeleted)
 {
     const SelectedBitmap selected(BitmapDescription(4, 4, 24));
     EXPECT_TRUE(DeleteObject(selected.previous));
     EXPECT_EQ(SelectObject(selected.dc, selected.previous), selected.bitmap);
 }
 
-TEST(DeviceContexts, FontsAndBitmapsAreSelectedApart)
+TEST(DeviceContexts, SelectingAFontLeavesTheBitmapSelected)
 {
     const SelectedBitmap selected(BitmapDescription(4, 4, 24));
     const HDC other = CreateCompatibleDC(nullptr);
@@ -174,7 +174,7 @@ TEST(DeviceContexts, WrongHandlesAreRefused)
     DeleteDC(dc);
 }
 
-TEST(Errors, TheLastRefusalOfTheThreadHasANumberAndAText)
+TEST(Errors, TheLastErrorOfAThreadHasANumberAndAText)
 {
     SetLastError(0);
     EXPECT_EQ(GetLastErrorText(), "");

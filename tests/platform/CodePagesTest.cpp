@@ -67,7 +67,7 @@ TEST(CodePages, BytesThatAreNotUtf8AreReportedAsTheReplacementCharacter)
     }
 }
 
-TEST(CodePages, TextThatNoOnePageHoldsNamesTheCharacterWhereTheLastOneDropsOut)
+TEST(CodePages, ATextThatNoCodePageHoldsNamesTheFirstCharacterThatRulesOutTheLastOne)
 {
     // Sharp s is western, central European, Turkish and Baltic; the epsilon is Greek alone.
     const CodePageChoice choice = FindCodePage("Straße Ελλάδα");
@@ -77,7 +77,7 @@ TEST(CodePages, TextThatNoOnePageHoldsNamesTheCharacterWhereTheLastOneDropsOut)
     EXPECT_EQ(FindCodePage("").codePage, 1252u);
 }
 
-TEST(CodePages, UndefinedBytesAreTheCharactersOfTheSameNumber)
+TEST(CodePages, UndefinedBytesGiveTheCharacterOfTheSameNumber)
 {
     // 129, 141, 143, 144 and 157 are undefined in code page 1252.
     EXPECT_EQ(CodePageToUtf8("\x81\x8D\x8F\x90\x9D", 1252), "\u0081\u008D\u008F\u0090\u009D");
@@ -89,7 +89,7 @@ TEST(CodePages, CodePagesNotOnOfferHoldOnlyAscii)
     EXPECT_EQ(Utf8ToCodePage("é", 932).misfit, "é");
 }
 
-TEST(CodePages, TheProcessTakesOnlyCodePagesOnOffer)
+TEST(CodePages, OnlyOfferedCodePagesCanBeSetForTheProcess)
 {
     EXPECT_EQ(GetACP(), 1252u);
     for (const UINT codePage : offeredCodePages)

@@ -53,7 +53,7 @@ TEST(Files, AMappedFileIsReadInPlace)
     EXPECT_FALSE(UnmapViewOfFile(view));
 }
 
-TEST(Files, AWritableMappingMakesTheFileThatLong)
+TEST(Files, AWritableMappingLengthensTheFile)
 {
     const TemporaryName name("made.bin");
     const HANDLE handle = Make(name.Path());
@@ -75,7 +75,7 @@ TEST(Files, AWritableMappingMakesTheFileThatLong)
     EXPECT_FALSE(DeleteFileA(name.Path()));
 }
 
-TEST(Files, WhatIsNoFileIsRefused)
+TEST(Files, InvalidFilesAndHandlesAreRefused)
 {
     EXPECT_EQ(OpenForReading("no/such/file"), INVALID_HANDLE_VALUE);
     EXPECT_EQ(OpenForReading(testing::TempDir()), INVALID_HANDLE_VALUE);
@@ -93,7 +93,7 @@ TEST(Files, WhatIsNoFileIsRefused)
     CloseHandle(handle);
 }
 
-// A mapping of a new file.
+/// A mapping of a new file.
 struct MappedFile
 {
     MappedFile(const char* fileName, DWORD size) : name(fileName)
@@ -112,8 +112,8 @@ struct MappedFile
     HANDLE mapping;
 };
 
-// Also of a file whose bytes go past the system's memory, which has its own way for those that lie
-// in memory as they do in the disk's blocks.
+// With and without bypassing the system's file cache. Bytes whose address is aligned like their
+// offset take a way of their own.
 TEST(Files, BytesAreWrittenAtTheirPlaceInAnyOrder)
 {
     constexpr DWORD piece = 10000;
@@ -152,7 +152,7 @@ TEST(Files, BytesAreWrittenAtTheirPlaceInAnyOrder)
     }
 }
 
-TEST(Files, WhatCannotBeWrittenIsRefused)
+TEST(Files, FailedWritesAreReported)
 {
     const TemporaryFile file("read.bin", std::string("abc"));
     const HANDLE handle = OpenForReading(file.Path());
@@ -165,7 +165,7 @@ TEST(Files, WhatCannotBeWrittenIsRefused)
     CloseHandle(handle);
 }
 
-TEST(Bitmaps, ABitmapLiesInAMappedFileAtItsOffset)
+TEST(Bitmaps, ABitmapUsesTheBytesOfAMappedFile)
 {
     MappedFile mapped("section.bin", 8 + 4 * 8);
     ASSERT_NE(mapped.mapping, nullptr);
@@ -222,12 +222,12 @@ TEST(Bitmaps, ABitmapThatDoesNotLieInsideAMappingIsRefused)
     CloseHandle(reading);
 }
 
-TEST(Bitmaps, UpToFourGigabytes)
+TEST(Bitmaps, ABitmapMayTakeUpToFourGigabytes)
 {
     void* bits = nullptr;
     const HBITMAP large = CreateDIBSection(nullptr, BitmapDescription(32768, 32767, 32).Info(),
                                            DIB_RGB_COLORS, &bits, nullptr, 0);
-    if (large != nullptr)  // where the system lends so much address space
+    if (large != nullptr)  // null where address space is limited
     {
         DIBSECTION section{};
         GetObjectA(large, sizeof section, &section);

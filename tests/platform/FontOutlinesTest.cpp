@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Outlines and metrics of the edge cases' font, worked out by hand from its tables: 1000 units per
-// em, cell ascent 810 and descent 210, no instructions, so that at 1000 pixels per em a unit is a
-// pixel. "*" marks a point off the curve.
+// Outlines and metrics of the font of edge cases, worked out by hand from its tables. It has 1000
+// units per em, a cell ascent of 810, a descent of 210 and no instructions, so at 1000 pixels per
+// em a unit is a pixel. In comments, "*" marks a point off the curve.
 
 #include "platform/posix/fonts/FontCatalog.h"
 #include "tests/support/FontFile.h"
@@ -23,7 +23,7 @@ struct At
     double y;
 };
 
-/// A native buffer, polygon by polygon.
+/// The contents of a native buffer, as a list of polygons.
 class Polygons
 {
 public:
@@ -86,7 +86,7 @@ private:
 class FontOutlines : public testing::Test
 {
 protected:
-    // These outlines are no letters: some cross themselves.
+    // Some of these outlines cross themselves, so they are taken as they are.
     const OutlinesInUse asIs_{OUTLINES_AS_IS};
     const PrivateFonts fonts_{{ORVANE_TEST_DATA "/EdgeTest.ttf"}};
     const SelectedFont font_{"Edge Test", -em};
@@ -94,8 +94,8 @@ protected:
 
 TEST_F(FontOutlines, AContourThatStartsOffCurveStartsAtItsLastPointWhenThatIsOnCurve)
 {
-    // 0,101* 100,500 501,500* 600,0: the last point is not repeated at the end, but ends the spline
-    // that leads back to it.
+    // 0,101* 100,500 501,500* 600,0: the contour starts at the last point, which also ends the last
+    // spline.
     EXPECT_EQ(font_.Outline('F'), Polygons()
                                       .Start({600, 0})
                                       .Spline({{0, 101}, {100, 500}})
@@ -128,7 +128,7 @@ TEST_F(FontOutlines, AContourThatStartsAndEndsOffCurveStartsMidway)
 
 TEST_F(FontOutlines, MidpointsBelowZeroAreFloored)
 {
-    // -10,-31* -100,-500* 301,-400*: midway lies 145.5, -215.5.
+    // -10,-31* -100,-500* 301,-400*: the midpoint is 145.5, -215.5.
     EXPECT_EQ(font_.Outline('N'),
               Polygons()
                   .Start({145.5, -215.5})
@@ -165,7 +165,7 @@ TEST_F(FontOutlines, ContoursOfOnePointAreLeftOut)
     }
 }
 
-TEST_F(FontOutlines, CompositesComeFlattened)
+TEST_F(FontOutlines, CompositeGlyphsComeAsOneOutline)
 {
     // E moved by 10, -20, then H moved by 700, 3
     EXPECT_EQ(font_.Outline('I'),
@@ -191,7 +191,7 @@ TEST_F(FontOutlines, ASpaceHasNoBytesAndABoxOfOnePixel)
     EXPECT_EQ(metrics.gmCellIncY, 0);
 }
 
-TEST_F(FontOutlines, AMissingCharacterHasTheOutlineThatMarksMissingOnes)
+TEST_F(FontOutlines, AMissingCharacterHasTheOutlineOfTheMissingMark)
 {
     const std::vector<BYTE> box =
         Polygons().Start({50, 0}).Line({{50, 700}, {450, 700}, {450, 0}}).Bytes();
@@ -206,7 +206,7 @@ TEST_F(FontOutlines, OnlyTheLowByteOfACharacterCounts)
     EXPECT_EQ(font_.Outline(0x4100 + 'H'), font_.Outline('H'));
 }
 
-TEST_F(FontOutlines, SizeNoughtOrNoBufferAsksForTheSize)
+TEST_F(FontOutlines, ASizeOfZeroOrANullBufferAsksForTheSize)
 {
     GLYPHMETRICS metrics = {};
     BYTE bytes[64] = {};
@@ -225,7 +225,7 @@ TEST_F(FontOutlines, SizeNoughtOrNoBufferAsksForTheSize)
     EXPECT_EQ(metrics.gmCellIncX, 500);
 }
 
-TEST_F(FontOutlines, ABufferTooSmallIsRefusedAndLeftAlone)
+TEST_F(FontOutlines, ABufferThatIsTooSmallIsRefusedAndNotWritten)
 {
     GLYPHMETRICS metrics = {};
     BYTE bytes[45] = {};
@@ -238,7 +238,7 @@ TEST_F(FontOutlines, ABufferTooSmallIsRefusedAndLeftAlone)
     EXPECT_EQ(bytes[44], 0);
 }
 
-TEST_F(FontOutlines, MetricsAloneCopyNothing)
+TEST_F(FontOutlines, AskingForMetricsCopiesNoOutline)
 {
     GLYPHMETRICS metrics = {};
     BYTE bytes[64] = {};
@@ -266,7 +266,7 @@ TEST_F(FontOutlines, AnythingButTheIdentityMatrixIsRefused)
               GDI_ERROR);
 }
 
-TEST_F(FontOutlines, OtherFormatsNoMetricsAndNoDeviceContextAreRefused)
+TEST_F(FontOutlines, OtherFormatsNullMetricsAndInvalidDeviceContextsAreRefused)
 {
     GLYPHMETRICS metrics = {};
     constexpr UINT bitmap = 1;
@@ -279,7 +279,7 @@ TEST_F(FontOutlines, OtherFormatsNoMetricsAndNoDeviceContextAreRefused)
     EXPECT_EQ(GetOutlineTextMetricsA(nullptr, 0, nullptr), 0u);
 }
 
-TEST_F(FontOutlines, ANegativeHeightIsTheEmsAndAPositiveOneTheCells)
+TEST_F(FontOutlines, ANegativeHeightIsThatOfTheEmAndAPositiveOneThatOfTheCell)
 {
     // The mark for missing characters advances by half an em; the cell is 1020 of 1000 units.
     const auto advance = [](LONG height) {
@@ -294,13 +294,13 @@ TEST_F(FontOutlines, ANegativeHeightIsTheEmsAndAPositiveOneTheCells)
     EXPECT_EQ(advance(102), 50);
     // 12 points at 96 dots per inch
     EXPECT_EQ(advance(0), 8);
-    // A nonsensical height is cut to the largest em square.
+    // A huge height is reduced to 16384 pixels per em.
     EXPECT_EQ(advance(INT32_MIN), 8192);
-    // Cells too: 16384 * 1000 / 1020 is 16063 pixels per em, half of which is rounded up.
+    // So is a huge cell: 16384 * 1000 / 1020 is 16063 pixels per em; half an em rounds up.
     EXPECT_EQ(advance(INT32_MAX), 8032);
 }
 
-TEST_F(FontOutlines, TheBoxIsKeptWithinTheCell)
+TEST_F(FontOutlines, TheBoxIsCutToTheCell)
 {
     // At a cell of 102 pixels the ascent is 81 and the descent 21; N reaches down to -50.
     const SelectedFont small("Edge Test", 102);
@@ -320,7 +320,7 @@ TEST_F(FontOutlines, OutlineMetricsAreFilledUpToTheSizeGiven)
         100u);
     EXPECT_TRUE(std::equal(part.begin(), part.begin() + 100, whole.begin()));
     EXPECT_EQ(part[100], 0xAA);
-    // More room than needed is left alone.
+    // Bytes beyond the record stay as they are.
     std::vector<BYTE> more(whole.size() + 8, 0xAA);
     EXPECT_EQ(GetOutlineTextMetricsA(font_.Dc(), static_cast<UINT>(more.size()),
                                      reinterpret_cast<OUTLINETEXTMETRICA*>(more.data())),
@@ -328,8 +328,8 @@ TEST_F(FontOutlines, OutlineMetricsAreFilledUpToTheSizeGiven)
     EXPECT_EQ(more[whole.size()], 0xAA);
 }
 
-/// The edge cases' font with its outlines put right: S, of which a triangle lies on a contour of
-/// the same direction, is rebuilt.
+/// The font of edge cases with repaired outlines. S is rebuilt, because a triangle lies on a
+/// contour of the same direction.
 class RepairedFontOutlines : public testing::Test
 {
 protected:
@@ -346,7 +346,7 @@ protected:
 
 TEST_F(RepairedFontOutlines, RepairIsTheDefault)
 {
-    // Another test may have chosen otherwise in this process, and undone it.
+    // Another test in this process may have changed the mode and restored it.
     EXPECT_EQ(GetProcessOutlines(), OUTLINES_REPAIRED);
 }
 
@@ -360,17 +360,17 @@ TEST_F(RepairedFontOutlines, TheSizeAskedForIsThatOfTheBytes)
     EXPECT_NE(bytes, AsIs('S'));
 }
 
-TEST_F(RepairedFontOutlines, AGlyphHasOneRepairedOutlineHoweverOftenItIsAskedFor)
+TEST_F(RepairedFontOutlines, ARepairedOutlineIsTheSameEachTime)
 {
     const std::vector<BYTE> first = font_.Outline('S');
     font_.Outline('H');
     EXPECT_EQ(font_.Outline('S'), first);
     EXPECT_EQ(SelectedFont("Edge Test", -em).Outline('S'), first);
-    posix::ReloadFonts();  // forgets what was repaired
+    posix::ReloadFonts();  // drops the outlines kept so far
     EXPECT_EQ(font_.Outline('S'), first);
 }
 
-TEST_F(RepairedFontOutlines, ACleanOutlineIsTheSameToTheByte)
+TEST_F(RepairedFontOutlines, AnOutlineThatNeedsNoRepairIsTheSameInBothModes)
 {
     // H is a square with a closing point, '!' the box of missing characters.
     for (const char letter : {'H', '!', 'A', 'M'})
@@ -379,7 +379,7 @@ TEST_F(RepairedFontOutlines, ACleanOutlineIsTheSameToTheByte)
     }
 }
 
-TEST_F(RepairedFontOutlines, TheMetricsAreTheFonts)
+TEST_F(RepairedFontOutlines, RepairDoesNotChangeTheMetrics)
 {
     for (int character = 33; character < 127; ++character)
     {
@@ -406,7 +406,7 @@ TEST_F(RepairedFontOutlines, AtAnotherSizeTheRepairedOutlineIsScaled)
     EXPECT_EQ(scaled.y.value, 2 * start.y.value);
 }
 
-TEST_F(RepairedFontOutlines, OnlyTheTwoWaysCanBeChosen)
+TEST_F(RepairedFontOutlines, OnlyTheTwoModesCanBeSet)
 {
     EXPECT_FALSE(SetProcessOutlines(2));
     EXPECT_EQ(GetProcessOutlines(), OUTLINES_REPAIRED);
@@ -420,7 +420,7 @@ TEST_F(RepairedFontOutlines, ACheckCountsEveryGlyphOfTheFace)
     EXPECT_GT(check.repaired, 0u);
     EXPECT_LE(check.repaired + check.turned + check.unrepaired, check.glyphs);
     EXPECT_EQ(check.converted, 0u);
-    // Whatever is in use
+    // The check does not depend on the mode.
     OUTLINECHECK again = {};
     const OutlinesInUse asIs(OUTLINES_AS_IS);
     ASSERT_TRUE(CheckFontOutlines(font_.Dc(), &again));
@@ -429,7 +429,7 @@ TEST_F(RepairedFontOutlines, ACheckCountsEveryGlyphOfTheFace)
     EXPECT_FALSE(CheckFontOutlines(font_.Dc(), nullptr));
 }
 
-/// What the first, default and break characters are for a font's first character.
+/// The first, default and break characters that follow from a font's first character.
 struct CharacterRow
 {
     int first;

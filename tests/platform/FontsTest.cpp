@@ -1,103 +1,20 @@
 // SPDX-License-Identifier: MIT
-// Enumerating fonts and finding them by descriptions, over fonts made for each test.
+// Enumeration of fonts, and the choice of a face for a description, with fonts made for each test.
+
+#include "platform/Fonts.h"
 
 #include "platform/posix/fonts/FontCatalog.h"
-#include "tests/support/FontFile.h"
-#include "tests/support/PrivateFonts.h"
+#include "tests/platform/FontsFixture.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <thread>
 
 namespace
 {
 
-using Names = std::vector<std::string>;
-
-/// A face to be made from the edge cases' font.
-struct Made
-{
-    std::string family;
-    std::string style;
-    std::string full;
-    int weight = 400;
-    bool italic = false;
-    int width = 5;
-    std::string postScript = "";
-};
-
-FontFile Make(const Made& face)
-{
-    FontFile file = FontFile::EdgeTest();
-    const std::string postScript = face.postScript.empty() ? face.full : face.postScript;
-    file.Names(face.family, face.style, face.full, postScript)
-        .Weight(face.weight)
-        .Width(face.width)
-        .BoldAndItalic(face.weight >= 700, face.italic);
-    return file;
-}
-
-class Fonts : public testing::Test
-{
-protected:
-    ~Fonts() override { SetProcessCodePage(1252); }
-
-    void Install(const std::vector<Made>& faces)
-    {
-        for (const Made& face : faces)
-        {
-            InstallFile(Make(face));
-        }
-    }
-
-    std::string InstallFile(const FontFile& font)
-    {
-        const std::string file = NewFile(".ttf");
-        font.Write(file);
-        fonts_.Install(file);
-        return file;
-    }
-
-    std::string NewFile(const std::string& extension)
-    {
-        return fonts_.Folder() + '/' + std::to_string(++files_) + extension;
-    }
-
-    PrivateFonts fonts_{{}};
-
-private:
-    int files_ = 0;
-};
-
-/// The full name of the face that a record's description selects.
-std::string SelectedBy(const EnumeratedFont& font)
-{
-    LOGFONTA description = font.record.elfLogFont;
-    description.lfHeight = -1000;
-    description.lfWidth = 0;
-    return SelectedFont(description).Full();
-}
-
-void ExpectEveryRecordSelectsItsFace(const std::vector<EnumeratedFont>& fonts)
-{
-    for (const EnumeratedFont& font : fonts)
-    {
-        EXPECT_EQ(SelectedBy(font), font.Full());
-    }
-}
-
-const std::vector<Made> usualFamily = {
-    {"Lato", "Bold Italic", "Lato Bold Italic", 700, true},
-    {"Lato", "Regular", "Lato Regular"},
-    {"Lato", "Italic", "Lato Italic", 400, true},
-    {"Lato", "Bold", "Lato Bold", 700},
-};
-
-TEST_F(Fonts, EveryFamilyIsDeliveredOnceByItsRegularFaceInTheOrderOfTheNames)
+TEST_F(Fonts, EachFamilyIsDeliveredOnceByItsRegularFaceInOrderOfName)
 {
     Install(usualFamily);
     Install({{"Bodoni", "Bold", "Bodoni Bold", 700}, {"Zapf", "Light", "Zapf Light", 300}});
@@ -135,7 +52,7 @@ TEST_F(Fonts, AnotherFullNameDeliversThatFaceAlone)
     EXPECT_TRUE(EnumerateFonts("Lato Black").empty());
 }
 
-TEST_F(Fonts, AFamilyWithoutARegularFaceIsWholeToo)
+TEST_F(Fonts, AFamilyWithoutARegularFaceIsDeliveredWhole)
 {
     Install({{"Impact", "Bold", "Impact Bold", 800},
              {"Impact", "Bold Italic", "Impact Bold Italic", 800, true},
@@ -145,7 +62,7 @@ TEST_F(Fonts, AFamilyWithoutARegularFaceIsWholeToo)
               (Names{"Impact Light", "Impact Bold", "Impact Bold Italic"}));
 }
 
-TEST_F(Fonts, AFullNameThatIsAnotherFamilysNameTooLosesNeither)
+TEST_F(Fonts, AFullNameThatEqualsAnotherFamilysNameHidesNeither)
 {
     Install({{"Univers", "Book", "Univers Book"},
              {"Univers", "Bold", "Univers Bold", 700},
@@ -181,7 +98,7 @@ TEST_F(Fonts, ARecordSelectsExactlyItsFaceAmongManyWeights)
     ExpectEveryRecordSelectsItsFace(delivered);
 }
 
-TEST_F(Fonts, FacesAlikeInFamilyWeightAndSlantAreToldApartByTheirFullNames)
+TEST_F(Fonts, FacesOfTheSameFamilyWeightAndSlantAreFoundByFullName)
 {
     Install({{"Futura", "Regular", "Futura"},
              {"Futura", "Condensed", "Futura Condensed", 400, false, 3},
@@ -193,7 +110,7 @@ TEST_F(Fonts, FacesAlikeInFamilyWeightAndSlantAreToldApartByTheirFullNames)
     EXPECT_EQ(SelectedFont("Futura", -20).Full(), "Futura");
     for (const EnumeratedFont& font : delivered)
     {
-        // The family's name serves wherever it is enough.
+        // The record has the family's name where that selects the face.
         const bool enough = font.Full() == "Futura" || font.Full() == "Futura Condensed Bold";
         EXPECT_EQ(font.FaceName(), enough ? "Futura" : font.Full());
     }
@@ -201,7 +118,7 @@ TEST_F(Fonts, FacesAlikeInFamilyWeightAndSlantAreToldApartByTheirFullNames)
 
 TEST_F(Fonts, LongNamesAreCutAndStillSelectTheirFaces)
 {
-    // 40 characters; the families differ only behind the 31st
+    // Names of 40 characters; the families differ only after the 31st.
     const std::string start = "A family with a name much longer than a ";
     ASSERT_EQ(start.size(), 40u);
     const std::string longFull = start + "record holds, and with a full name to match it: ";
@@ -221,7 +138,7 @@ TEST_F(Fonts, LongNamesAreCutAndStillSelectTheirFaces)
     EXPECT_EQ(registered[1].Full(), longFull.substr(0, 63));
     EXPECT_EQ(registered[1].metrics.tmWeight + registered[2].metrics.tmWeight, 1100);
     EXPECT_EQ(registered[1].record.elfLogFont.lfWeight, 400);
-    // The bold one's records differ from the regular one's, so that both are found again.
+    // The records of the bold and the regular face differ, so each finds its own face.
     GLYPHMETRICS metrics = {};
     SelectedFont(registered[2].record.elfLogFont).Outline('!', nullptr, &metrics);
     EXPECT_GT(metrics.gmCellIncX, 0);
@@ -232,7 +149,7 @@ TEST_F(Fonts, NamesThatDifferOnlyInCaseAreDifferentNames)
     Install({{"Sans", "Regular", "Sans Text"}, {"SANS", "Regular", "SANS TEXT"}});
     EXPECT_EQ(FullNames(EnumerateAsRegistry()), (Names{"SANS TEXT", "Sans Text"}));
     ExpectEveryRecordSelectsItsFace(EnumerateFonts(nullptr));
-    // Otherwise case does not matter.
+    // Where no name matches exactly, case is ignored.
     Install({{"Serif", "Regular", "Serif Text"}});
     EXPECT_EQ(FullNames(EnumerateFonts("sERIF")), (Names{"Serif Text"}));
     EXPECT_EQ(SelectedFont("serif", -20).Full(), "Serif Text");
@@ -260,7 +177,7 @@ TEST_F(Fonts, NamesAreInTheProcessesCodePageAndCharacterSet)
         const std::vector<EnumeratedFont> other = EnumerateFonts(nullptr);
         ASSERT_EQ(other.size(), 1u);
         EXPECT_EQ(other[0].record.elfLogFont.lfCharSet, row.characterSet);
-        // Without the letters, the PostScript name stands in.
+        // A code page without these letters gives the PostScript name.
         EXPECT_EQ(other[0].FaceName(), "Hellas");
         EXPECT_EQ(other[0].Full(), "Hellas-Regular");
         ExpectEveryRecordSelectsItsFace(other);
@@ -293,7 +210,7 @@ TEST_F(Fonts, DescriptionsFindFamiliesThenFullNamesThenPostScriptNames)
     EXPECT_EQ(SelectedFont("OtherPS", -20).Full(), "Other Face");
 }
 
-TEST_F(Fonts, AnUnknownNameFindsSomeFace)
+TEST_F(Fonts, AnUnknownNameFindsASubstitute)
 {
     Install({{"Only", "Regular", "Only One"}});
     EXPECT_EQ(SelectedFont("No Such Font", -20).Full(), "Only One");
@@ -310,7 +227,7 @@ TEST_F(Fonts, ADeviceContextWithoutAFontHasADefaultOne)
     DeleteDC(dc);
 }
 
-TEST_F(Fonts, ANameThatFillsItsFieldIsReadNoFurther)
+TEST_F(Fonts, ANameThatFillsItsFieldIsNotReadPastItsEnd)
 {
     Install({{"Only", "Regular", "Only One"}});
     LOGFONTA description = {};
@@ -336,7 +253,7 @@ int CALLBACK CountAndStop(const LOGFONTA*, const TEXTMETRICA*, DWORD, LPARAM dat
     return ++count < 2 ? 7 : 0;
 }
 
-TEST_F(Fonts, EnumerationStopsAtNoughtAndReturnsTheLastResult)
+TEST_F(Fonts, EnumerationStopsWhenTheCallbackReturnsZero)
 {
     const HDC dc = CreateCompatibleDC(nullptr);
     int count = 0;
@@ -373,269 +290,6 @@ TEST_F(Fonts, AFaceInstalledTwiceIsDeliveredOnce)
 {
     Install({{"Twice", "Regular", "Twice"}, {"Twice", "Regular", "Twice"}});
     EXPECT_EQ(EnumerateFonts("Twice").size(), 1u);
-}
-
-/// Of the edge cases' font.
-constexpr int glyphCount = 23;
-
-FontFile::Table BigWords(std::initializer_list<int> words)
-{
-    FontFile::Table table;
-    for (const int word : words)
-    {
-        table.push_back(static_cast<std::uint8_t>(word >> 8));
-        table.push_back(static_cast<std::uint8_t>(word));
-    }
-    return table;
-}
-
-TEST_F(Fonts, OfAVariableFontTheDefaultInstanceAndEveryNamedOneAreFaces)
-{
-    FontFile font = Make({"Variable", "Regular", "Variable Regular", 400, false, 5, "Heavy"});
-    // One axis 'wght' from 400, the default, to 900; one instance, at 700, with name id 6.
-    font.Put("fvar", BigWords({1,      0,      16,  2, 1,   20, 1,   8,        //
-                               0x7767, 0x6874, 400, 0, 400, 0,  900, 0, 0, 2,  //
-                               6,      0,      700, 0}));
-    // No variations of any glyph: one offset more than there are glyphs.
-    constexpr int offsets = 2 * (glyphCount + 1);
-    FontFile::Table variations = BigWords({1, 0, 1, 0, 0, 20, glyphCount, 0, 0, 20 + offsets});
-    variations.resize(variations.size() + offsets);
-    font.Put("gvar", variations);
-    InstallFile(font);
-    const std::vector<EnumeratedFont> delivered = EnumerateFonts("Variable");
-    EXPECT_EQ(FullNames(delivered), (Names{"Variable Regular", "Variable Heavy"}));
-    ASSERT_EQ(delivered.size(), 2u);
-    const int weights[] = {400, 700};
-    for (int n = 0; n < 2; ++n)
-    {
-        EXPECT_EQ(delivered[n].record.elfLogFont.lfWeight, weights[n]);
-        EXPECT_EQ(delivered[n].metrics.ntmFlags, n == 0 ? NTM_REGULAR : NTM_BOLD);
-        EXPECT_EQ(delivered[n].type, TRUETYPE_FONTTYPE);
-    }
-    ExpectEveryRecordSelectsItsFace(delivered);
-}
-
-/// A table of compact outlines, all empty.
-FontFile::Table CompactOutlines(int glyphs)
-{
-    FontFile::Table cff = {1, 0, 4, 1};
-    const auto index = [&](const std::vector<FontFile::Table>& entries) {
-        cff.push_back(0);
-        cff.push_back(static_cast<std::uint8_t>(entries.size()));
-        if (entries.empty())
-        {
-            return;
-        }
-        cff.push_back(1);
-        std::size_t offset = 1;
-        cff.push_back(1);
-        for (const FontFile::Table& entry : entries)
-        {
-            offset += entry.size();
-            cff.push_back(static_cast<std::uint8_t>(offset));
-        }
-        for (const FontFile::Table& entry : entries)
-        {
-            cff.insert(cff.end(), entry.begin(), entry.end());
-        }
-    };
-    index({{'C'}});
-    // The char strings lie behind this 11-byte dictionary in its index (5 bytes more) and two empty
-    // indices of 2 bytes each; the private dictionary is empty.
-    const auto charStrings = static_cast<std::uint8_t>(cff.size() + 5 + 11 + 2 + 2);
-    index({{28, 0, charStrings, 17, 28, 0, 0, 28, 0, charStrings, 18}});
-    index({});
-    index({});
-    constexpr std::uint8_t endOfGlyph = 14;
-    index(std::vector<FontFile::Table>(static_cast<std::size_t>(glyphs), {endOfGlyph}));
-    return cff;
-}
-
-/// A face whose outlines are compact ones.
-FontFile Compact(const Made& face)
-{
-    FontFile font = Make(face);
-    constexpr std::uint32_t compactFlavour = 0x4F54544F;  // OTTO
-    return font.Flavour(compactFlavour)
-        .Remove("glyf")
-        .Remove("loca")
-        .Put("CFF ", CompactOutlines(glyphCount));
-}
-
-constexpr const char* bitmapFont = R"(STARTFONT 2.1
-FONT -Test-Bitmap-Medium-R-Normal--8-80-75-75-C-80-ISO10646-1
-SIZE 8 75 75
-FONTBOUNDINGBOX 8 8 0 0
-STARTPROPERTIES 8
-CHARSET_REGISTRY "ISO10646"
-CHARSET_ENCODING "1"
-FAMILY_NAME "Bitmap"
-WEIGHT_NAME "Medium"
-SLANT "R"
-PIXEL_SIZE 8
-FONT_ASCENT 8
-FONT_DESCENT 0
-ENDPROPERTIES
-CHARS 1
-STARTCHAR A
-ENCODING 65
-SWIDTH 1000 0
-DWIDTH 8 0
-BBX 8 8 0 0
-BITMAP
-FF
-FF
-FF
-FF
-FF
-FF
-FF
-FF
-ENDCHAR
-ENDFONT
-)";
-
-TEST_F(Fonts, AFaceWithCubicOutlinesIsATrueTypeFaceUnlessOutlinesAreAsTheyAre)
-{
-    InstallFile(Compact({"Compact", "Regular", "Compact"}));
-    Install({{"TrueType", "Regular", "TrueType"}});
-    const std::vector<EnumeratedFont> families = EnumerateFonts(nullptr);
-    ASSERT_EQ(families.size(), 2u);
-    EXPECT_EQ(families[0].FaceName(), "Compact");
-    EXPECT_EQ(families[0].type, TRUETYPE_FONTTYPE);
-    EXPECT_EQ(FullNames(EnumerateAsRegistry()), (Names{"Compact", "TrueType"}));
-    EXPECT_EQ(SelectedFont("Compact", -20).Full(), "Compact");
-
-    const SelectedFont font("Compact", -20);
-    const OutlinesInUse asIs(OUTLINES_AS_IS);
-    EXPECT_EQ(FullNames(EnumerateAsRegistry()), (Names{"TrueType"}));
-    EXPECT_EQ(font.Full(), "TrueType");
-}
-
-TEST_F(Fonts, OfTwoFacesAlikeTheOneWithTrueTypeOutlinesIsTaken)
-{
-    InstallFile(Compact({"Alike", "Regular", "Alike"}));
-    Install({{"Alike", "Regular", "Alike"}});
-    // The compact one's glyphs are all empty.
-    EXPECT_FALSE(SelectedFont("Alike", -1000).Outline('H').empty());
-    EXPECT_EQ(FullNames(EnumerateAsRegistry()).front(), "Alike");
-}
-
-TEST_F(Fonts, FacesWithoutTrueTypeOutlinesAreOfOtherTypesAndNeverRegistered)
-{
-    const OutlinesInUse asIs(OUTLINES_AS_IS);
-    InstallFile(Compact({"Compact", "Regular", "Compact"}));
-    const std::string bitmap = NewFile(".bdf");
-    std::ofstream(bitmap) << bitmapFont;
-    fonts_.Install(bitmap);
-    Install({{"TrueType", "Regular", "TrueType"}});
-
-    const std::vector<EnumeratedFont> families = EnumerateFonts(nullptr);
-    ASSERT_EQ(families.size(), 3u);
-    EXPECT_EQ(families[0].FaceName(), "Bitmap");
-    EXPECT_EQ(families[0].type, RASTER_FONTTYPE);
-    EXPECT_EQ(families[1].FaceName(), "Compact");
-    EXPECT_EQ(families[1].type, DEVICE_FONTTYPE);
-    EXPECT_EQ(families[2].type, TRUETYPE_FONTTYPE);
-    EXPECT_EQ(FullNames(EnumerateAsRegistry()), (Names{"TrueType"}));
-    // Asked for by name, they give way to one with outlines of the right kind.
-    EXPECT_EQ(SelectedFont("Compact", -20).Full(), "TrueType");
-    EXPECT_EQ(SelectedFont("Bitmap", -20).Full(), "TrueType");
-}
-
-TEST_F(Fonts, AFamilyOfMixedKindsIsRepresentedByATrueTypeFace)
-{
-    const OutlinesInUse asIs(OUTLINES_AS_IS);
-    InstallFile(Compact({"Mixed", "Regular", "Mixed Compact"}));
-    Install({{"Mixed", "Bold", "Mixed Bold", 700}});
-    EXPECT_EQ(FullNames(EnumerateAsRegistry()), (Names{"Mixed Bold"}));
-}
-
-TEST_F(Fonts, AFaceWhoseFileHasGoneIsPassedOver)
-{
-    Install({{"Stays", "Regular", "Stays"}});
-    const std::string gone = InstallFile(Make({"Gone", "Regular", "Gone"}));
-    EXPECT_TRUE(EnumerateFonts("None").empty());  // the catalogue is made while the file is there
-    std::filesystem::remove(gone);
-    EXPECT_EQ(FullNames(EnumerateFonts(nullptr)), (Names{"Stays"}));
-    const SelectedFont font("Gone", -20);
-    DWORD result = 0;
-    font.Outline('A', &result);
-    EXPECT_EQ(result, GDI_ERROR);
-}
-
-TEST_F(Fonts, ADamagedFontGivesNoOutlinesButDoesNoHarm)
-{
-    const std::string file = InstallFile(Make({"Damaged", "Regular", "Damaged"}));
-    const auto size = std::filesystem::file_size(file);
-    for (std::uintmax_t kept = 0; kept < size; kept += 61)
-    {
-        FontFile font = Make({"Damaged", "Regular", "Damaged"});
-        font.Write(file);
-        std::filesystem::resize_file(file, kept);
-        posix::ReloadFonts();
-        const SelectedFont selected("Damaged", -1000);
-        DWORD result = 0;
-        for (UINT character = 0; character < 256; character += 5)
-        {
-            selected.Outline(character, &result);
-        }
-        if (kept == 0)
-        {
-            EXPECT_EQ(result, GDI_ERROR);
-        }
-        EnumerateAsRegistry();
-    }
-}
-
-TEST_F(Fonts, ManyFacesAndSizesTakeTurns)
-{
-    // More faces than are kept open, and more sizes than are kept of each.
-    std::vector<Made> faces;
-    for (int n = 0; n < 20; ++n)
-    {
-        const std::string name = "Face" + std::to_string(n);
-        faces.push_back({name, "Regular", name});
-    }
-    Install(faces);
-    for (int round = 0; round < 2; ++round)
-    {
-        for (int n = 0; n < 20; ++n)
-        {
-            for (LONG height = 1000; height <= 6000; height += 1000)
-            {
-                const SelectedFont font(("Face" + std::to_string(n)).c_str(), -height);
-                GLYPHMETRICS metrics = {};
-                font.Outline('!', nullptr, &metrics);
-                EXPECT_EQ(metrics.gmCellIncX, height / 2);
-            }
-        }
-    }
-}
-
-TEST_F(Fonts, ThreadsShareTheFonts)
-{
-    Install(usualFamily);
-    const std::vector<BYTE> expected = SelectedFont("Lato", -1000).Outline('H');
-    ASSERT_FALSE(expected.empty());
-    std::vector<std::thread> threads;
-    std::vector<int> wrong(4);
-    for (std::size_t n = 0; n < wrong.size(); ++n)
-    {
-        threads.emplace_back([&, n] {
-            for (int round = 0; round < 50; ++round)
-            {
-                const bool bold = (n + round) % 2 != 0;
-                wrong[n] += SelectedFont("Lato", -1000, bold ? 700 : 400).Outline('H') != expected;
-                wrong[n] += EnumerateFonts("Lato").size() != 4;
-            }
-        });
-    }
-    for (std::thread& thread : threads)
-    {
-        thread.join();
-    }
-    EXPECT_EQ(wrong, std::vector<int>(4));
 }
 
 }  // namespace

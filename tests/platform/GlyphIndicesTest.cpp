@@ -9,7 +9,7 @@
 namespace
 {
 
-TEST(GlyphIndices, AreThoseOfTheFontAndMissingOnesAreMarked)
+TEST(GlyphIndices, MissingCharactersHaveIndexZeroOrTheMark)
 {
     const PrivateFonts fonts({ORVANE_TEST_DATA "/EdgeTest.ttf"});
     const SelectedFont font("Edge Test", -1000);
@@ -38,7 +38,7 @@ TEST(GlyphIndices, AreRefusedWithoutADeviceContextOrAFont)
     EXPECT_EQ(index, 9);
 }
 
-TEST(GlyphIndices, OfNoPlaceForThemIsRefused)
+TEST(GlyphIndices, ANullArrayIsRefused)
 {
     const PrivateFonts fonts({ORVANE_TEST_DATA "/EdgeTest.ttf"});
     const SelectedFont font("Edge Test", -1000);

@@ -10,7 +10,7 @@
 namespace
 {
 
-TEST(Memory, ABlockIsReachedWhileItIsLocked)
+TEST(Memory, ABlocksBytesAreReachedThroughALock)
 {
     const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 5);
     ASSERT_NE(block, nullptr);
@@ -25,7 +25,7 @@ TEST(Memory, ABlockIsReachedWhileItIsLocked)
     EXPECT_EQ(GlobalLock(block), nullptr);
 }
 
-TEST(Memory, WhatIsNoBlockIsRefused)
+TEST(Memory, InvalidBlocksAreRefused)
 {
     int other = 0;
     EXPECT_EQ(GlobalLock(nullptr), nullptr);

@@ -36,7 +36,7 @@ TEST(Messages, WithoutAHostAMessageGoesToStandardError)
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error: \n");
 }
 
-TEST(Messages, AHostTakesMessageBoxesOverAndGivesThemBack)
+TEST(Messages, AHostCanHandleMessageBoxesAndStop)
 {
     EXPECT_EQ(SetMessageBoxHandler(Show), nullptr);
     testing::internal::CaptureStderr();
@@ -47,14 +47,14 @@ TEST(Messages, AHostTakesMessageBoxesOverAndGivesThemBack)
     EXPECT_EQ(SetMessageBoxHandler(nullptr), nullptr);
 }
 
-TEST(Messages, WithoutAHostNobodyAnswers)
+TEST(Messages, MessagesToWindowsAreNotAnsweredWithoutAHost)
 {
     DWORD_PTR result = 5;
     EXPECT_EQ(SendMessageTimeoutA(window, WM_SETTEXT, 0, 0, SMTO_BLOCK, 100, &result), 0);
     EXPECT_EQ(result, 5U);
 }
 
-TEST(Messages, AHostTakesMessagesToWindowsOver)
+TEST(Messages, AHostCanHandleMessagesToWindows)
 {
     EXPECT_EQ(SetSendMessageHandler(Send), nullptr);
     DWORD_PTR result = 0;

@@ -222,7 +222,7 @@ TEST(GlRecorder, TheTessellatorWorks)
                                  }));
 }
 
-TEST(GlRecorder, WhatGluCallsIsInner)
+TEST(GlRecorder, CallsThatGluMakesAreMarkedAsInner)
 {
     GlRecording recording;
     GLUquadric* const quadric = gluNewQuadric();

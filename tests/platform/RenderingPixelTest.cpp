@@ -14,86 +14,9 @@
 namespace
 {
 
-// One pixel of a colour.
-void Dot(int x, int y, float red, float green, float blue)
-{
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(x, y, 1, 1);
-    ClearTo(red, green, blue);
-    glDisable(GL_SCISSOR_TEST);
-}
-
 using Values = std::vector<int>;
 
-TEST(PixelFormats, TheNearestFormatIsChosen)
-{
-    const SelectedBitmap selected(BitmapDescription(4, 4, 24));
-    for (const int bits : {4, 8, 16, 24, 32})
-    {
-        SCOPED_TRACE(bits);
-        PIXELFORMATDESCRIPTOR wanted = Wanted(bits);
-        const int format = ChoosePixelFormat(selected.dc, &wanted);
-        PIXELFORMATDESCRIPTOR described{};
-        EXPECT_EQ(DescribePixelFormat(selected.dc, format, sizeof described, &described),
-                  DescribePixelFormat(selected.dc, 1, 0, nullptr));
-        EXPECT_EQ(described.nSize, 40);
-        EXPECT_EQ(described.cColorBits, bits);
-        EXPECT_EQ(described.cDepthBits, 24);
-        EXPECT_EQ(described.dwFlags & wanted.dwFlags, wanted.dwFlags);
-        EXPECT_EQ(described.cAlphaBits, 0);
-        EXPECT_EQ(described.cStencilBits, 0);
-        wanted.cAlphaBits = 1;
-        wanted.cStencilBits = 1;
-        EXPECT_EQ(ChoosePixelFormat(selected.dc, &wanted), format + 3);
-    }
-    const PIXELFORMATDESCRIPTOR more = Wanted(64);
-    EXPECT_EQ(ChoosePixelFormat(selected.dc, &more), 1);
-}
-
-TEST(PixelFormats, Format17HasEightBits)
-{
-    const SelectedBitmap selected(BitmapDescription(4, 4, 8));
-    PIXELFORMATDESCRIPTOR described{};
-    EXPECT_NE(DescribePixelFormat(selected.dc, 17, sizeof described, &described), 0);
-    EXPECT_EQ(described.cColorBits, 8);
-    EXPECT_EQ(described.cRedBits, 3);
-    EXPECT_EQ(described.cRedShift, 0);
-    EXPECT_EQ(described.cGreenShift, 3);
-    EXPECT_EQ(described.cBlueBits, 2);
-    EXPECT_EQ(described.cBlueShift, 6);
-    const PIXELFORMATDESCRIPTOR wanted = Wanted(8);
-    EXPECT_EQ(ChoosePixelFormat(selected.dc, &wanted), 17);
-}
-
-TEST(PixelFormats, WhatIsNotOfferedIsRefused)
-{
-    const SelectedBitmap selected(BitmapDescription(4, 4, 24));
-    PIXELFORMATDESCRIPTOR wanted = Wanted(24);
-    wanted.dwFlags |= PFD_DRAW_TO_WINDOW;
-    EXPECT_EQ(ChoosePixelFormat(selected.dc, &wanted), 0);
-    wanted = Wanted(24);
-    wanted.iPixelType = PFD_TYPE_COLORINDEX;
-    EXPECT_EQ(ChoosePixelFormat(selected.dc, &wanted), 0);
-    EXPECT_EQ(ChoosePixelFormat(nullptr, &wanted), 0);
-    PIXELFORMATDESCRIPTOR described{};
-    EXPECT_EQ(DescribePixelFormat(selected.dc, 0, sizeof described, &described), 0);
-    EXPECT_EQ(DescribePixelFormat(selected.dc, 21, sizeof described, &described), 0);
-    EXPECT_EQ(DescribePixelFormat(selected.dc, 1, 39, &described), 0);
-}
-
-TEST(PixelFormats, ADeviceContextKeepsItsFormat)
-{
-    const SelectedBitmap selected(BitmapDescription(4, 4, 24));
-    EXPECT_EQ(GetPixelFormat(selected.dc), 0);
-    EXPECT_FALSE(SetPixelFormat(selected.dc, 0, nullptr));
-    EXPECT_FALSE(SetPixelFormat(selected.dc, 21, nullptr));
-    EXPECT_TRUE(SetPixelFormat(selected.dc, 5, nullptr));
-    EXPECT_TRUE(SetPixelFormat(selected.dc, 5, nullptr));
-    EXPECT_FALSE(SetPixelFormat(selected.dc, 6, nullptr));
-    EXPECT_EQ(GetPixelFormat(selected.dc), 5);
-}
-
-TEST(Rendering, TheContextIsAsOpenGLStarts)
+TEST(Rendering, ANewContextHasOpenGLsInitialState)
 {
     const Drawing drawing(BitmapDescription(30, 20, 24));
     REQUIRE_CONTEXT(drawing);
@@ -120,7 +43,7 @@ TEST(Rendering, TwentyFourBitsAreBlueGreenRedFromTheLowestRow)
     const Drawing drawing(BitmapDescription(3, 2, 24));
     REQUIRE_CONTEXT(drawing);
     ClearTo(1, 0, 0);
-    Dot(2, 1, 0, 1, 0.2F);
+    ClearPixelTo(2, 1, 0, 1, 0.2F);
     EXPECT_EQ(drawing.Bytes(0, 3), (Values{0, 0, 0}));
     GdiFlush();
     EXPECT_EQ(drawing.Bytes(0, 9), (Values{0, 0, 255, 0, 0, 255, 0, 0, 255}));
@@ -132,7 +55,7 @@ TEST(Rendering, ThirtyTwoBitsAreCopiedToo)
     const Drawing drawing(BitmapDescription(2, 2, 32));
     REQUIRE_CONTEXT(drawing);
     ClearTo(1, 0.4F, 0);
-    Dot(0, 1, 0, 0, 1);
+    ClearPixelTo(0, 1, 0, 0, 1);
     GdiFlush();
     EXPECT_EQ(drawing.Bytes(0, 3), (Values{0, 102, 255}));
     EXPECT_EQ(drawing.Bytes(8, 3), (Values{255, 0, 0}));
@@ -144,7 +67,7 @@ TEST(Rendering, ATopDownBitmapBeginsWithTheHighestRow)
     {
         const Drawing drawing(BitmapDescription(4, -2, bitCount));
         REQUIRE_CONTEXT(drawing);
-        Dot(0, 1, 0, 0, 1);
+        ClearPixelTo(0, 1, 0, 0, 1);
         GdiFlush();
         EXPECT_EQ(drawing.Bytes(0, 3), (Values{255, 0, 0}));
     }
@@ -162,37 +85,37 @@ TEST(Rendering, SixteenBitsFollowTheMasks)
         const Drawing drawing(description);
         REQUIRE_CONTEXT(drawing);
         ClearTo(1, 0, 0);
-        Dot(1, 0, 0, 1, 1);
+        ClearPixelTo(1, 0, 0, 1, 1);
         GdiFlush();
         EXPECT_EQ(drawing.Bytes(0, 4),
                   isMasked ? (Values{0x00, 0xF8, 0xFF, 0x07}) : (Values{0x00, 0x7C, 0xFF, 0x03}));
     }
 }
 
-TEST(Rendering, EightBitsAreThreeThreeTwoWithRedLowest)
+TEST(Rendering, EightBitsAreThreeForRedThreeForGreenTwoForBlue)
 {
     const Drawing drawing(BitmapDescription(4, 1, 8));
     REQUIRE_CONTEXT(drawing);
-    Dot(0, 0, 1, 0, 0);
-    Dot(1, 0, 0, 1, 0);
-    Dot(2, 0, 0, 0, 1);
-    Dot(3, 0, 1, 1, 1);
+    ClearPixelTo(0, 0, 1, 0, 0);
+    ClearPixelTo(1, 0, 0, 1, 0);
+    ClearPixelTo(2, 0, 0, 0, 1);
+    ClearPixelTo(3, 0, 1, 1, 1);
     GdiFlush();
     EXPECT_EQ(drawing.Bytes(0, 4), (Values{7, 56, 192, 255}));
 }
 
-TEST(Rendering, FourBitsAreOneEach)
+TEST(Rendering, FourBitsAreOnePerChannel)
 {
     const Drawing drawing(BitmapDescription(3, 1, 4));
     REQUIRE_CONTEXT(drawing);
     ClearTo(1, 0, 0);
-    Dot(1, 0, 0, 1, 0);
-    Dot(2, 0, 0, 0, 1);
+    ClearPixelTo(1, 0, 0, 1, 0);
+    ClearPixelTo(2, 0, 0, 0, 1);
     GdiFlush();
     EXPECT_EQ(drawing.Bytes(0, 2), (Values{0x12, 0x40}));
 }
 
-TEST(Rendering, EveryPaletteColourStaysPlainWhenDithered)
+TEST(Rendering, ColoursOfThePaletteAreNotDithered)
 {
     const Drawing drawing(BitmapDescription(16, 16, 8));
     REQUIRE_CONTEXT(drawing);
@@ -209,7 +132,7 @@ TEST(Rendering, EveryPaletteColourStaysPlainWhenDithered)
     }
 }
 
-TEST(Rendering, AGreyIsDitheredInTheRightShares)
+TEST(Rendering, AGreyIsDitheredInTheRightProportions)
 {
     // 100 of 255 in blue is 100 * 3 / 255 = 1.18 levels of 3. Half a step and 13, 14 or 15 of 16
     // make it 2: these three thresholds of sixteen.
@@ -226,7 +149,7 @@ TEST(Rendering, AGreyIsDitheredInTheRightShares)
     EXPECT_EQ(drawing.Bytes(0, 16), Values(16, 0x40));
 }
 
-TEST(Rendering, TheBitsAreCopiedWhenTheContextIsLetGo)
+TEST(Rendering, PixelsAreCopiedWhenTheContextIsMadeNotCurrent)
 {
     Drawing drawing(BitmapDescription(2, 2, 24));
     REQUIRE_CONTEXT(drawing);
@@ -239,7 +162,7 @@ TEST(Rendering, TheBitsAreCopiedWhenTheContextIsLetGo)
     EXPECT_TRUE(wglMakeCurrent(nullptr, nullptr));
 }
 
-TEST(Rendering, TheBitsAreCopiedWhenTheCurrentContextIsDeleted)
+TEST(Rendering, PixelsAreCopiedWhenTheCurrentContextIsDeleted)
 {
     Drawing drawing(BitmapDescription(2, 2, 24));
     REQUIRE_CONTEXT(drawing);
@@ -251,7 +174,7 @@ TEST(Rendering, TheBitsAreCopiedWhenTheCurrentContextIsDeleted)
     EXPECT_FALSE(wglMakeCurrent(drawing.dc, drawing.context));
 }
 
-TEST(Rendering, TheBitsAreCopiedWhenTheDeviceContextIsDeleted)
+TEST(Rendering, PixelsAreCopiedWhenTheDeviceContextIsDeleted)
 {
     Drawing drawing(BitmapDescription(2, 2, 24));
     REQUIRE_CONTEXT(drawing);
@@ -261,7 +184,7 @@ TEST(Rendering, TheBitsAreCopiedWhenTheDeviceContextIsDeleted)
     EXPECT_EQ(wglGetCurrentContext(), nullptr);
 }
 
-TEST(Rendering, TheBitsAreCopiedWhenAnotherContextTakesOver)
+TEST(Rendering, PixelsAreCopiedWhenAnotherContextIsMadeCurrent)
 {
     Drawing one(BitmapDescription(2, 2, 24));
     REQUIRE_CONTEXT(one);
@@ -278,7 +201,7 @@ TEST(Rendering, TheBitsAreCopiedWhenAnotherContextTakesOver)
     EXPECT_EQ(pixel[1], 0);
 }
 
-TEST(Rendering, AnotherSelectedBitmapIsDrawnIntoFromThenOn)
+TEST(Rendering, DrawingGoesToANewlySelectedBitmap)
 {
     Drawing drawing(BitmapDescription(2, 2, 24));
     REQUIRE_CONTEXT(drawing);
@@ -300,7 +223,7 @@ TEST(Rendering, AnotherSelectedBitmapIsDrawnIntoFromThenOn)
     EXPECT_TRUE(DeleteObject(other));
 }
 
-TEST(Rendering, BitsThatAreThereAreDrawnOver)
+TEST(Rendering, DrawingStartsFromTheBitmapsBits)
 {
     const int bitCounts[] = {4, 8, 16, 24, 32};
     for (const int bitCount : bitCounts)
@@ -368,7 +291,7 @@ TEST(Rendering, CopyingDisturbsNoState)
     EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
 }
 
-TEST(Rendering, MadeCurrentAgainItGoesOnWithItsStateAndDepth)
+TEST(Rendering, StateAndDepthSurviveUntilAContextIsCurrentAgain)
 {
     Drawing drawing(BitmapDescription(2, 2, 24));
     REQUIRE_CONTEXT(drawing);
@@ -391,16 +314,16 @@ TEST(Rendering, MadeCurrentAgainItGoesOnWithItsStateAndDepth)
     EXPECT_EQ(mask[0], GL_FALSE);
 }
 
-TEST(Rendering, TwoContextsOnOneBitmapDrawOverEachOther)
+TEST(Rendering, TwoContextsCanDrawIntoOneBitmapInTurn)
 {
     Drawing drawing(BitmapDescription(4, 4, 24));
     REQUIRE_CONTEXT(drawing);
     const HGLRC second = wglCreateContext(drawing.dc);
     ClearTo(0, 0, 1);
     ASSERT_TRUE(wglMakeCurrent(drawing.dc, second));
-    Dot(1, 1, 0, 1, 0);
+    ClearPixelTo(1, 1, 0, 1, 0);
     ASSERT_TRUE(wglMakeCurrent(drawing.dc, drawing.context));
-    Dot(2, 2, 1, 0, 0);
+    ClearPixelTo(2, 2, 1, 0, 0);
     GdiFlush();
     EXPECT_EQ(drawing.Bytes(0, 3), (Values{255, 0, 0}));
     EXPECT_EQ(drawing.Bytes(12 + 3, 3), (Values{0, 255, 0}));
@@ -425,7 +348,7 @@ TEST(Rendering, AContextIsCurrentOnOneThread)
     EXPECT_FALSE(deleted);
 }
 
-TEST(Rendering, AThreadsEndLetsItsContextGo)
+TEST(Rendering, AContextCanBeUsedAgainAfterItsThreadEnds)
 {
     Drawing drawing(BitmapDescription(2, 2, 24));
     REQUIRE_CONTEXT(drawing);
@@ -465,7 +388,7 @@ TEST(Rendering, ThreadsDrawAtTheSameTime)
     EXPECT_EQ(Values(wrong, wrong + 4), Values(4, 0));
 }
 
-TEST(Rendering, SharedListsAreCalledFromBothContexts)
+TEST(Rendering, SharedListsCanBeCalledFromBothContexts)
 {
     Drawing drawing(BitmapDescription(2, 2, 24));
     REQUIRE_CONTEXT(drawing);
@@ -486,7 +409,7 @@ TEST(Rendering, SharedListsAreCalledFromBothContexts)
     wglDeleteContext(second);
 }
 
-TEST(Rendering, WhatCannotBeDrawnIntoGetsNoContext)
+TEST(Rendering, ABitmapThatCannotBeDrawnIntoGetsNoContext)
 {
     const SelectedBitmap noFormat(BitmapDescription(2, 2, 24));
     EXPECT_EQ(wglCreateContext(noFormat.dc), nullptr);
@@ -518,50 +441,6 @@ TEST(Rendering, ATooLargeBitmapIsRefusedWithAReason)
     EXPECT_EQ(drawing.context, nullptr);
     EXPECT_EQ(drawing.Reason().find("400000 x 1 pixels: "), 0U) << drawing.Reason();
     EXPECT_EQ(wglGetCurrentContext(), probe.context);
-}
-
-TEST(HeadlessContext, ReadsWhatIsDrawn)
-{
-    const HeadlessContext context(8, 4);
-    REQUIRE_CONTEXT(context);
-    ClearTo(1, 0.4F, 0);
-    Dot(7, 3, 0, 0, 1);
-    EXPECT_EQ(context.Pixel(0, 0), (Rgb{255, 102, 0}));
-    EXPECT_EQ(context.Pixel(7, 3), (Rgb{0, 0, 255}));
-    const Picture picture = context.ReadPixels();
-    EXPECT_EQ(picture.At(7, 3), (Rgb{0, 0, 255}));
-    EXPECT_EQ(picture.CountOther({255, 102, 0}), 1);
-    glClear(GL_DEPTH_BUFFER_BIT);
-    EXPECT_EQ(context.Depth(3, 3), 1);
-}
-
-TEST(HeadlessContext, TheOneBeforeIsCurrentAgain)
-{
-    const HeadlessContext outer(8, 4);
-    REQUIRE_CONTEXT(outer);
-    ClearTo(1, 0, 0);
-    {
-        const HeadlessContext inner(2, 2);
-        REQUIRE_CONTEXT(inner);
-        ClearTo(0, 1, 0);
-        EXPECT_EQ(inner.Pixel(0, 0), (Rgb{0, 255, 0}));
-    }
-    EXPECT_EQ(outer.Pixel(7, 3), (Rgb{255, 0, 0}));
-}
-
-TEST(Picture, ADifferenceIsFoundAndSaved)
-{
-    Picture one{2, 1, {10, 20, 30, 40, 50, 60}};
-    Picture other = one;
-    other.bytes[4] = 51;
-    EXPECT_TRUE(PicturesMatch(one, other, "picture-test"));
-    EXPECT_FALSE(PicturesMatch(one, other, "picture-test", 0));
-    EXPECT_TRUE(PicturesMatch(one, other, "picture-test", 0, 1));
-    const std::string path =
-        std::string(ORVANE_BINARY_DIR) + "/differences/picture-test-difference.ppm";
-    EXPECT_EQ(Picture::Load(path).bytes, (std::vector<GLubyte>{0, 0, 0, 0, 8, 0}));
-    EXPECT_FALSE(PicturesMatch(one, Picture{1, 1, {10, 20, 30}}, "picture-test"));
-    EXPECT_EQ(Picture::Load("/nonexistent").width, 0);
 }
 
 }  // namespace

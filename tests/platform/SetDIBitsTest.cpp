@@ -88,20 +88,20 @@ TEST(SetDIBits, FourBitsTakeTheHighHalfFirst)
               (Values{0x10, 0x80, 0xF0, 255, 255, 255, 1, 2, 3}));
 }
 
-TEST(SetDIBits, EightBitsLookTheirColoursUp)
+TEST(SetDIBits, EightBitsAreIndicesOfTheColourTable)
 {
     EXPECT_EQ(Converted(Indexed(2, 2, 8), {2, 0, 9, 9, 1, 15, 9, 9}),
               (Values{0x10, 0x80, 0xF0, 0, 0, 0, 255, 255, 255, 1, 2, 3}));
 }
 
-TEST(SetDIBits, IndicesBehindTheColoursThatAreUsedAreBlack)
+TEST(SetDIBits, IndicesBeyondTheColourTableAreBlack)
 {
     BitmapDescription description = Indexed(2, 1, 8);
     description.header.biClrUsed = 2;
     EXPECT_EQ(Converted(description, {1, 2, 0, 0}), (Values{255, 255, 255, 0, 0, 0}));
 }
 
-TEST(SetDIBits, SixteenBitsAreFiveEachWithoutMasks)
+TEST(SetDIBits, SixteenBitPixelsWithoutMasksAreFivePerChannel)
 {
     // Red 31, green 16, blue 0: 16 of 31 is 131 of 255, rounded down. The highest bit is nothing.
     EXPECT_EQ(Converted(BitmapDescription(2, 1, 16), {0x00, 0x7E, 0x00, 0x80}),
@@ -153,13 +153,13 @@ TEST(SetDIBits, ThirtyTwoBitsFollowTheirMasks)
     EXPECT_EQ(Converted(description, {0xFF, 0x03, 0x08, 0x00}), (Values{0, 127, 255}));
 }
 
-TEST(SetDIBits, TopDownRowsAreTurned)
+TEST(SetDIBits, TopDownRowsAreReversed)
 {
     EXPECT_EQ(Converted(BitmapDescription(1, -2, 24), {1, 2, 3, 0, 4, 5, 6, 0}),
               (Values{4, 5, 6, 1, 2, 3}));
 }
 
-TEST(SetDIBits, MasksLieInsideALongerHeader)
+TEST(SetDIBits, MasksInsideALongerHeaderAreUsed)
 {
     // A header of 52 bytes ends with them.
     BitmapDescription description(1, 1, 16);
@@ -192,7 +192,7 @@ TEST(SetDIBits, RowsEndAndPixelsAreSkippedInPackedPictures)
               (Values{2, 0, 0, 0, 0, 0, 0, 1, 0}));
 }
 
-TEST(SetDIBits, PackedPicturesAreReadNoFurtherThanTheirSize)
+TEST(SetDIBits, PackedPicturesAreNotReadPastTheirSize)
 {
     EXPECT_EQ(Unpacked(3, 1, 8, {1, 2, 5}), (Values{2, 0, 0}));        // half a run
     EXPECT_EQ(Unpacked(3, 1, 8, {0, 3, 2}), (Values{2, 0, 0}));        // one of three pixels
@@ -261,7 +261,7 @@ TEST(SetDIBits, PixelsOfTheSameKindKeepTheirIndices)
     EXPECT_EQ(target.Bytes(0, 2), (Values{7, 9}));
 }
 
-TEST(SetDIBits, RowsGoWhereTheyAreSentTo)
+TEST(SetDIBits, RowsGoToTheRowsAskedFor)
 {
     const auto rows = [](int height, UINT first, UINT count, int expected) {
         const SelectedBitmap target(BitmapDescription(1, 4, 8));
@@ -298,7 +298,7 @@ TEST(SetDIBits, WiderAndNarrowerPicturesAreCutAtTheRight)
     EXPECT_EQ(target.Bytes(0, 4), (Values{5, 2, 0, 0}));
 }
 
-TEST(SetDIBits, WhatIsNoPictureOrNoBitmapIsRefused)
+TEST(SetDIBits, InvalidPicturesAndBitmapsAreRefused)
 {
     const SelectedBitmap target(BitmapDescription(1, 1, 24));
     const auto bits = Exactly({0, 0, 0, 0});

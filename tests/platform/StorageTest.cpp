@@ -80,7 +80,7 @@ void MakeSample(const TemporaryName& name)
     CreateStreamIn(*storage, u"empty");
 }
 
-TEST(Storage, StreamsComeBackFromTheFile)
+TEST(Storage, StreamsAreReadBackFromTheFile)
 {
     const TemporaryName name("streams.stg");
     MakeSample(name);
@@ -118,7 +118,7 @@ TEST(Storage, AnotherProgramListsTheStreams)
     EXPECT_NE(list.find("0 empty"), std::string::npos) << list;
 }
 
-TEST(Storage, NothingIsInTheFileBeforeItIsCommitted)
+TEST(Storage, TheFileIsEmptyUntilCommit)
 {
     const TemporaryName name("committed.stg");
     const StoragePointer storage = CreateFileOf(name);
@@ -181,7 +181,7 @@ TEST(Storage, AStreamHasAPosition)
     EXPECT_EQ(stream->Write("x", 1, nullptr), STG_E_INSUFFICIENTMEMORY);
 }
 
-TEST(Storage, WhatIsOnlyReadIsNotWritten)
+TEST(Storage, AFileOpenedForReadingCannotBeChanged)
 {
     const TemporaryName name("read.stg");
     MakeSample(name);
@@ -222,7 +222,7 @@ TEST(Storage, NamesAndModesAreChecked)
     EXPECT_NE(CreateStreamIn(*made, std::u16string(31, u'x').c_str()), nullptr);
 }
 
-TEST(Storage, WhatIsNoCompoundFileIsRefused)
+TEST(Storage, OtherFilesAreRefused)
 {
     const TemporaryFile words("words.stg", std::string(2000, 'w'));
     const TemporaryFile none("none.stg", std::string());

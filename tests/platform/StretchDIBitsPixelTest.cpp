@@ -39,7 +39,7 @@ Rgb PixelAt(int x, int y)
     return {pixel[0], pixel[1], pixel[2]};
 }
 
-TEST(StretchDIBits, ABitmapThatAContextDrawsIntoIsDrawnThroughIt)
+TEST(StretchDIBits, PicturesForABitmapOfAContextGoThroughOpenGL)
 {
     const Drawing drawing(BitmapDescription(8, 6, 32));
     REQUIRE_CONTEXT(drawing);
@@ -58,7 +58,7 @@ TEST(StretchDIBits, ABitmapThatAContextDrawsIntoIsDrawnThroughIt)
     EXPECT_EQ(drawing.Bytes(4 * (8 * 3 + 1), 4), (Values{0, 0, 255, 255}));
 }
 
-TEST(StretchDIBits, ThroughAContextItScalesAndClipsLikeIntoBits)
+TEST(StretchDIBits, ScalingThroughAContextMatchesScalingIntoBits)
 {
     const Sample sample;
     const SelectedBitmap plain(BitmapDescription(11, 7, 32));
@@ -82,7 +82,7 @@ TEST(StretchDIBits, ThroughAContextItScalesAndClipsLikeIntoBits)
     }
 }
 
-TEST(StretchDIBits, NothingOfTheStateMattersOrChanges)
+TEST(StretchDIBits, OpenGLStateNeitherMattersNorChanges)
 {
     const Drawing drawing(BitmapDescription(8, 6, 32));
     REQUIRE_CONTEXT(drawing);
@@ -143,7 +143,7 @@ TEST(StretchDIBits, NothingOfTheStateMattersOrChanges)
     EXPECT_EQ(depth, 0);
 }
 
-TEST(StretchDIBits, BitsThatAContextDrawsIntoAreReadAsDrawn)
+TEST(StretchDIBits, PicturesFromABitmapOfAContextHaveWhatWasDrawn)
 {
     const Drawing drawing(BitmapDescription(4, 4, 24));
     REQUIRE_CONTEXT(drawing);
@@ -160,7 +160,7 @@ TEST(StretchDIBits, BitsThatAContextDrawsIntoAreReadAsDrawn)
     EXPECT_EQ(target.Bytes(0, 3), (Values{0, 255, 0}));
 }
 
-TEST(SetDIBits, ABitmapThatAContextDrawsIntoIsSetThroughIt)
+TEST(SetDIBits, RowsForABitmapOfAContextGoThroughOpenGL)
 {
     const Drawing drawing(BitmapDescription(3, 2, 24));
     REQUIRE_CONTEXT(drawing);

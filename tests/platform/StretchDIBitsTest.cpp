@@ -98,7 +98,7 @@ TEST(StretchDIBits, PositionsCountFromTheTopLeft)
     EXPECT_EQ(target.Rows(), (Picture{"....", "..ab", "..de", "hi.."}));
 }
 
-TEST(StretchDIBits, APixelTakesWhatItsCentreFallsOn)
+TEST(StretchDIBits, APixelTakesTheSourcePixelUnderItsCentre)
 {
     EXPECT_EQ(Line("ab", 3), "abb");   // (2 i + 1) 2 / 6: 1/3, 1, 5/3
     EXPECT_EQ(Line("abc", 2), "ac");   // (2 i + 1) 3 / 4: 3/4, 9/4
@@ -128,7 +128,7 @@ TEST(StretchDIBits, BandsJoinExactly)
     EXPECT_EQ(joined, whole.Rows());
 }
 
-TEST(StretchDIBits, WhatIsClippedStillCounts)
+TEST(StretchDIBits, ClippedRowsAreCounted)
 {
     const Letters source({"ab", "cd"});
     Letters target({"..", ".."});
@@ -138,7 +138,7 @@ TEST(StretchDIBits, WhatIsClippedStillCounts)
     EXPECT_EQ(target.Rows(), (Picture{".c", ".."}));
 }
 
-TEST(StretchDIBits, WhatLiesOutsideTheSourceIsLeftAsItIs)
+TEST(StretchDIBits, PixelsOutsideTheSourceStayAsTheyAre)
 {
     const Letters source({"ab", "cd"});
     Letters target({"xxxx", "xxxx"});
@@ -158,7 +158,7 @@ TEST(StretchDIBits, NegativeLengthsMirror)
     EXPECT_EQ(target.Rows(), (Picture{"abc", "def"}));
 }
 
-TEST(StretchDIBits, RectanglesOfNoSizeDrawNothing)
+TEST(StretchDIBits, EmptyRectanglesDrawNothing)
 {
     const Letters source({"ab"});
     Letters target({".."});
@@ -194,7 +194,7 @@ TEST(StretchDIBits, DepthsAndTablesAreConverted)
               (std::vector<int>{10, 20, 30, 255, 10, 20, 30, 255, 0, 0, 0, 255}));
 }
 
-TEST(StretchDIBits, APictureOfTheSameKindKeepsEveryByte)
+TEST(StretchDIBits, PixelsOfTheSameKindAreCopiedByteByByte)
 {
     const BYTE pixels[] = {1, 2, 3, 77};
     const SelectedBitmap target(BitmapDescription(1, 1, 32));
@@ -204,7 +204,7 @@ TEST(StretchDIBits, APictureOfTheSameKindKeepsEveryByte)
     EXPECT_EQ(target.Bytes(0, 4), (std::vector<int>{1, 2, 3, 77}));
 }
 
-TEST(StretchDIBits, WhatIsNotOfferedIsRefused)
+TEST(StretchDIBits, OperationsThatAreNotOfferedAreRefused)
 {
     const SelectedBitmap target(BitmapDescription(1, 1, 32));
     const BYTE pixels[4] = {};

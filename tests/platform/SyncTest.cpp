@@ -23,7 +23,7 @@ DWORD WaitOnAnotherThread(HANDLE object, DWORD milliseconds)
     return result;
 }
 
-TEST(Sync, AMutexIsRecursiveAndFreeAfterAsManyReleases)
+TEST(Sync, AMutexIsFreeAfterAsManyReleasesAsWaits)
 {
     const HANDLE mutex = CreateMutexA(nullptr, FALSE, nullptr);
     EXPECT_EQ(WaitForSingleObject(mutex, 0), WAIT_OBJECT_0);
@@ -35,7 +35,7 @@ TEST(Sync, AMutexIsRecursiveAndFreeAfterAsManyReleases)
     EXPECT_TRUE(CloseHandle(mutex));
 }
 
-TEST(Sync, AMutexCanBeBornOwned)
+TEST(Sync, AMutexCanBeOwnedFromTheStart)
 {
     const HANDLE mutex = CreateMutexA(nullptr, TRUE, nullptr);
     EXPECT_EQ(WaitOnAnotherThread(mutex, 0), WAIT_TIMEOUT);
@@ -97,7 +97,7 @@ TEST(Sync, AWaiterWakesWhenTheOwnersThreadEnds)
     }
 }
 
-TEST(Sync, AClosedHandleNeverNamesWhatIsMadeAfterIt)
+TEST(Sync, AClosedHandleNeverNamesALaterObject)
 {
     const HANDLE closed = CreateMutexA(nullptr, FALSE, nullptr);
     EXPECT_TRUE(CloseHandle(closed));
@@ -112,7 +112,7 @@ TEST(Sync, AClosedHandleNeverNamesWhatIsMadeAfterIt)
     }
 }
 
-TEST(Sync, ValuesThatAreNoHandlesAreRefused)
+TEST(Sync, InvalidHandlesAreRefused)
 {
     const HANDLE mutex = CreateMutexA(nullptr, FALSE, nullptr);
     const auto value = reinterpret_cast<std::uintptr_t>(mutex);
@@ -135,7 +135,7 @@ TEST(Sync, AnOwnedMutexCanBeClosed)
     EXPECT_EQ(WaitForSingleObject(mutex, 0), WAIT_FAILED);
 }
 
-TEST(Sync, AWaiterOutlivesTheHandle)
+TEST(Sync, AWaitContinuesAfterTheHandleIsClosed)
 {
     const HANDLE mutex = CreateMutexA(nullptr, FALSE, nullptr);
     const HANDLE isOwned = CreateEventA(nullptr, TRUE, FALSE, nullptr);
@@ -158,7 +158,7 @@ TEST(Sync, AWaiterOutlivesTheHandle)
     CloseHandle(mayEnd);
 }
 
-TEST(Sync, AWaitGivesUpAfterItsTime)
+TEST(Sync, AWaitEndsAfterItsTimeout)
 {
     const HANDLE event = CreateEventA(nullptr, TRUE, FALSE, nullptr);
     EXPECT_EQ(WaitForSingleObject(event, 30), WAIT_TIMEOUT);
@@ -190,7 +190,7 @@ TEST(Sync, AManualEventStaysSignalledUntilItIsReset)
     CloseHandle(event);
 }
 
-TEST(Sync, AnAutomaticEventLetsOneWaitThrough)
+TEST(Sync, AnAutomaticEventReleasesOneWait)
 {
     const HANDLE event = CreateEventA(nullptr, FALSE, TRUE, nullptr);
     EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_OBJECT_0);
@@ -242,7 +242,7 @@ TEST(Sync, WrongHandlesAreRefused)
     CloseHandle(mutex);
 }
 
-TEST(Sync, NamesAreNotOffered)
+TEST(Sync, NamedObjectsAreRefused)
 {
     EXPECT_EQ(CreateMutexA(nullptr, FALSE, "name"), nullptr);
     EXPECT_EQ(CreateEventA(nullptr, FALSE, FALSE, "name"), nullptr);

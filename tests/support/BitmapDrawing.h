@@ -51,3 +51,12 @@ inline void ClearTo(float red, float green, float blue)
     glClearColor(red, green, blue, 1);
     glClear(GL_COLOR_BUFFER_BIT);
 }
+
+/// The same for one pixel.
+inline void ClearPixelTo(int x, int y, float red, float green, float blue)
+{
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(x, y, 1, 1);
+    ClearTo(red, green, blue);
+    glDisable(GL_SCISSOR_TEST);
+}

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Outlines for tests, in whole units.
+/// Outlines for tests, with coordinates in whole units.
 
 #include "contours/NativeOutline.h"
 
@@ -30,14 +30,14 @@ inline orvane::contours::NativeOutline MakeOutline(
     return outline;
 }
 
-/// A square with sides along the axes; clockwise, what is filled on its right, unless turned.
+/// A square with sides along the axes. It runs clockwise unless \p turned.
 inline std::vector<OutlineAt> SquareAt(int x, int y, int size, bool turned = false)
 {
     std::vector<OutlineAt> square = {{x, y}, {x, y + size}, {x + size, y + size}, {x + size, y}};
     return turned ? std::vector<OutlineAt>(square.rbegin(), square.rend()) : square;
 }
 
-/// Four splines around a centre, through points on the axes; clockwise unless turned.
+/// Four curves around the centre (x, y). They run clockwise unless \p turned.
 inline std::vector<OutlineAt> RoundAt(int x, int y, int radius, bool turned = false)
 {
     std::vector<OutlineAt> round = {{x - radius, y}, {x - radius, y + radius, false},
@@ -48,8 +48,8 @@ inline std::vector<OutlineAt> RoundAt(int x, int y, int radius, bool turned = fa
     return turned ? std::vector<OutlineAt>(round.rbegin(), round.rend()) : round;
 }
 
-/// Squares and rounds, some of which cross or hold others.
-/// \param turned whether a third of them are
+/// Random squares and rounds, some of which cross or contain others.
+/// \param turned whether about a third of them run counter-clockwise
 template <typename Random>
 orvane::contours::NativeOutline RandomShapes(Random& random, int count, int range, int leastSize,
                                              bool turned)
@@ -67,4 +67,21 @@ orvane::contours::NativeOutline RandomShapes(Random& random, int count, int rang
         contours.push_back(below(2) == 0 ? SquareAt(x, y, size, turn) : RoundAt(x, y, size, turn));
     }
     return MakeOutline(contours);
+}
+
+/// Contours of random points on a coarse grid, so that some points coincide.
+template <typename Random>
+orvane::contours::NativeOutline RandomOutline(Random& random, int contours, int points)
+{
+    std::vector<std::vector<OutlineAt>> all;
+    for (int n = 0; n < contours; ++n)
+    {
+        std::vector<OutlineAt>& contour = all.emplace_back();
+        for (int i = 0; i < points; ++i)
+        {
+            const auto coordinate = [&] { return static_cast<int>(random() % 40) * 25 - 300; };
+            contour.push_back({coordinate(), coordinate(), i == 0 || random() % 2 == 0});
+        }
+    }
+    return MakeOutline(all);
 }

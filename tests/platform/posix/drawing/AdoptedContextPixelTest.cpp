@@ -76,7 +76,7 @@ Rgb PixelAt(int x, int y)
     return {pixel[0], pixel[1], pixel[2]};
 }
 
-TEST(AdoptedContext, IsNamedAsTheCurrentOne)
+TEST(AdoptedContext, AnAdoptedContextIsReportedAsCurrent)
 {
     const HostWindow window(8, 6);
     REQUIRE_CONTEXT(window);
@@ -99,7 +99,7 @@ TEST(AdoptedContext, IsNamedAsTheCurrentOne)
     ReleaseAdoptedContext();
 }
 
-TEST(AdoptedContext, BitmapsAreDrawnThroughIt)
+TEST(AdoptedContext, BitmapsAreDrawnThroughAnAdoptedContext)
 {
     const HostWindow window(8, 6);
     REQUIRE_CONTEXT(window);
@@ -120,7 +120,7 @@ TEST(AdoptedContext, BitmapsAreDrawnThroughIt)
     ReleaseAdoptedContext();
 }
 
-TEST(AdoptedContext, IsTakenUpAgainAfterAnotherOne)
+TEST(AdoptedContext, AnAdoptedContextCanBeMadeCurrentAgain)
 {
     const HostWindow window(4, 4);
     REQUIRE_CONTEXT(window);
@@ -151,7 +151,7 @@ TEST(AdoptedContext, IsTakenUpAgainAfterAnotherOne)
     EXPECT_FALSE(wglMakeCurrent(dc, context));
 }
 
-TEST(AdoptedContext, OneOfTheLibraryOrNoneIsNotAdopted)
+TEST(AdoptedContext, OnlyAContextOfTheHostCanBeAdopted)
 {
     {
         const HeadlessContext library(2, 2);
@@ -166,7 +166,7 @@ TEST(AdoptedContext, OneOfTheLibraryOrNoneIsNotAdopted)
     EXPECT_EQ(AdoptCurrentContext(0, 2), nullptr);
 }
 
-TEST(AdoptedContext, ALibrarysContextThatTheHostReplacedGetsItsCopy)
+TEST(AdoptedContext, PixelsAreCopiedFromAContextThatAnAdoptedOneReplaces)
 {
     const HostWindow window(2, 2);
     REQUIRE_CONTEXT(window);

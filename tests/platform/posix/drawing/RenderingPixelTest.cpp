@@ -28,7 +28,7 @@ struct Egl
 };
 
 // A host's own context, of whatever kind, may become current behind the library's back.
-TEST(Rendering, AContextThatWasReplacedElsewhereIsStillCopied)
+TEST(Rendering, PixelsAreCopiedFromAContextThatTheHostReplaced)
 {
     Drawing drawing(BitmapDescription(2, 2, 24));
     REQUIRE_CONTEXT(drawing);
@@ -46,7 +46,7 @@ TEST(Rendering, AContextThatWasReplacedElsewhereIsStillCopied)
 
 using RenderingDeathTest = testing::Test;
 
-TEST(RenderingDeathTest, WithoutOpenGLThereIsAMessageAndNoCrash)
+TEST(RenderingDeathTest, WithoutOpenGLAnErrorIsReported)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(

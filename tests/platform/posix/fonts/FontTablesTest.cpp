@@ -123,7 +123,7 @@ protected:
     const std::string path_ = fonts_.Folder() + "/font.ttf";
 };
 
-TEST(FontTablesOfInstalledFaces, SayWhatFreeTypeSays)
+TEST(FontTablesOfInstalledFaces, GiveTheSameMeasuresAsFreeType)
 {
     int looked = 0;
     for (const auto& face : ListInstalledFaces())
@@ -146,14 +146,14 @@ TEST(FontTablesOfInstalledFaces, SayWhatFreeTypeSays)
     EXPECT_GT(looked, 0);
 }
 
-TEST_F(FontTables, OfTheEdgeCasesFontAreItsOwn)
+TEST_F(FontTables, GiveTheMeasuresOfTheEdgeCasesFont)
 {
     const auto read = Read(FontFile::EdgeTest());
     ASSERT_TRUE(read);
     EXPECT_EQ(read->unitsPerEm, 1000);
 }
 
-TEST_F(FontTables, HaveTheUniqueNameForWindowsElseTheOneForTheMacintosh)
+TEST_F(FontTables, PreferTheUniqueNameForWindows)
 {
     FontFile font = FontFile::EdgeTest();
     font.Names("Family", "Style", "Full N\u00E4me \u0416", "PostScript");  // 3 and 4 alike
@@ -184,7 +184,7 @@ TEST_F(FontTables, HaveTheUniqueNameForWindowsElseTheOneForTheMacintosh)
     EXPECT_EQ(Read(font.Put("name", {0, 0, 0, 9, 0, 6}))->unique, "");
 }
 
-TEST_F(FontTables, OfACollectionAreThoseOfTheFaceAskedFor)
+TEST_F(FontTables, FindTheFaceInACollection)
 {
     FontFile wide = FontFile::EdgeTest();
     constexpr std::size_t averageWidth = 2;
@@ -197,7 +197,7 @@ TEST_F(FontTables, OfACollectionAreThoseOfTheFaceAskedFor)
     EXPECT_FALSE(ReadFace(2));
 }
 
-TEST_F(FontTables, WithoutATableThatTheyNeedAreLeftToFreeType)
+TEST_F(FontTables, AreLeftToFreeTypeWithoutARequiredTable)
 {
     for (const char* const tag : {"head", "hhea", "maxp", "hmtx", "OS/2", "glyf", "loca"})
     {
@@ -211,7 +211,7 @@ TEST_F(FontTables, WithoutATableThatTheyNeedAreLeftToFreeType)
     ASSERT_TRUE(Read(FontFile::EdgeTest().Remove("post").Remove("name")));
 }
 
-TEST_F(FontTables, WithoutTheHeightOfACellAreLeftToFreeType)
+TEST_F(FontTables, AreLeftToFreeTypeWithoutTheHeightOfTheCell)
 {
     constexpr std::size_t winAscent = 74;
     FontFile font = FontFile::EdgeTest();
@@ -219,7 +219,7 @@ TEST_F(FontTables, WithoutTheHeightOfACellAreLeftToFreeType)
     EXPECT_FALSE(Read(font));
 }
 
-TEST_F(FontTables, OfAnotherKindThanTheNameSaysAreLeftToFreeType)
+TEST_F(FontTables, AreLeftToFreeTypeForOutlinesOfAnotherKind)
 {
     constexpr std::uint32_t compact = 0x4F54544F;  // OTTO
     EXPECT_FALSE(Read(FontFile::EdgeTest().Flavour(compact)));
@@ -227,7 +227,7 @@ TEST_F(FontTables, OfAnotherKindThanTheNameSaysAreLeftToFreeType)
     EXPECT_FALSE(ReadFace(0, OutlineKind::Cubic));
 }
 
-TEST_F(FontTables, OfAnInstanceAreLeftToFreeTypeWhenMeasuresVary)
+TEST_F(FontTables, AreLeftToFreeTypeForAnInstanceWhoseMeasuresVary)
 {
     constexpr int firstInstance = 1 << 16;
     EXPECT_TRUE(Read(FontFile::EdgeTest(), firstInstance));
@@ -237,7 +237,7 @@ TEST_F(FontTables, OfAnInstanceAreLeftToFreeTypeWhenMeasuresVary)
     EXPECT_TRUE(Read(varied));
 }
 
-TEST_F(FontTables, OfAFileCutShortAreLeftToFreeType)
+TEST_F(FontTables, AreLeftToFreeTypeForATruncatedFile)
 {
     FontFile::EdgeTest().Write(path_);
     constexpr std::uintmax_t longestPadding = 3;  // behind the last table

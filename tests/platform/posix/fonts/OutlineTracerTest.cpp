@@ -87,7 +87,7 @@ double DeviationFromCircle(const NativeOutline& outline, double radius)
 class CubicCircles : public testing::TestWithParam<int>
 {};
 
-TEST_P(CubicCircles, AreWithinHalfAUnitAndSomethingForTheirOwnShape)
+TEST_P(CubicCircles, StayCircles)
 {
     const int radius = GetParam();
     const Cubics circle({CubicCircle(radius)});
@@ -102,7 +102,7 @@ TEST_P(CubicCircles, AreWithinHalfAUnitAndSomethingForTheirOwnShape)
 
 INSTANTIATE_TEST_SUITE_P(Radii, CubicCircles, testing::Values(20, 55, 143, 250, 377, 400, 700));
 
-TEST(OutlineTracer, ContoursAreTurnedToTheDirectionOfTrueType)
+TEST(OutlineTracer, CubicContoursAreReversed)
 {
     // Counter-clockwise
     const Cubics square({{{0, 0}, {100, 0}, {100, 100}, {0, 100}}});
@@ -122,7 +122,7 @@ TEST(OutlineTracer, CoordinatesBetweenUnitsAreRounded)
     EXPECT_EQ(outline, MakeOutline({{{0, 100}, {100, 100}, {101, 0}, {0, 0}}}));
 }
 
-TEST(OutlineTracer, BrokenOutlinesGiveNothing)
+TEST(OutlineTracer, InvalidOutlinesGiveNoContours)
 {
     // A lone cubic control point
     Cubics broken({{{0, 0}, {100, 0, false}, {100, 100}}});
