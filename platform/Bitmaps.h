@@ -17,8 +17,8 @@ constexpr DWORD BI_BITFIELDS = 3;
 constexpr UINT DIB_RGB_COLORS = 0;
 constexpr DWORD SRCCOPY = 0x00CC0020;
 
-// Two-byte packing: records are read in place in mapped files, where the header lies 14 bytes
-// behind the start. No size depends on it, save the file header's.
+// Packed to two bytes because records are read in place in mapped files, where the second header
+// lies 14 bytes after the start of the file. Only BITMAPFILEHEADER changes its size by that.
 #pragma pack(push, 2)
 struct BITMAPFILEHEADER
 {
@@ -34,14 +34,14 @@ struct BITMAPINFOHEADER
 {
     DWORD biSize;
     LONG biWidth;
-    LONG biHeight;  ///< positive: the lowest row comes first; negative: the highest
+    LONG biHeight;  ///< rows; positive when the lowest comes first, negative when the highest does
     WORD biPlanes;
     WORD biBitCount;
     DWORD biCompression;
-    DWORD biSizeImage;  ///< bytes; may be 0 when not compressed
+    DWORD biSizeImage;  ///< bytes of the pixels; may be 0 for pixels that are not compressed
     LONG biXPelsPerMeter;
     LONG biYPelsPerMeter;
-    DWORD biClrUsed;  ///< 0: all that the bit count allows
+    DWORD biClrUsed;  ///< colours in the table; 0 means as many as the bit count allows
     DWORD biClrImportant;
 };
 static_assert(sizeof(BITMAPINFOHEADER) == 40);
@@ -55,7 +55,8 @@ struct RGBQUAD
 };
 static_assert(sizeof(RGBQUAD) == 4);
 
-/// The colours, or with BI_BITFIELDS three masks, follow the header; only the first is declared.
+/// A header, followed by the colour table or, with BI_BITFIELDS, by three masks. Only the first
+/// colour is declared; the others lie behind it in memory.
 struct BITMAPINFO
 {
     BITMAPINFOHEADER bmiHeader;
@@ -85,41 +86,44 @@ struct DIBSECTION
     DWORD dsOffset;
 };
 
-/// A bitmap whose bits the caller may read and write, after GdiFlush when OpenGL draws into it.
-/// Rows are padded to four bytes. 1, 4, 8, 16, 24 and 32 bits, at most 4 GiB; 16 bits are 5-5-5
-/// without masks. Bits in memory are zero at first.
-/// \param dc not looked at; may be null.
-/// \param bits receives the address of the bits; may be null.
-/// \param section null for bits in memory, else a writable file mapping (CreateFileMappingA) that
-/// holds them from \p offset on, a multiple of 4. Its handle may be closed before the bitmap.
-/// \return null when the description is not that of such a bitmap, when it does not lie inside the
-/// mapping, or when there is no memory.
+/// Makes a bitmap whose bits the caller may read and write; if OpenGL draws into it, the caller
+/// must call GdiFlush first. A pixel has 1, 4, 8, 16, 24 or 32 bits. Without masks, 16 bits are 5
+/// each for red, green and blue. Rows are padded to four bytes, and all bits take at most 4 GiB.
+/// Bits in memory are zero at first. \param dc is ignored and may be null. \param bits receives the
+/// address of the bits; may be null. \param section null for bits in memory. Otherwise a writable
+/// file mapping (CreateFileMappingA), whose bytes from \p offset on, a multiple of 4, become the
+/// bits. The mapping's handle may be closed before the bitmap. \return null when no bitmap can have
+/// this description, when its bits do not lie inside the mapping, or when there is too little
+/// memory.
 ORVANE_API HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits,
                                     HANDLE section, DWORD offset);
 
-/// Describes a bitmap: fills a BITMAP, or a DIBSECTION where \p size allows it. With a null
-/// \p buffer, the size of a BITMAP. Returns the bytes filled, 0 for anything but a bitmap.
+/// Describes a bitmap: fills \p buffer with a DIBSECTION if \p size bytes hold one, otherwise with
+/// a BITMAP. Returns the number of bytes filled or, when \p buffer is null, the size of a BITMAP.
+/// Returns 0 when \p object is no bitmap.
 ORVANE_API int GetObjectA(HGDIOBJ object, int size, LPVOID buffer);
 
-/// Converts rows of pixels of any depth, also packed ones, into a bitmap. Pixels that a packed
-/// picture leaves out get its first colour; it is decoded as far as biSizeImage goes. A bitmap with
-/// a colour table gets the nearest colours, the first of equally near ones.
-/// \param first the bitmap's row, from the bottom, that the lowest row of \p bits becomes.
-/// \param count how many rows \p bits has; what lies outside the bitmap is left out.
-/// \return the rows converted, 0 when bitmap or description are no good.
+/// Converts rows of pixels of any depth, also run-length coded ones, into a bitmap. Coded rows are
+/// read up to biSizeImage bytes, and pixels that they leave out get the first colour of the table.
+/// A bitmap with a colour table gets the nearest colour for each pixel, the first of equally near
+/// ones. \param first the row of the bitmap, from the bottom, that the lowest row of \p bits
+/// becomes. \param count the number of rows in \p bits; rows outside the bitmap are left out.
+/// \return the number of rows converted; 0 when the bitmap or the description is not valid.
 ORVANE_API int SetDIBits(HDC dc, HBITMAP bitmap, UINT first, UINT count, const void* bits,
                          const BITMAPINFO* info, UINT usage);
 
 /// Draws a rectangle of a picture, scaled and clipped, into the bitmap that a device context has
-/// selected; through OpenGL when a context draws into it, which loses none of its state. Positions
-/// count from the top left, in both.
+/// selected. When an OpenGL context draws into that bitmap, the pixels go through OpenGL, whose
+/// state stays as it was. Positions count from the top left, in the picture and in the bitmap.
 ///
 /// A destination pixel takes the source pixel that its centre falls on, rounded down: pixel i of w
-/// takes pixel floor((2 i + 1) s / (2 w)) of s. It is counted from the rectangle's edge, drawn or
-/// not, so that bands drawn side by side join exactly. A negative width or height reaches to the
-/// left or up, and mirrors; what lies outside the source is left as it is.
-/// \param operation SRCCOPY; no other is offered.
-/// \return the number of source rows, also when some are clipped; 0 when it was refused.
+/// takes pixel floor((2 i + 1) s / (2 w)) of s. Pixels count from the edge of the whole rectangle,
+/// also where that is clipped, so that bands drawn side by side join exactly. A negative width or
+/// height reaches to the left or up and mirrors the picture. Destination pixels that fall outside
+/// the source stay as they are.
+/// \param operation must be SRCCOPY.
+/// \return the number of source rows, clipped ones included; 0 when nothing was drawn because the
+/// call was refused.
 ORVANE_API int StretchDIBits(HDC dc, int x, int y, int width, int height, int sourceX, int sourceY,
                              int sourceWidth, int sourceHeight, const void* bits,
                              const BITMAPINFO* info, UINT usage, DWORD operation);

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Between UTF-8 and the 8-bit code pages that texts and font names are in.
+/// Conversion between UTF-8 and the 8-bit code pages that texts and font names are in.
 
 #include "platform/Export.h"
 #include "platform/Types.h"
@@ -15,28 +15,30 @@
 /// European, Baltic, Turkish, Cyrillic, Greek.
 constexpr std::array<UINT, 6> offeredCodePages = {1252, 1250, 1257, 1254, 1251, 1253};
 
-/// A text taken to a code page, as far as it went.
+/// A text converted to a code page up to the first character that the code page lacks.
 struct CodePageText
 {
-    std::string text;    ///< in the code page; what comes before the misfit when there is one
-    std::string misfit;  ///< the first character that does not fit, in UTF-8; empty when all fit.
-                         ///< Bytes that are not UTF-8 are reported as U+FFFD.
+    std::string text;    ///< in the code page; ends before the misfit if there is one
+    std::string misfit;  ///< in UTF-8, the first character that the code page lacks; empty when it
+                         ///< lacks none. U+FFFD stands for bytes that are not UTF-8.
 
     bool Fits() const { return misfit.empty(); }
 };
 
-/// Converts a text. In a code page that is not on offer only ASCII fits.
+/// Converts a text. A code page that is not on offer has only the ASCII characters.
 ORVANE_API CodePageText Utf8ToCodePage(std::string_view utf8, UINT codePage);
 
-/// What FindCodePage found.
+/// The result of FindCodePage.
 struct CodePageChoice
 {
     UINT codePage = 0;   ///< 0 when no code page on offer holds the whole text
-    std::string misfit;  ///< then: the character at which the last possible code page drops out
+    std::string misfit;  ///< in UTF-8, when there is none: the first character that no code page
+                         ///< has together with all characters before it
 };
 
 /// The first code page on offer that holds the whole text.
 ORVANE_API CodePageChoice FindCodePage(std::string_view utf8);
 
-/// Converts back. A byte that the code page leaves undefined is the character of the same number.
+/// Converts a text back. A byte that the code page leaves undefined gives the character of the same
+/// number.
 ORVANE_API std::string CodePageToUtf8(std::string_view text, UINT codePage);

@@ -9,21 +9,22 @@
 
 #if !defined(_WIN32)
 
-/// A memory device context, with a 1 by 1 bitmap and a default font selected. \p compatible may be
-/// null; what it names does not matter here. Ended with DeleteDC.
+/// Makes a memory device context, in which a bitmap of 1 by 1 pixel and a default font are
+/// selected. The caller ends it with DeleteDC. \p compatible is ignored and may be null.
 ORVANE_API HDC CreateCompatibleDC(HDC compatible);
 ORVANE_API BOOL DeleteDC(HDC dc);
 
-/// Selects a font or a bitmap and returns the one of its kind selected before; null, changing
-/// nothing, when either handle names nothing of the sort or the bitmap is selected into another
-/// device context.
+/// Selects a font or a bitmap and returns the font or bitmap that was selected before. Null,
+/// changing nothing, when a handle is not valid or when the bitmap is selected into another device
+/// context.
 ORVANE_API HGDIOBJ SelectObject(HDC dc, HGDIOBJ object);
 
-/// Deletes a font or a bitmap. FALSE when it is none or is still selected into a device context.
-/// What device contexts have selected at first is left alone, with TRUE.
+/// Deletes a font or a bitmap. FALSE when the handle is neither or the object is still selected
+/// into a device context. For the default objects of device contexts, does nothing and returns
+/// TRUE.
 ORVANE_API BOOL DeleteObject(HGDIOBJ object);
 
-/// Completes all drawing into bitmaps, so that their bits can be read. Always TRUE.
+/// Completes all drawing of this thread into bitmaps, so that their bits can be read. Always TRUE.
 ORVANE_API BOOL GdiFlush();
 
 #endif

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Why the platform's last refused call on this thread was refused.
+/// The reason why the last call of the platform that failed on this thread did so.
 
 #include "platform/Export.h"
 #include "platform/Types.h"
@@ -21,7 +21,8 @@ constexpr DWORD ERROR_INVALID_PIXEL_FORMAT = 2000;
 constexpr DWORD ERROR_FILE_INVALID = 1006;  ///< an empty file cannot be mapped
 constexpr DWORD ERROR_NO_RENDERING = 2001;  ///< there is no OpenGL here; the text says why
 
-/// The error number of the last refused call on this thread. Calls that succeed leave it as it was.
+/// The error number of the last call that failed on this thread. Calls that succeed leave it as it
+/// was.
 ORVANE_API DWORD GetLastError();
 
 /// Sets the number and forgets the text.
@@ -29,6 +30,6 @@ ORVANE_API void SetLastError(DWORD error);
 
 #endif
 
-/// Why the last refused call on this thread was refused, in one line without a full stop: a text
+/// Why the last call that failed on this thread did so, in one line without a full stop: a text
 /// of its own or, where it has none, one for its number. Empty after SetLastError(0).
 ORVANE_API std::string GetLastErrorText();

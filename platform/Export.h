@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Marks what the shared library offers to its users. Everything else is hidden.
+/// ORVANE_API marks the functions and classes that a shared library exports. All others are hidden.
 
 #if defined(_WIN32)
 #if defined(ORVANE_BUILDING)

@@ -29,11 +29,11 @@ constexpr DWORD FILE_MAP_WRITE = 0x2;
 constexpr DWORD FILE_MAP_READ = 0x4;
 constexpr DWORD INVALID_FILE_SIZE = 0xFFFFFFFF;
 
-/// What CreateFileA returns when it refuses.
-// NOLINTNEXTLINE(performance-no-int-to-ptr): a mark that nobody follows
+/// Returned by CreateFileA on failure.
+// NOLINTNEXTLINE(performance-no-int-to-ptr): a mark, never used as an address
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(-1));
 
-/// Where in a file to write.
+/// The offset in a file at which to write, in bytes.
 struct OVERLAPPED
 {
     ULONG_PTR Internal;
@@ -43,35 +43,38 @@ struct OVERLAPPED
     HANDLE hEvent;
 };
 
-/// Opens or makes a file. With FILE_FLAG_SEQUENTIAL_SCAN what is written goes past the system's
-/// memory where the file system lets it, quickest from addresses that divide by 4096 as the place
-/// in the file does; sharing, attributes and other flags are accepted and mean nothing here. A
-/// directory is refused. \p disposition CREATE_NEW, CREATE_ALWAYS (empties an existing file) or
-/// OPEN_EXISTING.
+/// Opens or makes a file. A directory is refused.
+/// \param disposition CREATE_NEW, CREATE_ALWAYS (empties an existing file) or OPEN_EXISTING.
+/// \param flagsAndAttributes With FILE_FLAG_SEQUENTIAL_SCAN, written bytes bypass the system's file
+/// cache if the file system allows that. Writing is then fastest when the address of the bytes and
+/// their offset in the file leave the same remainder, divided by 4096. Sharing, attributes and
+/// other flags have no effect.
 ORVANE_API HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
                               DWORD disposition, DWORD flagsAndAttributes, HANDLE templateFile);
 ORVANE_API BOOL DeleteFileA(LPCSTR name);
 
-/// Writes all of the bytes at a place of the file, given by the halves of its offset; returns when
-/// they are written. FALSE when they are not.
+/// Writes all bytes at the offset in the file that \p place gives, and returns when they are
+/// written. FALSE when some could not be written; \p written, if not null, receives how many were.
 ORVANE_API BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD count, DWORD* written,
                           OVERLAPPED* place);
 
-/// The low 32 bits of the file's size, the high ones in \p high when it is given; INVALID_FILE_SIZE
-/// when the handle is no file.
+/// Returns the low 32 bits of the file's size in bytes and, if \p high is not null, stores the high
+/// 32 bits there. INVALID_FILE_SIZE when the handle names no file.
 ORVANE_API DWORD GetFileSize(HANDLE file, DWORD* high);
 
-/// A mapping of a file, which it keeps open. With a size (two halves) of 0, of the file as long as
-/// it is now, which must not be 0; else a writable file is made that long, and its space is taken
-/// on the disk where the file system can do that. Null when it is refused.
+/// Makes a mapping of a file and keeps the file open. A size (given in two halves, in bytes) of 0
+/// means the file's present length, which must not be 0. With PAGE_READWRITE, a shorter file is
+/// lengthened to the size, and its space on the disk is reserved if the file system can do that.
+/// Null on failure.
 ORVANE_API HANDLE CreateFileMappingA(HANDLE file, SECURITY_ATTRIBUTES* security, DWORD protection,
                                      DWORD sizeHigh, DWORD sizeLow, LPCSTR name);
 
-/// Maps part of it into memory. The offset is a multiple of 65,536. \p count 0 maps to the end.
+/// Maps \p count bytes of a mapping into memory; 0 means all bytes from the offset to the end. The
+/// offset must be a multiple of 65,536. Null on failure.
 ORVANE_API LPVOID MapViewOfFile(HANDLE mapping, DWORD access, DWORD offsetHigh, DWORD offsetLow,
                                 std::size_t count);
 
-/// \param view what MapViewOfFile returned.
+/// \param view an address that MapViewOfFile returned.
 ORVANE_API BOOL UnmapViewOfFile(LPCVOID view);
 
 #endif

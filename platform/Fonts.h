@@ -3,7 +3,7 @@
 
 /// \file
 /// Installed fonts: enumeration, metrics and glyph outlines. Names and texts are in the process's
-/// code page.
+/// code page (SetProcessCodePage).
 
 #include "platform/DeviceContexts.h"
 #include "platform/Export.h"
@@ -155,7 +155,8 @@ struct OUTLINETEXTMETRICA
     int otmsStrikeoutPosition;
     int otmsUnderscoreSize;
     int otmsUnderscorePosition;
-    PSTR otmpFamilyName;  ///< these four: byte offsets from the record's start to zero-ended texts
+    PSTR otmpFamilyName;  ///< this and the next three: byte offsets from the start of the
+                          ///< record to zero-terminated texts
     PSTR otmpFaceName;
     PSTR otmpStyleName;
     PSTR otmpFullName;
@@ -191,7 +192,8 @@ struct GLYPHMETRICS
 };
 static_assert(sizeof(GLYPHMETRICS) == 20);
 
-/// Heads each contour of a native outline; curves follow it up to cb bytes.
+/// The start of each contour of a native outline. Curves (TTPOLYCURVE) follow it; cb is the size in
+/// bytes of the header and its curves.
 struct TTPOLYGONHEADER
 {
     DWORD cb;
@@ -200,7 +202,7 @@ struct TTPOLYGONHEADER
 };
 static_assert(sizeof(TTPOLYGONHEADER) == 16);
 
-/// A run of cpfx points; only the first is declared.
+/// A line or spline through cpfx points. Only the first is declared; the others lie behind it.
 struct TTPOLYCURVE
 {
     WORD wType;
@@ -208,82 +210,88 @@ struct TTPOLYCURVE
     POINTFX apfx[1];
 };
 
-/// Return 0 to stop the enumeration.
+/// Called for each font of an enumeration. Returns 0 to stop the enumeration.
 using FONTENUMPROCA = int(CALLBACK*)(const LOGFONTA* record, const TEXTMETRICA* metrics,
                                      DWORD fontType, LPARAM data);
 
-/// A font for a description, ended with DeleteObject; null only for a null description.
+/// Makes a font for a description. The caller ends it with DeleteObject. Null only for a null
+/// description.
 ///
-/// The face is found when the font is used: by lfFaceName as the name of a family, in which slant
-/// and then weight decide; else as a full name; else as a PostScript name; else what the machine's
-/// configuration puts in its place. Only faces with usable outlines come into question. A
-/// description that enumeration gave finds the face that it was given for. A negative lfHeight is
-/// the em square's height in pixels, a positive one the cell's, 0 is 12 points; lfWidth, the
-/// angles, underlining and striking out are not looked at.
+/// The face is chosen when the font is used, among those with usable outlines. lfFaceName is tried
+/// as the name of a family, within which slant and then weight decide, then as a full name, then as
+/// a PostScript name. If no face has that name, the machine's font configuration chooses a
+/// substitute. A description that an enumeration delivered finds the very face it was delivered
+/// for. A negative lfHeight is the height of the em square in pixels, a positive one that of the
+/// cell, and 0 means 12 points. lfWidth, the angles, underlining and striking out are ignored.
 ORVANE_API HFONT CreateFontIndirectA(const LOGFONTA* description);
 
-/// Without a name: one callback per installed family, in the order of their names, for its regular
-/// face or what is nearest to it. With a family's name, or the full name of that face: each of its
-/// faces, upright before italic, lighter before heavier. With any other full name: that face. The
-/// records given are an ENUMLOGFONTA and a NEWTEXTMETRICA. Only faces whose outlines can be
-/// handed over as quadratic ones have the type TRUETYPE_FONTTYPE; of others, whose files are not
-/// read, the records have only the names, weight and slant. The device context is not looked at.
+/// Enumerates installed fonts. Without a name, the callback is called once for each family, in the
+/// order of their names, with the regular face or the one nearest to it. With a family's name, or
+/// the full name of that face, it is called for each face of the family, upright before italic and
+/// lighter before heavier. With any other full name, it is called for that face alone.
 ///
-/// Without a name it sees what has been installed or removed since the faces were listed last, save
-/// in the very second of that. A font in use keeps its face when that is removed.
+/// The records are an ENUMLOGFONTA and a NEWTEXTMETRICA. The type is TRUETYPE_FONTTYPE only for
+/// faces whose outlines can be handed over as quadratic curves. The files of other faces are not
+/// read, so their records have only names, weight and slant. \p dc is ignored.
 ///
-/// Returns the last value that the callback returned, 1 if it was never called.
+/// A call without a name notices fonts that have been installed or removed since the last listing,
+/// except within the same second. A font in use keeps its face when that is removed.
+///
+/// Returns the last value that the callback returned, or 1 if it was never called.
 ORVANE_API int EnumFontFamiliesA(HDC dc, LPCSTR family, FONTENUMPROCA callback, LPARAM data);
 
-/// With a null \p metrics, the size in bytes of the record with its texts; otherwise fills up to \p
-/// size bytes and returns how many. 0 when the selected font has no outlines. A device context
-/// without a font has the configuration's choice for no name.
+/// Fills \p metrics with at most \p size bytes of the record and its texts, and returns their
+/// number. With a null \p metrics, returns the size of the whole record in bytes. Returns 0 when
+/// the selected font has no outlines. A device context in which no font was selected uses the face
+/// that the machine's font configuration chooses for an empty name.
 ORVANE_API UINT GetOutlineTextMetricsA(HDC dc, UINT size, OUTLINETEXTMETRICA* metrics);
 
-/// The outline of a character in the selected font (GGO_NATIVE), as polygons of straight and
-/// quadratic runs in 16.16 pixels, y up; or its metrics alone (GGO_METRICS). With size 0 or a null
-/// buffer: the bytes needed, 0 for an empty glyph and for GGO_METRICS. Only the low byte of \p
-/// character counts; one that the font lacks has the outline that marks missing ones. GDI_ERROR
-/// when the font has no outlines, the buffer is too small, or \p matrix is not the identity.
+/// Gives the metrics of a character of the selected font and, with GGO_NATIVE, its outline:
+/// polygons of lines and quadratic splines, in 16.16 pixels with y upward. With GGO_METRICS it
+/// gives the metrics alone. Only the low byte of \p character counts. For a character that the font
+/// lacks, the outline is the font's mark for missing characters. \return the size of the outline in
+/// bytes, also when \p size is 0 or the buffer null; 0 for an empty glyph and for GGO_METRICS.
+/// GDI_ERROR when the font has no outlines, the buffer is too small, or \p matrix is not the
+/// identity.
 ORVANE_API DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETRICS* metrics,
                                   DWORD size, LPVOID buffer, const MAT2* matrix);
 
-/// The selected font's glyph numbers of \p count characters. A character that the font lacks has
-/// the number 0, or 0xFFFF with GGI_MARK_NONEXISTING_GLYPHS. Returns the count, GDI_ERROR when the
-/// font has no outlines.
+/// Stores the glyph indices that \p count characters have in the selected font. For a character
+/// that the font lacks, the index is 0 or, with GGI_MARK_NONEXISTING_GLYPHS, 0xFFFF. Returns the
+/// count, or GDI_ERROR when the font has no outlines.
 ORVANE_API DWORD GetGlyphIndicesA(HDC dc, LPCSTR text, int count, WORD* indices, DWORD flags);
 
-/// Chooses the process's code page: 1250, 1251, 1252 (the default), 1253, 1254 or 1257. A host does
-/// so before it makes the font list. FALSE for any other.
+/// Sets the code page of the process: 1250, 1251, 1252 (the default), 1253, 1254 or 1257. A host
+/// must call this before it makes the font list. FALSE, changing nothing, for any other code page.
 ORVANE_API BOOL SetProcessCodePage(UINT codePage);
 ORVANE_API UINT GetACP();
 
-/// What is handed over for a face's glyphs.
-constexpr UINT OUTLINES_AS_IS = 0;  ///< the font's own outlines; compact (CFF) faces cannot be used
-constexpr UINT OUTLINES_REPAIRED = 1;  ///< outlines that come out right, the default
+/// Which outlines are handed over for the glyphs of a face.
+constexpr UINT OUTLINES_AS_IS = 0;     ///< the font's own; faces with a CFF table cannot be used
+constexpr UINT OUTLINES_REPAIRED = 1;  ///< corrected where need be; the default
 
-/// Chooses what is handed over, for the whole process. A host does so before it makes the font
-/// list. FALSE for anything else than the two.
+/// Sets which outlines are handed over, for the whole process. A host must call this before it
+/// makes the font list. FALSE, changing nothing, for any value but these two.
 ///
-/// Repaired, an outline whose contours overlap is the border of what it fills by the non-zero rule;
-/// contours that run the wrong way are turned around; cubic curves become quadratic ones. An
-/// outline that comes out right by itself is the same, bit for bit, in both ways.
+/// With OUTLINES_REPAIRED, an outline whose contours overlap is replaced by the border of the area
+/// that it fills by the non-zero rule, contours that run the wrong way are reversed, and cubic
+/// curves become quadratic ones. An outline that needs none of this is the same, bit for bit, with
+/// both values.
 ORVANE_API BOOL SetProcessOutlines(UINT outlines);
 ORVANE_API UINT GetProcessOutlines();
 
-/// How many of a face's glyphs ...
+/// The numbers of a face's glyphs for which an outline was corrected in some way.
 struct OUTLINECHECK
 {
-    UINT glyphs;     ///< there are
-    UINT repaired;   ///< had contours that overlap, and were rebuilt
-    UINT turned;     ///< had contours that run the wrong way, and nothing else
-    UINT converted;  ///< were made of cubic curves, whatever else was to be done
-    UINT
-        unrepaired;  ///< do not come out right whatever is tried; these are handed over as they are
+    UINT glyphs;      ///< all glyphs of the face
+    UINT repaired;    ///< contours overlapped, so the outline was rebuilt
+    UINT turned;      ///< contours ran the wrong way and were reversed; nothing else was wrong
+    UINT converted;   ///< made from cubic curves, whatever else was done
+    UINT unrepaired;  ///< not filled correctly and not repairable; handed over as they are
 };
 
-/// Checks every glyph of the selected font's face, as if outlines were repaired. FALSE when the
-/// font has no outlines.
+/// Checks every glyph of the selected font's face as under OUTLINES_REPAIRED. FALSE when the font
+/// has no outlines.
 ORVANE_API BOOL CheckFontOutlines(HDC dc, OUTLINECHECK* check);
 
 #endif

@@ -16,16 +16,17 @@ constexpr UINT GMEM_FIXED = 0x0000;
 constexpr UINT GMEM_MOVEABLE = 0x0002;
 constexpr UINT GMEM_ZEROINIT = 0x0040;
 
-/// A block of \p count bytes, zeroed with GMEM_ZEROINIT; null when there is no memory. Its bytes
-/// are reached through GlobalLock, whatever the flags. Freed with GlobalFree.
+/// Allocates a block of \p count bytes, which are zero if the flags contain GMEM_ZEROINIT. Null
+/// when there is too little memory. The bytes are reached through GlobalLock, whatever the flags.
+/// The caller frees the block with GlobalFree.
 ORVANE_API HGLOBAL GlobalAlloc(UINT flags, std::size_t count);
-/// The block's bytes; null for anything but a block. Locks are counted.
+/// Returns the block's bytes, and null for anything but a block. Each call adds a lock.
 ORVANE_API LPVOID GlobalLock(HGLOBAL block);
-/// Whether the block is still locked afterwards.
+/// Takes one lock away. Returns whether the block is still locked.
 ORVANE_API BOOL GlobalUnlock(HGLOBAL block);
-/// Bytes; 0 for anything but a block.
+/// The block's size in bytes; 0 for anything but a block.
 ORVANE_API std::size_t GlobalSize(HGLOBAL block);
-/// Null when it was freed, else \p block itself. A locked block can be freed.
+/// Frees a block, also a locked one. Returns null on success and \p block on failure.
 ORVANE_API HGLOBAL GlobalFree(HGLOBAL block);
 
 #endif

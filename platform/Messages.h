@@ -2,7 +2,8 @@
 #pragma once
 
 /// \file
-/// Message boxes and messages to windows. Without a host that takes them over they never block.
+/// Message boxes and messages to windows. A host can handle them itself; otherwise they never wait
+/// for anybody.
 
 #include "platform/Export.h"
 #include "platform/Types.h"
@@ -17,22 +18,23 @@ constexpr UINT SMTO_NORMAL = 0x0000;
 constexpr UINT SMTO_BLOCK = 0x0001;
 constexpr UINT SMTO_ABORTIFHUNG = 0x0002;
 
-/// Shows a message. Unless a host has taken it over, writes "caption: text" to standard error and
-/// returns IDOK at once.
+/// Shows a message through the host's handler. Without a handler, writes "caption: text" to
+/// standard error and returns IDOK at once.
 ORVANE_API int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
 
-/// Sends a message to a window, giving up after \p timeout milliseconds. 0 when no host has taken
-/// messages over, the window is null, or the host does not answer.
+/// Sends a message to a window through the host's handler, which gives up after \p timeout
+/// milliseconds. 0 when there is no handler, the window is null, or the handler does not answer.
 ORVANE_API LRESULT SendMessageTimeoutA(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                        UINT flags, UINT timeout, DWORD_PTR* result);
 
-/// What a host may put in place of the two calls above. A null function restores the default.
-/// Handlers may be called from any thread that uses the library.
+/// Functions of a host that handle the two calls above. They may be called from any thread that
+/// uses the library.
 using MessageBoxHandler = int (*)(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
 using SendMessageHandler = LRESULT (*)(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                        UINT flags, UINT timeout, DWORD_PTR* result);
 
-/// Each returns the handler that was in place, null for the default.
+/// Set a handler; null restores the default. Each returns the handler that was set before, null for
+/// the default.
 ORVANE_API MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler);
 ORVANE_API SendMessageHandler SetSendMessageHandler(SendMessageHandler handler);
 

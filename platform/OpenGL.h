@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// OpenGL 1.1 and GLU, with what their headers need before them.
+/// OpenGL 1.1 and GLU, together with the header that must come before theirs.
 
 #include "platform/Types.h"
 

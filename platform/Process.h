@@ -2,25 +2,27 @@
 #pragma once
 
 /// \file
-/// How a program of its own, as opposed to a library in a host, lives with the system around it.
+/// Standard streams and signals, for programs. A library inside a host must leave them to the host.
 
 #include "platform/Export.h"
 #include "platform/Types.h"
 
-/// To be called first thing in a program. Standard streams that were closed lead nowhere, so that
-/// no file opened later is taken for them; and writing to a pipe that nobody reads, or past the
-/// limit of a file's size, is refused instead of ending the process.
+/// A program calls this before anything else. Standard streams that are closed are opened on
+/// nothing, so that no file opened later takes their place. Writing to a pipe that nobody reads, or
+/// past the limit of a file's size, then fails instead of ending the process.
 ORVANE_API void PrepareProcess();
 
-/// Names a file that is removed when the process is interrupted or told to end; null for none any
-/// more. One at a time. Only a program may call it: it decides what the signals do. They still end
-/// the process, and one that was ignored stays so.
+/// Names a file that is removed when a signal interrupts the process or tells it to end; null names
+/// none. A second call replaces the first file. Only a program may call this, because it sets what
+/// signals do: they still end the process, and ignored signals stay ignored.
 ORVANE_API void RemoveWhenInterrupted(const char* path);
 
-/// From now on an interruption signals an event first, and ends the process when that has not ended
-/// by itself, with EndIfInterrupted, a sixth of a second later, or when it comes again. For a
-/// program, too. Null leaves things as they are.
+/// Lets an interruption first signal an event, so that the program can stop its work and call
+/// EndIfInterrupted. If the process has not ended a sixth of a second later, or if a second
+/// interruption comes, the process is ended. Only a program may call this. A null event changes
+/// nothing.
 ORVANE_API void SignalWhenInterrupted(HANDLE event);
 
-/// Ends the process as the interruption does when there was one, else returns.
+/// If there was an interruption, ends the process as the interruption would have done. Otherwise
+/// returns.
 ORVANE_API void EndIfInterrupted();

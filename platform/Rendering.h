@@ -4,9 +4,10 @@
 /// \file
 /// OpenGL contexts that draw into the bitmap of a memory device context.
 ///
-/// OpenGL's pixels become the bitmap's bits when the context is made not current or deleted, when
-/// another bitmap is selected, and in GdiFlush on the context's thread; bits changed meanwhile are
-/// lost then. A context that is made current draws over the bits as they are.
+/// OpenGL's pixels are copied into the bitmap's bits when the context is made not current or
+/// deleted, when another bitmap is selected, and in GdiFlush on the context's thread. Changes that
+/// the host makes to the bits before that are overwritten. When a context is made current, OpenGL's
+/// pixels start out as a copy of the bits.
 
 #include "platform/DeviceContexts.h"
 #include "platform/Export.h"
@@ -55,59 +56,63 @@ struct PIXELFORMATDESCRIPTOR
 };
 static_assert(sizeof(PIXELFORMATDESCRIPTOR) == 40);
 
-/// The index, from 1, of the format nearest to the wanted one; 0 when there is none: drawing into
-/// windows, two buffers, stereo and colour indices are not offered.
+/// The index, from 1, of the pixel format nearest to the wanted one. 0 when the wanted format draws
+/// into windows, has two buffers, is stereo or uses colour indices, which are not offered.
 ORVANE_API int ChoosePixelFormat(HDC dc, const PIXELFORMATDESCRIPTOR* wanted);
 
-/// Describes a format and returns the largest index. With a null \p description, only that. 0 when
-/// there is no such format.
+/// Describes a pixel format, unless \p description is null, and returns the largest index of a
+/// format. 0 when there is no format with the index \p format.
 ORVANE_API int DescribePixelFormat(HDC dc, int format, UINT size,
                                    PIXELFORMATDESCRIPTOR* description);
 
-/// 0 when none is set.
+/// The index of the device context's pixel format; 0 when none is set.
 ORVANE_API int GetPixelFormat(HDC dc);
 
-/// A device context keeps its format: FALSE for another one later. \p description is not looked at.
+/// Sets the pixel format. FALSE when there is no such format or the device context has another one
+/// already, which cannot be changed. \p description is ignored.
 ORVANE_API BOOL SetPixelFormat(HDC dc, int format, const PIXELFORMATDESCRIPTOR* description);
 
-/// A context for a device context with a pixel format and a bitmap of 4 bits or more; null when
-/// there is no such thing or no OpenGL (GetLastErrorText says why).
+/// Makes an OpenGL context for a device context that has a pixel format and a selected bitmap of at
+/// least 4 bits a pixel. Null when it has not, or when OpenGL is not available (GetLastErrorText
+/// says why).
 ORVANE_API HGLRC wglCreateContext(HDC dc);
 
-/// Deletes a context, which is made not current before. FALSE when it is current on another thread.
+/// Deletes a context, after making it not current on this thread. FALSE when it is current on
+/// another thread.
 ORVANE_API BOOL wglDeleteContext(HGLRC context);
 
 /// Makes a context current on this thread, to draw into the bitmap that \p dc has selected. The
-/// device context needs the pixel format that the context was made with. A null \p context only
-/// lets the current one go. After FALSE the current context is as it was, unless OpenGL itself
-/// refused: then there is none.
+/// device context must have the pixel format that the context was made with. With a null \p
+/// context, no context is current afterwards. After FALSE the current context is the same as
+/// before, or none if OpenGL itself refused.
 ORVANE_API BOOL wglMakeCurrent(HDC dc, HGLRC context);
 
-/// Null when this thread has none of these contexts current.
+/// The context that is current on this thread and its device context; null when none of these
+/// contexts is.
 ORVANE_API HGLRC wglGetCurrentContext();
 ORVANE_API HDC wglGetCurrentDC();
 
-/// Lets \p other use the display lists and textures of \p context. FALSE when \p other has been
-/// current already.
+/// Lets \p other use the display lists and textures of \p context. FALSE when \p other has ever
+/// been current.
 ORVANE_API BOOL wglShareLists(HGLRC context, HGLRC other);
 
-/// Takes an OpenGL context that a host made for a window of its own, current on this thread, among
-/// these contexts: wglGetCurrentContext and wglGetCurrentDC name it, wglMakeCurrent takes it up
-/// again after another one, and StretchDIBits draws through it. The host calls this each time that
-/// it begins to draw, with the pixels that it draws on, and goes on managing the context.
-/// \return a device context of 32 bits with that context's handle in wglGetCurrentContext, the same
-/// as long as it is the same context; null when none is current (GetLastErrorText says so). Owned
-/// by the platform.
+/// Adopts the OpenGL context that is current on this thread, which a host has made for a window of
+/// its own. From then on wglGetCurrentContext and wglGetCurrentDC return handles for it,
+/// wglMakeCurrent makes it current again after another context, and StretchDIBits draws through it.
+/// The host still owns the context. It calls this each time that it begins to draw, with the width
+/// and height in pixels of the surface that it draws on.
+/// \return a device context of 32 bits a pixel, owned by the platform; the same for each call with
+/// the same context. Null when no context is current (GetLastErrorText says so).
 ORVANE_API HDC AdoptCurrentContext(int width, int height);
 
-/// Ends the adoption on this thread; the context stays current for the host. Must be called before
-/// the host destroys it. Nothing happens when there is none.
+/// Ends the adoption on this thread, if there is one. The context stays current. The host must call
+/// this before it destroys the context.
 ORVANE_API void ReleaseAdoptedContext();
 
 #endif
 
-/// Has the current context cut a quadrilateral along the same diagonal whether it lies inside the
-/// picture or partly outside, which the bands of a larger picture need to agree: colours between
-/// its corners depend on it. Of flat shading it changes whose corner's colour counts. Nothing where
-/// OpenGL cannot.
+/// Makes the current context cut every quadrilateral along the same diagonal, also one that lies
+/// partly outside the picture. The colours between its corners depend on the diagonal, so the bands
+/// of a large picture would not match otherwise. With flat shading, another corner gives the colour
+/// than usual. Does nothing if OpenGL lacks the setting.
 ORVANE_API void CutQuadsAlike();

@@ -58,51 +58,55 @@ constexpr DWORD STREAM_SEEK_SET = 0;
 constexpr DWORD STREAM_SEEK_CUR = 1;
 constexpr DWORD STREAM_SEEK_END = 2;
 
-/// What storages and streams share: they are counted. Used by one thread at a time.
+/// The base of storages and streams: objects that count the references to them. Each must be used
+/// by one thread at a time.
 struct ORVANE_API IUnknown
 {
     virtual ULONG AddRef() = 0;
-    /// Ends the object with the last reference. Both return the references left.
+    /// AddRef adds a reference. Release takes one away and deletes the object with the last. Both
+    /// return the number of references left.
     virtual ULONG Release() = 0;
 
 protected:
     virtual ~IUnknown() = default;
 };
 
-/// Bytes with a position. A stream may outlive its storage, into which nothing goes any more then.
+/// Bytes with a position. A stream may outlive its storage; bytes written after that are lost.
 struct ORVANE_API IStream : IUnknown
 {
-    /// At the end there is less to read, which is no failure; \p done says how much (may be null).
+    /// Reads up to \p size bytes. Fewer, at the end of the stream, are no failure. \p done, if not
+    /// null, receives the number read.
     virtual HRESULT Read(void* bytes, ULONG count, ULONG* done) = 0;
     virtual HRESULT Write(const void* bytes, ULONG count, ULONG* done) = 0;
-    /// Beyond the end is allowed; what lies between is zero once something is written there.
+    /// Positions beyond the end are allowed. A later write there fills the gap with zeros.
     virtual HRESULT Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* position) = 0;
     virtual HRESULT SetSize(ULARGE_INTEGER size) = 0;
 };
 
-/// The streams of a compound file. Names have 1 to 31 characters, none of them below 32 or one of
-/// / \ : !, and differ by more than the case of A to Z.
+/// The streams of a compound file. A name has 1 to 31 characters, each 32 or above and none of the
+/// four / \ : !. Names that differ only in the case of A to Z are the same name.
 struct ORVANE_API IStorage : IUnknown
 {
-    /// \param mode with STGM_CREATE a stream of that name is emptied, else it is refused.
+    /// \param mode with STGM_CREATE an existing stream of that name is emptied; without, the call
+    /// fails if there is one.
     virtual HRESULT CreateStream(const OLECHAR* name, DWORD mode, DWORD reserved1, DWORD reserved2,
                                  IStream** stream) = 0;
     virtual HRESULT OpenStream(const OLECHAR* name, void* reserved1, DWORD mode, DWORD reserved2,
                                IStream** stream) = 0;
-    /// Writes the file anew, beside the old one, which it then replaces.
+    /// Writes a new file beside the old one and then replaces the old one by it.
     virtual HRESULT Commit(DWORD flags) = 0;
     virtual HRESULT DestroyElement(const OLECHAR* name) = 0;
 };
 
-/// Makes a compound file, which is empty until Commit or until the last reference goes: streams are
-/// kept in memory. Only Commit tells whether they could be written.
-/// \param name in UTF-16.
-/// \param mode with STGM_CREATE an existing file is replaced, else it is refused.
+/// Makes a compound file. The streams are kept in memory and are written by Commit and when the
+/// last reference is released; until then the file is empty. Only Commit reports whether writing
+/// failed. \param name in UTF-16. \param mode with STGM_CREATE an existing file is replaced;
+/// without, the call fails if there is one.
 ORVANE_API HRESULT StgCreateDocfile(const OLECHAR* name, DWORD mode, DWORD reserved,
                                     IStorage** storage);
 
-/// Opens one; STG_E_OLDFORMAT for a file that is no compound file. Storages inside it are not
-/// looked at, and are lost when it is changed.
+/// Opens a compound file; STG_E_OLDFORMAT for a file of another format. Storages inside the file
+/// cannot be reached and are lost when the file is changed.
 /// \param mode STGM_READ, or STGM_READWRITE to change it.
 /// \param priority, exclude, reserved must be null or 0.
 ORVANE_API HRESULT StgOpenStorage(const OLECHAR* name, IStorage* priority, DWORD mode,

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Mutexes, events and waiting for them.
+/// Mutexes and events, and how to wait for them.
 
 #include "platform/Export.h"
 #include "platform/Types.h"
@@ -15,30 +15,32 @@ constexpr DWORD WAIT_ABANDONED = 0x80;
 constexpr DWORD WAIT_TIMEOUT = 258;
 constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
 
-/// Accepted and ignored: a process shares no objects with its children here.
+/// Ignored where it is a parameter, because processes share no objects here.
 struct SECURITY_ATTRIBUTES;
 
-/// A recursive mutex with an owning thread. Named ones are not offered: \p name must be null, else
-/// the result is null. The handle is closed with CloseHandle, which is legal also while the mutex
-/// is owned.
+/// Makes a mutex that one thread owns at a time and may lock several times. \p name must be null,
+/// because named mutexes are not offered; otherwise the result is null. The caller closes the
+/// handle with CloseHandle, which is allowed even while a thread owns the mutex.
 ORVANE_API HANDLE CreateMutexA(SECURITY_ATTRIBUTES* attributes, BOOL initiallyOwned, LPCSTR name);
 
 /// FALSE when the calling thread does not own the mutex.
 ORVANE_API BOOL ReleaseMutex(HANDLE mutex);
 
-/// An event that a wait resets (\p manualReset FALSE) or that stays signalled. \p name must be
-/// null.
+/// Makes an event. With \p manualReset FALSE, a successful wait resets it; otherwise it stays
+/// signalled until ResetEvent. \p name must be null; otherwise the result is null.
 ORVANE_API HANDLE CreateEventA(SECURITY_ATTRIBUTES* attributes, BOOL manualReset, BOOL initialState,
                                LPCSTR name);
 ORVANE_API BOOL SetEvent(HANDLE event);
 ORVANE_API BOOL ResetEvent(HANDLE event);
 
-/// Waits for a mutex or an event. A mutex whose owner thread has ended is acquired and reported as
-/// WAIT_ABANDONED. A handle that names neither gives WAIT_FAILED.
-/// \param milliseconds 0 only tests; INFINITE waits for ever.
+/// Waits until a mutex can be acquired or an event is signalled. WAIT_ABANDONED means that the
+/// mutex was acquired but that its last owner, a thread, ended without releasing it. WAIT_FAILED
+/// means that the handle names neither a mutex nor an event. \param milliseconds the longest wait;
+/// with 0 the call returns at once, with INFINITE it waits as long as it takes.
 ORVANE_API DWORD WaitForSingleObject(HANDLE object, DWORD milliseconds);
 
-/// Closes a kernel object's handle. Threads that wait on it go on waiting for the object itself.
+/// Closes the handle of a mutex, event, file or mapping. Threads that are waiting for the object go
+/// on waiting.
 ORVANE_API BOOL CloseHandle(HANDLE object);
 
 #endif

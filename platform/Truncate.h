@@ -4,13 +4,13 @@
 #include <cstdint>
 #include <limits>
 
-/// The one way from a real number to a whole one: toward zero, defined for every value. What does
-/// not fit 64 bits is clamped to them, not-a-number gives 0, and a narrower result keeps the low
-/// bits.
+/// Conversion of real numbers to whole ones, defined for every value. Fractions are dropped.
+/// Numbers beyond 64 bits give the nearest 64-bit number, and not-a-number gives 0. A result of
+/// fewer bits keeps the low bits.
 
 inline std::int64_t TruncateToInt64(double value)
 {
-    // 2 to the 63rd, the first double beyond the range on both sides.
+    // 2 to the 63rd: this and larger doubles do not fit, and neither do those below its negative.
     constexpr double limit = 9223372036854775808.0;
     if (value >= limit)
     {

@@ -44,7 +44,7 @@ std::size_t File::Write(const void* bytes, std::size_t count, std::uint64_t offs
         isPastCache = false;
         return WriteCached(from, count, offset);
     }
-    // Only whole blocks can go past the cache.
+    // Only whole blocks can bypass the cache. The bytes before and after them are written as usual.
     std::size_t done = WriteCached(from, lead, offset);
     if (done == lead)
     {
@@ -81,7 +81,7 @@ std::size_t File::WriteBlocks(const char* bytes, std::size_t count, std::uint64_
         const ssize_t now = pwrite(pastCache_, from, length, static_cast<off_t>(offset + done));
         if (now <= 0 || now % blockBytes != 0)
         {
-            break;  // by a file system that will not, which the caller asks again with its cache
+            break;  // the file system refuses; the caller writes the rest through the cache
         }
         done += static_cast<std::size_t>(now);
     }

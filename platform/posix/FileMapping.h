@@ -12,24 +12,25 @@
 namespace posix
 {
 
-/// An open file; closed when the last who shares it lets go.
+/// An open file. It is closed when it is no longer shared by anybody.
 struct File final : KernelObject
 {
     explicit File(int fileDescriptor) : descriptor(fileDescriptor) {}
     ~File() override;
 
-    /// Bytes; 0 when the system does not say.
+    /// The file's length in bytes; 0 when the system cannot tell.
     std::uint64_t Length() const;
 
-    /// How many of the bytes were written; errno says why not all.
+    /// Writes bytes and returns how many were written. If not all were, errno has the reason.
     std::size_t Write(const void* bytes, std::size_t count, std::uint64_t offset);
 
     int descriptor;
     bool isWritable = false;
-    bool isPastCache = false;  ///< what is written need not stay in the system's memory
+    bool isPastCache = false;  ///< whether written bytes should bypass the system's file cache
 
 private:
-    static constexpr std::size_t blockBytes = 4096;  // no disk and no page is aligned to more
+    static constexpr std::size_t blockBytes =
+        4096;  // the largest alignment that disks and pages need
     static constexpr std::size_t pieceBytes = 1024 * blockBytes;
     struct Free
     {
@@ -41,20 +42,20 @@ private:
     std::size_t WriteCached(const char* bytes, std::size_t count, std::uint64_t offset) const;
 
     std::mutex mutex_;
-    std::unique_ptr<char, Free> piece_;  ///< aligned, for blocks on their way past the cache
-    int pastCache_ = -1;                 ///< another descriptor
+    std::unique_ptr<char, Free> piece_;  ///< aligned memory through which blocks are written
+    int pastCache_ = -1;  ///< a second descriptor, which bypasses the cache; -1 for none
 };
 
-/// A file that can be mapped.
+/// A file of which ranges can be mapped into memory.
 struct FileMapping final : KernelObject
 {
     std::shared_ptr<File> file;
-    std::uint64_t size = 0;  ///< bytes that may be mapped
+    std::uint64_t size = 0;  ///< the number of bytes that may be mapped
     bool isWritable = false;
 };
 
-/// Maps bytes of a file at any offset; they stay mapped as long as somebody shares what is
-/// returned. Null when the range lies outside the mapping or the system refuses.
+/// Maps bytes of a file, at any offset. They stay mapped as long as the returned pointer is shared
+/// by anybody. Null when the range lies outside the mapping or the system refuses.
 std::shared_ptr<void> MapBytes(const FileMapping& mapping, std::uint64_t offset, std::size_t count,
                                bool writable);
 

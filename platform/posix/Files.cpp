@@ -31,12 +31,12 @@ struct Views
 
 Views& TheViews()
 {
-    static Views* const views = new Views;  // mapped bitmaps may outlive every other static
+    static Views* const views = new Views;  // never destroyed: static objects may unmap late
     return *views;
 }
 
-/// Makes a file as long as that and takes its space on the disk, so that writing to its mapping
-/// later cannot fail. File systems that take no space in advance only get the length.
+/// Makes a file \p length bytes long and reserves its space on the disk, so that writing to its
+/// mapping later cannot fail. A file system that cannot reserve space only sets the length.
 bool SetLengthAndSpace(int descriptor, std::uint64_t length)
 {
     const off_t size = static_cast<off_t>(length);
@@ -53,7 +53,7 @@ HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD /*share*/, SECURITY_ATTRIBUT
                    DWORD disposition, DWORD flagsAndAttributes, HANDLE /*templateFile*/)
 {
     const bool writes = (access & GENERIC_WRITE) != 0;
-    // Without waiting for the other end of a pipe.
+    // O_NONBLOCK, so that opening a pipe does not wait for its other end.
     int flags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
     flags |= (!writes ? O_RDONLY : (access & GENERIC_READ) != 0 ? O_RDWR : O_WRONLY);
     flags |= disposition == CREATE_ALWAYS ? O_CREAT | O_TRUNC

@@ -11,14 +11,14 @@ namespace posix
 namespace
 {
 
-// A place in the table. A handle tells the place and how often it had been emptied: one that was
-// removed never names what comes after it.
+/// One slot of the table. A handle consists of the slot's place and its generation, which grows
+/// when an object is removed, so that an old handle never names the slot's next object.
 struct Slot
 {
     std::shared_ptr<HandleObject> object;
-    MakeHandleObject make = nullptr;  // makes the object when it is asked for first
+    MakeHandleObject make = nullptr;  // makes the object at its first use; null once it has
     std::uint32_t generation = 0;
-    std::uint32_t nextFree = 0;  // a place plus one
+    std::uint32_t nextFree = 0;  // the next free place plus 1; 0 for none
 
     bool IsEmpty() const { return object == nullptr && make == nullptr; }
 };
@@ -27,22 +27,22 @@ struct Table
 {
     std::mutex mutex;
     std::deque<Slot> slots;
-    std::uint32_t firstFree = 0;  // a place plus one
+    std::uint32_t firstFree = 0;  // the first free place plus 1; 0 for none
 };
 
-// Handles are multiples of four, as elsewhere, and never null.
+// Handles are multiples of four, as callers may expect of handles, and never null.
 constexpr int placeShift = 2;
 constexpr int generationShift = 34;
 constexpr std::uint32_t lastGeneration = (1u << 30) - 1;
 
-// Never destroyed: objects with static storage close their handles while the process ends.
+/// Never destroyed, because static objects close their handles while the process ends.
 Table& TheTable()
 {
     static Table* const table = new Table;
     return *table;
 }
 
-// Null for a handle that names nothing. Called with the table locked.
+/// The slot that a handle names; null when it names none. Called with the table locked.
 Slot* FindSlot(Table& table, const void* handle)
 {
     const std::uint64_t value = reinterpret_cast<std::uintptr_t>(handle);
@@ -115,7 +115,7 @@ std::shared_ptr<HandleObject> RemoveHandle(const void* handle)
     std::shared_ptr<HandleObject> object = Made(*slot);
     slot->object.reset();
     slot->make = nullptr;
-    if (slot->generation < lastGeneration)  // else the place is used up
+    if (slot->generation < lastGeneration)  // otherwise the slot is never used again
     {
         ++slot->generation;
         const std::uint64_t value = reinterpret_cast<std::uintptr_t>(handle);

@@ -2,8 +2,9 @@
 #pragma once
 
 /// \file
-/// Handles of this backend: opaque values that name shared objects in one table, so that a stale or
-/// foreign handle is refused instead of followed. Safe from any thread.
+/// Handles of this backend. A handle is a number that names a shared object in one table, so that
+/// an invalid handle is noticed and never used as an address. All functions may be called from any
+/// thread.
 
 #include "platform/Errors.h"
 #include "platform/Types.h"
@@ -13,32 +14,32 @@
 namespace posix
 {
 
-/// What a handle names.
+/// The base of the objects that handles name.
 struct HandleObject
 {
     virtual ~HandleObject() = default;
 };
 
-/// What CloseHandle takes: mutexes, events, files, mappings.
+/// The base of the objects that CloseHandle takes: mutexes, events, files and file mappings.
 struct KernelObject : HandleObject
 {};
 
-/// Enters an object and returns its new handle, never null.
+/// Adds an object to the table and returns its new handle, which is never null.
 void* AddHandle(std::shared_ptr<HandleObject> object);
 
 using MakeHandleObject = std::shared_ptr<HandleObject> (*)();
-/// The same for an object that is made when its handle is used first: every node has a mutex, and
-/// few are ever waited for.
+/// The same for an object that is made when its handle is first used. Every node of a scene has a
+/// mutex, and most are never used.
 void* AddHandle(MakeHandleObject make);
 
-/// The object that a handle names, null when it names none.
+/// The object that a handle names; null when it names none.
 std::shared_ptr<HandleObject> FindHandle(const void* handle);
 
-/// Takes a handle out of the table; the object lives as long as somebody shares it. Null when it
-/// was not in the table.
+/// Removes a handle from the table and returns its object, which lives as long as anybody shares
+/// it. Null when the handle was not in the table.
 std::shared_ptr<HandleObject> RemoveHandle(const void* handle);
 
-/// The object of the wanted kind that a handle names, null when there is none.
+/// The object of type Object that a handle names; null when it names none.
 template <typename Object>
 std::shared_ptr<Object> Resolve(const void* handle)
 {

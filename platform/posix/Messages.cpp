@@ -19,7 +19,7 @@ int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)
     {
         return handler(owner, text, caption, type);
     }
-    // One write, so that messages of several threads stay apart.
+    // Written by one call, so that messages of several threads do not mix.
     const std::string line = std::string(caption != nullptr ? caption : "Error") + ": " +
                              (text != nullptr ? text : "") + '\n';
     std::fputs(line.c_str(), stderr);

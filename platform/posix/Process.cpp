@@ -19,8 +19,8 @@ namespace
 constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
 std::atomic<const char*> unfinishedFile = nullptr;
-std::atomic<int> interruption = 0;  // the signal that came
-std::atomic<int> wakingPipe = -1;   // where the handler wakes the thread that signals the event
+std::atomic<int> interruption = 0;  // the number of the signal that came; 0 for none
+std::atomic<int> wakingPipe = -1;   // write end of the pipe to WaitAndSignal; -1 for none
 static_assert(std::atomic<const char*>::is_always_lock_free &&
                   std::atomic<int>::is_always_lock_free,
               "a signal handler reads them");
@@ -31,7 +31,7 @@ void RemoveAndEnd(int signal)
     {
         unlink(path);
     }
-    // It takes its own course, now or when the handler returns.
+    // The signal then ends the process, at once or when the handler returns.
     std::signal(signal, SIG_DFL);
     raise(signal);
 }
@@ -64,7 +64,8 @@ void HandleEndingSignals()
     }
 }
 
-// A handler may not signal an event, which takes a lock: a thread does when it is woken.
+/// Runs on a thread of its own, which the signal handler wakes through a pipe. The handler itself
+/// must not signal an event, because that takes a lock.
 void WaitAndSignal(int pipe, HANDLE event)
 {
     char byte;
@@ -85,7 +86,8 @@ void PrepareProcess()
     {
         if (fcntl(stream, F_GETFD) == -1)
         {
-            // The lowest free number is taken: this one. Reading nowhere, and writing is refused.
+            // open returns the lowest free descriptor, which is this stream's. Reading finds the
+            // end of the file at once, and writing fails.
             static_cast<void>(open("/dev/null", O_RDONLY));
         }
     }
@@ -95,7 +97,7 @@ void PrepareProcess()
 
 void RemoveWhenInterrupted(const char* path)
 {
-    // A copy, which nobody frees while it is read.
+    // A copy, because the signal handler may read it at any later time.
     static std::array<char, 4096> name;
     unfinishedFile = nullptr;
     if (path == nullptr || std::strlen(path) >= name.size())

@@ -25,7 +25,7 @@ namespace
 constexpr std::size_t longestName = 31;
 constexpr DWORD accessBits = STGM_WRITE | STGM_READWRITE;
 
-// The library that reads and writes the files counts references, too.
+/// Releases a reference to an object of libgsf, the library that reads and writes the files.
 struct Unreferrer
 {
     void operator()(void* object) const { g_object_unref(object); }
@@ -33,7 +33,7 @@ struct Unreferrer
 template <typename Object>
 using Counted = std::unique_ptr<Object, Unreferrer>;
 
-// While it lives, the library does not write about damaged files to standard error.
+/// Keeps libgsf from writing messages about damaged files to standard error as long as it exists.
 class Quiet
 {
 public:
@@ -57,7 +57,7 @@ void Begin()
     static_cast<void>(begun);
 }
 
-// Empty for what is no UTF-16.
+/// Empty when the text is not valid UTF-16.
 std::string ToUtf8(const OLECHAR* text)
 {
     gchar* const utf8 = text == nullptr ? nullptr
@@ -78,7 +78,7 @@ bool IsStreamName(const OLECHAR* name)
            });
 }
 
-// Names that differ only by the case of A to Z are the same.
+/// The name with A to Z in lower case, by which streams are found.
 std::string KeyOf(std::string name)
 {
     for (char& character : name)
@@ -94,7 +94,7 @@ struct Content
     std::vector<BYTE> bytes;
 };
 
-// What a storage and its streams share.
+/// The contents of a compound file, shared by its storage and its streams.
 struct Compound
 {
     std::string path;
@@ -116,7 +116,8 @@ bool WriteContent(GsfOutfile* file, const Content& content)
 
 HRESULT WriteCompound(Compound& compound)
 {
-    // Writes beside the file and renames at the end; an error before leaves the old one.
+    // libgsf writes a file beside the old one and renames it at the end, so that the old file stays
+    // if there is an error before.
     const Counted<GsfOutput> output(gsf_output_stdio_new(compound.path.c_str(), nullptr));
     if (output == nullptr)
     {
@@ -132,13 +133,14 @@ HRESULT WriteCompound(Compound& compound)
     {
         gsf_output_set_error(output.get(), 0, "incomplete");
     }
-    // Closes the other one, too.
+    // This closes \c output, too.
     isWritten = gsf_output_close(GSF_OUTPUT(file.get())) && isWritten;
     compound.isChanged = compound.isChanged && !isWritten;
     return isWritten ? S_OK : STG_E_WRITEFAULT;
 }
 
-// Takes the bytes as they come: the length that a damaged file states may be anything.
+/// Reads a stream to its end. It does not trust the stated length, which in a damaged file can be
+/// any number.
 std::vector<BYTE> ReadAll(GsfInput* input)
 {
     constexpr std::size_t piece = 65536;
@@ -185,7 +187,7 @@ HRESULT ReadCompound(Compound& compound)
     return S_OK;
 }
 
-// The counting of references.
+/// An implementation of AddRef and Release.
 template <typename Interface>
 class Referenced : public Interface
 {
@@ -258,7 +260,7 @@ public:
         const std::uint64_t from = origin == STREAM_SEEK_CUR   ? at_
                                    : origin == STREAM_SEEK_END ? content_->bytes.size()
                                                                : 0;
-        // Positions are below 2^63, so that their sums fit when taken without a sign.
+        // Positions are below 2 to the 63rd, so the sum of two fits an unsigned number.
         const std::uint64_t to = from + static_cast<std::uint64_t>(move.QuadPart);
         if (origin > STREAM_SEEK_END || to > std::numeric_limits<std::int64_t>::max())
         {
@@ -391,7 +393,8 @@ private:
     std::shared_ptr<Compound> compound_;
 };
 
-// The compound of a file that is to be opened or made; null with the reason.
+/// The contents for a file that is to be opened or made. Null, with the reason stored, when the
+/// arguments are not valid.
 std::shared_ptr<Compound> Named(const OLECHAR* name, DWORD mode, IStorage** storage,
                                 HRESULT* reason)
 {

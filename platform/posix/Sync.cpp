@@ -15,22 +15,22 @@
 namespace
 {
 
-// What can be waited for.
+/// An object that a thread can wait for.
 struct Waitable : posix::KernelObject
 {
     std::mutex lock;
     std::condition_variable changed;
 
-    // Acquires it for the calling thread if it can be had now: WAIT_OBJECT_0 or WAIT_ABANDONED,
-    // else WAIT_TIMEOUT. Called with the lock held.
+    /// Acquires the object for the calling thread, with WAIT_OBJECT_0 or WAIT_ABANDONED as result,
+    /// or returns WAIT_TIMEOUT if that is not possible now. Called with the lock held.
     virtual DWORD Acquire() = 0;
-    // False only when Acquire would give WAIT_TIMEOUT. Called without the lock.
+    /// A quick check without the lock. False only if Acquire would return WAIT_TIMEOUT.
     virtual bool MayAcquire() const { return true; }
 };
 
 struct Mutex final : Waitable, std::enable_shared_from_this<Mutex>
 {
-    std::thread::id owner;  // none when nobody owns it
+    std::thread::id owner;  // the default value when no thread owns it
     int depth = 0;
     bool isAbandoned = false;
 
@@ -51,11 +51,12 @@ struct Event final : Waitable
     bool MayAcquire() const override { return isSignalled; }
 };
 
-// Set when the thread's OwnedMutexes are gone. It has no destructor and can be asked even then.
+/// Set when the thread's OwnedMutexes have been destroyed. It has no destructor itself, so it can
+/// be read even then.
 thread_local bool isThreadEnding = false;
 
-// The mutexes that a thread owns, for its end, which abandons them. One whose handle was closed and
-// that nobody waits for has expired.
+/// The mutexes that a thread owns. They are abandoned when the thread ends. The pointers are weak:
+/// a mutex whose handle was closed and for which no thread waits no longer exists.
 class OwnedMutexes
 {
 public:
@@ -89,8 +90,8 @@ private:
     std::vector<std::weak_ptr<Mutex>> mutexes_;
 };
 
-// Null while the thread ends: what is acquired then, by the destructors of static objects, is not
-// abandoned by anybody.
+/// Null while the thread ends. Mutexes that destructors of static objects acquire then are never
+/// abandoned.
 OwnedMutexes* OwnedByThisThread()
 {
     if (isThreadEnding)
@@ -219,7 +220,7 @@ DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds)
         SetLastError(ERROR_INVALID_HANDLE);
         return WAIT_FAILED;
     }
-    // Drawing asks before every letter whether it is to stop: no lock for the usual answer.
+    // Drawing tests an event before every letter, so the usual answer takes no lock.
     if (milliseconds == 0 && !object->MayAcquire())
     {
         return WAIT_TIMEOUT;

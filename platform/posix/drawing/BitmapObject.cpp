@@ -11,7 +11,7 @@ namespace posix
 namespace
 {
 
-constexpr std::uint64_t largestBitmap = 0xFFFFFFFF;  // what biSizeImage can say, bytes
+constexpr std::uint64_t largestBitmap = 0xFFFFFFFF;  // bytes: the most that biSizeImage can state
 
 bool IsKnownBitCount(int bitCount)
 {
@@ -27,7 +27,7 @@ bool IsKnownCompression(const BITMAPINFOHEADER& header)
             return true;
         case BI_BITFIELDS:
             return header.biBitCount == 16 || header.biBitCount == 32;
-        // Packed pixels always begin with the lowest row.
+        // Run-length coded pixels always begin with the lowest row.
         case BI_RLE8:
             return header.biBitCount == 8 && header.biHeight > 0;
         case BI_RLE4:
@@ -37,14 +37,15 @@ bool IsKnownCompression(const BITMAPINFOHEADER& header)
     }
 }
 
-// Takes over the masks or the colours that follow the header.
+/// Copies the masks or the colours that follow the header.
 void TakeColors(Bitmap& bitmap, const BITMAPINFO& info)
 {
     const BITMAPINFOHEADER& header = info.bmiHeader;
     const BYTE* const start = reinterpret_cast<const BYTE*>(&info);
     if (header.biCompression == BI_BITFIELDS)
     {
-        // In a header of later versions the masks are inside, at the same place as behind this one.
+        // Longer headers of later versions contain the masks, at the same offset at which they
+        // follow this one.
         std::memcpy(bitmap.masks.data(), start + sizeof header, sizeof bitmap.masks);
     }
     else if (bitmap.bitCount == 16)
@@ -95,7 +96,7 @@ std::shared_ptr<Bitmap> DescribeBitmap(const BITMAPINFO& info)
 
 bool AllocateBits(Bitmap& bitmap)
 {
-    // Pages of a large bitmap that nobody touches cost nothing.
+    // calloc, because pages that are never written to then take no memory.
     const std::shared_ptr<void> memory(std::calloc(bitmap.Size(), 1), std::free);
     bitmap.bits = static_cast<BYTE*>(memory.get());
     bitmap.memory = memory;

@@ -10,7 +10,7 @@ namespace posix
 namespace
 {
 
-// A channel inside a pixel of 16 or 32 bits.
+/// The place of a channel (red, green or blue) inside a pixel of 16 or 32 bits.
 struct Channel
 {
     explicit Channel(DWORD mask) : shift(std::countr_zero(mask)), largest(mask >> (shift & 31)) {}
@@ -25,8 +25,8 @@ struct Channel
     DWORD largest;
 };
 
-// What a channel's 256 values become on fewer levels, for each of the 16 thresholds of a 4 by 4
-// Bayer matrix.
+/// A table that reduces a channel of 256 values to fewer levels. Dithering is ordered, by the 16
+/// thresholds of a 4 by 4 Bayer matrix.
 class Levels
 {
 public:
@@ -42,7 +42,8 @@ public:
                 levels_[threshold][value] =
                     static_cast<BYTE>((value * largest * 32 + add * 255) / (255 * 32));
             }
-            // What a level stands for stays that level, so that plain colours stay plain.
+            // A value that is exactly one of the levels is not dithered, so that plain areas stay
+            // plain.
             for (int level = 0; level < count; ++level)
             {
                 levels_[threshold][level * 255 / largest] = static_cast<BYTE>(level);
@@ -50,7 +51,7 @@ public:
         }
     }
 
-    /// \param x, y of the bitmap, from its lower left.
+    /// The level for a value at a pixel of the bitmap, whose position counts from the lower left.
     DWORD At(int x, int y, BYTE value) const
     {
         static constexpr int bayer[4][4] = {
@@ -62,20 +63,20 @@ private:
     BYTE levels_[16][256];
 };
 
-// The number of levels of a mask; masks wider than a byte lose nothing with 256.
+/// The number of levels of a channel with this mask; 256 at most, because the source has no more.
 int LevelCount(DWORD mask)
 {
     return 1 << std::clamp(std::popcount(mask), 1, 8);
 }
 
-// Drops the fourth byte of each pixel.
+/// Copies pixels of four bytes without their fourth byte.
 void PackTriples(const BYTE* bgra, int count, BYTE* out)
 {
     constexpr std::uint64_t first = 0xFFFFFF;
     constexpr std::uint64_t second = first << 32;
     for (; count >= 4; count -= 4, bgra += 16, out += 12)
     {
-        std::uint64_t low;  // two pixels, and two more
+        std::uint64_t low;  // two pixels; the other has the next two
         std::uint64_t high;
         std::memcpy(&low, bgra, sizeof low);
         std::memcpy(&high, bgra + sizeof low, sizeof high);
@@ -122,7 +123,7 @@ void Put(BYTE* row, int bitCount, int x, DWORD pixel)
     }
 }
 
-// Makes pixels out of colours.
+/// Converts bytes blue, green, red, alpha to the pixels of one kind of bitmap.
 class Encoder
 {
 public:
@@ -130,7 +131,7 @@ public:
     virtual DWORD Pixel(int x, int y, const BYTE* bgra) = 0;
 };
 
-// By masks: three channels with their own numbers of levels.
+/// For pixels that consist of three channels, each with a mask.
 class MaskEncoder final : public Encoder
 {
 public:
@@ -159,7 +160,8 @@ private:
     int shifts_[3];
 };
 
-// By a colour table: the index of the nearest colour, the first of equally near ones.
+/// For pixels that are indices of a colour table. The nearest colour is taken, the first of equally
+/// near ones.
 class TableEncoder final : public Encoder
 {
 public:
@@ -179,7 +181,7 @@ public:
 private:
     struct Found
     {
-        DWORD color = 0xFFFFFFFF;  // no colour
+        DWORD color = 0xFFFFFFFF;  // a value that no colour has
         DWORD index = 0;
     };
 
@@ -199,10 +201,11 @@ private:
     }
 
     const std::vector<RGBQUAD>& colors_;
-    std::vector<Found> found_ = std::vector<Found>(1024);  // by a hash of the colour
+    std::vector<Found> found_ =
+        std::vector<Found>(1024);  // answers already found, by a hash of the colour
 };
 
-// The masks of what OpenGL draws: with few bits these stand for the colour table.
+/// The masks of a bitmap that OpenGL draws into, see Colors::OpenGL.
 std::array<DWORD, 3> RenderedMasks(const Bitmap& bitmap)
 {
     switch (bitmap.bitCount)
@@ -281,7 +284,7 @@ void ExpandPixels(const Bitmap& bitmap, const BYTE* row, int first, int count, B
 struct PixelWriter::State
 {
     Bitmap& bitmap;
-    std::unique_ptr<Encoder> encoder;  // null when the bytes are copied
+    std::unique_ptr<Encoder> encoder;  // null when the bytes are copied as they are
 };
 
 PixelWriter::PixelWriter(Bitmap& bitmap, Reduction reduction, Colors colors)
@@ -321,7 +324,7 @@ std::uint64_t HashOfBits(const Bitmap& bitmap)
 {
     std::uint64_t hash = 0;
     std::uint64_t any = 0;
-    const std::size_t size = bitmap.Size();  // whole words of four bytes
+    const std::size_t size = bitmap.Size();  // a multiple of four bytes
     for (std::size_t i = 0; i < size; i += sizeof(std::uint64_t))
     {
         std::uint64_t word = 0;

@@ -17,8 +17,8 @@ namespace
 using posix::Bitmap;
 using posix::Resolve;
 
-// A bitmap over pixels that somebody else keeps and that are only read, or over the unpacked ones.
-// Null when there is no such bitmap.
+/// A bitmap object over the caller's pixels, which are borrowed and not changed; run-length coded
+/// pixels are decoded into memory of its own. Null when the description is not valid.
 std::shared_ptr<const Bitmap> PictureOf(const BITMAPINFO* info, const void* bits, UINT usage)
 {
     if (info == nullptr || bits == nullptr || usage != DIB_RGB_COLORS)
@@ -48,10 +48,11 @@ std::shared_ptr<const Bitmap> PictureOf(const BITMAPINFO* info, const void* bits
     return picture;
 }
 
-// Along one direction: the destination pixels that are drawn, and where each comes from.
+/// One direction, x or y, of a transfer: the destination pixels that are drawn and the source pixel
+/// of each.
 struct Axis
 {
-    // A stretch of pixels from its start on, to the left or up when it is negative.
+    /// A range of pixels. A negative length reaches to the left or upward from the start.
     struct Extent
     {
         std::int64_t start;
@@ -62,7 +63,7 @@ struct Axis
         std::int64_t Length() const { return std::abs(length); }
     };
 
-    /// \param toLimit, fromLimit the pixels that there are.
+    /// \param toLimit, fromLimit the number of pixels of the destination and of the source.
     Axis(Extent to, int toLimit, Extent from, int fromLimit)
     {
         const std::int64_t begin = std::max<std::int64_t>(to.Low(), 0);
@@ -83,7 +84,7 @@ struct Axis
     }
 
     int Count() const { return static_cast<int>(sources.size()); }
-    // Whether neighbours come from neighbours, in the same order.
+    /// Whether successive destination pixels come from successive source pixels.
     bool IsUnscaled() const
     {
         return sources.back() - sources.front() == Count() - 1 &&
@@ -91,7 +92,7 @@ struct Axis
     }
 
     int first = 0;
-    std::vector<int> sources;  // of destination pixel first, first + 1 ...
+    std::vector<int> sources;  // the source of destination pixel first + i
 };
 
 Axis::Extent Identity(int length)
@@ -99,7 +100,8 @@ Axis::Extent Identity(int length)
     return {0, length};
 }
 
-// Whether the pixels of one bitmap, as they are, mean the same in the other. Whole bytes only.
+/// Whether pixels can be copied from one bitmap to the other without conversion. False for pixels
+/// smaller than a byte.
 bool HasSamePixels(const Bitmap& a, const Bitmap& b)
 {
     const auto isSameColor = [](const RGBQUAD& left, const RGBQUAD& right) {
@@ -111,7 +113,8 @@ bool HasSamePixels(const Bitmap& a, const Bitmap& b)
                       isSameColor);
 }
 
-// Source pixels as blue, green, red, alpha, a row at a time. Rows count from the top.
+/// Delivers the source pixels of a transfer row by row, as bytes blue, green, red, alpha. Rows
+/// count from the top.
 class Rows
 {
 public:
@@ -157,7 +160,7 @@ private:
     std::vector<BYTE> row_;
 };
 
-// Into the bits of a bitmap. Rows count from the top.
+/// Transfers pixels into the bits of a bitmap. Rows count from the top.
 void Transfer(const Bitmap& picture, Bitmap& target, const Axis& columns, const Axis& rows)
 {
     if (HasSamePixels(picture, target) && columns.IsUnscaled())
@@ -182,7 +185,8 @@ void Transfer(const Bitmap& picture, Bitmap& target, const Axis& columns, const 
     }
 }
 
-// Through the context that draws there. \p height of what it draws on.
+/// Transfers pixels through the current OpenGL context.
+/// \param height of the surface that the context draws on, pixels
 void TransferRendered(const Bitmap& picture, int height, const Axis& columns, const Axis& rows)
 {
     Rows source(picture, columns);
@@ -193,7 +197,8 @@ void TransferRendered(const Bitmap& picture, int height, const Axis& columns, co
         BYTE* const row = pixels.data() + rowBytes * static_cast<std::size_t>(rows.Count() - 1 - i);
         std::memcpy(row, source.Row(rows.sources[i]), rowBytes);
     }
-    // Pictures cover what is there, also those of 32 bits whose last byte means nothing.
+    // Alpha is set to 255, so that pictures are opaque; the fourth byte of 32-bit pictures has no
+    // meaning.
     for (std::size_t i = 3; i < pixels.size(); i += 4)
     {
         pixels[i] = 255;
@@ -202,7 +207,8 @@ void TransferRendered(const Bitmap& picture, int height, const Axis& columns, co
                         rows.Count(), pixels.data());
 }
 
-// Where pixels go: the bitmap of a device context, or what a context draws on in its place.
+/// The destination of a transfer: the bitmap of a device context or, if an OpenGL context draws
+/// there, that context's surface.
 struct Target
 {
     Target(HDC dc, std::shared_ptr<Bitmap> targetBitmap)
@@ -254,7 +260,7 @@ int SetDIBits(HDC, HBITMAP handle, UINT first, UINT count, const void* bits, con
     {
         return 0;
     }
-    // The bits hold these rows alone, beginning with their lowest or highest.
+    // \p bits holds these rows only, starting with the lowest or the highest of them.
     Bitmap band = *picture;
     band.height = rows;
     Target target(nullptr, bitmap);
@@ -284,7 +290,7 @@ int StretchDIBits(HDC dc, int x, int y, int width, int height, int sourceX, int 
     Target target(dc, bitmap);
     target.Take(*picture, Axis({x, width}, target.Width(), {sourceX, sourceWidth}, picture->width),
                 Axis({y, height}, target.Height(), {sourceY, sourceHeight}, picture->height));
-    // More than that many rows there are not.
+    // The absolute value of the lowest int does not fit an int.
     return static_cast<int>(std::min<std::int64_t>(std::abs(std::int64_t{sourceHeight}),
                                                    std::numeric_limits<int>::max()));
 }

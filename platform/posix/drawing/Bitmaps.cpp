@@ -11,7 +11,7 @@
 namespace
 {
 
-// Bits inside a mapped file.
+/// Makes bytes of a mapped file the bits of a bitmap. False, with the error set, on failure.
 bool MapBits(posix::Bitmap& bitmap, HANDLE section, DWORD offset)
 {
     const auto mapping = posix::Resolve<posix::FileMapping>(section);

@@ -61,7 +61,7 @@ void DrawRendered(int x, int y, int width, int height, const BYTE* bgra)
     }
     if (current->isAdopted)
     {
-        DrawPixels(x, y, width, height, bgra, asItIs);
+        DrawPixels(x, y, width, height, bgra, currentBuffer);
     }
     else if (current->context != nullptr)
     {

@@ -17,7 +17,7 @@ using posix::GdiKind;
 using posix::GdiObject;
 using posix::Resolve;
 
-// Guards what is selected where: a font may be selected by several threads at a time.
+/// Guards the counts of selections, because several threads may select the same font at a time.
 std::mutex selectionLock;
 
 HFONT StockFont()
@@ -34,7 +34,7 @@ HFONT StockFont()
     return stock;
 }
 
-// Moves a device context's hold from one object to another; either may be null.
+/// Counts that a device context has one object selected in place of another. Either may be null.
 void MoveSelection(const void* from, const void* to)
 {
     if (const std::shared_ptr<GdiObject> object = Resolve<GdiObject>(from))
@@ -47,7 +47,8 @@ void MoveSelection(const void* from, const void* to)
     }
 }
 
-// What OpenGL has drawn goes into the old bitmap; from then on it draws into the new one.
+/// Selects a bitmap and returns the previous one, into which OpenGL's pixels are copied. From then
+/// on OpenGL draws into the new bitmap.
 HGDIOBJ SelectBitmap(HDC dc, DeviceContext& context, HBITMAP bitmap)
 {
     const HBITMAP previous = context.bitmap;
@@ -110,7 +111,7 @@ HGDIOBJ SelectObject(HDC dc, HGDIOBJ handle)
     {
         return handle;
     }
-    // A bitmap is drawn into by one device context at a time.
+    // Only one device context at a time may have a bitmap selected.
     if (object->selections > 0 && !object->isStock)
     {
         SetLastError(ERROR_BUSY);

@@ -16,8 +16,9 @@ namespace posix
 namespace
 {
 
-// The configuration with exactly these bits, null when there is none. The list is sorted deepest
-// first and begins with ones of ten bits a channel.
+/// The configuration with exactly 8 bits a channel and these bits for the stencil; null when there
+/// is none. EGL sorts its list by the depth of colours and puts ten bits a channel first, so the
+/// first one is not taken blindly.
 EGLConfig FindConfig(EGLDisplay display, EGLint stencilBits)
 {
     const EGLint wanted[] = {EGL_SURFACE_TYPE,
@@ -64,8 +65,9 @@ EGLConfig FindConfig(EGLDisplay display, EGLint stencilBits)
     return nullptr;
 }
 
-// Draws into a surface of one pixel and asks how large one may be. EGL's own limit means nothing:
-// it may be smaller than what works, and larger ones are not refused.
+/// Makes a context current on a surface of one pixel and asks OpenGL how large a surface may be.
+/// EGL's own limit is useless: larger surfaces often work, and EGL does not refuse those that do
+/// not.
 bool FindMaximumSize(EglSystem& system, std::string* reason)
 {
     const EGLint attributes[] = {EGL_WIDTH, 1, EGL_HEIGHT, 1, EGL_NONE};
@@ -102,7 +104,7 @@ bool FindMaximumSize(EglSystem& system, std::string* reason)
     return isCurrent;
 }
 
-// The system on that display; when it is of no use, why.
+/// Opens a display. Nothing, with the reason stored, when it cannot be used.
 std::optional<EglSystem> Open(EGLDisplay display, std::string* reason)
 {
     if (display == EGL_NO_DISPLAY)
@@ -141,7 +143,7 @@ std::optional<EglSystem> Open(EGLDisplay display, std::string* reason)
     return system;
 }
 
-// A display to try and its name in messages.
+/// A display that may be tried, and its name for messages.
 struct Candidate
 {
     std::string name;
@@ -223,7 +225,7 @@ KeptCurrent::~KeptCurrent()
 
 const EglSystem* FindEgl(std::string* reason)
 {
-    // Never destroyed: contexts may go while the process ends.
+    // Never destroyed, because contexts may be deleted while the process ends.
     static const Search* const search = new Search;
     if (!search->system)
     {
@@ -235,10 +237,11 @@ const EglSystem* FindEgl(std::string* reason)
 
 EGLContext CreateEglContext(EGLDisplay display, EGLConfig config, EGLContext shared)
 {
-    // 2.1 is what gives the newest compatibility profile, with all of OpenGL 1.1 in it.
+    // A request for version 2.1 gives the newest compatibility profile, which contains all of
+    // OpenGL 1.1.
     const EGLint attributes[] = {EGL_CONTEXT_MAJOR_VERSION, 2, EGL_CONTEXT_MINOR_VERSION, 1,
                                  EGL_NONE};
-    eglBindAPI(EGL_OPENGL_API);  // of this thread
+    eglBindAPI(EGL_OPENGL_API);  // per thread
     return eglCreateContext(display, config, shared, attributes);
 }
 

@@ -8,21 +8,23 @@
 namespace posix
 {
 
-/// The display that all contexts of the process are made on. It needs no screen.
+/// The EGL display and configurations with which all contexts of the process are made. The display
+/// needs no screen.
 struct EglSystem
 {
     EGLDisplay display;
     EGLConfig plain;    ///< 8 bits for red, green, blue and alpha, 24 for depth
     EGLConfig stencil;  ///< the same with a stencil buffer of 8 bits
-    int maximumWidth;   ///< of a surface, in pixels
+    int maximumWidth;   ///< of a surface, pixels
     int maximumHeight;
 };
 
-/// Remembers what is current on this thread and makes it so again at its end.
+/// Remembers which context is current on this thread and makes it current again when destroyed.
 class KeptCurrent
 {
 public:
-    /// \param display what to let go on when nothing was current.
+    /// \param display on which to make the then current context not current, when none was current
+    /// before.
     explicit KeptCurrent(EGLDisplay display);
     ~KeptCurrent();
     KeptCurrent(const KeptCurrent&) = delete;
@@ -35,14 +37,16 @@ private:
     EGLContext context_;
 };
 
-/// The system, opened at the first call. Null when there is none, with the reason.
+/// Returns the system, which the first call opens. Null, with the reason stored, when OpenGL is not
+/// available.
 const EglSystem* FindEgl(std::string* reason);
 
-/// An OpenGL context of that configuration, with the lists of \p shared unless it is
-/// EGL_NO_CONTEXT. EGL_NO_CONTEXT when there is none.
+/// Makes an OpenGL context of a configuration. It shares lists and textures with \p shared, which
+/// may be EGL_NO_CONTEXT. Returns EGL_NO_CONTEXT on failure.
 EGLContext CreateEglContext(EGLDisplay display, EGLConfig config, EGLContext shared);
 
-/// "eglCall: error 0x3000", of the last call on this thread.
+/// The text "eglCall: error 0x3000", with the name \p call and the error of the last EGL call on
+/// this thread.
 std::string EglError(const char* call);
 
 }  // namespace posix

@@ -12,29 +12,29 @@ enum class GdiKind
     Bitmap
 };
 
-/// Anything that SelectObject takes. Only DeviceContexts.cpp touches the two variables.
+/// The base of the objects that SelectObject takes. Only DeviceContexts.cpp uses the two variables.
 struct GdiObject : HandleObject
 {
     explicit GdiObject(GdiKind objectKind) : kind(objectKind) {}
 
     const GdiKind kind;
-    int selections = 0;    ///< the device contexts that hold it
-    bool isStock = false;  ///< selected at first; never deleted, and held by any number at a time
+    int selections = 0;    ///< the number of device contexts that have it selected
+    bool isStock = false;  ///< selected into new device contexts; never deleted
 };
 
-/// A logical font; what face it means is found when it is used (Fonts.cpp). Derives from GdiObject
-/// with GdiKind::Font.
+/// A description of a font, whose face is chosen when it is used (Fonts.cpp). Derives from
+/// GdiObject with GdiKind::Font.
 struct Font;
 
 /// A bitmap and its bits (BitmapObject.h). Derives from GdiObject with GdiKind::Bitmap.
 struct Bitmap;
 
-/// What a memory device context has selected. Used by one thread at a time.
+/// A memory device context: the objects that are selected into it. Used by one thread at a time.
 struct DeviceContext : HandleObject
 {
     HFONT font = nullptr;
     HBITMAP bitmap = nullptr;
-    int pixelFormat = 0;  ///< none is set
+    int pixelFormat = 0;  ///< an index from 1; 0 when none is set
 };
 
 }  // namespace posix

@@ -8,13 +8,13 @@ namespace posix
 namespace
 {
 
-// What a zero instead of a run's length announces, by the byte behind it; larger ones are a number
-// of pixels that follow one by one, padded to whole words.
+// A run has a length and a value. When the length is 0, the second byte is one of these commands
+// or, from 3 on, the number of single pixels that follow, padded to an even number of bytes.
 constexpr int endOfRow = 0;
 constexpr int endOfPicture = 1;
 constexpr int skip = 2;
 
-// Where the next pixel goes.
+/// The place of the next pixel.
 class Cursor
 {
 public:
@@ -45,7 +45,7 @@ private:
     int y_ = 0;
 };
 
-// Pixel i of bytes that hold one or two each.
+/// Pixel \p i of a run, from a byte that holds one pixel of 8 bits or two of 4 bits.
 int PixelOf(BYTE byte, int i, bool isFourBit)
 {
     return !isFourBit ? byte : i % 2 == 0 ? byte >> 4 : byte & 0x0F;

@@ -13,8 +13,8 @@ namespace
 using posix::DeviceContext;
 using posix::ResolveOrRefuse;
 
-// Colour depths in the order of their indices, four formats each. The eight-bit ones begin at 17,
-// the index that is used without asking.
+/// The colours of a pixel format. Each depth has four formats with successive indices. The order
+/// puts the formats of 8 bits at 17, because callers use that index without asking.
 struct Depth
 {
     BYTE colorBits;
@@ -25,7 +25,7 @@ constexpr Depth depths[] = {
     {32, {8, 8, 8}, {16, 8, 0}}, {24, {8, 8, 8}, {16, 8, 0}}, {16, {5, 5, 5}, {10, 5, 0}},
     {4, {1, 1, 1}, {0, 1, 2}},   {8, {3, 3, 2}, {0, 3, 6}},
 };
-constexpr int variants = 4;  // without and with alpha, without and with a stencil buffer
+constexpr int variants = 4;  // with or without alpha, with or without a stencil buffer
 constexpr int formatCount = variants * static_cast<int>(std::size(depths));
 
 constexpr DWORD offered = PFD_DRAW_TO_BITMAP | PFD_SUPPORT_GDI | PFD_SUPPORT_OPENGL;
@@ -78,7 +78,7 @@ int ChoosePixelFormat(HDC dc, const PIXELFORMATDESCRIPTOR* wanted)
         SetLastError(ERROR_INVALID_PARAMETER);
         return 0;
     }
-    // The fewest bits that are enough, else the most.
+    // Take the smallest depth that has enough bits or, if none has, the largest.
     int best = 0;
     for (int i = 0; i < static_cast<int>(std::size(depths)); ++i)
     {

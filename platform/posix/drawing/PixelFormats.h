@@ -4,7 +4,7 @@
 namespace posix
 {
 
-/// Whether a pixel format comes with a stencil buffer.
+/// Whether the pixel format with this index has a stencil buffer.
 bool HasStencil(int format);
 
 }  // namespace posix

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// For glWindowPos2i, which is younger than the header's own functions.
+// For glWindowPos2i, which GL/gl.h does not declare otherwise.
 #define GL_GLEXT_PROTOTYPES
 
 #include "platform/posix/drawing/RenderedPixels.h"
@@ -16,8 +16,8 @@ namespace posix
 namespace
 {
 
-// The settings that pixels pass through when they are read, put to their first values while it
-// lives. Not pushed as attributes: the stack could be full.
+/// Sets everything that affects reading pixels to OpenGL's initial values and restores it at its
+/// end. It does not push attributes, because the stack could be full.
 class PlainReading
 {
 public:
@@ -76,7 +76,7 @@ private:
     GLint savedBuffer_ = 0;
 };
 
-// Everything that pixels pass through when they are drawn, put aside while it lives.
+/// Switches off everything that affects drawing pixels and restores it at its end.
 class PlainDrawing
 {
 public:
@@ -98,7 +98,7 @@ public:
         }
         glDepthMask(GL_FALSE);
         glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
-        if (buffer != asItIs)
+        if (buffer != currentBuffer)
         {
             glDrawBuffer(buffer);
         }
@@ -158,7 +158,8 @@ void ReadBits(Bitmap& bitmap, GLenum buffer)
         read(0, bitmap.height, bitmap.bits);
         return;
     }
-    // A few rows at a time, which are still in the processor's cache when they are converted.
+    // A few rows at a time, so that they are still in the processor's cache when they are
+    // converted.
     constexpr int pieceBytes = 131072;
     const int rowBytes = 4 * bitmap.width;
     const int rows = std::clamp(pieceBytes / rowBytes, 1, bitmap.height);

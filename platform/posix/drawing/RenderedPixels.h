@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Pixels on their way from and to OpenGL. A context must be current; its state is left as it was.
+/// Copying of pixels from and to OpenGL. A context must be current; its state stays as it was.
 
 #include "platform/OpenGL.h"
 #include "platform/posix/drawing/BitmapObject.h"
@@ -10,18 +10,19 @@
 namespace posix
 {
 
-/// In place of a colour buffer: the one that the context draws into now.
-constexpr GLenum asItIs = 0xFFFFFFFF;
+/// Stands for the colour buffer that the context draws into now.
+constexpr GLenum currentBuffer = 0xFFFFFFFF;
 
-/// Reads OpenGL's pixels into the bits of a bitmap of the surface's size. With GL_DITHER on, it
-/// dithers. \p buffer is the surface's colour buffer.
+/// Copies OpenGL's pixels into the bits of a bitmap of the surface's size. If GL_DITHER is enabled,
+/// channels of fewer than 8 bits are dithered. \p buffer is the surface's colour buffer.
 void ReadBits(Bitmap& bitmap, GLenum buffer);
 
-/// Draws the bits of a bitmap of the surface's size. False when the attribute stack has no room.
+/// Draws the bits of a bitmap of the surface's size. False when OpenGL's attribute stack is full.
 bool DrawBits(const Bitmap& bitmap, GLenum buffer);
 
-/// Draws rows of blue, green, red, alpha bytes, the lowest first, with their lower left corner at
-/// (x, y) from that of the surface. False when the attribute stack has no room.
+/// Draws rows of pixels, each pixel as bytes blue, green, red, alpha, with the lowest row first.
+/// Their lower left corner is placed at (x, y), counted from that of the surface. False when
+/// OpenGL's attribute stack is full.
 bool DrawPixels(int x, int y, int width, int height, const BYTE* bgra, GLenum buffer);
 
 }  // namespace posix

@@ -141,8 +141,8 @@ BOOL wglMakeCurrent(HDC dcHandle, HGLRC handle)
     }
 
     current->Release();
-    eglBindAPI(EGL_OPENGL_API);  // of this thread
-    context->TakeOwnership();    // the release gave it up if it was current here
+    eglBindAPI(EGL_OPENGL_API);  // per thread
+    context->TakeOwnership();    // Release gives it up if the context was current here
     current->context = context;
     if (!context->FitSurface(*bitmap))
     {
@@ -189,7 +189,7 @@ HDC wglGetCurrentDC()
 HDC AdoptCurrentContext(int width, int height)
 {
     CurrentContext* const current = CurrentOfThread();
-    eglBindAPI(EGL_OPENGL_API);  // of this thread
+    eglBindAPI(EGL_OPENGL_API);  // per thread
     const EGLContext context = eglGetCurrentContext();
     if (current == nullptr || context == EGL_NO_CONTEXT || width <= 0 || height <= 0)
     {
@@ -198,7 +198,7 @@ HDC AdoptCurrentContext(int width, int height)
     }
     if (current->context != nullptr && current->context->context == context)
     {
-        SetLastError(ERROR_BUSY);  // it is one of these contexts already
+        SetLastError(ERROR_BUSY);  // the context was made by wglCreateContext
         return nullptr;
     }
     if (current->adopted == nullptr || current->adopted->context != context)
@@ -208,7 +208,7 @@ HDC AdoptCurrentContext(int width, int height)
         adopted->context = context;
         adopted->dc = CreateCompatibleDC(nullptr);
         adopted->handle = static_cast<HGLRC>(posix::AddHandle(adopted));
-        SetPixelFormat(adopted->dc, 1, nullptr);  // 32 bits
+        SetPixelFormat(adopted->dc, 1, nullptr);  // the format of 32 bits
         current->adopted = adopted;
     }
     AdoptedContext& adopted = *current->adopted;
@@ -218,7 +218,7 @@ HDC AdoptCurrentContext(int width, int height)
     adopted.size = {width, height};
     if (current->context != nullptr)
     {
-        current->Release();  // the host's context stays
+        current->Release();  // which leaves the host's context current
     }
     current->isAdopted = true;
     return adopted.dc;
@@ -241,7 +241,8 @@ BOOL wglShareLists(HGLRC handle, HGLRC otherHandle)
     {
         return FALSE;
     }
-    // Sharing is settled when a context is made. One that was never current has nothing to lose.
+    // OpenGL contexts can share only from the moment they are made, so the other one is made anew,
+    // which loses nothing as long as it has never been current.
     if (other->wasCurrent || context == other)
     {
         SetLastError(ERROR_BUSY);
@@ -252,6 +253,6 @@ BOOL wglShareLists(HGLRC handle, HGLRC otherHandle)
 
 void CutQuadsAlike()
 {
-    // The clipper splits them as if the first vertex counted, whatever is set.
+    // The clipper of the software renderer always splits quadrilaterals by this convention.
     glProvokingVertex(GL_FIRST_VERTEX_CONVENTION);
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What a face's tables say about its measures.
+/// The measures of a face in font units, and how they follow from the tables of its file.
 
 #include "platform/Fonts.h"
 
@@ -15,15 +15,15 @@
 namespace posix
 {
 
-/// What a face's tables say, in font units.
+/// The measures of a face, in font units.
 struct DesignMetrics
 {
     int unitsPerEm = 0;
-    int ascent = 0;   ///< of the cell, above the base line
-    int descent = 0;  ///< of the cell, below the base line, positive
+    int ascent = 0;   ///< the cell's height above the base line
+    int descent = 0;  ///< the cell's depth below the base line, positive
     int externalLeading = 0;
     int averageWidth = 0;
-    RECT box = {};  ///< around all glyphs, top above bottom
+    RECT box = {};  ///< around all glyphs; the top is the larger y
     bool bold = false;
     bool fixedPitch = false;
     PANOSE panose = {};
@@ -52,14 +52,15 @@ struct DesignMetrics
     int Cell() const { return ascent + descent; }
 };
 
-/// A face's tables, whoever has read them. Those that the face lacks are null.
+/// The tables of a face, read by FreeType or by ReadDesignTables. Tables that the face lacks are
+/// null.
 struct DesignTables
 {
     int unitsPerEm = 0;
-    int ascent = 0;       ///< of the face, for want of an OS/2 table
-    int descent = 0;      ///< the same, positive
-    int widestWidth = 0;  ///< the same
-    RECT box = {};        ///< top above bottom
+    int ascent = 0;       ///< of the face; used without an OS/2 table
+    int descent = 0;      ///< the same; positive
+    int widestWidth = 0;  ///< the largest advance; used like ascent
+    RECT box = {};        ///< the top is the larger y
     bool bold = false;
     bool fixedPitch = false;
     const TT_OS2* os2 = nullptr;
@@ -70,18 +71,19 @@ struct DesignTables
 
 DesignMetrics DesignFrom(const DesignTables& tables);
 
-/// Chooses name id 3 among a face's names: the English one for Windows, else the last English one
-/// for the Macintosh.
+/// Chooses the unique name (name id 3) among a face's names: the English one for Windows or,
+/// without one, the last English one for the Macintosh.
 class UniqueName
 {
 public:
-    /// Whether a name may be chosen, so that its text is worth reading.
+    /// Whether a name may be chosen. Only then its text needs to be read.
     static bool Wants(unsigned platform, unsigned language, unsigned id);
 
-    /// \param bytes of a name that is wanted, as stored
+    /// Offers a name that is wanted.
+    /// \param bytes its text as the file stores it
     void Offer(unsigned platform, std::string_view bytes);
 
-    /// Whether no other name will do better.
+    /// Whether the best name was found, so that no other needs to be offered.
     bool IsFound() const { return found_; }
     const std::string& Text() const { return text_; }
 

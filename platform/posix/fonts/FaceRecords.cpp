@@ -18,26 +18,27 @@ constexpr int dotsPerInch = 96;
 constexpr int defaultHeight = 16;
 constexpr int enumerationHeight = 32;
 
-/// Above the largest em square, so that every font can be had in its design units; coordinates
-/// still fit 16 bits.
+/// The largest pixels per em. It is above the largest em square, so that every font can be used at
+/// one pixel per design unit, and coordinates still fit 16 bits.
 constexpr int largestHeight = 16384;
 
-constexpr BYTE variablePitchBit = 1;  // set when the pitch is variable
-constexpr BYTE vectorBits = 2 | 4;    // outlines, and TrueType ones
+// Bits of tmPitchAndFamily.
+constexpr BYTE variablePitchBit = 1;  // set for fonts whose characters differ in width
+constexpr BYTE vectorBits = 2 | 4;    // outline font, TrueType font
 constexpr BYTE roman = 0x10;
 constexpr BYTE swiss = 0x20;
 constexpr BYTE modern = 0x30;
 constexpr BYTE script = 0x40;
 constexpr BYTE decorative = 0x50;
 
-constexpr BYTE fixedPitch = 1;  // of LOGFONTA
+constexpr BYTE fixedPitch = 1;  // LOGFONTA::lfPitchAndFamily
 constexpr BYTE variablePitch = 2;
 constexpr BYTE strokePrecision = 3;
 constexpr BYTE strokeClipping = 2;
 constexpr BYTE draftQuality = 1;
 constexpr BYTE yes = 0xFF;
 
-/// A product over a positive number, to the nearest, halves away from zero.
+/// a * b / divisor, rounded to the nearest, halves away from zero. The divisor is positive.
 int MultiplyDivide(int a, int b, int divisor)
 {
     const std::int64_t product = std::int64_t{a} * b;
@@ -58,7 +59,7 @@ BYTE FamilyOf(const DesignMetrics& design)
     }
     switch (design.panose.bFamilyType)
     {
-        case 2:  // Latin text: 2 to 10 are kinds of serifs, 11 and above are without
+        case 2:  // Latin text; serif styles 2 to 10 have serifs, 11 and above have none
             return design.panose.bSerifStyle >= 11  ? swiss
                    : design.panose.bSerifStyle >= 2 ? roman
                                                     : BYTE{0};
@@ -79,8 +80,8 @@ void CopyText(Character (&field)[size], std::string_view text)
     std::memcpy(field, text.data(), std::min(text.size(), size - 1));
 }
 
-/// The fields that TEXTMETRICA and NEWTEXTMETRICA share. What depends on the character set is for
-/// the font's own characters: the code page does not change them.
+/// Fills the fields that TEXTMETRICA and NEWTEXTMETRICA share. Fields that depend on the character
+/// set are those of the font's own characters, whatever the code page.
 template <typename Record>
 void FillTextMetrics(Record& record, const InstalledFace& face, const DesignMetrics& design,
                      const FontSize& size, UINT codePage)
@@ -192,7 +193,7 @@ std::vector<BYTE> OutlineRecord(const CatalogFace& face, const DesignMetrics& de
     record.otmfsType = design.embedding;
     record.otmsCharSlopeRise = design.slopeRise;
     record.otmsCharSlopeRun = design.slopeRun;
-    // The italic angle and the smallest size stay 0: rise and run tell the slope.
+    // The italic angle and the smallest size stay 0. Rise and run give the slope.
     record.otmEMSquare = static_cast<UINT>(design.unitsPerEm);
     record.otmAscent = size(design.typographicAscent);
     record.otmDescent = size(design.typographicDescent);
@@ -201,7 +202,7 @@ std::vector<BYTE> OutlineRecord(const CatalogFace& face, const DesignMetrics& de
     record.otmsXHeight = static_cast<UINT>(size(design.xHeight));
     record.otmrcFontBox = {size(design.box.left), size(design.box.top), size(design.box.right),
                            size(design.box.bottom)};
-    // The cell's measures, not the horizontal header's; only the gap is that one's.
+    // Ascent and descent are those of the cell; only the gap is that of the horizontal header.
     record.otmMacAscent = metrics.tmAscent;
     record.otmMacDescent = -metrics.tmDescent;
     record.otmMacLineGap = static_cast<UINT>(size(design.lineGap));
@@ -222,7 +223,7 @@ std::vector<BYTE> OutlineRecord(const CatalogFace& face, const DesignMetrics& de
         return std::bit_cast<PSTR>(offset);
     };
     record.otmpFamilyName = append(face.family);
-    // As long as enumeration gives it, so that the two are the same name.
+    // Cut to the length that an enumeration delivers, so that both give the same name.
     record.otmpFaceName = append(std::string_view(face.full).substr(0, LF_FULLFACESIZE - 1));
     record.otmpStyleName = append(face.style);
     record.otmpFullName = append(ToCodePage(design.unique, codePage));

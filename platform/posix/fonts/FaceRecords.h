@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Faces as LOGFONTA, TEXTMETRICA and the other records describe them.
+/// The records by which callers see faces: LOGFONTA, TEXTMETRICA and others.
 
 #include "platform/posix/fonts/FontCatalog.h"
 #include "platform/posix/fonts/FontFace.h"
@@ -12,37 +12,37 @@
 namespace posix
 {
 
-/// From font units to pixels.
+/// The scale of a font, from font units to pixels.
 struct FontSize
 {
-    int pixels = 0;  ///< this many ...
-    int units = 1;   ///< ... for so many font units
+    int pixels = 0;  ///< so many pixels ...
+    int units = 1;   ///< ... are so many font units
     int pixelsPerEm = 0;
 
-    /// Rounded to the nearest, halves away from zero.
+    /// Font units in pixels, rounded to the nearest, halves away from zero.
     LONG operator()(int fontUnits) const;
 };
 
-/// The size that a height means: of the em square when negative, of the cell when positive; 0 is 12
-/// points at 96 dots per inch.
+/// The size for a LOGFONTA::lfHeight: a negative height is that of the em square in pixels, a
+/// positive one that of the cell, and 0 means 12 points at 96 dots per inch.
 FontSize SizeForHeight(LONG height, const DesignMetrics& design);
 
-/// The size in which enumeration describes a face: a cell of about 32 pixels per em.
+/// The size for which an enumeration describes a face, of about 32 pixels per em.
 FontSize EnumerationSize(const DesignMetrics& design);
 
-/// What enumeration tells of a face. A face without TrueType outlines, whose file is not read, has
-/// no measures.
+/// The records that an enumeration delivers for a face.
 struct FaceRecords
 {
     ENUMLOGFONTA logFont = {};
     NEWTEXTMETRICA metrics = {};
     DWORD type = 0;
 };
-/// \param design null for a face without TrueType outlines
+/// Fills the records of a face.
+/// \param design null for a face that is not usable, whose measures stay 0
 FaceRecords RecordsOf(const CatalogFace& face, const DesignMetrics* design, UINT codePage);
 
-/// The outline metrics of a face, followed by its texts: family, full name, style, unique name.
-/// \return the bytes of the record
+/// The bytes of an OUTLINETEXTMETRICA, followed by the texts that it points to: family, full name,
+/// style and unique name.
 std::vector<BYTE> OutlineRecord(const CatalogFace& face, const DesignMetrics& design,
                                 const FontSize& size, UINT codePage);
 

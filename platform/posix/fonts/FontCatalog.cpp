@@ -15,8 +15,8 @@ namespace posix
 namespace
 {
 
-/// What a zero-ended field of so many bytes holds of a name. Code pages have one byte for each
-/// character, so a cut never splits one.
+/// The start of a name that fits a zero-terminated field of \p fieldSize bytes. In a code page each
+/// character is one byte, so no character is split.
 std::string_view Cut(std::string_view name, int fieldSize)
 {
     return name.substr(0, static_cast<std::size_t>(fieldSize) - 1);
@@ -54,7 +54,7 @@ int Far(int from, int to)
     return std::abs(from - to);
 }
 
-/// Smaller is nearer to what a family's regular face is like.
+/// A key for comparisons: the face with the smallest key is the family's regular face.
 auto DistanceFromRegular(const CatalogFace* face)
 {
     const InstalledFace& installed = *face->installed;
@@ -62,7 +62,8 @@ auto DistanceFromRegular(const CatalogFace* face)
                            Far(installed.width, 100), installed.kind);
 }
 
-/// The first of the usable faces that come nearest; null when there is none.
+/// The usable face that comes nearest to a weight and a slant, the first of equally near ones. Null
+/// when no face is usable.
 const CatalogFace* BestOf(const std::vector<const CatalogFace*>& faces, int weight, bool italic)
 {
     const auto distance = [&](const CatalogFace& face) {
@@ -220,7 +221,7 @@ const CatalogFace* FontCatalog::Nearest(std::string_view faceName, int weight, b
 namespace
 {
 
-/// The faces as last listed, and their catalogue as last spelled.
+/// The faces listed last and the catalogue made from them last.
 struct CatalogState
 {
     std::mutex mutex;
@@ -231,12 +232,12 @@ struct CatalogState
 
 CatalogState& TheState()
 {
-    // Never destroyed: fonts with static storage are used while the process ends.
+    // Never destroyed, because static objects may use fonts while the process ends.
     static auto* const state = new CatalogState;
     return *state;
 }
 
-/// To be called under the lock.
+/// The catalogue for the process's settings, made if need be. The caller holds the lock.
 std::shared_ptr<const FontCatalog> Catalog(CatalogState& state)
 {
     if (!state.listed)

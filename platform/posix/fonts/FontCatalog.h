@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The installed faces grouped in families and found by their names, as one code page spells them.
+/// The installed faces, grouped in families and found by names. Names are in a code page.
 
 #include "platform/Fonts.h"
 #include "platform/posix/fonts/InstalledFonts.h"
@@ -16,39 +16,39 @@
 namespace posix
 {
 
-/// A face under its names in the catalogue's code page. Where the code page lacks a letter of the
-/// family's or the full name, the PostScript name, which is ASCII, stands in for it.
+/// A face with its names in the catalogue's code page. If the code page lacks a letter of the
+/// family's name or of the full name, that name is replaced by the PostScript name, which is ASCII.
 struct CatalogFace
 {
     std::shared_ptr<const InstalledFace> installed;
-    bool usable = false;  ///< whether its outlines can be handed over: a TrueType face to callers
+    bool usable = false;  ///< whether its outlines can be handed over; callers see it as TrueType
     std::string family;
     std::string style;
     std::string full;
-    /// What LOGFONTA calls the face: the first of its family's, full and PostScript names, cut to
-    /// fit, by which Find finds this face and no other one. In a family made as usual, of four
-    /// faces at most, that is the family's name.
+    /// The name of the face in LOGFONTA: the first of its family's name, full name and PostScript
+    /// name, each cut to the size of the field, by which Find finds this face and no other. In a
+    /// usual family, of at most four faces, that is the family's name.
     std::string faceName;
 };
 
-/// The faces of one family: upright before italic, then by weight, width and full name. So a usual
-/// family has Regular, Bold, Italic, Bold Italic.
+/// The faces of one family, sorted: upright before italic, then by weight, width and full name. A
+/// usual family thus has Regular, Bold, Italic, Bold Italic.
 struct CatalogFamily
 {
     std::string name;
     std::vector<const CatalogFace*> faces;
-    /// The regular face or what is nearest to it: usable before anything else, upright, of a
-    /// weight near 400 and a width near normal.
+    /// The regular face or the one nearest to it: a usable face if there is one, then an upright
+    /// one, then the one whose weight is nearest to 400 and whose width is nearest to normal.
     const CatalogFace* regular = nullptr;
 };
 
-/// Entries under their names. Letter case decides between names that differ in nothing else, and is
-/// overlooked when nothing has the name as it is written.
+/// Entries found by name. Entries whose name is written exactly as asked for are preferred. If
+/// there are none, the case of A to Z is ignored.
 template <typename Entry>
 class NameIndex
 {
 public:
-    /// A nameless entry is never found.
+    /// Adds an entry, which is borrowed. An empty name adds nothing.
     void Add(std::string_view name, const Entry* entry)
     {
         if (name.empty())
@@ -99,13 +99,13 @@ private:
     std::unordered_map<std::string, std::vector<std::pair<std::string, const Entry*>>> entries_;
 };
 
-/// Unchanging once made, so that threads share it. Families are in the order of their names' bytes
-/// in UTF-8. Of faces alike in family, full name, weight, width, slant and kind of outline only the
-/// first by file is in it.
+/// The catalogue of installed faces. It never changes, so threads can share it. Families are sorted
+/// by the bytes of their names in UTF-8. Of several faces with the same family, full name, weight,
+/// width, slant and kind of outline, it has only the one whose file's name comes first.
 class FontCatalog
 {
 public:
-    /// \param outlines what SetProcessOutlines takes: as they are, cubic ones are of no use
+    /// \param outlines OUTLINES_AS_IS, under which cubic faces are not usable, or OUTLINES_REPAIRED
     FontCatalog(std::vector<std::shared_ptr<const InstalledFace>> installed, UINT codePage,
                 UINT outlines);
     FontCatalog(const FontCatalog&) = delete;
@@ -115,16 +115,18 @@ public:
     UINT Outlines() const { return outlines_; }
     const std::deque<CatalogFamily>& Families() const { return families_; }
 
-    /// What enumeration by a name delivers: every face of the families that have the name or whose
-    /// regular face has it as its full name, else the faces with that full name.
+    /// The faces that an enumeration with a name delivers: all faces of the families that have the
+    /// name or whose regular face has it as its full name. If there are none, the faces with that
+    /// full name.
     std::vector<const CatalogFace*> StylesOf(std::string_view name) const;
 
-    /// The usable face that a description means: by family, the best in slant, then weight; else
-    /// by full name; else by PostScript name. Null when no face has the name.
+    /// The usable face that a description means. In a family of that name it is the best one in
+    /// slant and then in weight. Without such a family, faces are found by full name and then by
+    /// PostScript name. Null when no face has the name.
     const CatalogFace* Find(std::string_view faceName, int weight, bool italic) const;
 
-    /// The usable face nearest to a description, whatever it is called; null only when there is
-    /// none at all.
+    /// The usable face nearest to a description, whatever its name. Null only when there is no
+    /// usable face.
     const CatalogFace* Nearest(std::string_view faceName, int weight, bool italic) const;
 
 private:
@@ -135,20 +137,20 @@ private:
     UINT outlines_;
     std::deque<CatalogFace> faces_;
     std::deque<CatalogFamily> families_;
-    NameIndex<CatalogFamily> byFamily_;       // by the names that LOGFONTA may have for them
-    NameIndex<CatalogFamily> byEnumeration_;  // the same and their regular faces' full names
+    NameIndex<CatalogFamily> byFamily_;       // by family names, also cut to LOGFONTA's size
+    NameIndex<CatalogFamily> byEnumeration_;  // the same, and by full names of regular faces
     NameIndex<CatalogFace> byFullName_;
     NameIndex<CatalogFace> byPostScriptName_;
 };
 
-/// The catalogue in the process's code page, made at its first use. Never null.
+/// The catalogue in the process's code page, made when it is first needed. Never null.
 std::shared_ptr<const FontCatalog> CurrentCatalog();
 
-/// The same, after a look whether other fonts are installed by now; if so, they are listed again.
+/// The same, but made anew if fonts were installed or removed since it was made.
 std::shared_ptr<const FontCatalog> FreshCatalog();
 
-/// Reads the font configuration again: what is installed may have changed. Fonts made before find
-/// their faces anew.
+/// Reads the font configuration and lists the installed faces again. Existing fonts choose their
+/// faces anew. It is exported because tests that link the library itself need it.
 ORVANE_API void ReloadFonts();
 
 }  // namespace posix

@@ -29,23 +29,24 @@ using orvane::contours::Scaled;
 namespace
 {
 
-/// A character in a font's own codes for symbols lies here, above the character's code.
+/// Symbol fonts map the code of a character plus this number.
 constexpr FT_ULong symbolCodes = 0xF000;
 
-/// Faces kept open, each with its file mapped into memory.
+/// How many faces are kept open, each with its file mapped into memory.
 constexpr std::size_t openFaces = 16;
 
-/// Sizes kept for each. Making one runs the font's preparation program.
+/// How many sizes are kept for each open face. Making one runs the font's preparation program.
 constexpr std::size_t sizesPerFace = 4;
 
-/// Both outlive everything that uses fonts, so neither is ever destroyed.
+/// Guards everything of FreeType and all open faces. Never destroyed, because static objects may
+/// use fonts while the process ends.
 std::mutex& FreeTypeMutex()
 {
     static auto* const mutex = new std::mutex;
     return *mutex;
 }
 
-/// Null when FreeType does not start.
+/// The library object, also never destroyed. Null when FreeType cannot be initialised.
 FT_Library FreeType()
 {
     static const FT_Library library = [] {
@@ -54,7 +55,7 @@ FT_Library FreeType()
         {
             return FT_Library(nullptr);
         }
-        // The environment can choose another interpreter, which would move the hinted points.
+        // An environment variable can choose another interpreter, which hints differently.
         FT_UInt version = 40;
         FT_Property_Set(made, "truetype", "interpreter-version", &version);
         return made;
@@ -62,7 +63,7 @@ FT_Library FreeType()
     return library;
 }
 
-/// An opened face, its latest sizes and its last glyph.
+/// An opened face, with its latest sizes and its last glyph. Used under FreeTypeMutex only.
 class OpenedFace
 {
 public:
@@ -109,7 +110,7 @@ public:
 
     bool IsCubic() const { return installed_->kind == OutlineKind::Cubic; }
 
-    /// Null when the glyph cannot be loaded.
+    /// Loads a character's glyph. Null when it cannot be loaded.
     const GlyphOutline* Load(int pixelsPerEm, char32_t character, BYTE code, UINT outlines)
     {
         if (face_ == nullptr || (IsCubic() && outlines == OUTLINES_AS_IS))
@@ -161,7 +162,7 @@ public:
         return &last_;
     }
 
-    /// The outline of a glyph at one pixel per design unit. False when it cannot be loaded.
+    /// Loads the font's own outline of a glyph, at one pixel per design unit. False on failure.
     bool LoadOwn(FT_UInt index, NativeOutline* own)
     {
         if (!LoadSlot(index, DesignPixels()))
@@ -173,14 +174,14 @@ public:
         return true;
     }
 
-    /// Pixels per em of which one is a unit of the design.
+    /// The pixels per em at which one pixel is one design unit.
     int DesignPixels() const
     {
-        constexpr int most = 16384;  // coordinates of outlines have 16 bits
+        constexpr int most = 16384;  // above, coordinates would not fit 16 bits
         return std::clamp<int>(face_->units_per_EM, 1, most);
     }
 
-    /// 0 when the face lacks the character.
+    /// The index of a character's glyph; 0 when the face lacks the character.
     FT_UInt IndexOf(char32_t character, BYTE code) const
     {
         if (face_ == nullptr || face_->charmap == nullptr)
@@ -196,8 +197,9 @@ public:
     }
 
 private:
-    /// What is handed over for a glyph; null when it cannot be loaded. When the glyph had to be
-    /// loaded at the size that is wanted, its traced outline comes with it.
+    /// Returns the outline to hand over for a glyph; null when the glyph cannot be loaded.
+    /// \param own receives the font's own outline if it was loaded at \p pixelsPerEm on the way;
+    /// otherwise left empty
     const ProvidedOutline* Provide(FT_UInt index, int pixelsPerEm, NativeOutline* own)
     {
         if (!installed_->outlines)
@@ -226,9 +228,9 @@ private:
     {
         loadedPixelsPerEm_ = 0;
         constexpr FT_Int32 usual = FT_LOAD_DEFAULT | FT_LOAD_NO_BITMAP | FT_LOAD_NO_AUTOHINT;
-        // Compact outlines keep their design: their hints are for small sizes.
+        // Cubic outlines are not hinted, because their hints are meant for small sizes.
         const FT_Int32 flags = IsCubic() ? usual | FT_LOAD_NO_HINTING : usual;
-        // A glyph whose instructions are broken is still a letter without them.
+        // If the instructions of a glyph are broken, it is loaded without them.
         if (!SelectSize(pixelsPerEm) ||
             (FT_Load_Glyph(face_, index, flags) != 0 &&
              FT_Load_Glyph(face_, index, flags | FT_LOAD_NO_HINTING) != 0) ||
@@ -280,14 +282,15 @@ private:
     FT_Face face_ = nullptr;
     std::vector<Size> sizes_;  // the oldest first
     GlyphOutline last_;
-    int lastPixelsPerEm_ = 0;  // 0: no glyph is kept
+    int lastPixelsPerEm_ = 0;  // 0 when no glyph is kept
     FT_UInt lastIndex_ = 0;
     UINT lastOutlines_ = OUTLINES_AS_IS;
-    int loadedPixelsPerEm_ = 0;  // of the glyph in the face's slot; 0: none
+    int loadedPixelsPerEm_ = 0;  // of the glyph in face_->glyph; 0 when there is none
     FT_UInt loadedIndex_ = 0;
 };
 
-/// Opens a face or finds it open, closing the one longest out of use. To be called under the lock.
+/// The opened face. It is opened if need be, in place of the one that has not been used for
+/// longest. The caller holds FreeTypeMutex.
 OpenedFace& Open(const std::shared_ptr<const InstalledFace>& face)
 {
     static auto* const opened = new std::list<OpenedFace>;  // the last used first
@@ -368,7 +371,8 @@ std::shared_ptr<const DesignMetrics> DesignOf(const std::shared_ptr<const Instal
             }
             design = ReadDesign(opened);
         }
-        // The tables are those of the default instance.
+        // The tables describe the default instance, so the weight of a named instance is taken from
+        // fontconfig.
         if (face->index >> 16 != 0)
         {
             design->bold = face->weight >= FW_BOLD;

@@ -2,7 +2,8 @@
 #pragma once
 
 /// \file
-/// Installed faces: their measures, and their glyphs by way of FreeType.
+/// The measures and glyphs of installed faces, loaded by FreeType. All functions may be called from
+/// any thread.
 
 #include "contours/FaceOutlines.h"
 #include "platform/Fonts.h"
@@ -26,32 +27,30 @@ struct GlyphOutline
     FT_Glyph_Metrics metrics = {};
 };
 
-/// Reads a face's tables at the first call and keeps them with it. Null when the file cannot be
-/// read or the face has no outlines that could be handed over.
+/// The measures of a face. The first call reads its tables and keeps the result with the face. Null
+/// when the file cannot be read or the face's outlines cannot be handed over.
 std::shared_ptr<const DesignMetrics> DesignOf(const std::shared_ptr<const InstalledFace>& face);
 
-/// Loads a character's glyph; a missing character's is the font's mark for missing ones. TrueType
-/// outlines are hinted by the font's own instructions. \p use is called with it while other threads
-/// are kept out. The last glyph of a face is kept, so that asking for the same one again costs
-/// nothing.
-/// \param code the character's code, for fonts of symbols that know only codes
-/// \param outlines what SetProcessOutlines takes
-/// \return whether there was a glyph to use
+/// Loads a character's glyph and calls \p use with it, while other threads wait. For a character
+/// that the font lacks, it is the font's mark for missing characters. TrueType outlines are hinted
+/// by the font's own instructions. The last glyph of a face is kept, so that loading it again takes
+/// no time. \param code the character's code, for symbol fonts, which know only codes \param
+/// outlines OUTLINES_AS_IS or OUTLINES_REPAIRED \return whether the glyph could be loaded
 bool UseGlyph(const std::shared_ptr<const InstalledFace>& face, int pixelsPerEm, char32_t character,
               BYTE code, UINT outlines, const std::function<void(const GlyphOutline&)>& use);
 
-/// How many glyphs a face has; 0 when its file cannot be read.
+/// The number of a face's glyphs; 0 when its file cannot be read.
 UINT GlyphCountOf(const std::shared_ptr<const InstalledFace>& face);
 
-/// Shows a glyph, at one pixel per design unit, as the font has it (cubic curves made quadratic)
-/// and as it is handed over; other threads are kept out meanwhile. What was provided is not kept.
-/// \return whether there was a glyph to show
+/// Calls \p show with a glyph's own outline, in which cubic curves have been made quadratic, and
+/// the outline handed over for it, both at one pixel per design unit. Other threads wait meanwhile.
+/// The outline is worked out anew and not kept. \return whether the glyph could be loaded
 bool InspectGlyph(
     const std::shared_ptr<const InstalledFace>& face, UINT index,
     const std::function<void(const orvane::contours::NativeOutline& own,
                              const orvane::contours::ProvidedOutline& provided)>& show);
 
-/// The number of a character's glyph, 0 when the face lacks it.
+/// The index of a character's glyph; 0 when the face lacks the character.
 WORD GlyphIndexOf(const std::shared_ptr<const InstalledFace>& face, char32_t character, BYTE code);
 
 }  // namespace posix

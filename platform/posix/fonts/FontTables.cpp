@@ -23,8 +23,8 @@ constexpr std::uint32_t quadraticVersion = 0x00010000;
 constexpr std::uint32_t quadraticAppleVersion = TTAG_true;
 constexpr std::uint32_t compactVersion = TTAG_OTTO;
 
-/// A file's bytes, read from the file when they are asked for. Small tables mostly lie close
-/// together, so more than what is asked for is read at once.
+/// The bytes of a file, read when they are asked for. Small tables mostly lie close together, so up
+/// to 1024 bytes are read at a time.
 class FontFileBytes
 {
 public:
@@ -51,7 +51,8 @@ public:
         return offset <= size_ && size <= size_ - offset;
     }
 
-    /// Valid until the next call; empty when the file does not have them all.
+    /// The bytes of a range, valid until the next call. Empty when the range is not inside the
+    /// file.
     Bytes At(std::uint64_t offset, std::size_t size)
     {
         if (!Has(offset, size))
@@ -83,14 +84,15 @@ public:
 private:
     int file_;
     std::uint64_t size_ = 0;
-    BYTE few_[1024];  // enough for nearly everything
-    std::vector<BYTE> many_;
-    const BYTE* bytes_ = few_;  // what was read last
-    std::uint64_t start_ = 0;
-    std::size_t read_ = 0;
+    BYTE few_[1024];            // holds most ranges
+    std::vector<BYTE> many_;    // holds a longer range
+    const BYTE* bytes_ = few_;  // the bytes read last, in one of the two
+    std::uint64_t start_ = 0;   // their offset in the file
+    std::size_t read_ = 0;      // their number
 };
 
-/// Takes big-endian numbers from bytes, which must be enough, in their order.
+/// Reads successive numbers, stored high byte first. The caller makes sure that there are enough
+/// bytes.
 class NumberReader
 {
 public:
@@ -116,6 +118,7 @@ private:
     std::size_t at_ = 0;
 };
 
+/// An entry of a font file's table directory.
 struct TablePlace
 {
     std::uint32_t tag;
@@ -123,7 +126,7 @@ struct TablePlace
     std::uint32_t size;
 };
 
-/// The tables of one face of a file. None when any lies outside the file.
+/// The table directory of one face of a file. It is empty when any table lies outside the file.
 class TableDirectory
 {
 public:
@@ -160,7 +163,7 @@ public:
 
     std::uint32_t Version() const { return version_; }
 
-    /// Null when there is none, or an empty one, which counts for none.
+    /// The entry of a table; null when the face lacks it or it is empty.
     const TablePlace* Find(std::uint32_t tag) const
     {
         const auto found = std::find_if(tables_.begin(), tables_.end(),
@@ -169,7 +172,8 @@ public:
     }
 
 private:
-    /// Of a collection of faces, where one of them starts; past its end when it has too few.
+    /// The offset of a face's directory in the file, which may be a collection of faces. UINT64_MAX
+    /// when the file has no such face.
     static std::uint64_t StartOf(FontFileBytes& file, int faceIndex)
     {
         constexpr std::size_t headSize = 12;
@@ -197,10 +201,12 @@ private:
     std::vector<TablePlace> tables_;
 };
 
-/// The fields that measures come from; the others stay 0.
+/// Reads the fields of an OS/2 table that measures come from; the others stay 0. False when the
+/// table is too short.
 bool ReadOs2(Bytes bytes, TT_OS2& os2)
 {
-    constexpr std::array<std::size_t, 3> sizes = {78, 86, 96};  // of versions 0, 1, and 2 on
+    // In bytes, for versions 0, 1, and 2 or later.
+    constexpr std::array<std::size_t, 3> sizes = {78, 86, 96};
     if (bytes.size() < sizes[0])
     {
         return false;
@@ -245,7 +251,7 @@ bool ReadOs2(Bytes bytes, TT_OS2& os2)
     return true;
 }
 
-/// The same.
+/// The same for a horizontal header (hhea).
 bool ReadHeader(Bytes bytes, TT_HoriHeader& header)
 {
     constexpr std::size_t size = 36;
@@ -264,7 +270,7 @@ bool ReadHeader(Bytes bytes, TT_HoriHeader& header)
     return true;
 }
 
-/// The same.
+/// The same for a PostScript table (post).
 bool ReadPostScript(Bytes bytes, TT_Postscript& postScript)
 {
     constexpr std::size_t size = 32;
@@ -333,7 +339,7 @@ std::string ReadUniqueName(FontFileBytes& file, const TablePlace& table)
         const unsigned id = record.Word();
         const std::size_t size = record.Word();
         const std::size_t offset = std::size_t{storage} + record.Word();
-        // Empty names and those outside the storage do not count.
+        // Empty names and names outside the table are ignored, as FreeType ignores them.
         if (UniqueName::Wants(platform, language, id) && size != 0 && offset >= storageStart &&
             offset + size <= table.size)
         {
@@ -396,7 +402,7 @@ std::optional<DesignMetrics> ReadDesignTables(const InstalledFace& face)
     tables.header = &header;
     if (const TablePlace* const table = directory.Find(TTAG_post))
     {
-        // Only its start: the rest are the names of all glyphs.
+        // Only the start of the table, because the rest holds the names of all glyphs.
         constexpr std::size_t startSize = 32;
         if (!ReadPostScript(file.At(table->offset, std::min<std::size_t>(table->size, startSize)),
                             postScript))

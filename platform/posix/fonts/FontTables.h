@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Font files read in a few places only. Opening a file with FreeType reads far more, which tells
-/// when thousands of faces are listed.
+/// The measures of a face, read from only a few places of its file. Opening the file with FreeType
+/// reads far more, which takes noticeably longer when thousands of faces are listed.
 
 #include "platform/posix/fonts/DesignMetrics.h"
 #include "platform/posix/fonts/InstalledFonts.h"
@@ -13,9 +13,9 @@
 namespace posix
 {
 
-/// What FreeType would say of a face with TrueType or compact outlines. Nothing when the file is
-/// damaged, wrapped or out of the ordinary, so that only FreeType can tell; in particular an
-/// instance of a variable font whose measures vary too.
+/// Reads the measures that FreeType would give for a face with TrueType or CFF outlines. Nothing
+/// when the file is damaged, compressed or unusual, so that FreeType must be asked. One such case
+/// is an instance of a variable font whose measures vary.
 std::optional<DesignMetrics> ReadDesignTables(const InstalledFace& face);
 
 }  // namespace posix

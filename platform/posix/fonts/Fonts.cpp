@@ -15,7 +15,7 @@
 namespace posix
 {
 
-/// A font found among the installed ones. The catalogue keeps the face.
+/// The installed face that was chosen for a description. The catalogue owns the face.
 struct FoundFont
 {
     std::shared_ptr<const FontCatalog> catalog;
@@ -25,12 +25,13 @@ struct FoundFont
     FontSize size;
 };
 
-/// A description, and the face that it means in the current catalogue.
+/// A font: a description, and the face chosen for it.
 struct Font : GdiObject
 {
     explicit Font(const LOGFONTA& logFont) : GdiObject(GdiKind::Font), description(logFont) {}
 
-    /// The face is null when nothing with usable outlines is installed or its file is unreadable.
+    /// The face in the current catalogue. It is null when no face is usable or the file of the
+    /// chosen one cannot be read.
     FoundFont Find()
     {
         const std::lock_guard lock(mutex);
@@ -38,8 +39,8 @@ struct Font : GdiObject
         if (searched != catalog)
         {
             FoundFont next = Search(catalog);
-            // A face that is not installed any more stays the font's: letters of another would not
-            // go with the measures that were given for this one.
+            // The font keeps a face that has been removed meanwhile, because the letters of
+            // another face would not fit the measures that callers have been given.
             const bool keeps = found.named && !next.named &&
                                searched->CodePage() == catalog->CodePage() &&
                                searched->Outlines() == catalog->Outlines();
@@ -83,7 +84,7 @@ struct Font : GdiObject
     const LOGFONTA description;
     std::mutex mutex;
     FoundFont found;
-    std::shared_ptr<const FontCatalog> searched;  // where it was looked for last
+    std::shared_ptr<const FontCatalog> searched;  // the catalogue that \c found was chosen from
 };
 
 namespace
@@ -91,8 +92,8 @@ namespace
 
 std::atomic<UINT> processOutlines = OUTLINES_REPAIRED;
 
-/// What a device context draws with: its font, else the configuration's choice for no name at all.
-/// The face is null when the handle names no device context or no face is to be had.
+/// The font of a device context or, if none was selected, the face that the font configuration
+/// chooses for an empty name. The face is null when the handle is not valid or no face is usable.
 FoundFont SelectedFont(HDC dc)
 {
     const std::shared_ptr<DeviceContext> context = Resolve<DeviceContext>(dc);
@@ -116,7 +117,7 @@ bool IsIdentity(const MAT2& matrix)
     return is(matrix.eM11, 1) && is(matrix.eM12, 0) && is(matrix.eM21, 0) && is(matrix.eM22, 1);
 }
 
-/// A glyph's box in whole pixels, kept within the cell's height.
+/// The metrics of a glyph in whole pixels. Its box is cut to the height of the cell.
 GLYPHMETRICS BoxOf(const FT_Glyph_Metrics& glyph, const FoundFont& font)
 {
     const auto floored = [](FT_Pos value) { return static_cast<LONG>(value >> 6); };
@@ -134,8 +135,8 @@ GLYPHMETRICS BoxOf(const FT_Glyph_Metrics& glyph, const FoundFont& font)
     return metrics;
 }
 
-/// Describes a face to the callback. A usable face whose file cannot be read is passed over.
-/// \return what the callback returned, \p before when it was not called
+/// Calls the callback with the records of a face. A usable face whose file cannot be read is
+/// skipped. \return the callback's result, or \p before when it was not called
 int Deliver(const CatalogFace& face, UINT codePage, FONTENUMPROCA callback, LPARAM data, int before)
 {
     std::shared_ptr<const DesignMetrics> design;

@@ -13,7 +13,8 @@ namespace
 
 using orvane::contours::NativePoint;
 
-/// A 26.6 value in 16.16, its six bits of fraction repeated to fill sixteen.
+/// Converts a coordinate in 1/64 to 16.16. The six bits of the fraction are repeated to fill
+/// sixteen, so that 63/64 becomes the largest fraction.
 FIXED Fixed(std::int32_t value)
 {
     const std::int32_t fraction = value & 63;
@@ -26,7 +27,8 @@ POINTFX FixedPoint(const NativePoint& point)
     return {Fixed(point.x), Fixed(point.y)};
 }
 
-/// Writes records one after the other. A record's counts are filled in when they are known.
+/// Writes the records of polygons one after the other. The size of a polygon and the number of a
+/// curve's points are filled in at its end.
 class PolygonWriter
 {
 public:
@@ -46,7 +48,7 @@ public:
         std::memcpy(&bytes_[polygon_ + offsetof(TTPOLYGONHEADER, cb)], &size, sizeof size);
     }
 
-    /// Adds a point to the curve of this type, opening it if need be.
+    /// Adds a point to the current curve, which is begun with this type if there is none.
     void Add(WORD type, const NativePoint& point)
     {
         if (pointsInCurve_ == 0)

@@ -11,16 +11,16 @@ namespace posix
 namespace
 {
 
-/// The configuration in use, given back when the process ends: its parts refer to each other by
-/// distances, in which a leak checker sees no pointers.
+/// The font configuration in use. It is freed when the process ends: its parts refer to each other
+/// by offsets, which a leak checker does not recognise as pointers.
 class Configuration
 {
 public:
     void Load() { Hold(FcInitLoadConfigAndFonts()); }
     void Drop() { Hold(nullptr); }
 
-    /// Shared, so that a reload elsewhere does not take it away. Null when there is none, as while
-    /// the process ends.
+    /// Shared, so that it stays valid when another thread reloads. Null when there is none, for
+    /// example while the process ends.
     std::shared_ptr<FcConfig> Get()
     {
         const std::lock_guard lock(mutex_);
@@ -45,8 +45,8 @@ private:
 
 Configuration& TheConfiguration()
 {
-    // Never destroyed, only emptied: fonts with static storage are looked for while the process
-    // ends.
+    // Emptied at the end but never destroyed, because static objects may look for fonts while the
+    // process ends.
     static auto* const configuration = new Configuration;
     static const struct AtExit
     {
@@ -63,8 +63,8 @@ std::string Text(const FcPattern* pattern, const char* object, int n = 0)
                : "";
 }
 
-/// The last English value of a name, else the last one: fontconfig lists the names of typographic
-/// families and styles before the plain ones.
+/// The last English value of a name or, without one, the last value. fontconfig lists typographic
+/// families and styles first, and the plain names, which are wanted here, last.
 std::string LastName(const FcPattern* pattern, const char* object, const char* language)
 {
     std::string last;
@@ -112,7 +112,8 @@ OutlineKind KindOf(const FcPattern* pattern)
 std::shared_ptr<const InstalledFace> Describe(const FcPattern* pattern)
 {
     const int index = Whole(pattern, FC_INDEX, 0);
-    // One more pattern of a variable font, marked as such, stands for all of its instances.
+    // For a variable font fontconfig has an additional pattern that stands for all of its
+    // instances.
     FcBool variable = FcFalse;
     FcPatternGetBool(pattern, FC_VARIABLE, 0, &variable);
     if (variable)
@@ -136,7 +137,7 @@ std::shared_ptr<const InstalledFace> Describe(const FcPattern* pattern)
     }
     else if (index >> 16 != 0 && !face->full.ends_with(face->style))
     {
-        // The font's own full name, which does not tell its named instances apart.
+        // The full name is that of the whole font, the same for all of its named instances.
         face->full = face->family + ' ' + face->style;
     }
     const double weight = Number(pattern, FC_WEIGHT, FC_WEIGHT_NORMAL);

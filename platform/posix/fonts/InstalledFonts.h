@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What fontconfig knows about the machine's fonts; no font file is opened here.
+/// The fonts of the machine, as fontconfig lists them. No font file is opened here.
 
 #include <memory>
 #include <string>
@@ -23,17 +23,18 @@ struct DesignMetrics;
 enum class OutlineKind
 {
     TrueType,  ///< quadratic outlines in a glyf table
-    Cubic,     ///< compact outlines (CFF), which can be made quadratic
-    Other,     ///< other outlines: Type 1
+    Cubic,     ///< cubic outlines in a CFF table, which are converted
+    Other,     ///< outlines of another kind, such as Type 1
     Bitmap
 };
 
-/// One face of one font file. Names are in UTF-8, the English ones where there are several.
+/// One face of one font file. Names are in UTF-8; of several languages, the English one is taken.
 struct InstalledFace
 {
     std::string file;
-    int index = 0;           ///< of the face in its file; above 16 bits, its named instance from 1
-    std::string family;      ///< name id 1: at most regular, bold, italic and bold italic share it
+    int index = 0;           ///< bits 0 to 15: the face in its file; from 16 on: its named
+                             ///< instance, from 1, or 0
+    std::string family;      ///< name id 1, shared by regular, bold, italic and bold italic
     std::string style;       ///< name id 2
     std::string full;        ///< name id 4
     std::string postScript;  ///< name id 6, may be empty
@@ -43,23 +44,24 @@ struct InstalledFace
     bool monospaced = false;
     OutlineKind kind = OutlineKind::Other;
 
-    /// What the file says, once it has been read. FontFace.cpp's alone, under its lock.
+    /// The measures, once the file has been read. Only FontFace.cpp uses it, under its lock.
     mutable std::shared_ptr<const DesignMetrics> design;
-    /// The outlines handed over so far. FontFace.cpp's alone, under its lock.
+    /// The outlines handed over so far. Only FontFace.cpp uses it, under its lock.
     mutable std::shared_ptr<orvane::contours::FaceOutlines> outlines;
 };
 
-/// Every installed face, in no particular order. Of a variable font, the default instance and every
-/// named one are faces of their own. Reads the user's font configuration anew at each call.
+/// Lists every installed face, in no particular order. The default instance and every named
+/// instance of a variable font are faces of their own. Each call reads the font configuration
+/// again.
 std::vector<std::shared_ptr<const InstalledFace>> ListInstalledFaces();
 
-/// Whether fonts or the configuration have changed since ListInstalledFaces: a few times cheaper
-/// than asking it again. What changes within the second of that call may go unnoticed.
+/// Whether fonts or the configuration have changed since ListInstalledFaces. This is several times
+/// faster than listing again. A change within the same second as that call may go unnoticed.
 bool InstalledFacesChanged();
 
-/// The installed faces from the best substitute for the description on, as the configuration that
-/// the last ListInstalledFaces read has it: file and index.
-/// \param family in UTF-8; may be empty
+/// The installed faces, as file and index, from the best substitute for a description to the worst.
+/// It uses the configuration that the last ListInstalledFaces has read. \param family in UTF-8; may
+/// be empty
 std::vector<std::pair<std::string, int>> SubstitutesFor(std::string_view family, int weight,
                                                         bool italic);
 
