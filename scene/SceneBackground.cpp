@@ -88,7 +88,7 @@ int SceneObject::DrawBackground(DrawingParameters* parameters)
     {
         // The texture is owned until it is drawn, because the application may change it in another
         // thread.
-        TextureMap& texture = *GetTexture();
+        TextureMap& texture = TextureOrNone();
         const TextureOwnership ownership(texture);
         if ((texture.textureFlags & TextureMap::Valid) != 0)
         {
@@ -118,7 +118,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters)
     Notify(*parameters, "Dithering Background Bitmap ...");
     int result = 0;
     {
-        TextureMap& texture = *GetTexture();
+        TextureMap& texture = TextureOrNone();
         const TextureOwnership ownership(texture);
         GLMemoryDIB* const dithered = ownership.IsOwned() ? texture.GetDitheredImage() : nullptr;
         if (dithered != nullptr)
@@ -133,7 +133,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters)
 
 int SceneObject::DrawFileBackgroundTexture(DrawingParameters* parameters)
 {
-    TextureMap& texture = *GetTexture();
+    TextureMap& texture = TextureOrNone();
     const TextureOwnership ownership(texture);
     if (!ownership.IsOwned())
     {
@@ -155,7 +155,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
 {
     const HDC dc = wglGetCurrentDC();
     const ProjectionData* const projection = parameters->GetProjection();
-    const TextureMap& texture = *GetTexture();
+    const TextureMap& texture = TextureOrNone();
     if (!parameters->ShouldShowBackgroundTexture() ||
         (texture.textureFlags & TextureMap::Valid) == 0 || dc == nullptr || projection == nullptr ||
         bitmapInfo == nullptr || bits == nullptr || BitmapPixelBytes(bitmapInfo) == 0)

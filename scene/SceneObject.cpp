@@ -4,6 +4,8 @@
 #include "host/CArchive.h"
 #include "scene/DrawingParameters.h"
 
+#include <utility>
+
 IMPLEMENT_SERIAL(SceneObject, DrawingObject, VERSIONABLE_SCHEMA | 3)
 
 namespace
@@ -203,7 +205,7 @@ int SceneObject::DrawLightsAtRadius(DrawingParameters* parameters, float radius)
             glPushName(static_cast<GLuint>(index));
         }
         glPushMatrix();
-        glMultMatrixd(light.GetCompositeMatrix());
+        glMultMatrixd(std::as_const(light).GetCompositeMatrix());
         const int drawn = light.DrawAtRadius(parameters, radius);
         glPopMatrix();
         if (named)
