@@ -26,7 +26,7 @@ TEST(BoundingElement, StartsUndefinedAndZero)
     EXPECT_EQ(bounds.GetGlobalSphere().IsDefined(), 0);
 }
 
-TEST(BoundingElement, ResetTurnsTheExtremesInsideOut)
+TEST(BoundingElement, ResetMakesTheMinimumLargerThanTheMaximum)
 {
     BoundingElement bounds;
     bounds.SetLocalBounds(Vector(0, 0, 0), Vector(1, 1, 1), CoordinateTransform());
@@ -57,7 +57,7 @@ TEST(BoundingElement, AccumulatesBoxesAndSpheres)
     EXPECT_EQ(bounds.GetLocalRadius(), 3.0f);
 }
 
-TEST(BoundingElement, AccumulatingAnUndefinedSphereIntoAnUndefinedOneLeavesTheBox)
+TEST(BoundingElement, AccumulatingAnUndefinedSphereIntoAnUndefinedSphereLeavesTheBox)
 {
     BoundingElement bounds;
     bounds.ResetLocalBounds();
@@ -148,7 +148,7 @@ TEST(BoundingElement, GlobalExtremesStartAtTenMillion)
 }
 
 // The boxes are kept as two corners until they are looked at.
-TEST(BoundingElement, BoxesLookedAtLateAreThoseOfTheCalculation)
+TEST(BoundingElement, CornersAreThoseOfTheLastCalculation)
 {
     BoundingElement bounds;
     bounds.SetLocalBounds(Vector(1, 2, 3), Vector(4, 5, 6), CoordinateTransform());
@@ -157,7 +157,7 @@ TEST(BoundingElement, BoxesLookedAtLateAreThoseOfTheCalculation)
     EXPECT_XYZ(bounds.GetGlobalBoundingBox()[7], 4.0f, 2.0f, 6.0f);
 }
 
-TEST(BoundingElement, ANewOneHasBoxesOfZeros)
+TEST(BoundingElement, ANewElementHasCornersOfZeros)
 {
     const BoundingElement bounds;
     for (int corner = 0; corner < 8; ++corner)

@@ -21,7 +21,7 @@ TEST(CoordinateTransform, RecordHoldsMatricesScaleAndTranslation)
     EXPECT_EQ(Stored(transform), expected);
 }
 
-TEST(CoordinateTransform, TheRecordOfAFreshOneHoldsIdentities)
+TEST(CoordinateTransform, TheRecordOfANewTransformHoldsIdentities)
 {
     RecordBytes expected;
     expected.Dword(1);

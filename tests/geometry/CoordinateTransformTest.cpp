@@ -332,7 +332,7 @@ TEST(CoordinateTransform, CopiesCarryEverything)
     EXPECT_EQ(Stored(assigned), Stored(transform));
 }
 
-TEST(CoordinateTransform, AFreshOneAssignedForgetsEverything)
+TEST(CoordinateTransform, AssigningANewTransformForgetsEverything)
 {
     CoordinateTransform transform = Turned();
     transform.SetScale(DVector(2, 3, 4));

@@ -39,7 +39,7 @@ Meeting Probe(const Line& line, const Vector& point)
 }
 }  // namespace
 
-TEST(Line, StartsAsNothing)
+TEST(Line, StartsAtTheOriginWithoutADirection)
 {
     const Line line;
     EXPECT_XYZ(line.GetEnd1(), 0.0f, 0.0f, 0.0f);

@@ -21,7 +21,7 @@ ProjectionData Sized(double width, double height)
     return projection;
 }
 
-TEST(ProjectionData, NewOneHasTheStatedLens)
+TEST(ProjectionData, ANewLensHasTheStatedValues)
 {
     const ProjectionData projection;
     EXPECT_EQ(projection.GetAspect(), 1.0);
@@ -41,7 +41,7 @@ TEST(ProjectionData, NewOneHasTheStatedLens)
     EXPECT_EQ(projection.referenceHeight, -1.0);
 }
 
-TEST(ProjectionData, NewOneHasNoSizeAndASubWindowComputedFromThat)
+TEST(ProjectionData, ANewLensHasASubWindowComputedFromAMissingSize)
 {
     const ProjectionData projection;
     EXPECT_EQ(projection.GetWidth(), -1.0);
@@ -107,7 +107,7 @@ TEST(ProjectionData, NarrowerWindowWidensTheVerticalAngle)
     EXPECT_NEAR(projection.GetFieldOfViewAngle(), 40.0, 1e-6);
 }
 
-TEST(ProjectionData, TheReferenceIsWhatWasInForceWhenItWasSaved)
+TEST(ProjectionData, TheReferenceIsTheLensAtTheTimeItWasSaved)
 {
     ProjectionData projection = Sized(640, 320);
     projection.SetFieldOfViewAngle(30);

@@ -98,7 +98,7 @@ TEST(Sphere, UnionWithASmallerSphereInsideChangesNothing)
     EXPECT_SPHERE(sphere, 0.0f, 0.0f, 0.0f, 10.0f);
 }
 
-TEST(Sphere, UnionWithALargerSphereAroundBecomesThat)
+TEST(Sphere, UnionWithALargerSphereAroundItIsTheLargerSphere)
 {
     Sphere sphere = SphereAt(Vector(1, 0, 0), 1.0f);
     sphere += SphereAt(Vector(0, 0, 0), 5.0f);
@@ -128,7 +128,7 @@ TEST(Sphere, AnUndefinedSphereBecomesACopyOfTheOther)
     EXPECT_EQ(stillUndefined.IsDefined(), 0);
 }
 
-TEST(Sphere, AnUndefinedOtherCountsAsAPointAtTheOrigin)
+TEST(Sphere, AnUndefinedSphereIsAddedAsAPointAtTheOrigin)
 {
     // Its defined bit is not consulted: meant so. From 0 to 5 along x.
     Sphere sphere = SphereAt(Vector(4, 0, 0), 1.0f);

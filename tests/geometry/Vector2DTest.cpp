@@ -70,7 +70,7 @@ TEST(Vector2D, NormalizeRefusesTheZeroVectorOnly)
     EXPECT_XY(tiny, 1.0f, 0.0f);
 }
 
-TEST(Vector2D, NormalizeDividesByTheDoubleLengthAndCopyNormalizeByTheFloatOne)
+TEST(Vector2D, NormalizeDividesByTheDoubleLengthAndCopyNormalizeByTheFloatLength)
 {
     // 3 / sqrt(10), rounded once, and over the float nearest to sqrt(10).
     Vector2D vector(3.0f, 1.0f);

@@ -134,7 +134,7 @@ TEST(Vector, NormalizeHasNoTolerance)
     EXPECT_XYZ(tiny, 1.0f, 0.0f, 0.0f);
 }
 
-TEST(Vector, NormalizeDividesByTheDoubleLengthAndCopyNormalizeByTheFloatOne)
+TEST(Vector, NormalizeDividesByTheDoubleLengthAndCopyNormalizeByTheFloatLength)
 {
     // 3 / sqrt(14), rounded once, and over the float nearest to sqrt(14).
     Vector vector(1.0f, 2.0f, 3.0f);

@@ -54,7 +54,7 @@ TEST(Color, ResetMakesItMediumGrayAgain)
     EXPECT_EQ(Stored(color), Stored(gray));
 }
 
-TEST(Color, IsTransparentBelowAnAlphaOfOneAlone)
+TEST(Color, IsTransparentOnlyBelowADiffuseAlphaOfOne)
 {
     Color color;
     EXPECT_EQ(color.IsTransparent(), 0);

@@ -55,7 +55,7 @@ TEST(NamedColorGroup, CopiesCarryMaterialsNumberAndName)
     EXPECT_EQ(copy.GetSize(), 1);
 }
 
-TEST(NamedColorGroup, StoresItsMaterialsAloneAndHasNoRecordOfItsOwn)
+TEST(NamedColorGroup, TheRecordHoldsOnlyTheMaterials)
 {
     NamedColorGroup group(7, "Stones");
     NamedColor color("Slate");

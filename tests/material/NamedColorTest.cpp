@@ -23,7 +23,7 @@ TEST(NamedColor, StartsAsMediumGray)
     EXPECT_EQ(color.IsTransparent(), 0);
 }
 
-TEST(NamedColor, IsNamedMediumGrayOfAnotherName)
+TEST(NamedColor, AMaterialMadeFromANameIsMediumGray)
 {
     const NamedColor color("Slate");
     EXPECT_STREQ(color.GetName(), "Slate");
@@ -63,7 +63,7 @@ TEST(NamedColor, CopiesCarryColourGroupAndName)
     EXPECT_STREQ(copy.GetName(), "Slate");
 }
 
-TEST(NamedColor, MadeOfAnotherNamedColorItTakesTheColoursAlone)
+TEST(NamedColor, ACopyUnderAnotherNameTakesOnlyTheColours)
 {
     NamedColor slate("Slate");
     slate.SetColorGroup(7);
@@ -74,7 +74,7 @@ TEST(NamedColor, MadeOfAnotherNamedColorItTakesTheColoursAlone)
     EXPECT_EQ(chalk.GetShininess(), 3.0f);
 }
 
-TEST(NamedColor, AssignedToAsAColorItKeepsGroupAndName)
+TEST(NamedColor, AssigningAColorKeepsGroupAndName)
 {
     NamedColor slate("Slate");
     slate.SetColorGroup(7);
@@ -89,7 +89,7 @@ TEST(NamedColor, AssignedToAsAColorItKeepsGroupAndName)
     EXPECT_EQ(slate.GetShininess(), 64.0f);
 }
 
-TEST(NamedColor, AssignedANewOneItIsMediumGray)
+TEST(NamedColor, AssigningANewMaterialMakesItMediumGray)
 {
     NamedColor color("Slate");
     color.SetColorGroup(7);

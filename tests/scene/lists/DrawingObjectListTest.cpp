@@ -229,7 +229,7 @@ TEST(DrawingObjectStack, TheLastPushedIsTheTop)
     EXPECT_TRUE(stack.IsEmpty());
 }
 
-TEST(DrawingObjectStack, PeekAndPopOfAnEmptyOneAreNull)
+TEST(DrawingObjectStack, PeekAndPopOfAnEmptyStackAreNull)
 {
     DrawingObjectStack stack;
     EXPECT_EQ(stack.Peek(), nullptr);

@@ -45,7 +45,7 @@ protected:
     PointerList list;
 };
 
-TEST(PointerList, ANewOneIsEmptyWhateverTheBlockSize)
+TEST(PointerList, ANewListIsEmptyWhateverTheBlockSize)
 {
     const PointerList list(1000);
     EXPECT_EQ(list.GetCount(), 0);
@@ -207,7 +207,7 @@ TEST_F(PointerLists, FindIndexOfTheCountIsNull)
     EXPECT_EQ(list.FindIndex(3), nullptr);
 }
 
-TEST(PointerList, FindIndex0OfAnEmptyOneIsNull)
+TEST(PointerList, FindIndex0OfAnEmptyListIsNull)
 {
     const PointerList list;
     EXPECT_EQ(list.FindIndex(0), nullptr);

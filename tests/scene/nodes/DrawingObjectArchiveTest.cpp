@@ -239,7 +239,7 @@ TEST(DrawingObjectArchive, ABadListOfNamedTransformsIsRefusedWithoutLeaks)
     EXPECT_NE(LoadCause(node, record), CArchiveException::none);
 }
 
-TEST(DrawingObjectArchive, ANamedTransformThatIsGoneCannotBeReferredTo)
+TEST(DrawingObjectArchive, ASkippedNamedTransformCannotBeReferredTo)
 {
     // Two old nodes in one file. The second one's list, and then its children, name what the first
     // one's list held: the class NamedTransform has index 3, its object 4.
@@ -335,7 +335,7 @@ TEST_F(BadChildren, InputThatEndsIsRefused)
               CArchiveException::endOfFile);
 }
 
-TEST(DrawingObjectArchive, ANodeThatTheHostReadFirstIsItsOwn)
+TEST(DrawingObjectArchive, ANodeThatTheHostHasReadBelongsToTheHost)
 {
     // The root is read by the host; a second object of the file then claims it as its child.
     NodeRecord thief;
@@ -356,7 +356,7 @@ TEST(DrawingObjectArchive, ANodeThatTheHostReadFirstIsItsOwn)
     EXPECT_EQ(second, nullptr);
 }
 
-TEST(DrawingObjectArchive, NestingWithoutEndIsRefused)
+TEST(DrawingObjectArchive, EndlessNestingIsRefused)
 {
     NodeRecord node;
     const Bytes record = node;
@@ -399,7 +399,7 @@ private:
     DrawingObject node_;
 };
 
-TEST_F(LoadedTexture, AMissingFileIsTakenFromTheKnownTextureOfThatName)
+TEST_F(LoadedTexture, AMissingFileIsTakenFromTheKnownTextureOfTheSameName)
 {
     DrawingObject::SetTextureList(&list_);
     const TextureMap& texture = Load("gone/wood.bmp", "wood");
@@ -408,7 +408,7 @@ TEST_F(LoadedTexture, AMissingFileIsTakenFromTheKnownTextureOfThatName)
     EXPECT_EQ(texture.textureFlags, TextureMap::Textured | TextureMap::Valid);
 }
 
-TEST_F(LoadedTexture, AnUnknownNameResetsIt)
+TEST_F(LoadedTexture, AMissingFileWithAnUnknownNameResetsTheTexture)
 {
     DrawingObject::SetTextureList(&list_);
     const TextureMap& texture = Load("gone/stone.bmp", "stone");
@@ -417,7 +417,7 @@ TEST_F(LoadedTexture, AnUnknownNameResetsIt)
     EXPECT_EQ(texture.textureFlags, 0U);
 }
 
-TEST_F(LoadedTexture, WithoutAListOrANameItIsReset)
+TEST_F(LoadedTexture, WithoutAListOrANameTheTextureIsReset)
 {
     EXPECT_TRUE(Load("gone/wood.bmp", "wood").filename.IsEmpty());
     TextureMap nameless;
@@ -427,7 +427,7 @@ TEST_F(LoadedTexture, WithoutAListOrANameItIsReset)
     EXPECT_TRUE(Load("gone/wood.bmp", "").filename.IsEmpty());
 }
 
-TEST_F(LoadedTexture, AFileThatIsThereIsKept)
+TEST_F(LoadedTexture, ATextureWhoseFileExistsIsKept)
 {
     DrawingObject::SetTextureList(&list_);
     const std::string path = testing::TempDir() + "wood.bmp";

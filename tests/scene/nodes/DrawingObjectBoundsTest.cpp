@@ -32,7 +32,7 @@ TEST(DrawingObjectBounds, ANodeWithoutChildrenStopsItsParentsBounds)
     EXPECT_EQ(after->calculations, 1);
 }
 
-TEST(DrawingObjectBounds, GatherTheChildrenInTheirPlaces)
+TEST(DrawingObjectBounds, BoundsContainTheTransformedBoundsOfTheChildren)
 {
     DrawingObject root;
     auto* const a = new BoxNode(origin, Vector(1.0f, 2.0f, 3.0f));
@@ -69,7 +69,7 @@ TEST(DrawingObjectBounds, AChildWithoutASphereDoesNotCount)
     ExpectVector(root.GetBoundsGlobalMinimum(), 0, 0, 0);
 }
 
-TEST(DrawingObjectBounds, AChildThatFailsStopsThem)
+TEST(DrawingObjectBounds, AChildThatFailsStopsTheCalculation)
 {
     DrawingObject root;
     auto* const a = new BoxNode(origin, Vector(1.0f, 1.0f, 1.0f));
@@ -92,7 +92,7 @@ TEST(DrawingObjectBounds, SetLocalBoundsGoesThroughTheTransform)
     EXPECT_EQ(node.GetLocalBoundsRadius(), 0.0f);
 }
 
-TEST(DrawingObjectSizingHandles, AreTheCornersOfTheLocalBox)
+TEST(DrawingObjectSizingHandles, HandlesAreTheCornersOfTheLocalBox)
 {
     DrawingObject node;
     node.SetTranslation(DVector(10.0, 0.0, 0.0));
@@ -110,7 +110,7 @@ TEST(DrawingObjectSizingHandles, AreTheCornersOfTheLocalBox)
     }
 }
 
-TEST(DrawingObjectSizingHandles, ABoxBelow5Has0Point05AndALargerOneAHundredth)
+TEST(DrawingObjectSizingHandles, HandlesAreAHundredthOfTheBoxButAtLeast0Point05)
 {
     constexpr double smallest = 0.05000000074505806;    // 0.05f
     constexpr double hundredth = 0.009999999776482582;  // 0.01f
@@ -168,7 +168,7 @@ class Resizing : public testing::TestWithParam<HandleDrag>
 {};
 
 // Each drags its handle outwards by (2, 4, 2): the box grows from 2 x 4 x 8 to 4 x 8 x 10.
-TEST_P(Resizing, MovesTheHandleAndKeepsTheOppositeOne)
+TEST_P(Resizing, MovesTheHandleAndKeepsTheOppositeHandle)
 {
     const HandleDrag& drag = GetParam();
     SizedNode node;
@@ -191,14 +191,14 @@ INSTANTIATE_TEST_SUITE_P(
                     HandleDrag{2, DVector(3.0, 6.0, 6.0), DVector(1.0, 2.0, 1.0)},
                     HandleDrag{3, DVector(3.0, -6.0, 6.0), DVector(1.0, -2.0, 1.0)}));
 
-TEST(DrawingObjectResize, ToTheAnchorYieldsZeroDimensions)
+TEST(DrawingObjectResize, ADragToTheAnchorYieldsZeroDimensions)
 {
     SizedNode node;
     EXPECT_EQ(node.Resize(node.GetLocalSizingHandleCenter(4), 2), 1);
     ExpectVector(node.GetScaledDimensions(), 0, 0, 0);
 }
 
-TEST(DrawingObjectResize, BelowTheMinimumStopsThereWithTheSignKept)
+TEST(DrawingObjectResize, ADragBelowTheMinimumSizeKeepsTheMinimumAndTheSign)
 {
     SizedNode node;
     node.minimumSize = DVector(1.0, 2.0, 3.0);
@@ -234,7 +234,7 @@ TEST(DrawingObjectResize, AHandleOutside0To3YieldsZeroDimensions)
     }
 }
 
-TEST(DrawingObjectResize, TranslatesInTheParentsCoordinates)
+TEST(DrawingObjectResize, ResizingMovesTheNodeInItsParentsCoordinates)
 {
     SizedNode node;
     node.SetRotation(90, DVector(0.0, 0.0, 1.0));

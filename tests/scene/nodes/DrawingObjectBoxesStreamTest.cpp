@@ -61,7 +61,7 @@ TEST_F(Boxes, AnExtentsBoxIsTwoLoopsAndFourLines)
     EXPECT_EQ(recording.Lines(), extentsBox);
 }
 
-TEST_F(Boxes, LightingIsOffForThemWhereItWasOn)
+TEST_F(Boxes, LightingIsSwitchedOffWhileABoxIsDrawn)
 {
     GlRecording recording;
     recording.SetEnabled(GL_LIGHTING, true);
@@ -72,14 +72,14 @@ TEST_F(Boxes, LightingIsOffForThemWhereItWasOn)
     EXPECT_EQ(lines.size(), extentsBox.size() + 2);
 }
 
-TEST_F(Boxes, TheBaseDrawsNoneOfAPlainNode)
+TEST_F(Boxes, APlainNodeDrawsNoBox)
 {
     EXPECT_EQ(Drawn(), textureOff);
     node.SetEditable();
     EXPECT_EQ(Drawn(), textureOff);
 }
 
-TEST_F(Boxes, TexturingComesBackWhereItWasOn)
+TEST_F(Boxes, TexturingIsSwitchedOnAgainAfterTheBoxes)
 {
     GlRecording recording;
     recording.SetEnabled(GL_TEXTURE_2D, true);
@@ -87,7 +87,7 @@ TEST_F(Boxes, TexturingComesBackWhereItWasOn)
     EXPECT_EQ(recording.Lines(), textureOff + Lines{"glEnable GL_TEXTURE_2D"});
 }
 
-TEST_F(Boxes, ANodeThatIsNotEditableShowsItsOwnWhenBothSidesAskForIt)
+TEST_F(Boxes, ANodeThatIsNotEditableDrawsItsBoxWhenNodeAndParametersAskForIt)
 {
     node.SetShowExtentsBox();
     EXPECT_EQ(Drawn(), textureOff);
@@ -100,7 +100,7 @@ TEST_F(Boxes, ANodeThatIsNotEditableShowsItsOwnWhenBothSidesAskForIt)
     EXPECT_EQ(Drawn(), textureOff);
 }
 
-TEST_F(Boxes, ANodeThatIsNotEditableGoesOnAfterItsOwn)
+TEST_F(Boxes, ANodeThatIsNotEditableCanDrawItsBoxTwice)
 {
     node.SetShowExtentsBox();
     node.SetShowScalingBox();
@@ -131,7 +131,7 @@ TEST_F(Boxes, AnEditableNodeHasTheExtentsBoxOrTheScalingBox)
 class Handles : public Boxes
 {};
 
-TEST_F(Handles, PickingNamesFourOfThemBehindTheChildren)
+TEST_F(Handles, PickingNamesFourHandlesBehindTheChildren)
 {
     node.AddChild(new DrawingObject);
     node.AddChild(new DrawingObject);
@@ -148,7 +148,7 @@ TEST_F(Handles, PickingNamesFourOfThemBehindTheChildren)
     EXPECT_EQ(recording.Vertices()[0].primitive, GLenum{GL_QUADS});
 }
 
-TEST_F(Handles, ShowOpenOnesAtTheBackAndClosedOnesInFront)
+TEST_F(Handles, BackHandlesAreOpenAndFrontHandlesAreClosed)
 {
     GlRecording recording;
     recording.SetEnabled(GL_LIGHTING, true);
@@ -172,7 +172,7 @@ TEST_F(Handles, ShowOpenOnesAtTheBackAndClosedOnesInFront)
     EXPECT_EQ(recording.Lines().back(), "glEnable GL_LIGHTING");
 }
 
-TEST_F(Handles, AClosedOneShowsItsSidesOutwards)
+TEST_F(Handles, TheFacesOfAClosedHandlePointOutwards)
 {
     GlRecording recording;
     const float edge = 2.0f;
@@ -195,7 +195,7 @@ TEST_F(Handles, AClosedOneShowsItsSidesOutwards)
     }
 }
 
-TEST_F(Handles, AnOpenOneIsTheWiresOfACube)
+TEST_F(Handles, AnOpenHandleIsTheEdgesOfACube)
 {
     GlRecording recording;
     const float edge = 2.0f;

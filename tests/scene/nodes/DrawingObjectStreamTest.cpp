@@ -362,7 +362,7 @@ TEST_F(TexturedNodes, PickingAppliesNoTextureButSwitchesItOffTwice)
     EXPECT_EQ(recording.Lines(), nodeStart + disabled + disabled + nodeEnd);
 }
 
-TEST_F(TexturedNodes, WithoutRenderOrShowTexturesNoneIsApplied)
+TEST_F(TexturedNodes, WithoutRenderOrShowTexturesNoTextureIsApplied)
 {
     parameters.ClearRender();
     {

@@ -95,7 +95,7 @@ TEST(DrawingObject, SelectingMarksTheWholeSubtree)
     EXPECT_EQ(child->IsSelected(), 1);
 }
 
-TEST(DrawingObject, ANewOneIsEmptyWithAnIdentityTransformAndUnitScale)
+TEST(DrawingObject, ANewNodeIsEmptyWithAnIdentityTransformAndUnitScale)
 {
     DrawingObject node;
     EXPECT_EQ(node.flags, 0U);
@@ -350,7 +350,7 @@ TEST(DrawingObject, SetScaleStoresTheScaleAndThenScalesTheDimensions)
     ExpectVector(node.GetUnscaledDimensions(), 2, 4, 8);
 }
 
-TEST(DrawingObject, ASurfaceColourMeansNothingToIt)
+TEST(DrawingObject, SettingASurfaceColorOfTheBaseClassDoesNothing)
 {
     DrawingObject node;
     node.SetSurfaceColor(NamedColor("red"), 0);

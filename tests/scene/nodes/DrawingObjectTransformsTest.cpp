@@ -86,7 +86,7 @@ TEST(DrawingObjectTransforms, TheOperationsActOnTheTransform)
     ExpectNear(Transformed(*node.GetTransform(), DVector()), 14, 0, 0);
 }
 
-TEST_F(TransformedTree, ApplyTransformAndResetHandsItDown)
+TEST_F(TransformedTree, ApplyTransformAndResetGivesTheTransformToTheChildren)
 {
     const DVector before = Transformed(leaf->AccumulateTransformations(1, 0, nullptr), DVector());
     EXPECT_EQ(child->ApplyTransformAndReset(), 1);
@@ -97,7 +97,7 @@ TEST_F(TransformedTree, ApplyTransformAndResetHandsItDown)
     ExpectNear(leaf->GetTranslation(), 1, 0, 0);
 }
 
-TEST_F(TransformedTree, AccumulatingWithTheOwnMapsToTheWorld)
+TEST_F(TransformedTree, AccumulatingWithTheNodesOwnTransformMapsToTheWorld)
 {
     const CoordinateTransform world = leaf->AccumulateTransformations(1, 0, nullptr);
     ExpectNear(Transformed(world, DVector()), 10, 1, 0);
@@ -107,7 +107,7 @@ TEST_F(TransformedTree, AccumulatingWithTheOwnMapsToTheWorld)
     ExpectNear(RotatedBySetting(world, xAxis), 0, 1, 0);
 }
 
-TEST_F(TransformedTree, AccumulatingWithoutTheOwnStartsAtTheParent)
+TEST_F(TransformedTree, AccumulatingWithoutTheNodesOwnTransformStartsAtTheParent)
 {
     ExpectNear(Transformed(leaf->AccumulateTransformations(0, 0, nullptr), xAxis), 10, 1, 0);
     // No external part yet: the same.
@@ -190,7 +190,7 @@ TEST_F(TransformedTree, AlignRotationsMakesTheWorldAxesThoseOfAnotherNode)
     ExpectNear(leaf->GetTranslation(), 1, 0, 0);
 }
 
-TEST_F(TransformedTree, AlignRotationsWithAnExtraNodeAlignsWhatIsSeenThroughIt)
+TEST_F(TransformedTree, AlignRotationsWithAnExtraNodeAlignsTheAxesSeenThroughThatNode)
 {
     DrawingObject extra;
     extra.SetRotation(30, yAxis);

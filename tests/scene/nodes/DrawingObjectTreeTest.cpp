@@ -64,7 +64,7 @@ TEST_F(Trees, AddChildRefusesAChildItselfAncestorsAndNull)
     EXPECT_EQ(root.GetParent(), nullptr);
 }
 
-TEST_F(Trees, ANodeThatOnlyNamesItsParentIsNoAncestorToAdopt)
+TEST_F(Trees, AddChildRefusesTheNodeThatTheParentPointerNames)
 {
     // As a light does, which is kept in a list of its own.
     DrawingObject light;
@@ -133,7 +133,7 @@ TEST_F(Trees, AnOrphanStaysInItsListAndIsNeverOwnedTwice)
     EXPECT_EQ(Children(other), (Nodes{a}));
 }
 
-TEST_F(Trees, AChildDeletedByHandLeavesItsParent)
+TEST_F(Trees, AChildThatIsDeletedLeavesItsParent)
 {
     delete b;
     EXPECT_EQ(Children(root), (Nodes{a, c}));
@@ -390,7 +390,7 @@ TEST_F(Trees, TemplateDescendentsAreListedParentsFirst)
     EXPECT_EQ(root.GetTemplateDescendentCount(), 2);
 }
 
-TEST_F(Trees, TheTopLevelGroupParentIsTheLastBelowAnUngroupedParent)
+TEST_F(Trees, TheTopLevelGroupParentIsTheLastNodeBelowAnUngroupedParent)
 {
     auto* const a1 = new DrawingObject;
     a->AddChild(a1);

@@ -93,7 +93,7 @@ TEST(DrawingObjectUndo, TheExternalStackRecordsWhichNodeSaved)
     EXPECT_EQ(stack.Pop(), nullptr);
 }
 
-TEST(DrawingObjectUndo, AttachingReachesTheWholeSubtree)
+TEST(DrawingObjectUndo, AttachingAStackReachesTheWholeSubtree)
 {
     DrawingObjectStack stack;
     DrawingObject root;
@@ -126,7 +126,7 @@ TEST(DrawingObjectUndo, ClearUndoDropsTheStepsAndLeavesTheExternalStack)
     EXPECT_NE(b.CanUndo(), 0);
 }
 
-TEST(DrawingObjectUndo, ClearUndoAllDoesSoForTheSubtree)
+TEST(DrawingObjectUndo, ClearUndoAllClearsTheWholeSubtree)
 {
     DrawingObjectStack stack;
     DrawingObject outsider;
@@ -146,7 +146,7 @@ TEST(DrawingObjectUndo, ClearUndoAllDoesSoForTheSubtree)
     EXPECT_EQ(child->GetExternalUndoStack(), &stack);
 }
 
-TEST(DrawingObjectUndo, ANodeThatDiesTakesItselfOffTheExternalStack)
+TEST(DrawingObjectUndo, ADeletedNodeLeavesTheExternalStack)
 {
     DrawingObjectStack stack;
     DrawingObject root;
@@ -162,7 +162,7 @@ TEST(DrawingObjectUndo, ANodeThatDiesTakesItselfOffTheExternalStack)
     EXPECT_EQ(stack.Peek(), &root);
 }
 
-TEST(DrawingObjectUndo, ASubtreeThatDiesTakesItselfOffTheExternalStack)
+TEST(DrawingObjectUndo, ADeletedSubtreeLeavesTheExternalStack)
 {
     DrawingObjectStack stack;
     DrawingObject root;
@@ -179,7 +179,7 @@ TEST(DrawingObjectUndo, ASubtreeThatDiesTakesItselfOffTheExternalStack)
     EXPECT_EQ(stack.Peek(), &root);
 }
 
-TEST(DrawingObjectUndo, ACopyThatDiesLeavesTheOriginalsSteps)
+TEST(DrawingObjectUndo, DeletingACopyKeepsTheOriginalsSteps)
 {
     DrawingObjectStack stack;
     DrawingObject node;
@@ -206,7 +206,7 @@ TEST(DrawingObjectUndo, AStepSavedBeforeAttachingKeepsTheStack)
     EXPECT_TRUE(stack.IsEmpty());
 }
 
-TEST(DrawingObjectUndo, ADetachedStackMayDieFirst)
+TEST(DrawingObjectUndo, ADetachedStackCanBeDeletedBeforeTheNodes)
 {
     DrawingObject root;
     auto* const child = new DrawingObject;
@@ -263,7 +263,7 @@ TEST(DrawingObjectUndo, AClassSavesAndRestoresItsOwnFields)
     EXPECT_EQ(node.handleSize, 1.0);
 }
 
-TEST(DrawingObjectUndo, AnExternalStackIsWalkedOnceForAllNodesOfATreeThatEnds)
+TEST(DrawingObjectUndo, DeletingATreeWalksTheExternalStackOnce)
 {
     const auto instructionsToEnd = [](int nodes) {
         DrawingObjectStack stack;

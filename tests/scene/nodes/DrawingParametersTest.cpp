@@ -43,7 +43,7 @@ const Mode modes[] = {
     MODE(NoTerminate, IsNoTerminate, 0x8000),
 };
 
-TEST(DrawingParameters, AFreshOneHasNothingSet)
+TEST(DrawingParameters, NewParametersHaveNothingSet)
 {
     const DrawingParameters parameters;
     EXPECT_EQ(parameters.GetFlags(), 0UL);

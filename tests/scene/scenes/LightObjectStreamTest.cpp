@@ -47,14 +47,14 @@ protected:
     DrawingParameters parameters;
 };
 
-TEST_F(Lights, ANewOneOnlyDisablesTheFirst)
+TEST_F(Lights, ANewLightOnlyDisablesOpenGLsFirstLight)
 {
     EXPECT_EQ(Drawn(), (Lines{"glDisable GL_LIGHT0"}));
     parameters.SetShowLights();
     EXPECT_EQ(Drawn(), (Lines{"glDisable GL_LIGHT0"}));
 }
 
-TEST_F(Lights, OneInUseIsEnabledAndThenProgrammedInOrder)
+TEST_F(Lights, ALightInUseIsEnabledAndThenProgrammedInOrder)
 {
     light.SetInUse();
     EXPECT_EQ(Drawn(), pointLight);
@@ -81,14 +81,14 @@ TEST_F(Lights, ColorsNumberAndSpotAreTheLightsOwn)
                      "glLightf GL_LIGHT7 GL_SPOT_EXPONENT 0.1"}));
 }
 
-TEST_F(Lights, ADirectionalOneWithoutParentKeepsItsPosition)
+TEST_F(Lights, ADirectionalLightWithoutParentKeepsItsPosition)
 {
     light.SetInUse();
     light.SetDirectional();
     EXPECT_EQ(Drawn(), pointLight);
 }
 
-TEST_F(Lights, ADirectionalOneShinesFromAfarAndPlacesTheGlyphOverItsParent)
+TEST_F(Lights, ADirectionalLightShinesFromAfarAndIsDrawnAboveItsParent)
 {
     // The parent's box is 2 x 2 x 4 at (1, 2, 5): the diagonal is sqrt(24) long.
     DrawingObject parent;
@@ -122,7 +122,7 @@ TEST_F(Lights, ADirectionalOneShinesFromAfarAndPlacesTheGlyphOverItsParent)
     EXPECT_EQ(Lines(drawn.begin() + 3, drawn.end()), directionalLight);
 }
 
-TEST_F(Lights, AnInactiveOneIsDisabledBehindItsGlyph)
+TEST_F(Lights, AnInactiveLightIsDisabledAfterItsFlashlightIsDrawn)
 {
     light.SetInUse();
     light.ClearActive();
@@ -134,7 +134,7 @@ TEST_F(Lights, AnInactiveOneIsDisabledBehindItsGlyph)
     EXPECT_GT(drawn.size(), 20U);
 }
 
-TEST_F(Lights, OneBeyondTheContextsNumberIssuesNoOpenGL)
+TEST_F(Lights, ALightBeyondTheContextsNumberIssuesNoOpenGL)
 {
     light.SetInUse();
     parameters.SetShowLights();
@@ -197,7 +197,7 @@ protected:
     }
 };
 
-TEST_F(FlashLights, OneSwitchedOnGlowsRedAndYellow)
+TEST_F(FlashLights, ALightThatIsOnGlowsRedAndYellow)
 {
     EXPECT_EQ(Glyph(), (glyphStart + Lines{"gluQuadricDrawStyle GLU_FILL"} + glyphBody +
                         Lines{"glMaterialfv GL_FRONT GL_EMISSION 0.9 0 0 1",
@@ -208,7 +208,7 @@ TEST_F(FlashLights, OneSwitchedOnGlowsRedAndYellow)
                         glyphEnd));
 }
 
-TEST_F(FlashLights, OneSwitchedOffIsDullAndOneSelectedIsMadeOfLines)
+TEST_F(FlashLights, ALightThatIsOffIsDullAndASelectedLightIsMadeOfLines)
 {
     light.ClearActive();
     light.SetSelected();
@@ -218,7 +218,7 @@ TEST_F(FlashLights, OneSwitchedOffIsDullAndOneSelectedIsMadeOfLines)
                Lines{"glMaterialfv GL_FRONT GL_AMBIENT_AND_DIFFUSE 0.3 0.3 0 1"} + glyphEnd));
 }
 
-TEST_F(FlashLights, ShownOnesAreDrawnBeforeTheyAreProgrammed)
+TEST_F(FlashLights, VisibleLightsAreDrawnBeforeTheyAreProgrammed)
 {
     const Lines glyph = Glyph();
     light.SetInUse();
@@ -227,7 +227,7 @@ TEST_F(FlashLights, ShownOnesAreDrawnBeforeTheyAreProgrammed)
     EXPECT_EQ(Drawn(), glyph + pointLight);
 }
 
-TEST_F(FlashLights, OfADirectionalLightItIsDrawnAtTheOffsetPlace)
+TEST_F(FlashLights, ADirectionalLightIsDrawnAboveItsParent)
 {
     DrawingObject parent;  // no bounds: centre and radius 0
     const Lines glyph = Glyph();

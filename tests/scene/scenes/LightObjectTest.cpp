@@ -21,7 +21,7 @@ void ExpectDefaultColors(const LightObject& light)
     EXPECT_RGBA(colors.GetSpecularColor(), 0.9f, 0.9f, 0.9f, 1.0f);
 }
 
-TEST(LightObject, ANewOneIsActiveNotInUseNotDirectionalAndTheFirst)
+TEST(LightObject, ANewLightIsActiveNotInUseNotDirectionalAndTheFirst)
 {
     const LightObject light;
     EXPECT_EQ(light.lightFlags, 0x2U);

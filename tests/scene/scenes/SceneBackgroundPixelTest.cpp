@@ -299,7 +299,7 @@ TEST_F(Backgrounds, WithoutAValidTextureTheColorFillsTheBand)
     ExpectBands([](int, int) { return backgroundColor; });
 }
 
-TEST_F(Backgrounds, PlacesThatNoPictureHasDrawNothingAndHarmNothing)
+TEST_F(Backgrounds, HugeOrInvalidLocationsAreSafe)
 {
     REQUIRE_CONTEXT(context);
     const double far[] = {1e300, -1e300, std::nan(""), HUGE_VAL};
@@ -320,7 +320,7 @@ TEST_F(Backgrounds, PlacesThatNoPictureHasDrawNothingAndHarmNothing)
     }
 }
 
-TEST_F(Backgrounds, TheViewDrawsItUnderEverythingElse)
+TEST_F(Backgrounds, TheBackgroundIsDrawnUnderEverythingElse)
 {
     REQUIRE_CONTEXT(context);
     Place(0);

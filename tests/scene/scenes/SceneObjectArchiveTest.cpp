@@ -121,7 +121,7 @@ TEST(SceneObjectArchive, RefusesOtherVersions)
     }
 }
 
-TEST(SceneObjectArchive, RefusesWhatIsNoPoolOfLightsAndKeepsItsOwn)
+TEST(SceneObjectArchive, RefusesAPoolWithOtherObjectsAndKeepsItsLights)
 {
     const RecordBytes light = LightRecord(7, 0x4001);
     const RecordBytes lists[] = {
@@ -166,7 +166,7 @@ TEST(SceneObjectArchive, ALightThatIsAChildAlreadyIsRefused)
     EXPECT_EQ(scene.GetLightCount(), 8);
 }
 
-TEST(SceneObjectArchive, RefusesWhatIsNoSavedView)
+TEST(SceneObjectArchive, RefusesAnObjectThatIsNoSavedView)
 {
     const RecordBytes lists[] = {
         RecordBytes().Word(1).Word(0),
@@ -210,7 +210,7 @@ void LoadSelection(SceneObject& scene, const Bytes& bytes)
     scene.SelectionSerialize(archive);
 }
 
-TEST(SceneObjectArchive, ASelectionsRecordLeavesTheBaseOutAndSaysSo)
+TEST(SceneObjectArchive, TheRecordOfASelectionHasNoNodeRecordAndTheSelectionBit)
 {
     SceneObject scene;
     Make(scene);

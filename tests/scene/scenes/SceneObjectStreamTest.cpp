@@ -123,7 +123,7 @@ TEST_F(Scenes, ALightThatIsStoppedStopsTheOthers)
     EXPECT_EQ(recording.NameDepth(), 0);
 }
 
-TEST_F(Scenes, ALightThatFoundNoRoomStopsNoScene)
+TEST_F(Scenes, ALightWithoutRoomOnTheMatrixStackDoesNotStopTheScene)
 {
     GlRecording recording;
     recording.AddErrorAfter("glPushMatrix", GL_STACK_OVERFLOW, 2);
@@ -227,7 +227,7 @@ TEST_F(LightsAround, OnlyGlyphsOfLightsInUseAreDrawn)
     EXPECT_TRUE(recording.IsBalanced());
 }
 
-TEST_F(LightsAround, OneThatIsStoppedLeavesTheStacksAsTheyWere)
+TEST_F(LightsAround, AStoppedDrawLeavesTheStacksAsTheyWere)
 {
     const TerminationEvent event(true);
     parameters.SetTerminationEvent(event.Get());
@@ -250,7 +250,7 @@ TEST_F(LightsAround, ShowSelectedOnlyDrawsSelectedOnes)
     EXPECT_EQ(Places(recording), (Lines{"12 0 0 1"}));
 }
 
-TEST_F(LightsAround, PickingNamesThemByTheirIndexWhenLightsAreShown)
+TEST_F(LightsAround, PickingNamesLightsByTheirIndexWhenLightsAreShown)
 {
     parameters.SetSelecting();
     GlRecording recording;
@@ -302,7 +302,7 @@ TEST_F(Scenes, WithoutADeviceContextATextureIsNotDrawn)
     EXPECT_EQ(recording.Lines(), Lines{});
 }
 
-TEST_F(Scenes, AFileThatIsGoneLeavesTheBackgroundAndTheDrawingGoesOn)
+TEST_F(Scenes, AMissingBackgroundFileDoesNotStopTheDrawing)
 {
     scene.GetTexture()->textureFlags |= TextureMap::Valid;
     scene.GetTexture()->filename = "no such file.bmp";
@@ -328,7 +328,7 @@ TEST_F(Scenes, TheTexturesOwnershipIsGivenBackOnEveryPath)
     EXPECT_EQ(scene.GetTexture()->ReleaseOwnership(), 0);
 }
 
-TEST_F(Scenes, ATextureThatCannotBeOwnedIsNotDrawnAndTheSceneIs)
+TEST_F(Scenes, ATextureThatCannotBeOwnedIsLeftOutAndTheSceneIsDrawn)
 {
     TextureMap& texture = *scene.GetTexture();
     texture.textureFlags |= TextureMap::Valid;
@@ -343,7 +343,7 @@ TEST_F(Scenes, ATextureThatCannotBeOwnedIsNotDrawnAndTheSceneIs)
     EXPECT_EQ(view.Draw(&parameters), 1);
 }
 
-TEST_F(Scenes, NullIsAtNoPositionOfTheLights)
+TEST_F(Scenes, ThereIsNoLightAtANullPosition)
 {
     EXPECT_EQ(scene.GetLightByPosition(nullptr), nullptr);
 }

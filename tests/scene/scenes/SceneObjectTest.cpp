@@ -11,7 +11,7 @@
 namespace
 {
 
-TEST(SceneObject, ANewOneIsWhiteDimlyLitAndTurnsItsLights)
+TEST(SceneObject, ANewSceneIsWhiteDimlyLitAndTurnsItsLights)
 {
     const SceneObject scene;
     EXPECT_RGBA(scene.GetBackgroundColor(), 1.0f, 1.0f, 1.0f, 1.0f);
@@ -346,7 +346,7 @@ TEST(SceneObject, EveryLightOfThePoolComesBack)
     }
 }
 
-TEST(SceneObject, ALightThatDiesLeavesTheSharedStack)
+TEST(SceneObject, ADeletedLightLeavesTheSharedStack)
 {
     DrawingObjectStack steps;
     SceneObject scene;

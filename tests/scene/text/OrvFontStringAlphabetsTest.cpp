@@ -48,7 +48,7 @@ private:
     std::optional<PrivateFonts> fonts_;
 };
 
-TEST_P(OrvFontStringAlphabets, IsTheCodePageThatIsFoundForItsText)
+TEST_P(OrvFontStringAlphabets, TheCodePageIsFoundFromTheText)
 {
     EXPECT_EQ(FindCodePage(GetParam().text).codePage, GetParam().codePage);
 }

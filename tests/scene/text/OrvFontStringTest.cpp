@@ -61,7 +61,7 @@ TEST_F(OrvFontStringTest, MeasuringSetsTheDimensionsAndKeepsTheScale)
     EXPECT_TRUE(Is(string.GetScaledDimensions(), 0.75, 1.25, 0.2));
 }
 
-TEST_F(OrvFontStringTest, TheBoxStandsRightOfAcrossOrLeftOfTheOrigin)
+TEST_F(OrvFontStringTest, TheJustificationPutsTheBoxRightOfAcrossOrLeftOfTheOrigin)
 {
     const float lefts[] = {0, -0.375f, -0.75f};
     for (const int justification : {0, 1, 2})
@@ -179,7 +179,7 @@ TEST_F(OrvFontStringResize, TheMinimumSizeIsTakenOffTheExtents)
     EXPECT_EQ(mirrored.GetScale().y, -2 + 0.5);
 }
 
-TEST_F(OrvFontStringResize, WhatIsLeftOfAnExtentIsNeverQuiteZero)
+TEST_F(OrvFontStringResize, AnExtentMinusTheMinimumSizeIsNeverZero)
 {
     OrvFontString limited(string);
     limited.CalculateSizingHandles();
@@ -199,7 +199,7 @@ TEST_F(OrvFontStringResize, ADragBehindTheBackLeavesNoDepth)
     EXPECT_EQ(string.GetScale().z, 0);
 }
 
-TEST_F(OrvFontStringResize, WithScalingBevelsATextResizesAsEveryNode)
+TEST_F(OrvFontStringResize, ATextThatScalesItsBevelsResizesLikeEveryNode)
 {
     string.SetScaleBevels();
     string.minimumSize = DVector(0.25, 0.5, 0);
@@ -415,7 +415,7 @@ TEST_F(OrvFontStringLoading, WithAnEmptyRegistryThereIsNoFont)
     EXPECT_EQ(LoadedFont(WithDescription("", Description("DejaVu Sans", 400, "", ""))), "none");
 }
 
-TEST_F(OrvFontStringLoading, AnotherBlockLengthIsPassedOverAndTheStoredNameCounts)
+TEST_F(OrvFontStringLoading, ABlockOfAnotherLengthIsSkippedAndTheStoredNameIsUsed)
 {
     EXPECT_EQ(LoadedFont(WithBlock("DejaVu Sans", 0)), "DejaVu Sans");
 

@@ -148,7 +148,7 @@ TEST(ViewObjectArchive, Version4sSavedViewsAreThrownAwayWithoutAScene)
     EXPECT_EQ(behind, 4711U);
 }
 
-TEST(ViewObjectArchive, Version4RefusesWhatIsNoSavedView)
+TEST(ViewObjectArchive, Version4RefusesAnObjectThatIsNoSavedView)
 {
     const RecordBytes null = RecordBytes().Word(1).Word(0);
     const RecordBytes wrong =

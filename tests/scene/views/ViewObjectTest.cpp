@@ -18,7 +18,7 @@ struct OpenView : ViewObject
     using ViewObject::undoStack;
 };
 
-TEST(ViewObject, ANewOneStandsFiveUnitsBackAndRenders)
+TEST(ViewObject, ANewViewStandsFiveUnitsBackAndRenders)
 {
     ViewObject view;
     EXPECT_XYZ(view.GetTranslation(), 0.0, 0.0, -5.0);
@@ -79,7 +79,7 @@ TEST(ViewObject, ShowModesAreSetAndCleared)
     EXPECT_EQ(view.ShouldShowTextures(), 0);
 }
 
-TEST(ViewObject, TheLensIsTheProjections)
+TEST(ViewObject, LensCallsReachTheProjection)
 {
     OpenView view;
     const ProjectionData& lens = view.projection;
@@ -123,7 +123,7 @@ TEST(ViewObject, TheLensIsTheProjections)
     EXPECT_EQ(view.GetProjection().GetFieldOfViewAngle(), 70.0);
 }
 
-TEST(ViewObject, SizesAndScalesDoNotHideTheNodes)
+TEST(ViewObject, SetScaleAndResizeOfTheNodeCanStillBeCalled)
 {
     OpenView view;
     view.Resize(640, 480);
@@ -217,7 +217,7 @@ TEST(ViewObject, UndoOfAStepThatIsNullIsRefused)
     view.undoStack.Pop();
 }
 
-TEST(ViewObject, UndoTakesBackTheModesAndTheLensLengthAlone)
+TEST(ViewObject, UndoRestoresOnlyTheModesAndTheLensLength)
 {
     SceneObject scene;
     SceneObject other;

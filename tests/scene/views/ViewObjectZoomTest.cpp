@@ -201,7 +201,7 @@ TEST_F(NotZooming, AnEmptySceneMovesNothing)
     ExpectNoZoom();
 }
 
-TEST_F(NotZooming, ASceneWhoseBoundsAreGoneMovesNothing)
+TEST_F(NotZooming, ASceneThatLostItsBoundsMovesNothing)
 {
     BoxNode* const box = AddBox(Vector(-1.0f, -1.0f, -1.0f), Vector(1.0f, 1.0f, 1.0f));
     EXPECT_EQ(view.CalculateBounds(), 1);
