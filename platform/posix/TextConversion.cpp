@@ -5,6 +5,7 @@
 #include "platform/Fonts.h"
 
 #include <iconv.h>
+#include <utf8.h>
 
 #include <algorithm>
 #include <array>
@@ -153,18 +154,7 @@ std::u32string CharactersOf(std::string_view text, const char* encoding)
 
 void AppendUtf8(std::string& text, char32_t character)
 {
-    if (character < 0x80)
-    {
-        text += static_cast<char>(character);
-        return;
-    }
-    const int tails = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
-    constexpr unsigned leads[] = {0, 0xC0, 0xE0, 0xF0};
-    text += static_cast<char>(leads[tails] | (character >> (6 * tails)));
-    for (int tail = tails - 1; tail >= 0; --tail)
-    {
-        text += static_cast<char>(0x80 | ((character >> (6 * tail)) & 0x3F));
-    }
+    utf8::unchecked::append(character, std::back_inserter(text));
 }
 
 std::optional<char> CodeOf(char32_t character, UINT codePage)
