@@ -88,8 +88,8 @@ void FlattenInto(FlatOutline& flat, const NativeOutline& outline, int unitsPerEm
             const NativePoint& point = points[n];
             const ShortPoint place = {static_cast<std::int16_t>(WholeUnits(point.x)),
                                       static_cast<std::int16_t>(WholeUnits(point.y))};
-            return point.onCurve ? CurvePoint{place, CurvePoint::OnCurve, 0}
-                                 : CurvePoint{place, CurvePoint::OffCurve, segmentsPerCurve};
+            return point.onCurve ? CurvePoint{place, CurvePoint::Kind::OnCurve, 0}
+                                 : CurvePoint{place, CurvePoint::Kind::OffCurve, segmentsPerCurve};
         };
         FlattenContour(
             static_cast<int>(end - first), curvePointAt, spacing,

@@ -20,14 +20,14 @@ inline constexpr std::uint8_t segmentsPerCurve = 5;
 /// A point of an outline in whole units.
 struct CurvePoint
 {
-    enum Kind : std::uint8_t
+    enum class Kind : std::uint8_t
     {
         Undecided,  ///< becomes no vertex, though a neighbouring curve may start or end here
         OffCurve,   ///< the control point of a quadratic curve
         OnCurve
     };
     ShortPoint place;
-    Kind kind = Undecided;
+    Kind kind = Kind::Undecided;
     std::uint8_t segments = 0;  ///< of the curve that an off-curve point belongs to
 };
 
@@ -83,17 +83,17 @@ void FlattenContour(int count, PointAt pointAt, float spacing, Emit emit)
     for (int j = 0; j < count; ++j)
     {
         const CurvePoint point = pointAt(j);
-        if (point.kind == CurvePoint::OnCurve)
+        if (point.kind == CurvePoint::Kind::OnCurve)
         {
             offer(placeOf(point), false);
         }
-        else if (point.kind == CurvePoint::OffCurve)
+        else if (point.kind == CurvePoint::Kind::OffCurve)
         {
             const bool closes = j == count - 1;
             const CurvePoint previous = pointAt(j > 0 ? j - 1 : count - 1);
             const CurvePoint next = pointAt(closes ? 0 : j + 1);
-            const bool endsOnPoint = !closes && next.kind == CurvePoint::OnCurve;
-            const FloatPoint start = previous.kind == CurvePoint::OnCurve
+            const bool endsOnPoint = !closes && next.kind == CurvePoint::Kind::OnCurve;
+            const FloatPoint start = previous.kind == CurvePoint::Kind::OnCurve
                                          ? placeOf(previous)
                                          : midpoint(previous, point);
             const FloatPoint end = closes || endsOnPoint ? placeOf(next) : midpoint(point, next);

@@ -15,9 +15,10 @@ namespace
 contours::CurvePoint CurvePointOf(const TTPoint& point)
 {
     using contours::CurvePoint;
-    const CurvePoint::Kind kind = point.GetType() == TTPoint::OnCurve    ? CurvePoint::OnCurve
-                                  : point.GetType() == TTPoint::OffCurve ? CurvePoint::OffCurve
-                                                                         : CurvePoint::Undecided;
+    const CurvePoint::Kind kind = point.GetType() == TTPoint::OnCurve ? CurvePoint::Kind::OnCurve
+                                  : point.GetType() == TTPoint::OffCurve
+                                      ? CurvePoint::Kind::OffCurve
+                                      : CurvePoint::Kind::Undecided;
     return {{point.GetX(), point.GetY()}, kind, point.GetQuadraticResolution()};
 }
 
