@@ -69,7 +69,7 @@ ProgressBar::ProgressBar(std::string label) : label_(std::move(label)), start_(C
 void ProgressBar::Show(double share)
 {
     constexpr int width = 30;
-    constexpr std::chrono::milliseconds pause(100);  // what an eye can follow
+    constexpr std::chrono::milliseconds pause(100);  // between two updates
     const Clock::time_point now = Clock::now();
     if (!IsErrorTerminal() || (share < 1 && now - shown_ < pause))
     {

@@ -8,14 +8,14 @@
 /// Whether standard error is a terminal. Progress appears only there.
 bool IsErrorTerminal();
 
-/// Replaces the progress line on the terminal; nothing when standard error is none.
+/// Replaces the progress line on the terminal. Does nothing when standard error is no terminal.
 void ShowProgress(const std::string& text);
 
 /// Wipes the progress line.
 void ClearProgress();
 
-/// Writes a message to standard error, behind the program's name. What it quotes of a damaged file
-/// does not steer the terminal.
+/// Writes a message to standard error, after the program's name. Control characters are replaced,
+/// because a message may quote a damaged file.
 void Say(std::string message);
 
 /// Shows lines about the fonts that are loaded on the progress line, which is wiped at the end of
@@ -31,7 +31,7 @@ public:
     operator std::function<void(const std::string&)>() const;
 };
 
-/// A bar on the progress line, with the time that is left; wiped at the end of its life.
+/// A progress bar with the remaining time. It is wiped at the end of its life.
 class ProgressBar
 {
 public:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// orvane: solid text to pictures, from the command line.
+// The tool `orvane`: turns text into pictures of solid letters.
 
 #include "apps/cli/Errors.h"
 #include "apps/cli/Terminal.h"
@@ -69,7 +69,8 @@ int Run(CLI::App& app, int argc, char** argv)
     }
     catch (const orvane::OptionError& error)
     {
-        // The library names a field; the option has the same name.
+        // CLI11 has checked the fields whose options have other names, so the field has the name of
+        // its option.
         return ComplainAboutUsage(app, std::string("--") + error.what());
     }
     return 0;
@@ -84,7 +85,7 @@ int main(int argc, char** argv)
     try
     {
         CLI::App app("Turns text into solid letters and draws them.", "orvane");
-        // At most one: the names of the others are ordinary text after it.
+        // At most one subcommand: after it, the names of the others are ordinary text.
         app.require_subcommand(0, 1);
         app.set_version_flag("--version", ORVANE_VERSION);
         app.get_formatter()->column_width(helpColumn);
@@ -101,7 +102,7 @@ int main(int argc, char** argv)
     }
     catch (const std::exception& error)
     {
-        EndIfInterrupted();  // and cleaned up
+        EndIfInterrupted();  // unfinished files are removed by now
         return Complain(error.what(), couldNotBeDone);
     }
 }

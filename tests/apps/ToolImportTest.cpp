@@ -193,9 +193,11 @@ TEST_F(ToolImport, WhatIsWholeOfADamagedFileIsDrawnAndTheDamageTold)
         {"render", "-o", "x.png", "--size", "60x40", "--samples", "1", "--import", "some.3ds"});
     EXPECT_EQ(result.status, 0);
     EXPECT_TRUE(folder.Has("x.png"));
-    EXPECT_EQ(result.err, "orvane: some.3ds: only what is whole is drawn: chunk 0x4110 at byte " +
-                              std::to_string(list) +
-                              " is too short for the values that must be in it\n");
+    EXPECT_EQ(result.err,
+              "orvane: some.3ds: the file is damaged, and only its whole parts are drawn: "
+              "chunk 0x4110 at byte " +
+                  std::to_string(list) + " is too short for the values that must be in it
+");
 
     std::filesystem::remove(folder.Path("x.png"));
     folder.Write("none.3ds", AsText(FileOf({second})));

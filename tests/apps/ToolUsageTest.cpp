@@ -178,6 +178,12 @@ std::set<std::string> OptionsIn(const std::string& text)
     return found;
 }
 
+std::string ReadDocument()
+{
+    std::ifstream in(ORVANE_TEST_DATA "/../../docs/tool.md");
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
 TEST(ToolUsage, TheDocumentNamesExactlyTheOptionsOfTheHelpTexts)
 {
     ToolFolder folder;
@@ -187,10 +193,28 @@ TEST(ToolUsage, TheDocumentNamesExactlyTheOptionsOfTheHelpTexts)
         help += folder.Run({command, "--help"}).out;
     }
     help += folder.Run({"--help"}).out;
-    std::ifstream in(ORVANE_TEST_DATA "/../../docs/tool.md");
-    const std::string document{std::istreambuf_iterator<char>(in),
-                               std::istreambuf_iterator<char>()};
-    EXPECT_EQ(OptionsIn(document), OptionsIn(help));
+    EXPECT_EQ(OptionsIn(ReadDocument()), OptionsIn(help));
+}
+
+TEST(ToolUsage, TheDocumentHasTheDefaultsOfTheHelpText)
+{
+    ToolFolder folder;
+    const std::string help = folder.Run({"render", "--help"}).out;
+    const std::string document = ReadDocument();
+    // "| `--bevel D` | `0.035` | ..."
+    const std::regex row(R"(\| `(?:-o`, `)?(--[a-z-]+)[^|]*(?:\\\|[^|]*)*` \| `([^`]+)` \|)");
+    int count = 0;
+    for (auto it = std::sregex_iterator(document.begin(), document.end(), row);
+         it != std::sregex_iterator(); ++it, ++count)
+    {
+        const std::string option = it->str(1);
+        const std::size_t begin = help.find(option + " ");
+        ASSERT_NE(begin, std::string::npos) << option;
+        const std::string about = help.substr(begin, help.find("\n  -", begin) - begin);
+        EXPECT_NE(about.find("[" + it->str(2) + "]"), std::string::npos)
+            << option << " has the default " << it->str(2) << " in the document, but: " << about;
+    }
+    EXPECT_GE(count, 15);
 }
 
 }  // namespace

@@ -80,14 +80,14 @@ void AddFontsCommand(CLI::App& app)
 {
     CLI::App& command = *app.add_subcommand("fonts", "List the installed fonts that can be used");
     const auto options = std::make_shared<FontsOptions>();
-    CLI::Option* const filter = command.add_option("FILTER", options->filter,
-                                                   "Only names that contain this, in either case");
+    CLI::Option* const filter = command.add_option(
+        "FILTER", options->filter, "Lists only names that contain this, in upper or lower\ncase");
     CLI::Option* const json =
-        command.add_flag("--json", options->json, "As a JSON array of objects");
+        command.add_flag("--json", options->json, "Prints a JSON array of objects");
     command
         .add_option("--check", options->check,
-                    "How many glyphs of this font were repaired, turned,\n"
-                    "converted, or could not be repaired")
+                    "Counts how many glyphs of this font were repaired,\n"
+                    "turned, converted, or could not be repaired")
         ->option_text("NAME")
         ->excludes(filter, json);
     AddOutlinesOption(command);

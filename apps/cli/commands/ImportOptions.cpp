@@ -31,13 +31,16 @@ CLI::Option* Add(CLI::App& command, const char* name, const std::string& type,
 ImportOptions::ImportOptions(CLI::App& command)
     : command_(command),
       file_(Add(command, "--import", "FILE",
-                "The meshes of a 3D Studio file (.3ds); may be repeated.\n"
-                "The next three are for the import before them")),
+                "Adds the meshes of a 3D Studio file (.3ds); may be\n"
+                "repeated. The next three options belong to the\n"
+                "import before them")),
       at_(Add(command, "--import-at", "X,Y,Z",
-              "Where its middle is, in ems [right of what is there]")),
-      size_(Add(command, "--import-size", "D [" + NumberText(MeshOptions().size) + "]",
-                "Length of its longest edge in ems; 0 keeps the file's")),
-      turn_(Add(command, "--import-turn", "X,Y,Z [0,0,0]", "Degrees about each axis, as --turn"))
+              "Where the middle of the meshes is, in ems [right of\neverything else]")),
+      size_(Add(
+          command, "--import-size", "D [" + NumberText(MeshOptions().size) + "]",
+          "Length of the longest edge of the meshes' box in ems;\n0 keeps the units of the file")),
+      turn_(Add(command, "--import-turn", "X,Y,Z [0,0,0]",
+                "Degrees about each axis, in the order of --turn"))
 {
     at_->check(ReadableBy(ParsePlace));
     size_->check(NumberBetween(0, 1e6));

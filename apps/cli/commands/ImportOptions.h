@@ -26,7 +26,7 @@ public:
     /// Adds the options to a command, which must live as long as this object.
     explicit ImportOptions(CLI::App& command);
 
-    /// Each import with the options behind it, in the order of the command line. Throws UsageError.
+    /// Each import with the options that follow it on the command line. Throws UsageError.
     std::vector<Import> Parse() const;
 
 private:

@@ -14,9 +14,8 @@ void AddOutlinesOption(CLI::App& command)
             [](const std::string& name) {
                 SetProcessOutlines(name == names[0] ? OUTLINES_AS_IS : OUTLINES_REPAIRED);
             },
-            "What is taken of the fonts: their outlines as they\n"
-            "are, or with overlaps, directions and cubic curves\n"
-            "put right")
+            "Whether overlaps, directions and cubic curves in the\n"
+            "outlines of fonts are repaired")
         ->option_text("as-is|repaired [repaired]")
         ->check(CLI::IsMember(names));
 }

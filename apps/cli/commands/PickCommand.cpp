@@ -54,7 +54,7 @@ std::string LightName(const SceneObject& scene, int index)
     return ToUtf8(scene.GetLightByIndex(index)->GetColors().GetName());
 }
 
-/// The members of a picked part, into an object that is open.
+/// Writes the members of a picked part into an object that is open.
 void WritePart(JsonWriter& json, const SceneObject& scene, const PickedPart& picked)
 {
     if (picked.kind == HitKind::Light)
@@ -91,7 +91,7 @@ void WritePart(JsonWriter& json, const SceneObject& scene, const PickedPart& pic
     json.Member("depth", picked.depth);
 }
 
-/// The nearest, with what is behind it; null when there is nothing.
+/// An object for the nearest part with an array of the parts behind it; null for no parts.
 std::string PartsToJson(const SceneObject& scene, const std::vector<PickedPart>& parts)
 {
     JsonWriter json;
@@ -172,19 +172,19 @@ void Pick(const PickOptions& options)
 void AddPickCommand(CLI::App& app)
 {
     CLI::App& command =
-        *app.add_subcommand("pick", "Tell what is under a pixel of a scene's picture");
+        *app.add_subcommand("pick", "Tell what lies under a pixel of a scene's picture");
     const auto options = std::make_shared<PickOptions>();
     command.add_option("FILE", options->file, "A scene, as \"render --save\" writes it")
         ->required();
     command
         .add_option("PIXEL", options->pixel,
-                    "The pixel as X,Y, from the left and the top, where the\nfirst is 0,0")
+                    "The pixel as X,Y from the left and the top; the first\npixel is 0,0")
         ->required()
         ->check(ReadableBy(ParsePixel));
     command.add_option("--size", options->size, "Width and height of the picture in pixels")
         ->option_text("WxH")
         ->required()
         ->check(ReadableBy(ParseSize));
-    command.add_flag("--json", options->json, "As a JSON object, or null");
+    command.add_flag("--json", options->json, "Prints a JSON object, or null");
     command.callback([options] { Pick(*options); });
 }

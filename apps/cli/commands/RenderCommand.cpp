@@ -37,7 +37,7 @@ using namespace orvane;
 namespace
 {
 
-/// The command line. Fields that have a type of their own were checked by CLI11.
+/// The values of the options. CLI11 has checked each value by itself.
 struct RenderOptions
 {
     std::vector<std::string> texts;
@@ -53,7 +53,7 @@ struct RenderOptions
     std::unique_ptr<SceneOptions> scene;
 };
 
-/// What the command line asks for, after all of it was checked together.
+/// What the command line asks for, after its options were checked together.
 struct Request
 {
     PosterSettings settings;
@@ -88,7 +88,7 @@ Request CheckTogether(const RenderOptions& options)
 {
     if (!options.output && options.save.empty())
     {
-        throw UsageError("render: nothing to write: --output or --save is needed");
+        throw UsageError("render: nothing to write; --output or --save is required");
     }
     Request request;
     request.hasText = !options.texts.empty() || !options.textFile.empty();
@@ -96,8 +96,8 @@ Request CheckTogether(const RenderOptions& options)
     const bool hasContent = request.hasText || !request.imports.empty();
     if (options.sceneFile.empty() != hasContent)
     {
-        throw UsageError(hasContent ? "render: text and --import, or --scene, not both"
-                                    : "render: no text given, no --import and no --scene");
+        throw UsageError(hasContent ? "render: --scene takes the place of a text and of --import"
+                                    : "render: no text, no --import and no --scene is given");
     }
     if (!options.save.empty() && !HasExtension(options.save, ".orv"))
     {
@@ -109,7 +109,7 @@ Request CheckTogether(const RenderOptions& options)
     request.texture = options.scene->Texture();
     if (request.texture && options.sceneFile.empty() && !request.hasText)
     {
-        throw UsageError("--texture: there is no text to lay it on");
+        throw UsageError("--texture: there is no text for it");
     }
     request.settings.options = options.picture;
     request.settings.size = options.picture.size.value_or(defaultPictureSize);
@@ -125,13 +125,13 @@ std::unique_ptr<DrawingObject> BuildText(const RenderOptions& options)
 {
     const EncodedText encoded = EncodeLines(GatherLines(options));
     SetProcessCodePage(encoded.codePage);
-    LoadFonts(FontProgress());  // after the code page is chosen, because they keep it
+    LoadFonts(FontProgress());  // after setting the code page, which fonts keep
     OrvFont* const font = ChooseFont(options.text.font);
     CheckCharacters(*font, encoded.text);
     return MakeTextNode(encoded.text, font, options.text);
 }
 
-/// A document with the text, then the imports.
+/// A document with the text and, after it, the imported meshes.
 SceneDocument BuildScene(const RenderOptions& options, const Request& request)
 {
     std::unique_ptr<DrawingObject> text = request.hasText ? BuildText(options) : nullptr;
@@ -150,7 +150,8 @@ SceneDocument BuildScene(const RenderOptions& options, const Request& request)
     {
         MeshOptions meshes = import.options;
         meshes.warn = [&import](const std::string& damage) {
-            Say(import.file + ": only what is whole is drawn: " + damage);
+            Say(import.file +
+                ": the file is damaged, and only its whole parts are drawn: " + damage);
         };
         AddImport(*document.scene, import.file, meshes);
     }
@@ -170,7 +171,7 @@ void TakeSavedView(const SceneDocument& document, const std::string& name)
     ViewObject& view = *document.view;
     if (view.RestoreSavedView(Utf8ToCodePage(name, document.codePage).text.c_str()))
     {
-        view.SaveReferenceAspect();  // of the lens that the view has now
+        view.SaveReferenceAspect();  // the saved view may have another lens
         return;
     }
     const NamedViewList& views = *view.GetSavedViews();
@@ -183,8 +184,8 @@ void TakeSavedView(const SceneDocument& document, const std::string& name)
     throw Error(document.path, problem);
 }
 
-/// A document from a file, with the changes that are asked for. The picture gets the size that the
-/// document was framed for, unless a size is asked for.
+/// A document from a file, changed by the options. Without --size the picture gets the size that
+/// the document was framed for.
 SceneDocument LoadScene(const RenderOptions& options, Request& request)
 {
     SceneDocument document = SceneDocument::Load(options.sceneFile, FontProgress());
@@ -192,7 +193,7 @@ SceneDocument LoadScene(const RenderOptions& options, Request& request)
     ViewObject& view = *document.view;
     if (const std::optional<Size> framed = FramedSize(view))
     {
-        // A view from a file does not know for which size it was framed.
+        // A view that was just read has the right aspect, but not the size of its picture.
         view.SetUnscaledSize(framed->width, framed->height);
         request.settings.size = options.picture.size.value_or(*framed);
     }
@@ -247,7 +248,7 @@ void Render(const RenderOptions& options)
     {
         if (target == nullptr)
         {
-            CheckPoster(request.settings);  // with the size that the scene has
+            CheckPoster(request.settings);  // again, because the scene may have set the size
             target = MakeTarget(request.settings);
         }
         DrawDocument(document, request.settings, *target);
@@ -271,7 +272,7 @@ public:
         return command_.add_option(name, value, description)->option_text(type);
     }
 
-    /// An option whose default is shown in the help text.
+    /// An option with named values, whose default is shown in the help text.
     template <typename Enum>
     CLI::Option* Choice(const char* name, Enum& value, const std::string& description)
     {
@@ -302,11 +303,12 @@ void AddTexts(CLI::App& command, RenderOptions& options)
     // Where CLI11 allows extra arguments it reads "[a,b]" as a list, so all texts are expected
     // ones. TextThatLooksLikeAnythingElseIsText is the test of this.
     command
-        .add_option("TEXT", CLI::callback_t([&options](const CLI::results_t& texts) {
-                        options.texts = texts;
-                        return true;
-                    }),
-                    "Each argument is a line, in UTF-8; put -- before\nlines that begin with -")
+        .add_option(
+            "TEXT", CLI::callback_t([&options](const CLI::results_t& texts) {
+                options.texts = texts;
+                return true;
+            }),
+            "Each argument is a line, in UTF-8; put -- before\nlines that begin with a minus")
         ->expected(most, most)
         ->allow_extra_args(false)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
@@ -319,11 +321,11 @@ void AddPicture(Adder& add, RenderOptions& o)
         std::to_string(defaultPictureSize.width) + "x" + std::to_string(defaultPictureSize.height);
     PictureOptions& picture = o.picture;
     add("-o,--output", o.output, "FILE",
-        "The picture, PNG or BMP by its name; - is PNG to\nstandard output");
+        "The picture file, PNG or BMP by its name;\n- writes a PNG to standard output");
     add("--size", picture.size, "WxH [" + size + "]",
         "Width and height in pixels, each at most " + std::to_string(largestPictureSide))
         ->check(ReadableBy(ParseSize));
-    add("--dpi", picture.dotsPerInch, "N", "Dots per inch, for the picture's header")
+    add("--dpi", picture.dotsPerInch, "N", "Dots per inch, stored in the header of the file")
         ->check(IntegerBetween(1, 100000));
     add("--bits", picture.bits, "8|16|24|32 [" + std::to_string(picture.bits) + "]",
         "Bits per pixel of a BMP")
@@ -337,22 +339,26 @@ std::vector<CLI::Option*> AddLook(Adder& add, TextOptions& text)
 {
     return {
         add("--font", text.font, "NAME",
-            "Full name as \"orvane fonts\" lists it\n[DejaVu Sans Bold, else what there is]"),
-        add.Choice("--style", text.edgeStyle, "How the edges are cut"),
+            "A full name as \"orvane fonts\" lists it [DejaVu Sans\nBold, or the first of some "
+            "others]"),
+        add.Choice("--style", text.edgeStyle, "How the edges of the letters are cut"),
         add.Length("--bevel", text.bevelWidth, 0, 100,
                    "Width of bevels and roundings in ems; at most the\n"
                    "depth, or half of it with bevels on both faces"),
-        add.Choice("--bevel-on", text.bevelSides, "Which faces have them"),
+        add.Choice("--bevel-on", text.bevelSides, "Which faces have bevels"),
         add.Length("--depth", text.depth, 0, 100, "Depth of the letters in ems"),
-        add.Choice("--align", text.alignment, "How lines stand to each other"),
+        add.Choice("--align", text.alignment, "How the lines are aligned"),
         add.Length("--char-spacing", text.characterSpacing, -100, 100,
-                   "More space between characters, in ems"),
+                   "Space added between characters, in ems"),
         add.Length("--line-spacing", text.lineSpacing, -100, 100,
-                   "More space between lines, in ems"),
+                   "Space added between lines, in ems"),
         add.Colour("--face-color", text.faceColor, "COLOR [" + ColorText(text.faceColor) + "]",
-                   "Front and back: a name (gold, navy, ...), #rgb,\n#rrggbb or #rrggbbaa"),
-        add.Colour("--edge-color", text.edgeColor, "COLOR", "Sides [darker than the face]"),
-        add.Colour("--bevel-color", text.bevelColor, "COLOR", "Bevels [lighter than the face]"),
+                   "Colour of the fronts and backs: a name (gold, navy,\n...), #rgb, #rrggbb or "
+                   "#rrggbbaa"),
+        add.Colour("--edge-color", text.edgeColor, "COLOR",
+                   "Colour of the sides [half as bright as the face]"),
+        add.Colour("--bevel-color", text.bevelColor, "COLOR",
+                   "Colour of the bevels [lighter than the face]"),
     };
 }
 
@@ -367,16 +373,17 @@ void AddRenderCommand(CLI::App& app)
     Adder add(command);
     AddTexts(command, o);
     std::vector<CLI::Option*> ofText = {
-        add("--text-file", o.textFile, "FILE", "More lines, in UTF-8, after those given as TEXT")};
+        add("--text-file", o.textFile, "FILE", "Reads more lines, in UTF-8; they come after TEXT")};
     AddPicture(add, o);
     AddOutlinesOption(command);
-    add("--save", o.save, "FILE", "Keeps the scene and its view in a file (.orv)");
+    add("--save", o.save, "FILE", "Saves the scene and its view in a file (.orv)");
     CLI::Option* const scene =
-        add("--scene", o.sceneFile, "FILE", "Draws such a file in place of a text");
+        add("--scene", o.sceneFile, "FILE", "Draws the scene in such a file instead of a text");
     CLI::Option* const view =
-        add("--view", o.view, "NAME", "Through a view that is saved in it")->needs(scene);
+        add("--view", o.view, "NAME", "Draws it through a view that is saved in the file")
+            ->needs(scene);
     const std::vector<CLI::Option*> ofLook = AddLook(add, o.text);
-    command.add_flag("--outline", o.outline, "Wires in the face's colour, not solids");
+    command.add_flag("--outline", o.outline, "Draws wires in the colour of the face, not solids");
     o.imports = std::make_unique<ImportOptions>(command);
     o.scene = std::make_unique<SceneOptions>(command);
 

@@ -44,9 +44,9 @@ SceneOptions::SceneOptions(CLI::App& command)
 void SceneOptions::AddBackground(CLI::App& command)
 {
     command
-        .add_option("--background", backgroundText_,
-                    "What is behind the text, a colour or a .bmp picture\n[" +
-                        ColorText(background_.color) + "]")
+        .add_option(
+            "--background", backgroundText_,
+            "The background, a colour or a .bmp picture\n[" + ColorText(background_.color) + "]")
         ->option_text("COLOR|FILE")
         ->check(ReadableBy([](const std::string& text) {
             if (!IsPicture(text))
@@ -56,8 +56,8 @@ void SceneOptions::AddBackground(CLI::App& command)
         }));
     placement_ = command
                      .add_option("--background-placement", background_.placement,
-                                 "How a picture lies there: stretch (from its place to\n"
-                                 "the far corner), tile, center [" +
+                                 "How a background picture lies: stretch (from its\n"
+                                 "place to the lower right corner), tile, center [" +
                                      NameOf(background_.placement) + "]")
                      ->option_text("PLACE")
                      ->check(CLI::IsMember(NamesOf<BackgroundPlacement>()));
@@ -69,8 +69,8 @@ void SceneOptions::AddBackground(CLI::App& command)
                          background_.x = at[0];
                          background_.y = at[1];
                      },
-                     "The picture's place, in pixels [" + NumberText(background_.x) + "," +
-                         NumberText(background_.y) + "]")
+                     "The place of a background picture, in pixels\n[" + NumberText(background_.x) +
+                         "," + NumberText(background_.y) + "]")
                  ->option_text("X,Y")
                  ->check(ReadableBy(ParsePair));
 }
@@ -78,23 +78,29 @@ void SceneOptions::AddBackground(CLI::App& command)
 void SceneOptions::AddTexture(CLI::App& command)
 {
     ofTexture = {
-        command.add_option("--texture", texture_.file, "A .bmp picture laid on the letters")
+        command.add_option("--texture", texture_.file, "Lays a .bmp picture on the letters")
             ->option_text("FILE"),
-        command.add_option("--texture-quality", texture_.quality, "How its pixels are mixed")
+        command
+            .add_option("--texture-quality", texture_.quality,
+                        "How the pixels of the texture are mixed")
             ->option_text(Alternatives(NamesOf<TextureQuality>()) + " [" +
                           NameOf(texture_.quality) + "]")
             ->check(CLI::IsMember(NamesOf<TextureQuality>())),
-        command.add_option("--texture-repeat", texture_.repeat, "How often it lies across an em")
+        command
+            .add_option("--texture-repeat", texture_.repeat,
+                        "How often the texture lies across an em")
             ->option_text("N [" + NumberText(texture_.repeat) + "]")
             ->check(NumberBetween(0.001, 1000)),
         command.add_flag("--texture-scales", texture_.scalesWithText,
-                         "It is scaled with the text instead of keeping its size"),
+                         "The texture is scaled with the text"),
     };
 }
 
 void SceneOptions::AddLights(CLI::App& command)
 {
-    command.add_option("--lights-follow", lights_.follow, "What the lights turn with")
+    command
+        .add_option("--lights-follow", lights_.follow,
+                    "Whether the lights turn with the scene or stay with\nthe camera")
         ->option_text(Alternatives(NamesOf<LightsFollow>()) + " [" + NameOf(firstLightsFollow) +
                       "]")
         ->check(CLI::IsMember(NamesOf<LightsFollow>()));
@@ -106,7 +112,8 @@ void SceneOptions::AddLights(CLI::App& command)
     command
         .add_option("--light", lights_.changes,
                     "Switches or colours a light, 0 to 7; may be repeated.\n"
-                    "1 and 7 are on, the others stand around the text")
+                    "Lights 1 and 7 are on, the others stand around the\n"
+                    "scene")
         ->option_text("INDEX,on|off[,COLOR]")
         ->allow_extra_args(false)
         ->check(ReadableBy(ParseLight));
@@ -117,23 +124,25 @@ void SceneOptions::AddCamera(CLI::App& command)
     const Vector3& turn = camera_.turn;
     ofCamera = {
         command
-            .add_option("--turn", camera_.turn, "Degrees about each axis: z first, then y, then x")
+            .add_option("--turn", camera_.turn,
+                        "How the scene is turned, in degrees about each axis:\nfirst about z, then "
+                        "y, then x")
             ->option_text("X,Y,Z [" + NumberText(turn.x) + "," + NumberText(turn.y) + "," +
                           NumberText(turn.z) + "]")
             ->check(ReadableBy(ParseAngles)),
         command
             .add_option("--lens", camera_.lensLength,
-                        "The camera's lens, for film of 35 mm [" +
+                        "Focal length of the lens, for film of 35 mm [" +
                             std::to_string(DefaultLensLength()) + "]")
             ->option_text("MM")
             ->check(NumberBetween(1, 10000)),
         command
-            .add_option(
-                "--fov", camera_.fieldOfView,
-                "Its field of view instead, vertical [" + NumberText(camera_.fieldOfView) + "]")
+            .add_option("--fov", camera_.fieldOfView,
+                        "Vertical field of view, in place of --lens [" +
+                            NumberText(camera_.fieldOfView) + "]")
             ->option_text("DEG")
             ->check(NumberBetween(0.1, 170)),
-        command.add_flag("--ortho", camera_.orthographic, "Without perspective"),
+        command.add_flag("--ortho", camera_.orthographic, "Draws without perspective"),
     };
     ofCamera[1]->excludes(ofCamera[2]);
 }
@@ -153,7 +162,7 @@ std::optional<BackgroundOptions> SceneOptions::Background() const
         if (!isPicture && option->count() > 0)
         {
             throw UsageError(option->get_name() +
-                             ": only a picture has one: --background FILE.bmp");
+                             ": only for a background picture, --background FILE.bmp");
         }
     }
     if (!backgroundText_)

@@ -14,7 +14,8 @@ class Option;
 }  // namespace CLI
 
 /// The options about everything around a text: its texture, the background, the lights and the
-/// camera. An options structure has a value only if one of its options was given.
+/// camera. Camera(), Background() and Texture() have a value only if one of their options was
+/// given.
 class SceneOptions
 {
 public:
