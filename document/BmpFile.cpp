@@ -15,7 +15,7 @@ namespace
 {
 
 constexpr double metresPerInch = 0.0254;
-constexpr std::uint64_t largestFile = 0xFFFFFFFF;  // bytes; the header has 32 bits for it
+constexpr std::uint64_t maxFileBytes = 0xFFFFFFFF;  // the header has 32 bits for the length
 constexpr std::size_t colorsOffset = sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER);
 constexpr std::size_t paletteBytes = 256 * sizeof(RGBQUAD);
 
@@ -64,7 +64,7 @@ void BmpFile::CheckSize(int width, int height, int bits)
 {
     const std::uint64_t bytes =
         PixelOffset(bits) + RowBytes(width, bits) * static_cast<std::uint64_t>(height);
-    if (bytes > largestFile)
+    if (bytes > maxFileBytes)
     {
         throw Error("", "a BMP of " + std::to_string(width) + " x " + std::to_string(height) +
                             " pixels with " + std::to_string(bits) + " bits would have " +
@@ -100,7 +100,7 @@ void BmpFile::Open(const RGBQUAD* colors)
         file_ = nullptr;
         FailWithLastError();
     }
-    // A mapping of the whole length reserves the space on the disk.
+    // Mapping the whole file reserves its space on the disk, so a full disk is noticed now.
     const HANDLE mapping =
         CreateFileMappingA(file_, nullptr, PAGE_READWRITE, 0, static_cast<DWORD>(bytes), nullptr);
     if (mapping == nullptr)

@@ -69,7 +69,7 @@ void ChangeCodePage(SceneDocument& document, UINT codePage)
         const std::string utf8 = CodePageToUtf8(static_cast<LPCSTR>(text), document.codePage);
         return Utf8ToCodePage(utf8, codePage).text;
     };
-    // Whatever can fail comes first.
+    // Find all fonts before changing anything: a font may be missing in the new code page.
     std::map<const OrvFont*, OrvFont*> fonts;
     ForEachText(*document.scene, [&](const OrvFontString& text) {
         const OrvFont& font = *text.GetFont();
@@ -108,7 +108,9 @@ Error NoView(const SceneDocument& document, const std::string& name)
                  "no view \"" + name + "\" is saved in it");
 }
 
-/// The number of characters of a text, as Node::Text gives it, before a byte of its string.
+/// The index of a character in the result of Node::Text.
+/// \param string the text in its code page: a byte for each character, and CR LF between lines
+/// \param index of the character in the string
 int CharacterIndex(const std::string& string, int index)
 {
     const auto end = string.begin() + std::min(index, static_cast<int>(string.size()));
@@ -176,7 +178,9 @@ Document& Document::operator=(Document&& other) noexcept = default;
 
 Document Document::Open(const std::string& path)
 {
-    LoadFonts();  // in the host's code page, before the file's takes its place
+    // The registry of fonts keeps the code page that it is loaded in. That must be the host's, so
+    // load it before the code page of the file becomes the process's.
+    LoadFonts();
     auto state = std::make_shared<DocumentState>();
     const CodePageScope scope(state->scene.codePage);
     state->scene = SceneDocument::Load(path);
@@ -186,7 +190,7 @@ Document Document::Open(const std::string& path)
     });
     if (const std::optional<Size> size = orvane::FramedSize(*document.view))
     {
-        // The view in the file does not know the size of the picture that it was framed for.
+        // A view that was just read has the right aspect, but not the size of its picture.
         document.view->SetUnscaledSize(size->width, size->height);
     }
     document.scene->CalculateBounds();
@@ -214,7 +218,7 @@ Node Document::AddText(const std::string& text, const TextOptions& options)
     SceneDocument& document = state_->scene;
     OrvFont& font = *ChooseFont(options.font);
     const std::vector<std::string> lines = SplitLines(text);
-    // The document keeps its code page when the new text fits into it as well.
+    // If the new text fits into the code page of the other texts, the document keeps it.
     const std::string others = AllTexts(document);
     const bool fits = !others.empty() && Utf8ToCodePage(text, document.codePage).Fits();
     const EncodedText chosen =

@@ -11,10 +11,10 @@ class ViewObject;
 namespace orvane
 {
 
-// The objects behind a document, for hosts that use the classes of orvane/classes.h too. They are
-// owned by the document. Use them with the code page of the document as the process's
-// (SetProcessCodePage), and do not delete nodes or take them out of the scene: handles would not
-// know. The texts of the document are in that code page.
+// The objects that a document is made of, for hosts that also use the classes of orvane/classes.h.
+// The document owns them. Set the process's code page to that of the document (SetProcessCodePage)
+// before using them, because texts and fonts are in it. Delete nodes and take them out of the scene
+// only with Node::Remove; otherwise handles would still refer to them.
 
 ORVANE_API SceneObject& SceneOf(const Document& document);
 ORVANE_API ViewObject& ViewOf(const Document& document);

@@ -14,7 +14,7 @@ class DrawingObject;
 namespace orvane
 {
 
-/// The contents of a Document. Documents, and the handles of their nodes, point to it.
+/// The contents of a Document. The document owns it, and handles of its nodes refer to it.
 struct DocumentState : std::enable_shared_from_this<DocumentState>
 {
     static DocumentState& Of(const Document& document) { return *document.state_; }
@@ -29,11 +29,12 @@ struct DocumentState : std::enable_shared_from_this<DocumentState>
     /// Forgets the handles of a node and of everything below it.
     void ForgetHandles(const DrawingObject& node);
 
-    /// The view as it shows a picture of that size: a copy, framed if the document never was.
+    /// A copy of the view that is set up for a picture of that size. If the document was never
+    /// framed, the copy is framed for the picture.
     std::unique_ptr<ViewObject> ViewFor(const Size& size) const;
 
     SceneDocument scene;
-    /// The nodes that there are handles of, by their numbers, which are never used again.
+    /// The nodes that have handles, by the number in the handle. A number is never used twice.
     std::map<unsigned, DrawingObject*> nodes;
     unsigned lastNumber = 0;
 };

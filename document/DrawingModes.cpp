@@ -9,11 +9,10 @@ namespace orvane
 
 DrawingMode DrawingModeOf(const ViewObject& view)
 {
-    DrawingParameters parameters;
-    parameters.SetFlags(view.GetDrawingMode());
-    return parameters.IsOutline()  ? DrawingMode::Outline
-           : parameters.IsRender() ? DrawingMode::Solid
-                                   : DrawingMode::Boxes;
+    const DWORD mode = view.GetDrawingMode();
+    return (mode & DrawingParameters::outlineBit) != 0  ? DrawingMode::Outline
+           : (mode & DrawingParameters::renderBit) != 0 ? DrawingMode::Solid
+                                                        : DrawingMode::Boxes;
 }
 
 void SetDrawingMode(ViewObject& view, DrawingMode mode)

@@ -15,9 +15,9 @@ namespace orvane
 /// Describes the next two bytes of a file for a message: "found 4D 4D", or that the file ends.
 ORVANE_API std::string FileStart(CFile& file);
 
-/// The error of a failed reader, whose place begins with the file as the user names it.
-/// \param place the file's name, with more about the place if more is known
-/// \param knownName the name under which the reader knows the file, when it may be in the text
+/// Makes an Error of a reader's exception.
+/// \param place the file as the user names it, and the byte if it is known
+/// \param knownName the file as the reader names it; the text of the exception may begin with it
 ORVANE_API Error FileError(const std::string& place, const std::string& knownName,
                            const CException& error);
 

@@ -27,14 +27,15 @@ namespace orvane
 namespace
 {
 
-// Wide and heavy faces make the best solids. The first is in the packages that the library needs.
+// Wide and heavy faces make the best solids. The first of these is in a package that the library
+// depends on.
 constexpr std::array defaultFonts = {"DejaVu Sans Bold", "Liberation Sans Bold",
                                      "DejaVu Serif Bold"};
 
 /// The code page that the registry's fonts were loaded in.
 UINT registryCodePage = 0;
 
-/// Hands the registry's status text on.
+/// A status window for the registry that passes the text on to a function.
 class StatusLine : public CWnd
 {
 public:
@@ -139,10 +140,10 @@ OrvFont* ChooseDefaultFont()
     return fonts.GetHead();
 }
 
-/// What an enumeration looks for and, when it was there, the font that was made of it.
+/// The face that an enumeration of faces looks for, and the font that is made when it is found.
 struct FaceSearch
 {
-    std::string name;  ///< full, in the process's code page
+    std::string name;  ///< the full name in the process's code page
     std::unique_ptr<OrvFont> font;
 };
 
@@ -300,7 +301,8 @@ std::vector<std::string> SimilarNames(const std::string& name,
     for (const std::string& candidate : names)
     {
         const std::string lower = Lower(candidate);
-        // A name that contains what was asked for is more similar than any misspelling.
+        // A name that contains the wanted text is more similar than a name that is spelled almost
+        // like it.
         const std::size_t found = lower.find(wanted);
         ranked.emplace_back(found == std::string::npos ? 100 + Distance(wanted, lower) : found,
                             candidate);

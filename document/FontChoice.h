@@ -24,10 +24,9 @@ ORVANE_API void LoadFonts(const std::function<void(const std::string& line)>& pr
 /// font fits. No name gives the default font. Throws Error, which suggests similar names.
 ORVANE_API OrvFont* ChooseFont(const std::optional<std::string>& name);
 
-/// The same face for texts of a code page. A font keeps the letters that it has built by their
-/// codes, so texts of different code pages cannot share one. Throws Error when the name of the font
-/// cannot be written in the code page.
-/// \param font of the registry
+/// A font of the same face for texts of a code page. A font stores its letters by their character
+/// codes, so texts of different code pages need different fonts. Throws Error when the name of the
+/// font cannot be written in the code page. \param font of the registry
 ORVANE_API OrvFont* FontForCodePage(OrvFont& font, UINT codePage);
 
 /// Throws Error, which names the first character of the text that the font lacks. The process's

@@ -13,7 +13,8 @@ KeptContext::KeptContext() : dc_(wglGetCurrentDC()), context_(wglGetCurrentConte
 {
     if (context_ == nullptr)
     {
-        // The size is only for drawing bitmaps, which does not happen here.
+        // Only drawing bitmaps needs the right size, and nothing draws bitmaps in this context
+        // before this object makes it current again.
         dc_ = AdoptCurrentContext(1, 1);
         context_ = wglGetCurrentContext();
         isAdopted_ = dc_ != nullptr;
@@ -48,17 +49,26 @@ void CheckCurrentContext()
     {
         throw Error("OpenGL", "no context is current on this thread");
     }
-    // Contexts of the core profile, and of OpenGL ES, do not know the matrix stacks.
+    // Letters need matrix stacks. A context of the core profile or of OpenGL ES has none and
+    // answers this call with an error.
     while (glGetError() != GL_NO_ERROR)
     {}
-    GLint depth = 0;
-    glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &depth);
+    GLint mode = GL_MODELVIEW;
+    glGetIntegerv(GL_MATRIX_MODE, &mode);
+    glMatrixMode(GL_MODELVIEW);
     if (glGetError() != GL_NO_ERROR)
     {
         throw Error(
             "OpenGL",
             "a context of version \"" + std::string(reinterpret_cast<const char*>(version)) + "\"",
             "a context of the compatibility profile, which draws letters");
+    }
+    glMatrixMode(static_cast<GLenum>(mode));
+    GLint program = 0;
+    glGetIntegerv(GL_CURRENT_PROGRAM, &program);
+    if (program != 0)
+    {
+        throw Error("OpenGL", "a shader program is in use", "none (glUseProgram(0))");
     }
 }
 

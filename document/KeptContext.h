@@ -7,8 +7,8 @@
 namespace orvane
 {
 
-/// Remembers the OpenGL context that is current on this thread and makes it current again at its
-/// end. Off-screen drawing makes contexts of its own current in between.
+/// Makes the OpenGL context that is current now current again at the end of this object's life.
+/// Off-screen drawing makes other contexts current in between.
 class KeptContext
 {
 public:
@@ -24,9 +24,9 @@ private:
     HGLRC context_;
 };
 
-/// Makes a device context of the host's current context, which bitmaps can be drawn through, for as
-/// long as this object lives. Does nothing when the current context is one of the library's, or was
-/// not made with EGL.
+/// While this object lives, bitmaps can be drawn into the host's current OpenGL context, which
+/// needs a device context. Does nothing if the current context is one of the library's, or was not
+/// made with EGL.
 class AdoptedContext
 {
 public:

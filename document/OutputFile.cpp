@@ -26,7 +26,7 @@ void TellWatcher(const char* path)
     }
 }
 
-/// The path that a chain of symbolic links leads to. There need not be a file.
+/// Follows symbolic links. There need not be a file at the end.
 std::filesystem::path FollowLinks(std::filesystem::path path)
 {
     constexpr int longestChain = 40;
@@ -38,7 +38,7 @@ std::filesystem::path FollowLinks(std::filesystem::path path)
     return path;
 }
 
-/// An unused name in the folder of the target, because only there renaming is a single step.
+/// An unused name in the folder of the target. Renaming is a single step only within a folder.
 std::string NameBeside(const std::string& target)
 {
     return std::filesystem::path(target).replace_filename(
@@ -84,7 +84,7 @@ OutputFile::~OutputFile()
 
 void OutputFile::CheckTarget() const
 {
-    // Renaming would replace even a file that may not be written: do not let it.
+    // Renaming could replace a file that the user must not write to. Refuse that.
     if (std::FILE* const present = std::fopen(target_.c_str(), "r+b"))
     {
         std::fclose(present);
@@ -147,7 +147,7 @@ std::string OutputFile::OpenOutside()
 {
     if (kind_ != Kind::Regular)
     {
-        throw Error(path_, "is no ordinary file, which this format needs; write a PNG");
+        throw Error(path_, "is not a regular file, which a BMP needs; write a PNG");
     }
     BeginTemporary();
     return temporary_;

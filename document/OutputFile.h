@@ -28,16 +28,16 @@ public:
     /// Writes the next bytes. The first call makes the file. Throws Error.
     void Write(const void* bytes, std::size_t count);
 
-    /// Instead of Write, for a caller that makes the file itself: the name under which it does so.
-    /// Throws Error for standard output, devices and pipes.
+    /// Returns the temporary name of the file, for a caller that makes the file itself instead of
+    /// calling Write. Throws Error for standard output, devices and pipes.
     std::string OpenOutside();
 
     /// Puts the file in its place. Throws Error.
     void Commit();
 
-    /// Has a function called, in the whole process, with the name of each file that is begun, and
-    /// with null when it is complete or removed. A program uses it to remove an unfinished file
-    /// when it is interrupted. Null ends it.
+    /// Sets a function that is called with the temporary name of each file that any OutputFile of
+    /// the process begins, and with null when that file is complete or removed. A program can then
+    /// remove an unfinished file when it is interrupted. A null function ends this.
     static void WatchUnfinishedFiles(void (*watch)(const char* path));
 
 private:

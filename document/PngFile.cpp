@@ -55,8 +55,8 @@ struct PngFile::Encoder
         png_error(png, "the file cannot be written");
     }
 
-    /// Calls a function that calls libpng. It must not have objects with destructors, which a long
-    /// jump would not call.
+    /// Calls a function that calls libpng. The function must not create objects with destructors,
+    /// because a long jump skips them.
     template <typename Step>
     void Run(Step step)
     {

@@ -20,7 +20,7 @@ public:
     PngFile(const PngFile&) = delete;
     PngFile& operator=(const PngFile&) = delete;
 
-    /// Makes the file. Throws Error, as do the following.
+    /// Makes the file. This and the following functions throw Error.
     void Open();
     /// \param pixels three bytes each: blue, green, red
     void WriteRow(const unsigned char* pixels);

@@ -26,7 +26,8 @@ namespace orvane
 namespace
 {
 
-/// The code page in the last bytes of a file; the process's when they are no code page.
+/// The code page that the last four bytes of a file name. If they name no code page on offer, the
+/// code page of the process.
 UINT ReadCodePage(CFile& file)
 {
     DWORD last = 0;
@@ -41,23 +42,28 @@ UINT ReadCodePage(CFile& file)
     return isOffered ? last : GetACP();
 }
 
-/// Throws Error for a file whose first two bytes are not those of every scene, the archive's mark
-/// of a new class. A file of one byte passes; the archive refuses it.
+/// Throws Error unless the file begins with FF FF, the archive's mark of a new class, as every
+/// scene file does. A file of one byte passes, because the archive itself refuses it.
 void CheckMark(const std::string& path, CFile& file)
 {
     constexpr WORD newClass = 0xFFFF;
+    constexpr WORD nodeRecordVersion = 3;  // the first bytes of a node without its class
     WORD mark = newClass;
     file.Read(&mark, sizeof mark);
     file.SeekToBegin();
     if (mark != newClass)
     {
-        throw Error(path + ": byte 0", FileStart(file) + ", expected FF FF as scenes begin");
+        const char* const hint = mark == nodeRecordVersion
+                                     ? "; a scene is stored with CArchive::WriteObject, not with "
+                                       "its own Serialize"
+                                     : "";
+        throw Error(path + ": byte 0", FileStart(file) + ", expected FF FF as scenes begin" + hint);
     }
 }
 
 bool IsAtEnd(CArchive& archive, CFile& file)
 {
-    archive.Flush();  // sets the file back to the first byte that the archive has not given out
+    archive.Flush();  // moves the file's position back to the first byte that was not read yet
     return file.GetPosition() == file.GetLength();
 }
 
@@ -84,8 +90,8 @@ void ReadObjects(CArchive& archive, CFile& file, SceneDocument& document)
     }
 }
 
-/// Has nodes that are loaded look through the pictures of a folder for textures that are gone, for
-/// as long as this object lives.
+/// While this object lives, nodes that are loaded find missing textures by their names among the
+/// pictures of a folder.
 class NearbyTextures
 {
 public:
@@ -140,7 +146,7 @@ SceneDocument SceneDocument::Load(const std::string& path,
     CheckMark(path, file);
     document.codePage = ReadCodePage(file);
     SetProcessCodePage(document.codePage);
-    LoadFonts(progress);  // after the code page is chosen, because they keep it
+    LoadFonts(progress);  // after setting the code page, which fonts keep from their loading on
 
     std::error_code ignored;
     const NearbyTextures textures(std::filesystem::absolute(path, ignored).parent_path());
@@ -154,12 +160,12 @@ SceneDocument SceneDocument::Load(const std::string& path,
     }
     catch (const CException& error)
     {
-        const std::string& knownName = file.GetFilePath().Text();
+        const std::string knownName = file.GetFilePath().Text();
         if (std::string_view(error.what()).starts_with(knownName + ": "))
         {
             throw FileError(path, knownName, error);
         }
-        archive.Flush();  // sets the file back to the byte where reading stopped
+        archive.Flush();  // moves the file's position back to the byte where reading stopped
         throw FileError(path + ": byte " + std::to_string(file.GetPosition()), knownName, error);
     }
     return document;

@@ -20,8 +20,8 @@ namespace
 constexpr double margin = 0.08;  // of the picture's width or height, kept free on each side
 constexpr double degree = std::numbers::pi / 180;
 
-// The camera stands at a distance in this range, and the scene is scaled to fit. The depth buffer
-// is precise enough there, and nothing lies in front of the near clipping plane.
+// The distance between camera and scene is kept in this range, by scaling the scene. There the
+// depth buffer is precise enough and nothing lies in front of the near clipping plane.
 constexpr double nearestDistance = 1;
 constexpr double farthestDistance = 10;
 
@@ -30,7 +30,7 @@ void CentreScene(ViewObject& view)
 {
     const Vector low = view.GetBoundsLocalMinimum();
     const Vector high = view.GetBoundsLocalMaximum();
-    constexpr int rounds = 12;  // each at least halves the distance that is left
+    constexpr int rounds = 12;  // each round at least halves the distance from the middle
     for (int i = 0; i < rounds; ++i)
     {
         double least[2] = {1e30, 1e30};
@@ -54,7 +54,8 @@ void CentreScene(ViewObject& view)
     }
 }
 
-/// Zooms to the scene with a lens that sees less than the camera's, by the margin on each side.
+/// Moves the camera until the scene fills the picture up to the margin. For this the lens is
+/// narrowed by the margin on each side.
 bool ZoomWithMargin(ViewObject& view)
 {
     const double angle = view.GetProjection().GetFieldOfViewAngle();
@@ -115,7 +116,8 @@ void FrameScene(ViewObject& view, const CameraOptions& options, const Size& size
 
     if (ZoomWithMargin(view))
     {
-        // The camera is at the origin and looks along -z: this is how far away the scene begins.
+        // The camera is at the origin and looks along -z, so this is the distance of the scene's
+        // nearest point.
         view.CalculateBounds();
         const double distance = -view.GetBoundsGlobalMaximum().z;
         const double wanted = std::clamp(distance, nearestDistance, farthestDistance);
@@ -155,7 +157,7 @@ std::optional<Size> FramedSize(const ViewObject& view)
     const ProjectionData lens = view.GetProjection();
     const double height = lens.referenceHeight;
     const double width = std::round(height * lens.GetReferenceAspect());
-    // Anything may stand in a file.
+    // The numbers may come from a damaged file.
     if (!(height >= 1 && height <= 1e6 && width >= 1 && width <= 1e6))
     {
         return std::nullopt;

@@ -13,7 +13,7 @@ class ViewObject;
 namespace orvane
 {
 
-/// Adds a node to a scene, in the place that the node has. The scene owns it then.
+/// Adds a node to a scene, which owns it then. The node keeps its transform.
 ORVANE_API DrawingObject& AddNode(SceneObject& scene, std::unique_ptr<DrawingObject> node);
 
 /// Throws OptionError when a number of the options is out of its range.
@@ -24,8 +24,8 @@ ORVANE_API void CheckSize(const Size& size);
 /// Points the camera at the scene, which then fills a picture of that size except for a margin.
 ORVANE_API void FrameScene(ViewObject& view, const CameraOptions& options, const Size& size);
 
-/// Gives a view the size of a picture. It goes on showing the same: a picture narrower than the
-/// framed one shows the same width of the scene, a wider one the same height.
+/// Sets up a view for a picture of another size. A picture that is narrower than the framed one
+/// shows the same width of the scene, a wider picture the same height.
 ORVANE_API void SizeView(ViewObject& view, const Size& size);
 
 /// The size of the picture that the view was framed for; nothing when it was never framed.

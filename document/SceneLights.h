@@ -9,7 +9,7 @@ class SceneObject;
 namespace orvane
 {
 
-/// The light that comes from everywhere, and what the lights turn with, in a new scene.
+/// The ambient light of a new scene, and what its lights turn with.
 inline constexpr Color firstAmbientColor{0.34f, 0.35f, 0.38f, 1};
 inline constexpr LightsFollow firstLightsFollow = LightsFollow::Camera;
 

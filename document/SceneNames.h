@@ -21,13 +21,13 @@ ORVANE_API std::string PathText(const NodePath& path);
 /// process's code page must be that of the text.
 ORVANE_API std::string NameOfNode(const DrawingObject& node);
 
-// Names of numbers that a scene's file may hold. A number without a name is named by its digits.
+// Names for numbers from a scene's file. A number that has no name becomes its digits.
 
 ORVANE_API std::string StyleName(int bevelStyle);
 ORVANE_API std::string LocationName(int bevelLocation);
 ORVANE_API std::string SideName(int justification);
 ORVANE_API std::string QualityName(unsigned long quality);
-/// Every number that is not Stretch or Tile means Center.
+/// Every number except those of Stretch and Tile means Center.
 ORVANE_API std::string PlacementName(unsigned long placement);
 ORVANE_API std::string DrawingModeName(int index);
 

@@ -23,16 +23,16 @@ namespace orvane
 namespace
 {
 
-// The names that a drawing gives for picking. The children of a node are named by their indices.
-constexpr GLuint partNameCount = 3;    // of a character: 0 face, 1 edge, 2 bevel
-constexpr GLuint handleNameCount = 4;  // between the names of the scene's children and its lights
+// When OpenGL picks, drawing names each child of a node by its index. These are other names.
+constexpr GLuint partNameCount = 3;    // parts of a character: 0 face, 1 edge, 2 bevel
+constexpr GLuint handleNameCount = 4;  // the names of lights come after these
 
-constexpr std::size_t maxBufferSize = 1u << 26;  // names of all hits; takes 256 MiB
+constexpr std::size_t maxBufferSize = 1u << 26;  // numbers of 4 bytes: 256 MiB
 
 /// OpenGL's record of one picked thing.
 struct SelectionHit
 {
-    std::vector<GLuint> names;  ///< from the scene downwards
+    std::vector<GLuint> names;  ///< the first names a child of the scene
     GLuint depth;
 };
 
@@ -70,16 +70,16 @@ std::vector<SelectionHit> CollectHits(const std::function<int()>& draw)
     }
 }
 
-/// A small square of a picture, in which OpenGL looks for things.
+/// A small square of a picture. OpenGL picks everything that is in it.
 class PickWindow
 {
 public:
-    /// \param steps the window's side is 1/steps of a pixel; the window lies around the pixel's
-    /// centre
-    /// \param wide whether the window is five times as large instead
+    /// A window around the centre of a pixel.
+    /// \param steps how many windows side by side make a pixel
+    /// \param wide makes the window five times as wide and high
     PickWindow(ViewObject& view, int x, int y, int steps, bool wide) : view_(view)
     {
-        // A sub-window of two by two steps, with the window in its middle.
+        // The lens shows two by two steps; OpenGL's picking window lies in their middle.
         lens_ = view.GetProjection();
         lens_.SetScale(steps, steps);
         lens_.SetViewSize(2, 2);
@@ -104,8 +104,8 @@ public:
         return CollectHits([this] { return view_.Draw(&parameters_); });
     }
 
-    /// Finds the characters of a text from \p first up to \p end that are in the window. The only
-    /// name of such a hit is that of the character's part.
+    /// Finds those characters of a text, from \p first up to \p end, that are in the window. The
+    /// only name of such a hit is the name of the character's part.
     /// \param way the nodes from the scene down to the text
     std::vector<SelectionHit> Pick(const std::vector<const DrawingObject*>& way,
                                    OrvFontString& text, std::size_t first, std::size_t end)
@@ -139,9 +139,7 @@ Error UnpickableNode(const DrawingObject& node, const NodePath& path, const std:
 
 bool DrawsSolids(const ViewObject& view)
 {
-    DrawingParameters parameters;
-    parameters.SetFlags(view.GetDrawingMode());
-    return parameters.IsRender() != 0;
+    return (view.GetDrawingMode() & DrawingParameters::renderBit) != 0;
 }
 
 /// Finds what the names of hits mean. The three parts of a text's characters have the same names as
@@ -163,7 +161,8 @@ public:
         {
             SplitCharacters(hit, 0, hit.text->GetTextString()->Text().size());
         }
-        // Of two things at the same depth the one that is drawn first is in front, as in a picture.
+        // The sort is stable: of two things at the same depth, a picture shows the one that is
+        // drawn first.
         std::stable_sort(found_.begin(), found_.end(),
                          [](const auto& a, const auto& b) { return a.depth < b.depth; });
         return found_;
@@ -300,8 +299,8 @@ private:
     std::vector<PickedPart> found_;
 };
 
-/// Throws Error for a text with an unknown edge style, because drawing it leaves names behind that
-/// other nodes would be taken for.
+/// Throws Error for a text with an unknown edge style. Drawing such a text leaves a name on
+/// OpenGL's stack, so that all later hits would have wrong names.
 void CheckStyles(const DrawingObject& node, const NodePath& path)
 {
     const auto* const text = dynamic_cast<const OrvString*>(&node);
@@ -345,7 +344,7 @@ std::vector<PickedPart> ScenePicker::Pick(int x, int y)
         int steps;
         bool wide;
     };
-    constexpr int pointSteps = 64;  // 1/64 of a pixel is as good as a point
+    constexpr int pointSteps = 64;  // a window of 1/64 pixel is practically a point
     std::vector<Attempt> attempts = {{pointSteps, false}, {1, false}};
     if (DrawingModeOf(*view_) == DrawingMode::Outline)
     {

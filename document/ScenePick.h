@@ -21,8 +21,8 @@ struct PickedPart
 {
     HitKind kind = HitKind::Node;
     NodePath path;  ///< of the node; empty for a light
-    /// Of the character in the text's string, where a line end counts as two; or of the triangle in
-    /// the mesh; or of the light.
+    /// The index of the character in the text's string, in which a line end counts as two
+    /// characters; or of the triangle in the mesh; or of the light.
     int index = 0;
     LetterPart part = LetterPart::Face;  ///< of a letter
     double depth = 0;  ///< of the nearest point: 0 at the near clipping plane, 1 at the far one

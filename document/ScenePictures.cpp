@@ -31,7 +31,8 @@ void CheckPicture(const CString& file)
     }
 }
 
-/// The absolute path of a BMP picture, by which a scene finds it wherever the scene is saved.
+/// Checks a BMP picture and returns its absolute path, by which a scene finds the picture wherever
+/// the scene is saved.
 CString CheckedAbsolutePath(const std::string& file)
 {
     std::error_code ignored;

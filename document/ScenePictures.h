@@ -13,7 +13,7 @@ namespace orvane
 /// Lays a picture on a node. Throws Error when the file is no BMP picture.
 ORVANE_API void SetTexture(DrawingObject& node, const TextureOptions& options);
 
-/// Replaces what is behind a scene. Throws Error when the file is no BMP picture.
+/// Replaces the background of a scene. Throws Error when the file is no BMP picture.
 ORVANE_API void SetBackground(SceneObject& scene, const BackgroundOptions& options);
 
 /// Throws Error when a picture that the scene shows cannot be read.

@@ -28,8 +28,8 @@ std::string JoinLines(const std::vector<std::string>& lines, std::size_t count)
     return text;
 }
 
-/// The number, from 1, of the first line that does not fit into one code page with everything
-/// before it.
+/// The number of the first line, counted from 1, that does not fit into one code page together with
+/// everything before it.
 std::size_t LineOfMisfit(const std::vector<std::string>& lines, const std::string& others)
 {
     std::size_t fitting = 0;

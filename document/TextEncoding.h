@@ -25,23 +25,24 @@ struct EncodedText
     CString text;
 };
 
-/// Encodes lines (UTF-8) in the first code page on offer that holds all their characters together
-/// with those of \p others. Throws Error, which names the first character that fits into no code
-/// page together with the characters before it.
-/// \param others more text, in UTF-8, that has to fit into the same code page
+/// Encodes lines (UTF-8) in the first code page on offer that has all their characters. Throws
+/// Error if there is none; it names the first character that shares no code page with all
+/// characters before it. \param others more text, in UTF-8, whose characters the code page must
+/// have, too
 ORVANE_API EncodedText EncodeLines(const std::vector<std::string>& lines,
                                    const std::string& others = {});
 
-/// Lines (UTF-8) in a given code page. Characters that are not in it end the text.
+/// Encodes lines (UTF-8) in a given code page. The text ends before the first character that the
+/// code page lacks.
 ORVANE_API CString EncodeLinesIn(const std::vector<std::string>& lines, UINT codePage);
 
 /// Converts a text of the process's code page to UTF-8.
 ORVANE_API std::string ToUtf8(const char* text);
 
-/// A character (UTF-8) for a message: its number, after the character itself when it can be seen.
+/// Describes a character (UTF-8) for a message: as "é" (U+00E9), or as U+0007 if it is invisible.
 ORVANE_API std::string Describe(const std::string& character);
 
-/// Makes a code page the process's for as long as this object lives.
+/// Sets the process's code page for as long as this object lives.
 class ORVANE_API CodePageScope
 {
 public:

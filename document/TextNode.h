@@ -18,7 +18,7 @@ ORVANE_API void CheckTextOptions(const TextOptions& options);
 
 /// A text node that is ready to be drawn.
 /// \param text in the font's code page, its lines separated by CR LF
-/// \param options without the font and the texture, which are not looked at
+/// \param options everything but the font and the texture is used
 ORVANE_API std::unique_ptr<OrvFontString> MakeTextNode(const CString& text, OrvFont* font,
                                                        const TextOptions& options);
 

@@ -18,7 +18,7 @@ constexpr GLenum matrices[] = {GL_TEXTURE, GL_PROJECTION, GL_MODELVIEW};
 
 double WireWidth(const Size& size, DrawingMode mode)
 {
-    constexpr double wiresPerPicture = 480;  // so many wires side by side fill the shorter side
+    constexpr double wiresPerPicture = 480;  // how many wires side by side fill the shorter side
     return mode == DrawingMode::Outline
                ? std::max(1.0, std::min(size.width, size.height) / wiresPerPicture)
                : 0;
@@ -27,7 +27,7 @@ double WireWidth(const Size& size, DrawingMode mode)
 void PrepareForPicture(double wireWidth)
 {
     glEnable(GL_NORMALIZE);
-    CutQuadsAlike();  // or bands of a picture would differ where they meet
+    CutQuadsAlike();  // so that the bands of a picture agree where they meet
     if (wireWidth > 0)
     {
         glLineWidth(static_cast<GLfloat>(wireWidth));

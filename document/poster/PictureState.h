@@ -9,12 +9,11 @@ namespace orvane
 /// The width of a wire in a picture of that size, in pixels; 0 when the mode draws no wires.
 double WireWidth(const Size& size, DrawingMode mode);
 
-/// Sets the state of OpenGL that all pictures need and that the library's drawing leaves alone.
+/// Sets the OpenGL state that every picture needs and that nodes do not set themselves.
 /// \param wireWidth in pixels of the drawing; 0 for none
 void PrepareForPicture(double wireWidth);
 
-/// Sets everything else that a host may have changed in its context back to OpenGL's defaults, as
-/// far as it matters to pictures.
+/// Resets the OpenGL state that a host may have changed and that would change pictures.
 void ResetHostState();
 
 /// Keeps the state of OpenGL for as long as this object lives.

@@ -13,7 +13,7 @@ namespace orvane
 
 class PosterTarget;
 
-/// A picture file to be made of a view: its name and size, and how it is drawn.
+/// Says which picture file to make of a view.
 struct ORVANE_API PosterSettings
 {
     PosterSettings() = default;
@@ -24,7 +24,7 @@ struct ORVANE_API PosterSettings
 
     std::string output;  ///< a name that ends in .png or .bmp, or "-" for a PNG to standard output
     Size size = defaultPictureSize;
-    PictureOptions options;  ///< without the size, which is not looked at
+    PictureOptions options;  ///< everything but its size is used
 };
 
 /// Checks everything that can be checked without a scene. Throws OptionError for values that make

@@ -27,7 +27,7 @@ int ChooseSamples(const PosterSettings& settings)
 {
     if (settings.options.bits < 24)
     {
-        return 1;  // these pictures are dithered, and averages would undo that
+        return 1;  // averaging samples would undo the dithering of these pictures
     }
     const double megapixels = 1e-6 * settings.Width() * settings.Height();
     return settings.options.samples != 0 ? settings.options.samples
@@ -36,7 +36,8 @@ int ChooseSamples(const PosterSettings& settings)
                                          : 1;
 }
 
-/// Averages squares of samples by samples pixels, each pixel of so many bytes.
+/// Makes a row of the picture from \p samples rows of the bitmap, by averaging squares of samples
+/// by samples pixels. A pixel has \p bytes bytes.
 template <int samples, int bytes>
 void AverageRow(const BYTE* in, std::size_t rowBytes, int width, BYTE* out)
 {
@@ -91,7 +92,9 @@ BandLayout MakeBitmap(GLMemoryDIB& dib, const ProjectionData& projection, int bi
         constexpr int wideMargin = 8;
         if (layout.margin > wideMargin)
         {
-            dib.maximumBandWidth = 512;  // narrower bands may be higher, and waste less
+            // The size of a bitmap is limited, so a narrower band may be higher. It wastes less on
+            // its margins.
+            dib.maximumBandWidth = 512;
         }
     }
     // A band holds whole pixels of the picture. With dithering it holds whole patterns, which are
@@ -151,7 +154,7 @@ bool PosterBands::Draw(int row, int column)
         const bool isEmpty = showsNothing && IsBackgroundPlain();
         if (isEmpty && isEmpty_)
         {
-            return true;  // the bitmap still holds such a band
+            return true;  // the bitmap still holds the same picture from the last band
         }
         isEmpty_ = isEmpty;
     }
@@ -159,12 +162,13 @@ bool PosterBands::Draw(int row, int column)
     const double left = column * layout_.StepX() - layout_.margin;
     dib_.PrepareNextBand(top * layout_.samples / layout_.height,
                          left * layout_.samples / layout_.width, &parameters_);
-    // A background picture may leave parts uncovered, where an older band would show through.
+    // A background picture may not cover the whole band. Without this, the last band would show
+    // through.
     const ColorVector color = view_.GetScene()->GetBackgroundColor();
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     glClearColor(color.red, color.green, color.blue, 1);
     glClear(GL_COLOR_BUFFER_BIT);
-    // In a file of 32 bits the fourth byte of a pixel is 255, whatever is drawn.
+    // The fourth byte of each pixel of a 32-bit file stays 255 because alpha is never written.
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, settings_.options.bits != 32);
     const int drawn = view_.Draw(&parameters_);
     GdiFlush();
@@ -198,7 +202,8 @@ void PosterBands::CopyTo(Strip& strip, int column) const
     }
 }
 
-/// Pixels of the picture around a band, or around the whole picture, whose nodes may reach into it.
+/// The width of the edge around a band, in pixels of the picture. A node that is seen only in the
+/// edge may still colour pixels of the band.
 int PosterBands::Edge() const
 {
     return layout_.margin + 1;
@@ -212,7 +217,7 @@ ProjectionData PosterBands::WithEdge(ProjectionData projection) const
     return projection;
 }
 
-/// The area of a band with its edge, in the picture with its edge.
+/// The area of a band and its edge, in the picture that WithEdge describes.
 PictureArea PosterBands::AreaOf(int row, int column) const
 {
     const double width = settings_.Width() + 2 * Edge();
@@ -223,7 +228,7 @@ PictureArea PosterBands::AreaOf(int row, int column) const
             (left + layout_.StepX() + 2 * Edge()) / width, 1 - top / height};
 }
 
-/// Whether bands that show no nodes are all alike.
+/// Whether all bands that show no nodes look the same.
 bool PosterBands::IsBackgroundPlain() const
 {
     return !parameters_.ShouldShowLights() &&

@@ -13,8 +13,8 @@ namespace orvane
 
 class Strip;
 
-/// How a picture is cut into bands. A band is drawn with samples by samples pixels for each pixel
-/// of the picture.
+/// How a picture is cut into bands. Each pixel of the picture is drawn as a square of samples by
+/// samples pixels of the band's bitmap.
 struct BandLayout
 {
     int samples = 1;
@@ -39,13 +39,14 @@ public:
     int Columns() const;
     const BITMAPINFO& Info() const { return *dib_.GetDIBInfo(); }
 
-    /// Leaves a band in the bitmap. False when the scene could not be drawn completely.
+    /// Draws a band into the bitmap. Returns false when the scene could not be drawn completely.
     bool Draw(int row, int column);
     /// Copies the band that was drawn last, without its margin, to its place in a strip.
     void CopyTo(Strip& strip, int column) const;
 
 private:
     int Edge() const;
+    /// The projection of the picture with an edge around it.
     ProjectionData WithEdge(ProjectionData projection) const;
     PictureArea AreaOf(int row, int column) const;
     bool IsBackgroundPlain() const;

@@ -17,14 +17,16 @@ namespace orvane
 namespace
 {
 
-// Feedback values (16 MB of them). A node that has more counts as seen everywhere.
+// The most feedback values that are read for one node; they take 16 MB. A node with more values
+// counts as seen everywhere.
 constexpr GLsizei maxValues = 4'000'000;
-// The size of the picture that feedback is about, in pixels. It only has to be fine enough.
+// Feedback gives places in a picture of this width and height, in pixels. Pictures of other sizes
+// use them as fractions.
 constexpr GLsizei feedbackSide = 4096;
 constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr PictureArea everywhere = {-infinity, -infinity, infinity, infinity};
 
-/// The rectangle around every vertex in feedback values.
+/// The smallest rectangle that contains all vertices of the feedback.
 PictureArea AreaOf(const GLfloat* values, GLint count)
 {
     PictureArea area = {infinity, infinity, -infinity, -infinity};

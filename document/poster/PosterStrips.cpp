@@ -39,7 +39,7 @@ PosterStrips::PosterStrips(PosterTarget& target, std::size_t rowBytes, int heigh
                            std::function<bool()> goOn)
     : target_(target), rowBytes_(rowBytes), goOn_(std::move(goOn))
 {
-    // Several strips let the drawing run ahead of the disk where there is little to draw.
+    // With several strips the drawing can run ahead of a slow disk.
     const std::size_t stripBytes = rowBytes * static_cast<std::size_t>(height);
     slots_ =
         std::vector<Slot>(std::clamp(maxStripBytes / stripBytes, minStripCount, maxStripCount));
@@ -77,7 +77,7 @@ void PosterStrips::End()
         {
             above.get();
         }
-        above = {};  // each future would keep all earlier ones
+        above = {};  // or a chain of futures would keep all earlier strips
         target_.WriteRows(top, slot.strip, goOn_);
     };
     slot.written = std::async(std::launch::async, std::move(write));

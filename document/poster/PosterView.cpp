@@ -62,7 +62,7 @@ PosterView::PosterView(const ViewObject& view, int samples)
     TextureMap& picture = *background_.GetTexture();
     if (picture.placement == static_cast<DWORD>(BackgroundPlacement::Stretch))
     {
-        // The place of a stretched picture is in pixels of the drawing.
+        // A stretched picture is placed in pixels of the drawing, which are smaller.
         picture.SetHorizontalLocation(picture.GetHorizontalLocation() * samples);
         picture.SetVerticalLocation(picture.GetVerticalLocation() * samples);
     }

@@ -1,73 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/BitmapDrawing.h"
 #include "tests/support/HeadlessContext.h"
+#include "tests/support/HostWindow.h"
 
-#include <EGL/egl.h>
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 namespace
 {
-
-// A function of the EGL that the library has loaded.
-template <typename Function>
-Function Egl(const char* name)
-{
-    return reinterpret_cast<Function>(dlsym(dlopen("libEGL.so.1", RTLD_NOW), name));
-}
-#define EGL_CALL(name) Egl<decltype(&name)>(#name)
-
-// A context and a surface as the host of a window makes them, on the library's display.
-class HostWindow
-{
-public:
-    HostWindow(int width, int height)
-    {
-        // The display is the current one of a context of the library's.
-        const HeadlessContext library(1, 1);
-        if (!library.IsValid())
-        {
-            return;
-        }
-        display_ = EGL_CALL(eglGetCurrentDisplay)();
-        const EGLint wanted[] = {EGL_SURFACE_TYPE,
-                                 EGL_PBUFFER_BIT,
-                                 EGL_RENDERABLE_TYPE,
-                                 EGL_OPENGL_BIT,
-                                 EGL_RED_SIZE,
-                                 8,
-                                 EGL_DEPTH_SIZE,
-                                 24,
-                                 EGL_NONE};
-        EGLConfig config = nullptr;
-        EGLint count = 0;
-        EGL_CALL(eglChooseConfig)(display_, wanted, &config, 1, &count);
-        const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
-        surface_ = EGL_CALL(eglCreatePbufferSurface)(display_, config, size);
-        context_ = EGL_CALL(eglCreateContext)(display_, config, EGL_NO_CONTEXT, nullptr);
-    }
-    ~HostWindow()
-    {
-        if (display_ != EGL_NO_DISPLAY)
-        {
-            EGL_CALL(eglMakeCurrent)(display_, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
-            EGL_CALL(eglDestroySurface)(display_, surface_);
-            EGL_CALL(eglDestroyContext)(display_, context_);
-        }
-    }
-    HostWindow(const HostWindow&) = delete;
-    HostWindow& operator=(const HostWindow&) = delete;
-
-    bool IsValid() const { return context_ != EGL_NO_CONTEXT; }
-    const char* Reason() const { return "no context of a host's own"; }
-    void MakeCurrent() const { EGL_CALL(eglMakeCurrent)(display_, surface_, surface_, context_); }
-    bool IsCurrent() const { return EGL_CALL(eglGetCurrentContext)() == context_; }
-
-private:
-    EGLDisplay display_ = EGL_NO_DISPLAY;
-    EGLSurface surface_ = EGL_NO_SURFACE;
-    EGLContext context_ = EGL_NO_CONTEXT;
-};
 
 Rgb PixelAt(int x, int y)
 {
