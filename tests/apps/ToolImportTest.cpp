@@ -196,8 +196,7 @@ TEST_F(ToolImport, WhatIsWholeOfADamagedFileIsDrawnAndTheDamageTold)
     EXPECT_EQ(result.err,
               "orvane: some.3ds: the file is damaged, and only its whole parts are drawn: "
               "chunk 0x4110 at byte " +
-                  std::to_string(list) + " is too short for the values that must be in it
-");
+                  std::to_string(list) + " is too short for the values that must be in it\n");
 
     std::filesystem::remove(folder.Path("x.png"));
     folder.Write("none.3ds", AsText(FileOf({second})));
