@@ -22,7 +22,7 @@ struct NamedColor::ProfileEntry
 };
 
 // In the order in which the profile has them.
-const NamedColor::ProfileEntry NamedColor::profileEntries_[] = {
+const NamedColor::ProfileEntry NamedColor::profileEntries[] = {
     {311, &NamedColor::ambientColor, &ColorVector::red},
     {312, &NamedColor::ambientColor, &ColorVector::green},
     {313, &NamedColor::ambientColor, &ColorVector::blue},
@@ -93,7 +93,7 @@ int NamedColor::Load(int index, const CString& section, const CString& prefix)
     };
 
     name = app.GetProfileString(place, ResourceText(nameResource), "Invalid Material");
-    for (const ProfileEntry& entry : profileEntries_)
+    for (const ProfileEntry& entry : profileEntries)
     {
         this->*entry.color.*entry.component = static_cast<float>(number(entry.resource) * 0.01);
     }
@@ -109,7 +109,7 @@ int NamedColor::Save(int index, const CString& section, const CString& prefix) c
     const CString place = ProfileSection(index, section, prefix);
 
     app.WriteProfileString(place, ResourceText(nameResource), name);
-    for (const ProfileEntry& entry : profileEntries_)
+    for (const ProfileEntry& entry : profileEntries)
     {
         app.WriteProfileInt(place, ResourceText(entry.resource),
                             Percent(this->*entry.color.*entry.component));

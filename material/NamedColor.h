@@ -54,5 +54,5 @@ protected:
 
 private:
     struct ProfileEntry;
-    static const ProfileEntry profileEntries_[];
+    static const ProfileEntry profileEntries[];
 };
