@@ -229,7 +229,7 @@ TEST_F(LibraryRegistry, FacesEnterAListOutOfOrderAsInsertSortedHasThem)
               (Names{"Alpha Regular", "Beta Regular", "Delta Regular", "Gamma", "Beta"}));
 }
 
-TEST_F(LibraryRegistry, OfTwoFacesWithOneFullNameTheFirstEnumeratedWins)
+TEST_F(LibraryRegistry, TheFirstEnumeratedOfTwoFacesWithOneFullNameIsKept)
 {
     InstallFace("Bb", "Regular", "Same Name");
     InstallFace("Aa", "Regular", "Same Name");
@@ -265,7 +265,7 @@ TEST_F(LibraryRegistry, WithNoFontsInstalledItIsEmpty)
     EXPECT_TRUE(GetFontList()->IsEmpty());
 }
 
-TEST_F(LibraryRegistry, OfDejaVuAndLiberationHasTheReferencesFacesInItsOrder)
+TEST_F(LibraryRegistry, ForDejaVuAndLiberationTheRegistryEqualsTheReferences)
 {
     for (const std::string& file : FontFiles())
     {

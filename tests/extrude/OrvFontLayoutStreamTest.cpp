@@ -168,7 +168,7 @@ TEST_F(OrvFontLayout, StepsFollowTheScaleTheBevelAndItsOptions)
     }
 }
 
-TEST_F(OrvFontLayout, OfSolidAndWireframeSolidIsDrawn)
+TEST_F(OrvFontLayout, SolidIsDrawnWhenSolidAndWireframeAreBothAsked)
 {
     string.SetTextString("A");
     const auto primitives = [&] {

@@ -62,7 +62,7 @@ TEST(OrvFontList, NamesThatDifferInCaseAreBothThereUpperCaseFirst)
     EXPECT_EQ(NamesOf(list), (Names{"Gothic", "gothic"}));
 }
 
-TEST(OrvFontList, RefusesANameThatIsThereAndKeepsTheFirst)
+TEST(OrvFontList, ASecondFontOfTheSameNameIsRefused)
 {
     OrvFontList list;
     StubFont* const first = new StubFont("Same");

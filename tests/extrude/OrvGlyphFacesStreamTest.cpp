@@ -103,7 +103,7 @@ TEST_F(OrvGlyphFaces, MirroringSwapsTheFourModes)
     }
 }
 
-TEST_F(OrvGlyphFaces, TakeTheWholeNormalThatTheyAreGiven)
+TEST_F(OrvGlyphFaces, EveryFaceHasTheNormalOfTheCall)
 {
     GlRecording recording;
     square.RenderFace(0, Vector(0.25f, -0.5f, 2), 1, ExtrusionData());
@@ -111,13 +111,13 @@ TEST_F(OrvGlyphFaces, TakeTheWholeNormalThatTheyAreGiven)
               (Lines{"glNormal3f 0.25 -0.5 2", "glNormal3f 0.25 -0.5 2"}));
 }
 
-TEST_F(OrvGlyphFaces, OfTheSquareAreThoseOfTheGoldenFile)
+TEST_F(OrvGlyphFaces, CallsForTheSquareEqualItsGoldenFile)
 {
     EXPECT_TRUE(
         IsGolden("glyph/square/RenderFaces.txt", TextOfDraws(square, &OrvGlyph::RenderFaces)));
 }
 
-TEST_F(OrvGlyphFaces, UseTheUnbevelledOutlineWhateverTheBevel)
+TEST_F(OrvGlyphFaces, TheBevelDoesNotChangeTheFaces)
 {
     ExtrusionData data;
     data.CalculateHeights();
@@ -141,7 +141,7 @@ TEST_F(OrvGlyphFaces, WithoutPolygonsOnlySetCounterClockwise)
     EXPECT_EQ(recording.Lines(), (Lines{ccw}));
 }
 
-TEST_F(OrvGlyphFaces, OfACopyAreDrawnFromTheSourcesVertices)
+TEST_F(OrvGlyphFaces, ACopyDrawsFromTheVerticesOfItsSource)
 {
     ExtrusionData data;
     data.CalculateHeights();

@@ -49,19 +49,19 @@ class Rings : public testing::TestWithParam<Routine>
 {};
 }  // namespace
 
-TEST_P(Rings, OfTheSquareAreThoseOfTheGoldenFile)
+TEST_P(Rings, CallsForTheSquareEqualItsGoldenFile)
 {
     EXPECT_TRUE(IsGolden(std::string("glyph/square/") + GetParam().name + ".txt",
                          TextOfDraws(Square(), GetParam().draw)));
 }
 
-TEST_P(Rings, OfTheOddGlyphAreThoseOfTheGoldenFile)
+TEST_P(Rings, CallsForTheOddGlyphEqualItsGoldenFile)
 {
     EXPECT_TRUE(IsGolden(std::string("glyph/odd/") + GetParam().name + ".txt",
                          TextOfDraws(OddGlyph(), GetParam().draw)));
 }
 
-TEST_P(Rings, OfBevelDepthZeroLieOnTheFacesAndAreStillEmitted)
+TEST_P(Rings, WithBevelDepthZeroEveryQuadIsStillEmitted)
 {
     GlRecording recording;
     (OddGlyph().*GetParam().draw)(Bevelled(0));
@@ -73,7 +73,7 @@ TEST_P(Rings, OfBevelDepthZeroLieOnTheFacesAndAreStillEmitted)
     EXPECT_EQ(recording.Vertices().size(), GetParam().bands * 4 * 5);
 }
 
-TEST_P(Rings, OfAMirroredGlyphAreMadeTheFrontAndCounterClockwiseIsLeftBehind)
+TEST_P(Rings, MirroringSwapsTheFrontFaceAndCounterClockwiseIsSetAtTheEnd)
 {
     ExtrusionData data = Bevelled(0.1f);
     for (const auto& [x, y, mode] : {std::tuple{-1.0f, 1.0f, "glFrontFace GL_CW"},

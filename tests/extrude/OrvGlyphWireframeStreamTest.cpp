@@ -33,13 +33,13 @@ class Wireframes : public testing::TestWithParam<WireframeSet>
 {};
 }  // namespace
 
-TEST_P(Wireframes, OfTheSquareAreThoseOfTheGoldenFile)
+TEST_P(Wireframes, CallsForTheSquareEqualItsGoldenFile)
 {
     EXPECT_TRUE(IsGolden(std::string("glyph/square/") + GetParam().name + ".txt",
                          TextOfDraws(Square(), GetParam().draw)));
 }
 
-TEST_P(Wireframes, OfTheOddGlyphAreThoseOfTheGoldenFile)
+TEST_P(Wireframes, CallsForTheOddGlyphEqualItsGoldenFile)
 {
     EXPECT_TRUE(IsGolden(std::string("glyph/odd/") + GetParam().name + ".txt",
                          TextOfDraws(OddGlyph(), GetParam().draw)));

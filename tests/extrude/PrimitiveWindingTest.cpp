@@ -58,7 +58,7 @@ TEST(PrimitiveWinding, AnAllDegeneratePrimitiveHasNoTurn)
     EXPECT_EQ(Turn(GL_TRIANGLES, {0, 2, 3, 3, 4, 5}), 0);
 }
 
-TEST(PrimitiveWinding, OnlyAClockwiseTurnSetsTheBitAndNoneClearsIt)
+TEST(PrimitiveWinding, AClockwiseTurnSetsTheBitAndAnyOtherClearsIt)
 {
     const std::vector<Vertex> pool = Pool();
     const auto clockwise = [&pool](const std::vector<unsigned short>& indices) {

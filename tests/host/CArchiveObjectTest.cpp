@@ -423,7 +423,7 @@ TEST(CArchiveObject, NestingIsCountedAnewForEachSibling)
     EXPECT_NE(second, nullptr);
 }
 
-TEST(CArchiveObject, WhatCouldNotBeLoadedForItsDepthIsNotStored)
+TEST(CArchiveObject, ATreeTooDeepToLoadIsNotStored)
 {
     const auto store = [](int levels) {
         SampleNode root;

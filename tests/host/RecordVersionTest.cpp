@@ -73,7 +73,7 @@ TEST(RecordVersion, ARefusalNamesThePlaceTheClassAndWhatIsKnown)
     }
 }
 
-TEST(RecordVersion, AnObserverLearnsEachThatIsReadAndKnown)
+TEST(RecordVersion, AnObserverIsToldEveryKnownVersionThatIsRead)
 {
     const Bytes bytes = RecordBytes().Dword(2).Dword(1).Dword(3).Dword(4);
     CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
@@ -95,7 +95,7 @@ TEST(RecordVersion, AnObserverLearnsEachThatIsReadAndKnown)
               (std::vector<std::pair<std::string, DWORD>>{{"SampleNode", 2}, {"SampleNode", 1}}));
 }
 
-TEST(RecordVersion, OfAReaderPerVersionIsObservedToo)
+TEST(RecordVersion, VersionsReadByOneReaderEachAreObservedToo)
 {
     NamedView view;
     const Bytes bytes = RecordBytes().Dword(1).String("a").Append(CoordinateTransformRecord());

@@ -47,7 +47,7 @@ void Clear(float red, float green, float blue)
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 }
 
-TEST(GLMemoryDIB, WhatIsDrawnComesToItsBits)
+TEST(GLMemoryDIB, ADrawingArrivesInTheBitmapsBits)
 {
     GLMemoryDIB dib;
     REQUIRE_CREATED(dib.Create(PictureOf(4, 2), 24));

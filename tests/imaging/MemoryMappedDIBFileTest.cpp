@@ -114,7 +114,7 @@ TEST(MemoryMappedDIB, ABitmapOfItsOwnIsMadeInEveryDepth)
     }
 }
 
-TEST(MemoryMappedDIB, ItsTablesAreOpenGLsOwn)
+TEST(MemoryMappedDIB, TheColourTablesAreThoseThatOpenGLFillsIndexedBitmapsFor)
 {
     const auto entry = [](int bitCount, int index) {
         Dib dib;

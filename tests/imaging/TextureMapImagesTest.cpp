@@ -61,7 +61,7 @@ TEST(DIBImageLoad, AnyDepthIsConverted)
     EXPECT_EQ(PixelsOf(*image), (Values{3, 2, 1, 6, 5, 4}));
 }
 
-TEST(DIBImageLoad, WhatCannotBeLoadedIsNull)
+TEST(DIBImageLoad, AFileThatCannotBeLoadedGivesNull)
 {
     EXPECT_EQ(TextureMap::DIBImageLoad(nullptr), nullptr);
     EXPECT_EQ(TextureMap::DIBImageLoad(""), nullptr);

@@ -76,7 +76,7 @@ TEST_F(Textures, TheirExtentsAreTheNextPowersOfTwoUpToTheLimit)
     EXPECT_EQ(Extents(1, 3), "1 x 4");
 }
 
-TEST_F(Textures, OnlyOfRowsThatThePackAlignmentPadsIsItAsked)
+TEST_F(Textures, ThePackAlignmentIsAskedOnlyForRowsThatItPads)
 {
     const auto scaling = [this](int width) {
         MakeImage(width, 5);
@@ -100,7 +100,7 @@ void BreakMutex(TextureMap& map)
     map.mutex = nullptr;
 }
 
-TEST_F(Textures, OneThatCannotBeOwnedIsNeitherMadeNorEnabled)
+TEST_F(Textures, ATextureThatCannotBeOwnedIsNeitherMadeNorEnabled)
 {
     MakeImage(4, 4);
     BreakMutex(texture);
@@ -177,7 +177,7 @@ TEST_F(Textures, Quality2HandsTheUnscaledImageToTheMipmapBuilder)
                      "gluBuild2DMipmaps GL_TEXTURE_2D 3 300 100 GL_RGB GL_UNSIGNED_BYTE data"}));
 }
 
-TEST_F(Textures, NothingIsGeneratedUnlessValidAndTextured)
+TEST_F(Textures, TexturesAreGeneratedOnlyIfValidAndSwitchedOn)
 {
     MakeImage(4, 4);
     for (const DWORD flags : {DWORD{0}, TextureMap::Valid, TextureMap::Textured})
@@ -190,7 +190,7 @@ TEST_F(Textures, NothingIsGeneratedUnlessValidAndTextured)
     }
 }
 
-TEST_F(Textures, AFileThatIsNoPictureLosesValidWhenItIsGenerated)
+TEST_F(Textures, GeneratingFromAFileThatIsNoPictureMakesTheTextureInvalid)
 {
     const std::string path = testing::TempDir() + "words_stream.bmp";
     std::ofstream(path) << "words";

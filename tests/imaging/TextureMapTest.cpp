@@ -186,7 +186,7 @@ TEST(TextureMap, ATextFileIsValidThoughItIsNoPicture)
     }
 }
 
-TEST(TextureMap, ANameThatIsNoFileWithBytesIsNotValid)
+TEST(TextureMap, AMissingOrEmptyFileMakesTheTextureInvalid)
 {
     const TemporaryFile empty("empty.bmp", "");
     for (const CString& filename :

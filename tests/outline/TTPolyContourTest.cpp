@@ -268,7 +268,7 @@ TEST(TTPolyContour, TheSpacingIsTakenFromTheLastVertexKept)
     EXPECT_EQ(PlacesOf(polygon.contour), (Places{{0, 0}, {3, 0}, {500, 0}}));
 }
 
-TEST(TTPolyContour, OfAnEndThatRepeatsTheStartTheStartIsDropped)
+TEST(TTPolyContour, AnEndAtTheStartsPlaceReplacesTheStart)
 {
     const Polygon polygon({On(0, 0), On(0, 1000), On(1000, 1000), On(0, 0)});
     EXPECT_EQ(PlacesOf(polygon.contour), (Places{{0, 1000}, {1000, 1000}, {0, 0}}));
@@ -362,7 +362,7 @@ TEST(TTPolyContour, AClosingPieceStartsAtTheMidpointOfItsControlPoints)
     EXPECT_EQ(MarksOf(contour).substr(0, 6), "-s as ");
 }
 
-TEST(TTPolyContour, TheResolutionIsEachControlPointsOwn)
+TEST(TTPolyContour, EveryControlPointHasAResolutionOfItsOwn)
 {
     const Polygon polygon({On(0, 0), Off(0, 1000, 2), On(1000, 1000), On(1000, 0)});
     EXPECT_EQ(PlacesOf(polygon.contour), (Places{{0, 0}, {250, 750}, {1000, 1000}, {1000, 0}}));
@@ -451,7 +451,7 @@ TEST(TTPolyContour, EveryVertexAtAGivenPointMoves)
     EXPECT_NE(PlacesOf(polygon.contour)[3], std::pair(0, 0));
 }
 
-TEST(TTPolyContour, OfTwoVerticesAtOnePlaceTheLaterMoves)
+TEST(TTPolyContour, TheLaterOfTwoVerticesAtOnePlaceMoves)
 {
     Polygon polygon(Places{{0, 0}, {0, 100}, {100, 100}, {0, 0}, {100, -100}});
     polygon.contour.CorrectDuplicateVerticies();

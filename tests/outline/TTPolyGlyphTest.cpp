@@ -215,7 +215,7 @@ TEST(TTPolyGlyph, AssigningAGlyphToItselfDoesNothing)
     EXPECT_EQ(glyph.contours[0].GetVertexCount(), 4);
 }
 
-TEST(TTPolyGlyph, OfTwoContoursThatTouchTheLatersVertexMoves)
+TEST(TTPolyGlyph, WhereTwoContoursTouchTheVertexOfTheLaterOneMoves)
 {
     TTPolyGlyph glyph;
     glyph.FromTTGlyph(TouchingGlyph(), 1000.0f);

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(VertexIndexPolygon, ItsActiveMarkIsNotThePolylines)
+TEST(VertexIndexPolygon, ThePolygonAndItsPolylineHaveActiveMarksOfTheirOwn)
 {
     VertexIndexPolygon polygon;
     EXPECT_EQ(polygon.polygonFlags, 0u);
