@@ -8,7 +8,7 @@ set(ORVANE_PUBLIC_HEADERS
   orvane/classes.h
   orvane/orvane.h
   orvane/version.h
-  document/DocumentAccess.h
+  orvane/DocumentAccess.h
   platform/Bitmaps.h
   platform/CodePages.h
   platform/DeviceContexts.h

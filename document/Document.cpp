@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "document/Colors.h"
-#include "document/DocumentAccess.h"
 #include "document/DocumentState.h"
 #include "document/DrawingModes.h"
 #include "document/FontChoice.h"
@@ -15,6 +14,7 @@
 #include "document/TextEncoding.h"
 #include "document/TextNode.h"
 #include "extrude/OrvFont.h"
+#include "orvane/DocumentAccess.h"
 #include "orvane/orvane.h"
 #include "platform/CodePages.h"
 #include "scene/NamedView.h"

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The nodes of a document, by their handles.
 
-#include "document/DocumentAccess.h"
 #include "document/DocumentState.h"
 #include "document/TextEncoding.h"
 #include "import3ds/TriangularMeshObject.h"
+#include "orvane/DocumentAccess.h"
 #include "orvane/orvane.h"
 #include "scene/OrvString.h"
 #include "scene/SceneObject.h"

@@ -5,9 +5,8 @@
 /// The classes that documents are made of, for hosts that need more than orvane/orvane.h offers:
 /// about 160 names without a namespace, such as Point, Color and Vector, and the types of the
 /// platform that these classes use. A program with names of its own like these cannot include this
-/// header. document/DocumentAccess.h leads from a document to its objects.
+/// header. orvane/DocumentAccess.h leads from a document to its objects.
 
-#include "document/DocumentAccess.h"
 #include "extrude/ExtrusionData.h"
 #include "extrude/Library.h"
 #include "extrude/OrvFont.h"
@@ -53,6 +52,7 @@
 #include "material/NamedColor.h"
 #include "material/NamedColorArray.h"
 #include "material/NamedColorGroup.h"
+#include "orvane/DocumentAccess.h"
 #include "outline/TTContour.h"
 #include "outline/TTGlyph.h"
 #include "outline/TTPoint.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Documents as a host uses them, without drawing.
 
-#include "document/DocumentAccess.h"
 #include "host/CArchive.h"
 #include "host/CFile.h"
+#include "orvane/DocumentAccess.h"
 #include "orvane/orvane.h"
 #include "platform/Fonts.h"
 #include "scene/OrvFontString.h"
