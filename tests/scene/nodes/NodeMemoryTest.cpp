@@ -49,6 +49,16 @@ public:
     }
 };
 
+std::unique_ptr<SceneObject> BuildScene(int meshCount)
+{
+    auto scene = std::make_unique<SceneObject>();
+    for (int i = 0; i < meshCount; ++i)
+    {
+        scene->AddChild(new BoxMesh);
+    }
+    return scene;
+}
+
 /// Bytes that the program has allocated.
 std::size_t AllocatedBytes()
 {
@@ -132,13 +142,12 @@ TEST(NodeMemory, TwoThreadsThatReachForANewNodesTextureGetTheSame)
 
 TEST(NodeMemory, ALoadedSceneOfMeshesTakesNoMoreMemoryThanTheOneThatWasSaved)
 {
-    constexpr int meshCount = 500;
+    // The allocator counts the pieces that it keeps ready as allocated. Building and deleting the
+    // scene once makes it keep as many before the first measurement as before the second.
+    BuildScene(500).reset();
+
     const std::size_t beforeBuilding = AllocatedBytes();
-    auto built = std::make_unique<SceneObject>();
-    for (int i = 0; i < meshCount; ++i)
-    {
-        built->AddChild(new BoxMesh);
-    }
+    std::unique_ptr<SceneObject> built = BuildScene(500);
     const std::size_t builtBytes = AllocatedBytes() - beforeBuilding;
     const Bytes record = Stored(*built);
     built.reset();
@@ -146,8 +155,8 @@ TEST(NodeMemory, ALoadedSceneOfMeshesTakesNoMoreMemoryThanTheOneThatWasSaved)
     const std::size_t beforeLoading = AllocatedBytes();
     SceneObject loaded;
     LoadRecord(loaded, record);
-    EXPECT_EQ(loaded.GetChildCount(), meshCount);
-    // One per cent is left for the allocator, which hands out larger pieces that it happens to
-    // have.
-    EXPECT_LE(AllocatedBytes() - beforeLoading, builtBytes + builtBytes / 100);
+    EXPECT_EQ(loaded.GetChildCount(), 500);
+    // Three per cent are left for the allocator, which hands out larger pieces that it happens to
+    // have. Meshes with Details would take over twenty per cent more.
+    EXPECT_LE(AllocatedBytes() - beforeLoading, builtBytes + builtBytes * 3 / 100);
 }
