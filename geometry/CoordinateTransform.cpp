@@ -4,8 +4,9 @@
 #include "host/RecordVersion.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
-#include <cstring>
+#include <cstdint>
 
 IMPLEMENT_SERIAL(CoordinateTransform, CObject, VERSIONABLE_SCHEMA | 1)
 
@@ -38,8 +39,12 @@ void CoordinateTransform::Settings::Regenerate()
 
 bool CoordinateTransform::Settings::AreInitial() const
 {
-    const auto isIdentity = [](const double* matrix) {
-        return std::memcmp(matrix, identity, sizeof identity) == 0;
+    // Bits decide, because a record with a negative zero must be stored with it again.
+    const auto isSame = [](double a, double b) {
+        return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+    };
+    const auto isIdentity = [&isSame](const double(&matrix)[16]) {
+        return std::equal(matrix, matrix + 16, identity, isSame);
     };
     return isIdentity(compositeMatrix) && isIdentity(externalMatrix) &&
            isIdentity(rotationMatrix) && scale.IsSameAs(DVector(1.0, 1.0, 1.0)) &&
