@@ -39,7 +39,8 @@ DrawingObject::~DrawingObject()
 
 DrawingObject::Details& DrawingObject::InitialDetails()
 {
-    // Never destroyed, because nodes with static storage may need them while the process ends.
+    // The object is never destroyed, because nodes with static storage may need it while the
+    // process ends.
     static Details* const initial = new Details;
     return *initial;
 }
@@ -60,7 +61,7 @@ DrawingObject::Details& DrawingObject::EnsureDetails()
         {
             return *made.release();
         }
-        // Another thread was first. The exchange has put its pointer into the variable.
+        // Another thread was first. The exchange has put that thread's pointer into details.
     }
     return *details;
 }

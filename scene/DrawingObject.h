@@ -37,8 +37,8 @@ class TextureMapList;
 /// every node that has left the tree, and on every copy of a node, so that no node keeps a pointer
 /// to the stack.
 ///
-/// Drawing runs on the thread that owns the rendering context. Functions return 1 on success and 0
-/// on refusal. After a refusal nothing has changed.
+/// Drawing runs on the thread that owns the rendering context. Operations return 1 on success and 0
+/// when they refuse. A refusal changes nothing, unless the comment of the operation says otherwise.
 class ORVANE_API DrawingObject : public CObject
 {
     DECLARE_SERIAL(DrawingObject)
@@ -61,7 +61,7 @@ public:
 
     DrawingObject();
     /// A copy has no children, no saved undo steps and no owner, but it has the original's parent
-    /// pointer. Construction and assignment copy only the sizing handles 0 to 3 and not 4 to 7.
+    /// pointer. Construction and assignment copy the sizing handles 0 to 3, but not 4 to 7.
     /// Required; see ACopyHasZeroHandles4To7AndNoChildren.
     DrawingObject(const DrawingObject& other);
     DrawingObject& operator=(const DrawingObject& other);
@@ -76,38 +76,39 @@ public:
     void DeserializeVersion2(CArchive& archive);
     void DeserializeVersion3(CArchive& archive);
 
-    /// Gives this node, its saved copies and its subtree one external undo stack. Null means that
-    /// they have none.
+    /// Gives this node, its saved copies and its subtree one external undo stack. After a call with
+    /// null, none of these nodes has an external stack.
     virtual void AttachExternalUndoStack(DrawingObjectStack* stack);
     /// Computes the bounds from those of the children. Returns 0 for a node without children, and
-    /// for a node with a child that returns 0. Required; see
-    /// ANodeWithoutChildrenStopsItsParentsBounds.
+    /// for a node with a child that returns 0; the local bounds are then incomplete, and the global
+    /// box is the old one. Required; see ANodeWithoutChildrenStopsItsParentsBounds.
     virtual int CalculateBounds();
     /// Draws this node and its subtree. Returns 0 when the drawing was stopped or failed; the
     /// picture is then incomplete.
     virtual int Draw(DrawingParameters* parameters);
     virtual int DrawChildren(DrawingParameters* parameters);
     /// Draws the node's own geometry, in its own coordinates. This class draws only the boxes that
-    /// are asked for.
+    /// the node's bits or the parameters ask for.
     virtual int DrawObject(DrawingParameters* parameters);
     virtual NamedColor GetExtentsBoxColor() const;
     virtual DVector GetTranslation() const;
     /// Resizes the node as if a user dragged a sizing handle, 0 to 3, to a point in the node's own
-    /// coordinates. The opposite handle stays in place. Always 1.
+    /// coordinates. The opposite handle stays in place. Always returns 1.
     virtual int Resize(const DVector& point, int handle);
     /// Goes back to the copy saved last, and deletes the copy. The parent pointer and viewStateBits
     /// do not change. Returns 0 when no copy is saved.
     virtual int RestoreFromUndo();
     /// Saves a copy of this node for undo. Every class overrides it to save a copy of its own
-    /// class. Always 1.
+    /// class. Always returns 1.
     virtual int SaveToUndo();
     virtual void SetTranslation(const DVector& translation);
-    /// Sets the material of a surface. This class has none and ignores the call.
+    /// Sets the material of a surface. This class has no surfaces and ignores the call.
     virtual void SetSurfaceColor(const NamedColor& color, int surface);
     virtual void Translate(const DVector& translation);
 
 protected:
-    /// Widens the local bounds by the bounds of the children. Returns 0 like CalculateBounds.
+    /// Widens the local bounds by the bounds of the children. Returns 0 in the same cases as
+    /// CalculateBounds.
     virtual int CalculateChildBounds();
 
 public:
@@ -117,31 +118,34 @@ public:
     /// first (AbandonChild). Refuses a node that is already a child, this node itself and its
     /// ancestors.
     int AddChild(DrawingObject* child);
-    /// Like AddChild, but inserts the child behind a position; null appends it. Returns the child's
-    /// position, or null on refusal.
+    /// Like AddChild, but inserts the child behind a position. A null position appends the child.
+    /// Returns the child's position, or null on refusal.
     POSITION AddChildAfter(DrawingObject* child, POSITION position);
-    /// Takes every child of the other node, in order. Returns 0 when the other node has no
-    /// children.
+    /// Takes the children of the other node, in order, except those that AddChild refuses. Returns
+    /// 0 when the other node has no children or is this node.
     int AdoptChildren(DrawingObject* other);
     int AdoptChildrenAfter(DrawingObject* other, POSITION position);
     /// Removes a child from the list without deleting it. The caller then owns the child.
     int RemoveChild(DrawingObject* child);
-    /// Like RemoveChild. The child first saves a copy for undo and then combines this node's
-    /// transform into its own, so that it does not move in the world.
+    /// Removes a child like RemoveChild. The child then saves a copy of itself for undo and takes
+    /// over this node's transform (CombineTransform), so that the child keeps its place in the
+    /// coordinates of this node's parent.
     int AbandonChild(DrawingObject* child);
     /// Puts a node into the list in place of a child. The caller then owns \p oldChild. Refuses
     /// this node itself and its ancestors as \p newChild.
     int ReplaceChild(DrawingObject* oldChild, DrawingObject* newChild);
-    /// Deletes all descendants, children before their parents. Returns 0 when there were none.
+    /// Deletes all descendants, children before their parents. Returns 0 when there were no
+    /// descendants.
     int DestroyChildren();
-    /// Deletes all descendants that have the Deleted bit, with their subtrees. Always 1.
+    /// Deletes all descendants that have the Deleted bit, with their subtrees. Always returns 1.
     int RemoveDeletedChildren();
     int MoveChildToTop(DrawingObject* child);
     int MoveChildToBottom(DrawingObject* child);
     int MoveChildUpOnePosition(DrawingObject* child);
     int MoveChildDownOnePosition(DrawingObject* child);
 
-    // Questions about a child that does not exist return null, or -1 for an index.
+    // Functions that look for a child return null, or -1 in place of an index, when there is no
+    // such child.
 
     DrawingObject* GetChildByIndex(int index) const;
     int FindChildIndex(DrawingObject* child) const;
@@ -185,7 +189,7 @@ public:
     int IsSelected() const { return static_cast<int>(flags & selectedBit); }
     ORVANE_FLAG(flags, ShowScalingBox, ShouldShowScalingBox, showScalingBoxBit);
     ORVANE_FLAG(flags, ShowExtentsBox, ShouldShowExtentsBox, showExtentsBoxBit);
-    /// The node is in one group with its parent.
+    /// The node belongs to a group with its parent; see GetTopLevelGroupParent.
     ORVANE_FLAG(flags, Grouped, IsGrouped, groupedBit);
     ORVANE_FLAG(flags, Editable, IsEditable, editableBit);
     /// The node has been given its content.
@@ -215,19 +219,21 @@ public:
 
     void SetRotation(double angle, const DVector& axis) { transform.SetRotation(angle, axis); }
     void Rotate(double angle, const DVector& axis) { transform.Rotate(angle, axis); }
-    /// Removes the rotation, also from the external matrix.
+    /// Removes the rotation and resets the external matrix to the identity.
     void ResetOrientation() { transform.ResetRotation(); }
-    /// Makes the given transform the outer part of this node's own. Always 1.
+    /// Adds a transform to this node's transform: points then go through this node's old transform
+    /// first and through \p outer last. Always returns 1.
     int CombineTransform(CoordinateTransform* outer);
-    /// Makes this node's transform the outer part of every child's transform, then resets it, so
-    /// that the children stay where they are. Returns 0 for a node without children.
+    /// Combines this node's transform into the transform of every child (CombineTransform), then
+    /// resets this node's transform. The children do not move. Returns 0 for a node without
+    /// children.
     int ApplyTransformAndReset();
     /// Combines the transforms of this node and of all its ancestors up to the root, and finally
-    /// the transform of \p extra if it is given and is another node. Of this node's own transform
-    /// the result has all if \p includeOwn is set, otherwise the external part if
-    /// \p includeOwnExternal is set, otherwise nothing. With \p includeOwn the result maps the
-    /// node's coordinates to those of the world. The external part of the result is also copied
-    /// into its rotation and translation.
+    /// the transform of \p extra, unless \p extra is null or this node. If \p includeOwn is not 0,
+    /// the result maps the node's coordinates to those of the world. If \p includeOwn is 0, the
+    /// result leaves out this node's own transform, or all of it but its external matrix if \p
+    /// includeOwnExternal is not 0. The external part of the result is also copied into its
+    /// rotation and translation.
     CoordinateTransform AccumulateTransformations(int includeOwn, int includeOwnExternal,
                                                   DrawingObject* extra) const;
     /// A transform whose rotation turns the node's axes, as they stand in the world, onto the axes
@@ -236,20 +242,22 @@ public:
     /// The accumulated transform with its rotations inverted.
     CoordinateTransform GetInverseAlignmentTransformation(DrawingObject* extra) const;
     /// Turns the node until its axes in the world are parallel to those of the target: first the z
-    /// axis, then the y axis. Always 1. When the y axis then points the opposite way, it is turned
-    /// about the x axis, which turns the z axis too. Required; see
+    /// axis, then the y axis. Always returns 1. If the y axis then points the opposite way, the
+    /// node turns half a circle about the x axis, which also reverses the z axis. Required; see
     /// AligningAnOppositeYTurnsAboutXAndZWithIt.
     int AlignRotations(CoordinateTransform& target, DrawingObject* extra);
-    /// The same, with another node's axes in the world as the target.
+    /// Like the function above; the target is the axes of another node in the world.
     int AlignRotations(DrawingObject& other, DrawingObject* extra);
-    /// Turns the node the shortest way until its z axis points along the world's z axis. Always 1.
+    /// Turns the node the shortest way until its z axis points along the world's z axis. Always
+    /// returns 1.
     int AlignGlobalFrontFace(DrawingObject* extra);
     /// The node's axes in the world. They have unit length unless a transform on the way to the
     /// world scales.
     void GetGlobalAxes(DVector* xAxis, DVector* yAxis, DVector* zAxis, DrawingObject* extra) const;
     DVector GetGlobalZAxis(DrawingObject* extra) const;
 
-    // Size. The setters keep scaled dimensions = scale x unscaled dimensions on each axis.
+    // Size. The setters below keep the scaled dimensions equal to scale times unscaled dimensions,
+    // axis by axis.
 
     DVector GetScale() const { return CurrentDetails().scale; }
     void SetScale(const DVector& newScale);
@@ -278,28 +286,29 @@ public:
     float GetGlobalBoundsRadius() const { return bounds.GetGlobalRadius(); }
 
     /// Computes where the sizing handles are, from the bounds, and the size at which they are
-    /// drawn. Always 1.
+    /// drawn. Always returns 1.
     int CalculateSizingHandles();
     /// The centre of a sizing handle, \p index 0 to 7. Handle i + 4 is at the other end of a box
     /// edge that begins at handle i.
     DVector GetLocalSizingHandleCenter(int index) const { return localSizingHandles[index]; }
     DVector GetGlobalSizingHandleCenter(int index) const { return globalSizingHandles[index]; }
-    /// The index of the sizing handle that was picked under a name: handles are named behind the
-    /// children. The result is not checked; a child's name gives a negative number.
+    /// The index of the sizing handle that has a name in a picking pass. With n children, the
+    /// children have the names 0 to n - 1, and handle i has the name n + i. The result is not
+    /// checked: the name of a child gives a negative number.
     int SizingHandleIndexFromSelectionIndex(int name) const { return name - GetChildCount(); }
 
     // Drawing.
 
     int DrawExtentsBox(DrawingParameters* parameters = nullptr);
     int DrawScalingBox(DrawingParameters* parameters = nullptr);
-    /// Offered to applications: drawing a tree does not draw any handles.
+    /// For applications: Draw does not call this and draws no sizing handles.
     int DrawSizingHandles(DrawingParameters* parameters);
     /// Draws the edges of a cube around the centre. \p edge is their length.
     void DrawOpenSizingHandle(const Vector& center, const float& edge);
-    /// Draws the faces of the same cube.
+    /// Like DrawOpenSizingHandle, but draws the faces of the cube.
     void DrawClosedSizingHandle(const Vector& center, const float& edge);
-    /// Whether the parameters' termination event is signalled and NoTerminate is not set. This is
-    /// cheap enough to ask before each letter.
+    /// Whether the parameters' termination event is signalled and NoTerminate is not set. A call is
+    /// cheap enough to be made before each letter.
     int ShouldTerminateDrawing(DrawingParameters* parameters) const;
     /// Makes the material OpenGL's current material for front and back faces.
     void PrepareMaterialColors(const NamedColor& material);
@@ -307,8 +316,9 @@ public:
     TextureMap* GetTexture() { return &EnsureDetails().texture; }
     const TextureMap* GetTexture() const { return &CurrentDetails().texture; }
     void SetTexture(const TextureMap& newTexture) { EnsureDetails().texture = newTexture; }
-    /// Sets the list of known textures. A loaded node whose texture file is missing looks there for
-    /// a texture of the same name and takes its file. The list is borrowed; null means no list.
+    /// Sets the list of known textures. When a node is loaded and its texture file is missing, the
+    /// node takes the file of the texture of the same name in this list. The list is borrowed; null
+    /// means no list.
     static void SetTextureList(TextureMapList* list) { TextureList = list; }
     static TextureMapList* TextureList;
 
@@ -323,7 +333,8 @@ public:
     /// Deletes all saved copies and removes this node from the external stack. Returns 0 when no
     /// copy was saved.
     int ClearUndo();
-    /// The same for every node of the subtree. Returns 0 when none of them had saved a copy.
+    /// Does what ClearUndo does, for this node and every descendant. Returns 0 when no node had
+    /// saved a copy.
     int ClearUndoAll();
     DrawingObjectStack* GetExternalUndoStack() const { return CurrentDetails().externalUndoStack; }
 
@@ -348,18 +359,19 @@ protected:
     struct HandleDrag
     {
         DVector anchor;      ///< the centre of the handle that stays in place
-        DVector difference;  ///< from the anchor to the point, at least the minimum size
-        DVector extents;     ///< the new size, z at least 0; all 0 unless the handle is 0 to 3
+        DVector difference;  ///< anchor to point, at least the minimum size
+        DVector extents;     ///< new size, negative if mirrored, z >= 0; 0 unless handle is 0 to 3
     };
     HandleDrag MeasureDrag(const DVector& point, int handle) const;
-    /// Sets scale = scaled / unscaled dimensions, except on an axis where the latter are 0.
+    /// Sets scale = scaled / unscaled dimensions, except on an axis where the unscaled dimension is
+    /// 0.
     void DeriveScale();
     /// Moves the resized node so that the anchor is where it was before, then recomputes bounds and
-    /// sizing handles. Always 1.
+    /// sizing handles. Always returns 1.
     int KeepAnchorInPlace(const HandleDrag& drag);
 
     /// Pushes a copy of this node onto the undo stack, taking ownership of it, and this node onto
-    /// the external stack. Always 1.
+    /// the external stack. Always returns 1.
     int SaveCopy(DrawingObject* copy);
     /// Pops the copy saved last and calls \p assign(copy), which copies it into this node. Parent
     /// and the bits \p keptBits of the flags do not change. Node is the class of this node; a copy
@@ -378,12 +390,12 @@ protected:
         {
             assign(*saved);
         }
-        copy->ForgetExternalUndoStack();  // a copy is on no stack: spare the search for it
+        copy->ForgetExternalUndoStack();  // its destructor then searches no stack
         parent = keptParent;
         flags = (flags & ~keptBits) | keptFlags;
         return 1;
     }
-    /// The same with the assignment operator; viewStateBits do not change.
+    /// Like the function above: copies with the assignment operator and keeps viewStateBits.
     template <typename Node>
     int RestoreSavedCopy()
     {
@@ -420,7 +432,7 @@ protected:
     /// same time: a program may change a node's texture while another thread draws the node.
     Details& EnsureDetails();
     /// The node's texture, or the empty texture map that all nodes without details share. The
-    /// caller must not put a picture into it.
+    /// caller must not put a picture into the shared texture map.
     TextureMap& TextureOrNone();
 
 private:
@@ -451,7 +463,7 @@ private:
     std::atomic<Details*> details_ = nullptr;  // owned
 };
 
-// An imported file may have tens of thousands of nodes.
+// An imported file may have tens of thousands of nodes, so a node may have at most 900 bytes.
 static_assert(sizeof(DrawingObject) <= 900);
 
 template <HandleSpace space>

@@ -133,7 +133,7 @@ bool DrawingObject::Details::AreInitial() const
            AreSame(texture, initial.texture);
 }
 
-// Reads and checks all children before it adds the first one, so that a bad archive adds none.
+// Reads and checks all children before it adds the first one, so that a bad archive adds no child.
 void DrawingObject::ReadChildren(CArchive& archive)
 {
     for (auto& child : ReadOwnedObjects<DrawingObject>(archive, RUNTIME_CLASS(DrawingObject)))

@@ -10,8 +10,8 @@ namespace
 // The corner of the bounding box at which each of the eight sizing handles is.
 constexpr int handleCorners[8] = {3, 2, 6, 7, 0, 1, 5, 4};
 
-// A handle's edge is 1 % of the longest edge of the box, but at least 0.05. Both numbers are floats
-// that are widened to double; the stored size shows their rounding.
+// A handle's edge is 1 % of the longest edge of the box, but at least 0.05 units. Both numbers are
+// rounded to float before they become doubles, because archives store the size with that rounding.
 constexpr double handleSizeRatio = 0.01f;
 constexpr double smallestHandleSize = 0.05f;
 

@@ -159,11 +159,12 @@ int DrawingObject::DrawObjectWithTexture(DrawingParameters* parameters)
     parameters->CurrentTexture().DisableTextureMap();
     if (parameters->IsRender() && parameters->ShouldShowTextures() && !parameters->IsSelecting())
     {
-        // The texture is owned from here on, because the application may change it in another
-        // thread.
+        // This thread holds the texture's mutex from here on, because the application may change
+        // the texture in another thread.
         const TextureOwnership ownership(texture);
         // Two textures of the same name count as the same texture: OpenGL then keeps the image and
-        // the quality it has. Required; see ATextureOfTheCurrentNameIsTheCurrentOne.
+        // the quality of the texture that was drawn before. Required; see
+        // ATextureOfTheCurrentNameIsTheCurrentOne.
         if (!(parameters->CurrentTexture() == &texture) && texture.GenerateTextureMaps())
         {
             parameters->SetCurrentTexture(texture);

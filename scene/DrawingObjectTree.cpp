@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-// Which node has a node in its list is read from owner_, not from the parent pointer: programs can
-// set the parent pointer to any node, even to a deleted one. owner_ also spares a search of the
-// list.
+// owner_ names the node that has this node in its list. The parent pointer cannot be used for that,
+// because programs can set it to any node, even to a deleted node. With owner_, no list need be
+// searched either.
 
 bool DrawingObject::IsSelfOrAncestor(const DrawingObject* node) const
 {
@@ -35,7 +35,8 @@ void DrawingObject::LeaveOwner()
 }
 
 // Leaves the list of the present owner. If the parent pointer names the owner, the node leaves by
-// AbandonChild, which saves an undo step and keeps the node's place in the world.
+// AbandonChild, which saves an undo step and combines the owner's transform into the node's
+// transform.
 void DrawingObject::LeaveParentForAdoption()
 {
     if (owner_ != nullptr && owner_ == parent)
@@ -158,7 +159,8 @@ int DrawingObject::DestroyChildren()
     {
         node->ForgetExternalUndoStack();
     }
-    // In reverse order every node is deleted after its children, and siblings in their order.
+    // Deletion in reverse order deletes every node after its children, and siblings from first to
+    // last.
     std::for_each(doomed.rbegin(), doomed.rend(), [](DrawingObject* node) { delete node; });
     return 1;
 }

@@ -94,7 +94,7 @@ void DrawingObject::AttachExternalUndoStack(DrawingObjectStack* stack)
     }
 }
 
-// Removes the node from the old stack first: later it would no longer know which stack to leave.
+// Removes the node from the old stack before the pointer to that stack is overwritten.
 void DrawingObject::ChangeExternalUndoStack(DrawingObjectStack* stack)
 {
     if (stack == GetExternalUndoStack())
@@ -119,7 +119,8 @@ void DrawingObject::ForgetExternalUndoStack()
     }
 }
 
-// A saved copy is never on an external stack, so it is spared the search for itself.
+// A saved copy is never on an external stack. Its pointer is cleared first, so that its destructor
+// does not search the stack.
 void DrawingObject::DeleteLastSavedCopy()
 {
     DrawingObject* const copy = undoStack.Pop();

@@ -11,9 +11,9 @@ class CWnd;
 class DrawingObject;
 class ProjectionData;
 
-/// Says what one draw call shows, and how. The same object is passed to every node of the tree, and
-/// nodes change it: the walk over children sets ShowObject, and a textured node makes its texture
-/// the current one.
+/// The settings of one draw call: what it shows, and how. The same object is passed to every node
+/// of the tree, and nodes change it: the walk over children sets ShowObject, and a textured node
+/// makes its texture the current one.
 ///
 /// Every object that a pointer field names is borrowed. While a draw is running, another thread may
 /// only signal the termination event.
@@ -49,7 +49,8 @@ public:
 
     /// Draw solid, lit geometry; with ShowTextures also textures.
     ORVANE_FLAG(flags, Render, IsRender, renderBit);
-    /// Draw outlines, instead of solids or, with Render, beside them.
+    /// Draw outlines. With Render, texts draw both outlines and solids, and meshes draw only
+    /// solids.
     ORVANE_FLAG(flags, Outline, IsOutline, outlineBit);
     /// Draw the extents box of every node that is drawn.
     ORVANE_FLAG(flags, ExtentsBox, IsExtentsBox, extentsBoxBit);
@@ -94,7 +95,8 @@ public:
     TextureMap& CurrentTexture() { return currentTexture; }
     const TextureMap& CurrentTexture() const { return currentTexture; }
 
-    /// Null at first. A view that draws with null sets its own projection here.
+    /// The lens to draw with, null at first. A view that finds null here sets a pointer to its own
+    /// lens.
     ProjectionData* GetProjection() const { return projection; }
     void SetProjection(ProjectionData* newProjection) { projection = newProjection; }
 

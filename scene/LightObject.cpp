@@ -30,7 +30,7 @@ void TranslateZ(double distance)
 
 LightObject::LightObject() : quadric(gluNewQuadric())
 {
-    // The flashlight is as large as the dimensions, so they must not stay 0.
+    // The flashlight is drawn as large as the scaled dimensions, so the dimensions must not stay 0.
     EnsureDetails().unscaledDimensions = EnsureDetails().scaledDimensions = DVector(1.0, 1.0, 1.0);
     Reset();
     LightObject::CalculateBounds();
@@ -65,8 +65,8 @@ void LightObject::CopyFromOtherPool(const LightObject& other)
     DrawingObject* const keptParent = parent;
     DrawingObjectStack*& stack = EnsureDetails().externalUndoStack;
     DrawingObjectStack* const keptStack = stack;
-    // Assigning a node that has another stack would remove this light from its own stack. Giving it
-    // the other's stack for the moment prevents that.
+    // Assignment from a light with another external stack would remove this light from its present
+    // stack. This light therefore has the other light's stack during the assignment.
     stack = other.GetExternalUndoStack();
     *this = other;
     stack = keptStack;
@@ -104,7 +104,7 @@ int LightObject::CalculateBounds()
 
 bool LightObject::ContextHasLight() const
 {
-    // Every context has eight lights, so OpenGL is asked only about numbers beyond those.
+    // Every context has at least eight lights, so OpenGL is asked only about higher numbers.
     constexpr DWORD always = 8;
     if (lightNumber < GL_LIGHT0)
     {
@@ -154,8 +154,8 @@ int LightObject::DrawObject(DrawingParameters* parameters)
     }
     if (overParent)
     {
-        // The light shines from the origin of its own coordinates, not from where its flashlight
-        // is.
+        // The light shines from the origin of its own coordinates, not from the place of its
+        // flashlight.
         glPopMatrix();
     }
     if (!IsActive())

@@ -28,8 +28,9 @@ public:
     LightObject& operator=(const LightObject& other);
     ~LightObject() override;
 
-    /// Sets the default name and colours, no spot cone, and the bits Editable and Active. The
-    /// number, the bits Directional and InUse, emission and shininess do not change.
+    /// Sets the default name and colours, no spot cone, the spot exponent 128, and the bits
+    /// Editable and Active. The number, the bits Directional and InUse, emission and shininess do
+    /// not change.
     void Reset();
 
     NamedColor GetColors() const { return colors; }
@@ -38,8 +39,8 @@ public:
     unsigned int GetLightNumber() const { return lightNumber; }
     void SetLightNumber(unsigned int number) { lightNumber = number; }
 
-    /// The light shines in one direction, as from far away. Its flashlight is drawn above the
-    /// parent.
+    /// The light shines in one direction, as from far away. Its flashlight is drawn one radius of
+    /// the parent's bounding sphere away from the parent's centre, along the light's z axis.
     ORVANE_FLAG(lightFlags, Directional, IsDirectional, directionalBit);
     ORVANE_FLAG(lightFlags, Active, IsActive, activeBit);
     ORVANE_FLAG(lightFlags, InUse, IsInUse, inUseBit);
@@ -50,13 +51,15 @@ public:
     double GetSpotExponent() const { return spotExponent; }
     void SetSpotExponent(double exponent) { spotExponent = exponent; }
 
-    /// Sets the bounds to the box of the flashlight. Children do not count. Always 1.
+    /// Sets the bounds to a fixed box of 0.4 by 0.4 by 0.95 units, which encloses a flashlight
+    /// whose scaled dimensions are 1. Scaled dimensions and children do not count. Always returns
+    /// 1.
     int CalculateBounds() override;
     /// Sends the light to OpenGL under the current matrix, and draws the flashlight when the
     /// parameters show lights.
     int DrawObject(DrawingParameters* parameters) override;
     /// Draws the flashlight at the current matrix. The flashlight's material stays OpenGL's current
-    /// material. Always 1.
+    /// material. Always returns 1.
     int DrawFlashLight(DrawingParameters* parameters);
     /// Draws the flashlight at a distance along the light's z axis. Returns 0 when the drawing is
     /// stopped.

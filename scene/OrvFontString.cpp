@@ -17,8 +17,9 @@ IMPLEMENT_SERIAL(OrvFontString, OrvString, 1 | VERSIONABLE_SCHEMA)
 
 namespace
 {
-/// The scaled size for an extent to which a text is resized: smaller by the minimum size, but at
-/// least 0.00001 away from 0.
+/// The scaled size, on one axis, of a text that is resized to an extent: the extent minus the
+/// minimum size if the extent is positive, otherwise plus the minimum size. Results within 0.00001
+/// units of 0 become 0.00001 with the sign of the extent.
 double WithoutMinimum(double extent, double minimum)
 {
     constexpr double smallest = 0.00001;
@@ -83,7 +84,8 @@ int OrvFontString::CalculateBounds()
     if (font != nullptr)
     {
         // The sizes are written straight into the details, because the setters would derive the
-        // scale from them. The third result, a scale, is not used: the node keeps its own.
+        // scale from them. The third result, a scale, is not used, because the node keeps its
+        // present scale.
         DVector unused;
         DVector& scaledDimensions = EnsureDetails().scaledDimensions;
         font->CalculateStringExtents(this, &EnsureDetails().unscaledDimensions, &scaledDimensions,
@@ -194,9 +196,9 @@ void OrvFontString::DeserializeVersion1(CArchive& archive)
     ENUMLOGFONTA description = {};
     if (length == sizeof description)
     {
-        // The description decides, not the stored name. The description of a text without a font is
-        // all zeros, and the platform chooses a font for that too. Required; see
-        // ATextStoredWithoutAFontLoadsWithOne.
+        // The description decides which font is used, not the stored name. A text without a font
+        // has a description of zeros, and the platform chooses a font for this description too.
+        // Required; see ATextStoredWithoutAFontLoadsWithOne.
         archive.ReadExactly(&description, sizeof description);
         name = InstalledFaceName(description.elfLogFont, name);
     }

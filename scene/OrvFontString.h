@@ -7,7 +7,8 @@ class OrvFont;
 
 /// A text with the font that measures and draws it. The front faces lie in the plane z = 0, and the
 /// letters extend towards negative z. Vertically the text is centred on y = 0. A left-justified
-/// text begins at x = 0, a centred one has its middle there, and a right-justified one ends there.
+/// text begins at x = 0, a centred text has its middle at x = 0, and a right-justified text ends at
+/// x = 0.
 ///
 /// The font is borrowed, usually from the registry (GetFontList), and must exist as long as the
 /// node uses it.
@@ -27,19 +28,21 @@ public:
     OrvFont* GetFont() const { return font; }
 
     /// Measures the text, which sets the node's dimensions, and computes the bounds of text and
-    /// children. Without a font the bounds are those of the children. Always 1.
+    /// children. Without a font the bounds are those of the children. Always returns 1.
     int CalculateBounds() override;
 
     /// Returns 0 when drawing is cancelled.
     int DrawObject(DrawingParameters* parameters) override;
 
-    /// Resizes like every node if ScaleBevels is set. Otherwise the scaled width and height become
-    /// the new extents minus the minimum size, and the scale is derived from them. A handle that is
-    /// dragged past the opposite handle mirrors the text. Always 1.
+    /// If ScaleBevels is set, resizes like DrawingObject::Resize. Otherwise the scaled width and
+    /// height become the new extents minus the minimum size, and the scale is derived from them. A
+    /// handle that is dragged past the opposite handle mirrors the text. Always returns 1.
     int Resize(const DVector& point, int handle) override;
 
-    /// Called after the characters have changed: scales the text to the width and height that it
-    /// had when it was last measured. Always 1.
+    /// Programs call this after they have changed the characters. It scales the text to the width
+    /// and height that the text had when it was last measured. Without ScaleBevels it also
+    /// multiplies the allowable bevel depth by the smaller of the two factors and stores the
+    /// product as the bevel depth. Always returns 1.
     int ScaleToFitOldDimensions();
 
     int RestoreFromUndo() override;

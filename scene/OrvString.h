@@ -99,7 +99,7 @@ public:
     float GetInterLineSpacing() const { return interLineSpacing; }
     void SetInterLineSpacing(float spacing) { interLineSpacing = spacing; }
 
-    /// Copies.
+    /// The getters return copies of the materials.
     NamedColor GetBevelColor() const { return bevelColor; }
     NamedColor GetEdgeColor() const { return edgeColor; }
     NamedColor GetFaceColor() const { return faceColor; }
@@ -121,7 +121,8 @@ public:
     /// Bevels scale with the node; otherwise they keep their width.
     ORVANE_FLAG(stringFlags, ScaleBevels, ShouldScaleBevels, scaleBevelsBit);
 
-    /// Half of the smallest of the three scale factors, as last computed.
+    /// Half of the smallest of the three scale factors, as CalculateMaximumBevelDepth last computed
+    /// it.
     float GetMaximumBevelDepth() const { return maximumBevelDepth; }
     /// Returns 1.
     int CalculateMaximumBevelDepth();

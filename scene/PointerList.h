@@ -23,8 +23,8 @@ public:
     int IsEmpty() const { return count == 0; }
 
     // The list must not be empty, and a position must be one of this list. Each operation has three
-    // forms: they return a reference to the element, the element, or a pointer to the place in the
-    // node.
+    // forms. They return a reference to the element, a copy of the element (if the list is const),
+    // or the address of the element in its node.
     void*& GetHead() { return head->data; }
     void* GetHead() const { return head->data; }
     void** GetHeadElement() { return &head->data; }
@@ -35,8 +35,8 @@ public:
     POSITION GetHeadPosition() const { return AsPosition(head); }
     POSITION GetTailPosition() const { return AsPosition(tail); }
 
-    /// Returns the element at the position and moves the position on; it becomes null behind the
-    /// last element.
+    /// Returns the element at the position and moves the position to the next node, or to null
+    /// after the last node. GetPrev moves it to the previous node in the same way.
     void*& GetNext(POSITION& position) { return *GetNextElement(position); }
     void* GetNext(POSITION& position) const { return StepForward(position)->data; }
     void** GetNextElement(POSITION& position) { return &StepForward(position)->data; }
@@ -58,7 +58,7 @@ public:
     void RemoveAt(POSITION position);
     void RemoveAll();
 
-    /// A null position means before the head and after the tail.
+    /// With a null position, InsertBefore adds at the head and InsertAfter at the tail.
     POSITION InsertBefore(POSITION position, void* element);
     POSITION InsertAfter(POSITION position, void* element);
 
@@ -68,8 +68,8 @@ public:
     POSITION MoveUp(POSITION position);
     POSITION MoveDown(POSITION position);
 
-    /// The first position of the element behind \p startAfter, or from the head when that is null.
-    /// Null when the element is not found.
+    /// The first position that holds the element. The search begins behind \p startAfter, or at the
+    /// head if \p startAfter is null. Returns null when the element is not found.
     POSITION Find(const void* element, POSITION startAfter = nullptr) const;
     /// Null for an index that is not below the count. The index must not be negative.
     POSITION FindIndex(int index) const;

@@ -35,7 +35,7 @@ int CurrentColorBits()
 }
 
 /// Shows a text in the message window of the parameters. Waits at most 100 ms for the window, so
-/// that a hung one does not stall the drawing.
+/// that a window that does not answer cannot stop the drawing.
 void Notify(const DrawingParameters& parameters, const char* text)
 {
     const HWND window =
@@ -67,9 +67,10 @@ struct Image
     }
 };
 
-/// Where the first tile begins, in pixels from the edge of the part of the picture that is drawn:
-/// the last tile border at or before that edge. \p offset is the edge's place in the picture, \p
-/// anchor that of one tile border, \p tile a tile's size.
+/// Returns where the first tile begins on one axis, in pixels from the edge of the part of the
+/// picture that is drawn: 0 or less. \p offset is the position of that edge in the picture, \p
+/// anchor is the position of any one tile border in the picture, and \p tile is the size of a tile;
+/// all are in pixels.
 int FirstTile(double offset, int anchor, int tile)
 {
     const double index = std::floor((offset - anchor) / tile);
@@ -86,8 +87,8 @@ int SceneObject::DrawBackground(DrawingParameters* parameters)
     }
     if (parameters->ShouldShowBackgroundTexture())
     {
-        // The texture is owned until it is drawn, because the application may change it in another
-        // thread.
+        // This thread holds the texture's mutex until the texture is drawn, because the application
+        // may change the texture in another thread.
         TextureMap& texture = TextureOrNone();
         const TextureOwnership ownership(texture);
         if ((texture.textureFlags & TextureMap::Valid) != 0)

@@ -12,7 +12,7 @@ namespace
 {
 
 /// Calls visit(light, index) for each light of the pool until a call returns 0. Returns 0 if a call
-/// did, otherwise 1.
+/// returned 0, otherwise 1.
 template <typename Visit>
 int VisitLights(const DrawingObjectList& lights, Visit visit)
 {
@@ -307,8 +307,8 @@ int SceneObject::DestroySavedViews()
 
 int SceneObject::Draw(DrawingParameters* parameters)
 {
-    // When only selected nodes are drawn, an unselected scene would be skipped with everything in
-    // it.
+    // When only selected nodes are drawn, an unselected scene would be skipped with its whole
+    // subtree, so the scene selects itself while it draws.
     const bool marksItself = parameters->ShouldShowSelectedOnly() && !IsSelected();
     if (marksItself)
     {
@@ -332,7 +332,8 @@ int SceneObject::DrawObject(DrawingParameters* parameters)
     {
         DrawLights(parameters);
     }
-    // A light that failed for want of room on the matrix stack does not stop the scene.
+    // A light also fails when OpenGL's matrix stack is full. That does not stop the scene, so the
+    // result of DrawLights is ignored.
     return ShouldTerminateDrawing(parameters) ? 0 : 1;
 }
 

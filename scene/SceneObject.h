@@ -35,8 +35,9 @@ public:
 
     /// Copies the colours, sceneFlags and the maximum number of lights.
     void CopyNoLights(const SceneObject& other);
-    /// Copies the same, and assigns the other scene's lights to this scene's lights in order, up to
-    /// the end of the shorter list. The lights keep their parent and their external undo stack.
+    /// Calls CopyNoLights, then assigns the other scene's lights to this scene's lights in order,
+    /// up to the end of the shorter list. This scene is the parent of its lights afterwards, and
+    /// each light keeps its external undo stack.
     void CopyAll(const SceneObject& other);
 
     ColorVector GetBackgroundColor() const { return backgroundColor; }
@@ -65,21 +66,21 @@ public:
     /// tilted down by 30 degrees. The second and the last light are in use. A negative maximum
     /// makes no lights.
     void CreateLights();
-    /// Deletes all lights. Returns 0 when there were none.
+    /// Deletes all lights. Returns 0 when there were no lights.
     int DestroyLights();
     int CanAddLight() const;
-    /// Takes the first light that is not in use, sets InUse and its default colours, and returns
-    /// it. Null when all lights are in use.
+    /// Takes the first light that is not in use, saves it for undo, sets InUse, calls
+    /// LightObject::Reset, and returns the light. Returns null when all lights are in use.
     LightObject* AddLight();
-    /// Gives a light back to the pool: clears InUse and sets the default colours. Returns 0 when
-    /// the light is not in the pool.
+    /// Gives a light back to the pool: saves it for undo, clears InUse and calls
+    /// LightObject::Reset. Returns 0 when the light is not in the pool.
     int RemoveLight(LightObject* light);
     /// Sets OpenGL's light model and draws every light. A picking pass leaves out directional
     /// lights and names the others; their names follow those of the children and of the four sizing
     /// handles. Returns 0 when the drawing is stopped.
     int DrawLights(DrawingParameters* parameters);
     /// Draws only the flashlights of the lights in use, each at this distance along the light's z
-    /// axis. In a picking pass with ShowLights each is named by its index in the pool.
+    /// axis. In a picking pass with ShowLights each light has its index in the pool as its name.
     int DrawLightsAtRadius(DrawingParameters* parameters, float radius);
     /// Replaces the pool by stored lights. Raises badClass, without changing the pool, for an
     /// object that is no light or whose light number is below GL_LIGHT0.
@@ -89,7 +90,7 @@ public:
 
     NamedViewList* GetSavedViews() { return &savedViews; }
     const NamedViewList* GetSavedViews() const { return &savedViews; }
-    /// Overwrites the saved camera of this name, or appends a new one. Always 1.
+    /// Overwrites the saved camera of this name, or appends a new one. Always returns 1.
     int SaveCurrentView(const CString& name, const CoordinateTransform* viewTransform,
                         const ProjectionData* projection);
     /// Copies the saved camera to \p viewTransform and \p projection. The projection keeps its
@@ -101,7 +102,7 @@ public:
     int DeleteSavedView(const CString& name);
     int DeleteSavedView(int index);
     int IsSavedViewNameUsed(const CString& name) const;
-    /// Deletes all saved cameras. Returns 0 when there were none.
+    /// Deletes all saved cameras. Returns 0 when there were no saved cameras.
     int DestroySavedViews();
     /// Reads stored cameras and appends them.
     void DeserializeSavedViews(CArchive& archive);
@@ -117,10 +118,11 @@ public:
     /// Draws the background texture: from its file if the current device context has more than 8
     /// colour bits, otherwise dithered to the palette.
     int DrawBackgroundTexture(DrawingParameters* parameters);
-    /// Returns 0 also when the texture's ownership cannot be had or its file cannot be opened.
+    /// Also returns 0 when the texture's mutex cannot be taken or its file cannot be opened.
     int DrawFileBackgroundTexture(DrawingParameters* parameters);
     /// Draws a bitmap, placed as the texture's placement says. Returns 1 without drawing when
-    /// ShowBackgroundTexture is not set, the texture is not Valid, or no device context is current.
+    /// ShowBackgroundTexture is not set, the texture is not Valid, no device context is current,
+    /// the parameters have no projection, or the bitmap is missing or has an unknown format.
     int DrawBackgroundTexture(DrawingParameters* parameters, const BITMAPINFO* bitmapInfo,
                               const void* bits);
 

@@ -67,7 +67,8 @@ void SceneTemplate::Serialize(CArchive& archive)
         archive << filename << templateTag << name;
         return;
     }
-    // The version written above is refused too. Templates are kept in the profile.
+    // Only version 1 is accepted, so a record that the code above wrote is refused. Applications
+    // keep templates in the profile instead.
     constexpr DWORD newestRead = 1;
     ReadRecordVersion(archive, RUNTIME_CLASS(SceneTemplate), newestRead);
     DeserializeVersion1(archive);

@@ -30,17 +30,18 @@ public:
     void SetFilename(const char* newFilename) { filename = newFilename; }
     const char* GetName() const { return name; }
     void SetName(const char* newName) { name = newName; }
-    /// The preview picture, which this template keeps; null if it has none.
+    /// The preview picture, which this template owns; null if the template has no preview.
     MemoryMappedDIB* GetPreview() const { return preview; }
     /// Whether the template has both a preview and a name.
     int IsDefined() const { return preview != nullptr && !name.IsEmpty(); }
 
-    /// Stores the path. It does not read the scene; the caller does. Always 1.
+    /// Stores the path. Load does not read the scene file; the caller reads it. Always returns 1.
     int Load(const CString& newFilename);
-    /// Writes the path to the profile, as the entry "Filename" of "<section>\<name>". Always 1.
+    /// Writes the path to the profile, as the entry "Filename" of "<section>\<name>". Always
+    /// returns 1.
     int Save(const CString& section) const;
 
-    // The comparisons compare the names, bytes as unsigned numbers.
+    // The operators compare only the names, byte by byte, with bytes as unsigned numbers.
     bool operator==(const SceneTemplate* other) const { return CompareNameWith(*other) == 0; }
     bool operator==(const SceneTemplate& other) const { return CompareNameWith(other) == 0; }
     bool operator<(const SceneTemplate* other) const { return CompareNameWith(*other) < 0; }
@@ -55,7 +56,7 @@ public:
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
 
-    LONG templateTag = 0;  ///< a number of the application's; the library copies and stores it
+    LONG templateTag = 0;  ///< for the application; the library only copies and stores it
     MemoryMappedDIB* preview = nullptr;  ///< owned
 
 protected:

@@ -14,8 +14,8 @@ public:
     POSITION FindName(const CString& name) const;
 
     /// Inserts a template before the first template whose name is greater, so that a sorted list
-    /// stays sorted. Returns the template; or null, without inserting it, when a template of the
-    /// same name comes first.
+    /// stays sorted. Returns the inserted template. If the search meets a template of the same name
+    /// first, nothing is inserted and the result is null.
     SceneTemplate* InsertAlphabetically(SceneTemplate* newTemplate);
 
 protected:

@@ -220,7 +220,8 @@ int ViewObject::Draw(DrawingParameters* parameters)
     }
     if (!scene->ShouldRotateLightsWithScene())
     {
-        // No transform is set yet, so the lights keep their place relative to the camera.
+        // OpenGL's matrix does not yet contain the view's transform, so the lights keep their place
+        // relative to the camera.
         scene->DrawLights(parameters);
     }
     const int result = parameters->ShouldClearAndReturn() ? DrawObject(parameters)

@@ -9,12 +9,12 @@
 class NamedViewList;
 class SceneObject;
 
-/// The camera: a node with a lens whose transform is the viewing transform. It shows one scene,
-/// which is borrowed and drawn as the view's only child. A new camera stands five units in front of
-/// the origin and looks along the negative z axis.
+/// The camera: a node that has a lens. The node's transform is the viewing transform. It shows one
+/// scene, which is borrowed and drawn as the view's only child. A new camera stands five units in
+/// front of the origin and looks along the negative z axis.
 ///
-/// A program must call SetViewSize after it has set the view's size for the first time: until then
-/// the part of the picture that is drawn is one pixel large.
+/// After a program has set the size of the picture for the first time, it must call SetViewSize.
+/// Until then only a part of 1 by 1 pixel of the picture is drawn.
 class ORVANE_API ViewObject : public DrawingObject
 {
     DECLARE_SERIAL(ViewObject)
@@ -24,7 +24,7 @@ public:
     ViewObject(const ViewObject& other) = default;
     ViewObject& operator=(const ViewObject& other);
 
-    /// Always 1.
+    /// Always returns 1.
     int AttachScene(SceneObject* newScene);
     SceneObject* GetScene() const { return scene; }
 
@@ -59,8 +59,8 @@ public:
     void SaveReferenceAspect() { projection.SaveReferenceAspect(); }
 
     using DrawingObject::Resize;
-    /// Sets a window's new size in pixels and changes the angle of view so that the window still
-    /// shows what the reference picture shows.
+    /// Sets the new size of a window in pixels and changes the angle of view, so that the window
+    /// still shows the part of the scene that the reference picture shows.
     void Resize(int width, int height) { projection.ResizeAndMaintainView(width, height); }
 
     /// OpenGL's projection matrix (16 numbers, column by column) and viewport (x, y, width, height
@@ -70,7 +70,7 @@ public:
     int* GetViewport() { return viewport; }
     const int* GetViewport() const { return viewport; }
 
-    // What is drawn when the drawing parameters have no flags.
+    // The modes that Draw uses when the drawing parameters have no flags.
 
     /// One of DrawingParameters' bits Render, Outline and ExtentsBox.
     unsigned int GetDrawingMode() const { return drawingMode; }
@@ -80,7 +80,7 @@ public:
     void SetDrawingModeExtentsBox() { drawingMode = DrawingParameters::extentsBoxBit; }
     /// 0 Render, 1 Outline, 2 ExtentsBox.
     int GetDrawingModeIndex() const;
-    /// Does nothing for any other index.
+    /// Takes 0, 1 or 2 as above; any other index changes nothing.
     void SetDrawingModeIndex(int index);
     void SetShowLightsMode() { showLightsMode = DrawingParameters::showLightsBit; }
     void ClearShowLightsMode() { showLightsMode = 0; }
@@ -117,18 +117,19 @@ public:
     int ZoomOrthographicExtents();
 
     /// Sets OpenGL's projection, programs the lights and draws the scene. Parameters that have no
-    /// flags get this view's modes; parameters that have no projection get a pointer to this
-    /// view's. Returns 0 when the drawing was stopped.
+    /// flags get this view's modes. Parameters that have no projection get a pointer to this view's
+    /// projection. Returns 0 when the drawing was stopped or failed.
     int Draw(DrawingParameters* parameters) override;
     int DrawChildren(DrawingParameters* parameters) override;
     /// Clears the depth buffer, draws the scene's background and sets OpenGL's shading.
     int DrawObject(DrawingParameters* parameters) override;
 
     int SaveToUndo() override;
-    /// Restores by CopyFromUndo; the parent pointer does not change.
+    /// Calls CopyFromUndo with the copy saved last. The parent pointer does not change. Unlike in
+    /// other nodes, viewStateBits are restored too.
     int RestoreFromUndo() override;
-    /// Copies the node's part, the drawing modes and the lens length. The rest of the projection
-    /// does not change.
+    /// Copies the node's part, the drawing modes and the lens length. The angle of view is
+    /// recomputed from the lens length; the rest of the lens and the sizes are not copied.
     void CopyFromUndo(const ViewObject& saved);
 
     void Serialize(CArchive& archive) override;
@@ -142,7 +143,7 @@ public:
     double projectionMatrix[16] = {};
     SceneObject* scene = nullptr;
     DWORD showLightsMode = 0;  ///< 0 or the ShowLights bit of DrawingParameters
-    DWORD showTextures = 0;    ///< 0 or its ShowTextures bit
+    DWORD showTextures = 0;    ///< 0 or the ShowTextures bit of DrawingParameters
     int viewport[4] = {};
 
 protected:
