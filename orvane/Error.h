@@ -15,19 +15,20 @@ class ORVANE_API Error : public std::runtime_error
 {
 public:
     Error(const std::string& place, const std::string& problem);
-    /// The problem is then "found FOUND, expected EXPECTED".
+    /// Problem() becomes "found FOUND, expected EXPECTED".
     Error(const std::string& place, std::string found, std::string expected);
     ~Error() override;
     Error(const Error&) = default;
     Error& operator=(const Error&) = default;
 
-    /// What the problem is about: a file, with the byte when it is known; a font, a line of a text,
-    /// or OpenGL.
+    /// The thing that has the problem: a file (with the byte, if it is known), a font, a line of a
+    /// text, the field of an option, or OpenGL.
     const std::string& Place() const { return place_; }
     const std::string& Problem() const { return problem_; }
-    /// What is there; empty when the problem is not a difference between two things.
+    /// The value that was found. Empty when the problem is not a difference between a found and an
+    /// expected value.
     const std::string& Found() const { return found_; }
-    /// What should be there; empty when Found is.
+    /// The value that was expected. Empty when Found() is empty.
     const std::string& Expected() const { return expected_; }
 
 protected:
@@ -43,7 +44,7 @@ private:
 };
 
 /// A field of an option structure has a value that makes no sense. Place() is the name of the
-/// field, and what() is as "samples: 1 to 4, found 9".
+/// field, and what() reads, for example, "samples: 0 to 4, found 9".
 class ORVANE_API OptionError : public Error
 {
 public:

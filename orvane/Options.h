@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Values and options. Every option has a default: `TextOptions()` is a complete description of a
-/// text's look. EdgeStyle, BevelSides and Alignment are in extrude/EdgeStyle.h; TextureQuality and
+/// Values and options. Every option has a default, so `TextOptions()` describes the look of a text
+/// completely. EdgeStyle, BevelSides and Alignment are in extrude/EdgeStyle.h; TextureQuality and
 /// BackgroundPlacement are in imaging/TextureSettings.h.
 
 #include "extrude/EdgeStyle.h"
@@ -52,7 +52,7 @@ struct Vector3
     double z = 0;
 };
 
-/// What a document's nodes are drawn as.
+/// How the nodes of a document are drawn.
 enum class DrawingMode
 {
     Solid,
@@ -60,7 +60,7 @@ enum class DrawingMode
     Boxes     ///< the box around each node
 };
 
-/// What the lights turn with.
+/// Whether the lights turn with the scene or with the camera.
 enum class LightsFollow
 {
     Scene,
@@ -72,48 +72,52 @@ struct TextureOptions
 {
     std::string file;  ///< a BMP file
     TextureQuality quality = TextureQuality::Mipmap;
-    double repeat = 1;            ///< how often the picture lies across an em: 0.001 to 1000
-    bool scalesWithText = false;  ///< or else it keeps its size when the text is scaled
+    double repeat = 1;            ///< how often the picture repeats in one em: 0.001 to 1000
+    bool scalesWithText = false;  ///< if false, scaling the text keeps the picture's size
 };
 
 /// How a text looks. Lengths are in ems.
 struct TextOptions
 {
-    /// A full name as Fonts() lists it; without it, the default font.
+    /// The full name of a font, as Fonts() lists it. If it is not set, the default font is used.
     std::optional<std::string> font;
     EdgeStyle edgeStyle = EdgeStyle::Bevel;
-    /// Of bevels and roundings: 0 to 100. What is drawn is at most the depth, or half of it when
-    /// both faces have bevels.
+    /// The width of bevels and roundings: 0 to 100. The drawn width is limited to the depth, or to
+    /// half the depth when both faces have bevels.
     double bevelWidth = 0.035;
     BevelSides bevelSides = BevelSides::Both;
-    double depth = 0.3;  ///< 0 to 100
+    double depth = 0.3;  ///< from the front face to the back face: 0 to 100
     Alignment alignment = Alignment::Center;
     double characterSpacing = 0;  ///< added between characters: -100 to 100
     double lineSpacing = 0;       ///< added between lines: -100 to 100
     Color faceColor = Rgb(0xF2B333);
-    std::optional<Color> edgeColor;   ///< of the sides; without it, half as bright as the face
-    std::optional<Color> bevelColor;  ///< without it, lighter than the face
+    std::optional<Color> edgeColor;   ///< of the sides; if not set, half as bright as the face
+    std::optional<Color> bevelColor;  ///< if not set, lighter than the face
     std::optional<TextureOptions> texture;
 };
 
 /// How the meshes of a 3D Studio file stand in a scene.
 struct MeshOptions
 {
-    /// Where the middle of their box is, in ems; without it, right of everything in the scene.
+    /// The place for the middle of the box around the meshes, in ems. If it is not set, the meshes
+    /// stand to the right of everything in the scene.
     std::optional<Vector3> at;
-    double size = 2;  ///< of the box's longest edge, in ems; 0 keeps the units of the file
-    Vector3 turn;     ///< degrees about each axis: first about z, then y, then x
-    /// Called with the damage when a part of the file could not be read. The other parts are in the
-    /// scene then. When it is empty, a damaged file is an Error.
+    /// The length of the box's longest edge in ems, 0 to 1000000. 0 keeps the units of the file.
+    double size = 2;
+    Vector3 turn;  ///< degrees about each axis: first about z, then y, then x
+    /// Called with a description of the damage when a part of the file could not be read. The
+    /// readable parts are still added to the scene. If no function is set, a damaged file is an
+    /// Error.
     std::function<void(const std::string& damage)> warn;
 };
 
-/// Where the camera looks from, and its lens.
+/// The direction from which the camera looks at the scene, and the camera's lens.
 struct CameraOptions
 {
     Vector3 turn{10, 22, 0};  ///< of the scene, degrees about each axis: first z, then y, then x
     double fieldOfView = 20;  ///< vertical, degrees: 0.1 to 170
-    /// In millimetres for film of 35 mm, 1 to 10000. It takes the place of the field of view.
+    /// The length of the lens in millimetres, for film of 35 mm: 1 to 10000. If it is set,
+    /// fieldOfView is ignored.
     std::optional<double> lensLength;
     bool orthographic = false;  ///< without perspective
 };
@@ -123,14 +127,15 @@ struct LightChange
 {
     int index = 0;  ///< 0 to 7
     bool on = true;
-    std::optional<Color> color;  ///< without it, the light keeps its colour
+    std::optional<Color> color;  ///< if not set, the light keeps its colour
 };
 
-/// Changes to a scene's lights. What is not given stays as it is.
+/// Changes to a scene's lights. Fields that are not set change nothing.
 ///
-/// In a new document light 1 shines from over the camera's left shoulder and light 7, weaker, from
-/// its right. The others are off; they stand in a ring around the scene, 30 degrees above it:
-/// 0 in front, then every 45 degrees to the right.
+/// In a new document light 1 shines from over the camera's left shoulder, and light 7, which is
+/// weaker, from the camera's right. The other lights are off. They stand in a ring around the scene
+/// and 30 degrees above it: light 0 is in front, and each further number is 45 degrees further to
+/// the right.
 struct LightOptions
 {
     std::optional<LightsFollow> follow;
@@ -138,14 +143,14 @@ struct LightOptions
     std::vector<LightChange> changes;
 };
 
-/// What is behind a scene: a colour, or a picture when a file is given.
+/// The background of a scene: a colour, or a picture if a file is named.
 struct BackgroundOptions
 {
     Color color = Rgb(0x141A2B);
     std::string file;  ///< a BMP file, or empty
     BackgroundPlacement placement = BackgroundPlacement::Stretch;
-    double x = 0;  ///< where a stretched or tiled picture begins, in pixels from the left
-    double y = 0;  ///< the same from the top
+    double x = 0;  ///< left edge of a stretched or tiled picture, in pixels from the left
+    double y = 0;  ///< its upper edge, in pixels from the top
 };
 
 /// Stops a drawing from another thread. Copies stop the same drawing.
@@ -157,7 +162,8 @@ public:
     Cancellation(const Cancellation&);
     Cancellation& operator=(const Cancellation&);
 
-    /// The drawing ends within the time that one letter takes, by throwing Cancelled.
+    /// Stops the drawing, which then throws Cancelled. Stopping takes no longer than drawing one
+    /// letter.
     void Cancel();
     bool IsCancelled() const;
 
@@ -167,25 +173,28 @@ private:
     std::shared_ptr<void> event_;
 };
 
-/// Pixels, in each direction.
+/// The largest width and the largest height of a picture, in pixels.
 constexpr int largestPictureSide = 100000;
 
-/// The size of a picture when neither the options nor the document say it.
+/// The size of a picture, in pixels, if neither the options nor the document give a size.
 constexpr Size defaultPictureSize{1280, 720};
 
 /// How a picture file is made.
 struct PictureOptions
 {
-    /// Each side is 1 to largestPictureSide. Without it the picture has the size that the document
-    /// was framed for, or defaultPictureSize.
+    /// Each side is 1 to largestPictureSide pixels. If no size is set, the picture has the size
+    /// that the document was framed for; if the document was never framed, defaultPictureSize.
     std::optional<Size> size;
-    /// Per pixel. A PNG has 24; a BMP has 8, 16, 24 or 32. 8 and 16 bits are dithered.
+    /// Bits per pixel: 24 in a PNG; 8, 16, 24 or 32 in a BMP. Pictures of 8 and 16 bits are
+    /// dithered.
     int bits = 24;
-    int dotsPerInch = 0;  ///< for the file's header; 0 for no such entry
-    /// Per pixel in each direction, 1 to 4. 0 chooses: 4 up to 4 megapixels, 2 up to 32 megapixels,
-    /// else 1. Pictures of 8 and 16 bits always have 1.
+    int dotsPerInch = 0;  ///< written into the file's header: 1 to 100000; 0 writes none
+    /// Samples per pixel in each direction, 1 to 4. With 0 the size of the picture decides: 4
+    /// samples up to 4 megapixels, 2 up to 32 megapixels, else 1. Pictures of 8 and 16 bits always
+    /// have 1.
     int samples = 0;
-    /// Called now and then on the calling thread with the share that is done, 0 to 1.
+    /// Called now and then, on the thread that called WritePicture, with the share of the picture
+    /// that is done, 0 to 1.
     std::function<void(double share)> progress;
     std::optional<Cancellation> cancellation;
 };
@@ -193,8 +202,8 @@ struct PictureOptions
 /// How a document is drawn into the current OpenGL context.
 struct DrawOptions
 {
-    /// Of the picture, whose lower left corner is that of the viewport. Without it the picture
-    /// fills the viewport.
+    /// The size of the picture in pixels. The picture's lower left corner is that of the viewport.
+    /// If no size is set, the picture fills the viewport.
     std::optional<Size> size;
 };
 

@@ -4,8 +4,8 @@
 /// \file
 /// The classes that documents are made of, for hosts that need more than orvane/orvane.h offers:
 /// about 160 names without a namespace, such as Point, Color and Vector, and the types of the
-/// platform that these classes use. A program with names of its own like these cannot include this
-/// header. orvane/DocumentAccess.h leads from a document to its objects.
+/// platform that these classes use. A program that has such names itself cannot include this
+/// header. The functions of orvane/DocumentAccess.h return the objects of a document.
 
 #include "extrude/ExtrusionData.h"
 #include "extrude/Library.h"

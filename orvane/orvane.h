@@ -11,8 +11,8 @@
 ///
 /// Strings are UTF-8. A failed call throws an Error and leaves the document as it was. A document
 /// and its nodes are used by one thread at a time, and only one thread at a time may use documents
-/// that have texts, because texts share their fonts. This header adds no names outside of the
-/// namespace `orvane` but the macros that begin with ORVANE_.
+/// that have texts, because texts share their fonts. Outside of the namespace `orvane` this header
+/// adds no names except macros that begin with ORVANE_.
 
 #include "orvane/Error.h"
 #include "orvane/Options.h"
@@ -48,7 +48,7 @@ struct Box
 class ORVANE_API Node
 {
 public:
-    /// A handle of no node.
+    /// Makes a handle that names no node: IsValid() is false.
     Node();
     ~Node();
     Node(const Node&);
@@ -60,12 +60,12 @@ public:
     std::string Text() const;
     /// The name that a mesh has in its file; empty for other nodes.
     std::string Name() const;
-    /// The way from the scene down to the node: the index of a child on each level. The tool writes
-    /// it as "0.2.1".
+    /// The way from the scene down to the node: the index of a child on each level. {0, 2, 1} is
+    /// child 1 of child 2 of the scene's child 0; the tool `orvane` writes this path as "0.2.1".
     std::vector<int> Path() const;
     std::vector<Node> Children() const;
 
-    /// In the coordinates of the node's parent.
+    /// The box around the node, in the coordinates of the node's parent.
     Box Bounds() const;
     /// The middle of the bounds.
     Vector3 Position() const;
@@ -97,8 +97,8 @@ enum class HitKind
 {
     Letter,
     Triangle,  ///< of a mesh
-    Node,      ///< a node with nothing to tell apart in it, such as a box
-    Light      ///< drawn only when the document shows its lights
+    Node,      ///< a node as a whole, which shows no letters or triangles, such as a box
+    Light      ///< found only when the document shows its lights
 };
 
 enum class LetterPart
@@ -113,11 +113,11 @@ enum class LetterPart
 struct Hit
 {
     HitKind kind = HitKind::Node;
-    Node node;  ///< without a node for a light
-    /// Of the letter in Text(), counted in characters; or of the triangle in the mesh; or of the
-    /// light.
+    Node node;  ///< IsValid() is false for a light
+    /// The index of the letter in Text(), counted in characters; of the triangle in the mesh; or of
+    /// the light. 0 for a node as a whole.
     int index = 0;
-    std::string letter;  ///< the character itself
+    std::string letter;  ///< in UTF-8; empty unless the hit is a letter
     LetterPart part = LetterPart::Face;
     double depth = 0;  ///< of the nearest point: 0 at the near clipping plane, 1 at the far one
 };
@@ -135,8 +135,8 @@ public:
     Document(Document&& other) noexcept;
     Document& operator=(Document&& other) noexcept;
 
-    /// Reads a scene file (.orv). Textures whose files are gone are looked for by their names in
-    /// the folder of the scene file; a node whose texture is not there either loses it.
+    /// Reads a scene file (.orv). A texture whose file is gone is looked for by its name in the
+    /// folder of the scene file. If it is not there, the node has no texture from then on.
     static Document Open(const std::string& path);
     /// Writes a scene file, which appears under its name only when it is complete.
     void Save(const std::string& path);
@@ -163,20 +163,22 @@ public:
     /// a margin of 8 % on the sides that it reaches. Without anything to see the camera is turned
     /// but keeps its place.
     void Frame(const Size& size, const CameraOptions& options = {});
-    /// The picture's size when the document was framed; without a value when it never was.
+    /// The size of the picture that the document was framed for. Has no value if the document was
+    /// never framed.
     std::optional<Size> FramedSize() const;
 
-    /// Keeps the camera under a name, in place of an older view of that name. The file holds the
-    /// views.
+    /// Saves the camera as a view with a name, and replaces an older view of that name. Save()
+    /// writes the views into the scene file.
     void SaveView(const std::string& name);
     void RestoreView(const std::string& name);
     void DeleteView(const std::string& name);
     std::vector<std::string> ViewNames() const;
 
-    /// What lies under a pixel of a picture of that size, nearest first. The pixel's centre
-    /// decides; when nothing lies there, anything that touches the pixel is reported. Outlines are
-    /// found up to two pixels away. The host's OpenGL context is current again afterwards.
-    /// \param x, y from the left and the top, where the first pixel is 0, 0
+    /// Finds everything that lies under a pixel of a picture of that size, nearest first. The
+    /// pixel's centre decides. If nothing lies there, anything that touches the pixel is reported.
+    /// If nothing touches the pixel of a document that is drawn as outlines, outlines up to two
+    /// pixels away are reported. The host's OpenGL context is current again afterwards.
+    /// \param x, y in pixels from the left and the top; the upper left pixel is 0, 0
     std::vector<Hit> Pick(const Size& size, int x, int y) const;
 
 private:
@@ -187,16 +189,17 @@ private:
     std::shared_ptr<DocumentState> state_;
 };
 
-/// Writes a picture of a document, PNG or BMP by the ending of the name. The file appears under its
-/// name only when it is complete. Memory does not grow with the size of the picture. No window is
-/// needed; the host's OpenGL context is current again afterwards.
+/// Writes a picture of a document. The ending of the name, .png or .bmp, decides the format. The
+/// file appears under its name only when it is complete. The memory that is needed does not grow
+/// with the picture's height, because the picture is drawn in strips. No window is needed; the
+/// host's OpenGL context is current again afterwards.
 ORVANE_API void WritePicture(const Document& document, const std::string& path,
                              const PictureOptions& options = {});
 
 /// Draws a document into the viewport of the current OpenGL context, which must have the
-/// compatibility profile and a depth buffer. Colours and depths in the viewport are replaced;
-/// OpenGL's state is afterwards as it was before. Without a context, or with one that cannot draw
-/// letters, it throws an Error.
+/// compatibility profile and a depth buffer. The colours and depths in the viewport are replaced;
+/// afterwards OpenGL's state is the same as before. Throws an Error when no context is current, or
+/// when the current context cannot draw letters.
 ORVANE_API void Draw(const Document& document, const DrawOptions& options = {});
 
 /// An installed font that letters can be made of.
@@ -209,15 +212,15 @@ struct FontInfo
     bool italic = false;
 };
 
-/// All of them, in the order of their names.
+/// All installed fonts that letters can be made of, in the order of their names.
 ORVANE_API std::vector<FontInfo> Fonts();
 
-/// The font of a full name. Upper and lower case do not matter when only one font fits. An Error
-/// for an unknown name suggests similar ones.
+/// The font with a full name. Upper and lower case do not matter when only one font fits. The Error
+/// for an unknown name suggests similar names.
 ORVANE_API FontInfo FindFont(const std::string& name);
 
-/// The font of a text that names none: DejaVu Sans Bold, else Liberation Sans Bold, else DejaVu
-/// Serif Bold, else the first installed font.
+/// The font of a text whose options name no font: DejaVu Sans Bold, else Liberation Sans Bold, else
+/// DejaVu Serif Bold, else the first installed font.
 ORVANE_API FontInfo DefaultFont();
 
 /// A colour as people write it: a name (navy, gold and others), #rgb, #rrggbb or #rrggbbaa.
