@@ -9,9 +9,9 @@ class CoordinateTransform;
 /// transform, in its parent's (global) coordinates. In a new object every number is 0 and nothing
 /// is defined.
 ///
-/// The corners of a box are, with m the minimum and M the maximum, (m, m, m), (m, M, m), (m, M, M),
-/// (m, m, M), (M, m, m), (M, M, m), (M, M, M), (M, m, M): corner 6 is opposite corner 0. The global
-/// corners are the transformed local ones, so the global box may be turned.
+/// The corners 0 to 7 of a box, with m the minimum and M the maximum, are (m, m, m), (m, M, m), (m,
+/// M, M), (m, m, M), (M, m, m), (M, M, m), (M, M, M), (M, m, M): corner 6 is opposite corner 0. The
+/// global corners are the transformed local ones, so the global box may be turned.
 ///
 /// Its record is the version and the fields in order.
 class ORVANE_API BoundingElement : public CObject
@@ -46,8 +46,8 @@ public:
     /// float and the maximum the smallest, so that the first accumulated box replaces both.
     void ResetLocalBounds();
 
-    /// Widens the local bounds. While the local sphere stays undefined the box is left alone and
-    /// the bounds count as undefined.
+    /// Widens the local sphere and the local box. If the local sphere is still undefined after
+    /// that, the box does not change and the local bounds are undefined.
     void AccumulateLocalBounds(const Vector& minimum, const Vector& maximum, const Sphere& sphere);
 
     /// Replaces the local box, not the local sphere, and calculates the global bounds.
@@ -55,9 +55,10 @@ public:
                         const CoordinateTransform& transform);
 
     /// Computes the corners of both boxes, the global minimum and maximum and the global sphere
-    /// from the local minimum and maximum. The diagonal of the global box is the diameter of the
-    /// global sphere, whatever the local sphere is. When the local bounds are undefined, minimum
-    /// and maximum of both boxes become 0, both spheres undefined, and the corners stay.
+    /// from the local minimum and maximum. The diameter of the global sphere is the diagonal of the
+    /// global box; the local sphere does not count. When the local bounds are undefined, the
+    /// minimum and maximum of both boxes become 0, both spheres become undefined, and the corners
+    /// do not change.
     void CalculateBounds(const CoordinateTransform& transform);
 
     void Serialize(CArchive& archive) override;

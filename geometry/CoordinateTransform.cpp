@@ -58,8 +58,8 @@ CoordinateTransform::CoordinateTransform(const CoordinateTransform& other) : COb
 
 CoordinateTransform& CoordinateTransform::operator=(const CoordinateTransform& other)
 {
-    // Present settings are overwritten, not replaced, because the program may have a pointer to a
-    // matrix.
+    // Existing settings are overwritten, not allocated anew, because the program may have a pointer
+    // to a matrix.
     if (settings_ != nullptr || other.settings_ != nullptr)
     {
         EnsureSettings() = other.CurrentSettings();
@@ -69,7 +69,8 @@ CoordinateTransform& CoordinateTransform::operator=(const CoordinateTransform& o
 
 const CoordinateTransform::Settings& CoordinateTransform::InitialSettings()
 {
-    // Never destroyed, because objects with static storage may need them while the process ends.
+    // The object is never destroyed, because objects with static storage may need it while the
+    // process ends.
     static const Settings* const initial = new Settings;
     return *initial;
 }
@@ -261,7 +262,8 @@ void CoordinateTransform::ComposeRotationMatrix(double degrees, const DVector& a
     const double radians = degrees * 3.141592654 * (1.0 / 180.0);
     const double s = std::sin(radians);
     const double c = std::cos(radians);
-    // Normalizing does not change a zero axis. Only the terms without x, y and z then remain.
+    // Normalizing does not change an axis of length 0. The matrix then has the cosine on its
+    // diagonal and 0 beside it.
     DVector unit = axis;
     unit.Normalize();
     const double x = unit.x;

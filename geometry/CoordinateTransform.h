@@ -16,11 +16,11 @@
 /// the settings, and their comments say so. Scale and Translate change it directly instead; a later
 /// rebuild can give another matrix.
 ///
-/// Most transforms are never changed; all meshes of an imported file are where the file has them.
-/// The settings, 448 bytes, are therefore allocated only by the first change, or by the first call
-/// that returns a pointer through which a matrix can be changed. Transforms without settings of
-/// their own answer questions from one shared set of initial values. Loading a record of initial
-/// values allocates nothing.
+/// Most transforms are never changed. The meshes of an imported file, for example, stay where the
+/// file puts them. The settings, 448 bytes, are therefore allocated only by the first change, or by
+/// the first call that returns a pointer through which a matrix can be changed. Transforms without
+/// settings of their own answer questions from one shared set of initial values. Loading a record
+/// of initial values allocates nothing.
 ///
 /// Its record is the version, the composite, external and rotation matrices, scale and translation.
 class ORVANE_API CoordinateTransform : public CObject
@@ -32,8 +32,8 @@ public:
     CoordinateTransform(const CoordinateTransform& other);
     CoordinateTransform& operator=(const CoordinateTransform& other);
 
-    // The 16 doubles of a matrix. A pointer from one of the functions that are not const shows
-    // every later change until the transform is destroyed. A pointer from a const function must not
+    // The 16 doubles of a matrix. A pointer from a non-const function stays valid until the
+    // transform is destroyed and shows every later change. A pointer from a const function must not
     // be kept: the first change of the transform moves the matrix.
     double* GetCompositeMatrix() { return EnsureSettings().compositeMatrix; }
     const double* GetCompositeMatrix() const { return CurrentSettings().compositeMatrix; }
@@ -62,7 +62,7 @@ public:
     void SetRotationMatrix(const double* matrix);
     void SetRotationMatrix(const float* matrix);
     /// Sets the rotation that turns a onto the x axis, b onto the y axis and c onto the z axis. The
-    /// three are perpendicular and right-handed, and may have any length.
+    /// three vectors are perpendicular and right-handed, and may have any length but 0.
     void SetAlignmentRotation(const DVector& a, const DVector& b, const DVector& c);
 
     /// Adds a rotation that is applied after the present one, and rebuilds the composite.
@@ -74,23 +74,24 @@ public:
     void Scale(const DVector& factors);
     void Translate(const DVector& offset);
 
-    /// Multiplies the external matrix by the other transform's composite, which is applied after
-    /// it, and rebuilds the composite. The other may be this transform.
+    /// Multiplies the external matrix by the composite of the other transform, so that points go
+    /// through the old external matrix first and through the other composite last. Rebuilds the
+    /// composite of this transform. \p other may be this transform.
     void Combine(const CoordinateTransform* other);
-    /// The same with the other transform's external matrix.
+    /// Like Combine, with the external matrix of the other transform in place of its composite.
     void CombineExternal(const CoordinateTransform* other);
 
     /// Sets the rotation to the external matrix without its translation. Nothing is rebuilt.
     void ExternalToRotation();
-    /// Sets the translation to that of the external matrix. Nothing is rebuilt.
+    /// Sets the translation to the translation in the external matrix. Nothing is rebuilt.
     void ExternalToTranslation();
     /// Transposes the upper 3 x 3 elements of the external and of the rotation matrix, but not the
     /// external translation, and rebuilds the composite.
     void InvertRotations();
 
-    // Operations on \p count points, in place or from one array to another, which may be the same
-    // array. Everything is computed in double; the results for Vectors are rounded to float. M is
-    // the composite matrix.
+    // Operations on \p count points. The results replace the points or go to a second array; \p in
+    // and \p out may be the same array. Everything is computed in double; the results for Vectors
+    // are rounded to float. M is the composite matrix.
 
     /// M times the point.
     void TransformVectors(const Vector* in, Vector* out, int count) const;
@@ -98,9 +99,9 @@ public:
     void TransformVectors(Vector* v, int count) const { TransformVectors(v, v, count); }
     void TransformDVectors(DVector* v, int count) const { TransformDVectors(v, v, count); }
 
-    /// The transposed upper 3 x 3 elements of M times the point, minus the translation of M. This
-    /// undoes Transform only if M does not scale and its rotation does not turn its translation.
-    /// Required; see UntransformIsNotAnInverseOfRotationPlusTranslation.
+    /// Multiplies the point by the transposed upper 3 x 3 elements of M, then subtracts the
+    /// translation of M. This undoes Transform only if M does not scale and its rotation does not
+    /// turn its translation. Required; see UntransformIsNotAnInverseOfRotationPlusTranslation.
     void UntransformVectors(const Vector* in, Vector* out, int count) const;
     void UntransformDVectors(const DVector* in, DVector* out, int count) const;
     void UntransformVectors(Vector* v, int count) const { UntransformVectors(v, v, count); }

@@ -26,7 +26,7 @@ public:
         z = newZ;
     }
 
-    /// Leaves z.
+    /// Sets x and y. The z component does not change.
     DVector& operator=(const Point2D& point)
     {
         SetDVector(point.x, point.y, z);
@@ -39,7 +39,7 @@ public:
     DVector& operator-=(const Point2D& other) { return *this = *this - other; }
     DVector& operator*=(double factor) { return *this = *this * factor; }
     DVector& operator/=(double divisor) { return *this = *this / divisor; }
-    /// By component.
+    /// Divides component by component.
     DVector& operator/=(const DVector& other)
     {
         SetDVector(x / other.x, y / other.y, z / other.z);
@@ -80,7 +80,7 @@ public:
     double Length() const { return std::sqrt(x * x + y * y + z * z); }
     double DistanceTo(const DVector& other) const { return (other - *this).Length(); }
 
-    /// Returns 0, without a change, for a length of exactly 0.
+    /// A vector of length 0 does not change, and the result is 0; otherwise the result is 1.
     int Normalize()
     {
         const double length = Length();
@@ -92,11 +92,13 @@ public:
         return 1;
     }
 
-    /// A normalized copy. A length of 0 is not tested for and gives infinities or not-a-number.
+    /// A normalized copy. The length is not checked: a vector of length 0 gives infinities or
+    /// not-a-number.
     DVector CopyNormalize() const { return *this / Length(); }
 
     /// Normalizes this vector and then the other one, and returns the cosine of the angle between
-    /// them. Returns 0 as soon as one of them has length 0. Both operands change; that is required.
+    /// them. Returns 0 if either vector has length 0; if it is this vector, the other one is not
+    /// normalized. Otherwise both operands change, which is required.
     double NormalizeAndDot(DVector& other)
     {
         return Normalize() != 0 && other.Normalize() != 0 ? Dot(other) : 0.0;

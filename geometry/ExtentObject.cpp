@@ -29,8 +29,8 @@ void ExtentObject::SetUnits(unsigned int newUnits)
 
 int ExtentObject::CalculatePixelExtents()
 {
-    // Computed in double: 100 times 2.9999999 gives 299 pixels. A product rounded to float would
-    // give 300.
+    // The product is computed in double: 100 times 2.9999999 gives 299 pixels. A product rounded to
+    // float would give 300.
     const auto pixelExtent = [this](double resolution, double extent) {
         switch (units)
         {

@@ -5,10 +5,12 @@
 #include "host/CObject.h"
 #include "host/CSize.h"
 
-/// A page extent in inches, centimetres or pixels at a device resolution, with the whole pixels
-/// that it covers. A new one is 3 by 3 inches at 100 pixels per inch.
+/// The width and height of a page in inches, centimetres or pixels, the resolution of the device,
+/// and the number of whole pixels that the page covers. A new page is 3 by 3 inches at 100 pixels
+/// per inch.
 ///
-/// Units other than the three leave the pixels as they are, and conversions from them are refused.
+/// If the units have another number than 0, 1 or 2, the pixels do not change and conversions are
+/// refused.
 ///
 /// Its record is the version, extents, resolution, pixels and units; loading does not recompute the
 /// pixels.
@@ -26,27 +28,30 @@ public:
 
     ExtentObject() { CalculatePixelExtents(); }
 
-    /// In the current units.
+    /// The extents in the current units.
     Vector2D GetDefinedExtents() const { return definedExtents; }
     CSize GetPixelExtents() const { return pixelExtents; }
     unsigned int GetUnits() const { return units; }
 
-    // Each recomputes the pixels; none converts the extents.
+    // Each of these setters recomputes the pixels. Setters do not convert the extents to other
+    // units.
     void SetDefinedExtents(const Vector2D& extents);
     void SetDeviceResolution(const CSize& resolution);
     void SetUnits(unsigned int newUnits);
 
-    /// Pixels from extents, resolution and units, truncated toward zero. Returns 1.
+    /// Computes the pixels from extents, resolution and units, truncated toward zero. Always
+    /// returns 1.
     int CalculatePixelExtents();
 
-    // These express the extents in other units and recompute the pixels. 0 and no change when a
-    // conversion from or to pixels meets a resolution of 0. To pixels it is refused even from
-    // pixels.
+    // These convert the extents to other units and recompute the pixels. They return 1, or 0
+    // without a change when pixels are converted to a length, or anything to pixels, while the
+    // resolution is 0.
     int ConvertUnitsToInches();
     int ConvertUnitsToCentimeters();
     int ConvertUnitsToPixels();
 
-    // The extents in those units, the object unchanged; (0, 0) where the conversion is refused.
+    // The extents in other units; the object does not change. (0, 0) when the conversion is
+    // refused.
     Vector2D GetExtentsInInches() const;
     Vector2D GetExtentsInCentimeters() const;
 

@@ -25,10 +25,10 @@ public:
     Vector GetNormal() const { return normal; }
     float Length() const { return end1.DistanceTo(end2); }
 
-    /// Computes where this line crosses the other line, which is taken as infinite in the xy plane.
-    /// \p t receives the place of the crossing along this line: 0 at end 1, 1 at end 2, and other
-    /// numbers outside the segment. Returns 1. For parallel lines it returns 256, with t = -1 and
-    /// the origin as the point.
+    /// Computes where this line crosses the other line in the xy plane. Both lines are taken as
+    /// infinite. \p t receives the place of the crossing along this line: 0 at end 1, 1 at end 2,
+    /// and other numbers outside the segment. Returns 1. For parallel lines it returns 256, with t
+    /// = -1 and the origin as the point.
     int Intersection(const Line& other, Vector* point, float* t) const;
 
     /// Computes where two segments cross. Returns 0 when they do not cross, 256 when they are
@@ -38,9 +38,10 @@ public:
     /// 1.
     int DoLinesIntersect(const Line& other, Vector* point, float* t) const;
 
-    /// Whether the point lies on the segment. Returns 132 at end 1, 136 at end 2 and 130 between
-    /// them, with \p t as above; otherwise 0 with t = -1. A point exactly at end 1 is not found,
-    /// because there is no direction from end 1 to it. Required; see
+    /// Whether the point lies on the segment. Returns 132 for a point at end 1, 136 at end 2 and
+    /// 130 between them; \p t receives the place along the segment, with the tolerance of
+    /// DoLinesIntersect. Returns 0 for any other point, with t = -1. A point exactly at end 1 is
+    /// not found either, because there is no direction from end 1 to it. Required; see
     /// APointExactlyAtEndOneIsNotOnTheLine.
     int IsPointOnLine(const Vector& p, float* t) const;
 

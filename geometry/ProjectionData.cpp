@@ -254,8 +254,8 @@ void ProjectionData::Serialize(CArchive& archive)
     ReadVersionedRecord(archive, *this, &ProjectionData::DeserializeVersion1,
                         &ProjectionData::DeserializeVersion2, &ProjectionData::DeserializeVersion3,
                         &ProjectionData::DeserializeVersion4);
-    // The lens length is computed from the loaded angle, so that undo, which restores the lens
-    // length, restores this angle.
+    // The lens length is computed from the loaded angle, because undo restores a view's lens length
+    // and derives the angle from it.
     CalculateLensLength();
 }
 

@@ -3,17 +3,20 @@
 
 #include "host/CObject.h"
 
-/// The lens of a view, perspective or orthographic, with the size of the picture in pixels and the
-/// part of it that is drawn, the sub-window. A large picture is drawn in bands: each band is a
-/// sub-window with a volume of its own.
+/// The lens of a view, perspective or orthographic, with the size of the picture and the
+/// sub-window, which is the part of the picture that is drawn. A large picture is drawn in bands:
+/// each band is a sub-window with its own volume of view.
 ///
 /// The field of view is vertical, in degrees. The lens length is the focal length of a lens for 35
 /// mm film with the same field of view: tan(angle / 2) = 17.5 mm / focal length. Sizes and offsets
-/// are pixels, the vertical offset downward from the top. Fields whose names end in Near are world
-/// units at the near plane. A negative width or height means that the picture has no size yet.
+/// are in pixels; the vertical offset counts downward from the top. Fields whose names end in Near
+/// are in world units at the near plane. A negative width or height means that the picture has no
+/// size yet.
 ///
-/// Setters recompute the fields that depend on the new value, except those that depend on a size
-/// while there is none.
+/// Setters recompute the fields that depend on the new value, with CalculateProjectionData for the
+/// whole picture and CalculateViewProjectionData for the sub-window. The first function changes
+/// nothing while the picture has no size, and the second changes nothing while width or height is
+/// 0.
 class ORVANE_API ProjectionData : public CObject
 {
     DECLARE_SERIAL(ProjectionData)
@@ -65,7 +68,8 @@ public:
     void SetFieldOfViewAngle(double degrees);
     void SetLensLength(double millimetres);
 
-    /// World units. The other extent is computed from the aspect.
+    /// Set one extent of the orthographic volume, in world units, and compute the other extent from
+    /// the aspect.
     void SetOrthographicHeight(double newHeight);
     void SetOrthographicWidth(double newWidth);
 
@@ -83,14 +87,15 @@ public:
     /// Stores aspect, field of view and height as the reference for ResizeAndMaintainView.
     void SaveReferenceAspect();
 
-    /// Sets a window's new size and shows what the reference showed. A window that is narrower than
-    /// the reference gets a wider vertical angle, so that it shows the same width; a wider window
-    /// keeps the vertical angle. The first size is only stored, without recomputing the sub-window.
-    /// Sizes that are not positive are ignored.
+    /// Sets the new size of a window, so that the window shows the same part of the scene as the
+    /// reference. A window that is narrower than the reference gets a wider vertical angle, so that
+    /// it shows the same width; a wider window keeps the vertical angle. The first size only sets
+    /// the size and the reference height; the sub-window is not recomputed. Sizes that are not
+    /// positive are ignored.
     void ResizeAndMaintainView(double newWidth, double newHeight);
 
     /// Copies the lens of a saved view: the angle, the orthographic extents, and whether it is
-    /// orthographic. The size of the window does not change. Always 1.
+    /// orthographic. The size of the window does not change. Always returns 1.
     int CopyFromSaved(const ProjectionData& saved);
 
     void CalculateFieldOfViewAngle();  ///< from the lens length
@@ -102,7 +107,8 @@ public:
     /// viewport to the size of the sub-window.
     void ApplyVolume() const;
 
-    /// Only the lens and the scale are stored. Loading recomputes the lens length.
+    /// Stores the angle, the orthographic extents, the flags, the scale and the reference, but no
+    /// size and no sub-window. Loading recomputes the lens length.
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
     void DeserializeVersion2(CArchive& archive);
@@ -111,7 +117,7 @@ public:
 
     DWORD projectionFlags = fitToWindow;
     double referenceFieldOfViewAngle = 40.0;  ///< saved by SaveReferenceAspect
-    double referenceHeight = -1.0;            ///< saved with it, pixels
+    double referenceHeight = -1.0;            ///< in pixels, saved by SaveReferenceAspect
     double viewHeightNear = 0;                ///< height of the sub-window's volume
     double viewWidthNear = 0;
     double aspect = 1.0;  ///< width / height

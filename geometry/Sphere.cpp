@@ -59,7 +59,7 @@ Sphere& Sphere::operator+=(const Sphere& other)
     }
 
     // The new diameter lies on the line through the two centres, from the far side of this sphere
-    // to the far side of the other.
+    // to the far side of the other sphere.
     toward.Normalize();
     float newDiameter = distance + radius + other.radius;
     Vector ourEnd = GetCenter() + toward * radius;

@@ -17,8 +17,8 @@ public:
     float GetDiameter() const { return diameter; }
     float GetRadius() const { return radius; }
 
-    // Each of the three setters makes the sphere defined. Setting the diameter also sets the
-    // radius, and the other way round.
+    // Each of the three setters makes the sphere defined. SetDiameter also sets the radius, and
+    // SetRadius also sets the diameter.
     void SetCenter(const Vector& newCenter);
     void SetDiameter(float newDiameter);
     void SetRadius(float newRadius);
@@ -32,9 +32,9 @@ public:
     /// radius is not greater than 1e-5.
     void CalculateSphere(const Vector& a, const Vector& b);
 
-    /// Grows to the smallest sphere that contains both. An undefined sphere becomes a copy of the
-    /// other sphere, defined or not. If only the other sphere is undefined, it counts as a point at
-    /// its centre.
+    /// Grows to the smallest sphere that contains both spheres. An undefined sphere becomes a copy
+    /// of the other sphere, defined or not. If only the other sphere is undefined, it counts as a
+    /// point at its centre.
     Sphere& operator+=(const Sphere& other);
     Sphere operator+(const Sphere& other) const { return Sphere(*this) += other; }
 

@@ -5,8 +5,9 @@
 
 #include <algorithm>
 
-/// A pixel position or size without its fraction. Positions that no picture has are limited, so
-/// that sums and differences of two of them stay in range.
+/// A position or size in pixels without its fraction. Results are limited to plus or minus 2 to the
+/// 29th, far beyond any picture, so that the sum or difference of two results fits an int.
+/// Not-a-number gives 0.
 inline int WholePixels(double pixels)
 {
     constexpr double limit = 1 << 29;

@@ -97,7 +97,8 @@ public:
     float Length() const { return static_cast<float>(LengthAsDouble()); }
     float DistanceTo(const Vector& other) const { return (other - *this).Length(); }
 
-    /// Divides by the length in double. Returns 0, without a change, for a length of exactly 0.
+    /// Divides by the length, computed in double. A vector of length 0 does not change, and the
+    /// result is 0; otherwise the result is 1.
     int Normalize()
     {
         const double length = LengthAsDouble();
@@ -110,12 +111,13 @@ public:
         return 1;
     }
 
-    /// A copy divided by the length in float. A length of 0 is not tested for and gives infinities
-    /// or not-a-number.
+    /// A copy divided by the length, rounded to float. The length is not checked: a vector of
+    /// length 0 gives infinities or not-a-number.
     Vector CopyNormalize() const { return *this / Length(); }
 
     /// Normalizes this vector and then the other one, and returns the cosine of the angle between
-    /// them. Returns 0 as soon as one of them has length 0. Both operands change; that is required.
+    /// them. Returns 0 if either vector has length 0; if it is this vector, the other one is not
+    /// normalized. Otherwise both operands change, which is required.
     float NormalizeAndDot(Vector& other)
     {
         return Normalize() != 0 && other.Normalize() != 0 ? Dot(other) : 0.0f;
