@@ -8,7 +8,8 @@ void ApplyMaterial(GLenum face, const Color& material)
     const ColorVector emission = material.GetEmissionColor();
     const ColorVector specular = material.GetSpecularColor();
 
-    // The alpha of the emission is not looked at.
+    // The alpha of the emission does not count: a new material has alpha 1 there and emits no
+    // light.
     const bool selfLit = emission.red != 0.0f || emission.green != 0.0f || emission.blue != 0.0f;
     if (!selfLit)
     {

@@ -29,10 +29,10 @@ public:
     float GetShininess() const { return shininess; }
     void SetShininess(float newShininess) { shininess = newShininess; }
 
-    /// 1 for a diffuse alpha below 1, else 0.
+    /// Returns 1 when the diffuse alpha is below 1, otherwise 0.
     int IsTransparent() const { return diffuseColor.alpha < 1.0f ? 1 : 0; }
 
-    /// Back to the initial values: medium grey, not emitting, shininess 64.
+    /// Sets the initial values: medium grey, no emission, shininess 64.
     virtual void Reset();
 
     void Serialize(CArchive& archive) override;

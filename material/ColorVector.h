@@ -3,8 +3,8 @@
 
 #include "host/CObject.h"
 
-/// An RGBA colour of four floats, nominally 0 to 1 and never clamped. The address of red can be
-/// passed to OpenGL as a GLfloat[4]. A new colour is opaque black.
+/// An RGBA colour of four floats. Their usual range is 0 to 1; this class does not limit them to
+/// it. The address of red can be passed to OpenGL as a GLfloat[4]. A new colour is opaque black.
 ///
 /// Its record is the four floats, without a version.
 class ORVANE_API ColorVector : public CObject

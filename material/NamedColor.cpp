@@ -21,7 +21,7 @@ struct NamedColor::ProfileEntry
     float ColorVector::*component;
 };
 
-// In the order in which the profile has them.
+// The entries in the order in which Save writes them to the profile.
 const NamedColor::ProfileEntry NamedColor::profileEntries[] = {
     {311, &NamedColor::ambientColor, &ColorVector::red},
     {312, &NamedColor::ambientColor, &ColorVector::green},
@@ -35,8 +35,8 @@ const NamedColor::ProfileEntry NamedColor::profileEntries[] = {
     {319, &NamedColor::specularColor, &ColorVector::blue},
 };
 
-/// Whole per cent. The product is rounded to float first: 0.9 as a float is just below 0.9, but
-/// gives 90.
+/// A component in whole per cent, without its fraction. The product is rounded to float before
+/// that: the float nearest to 0.9 is just below 0.9, but gives 90.
 static LONG Percent(float component)
 {
     return TruncateToLong(component * 100.0f);

@@ -5,7 +5,7 @@
 #include "material/Color.h"
 
 /// A material with a display name and the number of the NamedColorGroup that it belongs to; 0 is
-/// the built-in group. It can be stored in the application's profile.
+/// the built-in group. A material can be stored in the application's profile.
 ///
 /// Its record is that of Color, then the version, the group and the name.
 class ORVANE_API NamedColor : public Color
@@ -30,15 +30,16 @@ public:
     void SetColorGroup(unsigned long group) { colorGroup = static_cast<DWORD>(group); }
 
     /// Makes a material from a COLORREF. The ambient colour is half as bright, the specular colour
-    /// is as bright as the hue allows, and the name states red, green and blue in per cent. Group,
-    /// diffuse alpha and specular alpha do not change. Black has no hue; its specular colour
-    /// becomes not-a-number. Required; see ABlackPaletteColorHasNoSpecularHue.
+    /// is as bright as the hue allows, and the name states red, green and blue in per cent. The
+    /// emission becomes black and the shininess 64. Group, diffuse alpha and specular alpha do not
+    /// change. Black has no hue; its specular colour becomes not-a-number. Required; see
+    /// ABlackPaletteColorHasNoSpecularHue.
     NamedColor& operator=(unsigned long colorRef);
 
-    /// Read and write the entries of the profile section "<section>\<prefix><index>", colours in
-    /// whole per cent. Emission and group are neither read nor written. A missing number loads as
-    /// 0, and a missing name as "Invalid Material". The entry named "Transparency" holds the
-    /// opacity. Both always return 1.
+    /// Load reads and Save writes the entries of the profile section "<section>\<prefix><index>".
+    /// Colours are stored in whole per cent. Emission and group are neither read nor written. A
+    /// missing number loads as 0, and a missing name as "Invalid Material". The entry named
+    /// "Transparency" holds the opacity. Load and Save always return 1.
     int Load(int index, const CString& section, const CString& prefix);
     int Save(int index, const CString& section, const CString& prefix) const;
 

@@ -17,7 +17,7 @@ public:
     NamedColorArray(const NamedColorArray& other) : NamedColorArray() { *this = other; }
     NamedColorArray& operator=(const NamedColorArray& other) = default;
 
-    /// The index of the first material of exactly that name, -1 when there is none.
+    /// The index of the first material of exactly that name; -1 when no material has it.
     int FindName(const CString& name) const;
 
     void Serialize(CArchive& archive) override;

@@ -5,8 +5,8 @@
 
 /// A palette of materials with a number and a name. Group 0 is the fixed, built-in palette.
 ///
-/// It has no record of its own. Its record is that of the array: the materials without number and
-/// name.
+/// An archive stores a group as the record of its array: the materials, but not the group's number
+/// and name.
 class ORVANE_API NamedColorGroup : public NamedColorArray
 {
     DECLARE_DYNCREATE(NamedColorGroup)
@@ -21,7 +21,7 @@ public:
     void SetColorGroup(unsigned long group) { colorGroup = static_cast<DWORD>(group); }
     void SetName(const char* newName) { name = newName; }
 
-    /// 1 for every group except group 0.
+    /// Returns 1 for every group except group 0.
     int IsEditable() const { return colorGroup != 0 ? 1 : 0; }
 
     /// Sets the material's group to this group's number, then appends a copy of the material.
