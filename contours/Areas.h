@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Areas of flattened outlines, in square units, by three rules. They agree for an outline whose
-/// edges do not meet and whose contours all run the right way.
+/// The area of a flattened outline, in square units, by three rules. All three give the same area
+/// when no edges meet and all contours run the right way (see NativeOutline).
 
 #include "contours/FlatOutline.h"
 
@@ -11,17 +11,16 @@ namespace orvane::contours
 {
 
 /// The area that the tessellator fills by the odd rule (see TessellateFaces). Negative when the
-/// tessellator reports an error, as it does for contours that cross, and for more than 65,535
-/// vertices.
+/// tessellator reports an error, which contours that cross nearly always cause, or when the outline
+/// has more than 65,535 vertices.
 double OddArea(const FlatOutline& flat);
 
 /// The sum of the areas that the contours enclose, each positive when the contour runs clockwise
 /// and negative otherwise.
 double ClockwiseArea(const FlatOutline& flat);
 
-/// The area filled by the non-zero rule: a place is filled when the contours wind around it, taken
-/// together, any number of times but zero. Contours may cross. Negative when the tessellator
-/// reports an error.
+/// The area filled by the non-zero rule: a place is filled unless the windings of all contours
+/// around it add up to zero. Contours may cross. Negative when the tessellator reports an error.
 double NonZeroArea(const FlatOutline& flat);
 
 }  // namespace orvane::contours

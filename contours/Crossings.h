@@ -2,20 +2,22 @@
 #pragma once
 
 /// \file
-/// Whether, and how often, the edges of a flattened outline meet. Two edges meet when they cross,
-/// touch or overlap; the vertex that two neighbouring edges share does not count.
+/// Tests whether the edges of a flattened outline meet, and counts how often they do. Two edges
+/// meet when they cross, touch or overlap; the vertex that two neighbouring edges share does not
+/// count.
 
 #include "contours/FlatOutline.h"
 
 namespace orvane::contours
 {
 
-/// Whether no two edges meet. The tessellator fills such an outline without fail. False also when
-/// the search is given up after maxComparisons.
+/// Whether no two edges meet. The tessellator never fails on such an outline. Also false when the
+/// search gives up after maxComparisons.
 bool EdgesKeepApart(const FlatOutline& flat);
 
-/// The number of pairs of edges that meet. The count stops at \p limit + 1, which is also the
-/// answer when the search is given up after maxComparisons.
+/// The number of pairs of edges that meet. An edge of length 0 adds one more, and so does a contour
+/// of one or two vertices. The result is \p limit + 1 when there are more than \p limit, when the
+/// search gives up after maxComparisons, and when the outline has more than 65,535 vertices.
 /// \param cross if not null, set to true when two edges cross at a place inside both
 int CountMeetings(const FlatOutline& flat, int limit, bool* cross = nullptr);
 

@@ -10,7 +10,7 @@ namespace orvane::contours
 namespace
 {
 
-constexpr double tolerance = 0.5;  // units
+constexpr double tolerance = 0.5;  // the deviation that is good enough, in units
 constexpr int maxPieces = 12;
 
 /// How far a place moves when its coordinates are rounded, in units.
@@ -39,8 +39,8 @@ struct Cubic
                (points[3] - points[2]) * (3 * t * t);
     }
 
-    /// The direction of the curve, also at an end on which its control point lies, where the
-    /// derivative is zero.
+    /// The direction of the curve. Unlike the derivative, it is not zero at an end whose control
+    /// point lies at the same place.
     DoublePoint Tangent(double t) const
     {
         const DoublePoint derivative = Derivative(t);
@@ -71,8 +71,8 @@ struct Cubic
     }
 };
 
-/// The largest distance, at seven places of a quadratic piece, from the part of the cubic between
-/// the parameters \p from and \p to.
+/// The largest distance of a quadratic piece from the part of the cubic between the parameters \p
+/// from and \p to, in units, measured at seven places of the piece.
 double Deviation(const Cubic& cubic, double from, double to, const DoublePoint& start,
                  const QuadraticPiece& piece)
 {
@@ -88,9 +88,10 @@ double Deviation(const Cubic& cubic, double from, double to, const DoublePoint& 
     return largest;
 }
 
-/// The control point for the part between two parameters: where the tangents at its ends meet. If
-/// they do not meet between the ends, it is the control point that the part has when its third
-/// degree is dropped.
+/// The control point of a quadratic piece that replaces the part between two parameters: the place
+/// where the tangents at the ends of the part meet. If they are nearly parallel or meet on the
+/// wrong side, the control point with which the piece passes through the part's point halfway
+/// between the two parameters.
 DoublePoint ControlOf(const Cubic& cubic, double from, double to)
 {
     const DoublePoint start = cubic.PointAt(from);
@@ -114,8 +115,8 @@ DoublePoint ControlOf(const Cubic& cubic, double from, double to)
     return ((a + b) * 3 - start - end) * 0.25;
 }
 
-/// The quadratic piece for the part between two parameters. Of the four whole places around its
-/// control point, the one with the smallest deviation is taken.
+/// The quadratic piece for the part between two parameters. Its control point is one of the four
+/// places with whole coordinates around ControlOf's result: the place with the smallest deviation.
 /// \param deviation receives the deviation, in units
 QuadraticPiece PieceFor(const Cubic& cubic, double from, double to, const DoublePoint& start,
                         const DoublePoint& end, double* deviation)
@@ -224,7 +225,7 @@ void CubicOutlineBuilder::CubicTo(const DoublePoint& first, const DoublePoint& s
         const NativePoint control = PointOf(piece.control, false);
         const NativePoint end = PointOf(piece.end, true);
         const NativePoint& start = outline_.points.back();
-        // A control point that falls on an end bends nothing.
+        // A control point at the same place as an end gives a straight line, so it is left out.
         if (!((control.x == start.x && control.y == start.y) ||
               (control.x == end.x && control.y == end.y)))
         {
@@ -263,7 +264,7 @@ void CubicOutlineBuilder::EndContour()
     }
 }
 
-/// Adds a point, unless it is the same as the contour's last.
+/// Adds a point, unless it is the same as the contour's last point.
 void CubicOutlineBuilder::AddPoint(const DoublePoint& place, bool onCurve)
 {
     const NativePoint point = PointOf(place, onCurve);

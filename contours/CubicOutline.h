@@ -21,10 +21,11 @@ struct QuadraticPiece
     DoublePoint end;
 };
 
-/// Approximates a cubic Bezier curve by quadratic ones. The first of them starts at the cubic's
-/// first point, rounded to whole units. It uses the smallest number of pieces that stay within half
-/// a unit of the cubic or, if up to twelve do not, the number that stays nearest. Each control
-/// point is where the cubic's tangents at the ends of the piece meet, rounded to whole units.
+/// Approximates a cubic Bezier curve by one to twelve quadratic pieces. The first piece starts at
+/// the cubic's first point, rounded to whole units. The function takes the smallest number of
+/// pieces that all stay within half a unit of the cubic. If even twelve do not, it takes the number
+/// of pieces with the smallest deviation. Each control point has whole coordinates and lies beside
+/// the point where the cubic's tangents at the ends of the piece meet.
 /// \param cubic start, two control points and end, in units
 std::vector<QuadraticPiece> QuadraticsOf(const std::array<DoublePoint, 4>& cubic);
 
@@ -34,7 +35,8 @@ std::vector<QuadraticPiece> QuadraticsOf(const std::array<DoublePoint, 4>& cubic
 class CubicOutlineBuilder
 {
 public:
-    /// Ends the current contour and begins another. The first call must be this.
+    /// Ends the current contour, if there is one, and begins another at \p to. Must be called
+    /// before the first line or curve.
     void MoveTo(const DoublePoint& to);
     void LineTo(const DoublePoint& to);
     void QuadraticTo(const DoublePoint& control, const DoublePoint& to);

@@ -9,9 +9,10 @@ namespace orvane::contours
 namespace
 {
 
-/// The vote of the edge from vertex \p from to vertex \p to: its height, positive when the filled
-/// area is on its left and negative when it is on its right. The place looked at is just beside the
-/// middle of the edge, toward larger x.
+/// The vote of the edge from vertex \p from to vertex \p to: the height of the edge, positive when
+/// the filled area is on the edge's left and negative when it is on the edge's right. To decide
+/// this, the function tests whether the place just beside the middle of the edge, toward larger x,
+/// is filled.
 int VoteForLeft(const FlatOutline& flat, int from, int to)
 {
     const ShortPoint& start = flat.vertices[from].point;
@@ -19,7 +20,7 @@ int VoteForLeft(const FlatOutline& flat, int from, int to)
     // Twice the middle of the edge, because doubled coordinates are whole.
     const std::int64_t x = std::int64_t{start.x} + end.x;
     const std::int64_t y = std::int64_t{start.y} + end.y;
-    bool isRightFilled = false;  // right on the page: toward larger x
+    bool isRightFilled = false;  // whether the place toward larger x is filled
     ForEachContour(flat, [&](int first, int last) {
         for (int i = first; i < last; ++i)
         {
@@ -30,7 +31,8 @@ int VoteForLeft(const FlatOutline& flat, int from, int to)
             {
                 continue;
             }
-            // The edge is crossed when, at the height of the middle, its x is larger.
+            // A line from the middle toward larger x crosses this edge when the edge's x at that
+            // height is larger than the middle's.
             const std::int64_t rise = std::int64_t{b.y} - a.y;
             const std::int64_t side = (2 * std::int64_t{a.x} - x) * rise +
                                       (y - 2 * std::int64_t{a.y}) * (std::int64_t{b.x} - a.x);
@@ -49,7 +51,7 @@ std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat)
     constexpr std::ptrdiff_t maxVotes = 5;
     std::vector<bool> wrongWay;
     wrongWay.reserve(flat.sizes.size());
-    std::vector<int> tallest;  // start vertices of edges, those of the tallest edges first
+    std::vector<int> tallest;  // the start vertices of the edges, tallest edge first
     ForEachContour(flat, [&](int first, int last) {
         const auto next = [&](int i) { return i + 1 < last ? i + 1 : first; };
         const auto height = [&](int i) {

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Which contours of a flattened outline run the wrong way, also where edges touch.
+/// Finds the contours of a flattened outline that run the wrong way, even if edges touch or cross.
 
 #include "contours/FlatOutline.h"
 
@@ -13,8 +13,9 @@ namespace orvane::contours
 
 /// For each contour, whether the filled area lies on its left instead of its right. A place is
 /// filled by the odd rule: when a line from it to the outside crosses the contours an odd number of
-/// times. Where contours touch, an edge may have the filled area on both sides or on neither, so
-/// the five tallest edges of a contour vote, each with its height as weight.
+/// times. Where contours touch, an edge may have the filled area on both sides or on neither. So
+/// the five edges of a contour that are tallest in y vote, and each vote is weighted by the height
+/// of its edge.
 std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat);
 
 }  // namespace orvane::contours

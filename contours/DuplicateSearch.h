@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Moves the vertices of a flattened outline apart that lie at the same place, because the
+/// Moves apart the vertices of a flattened outline that lie at the same place, because the
 /// tessellator refuses contours that touch.
 ///
 /// The templates take contours of any type with these members: GetVertexCount(),
@@ -21,9 +21,10 @@
 namespace orvane::contours
 {
 
-/// The default of the parameters OnStep below. A function object of that type is called for each
-/// look at a slot of a hash table or at a vertex of a chain; tests pass one that counts, to see
-/// that the time grows in proportion to the number of vertices.
+/// The default for the template parameters OnStep below; it does nothing. The searches call their
+/// OnStep object each time they look at a slot of a hash table or at a vertex of a chain. Tests
+/// pass an object that counts these calls, to check that the time grows in proportion to the number
+/// of vertices.
 struct IgnoreSteps
 {
     void operator()() const {}
@@ -46,7 +47,8 @@ inline std::size_t HashOfPlace(std::uint32_t place, std::size_t slotCount)
     return (place * golden >> 32) & (slotCount - 1);
 }
 
-/// The size of a hash table for that many places: a power of two, at most half of it used.
+/// The number of slots of a hash table for \p placeCount places: a power of two, and more than
+/// twice as many slots as places, so that searches stay short.
 inline std::size_t SlotCountFor(std::size_t placeCount)
 {
     return std::bit_ceil(2 * placeCount + 2);
@@ -66,8 +68,8 @@ bool AnyPlaceRepeats(std::span<Contour> contours, OnStep onStep = {})
         return false;
     }
 
-    // Free slots hold the place of the first vertex. That marks them without a further field,
-    // because a later vertex at that place is a repetition in any case.
+    // A slot that holds the place of the first vertex is free. The table needs no other mark,
+    // because any later vertex at that place is a repetition and ends the search.
     std::vector<std::uint32_t> places;
     std::uint32_t free = 0;
     for (const auto& contour : contours)
@@ -98,10 +100,10 @@ bool AnyPlaceRepeats(std::span<Contour> contours, OnStep onStep = {})
     return false;
 }
 
-/// Moves vertices that lie at the place of an earlier vertex. The result, and the order of the
-/// moves, are the same as those of two nested loops that compare every vertex with every later one,
-/// each where it lies at that moment. Because places are looked up in a hash table, the time grows
-/// only with the number of vertices and of moves.
+/// Moves vertices that lie at the place of an earlier vertex. The moves and their order are the
+/// same as if two nested loops compared every vertex with every later vertex, both at the places
+/// where they lie at that moment. Because the places are kept in a hash table, the time grows only
+/// with the number of vertices and moves.
 ///
 /// The contours are borrowed. No two of them may share a vertex.
 template <typename Contour, typename OnStep = IgnoreSteps>
@@ -138,12 +140,12 @@ public:
     }
 
 private:
-    /// One vertex. Entries are in the order of comparison; a vertex can move only those of higher
-    /// rank.
+    /// One vertex. The entries stand in the order in which the nested loops would compare them. A
+    /// vertex can move only vertices whose rank is higher than its own.
     struct Entry
     {
         Contour* contour;
-        int index;  ///< of the vertex in its contour
+        int index;  ///< the vertex's index in its contour
         int rank;
         int next;  ///< the next entry in the chain of its place, or endOfChain
     };
@@ -151,8 +153,9 @@ private:
     static constexpr int unusedSlot = -2;
     static constexpr int endOfChain = -1;
 
-    /// The chain of the entries at one place that can still be moved, mostly in their order. A slot
-    /// keeps its place when the last entry has left it.
+    /// The chain of those entries at one place that can still be moved. The chain keeps their
+    /// order, except that an entry that is moved to the place is added at the end. A slot stays in
+    /// use for its place even when the chain is empty.
     struct Slot
     {
         std::uint32_t place = 0;
@@ -176,8 +179,8 @@ private:
             for (int entry = slot.first; entry >= 0; entry = entries_[entry].next)
             {
                 onStep_();
-                // From here on, no vertex can move an entry of this rank or a lower one, so those
-                // leave the chain.
+                // Entry i and the entries after it cannot move an entry whose rank is not higher
+                // than that of entry i, so such an entry leaves the chain.
                 if (entries_[entry].rank > entries_[i].rank)
                 {
                     movable_.push_back(entry);
@@ -187,7 +190,8 @@ private:
             {
                 slot.first = endOfChain;
             }
-            // Where a vertex moves depends on where the vertex after it lies, so the order counts.
+            // The side to which a vertex moves depends on where the next vertex of its contour
+            // lies, and that vertex may be moved too. So the order of the moves matters.
             if (!std::is_sorted(movable_.begin(), movable_.end()))
             {
                 std::sort(movable_.begin(), movable_.end());
@@ -200,8 +204,8 @@ private:
         }
     }
 
-    /// Adds an entry to the chain of the place where its vertex lies now. A vertex without a normal
-    /// cannot be moved, so it is left out.
+    /// Adds an entry to the chain of the place where its vertex lies now. A vertex whose normal is
+    /// zero cannot be moved, so it is left out.
     void AddToChain(int entry)
     {
         const auto& vertex = *entries_[entry].contour->GetVertexElement(entries_[entry].index);
@@ -237,7 +241,7 @@ private:
         return slots_[slot];
     }
 
-    /// Moves the chains into a table of another size. Slots with empty chains become unused.
+    /// Moves the chains into a table of \p slotCount slots. Slots with empty chains become unused.
     void Rehash(std::size_t slotCount)
     {
         const std::vector<Slot> old = std::exchange(slots_, std::vector<Slot>(slotCount));
@@ -255,15 +259,15 @@ private:
     }
 
     std::vector<Entry> entries_;
-    std::vector<Slot> slots_;  ///< a power of two, at most half of them used
+    std::vector<Slot> slots_;  ///< their number is a power of two; at most half are used
     std::size_t usedSlots_ = 0;
     std::vector<int> movable_;  ///< entries at one place; a member so that its memory is kept
     OnStep onStep_;
 };
 
-/// Moves all vertices apart that lie at the same place: first within each contour, then between
-/// each contour and all later ones. When no two vertices share a place, this costs one pass over
-/// the vertices.
+/// Moves apart all vertices that lie at the same place: first within each contour, then between
+/// each contour and all later contours. When no two vertices share a place, this costs one pass
+/// over the vertices.
 template <typename Contour, typename OnStep = IgnoreSteps>
 void SeparateVertices(std::span<Contour> contours, OnStep onStep = {})
 {

@@ -64,7 +64,8 @@ std::vector<bool> EdgeChains::ContoursTheWrongWay(const FlatOutline& flat) const
     return wrongWay;
 }
 
-/// Cuts a contour into chains. False when it has one or two vertices or turns back on itself.
+/// Cuts a contour into chains. Returns false when the contour has one or two vertices, turns back
+/// on itself or has two successive vertices at the same place.
 /// \param offset the index of the contour's first vertex in the outline
 bool EdgeChains::AddRing(const FlatVertex* vertices, int offset, int size)
 {
@@ -107,7 +108,7 @@ bool EdgeChains::AddRing(const FlatVertex* vertices, int offset, int size)
         const ShortPoint c = vertices[after].point;
         const std::int64_t x = b.x - a.x;
         const std::int64_t further = c.x - b.x;
-        // Two neighbouring edges can overlap only where x does not go on in the same direction.
+        // Two neighbouring edges can overlap only where x turns back or stands still.
         if (x * further <= 0)
         {
             const std::int64_t along =
@@ -162,8 +163,8 @@ void EdgeChains::AddChain(Ring& ring, Edge* first, Edge* end, Box box, bool isRi
 bool EdgeChains::ChainsMeet(const FlatOutline& flat, const Chain& a, const Chain& b,
                             std::int64_t& comparisons) const
 {
-    // Both chains run from left to right, so the first edge of b that can meet an edge of a only
-    // moves to the right as that edge does.
+    // Both chains run from left to right. So for each further edge of a, the first edge of b that
+    // can meet it is the same as before or lies farther right.
     const Edge* firstCandidate = &edges_[b.first];
     const Edge* const end = edges_.data() + b.end;
     for (std::size_t n = a.first; n < a.end && edges_[n].left <= b.box.right; ++n)
@@ -175,7 +176,7 @@ bool EdgeChains::ChainsMeet(const FlatOutline& flat, const Chain& a, const Chain
         }
         while (firstCandidate->right < edge.left)
         {
-            ++firstCandidate;  // stops at the last edge at the latest, which reaches b.box.right
+            ++firstCandidate;  // ends at b's last edge at the latest: its right end is b.box.right
         }
         const Edge* other = firstCandidate;
         for (; other < end && other->left <= edge.right; ++other)

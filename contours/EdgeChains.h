@@ -15,24 +15,25 @@ namespace orvane::contours
 {
 
 /// The edges of a flattened outline, cut into monotone chains: runs of edges whose x never turns
-/// back. Two edges of one chain meet only if they are neighbours that overlap, chains whose boxes
-/// keep apart do not meet at all, and two chains with overlapping boxes are compared in one pass
-/// from left to right. So far fewer edges are compared than there are pairs of them.
+/// back. Three facts save most of the comparisons: two edges of one chain meet only if they are
+/// neighbours that overlap; two chains whose boxes do not overlap cannot meet; and two chains whose
+/// boxes overlap can be compared in one pass from left to right.
 ///
-/// The object keeps its memory from one outline to the next. It is used by one thread.
+/// The object keeps its memory from one outline to the next. Only one thread may use it.
 class EdgeChains
 {
 public:
-    /// Whether no two edges meet. False also when the search is given up after maxComparisons.
+    /// Whether no two edges meet. Also false when the search gives up after maxComparisons.
     bool EdgesKeepApart(const FlatOutline& flat);
 
     /// After EdgesKeepApart(flat) has returned true: marks each contour that does not have the
-    /// filled area on its right. As edges keep apart, a contour lies as a whole inside or outside
-    /// each of the others. Empty when all contours run the right way.
+    /// filled area on its right. Because no edges meet, each contour lies entirely inside or
+    /// entirely outside every other contour. The result is empty when all contours run the right
+    /// way.
     std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat) const;
 
 private:
-    /// The smallest box around vertices.
+    /// The smallest box that holds some vertices, in units.
     struct Box
     {
         int left = std::numeric_limits<int>::max();
@@ -55,20 +56,20 @@ private:
     /// Successive edges of one contour, stored from left to right.
     struct Chain
     {
-        std::size_t first;  ///< index of its leftmost edge
-        std::size_t end;    ///< one past its rightmost edge
+        std::size_t first;  ///< the index of the leftmost edge
+        std::size_t end;    ///< one past the index of the rightmost edge
         Box box;
     };
 
     /// A contour whose neighbouring edges do not overlap.
     struct Ring
     {
-        int first = 0;  ///< index of its first vertex
-        int end = 0;    ///< one past its last vertex
+        int first = 0;  ///< the index of the contour's first vertex
+        int end = 0;    ///< one past the index of its last vertex
         Box box;
-        std::int64_t twiceArea = 0;  ///< positive when it runs clockwise
+        std::int64_t twiceArea = 0;  ///< positive when the contour runs clockwise
 
-        /// Whether flattening has left no vertex of the contour.
+        /// Whether the contour has no vertices, because flattening left out all of them.
         bool IsEmpty() const { return first == end; }
     };
 
@@ -83,7 +84,8 @@ private:
     std::vector<Ring> rings_;
 };
 
-/// The object of this thread, kept for its memory.
+/// The calling thread's EdgeChains object. It lives as long as the thread, so that its memory is
+/// used again for the next outline.
 EdgeChains& EdgeChainsOfThread();
 
 }  // namespace orvane::contours

@@ -24,7 +24,7 @@ struct Edge
     std::int16_t right;
     std::int16_t low;  ///< the smallest y
     std::int16_t high;
-    int from;  ///< the index of the vertex where it starts
+    int from;  ///< the index of the vertex where the edge starts
     int to;
 };
 
@@ -50,7 +50,8 @@ inline bool EdgesMeet(const std::vector<FlatVertex>& vertices, const Edge& a, co
     const auto at = [&](int index) -> const ShortPoint& { return vertices[index].point; };
     if (a.to == b.from || b.to == a.from)
     {
-        // Neighbours meet elsewhere only if the contour turns back on itself.
+        // Besides the vertex that they share, two neighbours meet only if the contour turns back on
+        // itself there.
         const Edge& first = a.to == b.from ? a : b;
         const Edge& second = a.to == b.from ? b : a;
         if (first.from == second.to)
@@ -71,7 +72,8 @@ inline bool EdgesMeet(const std::vector<FlatVertex>& vertices, const Edge& a, co
     {
         return false;
     }
-    // Edges on one line, whose boxes overlap, count as meeting.
+    // For two edges on one line all these signs are 0, so they count as meeting. That is right,
+    // because their boxes overlap.
     const int sides = SignOf(TwiceTriangleArea(at(b.from), at(b.to), at(a.from))) *
                       SignOf(TwiceTriangleArea(at(b.from), at(b.to), at(a.to)));
     if (cross != nullptr && fromSide * toSide < 0 && sides < 0)

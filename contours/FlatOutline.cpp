@@ -33,7 +33,8 @@ public:
 
     void CalculateNormals()
     {
-        // The average is that of the edges' normals as vertices store them.
+        // Built glyphs average the edges' normals after rounding them to the precision of stored
+        // normals, so this function does the same.
         const auto stored = [](const FloatPoint& normal) {
             return FloatPointOf(StoredNormalOf(normal), storedNormalUnit);
         };

@@ -17,7 +17,7 @@ namespace orvane::contours
 struct FlatVertex
 {
     ShortPoint point;         ///< in whole units
-    ShortPoint vertexNormal;  ///< in 1/10000; zero until vertices are moved apart
+    ShortPoint vertexNormal;  ///< in units of 1/10,000; zero until vertices are moved apart
 };
 
 struct FlatOutline
@@ -39,20 +39,20 @@ void ForEachContour(const FlatOutline& flat, Use use)
     }
 }
 
-/// Flattens an outline of one pixel per design unit. Coordinates are rounded down to whole units
-/// first.
+/// Flattens an outline of one pixel per design unit, after rounding its coordinates down to whole
+/// units.
 FlatOutline Flatten(const NativeOutline& outline, int unitsPerEm);
 
-/// The same into an outline that exists already, whose memory is used again.
+/// Does the same as Flatten, but replaces the contents of \p flat and uses its memory again.
 void FlattenInto(FlatOutline& flat, const NativeOutline& outline, int unitsPerEm);
 
 /// Whether any two vertices lie at the same place.
 bool AnyPlaceRepeats(FlatOutline& flat);
 
-/// Moves vertices apart that lie at the same place.
+/// Moves apart the vertices that lie at the same place, as the library does when it builds a glyph.
 void SeparateVertices(FlatOutline& flat);
 
-/// Flattens and moves vertices apart: the result is what the tessellator is given.
+/// Calls Flatten and then SeparateVertices. The tessellator receives the result.
 FlatOutline FlattenAndSeparate(const NativeOutline& outline, int unitsPerEm);
 
 }  // namespace orvane::contours

@@ -22,13 +22,13 @@ struct CurvePoint
 {
     enum class Kind : std::uint8_t
     {
-        Undecided,  ///< becomes no vertex, though a neighbouring curve may start or end here
+        Undecided,  ///< never becomes a vertex; its neighbours treat it as an off-curve point
         OffCurve,   ///< the control point of a quadratic curve
         OnCurve
     };
     ShortPoint place;
     Kind kind = Kind::Undecided;
-    std::uint8_t segments = 0;  ///< of the curve that an off-curve point belongs to
+    std::uint8_t segments = 0;  ///< the curve's number of segments; only for an off-curve point
 };
 
 /// The distance that two successive vertices must exceed: 0.002 em, in units.
@@ -56,8 +56,8 @@ inline FloatPoint QuadraticPoint(const FloatPoint& p0, const FloatPoint& p1, con
 ///
 /// A candidate becomes a vertex when it lies farther than \p spacing from the vertex before it. The
 /// first candidate is compared with the contour's last point. So when the last point repeats the
-/// first, it is the first that is left out.
-/// \param count of the contour's points
+/// first point, the first point is left out.
+/// \param count the number of the contour's points
 /// \param pointAt gives the CurvePoint with an index from 0 to count - 1
 template <typename PointAt, typename Emit>
 void FlattenContour(int count, PointAt pointAt, float spacing, Emit emit)
@@ -109,7 +109,7 @@ void FlattenContour(int count, PointAt pointAt, float spacing, Emit emit)
             }
             if (endsOnPoint)
             {
-                ++j;  // the last sample was that point
+                ++j;  // the curve's last sample was the next point
             }
         }
     }

@@ -14,8 +14,8 @@ namespace orvane::contours
 {
 
 /// A point on the outline, or the control point of a quadratic Bezier curve. Coordinates are in
-/// 1/64 units, with y upward. At one pixel per design unit, which all trials and repairs use, 64
-/// are a design unit; otherwise 64 are a pixel.
+/// 1/64 units, with y upward. A unit is one pixel of the size for which the outline was made. All
+/// trials and repairs use the size at which one pixel is one design unit.
 struct NativePoint
 {
     std::int32_t x = 0;
@@ -37,13 +37,14 @@ inline DoublePoint WholePlaceOf(const NativePoint& point)
     return {static_cast<double>(WholeUnits(point.x)), static_cast<double>(WholeUnits(point.y))};
 }
 
-/// The coordinate of a number of units, which is rounded to the nearest whole one. Numbers beyond
-/// plus or minus 16,777,216 units, which no font has, give that limit.
+/// Converts units to a coordinate. The number of units is rounded to the nearest whole number and
+/// limited to plus or minus 16,777,216, which is more than any font needs.
 std::int32_t CoordinateOf(double units);
 
-/// The closed contours of a glyph. Each has at least two points, and its first and last point are
-/// on the curve; a contour that would end with a control point ends with its first point repeated.
-/// Between two neighbouring control points lies an implied point, midway, that is not stored.
+/// The closed contours of a glyph. Each has at least two points. Its first and its last point are
+/// on the curve: where a control point would be the last, a copy of the first point follows it.
+/// Midway between two neighbouring control points the curve passes through an implied point, which
+/// is not stored.
 ///
 /// A contour runs the right way when the filled area lies on its right: outer borders run
 /// clockwise, the borders of holes counter-clockwise.
@@ -66,8 +67,8 @@ struct NativeOutline
 /// number of contours; contours beyond its end stay as they are.
 NativeOutline Reversed(const NativeOutline& outline, const std::vector<bool>& marked);
 
-/// An outline of \p unitsPerEm pixels per em, brought to \p pixelsPerEm: coordinates are rounded to
-/// the nearest 1/64, halves away from zero.
+/// Scales an outline of \p unitsPerEm pixels per em to \p pixelsPerEm pixels per em. Coordinates
+/// are rounded to the nearest 1/64, halves away from zero.
 NativeOutline Scaled(const NativeOutline& outline, int pixelsPerEm, int unitsPerEm);
 
 }  // namespace orvane::contours

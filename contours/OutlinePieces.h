@@ -12,15 +12,15 @@
 namespace orvane::contours
 {
 
-/// A line or a quadratic Bezier curve of a contour, in whole units. A line has its control point in
-/// the middle. Parameters run from 0 at the start to 1 at the end.
+/// A line or a quadratic Bezier curve of a contour, in whole units. The control point of a line is
+/// its middle. Parameters run from 0 at the start to 1 at the end.
 struct OutlinePiece
 {
     DoublePoint start;
     DoublePoint control;
     DoublePoint end;
     bool isCurved = false;
-    bool startsImplied = false;  ///< the start is midway between two control points, not stored
+    bool startsImplied = false;  ///< the start is an implied point; see NativeOutline
     bool endsImplied = false;
 
     DoublePoint PointAt(double t) const { return Blossom(t, t); }
@@ -39,8 +39,8 @@ struct OutlinePiece
     }
 };
 
-/// The pieces of each contour, in order; each starts where the one before it ends, and the first
-/// where the last ends. Coordinates are rounded down to whole units.
+/// The pieces of each contour, in order. Each piece starts where the piece before it ends, and the
+/// first piece starts where the last one ends. Coordinates are rounded down to whole units.
 std::vector<std::vector<OutlinePiece>> PiecesOf(const NativeOutline& outline);
 
 }  // namespace orvane::contours

@@ -16,14 +16,14 @@ namespace
 /// A part of the border that follows one piece of the outline without a break.
 struct Run
 {
-    int piece = -1;   ///< negative: a straight edge between vertices that share no piece
-    double from = 0;  ///< the parameters on the piece; from > to when it is followed backward
+    int piece = -1;   ///< negative for a straight edge between vertices that share no piece
+    double from = 0;  ///< the parameters on the piece; from > to when the run goes backward
     double to = 0;
     DoublePoint start;
     DoublePoint end;
 };
 
-/// Whether the second run goes on where the first ends, on the same piece in the same direction.
+/// Whether the second run starts where the first ends, on the same piece and in the same direction.
 bool Continues(const Run& run, const Run& next)
 {
     return run.piece >= 0 && run.piece == next.piece && std::fabs(run.to - next.from) < 1e-9 &&
@@ -40,7 +40,8 @@ void AddPoint(NativeOutline& outline, const DoublePoint& place, bool onCurve)
     }
 }
 
-/// Ends a contour of the points added last. It is dropped when it can enclose no area.
+/// Makes a contour of the points that were added last. Drops them instead when they cannot enclose
+/// an area, that is, when they are one or two points on the curve.
 void CloseContour(NativeOutline& outline)
 {
     const std::size_t first = outline.FirstOf(outline.ends.size());
@@ -59,7 +60,7 @@ void CloseContour(NativeOutline& outline)
     outline.CloseContour();
 }
 
-/// Turns a border of samples back into an outline. Needs the pieces that were sampled.
+/// Turns a border of samples back into an outline, with the help of the pieces that were sampled.
 class Rebuilder
 {
 public:
@@ -80,7 +81,7 @@ public:
             {
                 continue;
             }
-            // Backward, so that the filled area lies on the right.
+            // Reverse the loop, so that the filled area lies on its right.
             std::vector<const UnionVertex*> loop(leftFilled.rbegin(), leftFilled.rend());
             if (keepCurves)
             {
@@ -99,14 +100,15 @@ public:
     }
 
 private:
-    /// The piece with a number that a tag or a run names.
+    /// The piece with a number from a tag or a run.
     const OutlinePiece& Piece(int number) const
     {
         return pieces_[static_cast<std::size_t>(number)];
     }
 
-    /// Where a vertex of the border belongs. A vertex where two sampled edges cross lies a little
-    /// beside the crossing of the two curves, which is found from there by Newton's method.
+    /// The place of a border vertex on the original curves. A vertex at which two sampled edges
+    /// cross lies a little beside the place where the two curves cross. Newton's method finds that
+    /// place, starting from the vertex.
     DoublePoint PlaceOf(const UnionVertex& vertex) const
     {
         const DoublePoint place = vertex.Point();
@@ -126,8 +128,8 @@ private:
             const DoublePoint u = first.Derivative(s);
             const DoublePoint v = second.Derivative(t);
             const double turn = Cross(u, v);
-            // Curves that are nearly parallel here (by less than 3 degrees) have no crossing that
-            // could be found reliably.
+            // Between curves that are nearly parallel here (less than 3 degrees apart), no crossing
+            // can be found reliably.
             constexpr double minSine = 0.05;
             if (std::fabs(turn) < minSine * Length(u) * Length(v) || turn == 0)
             {
@@ -137,13 +139,14 @@ private:
             t += Cross(gap, u) / turn;
         }
         const DoublePoint found = first.PointAt(s);
-        constexpr double maxMove = 2.0;  // units
+        constexpr double maxMove = 2.0;  // units; a crossing farther away is a different one
         const bool isNear = s >= 0 && s <= 1 && t >= 0 && t <= 1 && Length(found - place) < maxMove;
         return isNear ? found : place;
     }
 
-    /// The run of the edge between two vertices, on the piece that both share. If they share
-    /// several, it is the one on which their parameters are nearest to each other.
+    /// The run of the edge between two vertices, on the piece that both vertices share. If they
+    /// share several pieces, the run is on the piece on which their parameters are nearest to each
+    /// other.
     Run RunBetween(const UnionVertex& from, const UnionVertex& to) const
     {
         Run run;
@@ -200,8 +203,8 @@ private:
         {
             const Run& run = runs[n];
             const Run& previous = runs[n > 0 ? n - 1 : runs.size() - 1];
-            // A contour must start on the curve, so its first point is written even where the font
-            // only implied it.
+            // A contour must start on the curve, so its first point is written even if it was only
+            // implied in the original outline.
             if (n == 0 || !MeetAtImpliedPoint(previous, run))
             {
                 AddPoint(outline, run.start, true);
@@ -210,7 +213,8 @@ private:
             {
                 const DoublePoint control = Piece(run.piece).Blossom(run.from, run.to);
                 const DoublePoint rounded = Rounded(control);
-                // A control point that falls on an end bends nothing.
+                // A control point at the same place as an end gives a straight line, so it is left
+                // out.
                 if (!(rounded == Rounded(run.start)) && !(rounded == Rounded(run.end)))
                 {
                     AddPoint(outline, control, false);
@@ -259,7 +263,7 @@ RebuiltOutline RebuildOutline(const NativeOutline& outline, const RebuildSetting
                 vertex.AddTag({number, t});
                 if (n == 0)
                 {
-                    // The vertex is the end of the piece before, too.
+                    // This vertex is also the end of the contour's previous piece.
                     const int lastNumber = firstNumber + static_cast<int>(contour.size()) - 1;
                     vertex.AddTag({number > firstNumber ? number - 1 : lastNumber, 1.0});
                 }

@@ -12,21 +12,21 @@ namespace orvane::contours
 /// How an outline is rebuilt.
 struct RebuildSettings
 {
-    int samplesPerCurve;  ///< the curves are cut at so many vertices before they are united
-    bool keepCurves;      ///< false: the border consists of straight lines between the samples
+    int samplesPerCurve;  ///< the number of straight edges that stand for each curve
+    bool keepCurves;      ///< false: the result consists of straight lines between the samples
 };
 
 struct RebuiltOutline
 {
     NativeOutline outline;
-    double area = -1;  ///< inside the border of the samples, square units; negative for no border
+    double area = -1;  ///< inside the border, in square units; negative if none was found
 };
 
-/// Samples the curves of an outline, finds the border of the area that they fill by the non-zero
-/// rule (OutlineUnion), and puts the curves' own pieces in place of the samples: each piece of the
-/// border is a part of one of the outline's curves, with ends and control point rounded to whole
-/// units. Contours run the right way. Slivers are left out. Because of the rounding, the edges of
-/// the result may meet; a trial must tell.
+/// Samples the curves of an outline, finds the border of the area that the samples enclose by the
+/// non-zero rule (see OutlineUnion), and then replaces the samples by parts of the original curves,
+/// with ends and control points rounded to whole units. The contours of the result run the right
+/// way. Slivers are left out. Because of the rounding, edges of the result may still meet, so the
+/// caller must try it with TryOutline.
 /// \param outline at one pixel per design unit
 RebuiltOutline RebuildOutline(const NativeOutline& outline, const RebuildSettings& settings);
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Outlines that would not be filled correctly, rebuilt so that they are.
+/// Repairs outlines that the library would not fill correctly.
 
 #include "contours/NativeOutline.h"
 
@@ -13,9 +13,9 @@ namespace orvane::contours
 
 /// The outline rebuilt as the border of the area that it fills by the non-zero rule (see
 /// RebuildOutline). The result passes TryOutline, and its contours run the right way. If rounding
-/// makes the border meet itself, other ways are tried in turn: more or fewer samples, a second
-/// rebuild, corners that touch drawn apart by up to three units, and straight lines in place of
-/// curves. Nothing when none of them passes.
+/// makes the border meet itself, the function tries other ways in turn: more or fewer samples, a
+/// second rebuild, moving each of the corners that touch back by 1.5 or 3 units, and straight lines
+/// in place of curves. Returns nothing when every way fails.
 /// \param outline at one pixel per design unit
 std::optional<NativeOutline> RepairOutline(const NativeOutline& outline, int unitsPerEm);
 

@@ -14,11 +14,11 @@ namespace orvane::contours
 namespace
 {
 
-/// An outline with more meetings of edges than this is no letter. Filling or repairing it could
-/// make a vertex of every meeting and would take too long.
+/// An outline with more meetings of edges than this is no letter. Filling or repairing it could add
+/// a vertex for every meeting and would take too long.
 constexpr int maxMeetings = 20000;
 
-/// The areas by the two rules may differ by this share of the larger.
+/// The areas by the two rules may differ by at most this share of the larger area.
 constexpr double maxAreaDifference = 0.001;
 
 }  // namespace
@@ -38,7 +38,7 @@ OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm, Crossing
         verdict.wrongWay = chains.ContoursTheWrongWay(flat);
         if (verdict.wrongWay.empty())
         {
-            // Both rules fill the same area.
+            // The outline passes without a tessellation: both rules fill the same area.
             return verdict;
         }
     }

@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// A trial, made before an outline is handed over: will the library fill its faces correctly when
-/// it has flattened it?
+/// Tries an outline before it is handed over: would the library flatten it to polygons that the
+/// tessellator fills correctly?
 
 #include "contours/NativeOutline.h"
 
@@ -14,8 +14,9 @@ namespace orvane::contours
 
 struct OutlineVerdict
 {
-    /// Whether the faces come out: the tessellator reports no error, and the areas that the odd
-    /// rule and the non-zero rule fill differ by at most a thousandth.
+    /// Whether the faces are filled correctly: the tessellator reports no error, and the areas
+    /// filled by the odd rule and by the non-zero rule differ by at most a thousandth of the larger
+    /// area.
     bool fills = true;
     /// Whether the edges meet so often that neither a tessellation nor a repair is worth trying.
     bool isHopeless = false;
@@ -28,8 +29,8 @@ struct OutlineVerdict
 /// How a trial treats an outline with edges that cross.
 enum class CrossingEdges
 {
-    Presumed,    ///< it is presumed not to fill: the tessellator nearly always refuses it
-    Tessellated  ///< the tessellator is asked
+    Presumed,    ///< the outline counts as failed, because the tessellator nearly always refuses it
+    Tessellated  ///< the tessellator tries to fill the outline
 };
 
 /// Tries an outline of one pixel per design unit. An outline whose edges do not meet, and whose

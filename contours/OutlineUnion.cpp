@@ -26,9 +26,9 @@ struct DeleteTessellator
     void operator()(GLUtesselator* tessellator) const { gluDeleteTess(tessellator); }
 };
 
-/// Tags a vertex that lies on the edge between two others, at \p fraction of the way, with the
-/// piece that both are on. They share two pieces when their contour has only two; then the edge
-/// belongs to the piece on which they are nearer to each other.
+/// Tags a vertex on the edge between the vertices \p from and \p to, at \p fraction of the way,
+/// with the piece on which both of these lie. They share two pieces when their contour has only two
+/// pieces; the edge then belongs to the piece on which their parameters are nearer to each other.
 void TagBetween(UnionVertex& vertex, const UnionVertex& from, const UnionVertex& to,
                 double fraction)
 {
@@ -67,8 +67,9 @@ void UnionVertex::AddTag(const PieceTag& tag)
     }
 }
 
-/// The functions that GLU calls, with the union as the polygon's data. Exceptions must not pass
-/// through GLU, which is written in C, so they are caught here and make Unite return false.
+/// The functions that GLU calls. Their parameter data points to the OutlineUnion. Exceptions must
+/// not pass through GLU, which is written in C, so they are caught here and make Unite return
+/// false.
 struct UnionCallbacks
 {
     static void CALLBACK Begin(GLenum, void* data) noexcept
@@ -161,8 +162,8 @@ bool OutlineUnion::Unite()
     gluTessCallback(tess, GLU_TESS_BEGIN_DATA, AsCallback(UnionCallbacks::Begin));
     gluTessCallback(tess, GLU_TESS_VERTEX_DATA, AsCallback(UnionCallbacks::AddVertex));
     gluTessCallback(tess, GLU_TESS_COMBINE_DATA, AsCallback(UnionCallbacks::Combine));
-    // Without this callback the tessellator takes a short cut for some contours: those that, seen
-    // from their first vertex, turn one way. It would not notice that they cross themselves.
+    // Without this callback the tessellator takes a short cut for contours whose triangles from the
+    // first vertex all turn the same way. It would not notice when such a contour crosses itself.
     gluTessCallback(tess, GLU_TESS_EDGE_FLAG_DATA, AsCallback(UnionCallbacks::FlagEdge));
     gluTessCallback(tess, GLU_TESS_ERROR_DATA, AsCallback(UnionCallbacks::Error));
     gluTessBeginPolygon(tess, this);
@@ -176,7 +177,7 @@ bool OutlineUnion::Unite()
         gluTessEndContour(tess);
     }
     gluTessEndPolygon(tess);
-    // A vertex for which there was no memory leaves a null in its loop.
+    // When there was no memory for a new vertex, its loop contains a null pointer.
     const bool isComplete = std::none_of(loops_.begin(), loops_.end(), [](const auto& loop) {
         return std::find(loop.begin(), loop.end(), nullptr) != loop.end();
     });

@@ -25,7 +25,7 @@ struct PieceTag
 /// A vertex of a polygon or of the border.
 struct UnionVertex
 {
-    std::array<double, 3> place = {};  ///< x and y in units, and z, which is 0: as GLU takes it
+    std::array<double, 3> place = {};  ///< x and y in units, and z = 0, which GLU needs
     std::array<PieceTag, 8> tags = {};
     std::size_t tagCount = 0;
 
@@ -35,20 +35,21 @@ struct UnionVertex
     void AddTag(const PieceTag& tag);
 };
 
-/// Polygons and, after Unite, the border of the area that they fill together. It is found by GLU's
-/// tessellator, asked for the boundary only.
+/// Polygons and, after Unite, the border of the area that they fill together. Unite finds the
+/// border with GLU's tessellator, which it asks for the boundary only.
 ///
-/// Where two edges cross, the border gets a new vertex. It has the tags of both edges: on an edge
-/// between two vertices of one piece, t is interpolated linearly between theirs.
+/// Where two edges cross, the border gets a new vertex. The new vertex gets one tag from each edge
+/// whose two ends lie on the same piece: that piece, and a t interpolated linearly between the t of
+/// the two ends.
 class OutlineUnion
 {
 public:
-    /// Begins a polygon, which the vertices added next belong to.
+    /// Begins a polygon. The vertices that are added next belong to it.
     void BeginContour() { contours_.emplace_back(); }
     /// Adds a vertex without tags. The reference stays valid as long as the union.
     UnionVertex& AddVertex(double x, double y);
 
-    /// Finds the border. False, with no loops, when the tessellator reports an error.
+    /// Finds the border. Returns false and leaves no loops when the tessellator reports an error.
     bool Unite();
 
     /// After Unite: the closed loops of the border, with the filled area on their left. The

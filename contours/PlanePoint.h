@@ -11,7 +11,7 @@ namespace orvane::contours
 {
 
 /// A point of the plane, or the way from one point to another. x grows to the right and y upward.
-/// The unit is a font's design unit, of which an em (the font's size) has 1000 or 2048 as a rule.
+/// The unit is the font's design unit: one em (the font's size) usually has 1000 or 2048 of them.
 template <typename Number>
 struct PlanePoint
 {

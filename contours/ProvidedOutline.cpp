@@ -9,7 +9,8 @@ namespace orvane::contours
 namespace
 {
 
-/// Accepts an outline that fills, as it is or with contours reversed. False when neither passes.
+/// Accepts an outline if it passes its trial as it is or with contours reversed. Returns false when
+/// neither form passes.
 bool AcceptTurned(ProvidedOutline& provided, const NativeOutline& outline, int unitsPerEm,
                   const OutlineVerdict& verdict)
 {
@@ -42,8 +43,8 @@ ProvidedOutline ProvideOutline(const NativeOutline& outline, bool isConverted, i
             provided.outline = RepairOutline(outline, unitsPerEm);
         }
         provided.isRepaired = provided.outline.has_value();
-        // Where the trial only presumed that the outline does not fill, the tessellator has the
-        // last word before it counts as failed.
+        // The trial may only have presumed that the outline fails. In that case, let the
+        // tessellator try it before it counts as failed.
         provided.isFailed =
             !provided.isRepaired &&
             !(verdict.isPresumed &&

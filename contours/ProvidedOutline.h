@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// The outline that the platform hands over for a glyph: the font's own or, where that would not be
-/// filled correctly, a corrected one.
+/// The outline that the platform hands over for a glyph: the font's own outline or, when the
+/// library would not fill that correctly, a corrected outline.
 
 #include "contours/NativeOutline.h"
 
@@ -15,17 +15,17 @@ namespace orvane::contours
 /// What was done with one glyph's outline.
 struct ProvidedOutline
 {
-    bool isConverted = false;  ///< made from cubic curves
+    bool isConverted = false;  ///< the outline was made from cubic curves
     bool isTurned = false;     ///< contours that ran the wrong way were reversed
-    bool isRepaired = false;   ///< rebuilt as the border of the area that it fills
-    bool isFailed = false;     ///< it is not filled correctly, and no repair was found
+    bool isRepaired = false;   ///< the outline was rebuilt as the border of its area
+    bool isFailed = false;     ///< the outline is not filled correctly, and no repair was found
 
-    /// The outline to hand over, at one pixel per design unit. Nothing when it is the font's own
-    /// outline without a change.
+    /// The outline to hand over, at one pixel per design unit. Empty when the font's own outline is
+    /// handed over unchanged.
     std::optional<NativeOutline> outline;
 };
 
-/// Tries an outline and, if it does not pass, reverses contours or repairs it.
+/// Tries an outline. If it does not pass, reverses contours that run the wrong way or repairs it.
 /// \param outline at one pixel per design unit
 /// \param isConverted whether it was made from cubic curves, so that it differs from the font's own
 ProvidedOutline ProvideOutline(const NativeOutline& outline, bool isConverted, int unitsPerEm);

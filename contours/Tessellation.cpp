@@ -9,8 +9,8 @@ namespace orvane::contours
 namespace
 {
 
-/// The tessellation under way on this thread. It must be a variable because GLU passes no data of
-/// the caller to these callbacks.
+/// The tessellation under way on this thread. It must be a thread_local variable because GLU passes
+/// no pointer from the caller to these callbacks.
 struct Tessellation
 {
     FaceSink* sink;

@@ -19,8 +19,8 @@ struct Corner
     unsigned short index;  ///< handed to FaceSink::Add
 };
 
-/// Receives the primitives that the tessellator makes, one after the other. An exception thrown
-/// here ends as an error of the tessellation.
+/// Receives the primitives that the tessellator makes, one after the other. When one of these
+/// functions throws, TessellateFaces catches the exception and returns false.
 class FaceSink
 {
 public:
@@ -36,9 +36,9 @@ protected:
 /// Fills contours with triangles, fans and strips by the odd rule: a place is filled when a line
 /// from it to the outside crosses the contours an odd number of times. So holes stay open whichever
 /// way their contours run. Contours that cross are an error, because there is no combine callback.
-/// \param corners of all contours, one after the other
-/// \param sizes of the contours; their sum is the number of corners
-/// \return false for an error; the primitives received until then must be thrown away
+/// \param corners the corners of all contours, one contour after the other
+/// \param sizes the number of corners of each contour
+/// \return false after an error; the caller must then throw away the primitives in \p sink
 bool TessellateFaces(std::span<Corner> corners, std::span<const int> sizes, FaceSink& sink);
 
 }  // namespace orvane::contours

@@ -2,8 +2,9 @@
 #pragma once
 
 /// \file
-/// Normals of flattened contours, and where a vertex goes that lies on another. Everything is in
-/// single precision, with the roundings that built glyphs depend on.
+/// Normals of flattened contours, and the rule that moves a vertex away from another vertex at the
+/// same place. Built glyphs depend on every rounding here, so the mix of single and double
+/// precision must stay as it is.
 
 #include "contours/PlanePoint.h"
 #include "platform/Truncate.h"
@@ -19,7 +20,7 @@ inline double DoubleLength(const FloatPoint& way)
     return std::sqrt(double{way.x} * way.x + double{way.y} * way.y);
 }
 
-/// The same as static_cast<float>(DoubleLength(way)) > length, mostly without a square root.
+/// Returns static_cast<float>(DoubleLength(way)) > length, but mostly needs no square root.
 inline bool IsLongerThan(const FloatPoint& way, float length)
 {
     // Rounding to float changes a length by less than this share of it.
@@ -33,7 +34,8 @@ inline bool IsLongerThan(const FloatPoint& way, float length)
     return static_cast<float>(DoubleLength(way)) > length;
 }
 
-/// The same direction with length 1, divided in double precision; zero stays zero.
+/// Returns the same direction with length 1; a zero \p way stays zero. The division is in double
+/// precision.
 inline FloatPoint Normalized(const FloatPoint& way)
 {
     const double length = DoubleLength(way);
@@ -57,7 +59,8 @@ inline FloatPoint AverageNormal(const FloatPoint& arriving, const FloatPoint& le
 }
 
 /// Calls \p visit with each vertex's index and the normals of the edges that arrive at it and leave
-/// it. \p pointAt gives the place of a vertex by its index. Nothing for fewer than two vertices.
+/// it. \p pointAt returns the place of a vertex by its index. With fewer than two vertices, \p
+/// visit is not called.
 template <typename PointAt, typename Visit>
 void ForEachCorner(int count, PointAt pointAt, Visit visit)
 {
@@ -77,14 +80,14 @@ void ForEachCorner(int count, PointAt pointAt, Visit visit)
 /// Vertices store the components of their normals as 16-bit numbers of this unit.
 inline constexpr float storedNormalUnit = 0.0001f;
 
-/// A normal's component in that unit, without its fraction.
+/// A normal's component in storedNormalUnit, with the fraction cut off.
 inline std::int16_t StoredNormal(float component)
 {
     return TruncateToShort(component * 10000.0f);
 }
 
-/// Where a vertex at \p place goes when another vertex lies at the same place: two units along its
-/// normal, forward or backward, whichever is the side on which the next vertex lies.
+/// Returns the place to which a vertex at \p place is moved when another vertex lies there too: two
+/// units along its normal, forward when the next vertex lies ahead, otherwise backward.
 inline FloatPoint ShiftedPlace(const FloatPoint& place, const FloatPoint& normal,
                                const FloatPoint& next)
 {
