@@ -251,10 +251,12 @@ Node Document::AddMesh(const std::string& path, const MeshOptions& options)
 
 std::vector<Node> Document::Nodes() const
 {
+    const SceneObject& scene = *state_->scene.scene;
     std::vector<Node> nodes;
-    for (int i = 0; i < state_->scene.scene->GetChildCount(); ++i)
+    nodes.reserve(static_cast<std::size_t>(scene.GetChildCount()));
+    for (int i = 0; i < scene.GetChildCount(); ++i)
     {
-        nodes.push_back(state_->HandleOf(*state_->scene.scene->GetChildByIndex(i)));
+        nodes.push_back(state_->HandleOf(*scene.GetChildByIndex(i)));
     }
     return nodes;
 }

@@ -190,6 +190,7 @@ std::vector<Node> Node::Children() const
     const std::shared_ptr<DocumentState> state = DocumentState::Of(*this);
     const DrawingObject& node = DocumentState::NodeOf(*this);
     std::vector<Node> children;
+    children.reserve(static_cast<std::size_t>(node.GetChildCount()));
     for (int i = 0; i < node.GetChildCount(); ++i)
     {
         children.push_back(state->HandleOf(*node.GetChildByIndex(i)));

@@ -36,7 +36,7 @@ void CheckPicture(const CString& file)
 CString CheckedAbsolutePath(const std::string& file)
 {
     std::error_code ignored;
-    const CString path = std::filesystem::absolute(file, ignored).c_str();
+    CString path = std::filesystem::absolute(file, ignored).c_str();
     CheckPicture(path);
     return path;
 }

@@ -9,7 +9,6 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -156,22 +155,35 @@ std::ostream& operator<<(std::ostream& out, const Documented& row)
     return out;
 }
 
+/// The text of a cell of a Markdown table without backquotes and commas.
+std::string WithoutMarks(std::string cell)
+{
+    std::erase_if(cell, [](char character) { return character == '`' || character == ','; });
+    return cell;
+}
+
 TEST(ChunkTable, TheDocumentListsTheChunksThatAreReadWithTheirNamesAndPlaces)
 {
     std::map<std::string, Documented> documented;
     std::ifstream document(ORVANE_TEST_DATA "/../../docs/3ds.md");
     ASSERT_TRUE(document.is_open());
-    const std::regex row(R"(\| `(0x[0-9A-F]{4})` \| ([^|]*) \| ([^|]*) \|.*)");
     for (std::string line; std::getline(document, line);)
     {
-        std::smatch cells;
-        if (std::regex_match(line, cells, row))
+        // A row of the table: | `0x4110` | its name | `0x4100`, `0x...` | ...
+        if (line.starts_with("| `0x"))
         {
-            std::string places = cells[3];
-            std::erase_if(places,
-                          [](char character) { return character == '`' || character == ','; });
-            std::istringstream words(places);
-            documented[cells[1]] = {cells[2], {std::istream_iterator<std::string>(words), {}}};
+            std::istringstream row(line);
+            std::string cells[4];
+            for (std::string& cell : cells)
+            {
+                std::getline(row, cell, '|');
+            }
+            std::istringstream ids(WithoutMarks(cells[1]));
+            std::string id;
+            ids >> id;
+            std::istringstream places(WithoutMarks(cells[3]));
+            const std::string name = cells[2].substr(1, cells[2].size() - 2);
+            documented[id] = {name, {std::istream_iterator<std::string>(places), {}}};
         }
     }
     std::map<std::string, Documented> expected;
