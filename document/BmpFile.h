@@ -18,12 +18,12 @@ class BmpFile
 public:
     /// Throws Error for a picture that needs more than the 4 GiB that the format allows.
     static void CheckSize(int width, int height, int bits);
-    /// The bytes of a row, which is padded to four bytes.
+    /// The number of bytes in a row, which is padded to a multiple of four bytes.
     static std::uint64_t RowBytes(int width, int bits);
 
     /// Makes sure that the file can be made. Throws Error when it cannot.
     /// \param bits per pixel: 8, 16, 24 or 32
-    /// \param dotsPerInch for the header; 0 for no such entry
+    /// \param dotsPerInch for the header; 0 states no resolution
     BmpFile(const std::string& path, int width, int height, int bits, int dotsPerInch);
     ~BmpFile();
     BmpFile(const BmpFile&) = delete;
@@ -36,9 +36,9 @@ public:
     /// \param top the block's first row, counted from the picture's upper edge
     std::uint64_t OffsetOf(int top, int height) const;
     /// Writes a block of rows, which lie in memory as in a bitmap: the lowest row first. Throws
-    /// Error.
+    /// Error when it cannot write them.
     void WriteRows(int top, int height, const BYTE* bits);
-    /// Puts the file in its place. Throws Error.
+    /// Puts the file in its place. Throws Error when it cannot.
     void Commit();
 
 private:

@@ -48,7 +48,7 @@ void ForEachText(DrawingObject& node, Visit visit)
     }
 }
 
-/// All characters of a document's texts.
+/// All characters of a document's texts, in UTF-8.
 std::string AllTexts(const SceneDocument& document)
 {
     std::string all;
@@ -58,7 +58,8 @@ std::string AllTexts(const SceneDocument& document)
     return all;
 }
 
-/// Takes the texts and the names of views to another code page, which holds all of the texts.
+/// Encodes the texts and the names of views in another code page, which must have all characters of
+/// the texts. The name of a view ends before the first character that the code page lacks.
 void ChangeCodePage(SceneDocument& document, UINT codePage)
 {
     if (document.codePage == codePage)
@@ -69,7 +70,8 @@ void ChangeCodePage(SceneDocument& document, UINT codePage)
         const std::string utf8 = CodePageToUtf8(static_cast<LPCSTR>(text), document.codePage);
         return Utf8ToCodePage(utf8, codePage).text;
     };
-    // Find all fonts before changing anything: a font may be missing in the new code page.
+    // Find all fonts before changing anything: if a font is missing in the new code page, the
+    // document must stay as it was.
     std::map<const OrvFont*, OrvFont*> fonts;
     ForEachText(*document.scene, [&](const OrvFontString& text) {
         const OrvFont& font = *text.GetFont();
@@ -178,8 +180,9 @@ Document& Document::operator=(Document&& other) noexcept = default;
 
 Document Document::Open(const std::string& path)
 {
-    // The registry of fonts keeps the code page that it is loaded in. That must be the host's, so
-    // load it before the code page of the file becomes the process's.
+    // The font registry keeps the code page in which it is loaded, and this must be the host's code
+    // page. So load the fonts before SceneDocument::Load sets the process's code page to that of
+    // the file.
     LoadFonts();
     auto state = std::make_shared<DocumentState>();
     const CodePageScope scope(state->scene.codePage);
@@ -190,7 +193,7 @@ Document Document::Open(const std::string& path)
     });
     if (const std::optional<Size> size = orvane::FramedSize(*document.view))
     {
-        // A view that was just read has the right aspect, but not the size of its picture.
+        // A view that was just read has the right aspect ratio, but not yet its size in pixels.
         document.view->SetUnscaledSize(size->width, size->height);
     }
     document.scene->CalculateBounds();
@@ -218,7 +221,8 @@ Node Document::AddText(const std::string& text, const TextOptions& options)
     SceneDocument& document = state_->scene;
     OrvFont& font = *ChooseFont(options.font);
     const std::vector<std::string> lines = SplitLines(text);
-    // If the new text fits into the code page of the other texts, the document keeps it.
+    // If the new text fits into the code page of the other texts, the document keeps that code
+    // page.
     const std::string others = AllTexts(document);
     const bool fits = !others.empty() && Utf8ToCodePage(text, document.codePage).Fits();
     const EncodedText chosen =

@@ -34,7 +34,8 @@ struct DocumentState : std::enable_shared_from_this<DocumentState>
     std::unique_ptr<ViewObject> ViewFor(const Size& size) const;
 
     SceneDocument scene;
-    /// The nodes that have handles, by the number in the handle. A number is never used twice.
+    /// The nodes that have handles, by the number in the handle. A number is never used twice, so a
+    /// handle of a removed node never names another node.
     std::map<unsigned, DrawingObject*> nodes;
     unsigned lastNumber = 0;
 };

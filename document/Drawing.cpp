@@ -46,7 +46,7 @@ void Draw(const Document& document, const DrawOptions& options)
 
     glViewport(viewport[0], viewport[1], size.width, size.height);
     glScissor(viewport[0], viewport[1], size.width, size.height);
-    glEnable(GL_SCISSOR_TEST);  // glClear would clear more than the viewport
+    glEnable(GL_SCISSOR_TEST);  // without it, glClear would clear more than the viewport
     ResetHostState();
     PrepareForPicture(WireWidth(size, DrawingModeOf(*state.scene.view)));
     PosterView view(*state.ViewFor(size), 1);

@@ -12,12 +12,14 @@ class CFile;
 namespace orvane
 {
 
-/// Describes the next two bytes of a file for a message: "found 4D 4D", or that the file ends.
+/// Describes the first two bytes of a file for a message: "found 4D 4D", or that the file is empty
+/// or has only one byte. The file must be at its beginning.
 ORVANE_API std::string FileStart(CFile& file);
 
-/// Makes an Error of a reader's exception.
+/// Makes an Error from the exception that a reader threw.
 /// \param place the file as the user names it, and the byte if it is known
-/// \param knownName the file as the reader names it; the text of the exception may begin with it
+/// \param knownName the file as the reader names it; if the text of the exception begins with this
+/// name, the name is cut off
 ORVANE_API Error FileError(const std::string& place, const std::string& knownName,
                            const CException& error);
 

@@ -32,10 +32,11 @@ namespace
 constexpr std::array defaultFonts = {"DejaVu Sans Bold", "Liberation Sans Bold",
                                      "DejaVu Serif Bold"};
 
-/// The code page that the registry's fonts were loaded in.
+/// The code page that the registry's fonts were loaded in; 0 before that.
 UINT registryCodePage = 0;
 
-/// A status window for the registry that passes the text on to a function.
+/// The font registry reports its progress as the text of a window. This window passes the text on
+/// to a function.
 class StatusLine : public CWnd
 {
 public:
@@ -140,7 +141,7 @@ OrvFont* ChooseDefaultFont()
     return fonts.GetHead();
 }
 
-/// The face that an enumeration of faces looks for, and the font that is made when it is found.
+/// The face that an enumeration of faces looks for, and the font that is made of the face.
 struct FaceSearch
 {
     std::string name;  ///< the full name in the process's code page
@@ -230,7 +231,7 @@ OrvFont* FontForCodePage(OrvFont& font, UINT codePage)
     {
         return &font;
     }
-    // Never destroyed, because documents may use the fonts until the process ends.
+    // The fonts are never destroyed, because documents may use them until the process ends.
     static auto* const fonts = new std::map<std::pair<UINT, std::string>, std::unique_ptr<OrvFont>>;
     const std::string name = RegisteredName(font);
     std::unique_ptr<OrvFont>& known = (*fonts)[{codePage, name}];

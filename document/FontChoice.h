@@ -21,19 +21,22 @@ namespace orvane
 ORVANE_API void LoadFonts(const std::function<void(const std::string& line)>& progress = {});
 
 /// The registered font of that full name (UTF-8); upper and lower case do not matter when only one
-/// font fits. No name gives the default font. Throws Error, which suggests similar names.
+/// font fits. Without a name, returns the default font. The Error for an unknown name suggests
+/// similar names.
 ORVANE_API OrvFont* ChooseFont(const std::optional<std::string>& name);
 
 /// A font of the same face for texts of a code page. A font stores its letters by their character
 /// codes, so texts of different code pages need different fonts. Throws Error when the name of the
-/// font cannot be written in the code page. \param font of the registry
+/// font cannot be written in the code page.
+/// \param font of the registry
 ORVANE_API OrvFont* FontForCodePage(OrvFont& font, UINT codePage);
 
-/// Throws Error, which names the first character of the text that the font lacks. The process's
-/// code page must be that of the text and the font.
+/// Throws Error if the font lacks a character of the text, and names the first such character. The
+/// process's code page must be that of the text and the font.
 ORVANE_API void CheckCharacters(OrvFont& font, const CString& text);
 
-/// Counts what there is to repair in a font's outlines. Throws Error when its file cannot be read.
+/// Counts the glyphs of a font and those among them whose outlines need repair. Throws Error when
+/// the font's file cannot be read.
 ORVANE_API OUTLINECHECK CheckOutlines(OrvFont& font);
 
 /// Up to \p most of the names that are most similar to \p name, the most similar first.

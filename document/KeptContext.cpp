@@ -13,8 +13,8 @@ KeptContext::KeptContext() : dc_(wglGetCurrentDC()), context_(wglGetCurrentConte
 {
     if (context_ == nullptr)
     {
-        // Only drawing bitmaps needs the right size, and nothing draws bitmaps in this context
-        // before this object makes it current again.
+        // The size may be wrong here: only the drawing of bitmaps needs it, and nothing draws
+        // bitmaps in this context until this object makes the context current again.
         dc_ = AdoptCurrentContext(1, 1);
         context_ = wglGetCurrentContext();
         isAdopted_ = dc_ != nullptr;
@@ -49,8 +49,8 @@ void CheckCurrentContext()
     {
         throw Error("OpenGL", "no context is current on this thread");
     }
-    // Letters need matrix stacks. A context of the core profile or of OpenGL ES has none and
-    // answers this call with an error.
+    // Letters need matrix stacks. A context of the core profile or of OpenGL ES has no matrix
+    // stacks, so glMatrixMode fails in it.
     while (glGetError() != GL_NO_ERROR)
     {}
     GLint mode = GL_MODELVIEW;

@@ -7,8 +7,8 @@
 namespace orvane
 {
 
-/// Makes the OpenGL context that is current now current again at the end of this object's life.
-/// Off-screen drawing makes other contexts current in between.
+/// Remembers the current OpenGL context and, at the end of this object's life, makes it current
+/// again. It is needed because off-screen drawing makes other contexts current.
 class KeptContext
 {
 public:
@@ -24,9 +24,9 @@ private:
     HGLRC context_;
 };
 
-/// While this object lives, bitmaps can be drawn into the host's current OpenGL context, which
-/// needs a device context. Does nothing if the current context is one of the library's, or was not
-/// made with EGL.
+/// While this object lives, the host's current OpenGL context has a device context, which the
+/// drawing of bitmaps needs. Does nothing if the current context is one of the library's, or was
+/// not made with EGL.
 class AdoptedContext
 {
 public:
@@ -40,8 +40,8 @@ private:
     bool isAdopted_;
 };
 
-/// Throws Error unless a context is current on this thread that can draw letters, which needs the
-/// compatibility profile of OpenGL.
+/// Throws Error unless the OpenGL context that is current on this thread can draw letters: it must
+/// have the compatibility profile, and no shader program may be in use.
 void CheckCurrentContext();
 
 }  // namespace orvane

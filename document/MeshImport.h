@@ -18,7 +18,8 @@ namespace orvane
 ORVANE_API void ImportMeshes(ThreeDStudioObject& node, const std::string& path);
 
 /// Adds the meshes of a 3D Studio file to a scene, sized, turned about their middle and placed.
-/// Throws Error also when there is no mesh in the file.
+/// Throws Error also when the file contains no mesh, or when it is damaged and options.warn is
+/// empty.
 ORVANE_API DrawingObject& AddImport(SceneObject& scene, const std::string& path,
                                     const MeshOptions& options);
 

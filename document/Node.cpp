@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The nodes of a document, by their handles.
+// The class Node, and the document's list of the nodes that have handles.
 
 #include "document/DocumentState.h"
 #include "document/TextEncoding.h"

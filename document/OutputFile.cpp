@@ -26,7 +26,7 @@ void TellWatcher(const char* path)
     }
 }
 
-/// Follows symbolic links. There need not be a file at the end.
+/// Returns the path at the end of a chain of symbolic links. No file needs to exist there.
 std::filesystem::path FollowLinks(std::filesystem::path path)
 {
     constexpr int longestChain = 40;
@@ -38,7 +38,8 @@ std::filesystem::path FollowLinks(std::filesystem::path path)
     return path;
 }
 
-/// An unused name in the folder of the target. Renaming is a single step only within a folder.
+/// A random name in the folder of the target. The unfinished file lies there because renaming is a
+/// single step only within one file system.
 std::string NameBeside(const std::string& target)
 {
     return std::filesystem::path(target).replace_filename(
@@ -84,7 +85,8 @@ OutputFile::~OutputFile()
 
 void OutputFile::CheckTarget() const
 {
-    // Renaming could replace a file that the user must not write to. Refuse that.
+    // Renaming could replace a file that the user has no permission to write to. Refuse such a
+    // target.
     if (std::FILE* const present = std::fopen(target_.c_str(), "r+b"))
     {
         std::fclose(present);

@@ -11,33 +11,35 @@ namespace orvane
 {
 
 /// A file that appears under its name only when it is complete. It is written beside its place
-/// under another name (.orvane-NUMBER.part), and Commit renames it. An OutputFile that ends without
-/// Commit leaves what was there before.
+/// under another name (.orvane-NUMBER.part), and Commit renames it. If an OutputFile ends without
+/// Commit, the file that had the name before is still there, unchanged.
 ///
 /// The path "-" is standard output. A symbolic link stays, and the file that it leads to is
 /// replaced. A device or a pipe is written to directly.
 class ORVANE_API OutputFile
 {
 public:
-    /// Makes sure that the file can be made, and leaves nothing. Throws Error when it cannot.
+    /// Makes sure that the file can be made: makes a file beside it and removes that file again.
+    /// Throws Error when this fails.
     explicit OutputFile(std::string path);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    /// Writes the next bytes. The first call makes the file. Throws Error.
+    /// Writes the next bytes. The first call makes the file. Throws Error when the bytes cannot be
+    /// written.
     void Write(const void* bytes, std::size_t count);
 
     /// Returns the temporary name of the file, for a caller that makes the file itself instead of
     /// calling Write. Throws Error for standard output, devices and pipes.
     std::string OpenOutside();
 
-    /// Puts the file in its place. Throws Error.
+    /// Puts the file in its place. Throws Error when it cannot.
     void Commit();
 
     /// Sets a function that is called with the temporary name of each file that any OutputFile of
     /// the process begins, and with null when that file is complete or removed. A program can then
-    /// remove an unfinished file when it is interrupted. A null function ends this.
+    /// remove an unfinished file when it is interrupted. A null function ends these calls.
     static void WatchUnfinishedFiles(void (*watch)(const char* path));
 
 private:
@@ -55,7 +57,7 @@ private:
     [[noreturn]] void Fail(int error) const;
 
     std::string path_;       ///< as the user names it
-    std::string target_;     ///< the path that symbolic links lead to
+    std::string target_;     ///< the path at the end of all symbolic links
     std::string temporary_;  ///< the name while the file is unfinished; empty before and after
     Kind kind_ = Kind::Regular;
     std::FILE* file_ = nullptr;  ///< owned, unless it is standard output

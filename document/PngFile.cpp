@@ -12,9 +12,9 @@
 namespace orvane
 {
 
-/// libpng is written in C and leaves a failing call by a long jump; an exception must not pass
-/// through it. An exception of the output file is kept in `error` while libpng jumps out, and is
-/// thrown again behind it.
+/// libpng is written in C and leaves a failing call by a long jump. Exceptions must not pass
+/// through libpng. So an exception of the output file is kept in `error`, libpng jumps out of the
+/// call, and Run throws the exception again.
 struct PngFile::Encoder
 {
     explicit Encoder(OutputFile& file) : output(file)
@@ -32,7 +32,8 @@ struct PngFile::Encoder
     Encoder(const Encoder&) = delete;
     Encoder& operator=(const Encoder&) = delete;
 
-    /// These two take the place of libpng's own handlers, which print.
+    /// JumpOut and IgnoreWarning replace libpng's own handlers, which would print to standard
+    /// error.
     static void JumpOut(png_structp png, png_const_charp complaint)
     {
         static_cast<Encoder*>(png_get_error_ptr(png))->complaint = complaint;

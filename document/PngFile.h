@@ -14,7 +14,7 @@ class PngFile
 {
 public:
     /// Makes sure that the file can be made. Throws Error when it cannot.
-    /// \param dotsPerInch for the header; 0 for no such entry
+    /// \param dotsPerInch for the header; 0 states no resolution
     PngFile(const std::string& path, int width, int height, int dotsPerInch);
     ~PngFile();
     PngFile(const PngFile&) = delete;
@@ -22,7 +22,7 @@ public:
 
     /// Makes the file. This and the following functions throw Error.
     void Open();
-    /// \param pixels three bytes each: blue, green, red
+    /// \param pixels of one row, three bytes each: blue, green, red
     void WriteRow(const unsigned char* pixels);
     /// To be called after the last row: puts the file in its place.
     void Commit();

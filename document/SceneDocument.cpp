@@ -26,8 +26,8 @@ namespace orvane
 namespace
 {
 
-/// The code page that the last four bytes of a file name. If they name no code page on offer, the
-/// code page of the process.
+/// Reads the number of a code page from the last four bytes of a file. If the number is not that of
+/// a code page on offer, returns the code page of the process.
 UINT ReadCodePage(CFile& file)
 {
     DWORD last = 0;
@@ -43,11 +43,12 @@ UINT ReadCodePage(CFile& file)
 }
 
 /// Throws Error unless the file begins with FF FF, the archive's mark of a new class, as every
-/// scene file does. A file of one byte passes, because the archive itself refuses it.
+/// scene file does. An empty file, or the single byte FF, passes, because the archive itself
+/// refuses both.
 void CheckMark(const std::string& path, CFile& file)
 {
     constexpr WORD newClass = 0xFFFF;
-    constexpr WORD nodeRecordVersion = 3;  // the first bytes of a node without its class
+    constexpr WORD nodeRecordVersion = 3;  // begins a node that is stored without its class
     WORD mark = newClass;
     file.Read(&mark, sizeof mark);
     file.SeekToBegin();
@@ -90,8 +91,8 @@ void ReadObjects(CArchive& archive, CFile& file, SceneDocument& document)
     }
 }
 
-/// While this object lives, nodes that are loaded find missing textures by their names among the
-/// pictures of a folder.
+/// While this object lives, nodes that are loaded and whose texture files are missing look for BMP
+/// files of the same name in a folder.
 class NearbyTextures
 {
 public:
@@ -146,7 +147,7 @@ SceneDocument SceneDocument::Load(const std::string& path,
     CheckMark(path, file);
     document.codePage = ReadCodePage(file);
     SetProcessCodePage(document.codePage);
-    LoadFonts(progress);  // after setting the code page, which fonts keep from their loading on
+    LoadFonts(progress);  // after SetProcessCodePage: fonts keep the code page of their loading
 
     std::error_code ignored;
     const NearbyTextures textures(std::filesystem::absolute(path, ignored).parent_path());

@@ -22,8 +22,8 @@ class OutputFile;
 /// A scene and the camera that looks at it, as a file (.orv) holds them.
 ///
 /// The file is an archive: a reference to the SceneObject, a reference to the ViewObject, and a
-/// DWORD, the code page of the texts. Files without the DWORD are in the process's code page. A
-/// file that ends after the SceneObject is read, too; its view is then framed for a picture of
+/// DWORD, the code page of the texts. The texts of a file without the DWORD are in the process's
+/// code page. A file may also end after the SceneObject; its view is then framed for a picture of
 /// defaultPictureSize.
 class ORVANE_API SceneDocument
 {
@@ -34,21 +34,23 @@ public:
     SceneDocument(SceneDocument&& other) noexcept;
     SceneDocument& operator=(SceneDocument&& other) noexcept;
 
-    /// Reads a file. Makes its code page the process's and loads the fonts. A texture whose file is
-    /// gone is looked for by its name in the folder of the document; a node whose texture is not
-    /// there either loses it. Throws Error.
+    /// Reads a file. Makes the file's code page the code page of the process, and loads the fonts.
+    /// A texture whose file is gone is looked for by its name in the folder of the document. If it
+    /// is not there, the node has no texture from then on. Throws Error when the file cannot be
+    /// read.
     /// \param progress called with a line about each font that is loaded; may be empty
     static SceneDocument Load(const std::string& path,
                               const std::function<void(const std::string&)>& progress = {});
 
     /// The bytes of the file.
     std::string Bytes() const;
-    /// Writes the bytes and commits the file. Throws Error.
+    /// Writes the bytes and commits the file. Throws Error when it cannot.
     void Save(OutputFile& file) const;
 
-    std::string path;         ///< of the file that the document was loaded from, or empty
-    std::uint64_t bytes = 0;  ///< of that file
-    /// How many records of each class and version were read from that file, with the records of
+    /// The path of the file that the document was loaded from or last saved to; may be empty.
+    std::string path;
+    std::uint64_t bytes = 0;  ///< the length of the file that the document was loaded from
+    /// How many records of each class and version were read from the file, including the records of
     /// base classes and member objects.
     std::map<std::pair<std::string, DWORD>, int> records;
     UINT codePage;  ///< of the texts and names in the scene

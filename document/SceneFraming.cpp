@@ -20,8 +20,9 @@ namespace
 constexpr double margin = 0.08;  // of the picture's width or height, kept free on each side
 constexpr double degree = std::numbers::pi / 180;
 
-// The distance between camera and scene is kept in this range, by scaling the scene. There the
-// depth buffer is precise enough and nothing lies in front of the near clipping plane.
+// The distance from the camera to the nearest point of the scene, in units of the camera's
+// coordinates. Scaling the scene keeps the distance in this range, where the depth buffer is
+// precise enough and nothing lies in front of the near clipping plane.
 constexpr double nearestDistance = 1;
 constexpr double farthestDistance = 10;
 
@@ -54,8 +55,8 @@ void CentreScene(ViewObject& view)
     }
 }
 
-/// Moves the camera until the scene fills the picture up to the margin. For this the lens is
-/// narrowed by the margin on each side.
+/// Moves the camera until the scene fills the picture up to the margin. To leave the margin free,
+/// the lens is narrower during the move. Returns false when there is nothing to see.
 bool ZoomWithMargin(ViewObject& view)
 {
     const double angle = view.GetProjection().GetFieldOfViewAngle();

@@ -13,7 +13,7 @@ class ViewObject;
 namespace orvane
 {
 
-/// Adds a node to a scene, which owns it then. The node keeps its transform.
+/// Adds a node to a scene, which owns the node from then on. The node keeps its transform.
 ORVANE_API DrawingObject& AddNode(SceneObject& scene, std::unique_ptr<DrawingObject> node);
 
 /// Throws OptionError when a number of the options is out of its range.
@@ -21,14 +21,16 @@ ORVANE_API void CheckCameraOptions(const CameraOptions& options);
 /// Throws OptionError when a side is not 1 to 100000 pixels.
 ORVANE_API void CheckSize(const Size& size);
 
-/// Points the camera at the scene, which then fills a picture of that size except for a margin.
+/// Points the camera at the scene, which then fills a picture of that size except for a margin of
+/// 8 % on the sides that it reaches.
 ORVANE_API void FrameScene(ViewObject& view, const CameraOptions& options, const Size& size);
 
-/// Sets up a view for a picture of another size. A picture that is narrower than the framed one
-/// shows the same width of the scene, a wider picture the same height.
+/// Sets up a view for a picture of another size. A picture that is narrower, for its height, than
+/// the framed picture shows the same width of the scene; a wider picture shows the same height of
+/// the scene.
 ORVANE_API void SizeView(ViewObject& view, const Size& size);
 
-/// The size of the picture that the view was framed for; nothing when it was never framed.
+/// The size of the picture that the view was framed for; no value when the view was never framed.
 ORVANE_API std::optional<Size> FramedSize(const ViewObject& view);
 
 }  // namespace orvane

@@ -20,12 +20,12 @@ struct FirstLight
 {
     int index;
     const char* name;
-    DVector from;  ///< the direction that it shines from, any length
+    DVector from;  ///< points towards the light; its length does not matter
     ColorVector diffuse;
     ColorVector specular;
 };
 
-/// Turns a light so that it shines from a direction. A light shines from its own z axis.
+/// Turns a light so that it shines from a direction. A light shines along its own negative z axis.
 void PlaceLight(LightObject& light, const DVector& from)
 {
     constexpr double degree = std::numbers::pi / 180;

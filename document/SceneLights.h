@@ -9,7 +9,7 @@ class SceneObject;
 namespace orvane
 {
 
-/// The ambient light of a new scene, and what its lights turn with.
+/// The ambient light of a new scene, and whether its lights turn with the scene or the camera.
 inline constexpr Color firstAmbientColor{0.34f, 0.35f, 0.38f, 1};
 inline constexpr LightsFollow firstLightsFollow = LightsFollow::Camera;
 

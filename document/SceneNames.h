@@ -11,7 +11,8 @@ class DrawingObject;
 namespace orvane
 {
 
-/// The way from the scene down to a node: the index of a child on each level.
+/// The way from the scene down to a node: the index of a child on each level. {0, 2, 1} is child 1
+/// of child 2 of the scene's child 0.
 using NodePath = std::vector<int>;
 
 /// The path as "0.2.1".

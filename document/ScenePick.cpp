@@ -23,17 +23,20 @@ namespace orvane
 namespace
 {
 
-// When OpenGL picks, drawing names each child of a node by its index. These are other names.
-constexpr GLuint partNameCount = 3;    // parts of a character: 0 face, 1 edge, 2 bevel
-constexpr GLuint handleNameCount = 4;  // the names of lights come after these
+// In OpenGL's selection mode each drawn thing has names, which are numbers. The name of a node's
+// child is the child's index. The parts of a character have the names 0 face, 1 edge and 2 bevel.
+// The names of sizing handles follow those of the scene's children, and the names of lights follow
+// those of sizing handles.
+constexpr GLuint partNameCount = 3;
+constexpr GLuint handleNameCount = 4;
 
 constexpr std::size_t maxBufferSize = 1u << 26;  // numbers of 4 bytes: 256 MiB
 
 /// OpenGL's record of one picked thing.
 struct SelectionHit
 {
-    std::vector<GLuint> names;  ///< the first names a child of the scene
-    GLuint depth;
+    std::vector<GLuint> names;  ///< from the scene's child (or light) down to the part that was hit
+    GLuint depth;               ///< of the nearest point, from 0 to 0xFFFFFFFF
 };
 
 /// Draws in selection mode, with a larger buffer each time, until the hits fit into it.
@@ -75,11 +78,13 @@ class PickWindow
 {
 public:
     /// A window around the centre of a pixel.
-    /// \param steps how many windows side by side make a pixel
+    /// \param steps how many windows, side by side, are as wide as a pixel
     /// \param wide makes the window five times as wide and high
     PickWindow(ViewObject& view, int x, int y, int steps, bool wide) : view_(view)
     {
-        // The lens shows two by two steps; OpenGL's picking window lies in their middle.
+        // A step is 1/steps of a pixel. The lens shows a square of 2 x 2 steps around the pixel's
+        // centre. OpenGL's picking window has the same middle and is one step wide, or five steps
+        // if \p wide.
         lens_ = view.GetProjection();
         lens_.SetScale(steps, steps);
         lens_.SetViewSize(2, 2);
@@ -142,8 +147,9 @@ bool DrawsSolids(const ViewObject& view)
     return (view.GetDrawingMode() & DrawingParameters::renderBit) != 0;
 }
 
-/// Finds what the names of hits mean. The three parts of a text's characters have the same names as
-/// the text's first three children, and the names do not tell which character was hit.
+/// Finds the part of the scene that the names of a hit mean. Names alone do not suffice for texts:
+/// the three parts of a character have the same names as the text's first three children, and no
+/// name tells which character was hit.
 class PartFinder
 {
 public:
@@ -161,8 +167,8 @@ public:
         {
             SplitCharacters(hit, 0, hit.text->GetTextString()->Text().size());
         }
-        // The sort is stable: of two things at the same depth, a picture shows the one that is
-        // drawn first.
+        // The sort is stable, because of two things at the same depth a picture shows the thing
+        // that is drawn first.
         std::stable_sort(found_.begin(), found_.end(),
                          [](const auto& a, const auto& b) { return a.depth < b.depth; });
         return found_;

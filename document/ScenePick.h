@@ -36,16 +36,16 @@ class ORVANE_API ScenePicker
 public:
     /// Throws Error when there is no OpenGL context or the scene cannot be picked. The context that
     /// was current before is not current afterwards; see KeptContext.
-    /// \param view copied; attached to a scene, and of the size of the picture
+    /// \param view must be attached to a scene and have the size of the picture; it is copied
     explicit ScenePicker(const ViewObject& view);
     ~ScenePicker();
     ScenePicker(const ScenePicker&) = delete;
     ScenePicker& operator=(const ScenePicker&) = delete;
 
-    /// What lies under a pixel, nearest first. The pixel's centre decides. If nothing lies there,
-    /// anything that touches the pixel is reported, and of outlines everything up to two pixels
-    /// away.
-    /// \param x, y from the left and the top, inside of the picture
+    /// Finds everything that lies under a pixel, nearest first. The pixel's centre decides. If
+    /// nothing lies there, anything that touches the pixel is reported. If nothing touches the
+    /// pixel and the view draws outlines, outlines up to two pixels away are reported.
+    /// \param x, y in pixels from the left and the top, inside of the picture
     std::vector<PickedPart> Pick(int x, int y);
 
 private:

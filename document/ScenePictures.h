@@ -10,7 +10,7 @@ class SceneObject;
 namespace orvane
 {
 
-/// Lays a picture on a node. Throws Error when the file is no BMP picture.
+/// Lays a picture on a node as its texture. Throws Error when the file is no BMP picture.
 ORVANE_API void SetTexture(DrawingObject& node, const TextureOptions& options);
 
 /// Replaces the background of a scene. Throws Error when the file is no BMP picture.

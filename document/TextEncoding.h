@@ -11,8 +11,8 @@
 namespace orvane
 {
 
-/// The lines of a text (UTF-8). A line ends with LF, CR LF or CR; the last line need not end. A tab
-/// becomes four spaces, because fonts have no glyph for it.
+/// The lines of a text (UTF-8). A line ends with LF, CR LF or CR, which may be missing after the
+/// last line. A tab becomes four spaces, because fonts have no glyph for it.
 ORVANE_API std::vector<std::string> SplitLines(const std::string& text);
 
 /// The lines of a file. Throws Error when it cannot be read.
@@ -26,9 +26,9 @@ struct EncodedText
 };
 
 /// Encodes lines (UTF-8) in the first code page on offer that has all their characters. Throws
-/// Error if there is none; it names the first character that shares no code page with all
-/// characters before it. \param others more text, in UTF-8, whose characters the code page must
-/// have, too
+/// Error if no code page has them all. The Error names the first character that no code page has
+/// together with all characters before it.
+/// \param others more text, in UTF-8, whose characters the code page must have, too
 ORVANE_API EncodedText EncodeLines(const std::vector<std::string>& lines,
                                    const std::string& others = {});
 

@@ -13,7 +13,8 @@ namespace orvane
 namespace
 {
 
-/// A material of one colour, 15 % darker in the shade, with a soft white highlight.
+/// A material of one colour with a white highlight. Where only ambient light falls on it, it is
+/// 15 % darker.
 NamedColor MakeMaterial(const char* name, const ColorVector& color, float highlight,
                         float shininess)
 {

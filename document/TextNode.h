@@ -18,7 +18,7 @@ ORVANE_API void CheckTextOptions(const TextOptions& options);
 
 /// A text node that is ready to be drawn.
 /// \param text in the font's code page, its lines separated by CR LF
-/// \param options everything but the font and the texture is used
+/// \param options the font and the texture in them are ignored
 ORVANE_API std::unique_ptr<OrvFontString> MakeTextNode(const CString& text, OrvFont* font,
                                                        const TextOptions& options);
 
