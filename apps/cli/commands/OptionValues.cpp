@@ -68,6 +68,7 @@ std::vector<double> ParseNumbers(const std::string& text, std::size_t count,
         throw Unexpected(form, text);
     }
     std::vector<double> numbers;
+    numbers.reserve(parts.size());
     for (const std::string& part : parts)
     {
         numbers.push_back(ParseNumber(part));
