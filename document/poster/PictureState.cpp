@@ -18,7 +18,7 @@ constexpr GLenum matrices[] = {GL_TEXTURE, GL_PROJECTION, GL_MODELVIEW};
 
 double WireWidth(const Size& size, DrawingMode mode)
 {
-    constexpr double wiresPerPicture = 480;  // how many wires side by side fill the shorter side
+    constexpr double wiresPerPicture = 480;  // a wire is 1/480 of the picture's shorter side wide
     return mode == DrawingMode::Outline
                ? std::max(1.0, std::min(size.width, size.height) / wiresPerPicture)
                : 0;
@@ -27,7 +27,7 @@ double WireWidth(const Size& size, DrawingMode mode)
 void PrepareForPicture(double wireWidth)
 {
     glEnable(GL_NORMALIZE);
-    CutQuadsAlike();  // so that the bands of a picture agree where they meet
+    CutQuadsAlike();  // so that neighbouring bands of a picture match
     if (wireWidth > 0)
     {
         glLineWidth(static_cast<GLfloat>(wireWidth));

@@ -24,16 +24,17 @@ struct ORVANE_API PosterSettings
 
     std::string output;  ///< a name that ends in .png or .bmp, or "-" for a PNG to standard output
     Size size = defaultPictureSize;
-    PictureOptions options;  ///< everything but its size is used
+    PictureOptions options;  ///< its size is ignored
 };
 
 /// Checks everything that can be checked without a scene. Throws OptionError for values that make
 /// no sense, and Error for a BMP beyond the 4 GiB of its format, with the advice to write a PNG.
 ORVANE_API void CheckPoster(const PosterSettings& settings);
 
-/// Draws what the view shows, in the view's own drawing mode, into a target that was made for these
-/// settings. The picture appears when it is complete. It is drawn in bands, and memory does not
-/// grow with the picture. Neither the view nor its scene is changed.
+/// Draws the scene that the view shows, in the view's own drawing mode, into a target that was made
+/// for these settings. The file appears when the picture is complete. The picture is drawn in
+/// bands, so the memory that is needed does not grow with the picture's height. Neither the view
+/// nor its scene is changed.
 ///
 /// Throws Error, and Cancelled when the drawing was cancelled. The OpenGL context that was current
 /// before is not current afterwards; see KeptContext.

@@ -37,7 +37,7 @@ int ChooseSamples(const PosterSettings& settings)
 }
 
 /// Makes a row of the picture from \p samples rows of the bitmap, by averaging squares of samples
-/// by samples pixels. A pixel has \p bytes bytes.
+/// by samples pixels. Each pixel takes \p bytes bytes.
 template <int samples, int bytes>
 void AverageRow(const BYTE* in, std::size_t rowBytes, int width, BYTE* out)
 {
@@ -86,19 +86,20 @@ BandLayout MakeBitmap(GLMemoryDIB& dib, const ProjectionData& projection, int bi
     BandLayout layout{samples, 0};
     if (wire > 0)
     {
-        // OpenGL does not draw a wire whose middle lies outside of the bitmap, so the margin is
-        // half a wire.
+        // OpenGL does not draw a wire whose middle lies outside of the bitmap, so the margin must
+        // be wider than half a wire.
         layout.margin = static_cast<int>(std::ceil(wire / 2)) + 1;
         constexpr int wideMargin = 8;
         if (layout.margin > wideMargin)
         {
-            // The size of a bitmap is limited, so a narrower band may be higher. It wastes less on
-            // its margins.
+            // The bytes of a bitmap are limited, so a narrower band may be higher. Such a band is
+            // closer to a square and wastes a smaller share of its pixels on margins.
             dib.maximumBandWidth = 512;
         }
     }
-    // A band holds whole pixels of the picture. With dithering it holds whole patterns, which are
-    // four pixels wide, so that the pattern goes on in the next band.
+    // A band holds whole pixels of the picture. With dithering it holds whole dither patterns,
+    // which are four pixels wide and high, so that the pattern goes on without a break in the next
+    // band.
     const int unit = bits < 24 ? 4 : layout.samples;
     dib.maximumBandWidth -= dib.maximumBandWidth % unit;
     CreateBitmap(dib, projection, bits);
@@ -154,7 +155,7 @@ bool PosterBands::Draw(int row, int column)
         const bool isEmpty = showsNothing && IsBackgroundPlain();
         if (isEmpty && isEmpty_)
         {
-            return true;  // the bitmap still holds the same picture from the last band
+            return true;  // the bitmap still holds the previous band, which looks the same
         }
         isEmpty_ = isEmpty;
     }
@@ -162,13 +163,14 @@ bool PosterBands::Draw(int row, int column)
     const double left = column * layout_.StepX() - layout_.margin;
     dib_.PrepareNextBand(top * layout_.samples / layout_.height,
                          left * layout_.samples / layout_.width, &parameters_);
-    // A background picture may not cover the whole band. Without this, the last band would show
-    // through.
+    // A background picture does not always cover the whole band. Without clearing, the previous
+    // band would show in the uncovered part.
     const ColorVector color = view_.GetScene()->GetBackgroundColor();
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     glClearColor(color.red, color.green, color.blue, 1);
     glClear(GL_COLOR_BUFFER_BIT);
-    // The fourth byte of each pixel of a 32-bit file stays 255 because alpha is never written.
+    // The fourth byte of each pixel of a 32-bit file stays 255, as cleared, because drawing the
+    // scene does not write alpha.
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, settings_.options.bits != 32);
     const int drawn = view_.Draw(&parameters_);
     GdiFlush();
@@ -228,7 +230,7 @@ PictureArea PosterBands::AreaOf(int row, int column) const
             (left + layout_.StepX() + 2 * Edge()) / width, 1 - top / height};
 }
 
-/// Whether all bands that show no nodes look the same.
+/// Whether all bands in which no node is seen look the same.
 bool PosterBands::IsBackgroundPlain() const
 {
     return !parameters_.ShouldShowLights() &&

@@ -22,7 +22,8 @@ struct BandLayout
     int width = 0;   ///< of the band's bitmap, in its own pixels
     int height = 0;
 
-    /// What a band adds to the picture, in pixels of the picture.
+    /// How far one band lies from the next, in pixels of the picture: the band's size without its
+    /// margins.
     int StepX() const { return width / samples - 2 * margin; }
     int StepY() const { return height / samples - 2 * margin; }
 };
@@ -31,7 +32,7 @@ struct BandLayout
 class PosterBands
 {
 public:
-    /// Throws Error when there is no context to draw in.
+    /// Throws Error when no OpenGL context for the bitmap can be made.
     PosterBands(const ViewObject& view, const PosterSettings& settings);
 
     const BandLayout& Layout() const { return layout_; }
@@ -46,7 +47,7 @@ public:
 
 private:
     int Edge() const;
-    /// The projection of the picture with an edge around it.
+    /// The projection of the picture with an edge around it, as wide as Edge().
     ProjectionData WithEdge(ProjectionData projection) const;
     PictureArea AreaOf(int row, int column) const;
     bool IsBackgroundPlain() const;

@@ -20,8 +20,8 @@ namespace
 // The most feedback values that are read for one node; they take 16 MB. A node with more values
 // counts as seen everywhere.
 constexpr GLsizei maxValues = 4'000'000;
-// Feedback gives places in a picture of this width and height, in pixels. Pictures of other sizes
-// use them as fractions.
+// Feedback is drawn for a picture of this width and height, in pixels. The places are then divided
+// by this number, because fractions hold for pictures of any size.
 constexpr GLsizei feedbackSide = 4096;
 constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr PictureArea everywhere = {-infinity, -infinity, infinity, infinity};

@@ -21,16 +21,16 @@ struct PictureArea
     double top;
 };
 
-/// Knows where in a picture each node of a scene is seen, so that each band of the picture draws
-/// only the nodes that it shows. OpenGL's feedback tells this; the bounds of a node would not do,
-/// because letters may reach beyond them.
+/// Knows where in a picture each child of a scene is seen, so that each band of the picture draws
+/// only the children that are seen in it. OpenGL's feedback mode gives these places. The bounds of
+/// a node would not do, because letters may reach beyond them.
 class PosterParts
 {
 public:
-    /// Draws the scene's children once for feedback, in the current context, which changes the
-    /// matrices and the viewport.
+    /// Draws the scene's children once in feedback mode, in the current OpenGL context. This
+    /// changes the context's matrices and its viewport.
     /// \param picture the projection of the whole picture
-    /// \param parameters say what is drawn
+    /// \param parameters as for the bands; textures are left out, because they move no vertices
     PosterParts(ViewObject& view, const ProjectionData& picture,
                 const DrawingParameters& parameters);
 

@@ -14,7 +14,8 @@ namespace orvane
 
 class PosterTarget;
 
-/// Some consecutive rows of a picture, in memory as in a bitmap of that height: the lowest first.
+/// Some consecutive rows of a picture, in memory as in a bitmap of that height: the lowest row
+/// first.
 class Strip
 {
 public:
@@ -34,23 +35,25 @@ private:
     int height_ = 0;
 };
 
-/// The strips of a picture. While one of them is drawn, another thread writes those above it, in
-/// their order. Every function throws Error, also for a failure of the other thread.
+/// The strips of a picture. While a strip is drawn, another thread writes the strips above it, from
+/// top to bottom. Every function throws Error, also when the other thread has failed.
 class PosterStrips
 {
 public:
-    /// \param target open, and used until this object ends
-    /// \param height the most rows of a strip
-    /// \param goOn asked now and then while a strip is written; its answer false ends the writing
+    /// \param target must be open; it is used until this object ends
+    /// \param height the largest number of rows in a strip
+    /// \param goOn called now and then while a strip is written; when it returns false, the writing
+    /// ends
     PosterStrips(PosterTarget& target, std::size_t rowBytes, int height,
                  std::function<bool()> goOn);
     ~PosterStrips();
     PosterStrips(const PosterStrips&) = delete;
     PosterStrips& operator=(const PosterStrips&) = delete;
 
-    /// The strip for the next rows. Waits until there is memory for it.
+    /// Returns the strip for the next rows. Waits until an earlier strip is written and its memory
+    /// is free.
     Strip& Begin(int top, int height);
-    /// To be called when the strip is drawn: has it written.
+    /// To be called when the strip is completely drawn: the other thread then writes it.
     void End();
     /// To be called after the last strip: waits until all are written.
     void Finish();
@@ -66,8 +69,8 @@ private:
     std::size_t rowBytes_;
     std::function<bool()> goOn_;
     std::vector<Slot> slots_;  ///< used in turn
-    std::size_t drawn_ = 0;    ///< the slot of the strip that is drawn
-    int top_ = 0;              ///< of that strip
+    std::size_t drawn_ = 0;    ///< the slot of the strip that is drawn now
+    int top_ = 0;              ///< the first row of that strip in the picture
 };
 
 }  // namespace orvane

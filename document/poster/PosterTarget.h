@@ -14,20 +14,22 @@ namespace orvane
 
 class Strip;
 
-/// A picture file that is written from the top, strip by strip. It appears under its name with
-/// Finish; a target that ends before that leaves nothing. Every function throws Error.
+/// A picture file that is written from the top, strip by strip. Finish makes the file appear under
+/// its name. A target that ends without Finish leaves no file. Every function throws Error.
 class ORVANE_API PosterTarget
 {
 public:
     virtual ~PosterTarget() = default;
 
     /// Makes the file.
-    /// \param bands describes the bitmap of the bands, whose colours the file has too
+    /// \param bands describes the bitmap that bands are drawn into; a file of 8 bits takes its
+    /// colour table
     virtual void Open(const BITMAPINFO& bands) = 0;
-    /// The offset of a block of rows in the file; 0 when only their order counts.
+    /// The offset of a block of rows in the file; always 0 for a PNG, whose rows are only appended.
     virtual std::uint64_t OffsetOf(int top, int height) const = 0;
     /// Writes the next rows.
-    /// \param goOn asked now and then when writing takes time; its answer false ends the writing
+    /// \param goOn called now and then while the rows are written; when it returns false, the
+    /// writing ends
     virtual void WriteRows(int top, const Strip& rows, const std::function<bool()>& goOn) = 0;
     virtual void Finish() = 0;
 };

@@ -62,7 +62,8 @@ PosterView::PosterView(const ViewObject& view, int samples)
     TextureMap& picture = *background_.GetTexture();
     if (picture.placement == static_cast<DWORD>(BackgroundPlacement::Stretch))
     {
-        // A stretched picture is placed in pixels of the drawing, which are smaller.
+        // A stretched picture is placed in pixels of the bitmap, and one pixel of the picture is \p
+        // samples of them wide.
         picture.SetHorizontalLocation(picture.GetHorizontalLocation() * samples);
         picture.SetVerticalLocation(picture.GetVerticalLocation() * samples);
     }
@@ -82,9 +83,9 @@ int PosterView::DrawChildren(DrawingParameters* parameters)
     {
         return ViewObject::DrawChildren(parameters);
     }
-    // Transparent surfaces leave no depth behind, so they would show through each other in the
-    // order of drawing. A first pass draws nothing but the depth of all of them, and then only the
-    // foremost ones pass the depth test.
+    // Transparent surfaces leave no depth behind. Drawn once, they would show through each other,
+    // and the order of drawing would change the picture. So a first pass draws only the depth of
+    // all surfaces; in the second pass only the foremost surfaces pass the depth test.
     GLboolean mask[4];
     glGetBooleanv(GL_COLOR_WRITEMASK, mask);
     glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);

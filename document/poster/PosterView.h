@@ -10,7 +10,7 @@
 namespace orvane
 {
 
-/// What one draw of a PosterView shows.
+/// Says what one call of PosterView::Draw shows.
 class PosterParameters : public DrawingParameters
 {
 public:
@@ -23,10 +23,10 @@ public:
     bool keepsTransparentDepth = false;
 };
 
-/// A copy of a view for pictures. It looks at the same scene and changes nothing of it.
+/// A copy of a view for pictures. It shows the same scene and does not change the scene.
 ///
-/// Behind a transparent text one sees the background and opaque nodes, but no letters: of
-/// everything that is transparent only the foremost surfaces are drawn.
+/// Of all transparent surfaces only the foremost ones are drawn. So the background and opaque nodes
+/// are seen through a transparent letter, but no other transparent surface is.
 class PosterView : public ViewObject
 {
 public:
@@ -34,7 +34,7 @@ public:
     /// direction
     PosterView(const ViewObject& view, int samples);
 
-    /// \param parameters PosterParameters
+    /// \param parameters must be PosterParameters
     int DrawChildren(DrawingParameters* parameters) override;
     int DrawObject(DrawingParameters* parameters) override;
 
