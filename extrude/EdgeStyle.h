@@ -18,7 +18,8 @@ enum class EdgeStyle : int
 /// The number of named styles.
 constexpr int edgeStyleCount = 3;
 
-/// Which faces of a letter have a bevelled or rounded edge. Has no effect on square edges.
+/// Which faces of a letter have a bevelled or rounded edge. The setting has no effect on square
+/// edges.
 enum class BevelSides : int
 {
     Front = 0,

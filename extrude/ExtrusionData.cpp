@@ -6,9 +6,9 @@
 
 namespace
 {
-// A rounded edge is a quarter circle. Its middle level lies at 45 degrees on it, which is
-// 1 - cos 45 degrees = 0.2929 of the edge's width behind the face. The value is given by its bits
-// because several floats print as 0.2929.
+// A rounded edge is a quarter circle. The middle of this arc, at 45 degrees, lies behind the face
+// by 1 - cos 45 degrees = 0.2929 of the edge's width. The value is given by its bits because
+// several floats print as 0.2929.
 constexpr float middleLevel = std::bit_cast<float>(std::uint32_t{0x3E95F6FE});
 }  // namespace
 

@@ -15,7 +15,8 @@
 ///
 /// A letter may have a bevelled or rounded edge between its front face and its side wall, and
 /// another one between its wall and its back face. An edge of width w takes up a length of w in z.
-/// So there are up to six levels at which outlines are drawn, here from front to back:
+/// So outlines are drawn at up to six levels in z. From front to back they are, for edges of width
+/// w:
 ///
 ///     frontZ       0                  the front face
 ///     frontRoundZ  -0.2929 w          the middle of a rounded front edge
@@ -57,7 +58,7 @@ public:
     float backBevelZ = 0;
     float backZ = 0;
     float backRoundZ = 0;
-    float bevelDepth = 0;  ///< the width of bevelled and rounded edges
+    float bevelDepth = 0;  ///< the width of bevelled and rounded edges, before any scale
     DWORD flags = 0;
     float frontBevelZ = 0;
     float frontZ = 0;

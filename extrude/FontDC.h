@@ -27,8 +27,8 @@ private:
     HGDIOBJ previous_ = nullptr;
 };
 
-/// The outline metrics of a font, followed in the same block by the names that the metrics refer to
-/// by offset.
+/// The outline metrics of a font. The font's names follow in the same block of memory; the metrics
+/// hold their offsets.
 struct OutlineMetricsBuffer
 {
     std::unique_ptr<std::byte[]> bytes;  ///< null when the font has no outlines

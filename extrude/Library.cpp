@@ -51,12 +51,13 @@ public:
         }
     }
 
-    /// Returns the font, now owned by the registry, or null when a font of that name is there
-    /// already.
+    /// Returns the font, which the registry then owns. Returns null when the registry has a font of
+    /// that name already.
     OrvFont* Insert(OrvFont* font)
     {
-        // Code outside may have changed the registry since the index was made: the status window,
-        // for one, runs code of the host between two fonts. The index is then useless.
+        // The host may have changed the registry since the index was made; for example, setting the
+        // text of the status window runs the host's code between two fonts. If the number of fonts
+        // is not the expected one, the index is never used again.
         if (!sorted_ || places_.size() != static_cast<std::size_t>(registry.GetCount()))
         {
             sorted_ = false;
@@ -104,7 +105,8 @@ int CALLBACK EnterFamily(const LOGFONTA* record, const TEXTMETRICA*, DWORD fontT
 {
     if ((fontType & TRUETYPE_FONTTYPE) != 0)
     {
-        // The platform takes the full name of a family's regular face as the name of the family.
+        // EnumFontFamiliesA accepts the full name of a family's regular face in place of the
+        // family's name.
         const CString name = FullNameOf(*reinterpret_cast<const ENUMLOGFONTA*>(record));
         const FontDC dc(nullptr);
         EnumFontFamiliesA(dc, name, EnterStyle, data);

@@ -21,8 +21,8 @@ ORVANE_API int AttachLibrary();
 /// this.
 ORVANE_API int DetachLibrary();
 
-/// The mutex that a thread holds while it builds a glyph; one for the whole process, borrowed. Null
-/// while the library is not attached.
+/// The mutex that a thread holds while it builds a glyph. The process has only one, and the library
+/// owns it. Null while the library is not attached.
 ORVANE_API HANDLE GetGlyphMutex();
 
 extern "C"

@@ -131,8 +131,8 @@ int OrvFont::LookupGlyphIndex(unsigned short character) const
 {
     const int first = textMetric.tmFirstChar;
     const unsigned short index = static_cast<unsigned short>(character - first);
-    // The code after the last character passes this test too and gives an index out of range, which
-    // every user of the index refuses. That is required; see
+    // The code one past the last character passes this test too. Its index is out of range, and
+    // every function that takes an index refuses it. That is required; see
     // OneCodePastTheLastIsLookedUpAsTheGlyphCount.
     return index <= glyphCount ? index : textMetric.tmDefaultChar - first;
 }

@@ -38,9 +38,9 @@ public:
     OrvFont(const OrvFont&) = delete;
     OrvFont& operator=(const OrvFont&) = delete;
 
-    /// Takes a face from the two records that the enumeration of installed fonts gives for it.
-    /// Returns 0 when either is null, when the platform cannot make the font, or when the face has
-    /// no outline metrics.
+    /// Sets this font up from the two records that the enumeration of installed fonts gives for a
+    /// face. Returns 0 when either is null, when the platform cannot make the font, or when the
+    /// face has no outline metrics.
     int Create(const ENUMLOGFONTA* record, const NEWTEXTMETRICA* metrics);
 
     CString GetFullName() const { return fullName; }
@@ -85,8 +85,9 @@ public:
     int DrawCharacters(OrvString* string, DrawingParameters* parameters, std::size_t first,
                        std::size_t end);
 
-    /// Measures the text twice and stores the offset of its first line in it. An empty text has all
-    /// sizes 0.
+    /// Measures the text at two scales. Also stores in the text, by SetFirstLineOffset, how far its
+    /// highest point lies above its first baseline at the text's scale. An empty text gets sizes of
+    /// 0 and keeps its offset.
     /// \param unscaledSize receives the size at scale 1 or -1, the signs of the text's scale.
     /// \param scaledSize receives the size at the text's scale.
     /// \param third receives zeros.
@@ -98,8 +99,9 @@ public:
     int SetMaterialColors(const NamedColor& material);
 
     OrvGlyphArray glyphs;  ///< by glyph index; null where a glyph is not built
-    int glyphCount = 0;    ///< code of the last character - code of the first + 1
-    /// The face at a height of one em square in pixels, so that outlines come in design units.
+    int glyphCount = 0;    ///< the last character's code minus the first character's code, plus 1
+    /// The face at a size at which one pixel is one design unit, so that outlines are in design
+    /// units.
     CFont outlineFont;
     NEWTEXTMETRICA textMetric = {};                ///< from the enumeration
     OUTLINETEXTMETRICA* outlineMetrics = nullptr;  ///< owned

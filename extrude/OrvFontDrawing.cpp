@@ -50,7 +50,8 @@ constexpr Routine wireframes[ringStyleCount][orvane::bevelSidesCount] = {
     {&OrvGlyph::DrawFrontFaceRounded, &OrvGlyph::DrawBackFaceRounded,
      &OrvGlyph::DrawBothFacesRounded}};
 
-/// The edge settings of a text. Both may be any number, because records may hold any.
+/// The edge settings of a text. Each setting may be any number, because a record may hold any
+/// number.
 struct Edges
 {
     explicit Edges(const OrvString& string)
@@ -62,15 +63,15 @@ struct Edges
     bool IsRingStyle() const { return style == EdgeStyle::Bevel || style == EdgeStyle::Round; }
     bool AreKnownSides() const { return column >= 0 && column < orvane::bevelSidesCount; }
 
-    /// The row of the tables; only for a ring style.
+    /// The row of the tables. Call it only for a bevelled or rounded edge.
     int Row() const { return style == EdgeStyle::Bevel ? 0 : 1; }
 
     EdgeStyle style;
     BevelSides sides;
-    int column;  ///< of the tables; only for known sides
+    int column;  ///< the column of the tables; valid only for known sides
 };
 
-/// Whether the two edges of a letter meet, so that no wall is left between them.
+/// Whether the edges of a letter take up its whole depth, so that no wall is left between them.
 bool IsWallEmpty(BevelSides sides, const ExtrusionData& extrusion)
 {
     const float back = sides == BevelSides::Front ? extrusion.backZ : extrusion.backBevelZ;

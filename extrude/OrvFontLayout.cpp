@@ -17,8 +17,8 @@ namespace
 constexpr char carriageReturn = 13;
 constexpr char lineFeed = 10;
 
-/// The characters from first up to, but without, end. At end lies a carriage return or the end of
-/// the text.
+/// A line's characters, from index first up to, but without, index end. A carriage return, or the
+/// end of the text, lies at index end.
 struct TextLine
 {
     std::size_t first;
@@ -45,7 +45,7 @@ double SignOf(double value)
     return value < 0 ? -1.0 : 1.0;
 }
 
-/// A range of positions that grows to include others.
+/// A range of positions, in object units, that grows to include further positions.
 struct Span
 {
     double minimum;
@@ -75,8 +75,9 @@ struct Layout
           scalesBevels(extrusion.ShouldScaleBevels() != 0)
     {}
 
-    /// How far the pen moves on after a character. The character spacing is included after the last
-    /// character of a line, too, unlike when a line is measured.
+    /// How far the pen moves on after a character, in object units. This includes the character
+    /// spacing, also after the last character of a line. (Measuring a line adds the spacing only
+    /// between its characters.)
     /// \param advance the character's own width, in ems.
     double Step(double advance) const
     {
@@ -88,7 +89,7 @@ struct Layout
                             : scaleX * advance + (2 * bevel + characterSpacing) * signX;
     }
 
-    /// How far the next line lies below this one.
+    /// How far the next line lies below this line, in object units.
     double LineStep() const
     {
         if (!adjusts)
@@ -108,8 +109,8 @@ struct Layout
     bool scalesBevels;  ///< whether the edges are scaled with the text
 };
 
-/// How far a line is moved along x so that it stands where its alignment wants it. A value
-/// without a name counts as Left.
+/// How far a line is moved along x for its alignment, in object units. A value that has no name in
+/// Alignment counts as Left.
 double AlignmentOffset(orvane::Alignment alignment, const Span& line)
 {
     switch (alignment)
@@ -124,7 +125,8 @@ double AlignmentOffset(orvane::Alignment alignment, const Span& line)
     }
 }
 
-/// The extents of a text at one scale, grown character by character.
+/// The extents of a text at one scale, in object units. They grow with each character that is
+/// added.
 struct Extents
 {
     double unitX, unitY;    ///< the length of one em: the scale or its sign
@@ -247,7 +249,8 @@ void OrvFont::CalculateStringExtents(OrvString* string, DVector* unscaledSize, D
 
     for (TextLine line = LineFrom(text, 0); line.first < text.size(); line = LineAfter(text, line))
     {
-        // Drawing starts every line one edge width to the left instead. Both are required.
+        // Measuring starts each line at this x; drawing starts each line one edge width to the left
+        // of 0. Both starts are required.
         unscaled.x = adjusts ? 0 : 2 * unscaled.bevelX;
         scaled.x = adjusts ? 0 : 2 * scaled.bevelX;
         for (std::size_t k = line.first; k < line.end; ++k)

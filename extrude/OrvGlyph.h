@@ -24,18 +24,19 @@ struct tagVERTEXPOINTS;
 /// is applied, y is up, and the front face lies at z = 0 and looks to +z. ExtrusionData describes
 /// the levels in z.
 ///
-/// A bevelled or rounded letter has its own outline at the face. From there its edge grows outward,
-/// by the width of the edge, up to the wall. When only one of the two faces has such an edge, the
-/// wall reaches the other face further out than the letter's outline, and a flat band in the plane
-/// of that face closes the gap. (In the names of the functions, Edges stands for the side wall.)
+/// A bevelled or rounded letter has its own outline at the face. From the face to the wall, its
+/// edge grows outward by the width of the edge. When only one of the two faces has such an edge,
+/// the wall reaches the other face further out than the letter's outline, and a flat band in the
+/// plane of that face closes the gap. (In the names of the functions, Edges stands for the side
+/// wall.)
 ///
 /// Functions whose names begin with Render draw surfaces. They set glFrontFace so that the outside
 /// of a letter is its front even when the scale mirrors it, and set GL_CCW before they return.
 /// Functions whose names begin with Draw draw lines, and call neither glNormal nor glFrontFace. No
 /// drawing function can fail; all return 1.
 ///
-/// The contours of a copied glyph use the vertices of the original, which must live longer than the
-/// copy. The triangles of the faces are copied.
+/// The contours of a copied glyph use the vertices of the original, so the original must live
+/// longer than the copy. The triangles of the faces are copied.
 class ORVANE_API OrvGlyph : public TTPolyGlyph
 {
 public:
@@ -50,9 +51,9 @@ public:
     /// which is required; see ASecondConstructionIsRefusedAndKeepsTheMutex.
     int ConstructGlyph(const TTGlyph& glyph, float resolution);
 
-    /// Builds the glyph without taking the mutex. When the outline cannot be filled with triangles
-    /// (it crosses itself, for example), the glyph has sides but no faces, and the result is
-    /// still 1.
+    /// Builds the glyph without taking the mutex. Returns 0 when neither the outline nor this glyph
+    /// is marked as defined. When the outline cannot be filled with triangles (it crosses itself,
+    /// for example), the glyph has sides but no faces, and the result is still 1.
     int FromTTGlyph(const TTGlyph& glyph, float resolution);
 
     void SetInvalid() { glyphFlags |= invalidFlag; }
@@ -89,8 +90,8 @@ public:
     /// \param bevelled 0 for a wall along the letter's own outline; anything else for a wall along
     /// the outline moved outward by the width of the edge.
     int RenderEdges(int bevelled, float zA, float zB, const ExtrusionData& data) const;
-    // The wall of a letter without bevelled or rounded edges, with both, with the front one only,
-    // and with the back one only.
+    // The wall of a letter. In this order: with no bevelled or rounded edge, with both edges, with
+    // the front edge only, and with the back edge only.
     int RenderEdgesUnbevelled(const ExtrusionData& data) const;
     int RenderEdgesBevelled(const ExtrusionData& data) const;
     int RenderEdgesFrontBevelOnly(const ExtrusionData& data) const;
@@ -117,14 +118,14 @@ public:
     // Wireframes (OrvGlyphWireframe.cpp).
 
     /// Draws one closed line for each contour.
-    /// \param kind 1 the letter's own outline, 2 the wall's, 3 the one at the middle of a rounded
-    /// edge. Any other kind draws as 1.
+    /// \param kind 1 for the letter's own outline, 2 for the outline at the wall, 3 for the outline
+    /// at the middle of a rounded edge. Any other number counts as 1.
     int DrawOutline(int kind, float z, const ExtrusionData& data) const;
     /// Draws the same outline at two levels.
     int DrawOutline(int kind, float z1, float z2, const ExtrusionData& data) const;
 
-    // The wireframe of a letter with square edges, then those with bevelled and with rounded edges
-    // on one face or on both.
+    // The wireframe of a letter with square edges, then of letters with bevelled edges and of
+    // letters with rounded edges, on one face or on both.
     int Draw(const ExtrusionData& data) const;
     int DrawFrontFaceBevelled(const ExtrusionData& data) const;
     int DrawBackFaceBevelled(const ExtrusionData& data) const;
@@ -134,8 +135,8 @@ public:
     int DrawBothFacesRounded(const ExtrusionData& data) const;
 
     DWORD dataSize;  ///< bytes of the native outline
-    /// The triangles of the faces, as positions in the vertex pool. Their clockwise marks are as
-    /// seen from +z.
+    /// The triangles of the faces, as positions in the vertex pool. Their clockwise marks hold for
+    /// a view from +z.
     VertexIndexPolygonArray facePolygons;
     DWORD glyphFlags = 0;
     GLYPHMETRICS metrics;

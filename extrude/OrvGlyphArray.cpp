@@ -49,11 +49,12 @@ void OrvGlyphArray::RemoveAt(int index, int count)
     std::copy_if(data.get() + index, data.get() + index + count, std::back_inserter(dropped),
                  [](const OrvGlyph* glyph) { return glyph != nullptr; });
     Slots::RemoveAt(index, count);
-    // The slots behind the end become null, because the array may grow over them again.
+    // The slots behind the new end become null, because the array may grow over them again and new
+    // slots must be null.
     std::fill_n(data.get() + size, count, nullptr);
 
-    // Keep each dropped glyph once, and drop none that a remaining slot still holds. The glyphs are
-    // sorted so that removing many slots from a large array stays fast.
+    // Drop each glyph only once, and keep every glyph that a remaining slot still holds. The glyphs
+    // are sorted so that removing many slots from a large array stays fast.
     std::sort(dropped.begin(), dropped.end());
     dropped.erase(std::unique(dropped.begin(), dropped.end()), dropped.end());
     for (int kept = 0; kept < size; ++kept)

@@ -17,8 +17,9 @@ class OrvGlyph;
 /// and belongs to the caller again.
 ///
 /// A copied array shares the glyphs of the original, and a shared glyph is deleted together with
-/// the last array that holds it. Arrays know of sharing only by copying and by InsertAt of an
-/// array. Do not put the same pointer into two arrays by hand: both would delete the glyph.
+/// the last array that holds it. An array learns that a glyph is shared only when the array is
+/// copied or inserted into another one with InsertAt. Do not put the same pointer into two arrays
+/// by hand: both would delete the glyph.
 class ORVANE_API OrvGlyphArray : private GrowableArray<OrvGlyph*>
 {
     using Slots = GrowableArray<OrvGlyph*>;
@@ -57,7 +58,8 @@ private:
     using Share = std::shared_ptr<const OrvGlyph*>;
 
     void ShareWith(const OrvGlyphArray& other);
-    /// Deletes a glyph that lies in no slot of this array any more, unless another array shares it.
+    /// Deletes a glyph whose last slot in this array was removed, unless another array shares the
+    /// glyph.
     void Drop(OrvGlyph* glyph);
 
     // For each glyph that several arrays hold: a shared pointer whose use count is the number of

@@ -83,9 +83,9 @@ int OrvGlyph::RenderBackBevelBevelled(const ExtrusionData& data) const
     return 1;
 }
 
-// This does not draw the same two bevels as the functions above. The quads of its back bevel run in
-// the opposite direction. In its front bevel the far end of each segment takes its offset from the
-// next segment instead of its own. Both differences are required; see
+// RenderBevelled does not draw its bevels exactly as the two functions above do. The quads of its
+// back bevel run in the opposite direction. In its front bevel the far end of each segment takes
+// its offset from the next segment instead of its own. Both differences are required; see
 // BevelledInOneCallStartsAtTheBackBevelAndTakesLeavingOffsetsInFront.
 int OrvGlyph::RenderBevelled(const ExtrusionData& data) const
 {

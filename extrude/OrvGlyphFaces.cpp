@@ -11,13 +11,13 @@ int OrvGlyph::RenderFace(float z, const Vector& normal, int front, const Extrusi
     for (int i = 0; i < facePolygons.GetSize(); ++i)
     {
         const VertexIndexPolygon& polygon = *facePolygons.GetElement(i);
-        // The clockwise mark is as seen from +z. Seen from its own side, the back face runs the
-        // other way.
+        // The clockwise mark holds for a view from +z. The back face is seen from -z, where the
+        // same polygon runs the other way.
         const bool clockwise = (polygon.IsClockwiseWinding() != 0) == (front != 0);
         glFrontFace(clockwise != mirrored ? GL_CW : GL_CCW);
 
-        // The vertices are reached through a contour, because the pool of a copied glyph is empty:
-        // its contours use the pool of the original.
+        // Take the pool from a contour. This glyph's own pool is empty when the glyph is a copy,
+        // because the contours of a copy use the pool of the original.
         const Vertex* const pool = contours.GetElement(0)->vertices->GetElement(0);
         const unsigned short* const indices = polygon.GetElement(0);
         glBegin(static_cast<GLenum>(polygon.GetType()));

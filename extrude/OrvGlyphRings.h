@@ -18,33 +18,34 @@
 /// Which outline a ring runs along; see tagVERTEXPOINTS.
 enum class RingPoint
 {
-    Outline,  ///< the letter's own
-    Round,    ///< the one at the middle of a rounded edge
-    Bevel     ///< the one at the wall
+    Outline,  ///< the letter's own outline
+    Round,    ///< the outline at the middle of a rounded edge
+    Bevel     ///< the outline at the wall
 };
 
 /// Where the normals of a ring's vertices point.
 enum class RingNormal
 {
-    Face,   ///< as the normal of the front or back face
+    Face,   ///< out of the front or back face, along z
     Bevel,  ///< half-way between Face and Wall
     Wall    ///< out of the wall, in the plane of the letter
 };
 
-/// The outline and the normals of a ring. Its z is a run-time value, given to EmitBand.
+/// The outline and the normals of a ring. The ring's z is known only at run time; EmitBand receives
+/// it.
 struct Ring
 {
     RingPoint point;
     RingNormal normal;
 };
 
-/// What is fixed about a band at compile time.
+/// The properties of a band that are known at compile time.
 /// \tparam nextFace the face next to the band, which decides where Face and Bevel normals point;
 /// SideFace for the wall.
 /// \tparam firstRing the ring where each quad begins and ends.
 /// \tparam secondRing the other ring.
-/// \tparam farEdge which edge of the vertex at the far end of a segment decides how far the end is
-/// moved: PreviousEdge, which is the segment itself, except where another one is required.
+/// \tparam farEdge the edge that decides how the vertex at the far end of a segment is moved
+/// outward. This is PreviousEdge, the segment itself, except in RenderBevelled.
 template <Vertex::Faces nextFace, Ring firstRing, Ring secondRing,
           Vertex::Edges farEdge = Vertex::PreviousEdge>
 struct Band
@@ -55,9 +56,9 @@ struct Band
     static constexpr Vertex::Edges endEdge = farEdge;
 };
 
-/// Tells OpenGL, for the life of the object, which winding is the outside of a letter. A letter
-/// that is mirrored, by a negative scale in x or y but not both, has all its windings reversed. The
-/// destructor sets GL_CCW.
+/// As long as an object lives, OpenGL treats the outside of a letter as its front. The constructor
+/// sets GL_CW for a letter that is mirrored by a negative scale in x or y but not both, because all
+/// its windings are reversed. For any other letter it sets GL_CCW, and so does the destructor.
 class OutsideIsFront
 {
 public:

@@ -32,9 +32,9 @@ int OrvGlyph::RenderBackRoundRounded(const ExtrusionData& data) const
     return 1;
 }
 
-// This does not draw the same bands as the two functions above. The quads of the back edge's band
-// at the face and of the front edge's band at the wall run in the opposite direction. That is
-// required; see RoundedInOneCallTurnsTheBackFaceBandAndTheFrontWallBand.
+// RenderRounded does not draw its bands exactly as the two functions above do. The quads of the
+// back edge's band at the face and of the front edge's band at the wall run in the opposite
+// direction. That is required; see RoundedInOneCallTurnsTheBackFaceBandAndTheFrontWallBand.
 int OrvGlyph::RenderRounded(const ExtrusionData& data) const
 {
     RenderFaces(data);

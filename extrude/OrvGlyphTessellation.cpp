@@ -14,8 +14,8 @@
 class FaceCollector : public orvane::contours::FaceSink
 {
 public:
-    /// A primitive that the tessellator has begun. Its indices run from firstIndex up to the next
-    /// primitive's.
+    /// A primitive that the tessellator has begun. Its indices run from firstIndex up to, but
+    /// without, the firstIndex of the next primitive.
     struct Primitive
     {
         GLenum type;
@@ -78,7 +78,8 @@ int OrvGlyph::CreateFacePolygons()
 
     const int polygonCount = static_cast<int>(faces.primitives.size());
     facePolygons.SetSize(polygonCount);
-    // A last entry, so that every primitive has a next one that tells where its indices end.
+    // Add a last entry, because the entry after each primitive tells where the primitive's indices
+    // end.
     faces.primitives.push_back({0, faces.indices.size(), false});
     for (int i = 0; i < polygonCount; ++i)
     {

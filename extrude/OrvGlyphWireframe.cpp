@@ -84,8 +84,8 @@ int OrvGlyph::DrawFrontFaceRounded(const ExtrusionData& data) const
     return DrawOutline(roundOutline, data.frontRoundZ, data);
 }
 
-// Draws two outlines at the front, the letter's own and the wall's, where DrawBackFaceBevelled
-// draws only the wall's. That is required; see
+// At the front this function draws two outlines, the letter's own and the wall's.
+// DrawBackFaceBevelled draws only the wall's outline there. The difference is required; see
 // tests/golden/glyph/square/DrawBackFaceRounded.txt.
 int OrvGlyph::DrawBackFaceRounded(const ExtrusionData& data) const
 {

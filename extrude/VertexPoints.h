@@ -30,15 +30,16 @@ public:
         : scale(data.scale.x, data.scale.y),
           sign(SignOf(data.scale.x), SignOf(data.scale.y)),
           bevelScale(data.ShouldScaleBevels() ? scale : sign),
-          // Both divisions are guarded by x, which is required. When only y is 0, the texture's
-          // offset along y is infinite and does no harm; see AHeightOfZeroTexturesBevelsAtInfinity.
+          // Both divisions are skipped only when scale.x is 0, which is required. When only scale.y
+          // is 0, the texture coordinate's offset along y becomes infinite, which does no harm; see
+          // AHeightOfZeroTexturesBevelsAtInfinity.
           inverseScale(scale.x == 0 ? 0 : 1 / scale.x, scale.x == 0 ? 0 : 1 / scale.y),
           bevelDepth(data.bevelDepth),
           wantTexPoints(data.ShouldTexture() && !data.ShouldScaleTextureWithObject())
     {}
 
     Vector2D scale;
-    Vector2D sign;          ///< the signs of scale; 1 where it is 0
+    Vector2D sign;          ///< the signs of scale, -1 or 1; 1 where scale is 0
     Vector2D bevelScale;    ///< factor on the offsets of bevelPoint and roundPoint
     Vector2D inverseScale;  ///< factor on the offsets of texBevelPoint and texRoundPoint
     float bevelDepth;       ///< the width of the edge
