@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Steps through a closed run of \p count elements, in which the first follows the last. Both
-/// functions return -1 for an index outside 0 to count - 1.
+/// Two functions that step through a closed run of \p count elements, in which the first element
+/// follows the last. Both return -1 for an index outside 0 to count - 1.
 
 inline int NextRingIndex(int index, int count)
 {

@@ -7,9 +7,9 @@
 #include <cstdint>
 #include <memory>
 
-/// One closed contour of a TrueType outline. After its last point it runs back to point 0.
+/// One closed contour of a TrueType outline. The contour runs from its last point back to point 0.
 ///
-/// Copies share one array of points, so a point that is changed in one copy changes in all. The
+/// Copies share one array of points, so changing a point of one copy changes it in all copies. The
 /// array is freed with the last copy. SetPointCount gives this contour a new array that it does not
 /// share.
 class ORVANE_API TTContour

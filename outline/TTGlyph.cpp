@@ -61,8 +61,9 @@ bool ForEachCurve(ByteSpan polygon, Visitor visit)
     return true;
 }
 
-/// Finds the contours in the buffer, up to the first broken one, at most as many as a glyph can
-/// have. A contour with a broken curve is included with the points before that curve.
+/// Finds the contours in the buffer, up to the first broken contour and at most 32,767, because a
+/// glyph counts its contours in 16 bits. A contour with a broken curve is included with the points
+/// before that curve.
 std::vector<Polygon> FindPolygons(ByteSpan buffer)
 {
     std::vector<Polygon> polygons;

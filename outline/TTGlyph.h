@@ -47,13 +47,14 @@ public:
     void SetYMin(short value) { yMin = value; }
 
     /// Replaces the contours by those in a buffer that GetGlyphOutlineA filled, in format
-    /// GGO_NATIVE, and marks the glyph as defined. The bounds, length and offset stay. Returns 1.
+    /// GGO_NATIVE, and marks the glyph as defined. The bounds, length and offset do not change.
+    /// Returns 1.
     /// \param buffer may have any alignment.
     /// \param bufferLength in bytes.
     ///
     /// Coordinates are rounded down to whole units: 10.75 gives 10, -3.25 gives -4. Each control
     /// point is later flattened into 5 segments. Reading ends at the first broken record. The
-    /// contours before it are kept, and of its own contour the curves before it.
+    /// contours before that record are kept, and so are the curves before it in the same contour.
     int FromGlyphOutline(void* buffer, unsigned long bufferLength);
 
 protected:

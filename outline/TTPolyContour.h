@@ -12,17 +12,18 @@
 class TTContour;
 
 /// One contour of a flattened glyph. Its vertices lie one after the other in the glyph's vertex
-/// pool: vertex i, counted from 0, is element firstVertexIndex + i of the pool. The indices that
-/// the functions take are always i. After the last vertex the contour runs back to vertex 0. Copies
-/// refer to the same vertices.
+/// pool: vertex i, counted from 0, is element firstVertexIndex + i of the pool. The first and the
+/// last vertex index are positions in the pool; every other index here is such an i. The contour
+/// runs from its last vertex back to vertex 0. Copies of a contour refer to the same vertices.
 ///
-/// vertexCount is always lastVertexIndex - firstVertexIndex + 1; the setters of the two compute it.
+/// vertexCount is always lastVertexIndex - firstVertexIndex + 1. SetFirstVertexIndex and
+/// SetLastVertexIndex compute it.
 class ORVANE_API TTPolyContour
 {
 public:
     int GetVertexCount() const { return vertexCount; }
     int GetFirstVertexIndex() const { return firstVertexIndex; }
-    /// Returns the index of the first vertex, not of the last. That is required; see
+    /// Returns the same as GetFirstVertexIndex, not the last vertex's index. That is required; see
     /// LastVertexIndexAnswersWithTheFirst. Use GetVertexCount to count the vertices.
     int GetLastVertexIndex() const { return firstVertexIndex; }
 
@@ -95,7 +96,7 @@ public:
     void FromTTContour(const TTContour& contour, float scale);
 
     /// The point of a quadratic Bezier curve from \p p0 to \p p2 with the control point \p p1. x
-    /// and y are computed; z is that of \p p0.
+    /// and y lie on the curve; z is copied from \p p0.
     /// \param t from 0 at p0 to 1 at p2.
     Vector ApproximateQuadraticSpline(const Vector& p0, const Vector& p1, const Vector& p2,
                                       float t) const;
@@ -109,8 +110,8 @@ public:
     /// Moves a vertex by 2 outline units along its average normal, forwards or backwards, towards
     /// the side where the next vertex lies. Normals do not change.
     void AdjustDuplicateVertex(int index);
-    /// Compares all pairs of vertices in order. When two lie at the same place, moves the later
-    /// one. A moved vertex is compared at its new place from then on.
+    /// Compares all pairs of vertices in order. When two vertices lie at the same place, moves the
+    /// later of the two and compares it at its new place from then on.
     void CorrectDuplicateVerticies();
     /// Moves every vertex that lies at \p point.
     void CorrectDuplicateVerticies(const Vector& point);

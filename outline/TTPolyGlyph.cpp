@@ -30,8 +30,8 @@ TTPolyGlyph& TTPolyGlyph::operator=(const TTPolyGlyph& other)
 
 unsigned long TTPolyGlyph::SizeOf() const
 {
-    // SizeOf of the pool and of the contour array includes the two objects, which are part of this
-    // one.
+    // vertices.SizeOf() and contours.SizeOf() include the two members themselves, but sizeof *this
+    // contains these already.
     return sizeof *this + (vertices.SizeOf() - sizeof vertices) +
            (contours.SizeOf() - sizeof contours);
 }

@@ -52,11 +52,11 @@ public:
     /// \param newScale outline units per em; 0 counts as 1.
     void FromTTGlyph(const TTGlyph& glyph, float newScale);
 
-    /// Moves vertices apart that lie at the same place, because the tessellator cannot fill an
-    /// outline in which two vertices coincide. Compares the vertices of each contour with each
-    /// other, then those of each contour with those of all later contours. Of two vertices, the
-    /// later one moves; it is compared at its new place from then on. The time is nearly
-    /// proportional to the number of vertices and moves.
+    /// Moves apart the vertices that lie at the same place, because the tessellator cannot fill an
+    /// outline in which two vertices coincide. First compares the vertices within each contour,
+    /// then the vertices of each contour with the vertices of all later contours. When two vertices
+    /// coincide, the later vertex is moved and is compared at its new place from then on. The time
+    /// is nearly proportional to the number of vertices and moves.
     void CorrectDuplicateVerticies();
 
     VertexArray vertices;  ///< the pool of all contours

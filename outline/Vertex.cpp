@@ -24,13 +24,14 @@ void Vertex::CalculateVertex()
     const Vector average(halfway.x, halfway.y, 0.0f);
     SetNormal(average, VertexEdge);
 
-    // The sharper a corner, the further out lies its miter. Four bevel widths are the limit.
+    // A sharper corner has a miter that reaches further out. The reach is limited to four bevel
+    // widths.
     const float cosineOfHalfTurn = std::max(std::fabs(average.Dot(leaving)), 0.25f);
     miterScale = TruncateToLong(10000.0f / cosineOfHalfTurn);
 
-    // A left turn is a notch in the filled area. The bevels of a notch sharper than a right angle
-    // (whose cosine here is 0.7071) would reach across each other with a miter, so the corner gets
-    // none.
+    // A left turn is a notch in the filled area. If the notch is sharper than a right angle (for
+    // which cosineOfHalfTurn is 0.7071), mitered bevels of its two edges would cross each other, so
+    // the corner gets no miter.
     const bool turnsLeft = (arriving * leaving).z > 0.0f;
     if (turnsLeft && cosineOfHalfTurn < 0.707f)
     {

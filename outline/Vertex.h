@@ -11,9 +11,9 @@
 #include <cstdint>
 
 /// One corner of a flattened contour. It stores its position, in whole outline units, and three
-/// unit normals: those of the edge that arrives at it and of the edge that leaves it, and the
-/// average of the two. The normals lie in the plane of the letter and point out of the filled area.
-/// Their x and y are stored as 16-bit integers in units of 1/10000.
+/// unit normals: the normal of the edge that arrives at the corner, the normal of the edge that
+/// leaves it, and the average of the two. The normals lie in the plane of the letter and point out
+/// of the filled area. Their x and y are stored as 16-bit integers in units of 1/10000.
 ///
 /// At a corner, the bevels of the two edges meet in a tip, the miter, which lies further from the
 /// corner than the bevels are wide. A corner is marked as smooth when it belongs to a flattened
@@ -27,7 +27,7 @@ public:
     enum Edges : int
     {
         PreviousEdge = 1,  ///< the normal of the edge that arrives
-        VertexEdge = 2,    ///< the average of both
+        VertexEdge = 2,    ///< the average of the two edges' normals
         NextEdge = 3       ///< the normal of the edge that leaves
     };
 
@@ -42,7 +42,7 @@ public:
     Vector2D GetPoint() const { return Vector2D(point.x, point.y); }
     Vector GetNormal(Edges edge) const { return UnitNormal(this->*NormalField(edge)); }
 
-    /// The normal of a side wall at this corner: the average on a smooth corner that is not
+    /// The normal of a side wall at this corner: the average normal if the corner is smooth and not
     /// interior, otherwise the normal of \p edge.
     Vector GetEdgeNormal(Edges edge) const
     {
@@ -52,7 +52,7 @@ public:
     }
 
     /// The normal of a 45 degree bevel at this corner, half-way between the normal of the face and
-    /// that of the wall. Every smooth corner uses the average as the wall's normal, even an
+    /// the normal of the wall. Every smooth corner uses the average as the wall's normal, even an
     /// interior one. This differs from GetEdgeNormal, which is required; see
     /// BevelNormalIgnoresTheInteriorMark.
     Vector GetBevelNormal(Faces face, Edges edge) const
@@ -110,8 +110,8 @@ public:
     /// edges.
     void CalculateVertex();
 
-    /// How much further than its width a bevel reaches at this corner, in units of 1/10000: 10000
-    /// to 40000, that is 1 to 4 times. 0 until CalculateVertex has run.
+    /// How far a bevel reaches at this corner, as a multiple of the bevel's width, in units of
+    /// 1/10000: 10000 to 40000, that is 1 to 4 widths. 0 until CalculateVertex has run.
     std::int32_t miterScale = 0;
     /// Bit 0: smooth, use the average normal. Bit 1: approximate, a point sampled from a curve. Bit
     /// 2: interior, a sharp notch without a miter.
@@ -152,7 +152,7 @@ private:
         return edge == PreviousEdge ? previousEdgeNormal : nextEdgeNormal;
     }
 
-    /// The field of a normal.
+    /// The member that stores the normal of \p edge.
     static Point2D Vertex::*NormalField(Edges edge)
     {
         switch (edge)

@@ -6,9 +6,9 @@
 #include "platform/Export.h"
 #include "platform/Types.h"
 
-/// A closed run of vertex indices, with a mark for active ones and a mark for clockwise ones. A
-/// position is where an index stands in the run, from 0; it is out of range when the run has no
-/// such place.
+/// A closed run of vertex indices, which can be marked as active and as clockwise. The functions
+/// take the position of a vertex index in the run, counted from 0. A position is out of range when
+/// it is negative or not less than the size of the run.
 class ORVANE_API VertexIndexPolyline : public VertexIndexArray
 {
 public:
