@@ -3,7 +3,9 @@
 
 #include <stdexcept>
 
-/// The command line makes no sense: exit status 2. Every other exception is exit status 1.
+/// Thrown when the command line makes no sense. The tool then ends with exit status 2, as after an
+/// orvane::OptionError or an error that CLI11 finds; after every other exception with exit status
+/// 1.
 class UsageError : public std::runtime_error
 {
 public:

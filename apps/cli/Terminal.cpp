@@ -14,7 +14,7 @@ namespace
 /// "1:05", or "2:01:05" from an hour on.
 std::string FormatTime(double seconds)
 {
-    constexpr double longest = 359999;
+    constexpr double longest = 359999;  // seconds, shown as "99:59:59"
     const int whole = static_cast<int>(std::ceil(std::min(seconds, longest)));
     char text[32];
     if (whole < 3600)

@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-/// Whether standard error is a terminal. Progress appears only there.
+/// Whether standard error is a terminal. Progress is shown only on a terminal.
 bool IsErrorTerminal();
 
 /// Replaces the progress line on the terminal. Does nothing when standard error is no terminal.
@@ -18,8 +18,8 @@ void ClearProgress();
 /// because a message may quote a damaged file.
 void Say(std::string message);
 
-/// Shows lines about the fonts that are loaded on the progress line, which is wiped at the end of
-/// this object's life. Shows nothing when standard error is no terminal.
+/// Converts to a function that shows a text about each loaded font in the progress line. The line
+/// is wiped at the end of this object's life. Shows nothing when standard error is no terminal.
 class FontProgress
 {
 public:
@@ -31,7 +31,7 @@ public:
     operator std::function<void(const std::string&)>() const;
 };
 
-/// A progress bar with the remaining time. It is wiped at the end of its life.
+/// A progress bar with the remaining time. It is wiped at the end of this object's life.
 class ProgressBar
 {
 public:

@@ -37,7 +37,7 @@ int ComplainAboutUsage(const CLI::App& app, const std::string& message)
     return Complain(message + "\n\"orvane" + name + " --help\" shows what is possible", wrongUsage);
 }
 
-/// Prints what --help or --version asks for.
+/// Prints the text that --help or --version asks for.
 void Answer(const CLI::App& app, const CLI::Success& question)
 {
     std::ostringstream text;
@@ -69,8 +69,8 @@ int Run(CLI::App& app, int argc, char** argv)
     }
     catch (const orvane::OptionError& error)
     {
-        // CLI11 has checked the fields whose options have other names, so the field has the name of
-        // its option.
+        // The name of the field is also the name of the option: where the two differ, CLI11 has
+        // checked the value before.
         return ComplainAboutUsage(app, std::string("--") + error.what());
     }
     return 0;
@@ -85,7 +85,8 @@ int main(int argc, char** argv)
     try
     {
         CLI::App app("Turns text into solid letters and draws them.", "orvane");
-        // At most one subcommand: after it, the names of the others are ordinary text.
+        // Allow at most one subcommand, so that the name of another subcommand behind it is
+        // ordinary text.
         app.require_subcommand(0, 1);
         app.set_version_flag("--version", ORVANE_VERSION);
         app.get_formatter()->column_width(helpColumn);

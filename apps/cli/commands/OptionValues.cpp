@@ -41,7 +41,7 @@ int ParseIntegerBetween(const std::string& text, int least, int most)
     return static_cast<int>(value);
 }
 
-/// Two whole numbers of at most nine digits with a sign between them.
+/// Two whole numbers of at most nine digits, separated by a sign such as "x".
 Size ParseTwo(const std::string& text, char sign, const std::string& form)
 {
     const auto isNumber = [](const std::string& digits) {

@@ -13,7 +13,7 @@
 // expected and found; CLI11 adds the name of the option.
 
 double ParseNumber(const std::string& text);
-/// The parts between commas; "a,,b" has an empty one.
+/// The parts between commas. The middle part of "a,,b" is empty.
 std::vector<std::string> SplitAtCommas(const std::string& text);
 /// "WxH", both at least 1 and at most largestPictureSide.
 orvane::Size ParseSize(const std::string& text);
@@ -29,7 +29,7 @@ orvane::Color ParseOpaqueColor(const std::string& text);
 /// "INDEX,on|off[,COLOR]".
 orvane::LightChange ParseLight(const std::string& text);
 
-/// Checks that one of the functions above, or another one, can read a value.
+/// Checks that a function, such as those above, can read a value.
 template <typename Parse>
 CLI::Validator ReadableBy(Parse parse)
 {
@@ -67,8 +67,9 @@ std::string Alternatives(const std::vector<std::string>& names);
 /// A number as help texts show it, with as few digits as it needs.
 std::string NumberText(double number);
 
-// CLI11 finds these conversions in the namespace of the types. Values have been checked before. The
-// conversions of enumerations are no template, because CLI11 has one that reads numbers.
+// CLI11 finds these conversions because they are in the namespace of the types. The values have
+// been checked before. Each enumeration has a conversion of its own instead of a template for all,
+// because CLI11 itself has a template for enumerations, which reads numbers.
 namespace orvane
 {
 

@@ -54,7 +54,7 @@ std::string LightName(const SceneObject& scene, int index)
     return ToUtf8(scene.GetLightByIndex(index)->GetColors().GetName());
 }
 
-/// Writes the members of a picked part into an object that is open.
+/// Writes the members of a picked part into the JSON object that is open.
 void WritePart(JsonWriter& json, const SceneObject& scene, const PickedPart& picked)
 {
     if (picked.kind == HitKind::Light)
@@ -91,7 +91,8 @@ void WritePart(JsonWriter& json, const SceneObject& scene, const PickedPart& pic
     json.Member("depth", picked.depth);
 }
 
-/// An object for the nearest part with an array of the parts behind it; null for no parts.
+/// A JSON object for the nearest part, with an array of the parts behind it; null if nothing was
+/// hit.
 std::string PartsToJson(const SceneObject& scene, const std::vector<PickedPart>& parts)
 {
     JsonWriter json;

@@ -53,7 +53,8 @@ struct RenderOptions
     std::unique_ptr<SceneOptions> scene;
 };
 
-/// What the command line asks for, after its options were checked together.
+/// The picture and the scene that the command line asks for, made from its options when they have
+/// been checked together.
 struct Request
 {
     PosterSettings settings;
@@ -125,7 +126,7 @@ std::unique_ptr<DrawingObject> BuildText(const RenderOptions& options)
 {
     const EncodedText encoded = EncodeLines(GatherLines(options));
     SetProcessCodePage(encoded.codePage);
-    LoadFonts(FontProgress());  // after setting the code page, which fonts keep
+    LoadFonts(FontProgress());  // after SetProcessCodePage: fonts keep its code page
     OrvFont* const font = ChooseFont(options.text.font);
     CheckCharacters(*font, encoded.text);
     return MakeTextNode(encoded.text, font, options.text);
@@ -165,7 +166,7 @@ SceneDocument BuildScene(const RenderOptions& options, const Request& request)
     return document;
 }
 
-/// Takes the camera of a view that was saved under a name (in UTF-8).
+/// Sets the document's camera to the saved view of a name (in UTF-8).
 void TakeSavedView(const SceneDocument& document, const std::string& name)
 {
     ViewObject& view = *document.view;
@@ -193,7 +194,7 @@ SceneDocument LoadScene(const RenderOptions& options, Request& request)
     ViewObject& view = *document.view;
     if (const std::optional<Size> framed = FramedSize(view))
     {
-        // A view that was just read has the right aspect, but not the size of its picture.
+        // A view that was just read has the right aspect ratio, but not yet its size in pixels.
         view.SetUnscaledSize(framed->width, framed->height);
         request.settings.size = options.picture.size.value_or(*framed);
     }
@@ -233,8 +234,8 @@ void DrawDocument(const SceneDocument& document, PosterSettings settings, Poster
 
 void Render(const RenderOptions& options)
 {
-    // Errors of the command line come first, then whether the files can be made, because both are
-    // quick to find out.
+    // Check the options first, and then whether the files can be made: both checks are quick, while
+    // building and drawing the scene may take long.
     Request request = CheckTogether(options);
     const auto saved = options.save.empty() ? nullptr : std::make_unique<OutputFile>(options.save);
     std::unique_ptr<PosterTarget> target;
@@ -300,8 +301,9 @@ private:
 void AddTexts(CLI::App& command, RenderOptions& options)
 {
     const int most = CLI::detail::expected_max_vector_size;
-    // Where CLI11 allows extra arguments it reads "[a,b]" as a list, so all texts are expected
-    // ones. TextThatLooksLikeAnythingElseIsText is the test of this.
+    // If an option allows extra arguments, CLI11 reads the text "[a,b]" as a list. So this option
+    // expects the largest possible number of texts and allows no extra arguments. The test
+    // TextThatLooksLikeAnythingElseIsText checks this.
     command
         .add_option(
             "TEXT", CLI::callback_t([&options](const CLI::results_t& texts) {

@@ -26,12 +26,12 @@ public:
 
     const orvane::LightOptions& Lights() const { return lights_; }
     std::optional<orvane::CameraOptions> Camera() const;
-    /// Throws UsageError.
+    /// Throws UsageError when an option about the background picture is given without a picture.
     std::optional<orvane::BackgroundOptions> Background() const;
     std::optional<orvane::TextureOptions> Texture() const;
 
-    std::vector<CLI::Option*> ofTexture;  ///< only for new scenes
-    std::vector<CLI::Option*> ofCamera;   ///< frame a scene anew
+    std::vector<CLI::Option*> ofTexture;  ///< allowed only for new scenes
+    std::vector<CLI::Option*> ofCamera;   ///< any of these frames the scene anew
 
 private:
     void AddBackground(CLI::App& command);

@@ -15,10 +15,12 @@ namespace orvane
 namespace
 {
 
-// Chunks may be nested as deep as the file is long. Deeper lines are indented no further.
+// In levels of the tree. Chunks may be nested as deep as the file is long, so chunks below this
+// level are not indented further.
 constexpr int deepestIndent = 20;
 
-// Moves the file to the first chunk inside one whose header has been read. False if there is none.
+// Moves the file to the first chunk inside a chunk whose header has just been read. Returns false
+// if no chunk lies inside it.
 bool EnterContent(CFile& file, const Chunk3DS& chunk)
 {
     constexpr DWORD bytesPerFace = 8;
@@ -58,7 +60,7 @@ try
     CFile file(path.c_str(), CFile::modeRead);
     const std::uint64_t fileEnd = file.GetLength();
     std::vector<ChunkEntry> chunks;
-    std::vector<std::uint64_t> ends;  // of the chunks around the position
+    std::vector<std::uint64_t> ends;  // the ends, in bytes, of the chunks that the position is in
     while (file.GetPosition() < fileEnd)
     {
         while (!ends.empty() && file.GetPosition() >= ends.back())

@@ -12,7 +12,7 @@ namespace orvane
 /// One chunk of a 3D Studio file.
 struct ChunkEntry
 {
-    int depth;  ///< how many chunks it is in
+    int depth;  ///< the number of chunks that it is nested in
     WORD id;
     DWORD start;   ///< of the header in the file
     DWORD length;  ///< with the header

@@ -17,7 +17,7 @@ class Groups
 public:
     using Entry = std::pair<Key, Group>;
 
-    /// The group of a key; made empty when the key is new.
+    /// Returns the group of a key. Adds an empty group when the key is new.
     Group& Of(const Key& key)
     {
         const auto [found, isNew] = indices_.try_emplace(key, entries_.size());

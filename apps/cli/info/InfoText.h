@@ -36,7 +36,7 @@ std::string MaterialText(const NamedColor& material);
 
 void WriteColor(JsonWriter& json, const char* key, const ColorVector& color);
 void WriteVector(JsonWriter& json, const char* key, const Vector& vector);
-/// Writes a material as members of the object that is open.
+/// Writes a material as members of the JSON object that is open.
 void WriteMaterial(JsonWriter& json, const NamedColor& material);
 
 }  // namespace orvane

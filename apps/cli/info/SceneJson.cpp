@@ -67,7 +67,8 @@ void WriteTexture(JsonWriter& json, const TextureMap& texture)
     json.EndObject();
 }
 
-/// Writes the stored box in the node's coordinates and in its parent's, or null if there is none.
+/// Writes the stored box in the node's coordinates and in its parent's, or null if no box is
+/// stored.
 void WriteBounds(JsonWriter& json, const DrawingObject& node)
 {
     json.Key("bounds");
@@ -165,7 +166,7 @@ void WriteNode(JsonWriter& json, const DrawingObject& node, const NodePath& path
     WriteVector(json, "size", node.GetScaledDimensions());
     WriteMatrix(json, "transform", *node.GetTransform());
     WriteBounds(json, node);
-    if (!path.empty())  // the scene's own is its background
+    if (!path.empty())  // the scene's own texture is its background picture
     {
         WriteTexture(json, *node.GetTexture());
     }
@@ -202,7 +203,7 @@ void WriteLight(JsonWriter& json, const LightObject& light, int index)
     json.EndObject();
 }
 
-/// Writes a camera as members of the object that is open.
+/// Writes a camera as members of the JSON object that is open.
 void WriteCamera(JsonWriter& json, const CoordinateTransform& transform, const ProjectionData& lens)
 {
     json.Member("projection", lens.IsOrthographic() ? "orthographic" : "perspective");

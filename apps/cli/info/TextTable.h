@@ -26,7 +26,7 @@ private:
     struct Row
     {
         std::vector<std::string> cells;
-        bool spans;  // the last cell
+        bool spans;  // whether the last cell does not widen its column
     };
     std::vector<Row> rows_;
 };
