@@ -25,8 +25,9 @@ public:
 
 /// A copy of a view for pictures. It shows the same scene and does not change the scene.
 ///
-/// Of all transparent surfaces only the foremost ones are drawn. So the background and opaque nodes
-/// are seen through a transparent letter, but no other transparent surface is.
+/// If the scene has transparent texts, only the foremost surfaces of the scene are drawn. So the
+/// background is seen through a transparent letter, but no other surface is, not even an opaque
+/// surface.
 class PosterView : public ViewObject
 {
 public:
