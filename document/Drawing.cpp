@@ -5,12 +5,14 @@
 #include "document/DrawingModes.h"
 #include "document/KeptContext.h"
 #include "document/SceneFraming.h"
+#include "document/ScenePictures.h"
 #include "document/TextEncoding.h"
 #include "document/poster/PictureState.h"
 #include "document/poster/PosterTarget.h"
 #include "document/poster/PosterView.h"
 #include "orvane/orvane.h"
 #include "platform/OpenGL.h"
+#include "platform/Rendering.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
 
@@ -42,6 +44,11 @@ void Draw(const Document& document, const DrawOptions& options)
     CheckSize(size);
     const CodePageScope scope(state.scene.codePage);
     const AdoptedContext adopted(viewport[0] + size.width, viewport[1] + size.height);
+    if (HasBackgroundPicture(*state.scene.scene) && wglGetCurrentContext() == nullptr)
+    {
+        throw Error("OpenGL", "a context that was not made through EGL",
+                    "a context made through EGL, because the document has a background picture");
+    }
     const KeptState kept;
 
     glViewport(viewport[0], viewport[1], size.width, size.height);

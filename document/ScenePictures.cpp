@@ -83,10 +83,15 @@ void SetBackground(SceneObject& scene, const BackgroundOptions& options)
     }
 }
 
+bool HasBackgroundPicture(const SceneObject& scene)
+{
+    return (scene.GetTexture()->textureFlags & TextureMap::Valid) != 0;
+}
+
 void CheckPictures(SceneObject& scene)
 {
     CheckNodePictures(scene);
-    if ((scene.GetTexture()->textureFlags & TextureMap::Valid) != 0)
+    if (HasBackgroundPicture(scene))
     {
         CheckPicture(scene.GetTexture()->filename);
     }

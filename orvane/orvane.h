@@ -198,8 +198,10 @@ ORVANE_API void WritePicture(const Document& document, const std::string& path,
 
 /// Draws a document into the viewport of the current OpenGL context, which must have the
 /// compatibility profile and a depth buffer. The colours and depths in the viewport are replaced;
-/// afterwards OpenGL's state is the same as before. Throws an Error when no context is current, or
-/// when the current context cannot draw letters.
+/// afterwards OpenGL's state is the same as before. Throws an Error when no context is current,
+/// when the current context cannot draw letters, or when the document has a background picture and
+/// the context was not made through EGL (with GLFW: GLFW_CONTEXT_CREATION_API,
+/// GLFW_EGL_CONTEXT_API).
 ORVANE_API void Draw(const Document& document, const DrawOptions& options = {});
 
 /// An installed font that letters can be made of.

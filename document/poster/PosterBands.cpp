@@ -4,6 +4,7 @@
 #include "document/BmpFile.h"
 #include "document/Cancellation.h"
 #include "document/DrawingModes.h"
+#include "document/ScenePictures.h"
 #include "document/poster/PictureState.h"
 #include "document/poster/PosterStrips.h"
 #include "orvane/Error.h"
@@ -233,8 +234,7 @@ PictureArea PosterBands::AreaOf(int row, int column) const
 /// Whether all bands in which no node is seen look the same.
 bool PosterBands::IsBackgroundPlain() const
 {
-    return !parameters_.ShouldShowLights() &&
-           (view_.GetScene()->GetTexture()->textureFlags & TextureMap::Valid) == 0;
+    return !parameters_.ShouldShowLights() && !HasBackgroundPicture(*view_.GetScene());
 }
 
 }  // namespace orvane
