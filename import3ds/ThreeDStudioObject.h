@@ -56,7 +56,7 @@ public:
     int ParseVertexArray(TriangularMeshObject* mesh);
     int ParseFaceArray(Chunk3DS* chunk, TriangularMeshObject* mesh);
     int ParseMeshMaterialGroup(TriangularMeshObject* mesh);
-    /// Reads the matrix, twelve floats, and does nothing with it. Always 1.
+    /// Reads the matrix, twelve floats, and does nothing with it. Always returns 1.
     int ParseMeshMatrix(TriangularMeshObject* mesh);
     /// Reads chunks up to the first colour, which is of floats or of bytes. Alpha does not change.
     /// If there is no colour, nothing changes.

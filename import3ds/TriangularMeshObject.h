@@ -65,7 +65,7 @@ public:
     int CalculateVertexNormals();
 
     /// Calculates the local bounds of the vertices and the children once, and the global bounds,
-    /// which depend on the transform, every time. Always 1.
+    /// which depend on the transform, every time. Always returns 1.
     int CalculateBounds() override;
 
     /// Returns 0 if the drawing is cancelled.
@@ -82,7 +82,7 @@ public:
     void SetSurfaceColor(const NamedColor& color, int faceIndex) override;
 
     /// Writes vertices and faces as text into the file "d:\Verts\<name>". Writes nothing if that
-    /// directory does not exist. Always 1.
+    /// directory does not exist. Always returns 1.
     int OutputVertsAndFaces() const;
     /// Writes the same text to a stream.
     void WriteVertsAndFaces(std::ostream& out) const;
