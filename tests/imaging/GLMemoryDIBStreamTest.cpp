@@ -3,6 +3,7 @@
 
 #include "scene/DrawingParameters.h"
 #include "tests/support/FakeRendering.h"
+#include "tests/support/GoldenFile.h"
 #include "tests/support/gl/GlRecorder.h"
 
 #include <gtest/gtest.h>
@@ -31,42 +32,13 @@ ProjectionData PictureOf(double width, double height)
     return projection;
 }
 
-std::string Volume(const char* name, const ProjectionData& projection)
-{
-    return GlLine(name, projection.GetViewLeft(), projection.GetViewRight(),
-                  projection.GetViewBottom(), projection.GetViewTop(), projection.GetZNear(),
-                  projection.GetZFar());
-}
-
-Lines ProjectionLines(const ProjectionData& projection, const char* volume = "glFrustum")
-{
-    return {"glMatrixMode GL_PROJECTION",
-            "glLoadIdentity",
-            Volume(volume, projection),
-            GlLine("glViewport", 0, 0, static_cast<int>(projection.GetViewWidth()),
-                   static_cast<int>(projection.GetViewHeight())),
-            "glMatrixMode GL_MODELVIEW",
-            "glLoadIdentity"};
-}
-
-Lines Joined(Lines lines, const Lines& more, const Lines& last = {})
-{
-    lines.insert(lines.end(), more.begin(), more.end());
-    lines.insert(lines.end(), last.begin(), last.end());
-    return lines;
-}
-
 TEST(GLMemoryDIB, CreateAsksForAFormatAndSetsTheContextUp)
 {
     FakeRendering fake;
     const GlRecording recording;
     Dib dib;
     EXPECT_EQ(dib.Create(PictureOf(64, 32), 24), 1);
-    EXPECT_EQ(recording.Lines(),
-              Joined({"ChoosePixelFormat 0x38 24", "SetPixelFormat 3", "DescribePixelFormat 3",
-                      "wglCreateContext", "wglMakeCurrent context"},
-                     ProjectionLines(dib.GetProjection()),
-                     {"glEnable GL_DEPTH_TEST", "glEnable GL_CULL_FACE", "glCullFace GL_BACK"}));
+    EXPECT_TRUE(IsGolden("bitmap/create.txt", recording.Text()));
     EXPECT_EQ(dib.pixelFormatIndex, 3);
     EXPECT_EQ(dib.describedPixelFormat.cColorBits, 24);
     EXPECT_EQ(fake.requested.nSize, 40);
@@ -91,25 +63,23 @@ TEST(GLMemoryDIB, AnOrthographicProjectionIsLoadedAsOne)
     projection.SetOrthographic();
     Dib dib;
     EXPECT_EQ(dib.Create(projection, 24), 1);
-    EXPECT_EQ(recording.Only({"glOrtho", "glFrustum"}),
-              Lines{Volume("glOrtho", dib.GetProjection())});
+    EXPECT_TRUE(IsGolden("bitmap/create-orthographic.txt", recording.Text()));
 }
 
 TEST(GLMemoryDIB, ResizeDoesNotCullBackFaces)
 {
     FakeRendering fake;
+    ProjectionData projection = PictureOf(64, 32);
+    projection.SaveReferenceAspect();
     Dib dib;
     EXPECT_EQ(dib.Resize(10, 10), 0);
-    EXPECT_EQ(dib.Create(PictureOf(64, 32), 24), 1);
+    EXPECT_EQ(dib.Create(projection, 24), 1);
     fake.chosenFormat = 5;
     fake.colorBits = 16;
     const GlRecording recording;
     EXPECT_EQ(dib.Resize(128, 16), 1);
     // No support of drawing by others is asked for, and the format is not described.
-    EXPECT_EQ(recording.Lines(),
-              Joined({"wglMakeCurrent null", "wglDeleteContext", "ChoosePixelFormat 0x28 24",
-                      "SetPixelFormat 5", "wglCreateContext", "wglMakeCurrent context"},
-                     ProjectionLines(dib.GetProjection()), {"glEnable GL_DEPTH_TEST"}));
+    EXPECT_TRUE(IsGolden("bitmap/resize.txt", recording.Text()));
     EXPECT_EQ(dib.describedPixelFormat.cColorBits, 24);  // as it was
     EXPECT_EQ(dib.GetDIBWidth(), 128);
     EXPECT_EQ(dib.GetDIBHeight(), 16);
@@ -198,18 +168,16 @@ TEST(GLMemoryDIB, ABandHasItsOffsetAndItsVolume)
     Dib dib;
     EXPECT_EQ(dib.Create(PictureOf(3000, 1000), 24), 1);
     DrawingParameters parameters;
-    const GlRecording recording;
+    GlRecording recording;
     dib.PrepareNextBand(2, 1, &parameters);
     EXPECT_EQ(dib.GetProjection().GetViewXOffset(), 2048);
     EXPECT_EQ(dib.GetProjection().GetViewYOffset(), 340);
     EXPECT_EQ(parameters.GetProjection(), &dib.projection);
-    EXPECT_EQ(recording.Lines(),
-              Joined({"wglMakeCurrent context"}, ProjectionLines(dib.GetProjection())));
-    ProjectionData expected = dib.GetProjection();
-    expected.SetViewOffset(2048, 340);
-    EXPECT_EQ(dib.GetProjection().GetViewLeft(), expected.GetViewLeft());
+    EXPECT_TRUE(IsGolden("bitmap/band.txt", recording.Text()));
+    recording.Clear();
     dib.PrepareNextBand(0, 0, nullptr);
     EXPECT_EQ(dib.GetProjection().GetViewYOffset(), 0);
+    EXPECT_TRUE(IsGolden("bitmap/first-band.txt", recording.Text()));
 }
 
 TEST(GLMemoryDIB, ABandIsCopiedToItsPlace)

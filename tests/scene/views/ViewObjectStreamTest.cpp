@@ -3,6 +3,7 @@
 
 #include "scene/DrawingParameters.h"
 #include "scene/SceneObject.h"
+#include "tests/support/GoldenFile.h"
 #include "tests/support/TerminationEvent.h"
 #include "tests/support/TestNodes.h"
 #include "tests/support/gl/GlRecorder.h"
@@ -13,33 +14,6 @@ namespace
 {
 
 using Lines = std::vector<std::string>;
-
-Lines operator+(Lines lines, const Lines& more)
-{
-    lines.insert(lines.end(), more.begin(), more.end());
-    return lines;
-}
-
-// How every node begins and ends.
-Lines NodeStart(double z)
-{
-    return {"glGetIntegerv GL_MAX_MODELVIEW_STACK_DEPTH", "glPushMatrix", "glGetError",
-            GlLine("glMultMatrixd", 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, z, 1),
-            "glDisable GL_TEXTURE_2D"};
-}
-const Lines nodeEnd = {"glPopMatrix", "glFlush"};
-
-const Lines clearDepth = {"glDepthMask GL_TRUE", "glClear GL_DEPTH_BUFFER_BIT"};
-const Lines clearWhite = {"glClearColor 1 1 1 1", "glClear GL_COLOR_BUFFER_BIT", "glFlush"};
-const Lines smooth = {"glShadeModel GL_SMOOTH", "glEnable GL_DEPTH_TEST"};
-const Lines flat = {"glShadeModel GL_FLAT", "glDisable GL_DEPTH_TEST"};
-const Lines lightModel = {"glEnable GL_LIGHTING",
-                          "glLightModelfv GL_LIGHT_MODEL_AMBIENT 0.2 0.2 0.2 1",
-                          "glLightModeli GL_LIGHT_MODEL_LOCAL_VIEWER 0"};
-const Lines projectionStart = {"glMatrixMode GL_PROJECTION", "glLoadIdentity"};
-const Lines projectionEnd = {"glGetIntegerv GL_VIEWPORT", "glGetDoublev GL_PROJECTION_MATRIX",
-                             "glMatrixMode GL_MODELVIEW", "glLoadIdentity"};
-const Lines volume = {"glOrtho -2 2 -1 1 0.1 10000", "glViewport 0 0 100 50"};
 
 // A view of 100 x 50 pixels, orthographic, 4 x 2 units, of a scene without lights.
 class Views : public testing::Test
@@ -63,6 +37,15 @@ protected:
         return recording.Lines();
     }
 
+    /// Whether drawing the view sends what that file in view/ says.
+    testing::AssertionResult IsDrawnAs(const std::string& name)
+    {
+        const GlRecording recording;
+        EXPECT_EQ(view.Draw(&parameters), 1);
+        EXPECT_TRUE(recording.IsBalanced());
+        return IsGolden("view/" + name + ".txt", recording.Text());
+    }
+
     LoggingNode::Log log;  // of children of the scene
     SceneObject scene;
     ViewObject view;
@@ -71,8 +54,7 @@ protected:
 
 TEST_F(Views, ADrawSetsUpProjectionClearsAndDrawsTheScene)
 {
-    EXPECT_EQ(Drawn(), projectionStart + volume + projectionEnd + NodeStart(-5) + clearDepth +
-                           clearWhite + smooth + NodeStart(0) + lightModel + nodeEnd + nodeEnd);
+    EXPECT_TRUE(IsDrawnAs("rendered"));
 }
 
 TEST_F(Views, ParametersWithoutFlagsGetTheViewsModesAndTheDefaults)
@@ -102,8 +84,7 @@ TEST_F(Views, WithoutRenderTheShadingIsFlatAndNothingIsHidden)
     {
         view.SetDrawingModeIndex(index);
         parameters.SetFlags(0);
-        EXPECT_EQ(Drawn(), projectionStart + volume + projectionEnd + NodeStart(-5) + clearDepth +
-                               clearWhite + flat + NodeStart(0) + lightModel + nodeEnd + nodeEnd);
+        EXPECT_TRUE(IsDrawnAs("not-rendered"));
     }
 }
 
@@ -124,13 +105,7 @@ TEST_F(Views, AModeReachesTheNodes)
 TEST_F(Views, APerspectiveLensHasAFrustum)
 {
     view.ClearProjectionOrthographic();
-    const ProjectionData lens = view.GetProjection();
-    GlRecording recording;
-    view.Draw(&parameters);
-    EXPECT_EQ(recording.Count("glOrtho"), 0);
-    EXPECT_EQ(recording.Only({"glFrustum"}),
-              (Lines{GlLine("glFrustum", lens.GetViewLeft(), lens.GetViewRight(),
-                            lens.GetViewBottom(), lens.GetViewTop(), 0.1, 10000)}));
+    EXPECT_TRUE(IsDrawnAs("perspective"));
 }
 
 TEST_F(Views, TheParametersProjectionIsUsedBeforeTheViews)
@@ -153,9 +128,7 @@ TEST_F(Views, TheParametersProjectionIsUsedBeforeTheViews)
 TEST_F(Views, WithoutApplyProjectionItStaysAsItWas)
 {
     parameters.SetFlags(0x4039);
-    const Lines drawn = Drawn();
-    EXPECT_EQ(drawn, NodeStart(-5) + clearDepth + clearWhite + smooth + NodeStart(0) + lightModel +
-                         nodeEnd + nodeEnd);
+    EXPECT_TRUE(IsDrawnAs("without-projection"));
 }
 
 TEST_F(Views, ViewportAndProjectionMatrixAreReadBack)
@@ -186,9 +159,7 @@ TEST_F(Views, PickingUsesAWindowOf5By5AroundTheFlippedPoint)
 {
     view.SetSelectionPoint({30, 20});
     parameters.SetFlags(0x40F9);
-    EXPECT_EQ(Drawn(), projectionStart + Lines({"gluPickMatrix 30 30 5 5 0 0 100 50"}) + volume +
-                           Lines({"glMatrixMode GL_MODELVIEW", "glLoadIdentity"}) + NodeStart(-5) +
-                           clearDepth + smooth + NodeStart(0) + lightModel + nodeEnd + nodeEnd);
+    EXPECT_TRUE(IsDrawnAs("picked"));
     EXPECT_NE(parameters.ShouldShowLights(), 0);  // lights can be picked
 }
 
@@ -204,17 +175,15 @@ TEST_F(Views, AccurateSelectionUsesOnePixel)
 TEST_F(Views, ClearAndReturnDrawsTheBackgroundAlone)
 {
     parameters.SetFlags(0x48B9);
-    EXPECT_EQ(Drawn(), projectionStart + volume + projectionEnd + clearDepth + clearWhite + smooth);
+    EXPECT_TRUE(IsDrawnAs("background"));
 }
 
 TEST_F(Views, LightsFixedToTheCameraAreSetBeforeTheClear)
 {
     scene.ClearRotateLightsWithScene();
-    EXPECT_EQ(Drawn(), projectionStart + volume + projectionEnd + lightModel + NodeStart(-5) +
-                           clearDepth + clearWhite + smooth + NodeStart(0) + nodeEnd + nodeEnd);
+    EXPECT_TRUE(IsDrawnAs("lights-at-camera"));
     parameters.SetFlags(0x48B9);
-    EXPECT_EQ(Drawn(), projectionStart + volume + projectionEnd + lightModel + clearDepth +
-                           clearWhite + smooth);
+    EXPECT_TRUE(IsDrawnAs("background-with-lights-at-camera"));
 }
 
 TEST_F(Views, LightsThatTurnWithTheSceneAreSetInsideItsTransform)
@@ -230,8 +199,9 @@ TEST_F(Views, LightsThatTurnWithTheSceneAreSetInsideItsTransform)
         const auto light = std::find(lines.begin(), lines.end(), "glEnable GL_LIGHT1");
         ASSERT_NE(light, lines.end());
         const auto matrices = [&](auto end) {
-            return std::count(lines.begin(), end, NodeStart(-5)[3]) +
-                   std::count(lines.begin(), end, NodeStart(1)[3]);
+            return std::count(lines.begin(), end,
+                              "glMultMatrixd 1 0 0 0 0 1 0 0 0 0 1 0 0 0 -5 1") +
+                   std::count(lines.begin(), end, "glMultMatrixd 1 0 0 0 0 1 0 0 0 0 1 0 0 0 1 1");
         };
         EXPECT_EQ(matrices(light), rotate ? 2 : 0);
         EXPECT_EQ(matrices(lines.end()), 2);
