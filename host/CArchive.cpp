@@ -27,17 +27,17 @@ std::string CauseText(int cause)
         case CArchiveException::none:
             return "no error";
         case CArchiveException::readOnly:
-            return "stored into an archive that loads";
+            return "a value was stored into an archive that loads";
         case CArchiveException::endOfFile:
             return "the input ends inside a value";
         case CArchiveException::writeOnly:
-            return "loaded from an archive that stores";
+            return "a value was loaded from an archive that stores";
         case CArchiveException::badIndex:
-            return "a number that no object or class has";
+            return "a reference number belongs to no object or class";
         case CArchiveException::badClass:
             return "an unknown class, or an object of an unexpected class";
         case CArchiveException::badSchema:
-            return "a record version that is not known";
+            return "the record's version is not known";
         default:
             return "the archive cannot be read or written";
     }
@@ -324,7 +324,8 @@ CArchive& CArchive::operator>>(CString& text)
         length = middleLength;
         if (middleLength == 0xFFFE)
         {
-            Fail(CArchiveException::generic, "a text of 16-bit characters, which is not supported");
+            Fail(CArchiveException::generic,
+                 "found a text of 16-bit characters, expected 8-bit characters");
         }
         if (middleLength == 0xFFFF)
         {
@@ -341,8 +342,7 @@ CArchive& CArchive::operator>>(CString& text)
         if (done + chunk > static_cast<std::size_t>(std::numeric_limits<int>::max()))
         {
             Fail(CArchiveException::generic,
-                 "a text of " + std::to_string(length) +
-                     " bytes, more than the 2147483647 that a text can hold");
+                 "a text has " + std::to_string(length) + " bytes, expected at most 2147483647");
         }
         bytes.resize(done + chunk);
         ReadExactly(bytes.data() + done, static_cast<UINT>(chunk));

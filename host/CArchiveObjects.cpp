@@ -68,7 +68,7 @@ DWORD CArchive::NextNumber() const
     if (next > largestNumber)
     {
         Fail(CArchiveException::badIndex,
-             "more than " + std::to_string(largestNumber) + " classes and objects");
+             "the archive has more than " + std::to_string(largestNumber) + " classes and objects");
     }
     return static_cast<DWORD>(next);
 }
@@ -117,14 +117,14 @@ CObject* CArchive::ReadObject(const CRuntimeClass* requested)
         if (index >= loaded.size() || loaded[index].runtimeClass != nullptr)
         {
             Fail(CArchiveException::badIndex,
-                 "number " + std::to_string(index) + " belongs to no object");
+                 "reference number " + std::to_string(index) + " belongs to no object");
         }
         CObject* const known = loaded[index].object;
         if (known != nullptr && requested != nullptr && !known->IsKindOf(requested))
         {
-            Fail(CArchiveException::badClass,
-                 std::string("an object of class ") + known->GetRuntimeClass()->m_lpszClassName +
-                     " where an object of class " + requested->m_lpszClassName + " is expected");
+            Fail(CArchiveException::badClass, std::string("found an object of class ") +
+                                                  known->GetRuntimeClass()->m_lpszClassName +
+                                                  ", expected class " + requested->m_lpszClassName);
         }
         return known;
     }
@@ -165,9 +165,10 @@ CObject* CArchive::ReadNewObject(const CRuntimeClass* requested)
     CObject* const object = ReadObject(requested);
     if (object == nullptr || GetLoadedCount() == known)
     {
-        Fail(CArchiveException::badClass,
-             object == nullptr ? "a null reference where an object is expected"
-                               : "a reference to an object that has an owner already");
+        Fail(CArchiveException::badClass, object == nullptr
+                                              ? "found a null reference, expected an object"
+                                              : "found a reference to an object that already has "
+                                                "an owner, expected a new object");
     }
     return object;
 }
@@ -215,16 +216,17 @@ CRuntimeClass* CArchive::ReadClass(const CRuntimeClass* requested, UINT* schema,
         entry.runtimeClass = CRuntimeClass::Load(*this, &entry.schema, &name);
         if (entry.runtimeClass == nullptr)
         {
-            Fail(CArchiveException::badClass,
-                 name.empty() ? "a class without a usable name" : "no class " + name + " is known");
+            Fail(CArchiveException::badClass, name.empty()
+                                                  ? "the name of a class is empty or too long"
+                                                  : "class " + name + " is not known");
         }
         if (entry.schema != static_cast<WORD>(entry.runtimeClass->m_wSchema) &&
             (entry.runtimeClass->m_wSchema & VERSIONABLE_SCHEMA) == 0)
         {
             Fail(CArchiveException::badSchema,
                  std::string("class ") + entry.runtimeClass->m_lpszClassName + " has version " +
-                     std::to_string(entry.schema) + " where " +
-                     std::to_string(entry.runtimeClass->GetVersion()) + " is known");
+                     std::to_string(entry.schema) + ", expected " +
+                     std::to_string(entry.runtimeClass->GetVersion()));
         }
         NextNumber();
         state_->loaded.push_back(entry);
@@ -248,15 +250,15 @@ CRuntimeClass* CArchive::ReadClass(const CRuntimeClass* requested, UINT* schema,
             state_->loaded[index].runtimeClass == nullptr)
         {
             Fail(CArchiveException::badIndex,
-                 "number " + std::to_string(index) + " belongs to no class");
+                 "reference number " + std::to_string(index) + " belongs to no class");
         }
         entry = state_->loaded[index];
     }
     if (requested != nullptr && !entry.runtimeClass->IsDerivedFrom(requested))
     {
-        Fail(CArchiveException::badClass, std::string("class ") +
-                                              entry.runtimeClass->m_lpszClassName + " where " +
-                                              requested->m_lpszClassName + " is expected");
+        Fail(CArchiveException::badClass, std::string("found class ") +
+                                              entry.runtimeClass->m_lpszClassName + ", expected " +
+                                              requested->m_lpszClassName);
     }
     (schema != nullptr ? *schema : state_->objectSchema) = entry.schema;
     return entry.runtimeClass;

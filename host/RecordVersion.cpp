@@ -11,8 +11,8 @@ DWORD ReadRecordVersion(CArchive& archive, const CRuntimeClass* runtimeClass, DW
     {
         archive.Fail(CArchiveException::badSchema,
                      std::string("class ") + runtimeClass->m_lpszClassName +
-                         " has a record of version " + std::to_string(version) + " where 1 to " +
-                         std::to_string(newest) + " are known");
+                         " has a record of version " + std::to_string(version) +
+                         ", expected 1 to " + std::to_string(newest));
     }
     archive.NoteVersion(runtimeClass, version);
     return version;

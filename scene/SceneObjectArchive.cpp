@@ -75,7 +75,7 @@ void SceneObject::DeserializeLights(CArchive& archive)
         {
             archive.Fail(CArchiveException::badClass,
                          "a light has the number " + std::to_string(light->lightNumber) +
-                             " where OpenGL's begin at " + std::to_string(GL_LIGHT0));
+                             ", expected at least " + std::to_string(GL_LIGHT0));
         }
     }
     DestroyLights();

@@ -101,11 +101,11 @@ TEST_F(ToolInfoRefusal, NamesTheFileThePlaceWhatWasFoundAndWhatWasExpected)
     RecordBytes text;
     text.NewClass("NamedView", 2).Append(NamedViewRecord("a"));
     EXPECT_EQ(Refused(std::string(text.Get().begin(), text.Get().end())),
-              "orvane: s.orv: byte 15: class NamedView where SceneObject is expected\n");
+              "orvane: s.orv: byte 15: found class NamedView, expected SceneObject\n");
     RecordBytes unknown;
     unknown.NewClass("Sc\x1Bne", 2);
     EXPECT_EQ(Refused(std::string(unknown.Get().begin(), unknown.Get().end())),
-              "orvane: s.orv: byte 11: no class Sc?ne is known\n");
+              "orvane: s.orv: byte 11: class Sc?ne is not known\n");
     EXPECT_EQ(Refused("PNG or anything else"),
               "orvane: s.orv: byte 0: found 50 4E, expected FF FF as scenes begin\n");
 
@@ -113,8 +113,8 @@ TEST_F(ToolInfoRefusal, NamesTheFileThePlaceWhatWasFoundAndWhatWasExpected)
     std::string newer = good;
     newer[17] = 9;
     EXPECT_EQ(Refused(newer),
-              "orvane: s.orv: byte 21: class DrawingObject has a record of version 9 "
-              "where 1 to 3 are known\n");
+              "orvane: s.orv: byte 21: class DrawingObject has a record of version 9, "
+              "expected 1 to 3\n");
 }
 
 TEST_F(ToolInfoRefusal, SaysThatAFileIsMissingOrIsAFolder)

@@ -451,6 +451,6 @@ TEST(CArchiveException, SaysWhatItsCauseMeans)
     catch (const CException& exception)
     {
         EXPECT_TRUE(exception.IsKindOf(RUNTIME_CLASS(CArchiveException)));
-        EXPECT_STREQ(exception.what(), "a record version that is not known");
+        EXPECT_STREQ(exception.what(), "the record's version is not known");
     }
 }

@@ -57,7 +57,7 @@ TEST(RecordVersion, AcceptsOneToTheNewestAlone)
     EXPECT_EQ(LoadCause(record, Bytes{3, 0, 0}), CArchiveException::endOfFile);
 }
 
-TEST(RecordVersion, ARefusalNamesThePlaceTheClassAndWhatIsKnown)
+TEST(RecordVersion, ARefusalNamesThePlaceTheClassAndTheExpectedVersions)
 {
     Versioned record;
     try
@@ -69,7 +69,7 @@ TEST(RecordVersion, ARefusalNamesThePlaceTheClassAndWhatIsKnown)
     {
         EXPECT_STREQ(
             refusal.what(),
-            "archive: byte 4: class SampleNode has a record of version 4 where 1 to 3 are known");
+            "archive: byte 4: class SampleNode has a record of version 4, expected 1 to 3");
     }
 }
 
