@@ -4,9 +4,9 @@
 #include "platform/Export.h"
 #include "platform/Types.h"
 
-/// The header of a block of memory for elements. The memory follows directly behind the header.
-/// Blocks form a chain, the newest first. The library offers this to programs and does not use it
-/// itself.
+/// The header of a block of memory for elements. The memory of the elements directly follows the
+/// header. Blocks form a chain, the newest block first. The library offers this class to programs
+/// and does not use it itself.
 struct ORVANE_API CPlexStr
 {
     CPlexStr* next;

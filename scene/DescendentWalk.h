@@ -6,8 +6,8 @@
 #include <vector>
 
 /// Calls \p visit(DrawingObject&) for every descendant of the node, parents before their children
-/// and siblings in order. When the call returns false, the descendant's subtree is skipped. The
-/// walk does not recurse, because a tree may be deeper than the program's stack allows.
+/// and siblings in order. When \p visit returns false, the walk skips that descendant's subtree.
+/// The walk does not recurse, because a tree may be deeper than the program's stack allows.
 template <typename Visit>
 void VisitDescendents(const DrawingObject& root, Visit visit)
 {

@@ -26,25 +26,24 @@ class TextureMapList;
 /// parent, bounds in its own and in its parent's coordinates, eight sizing handles (the corners of
 /// its local box) and a stack of copies of itself for undo, which it owns.
 ///
-/// At most one node has a given node in its list of children. That node is the owner: it deletes
-/// the child. Only the operations of this class change the owner. The parent pointer usually names
-/// the owner too, but a program can set it to any node (SetParent, Orphan, copying), and ownership
-/// does not follow it. A node that is deleted removes itself from its owner's list.
+/// A node is in the list of children of at most one other node, its owner. The owner deletes the
+/// node. Only the operations of this class change the owner. The parent pointer usually names the
+/// owner too, but a program can set it to any node (SetParent, Orphan, copying) without changing
+/// the owner. A node that is deleted removes itself from its owner's list.
 ///
 /// The external undo stack is borrowed and shared by a whole tree; it records which node saved an
 /// undo step. A node removes itself from the stack when it is deleted. A program that deletes the
-/// stack before the nodes first calls AttachExternalUndoStack(nullptr) on the root of the tree, on
-/// every node that has left the tree, and on every copy of a node, so that no node keeps a pointer
-/// to the stack.
+/// stack before the nodes must first call AttachExternalUndoStack(nullptr) on the root of the tree,
+/// on every node that has left the tree, and on every copy of a node, so that no node keeps a
+/// pointer to the stack.
 ///
-/// Drawing runs on the thread that owns the rendering context. Operations return 1 on success and 0
-/// when they refuse. A refusal changes nothing, unless the comment of the operation says otherwise.
+/// Drawing runs on the thread that owns the rendering context.
 class ORVANE_API DrawingObject : public CObject
 {
     DECLARE_SERIAL(DrawingObject)
 
 public:
-    // The bits of flags. Each has a Set, a Clear and a test operation below.
+    // The bits of flags. Each bit has functions below that set, clear and test it.
     static constexpr DWORD selectedBit = 0x0001;
     static constexpr DWORD showScalingBoxBit = 0x0002;
     static constexpr DWORD showExtentsBoxBit = 0x0004;
@@ -69,7 +68,7 @@ public:
     ~DrawingObject() override;
 
     /// Stores or loads the record. Loading raises badSchema for an unknown version. It raises
-    /// badClass for a child that is null, is no node, occurs twice in the archive, or is an
+    /// badClass for a child that is null, is not a node, occurs twice in the archive, or is an
     /// ancestor of this node; in that case no child has been added.
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
@@ -79,9 +78,9 @@ public:
     /// Gives this node, its saved copies and its subtree one external undo stack. After a call with
     /// null, none of these nodes has an external stack.
     virtual void AttachExternalUndoStack(DrawingObjectStack* stack);
-    /// Computes the bounds from those of the children. Returns 0 for a node without children, and
-    /// for a node with a child that returns 0; the local bounds are then incomplete, and the global
-    /// box is the old one. Required; see ANodeWithoutChildrenStopsItsParentsBounds.
+    /// Computes the bounds from those of the children. Returns 0 if the node has no children or if
+    /// the function returns 0 for a child. The local bounds are then incomplete, and the global box
+    /// does not change. Required; see ANodeWithoutChildrenStopsItsParentsBounds.
     virtual int CalculateBounds();
     /// Draws this node and its subtree. Returns 0 when the drawing was stopped or failed; the
     /// picture is then incomplete.
@@ -98,8 +97,8 @@ public:
     /// Goes back to the copy saved last, and deletes the copy. The parent pointer and viewStateBits
     /// do not change. Returns 0 when no copy is saved.
     virtual int RestoreFromUndo();
-    /// Saves a copy of this node for undo. Every class overrides it to save a copy of its own
-    /// class. Always returns 1.
+    /// Saves a copy of this node for undo. Every derived class overrides it to save a copy of its
+    /// own class. Always returns 1.
     virtual int SaveToUndo();
     virtual void SetTranslation(const DVector& translation);
     /// Sets the material of a surface. This class has no surfaces and ignores the call.
@@ -121,11 +120,14 @@ public:
     /// Like AddChild, but inserts the child behind a position. A null position appends the child.
     /// Returns the child's position, or null on refusal.
     POSITION AddChildAfter(DrawingObject* child, POSITION position);
-    /// Takes the children of the other node, in order, except those that AddChild refuses. Returns
-    /// 0 when the other node has no children or is this node.
+    /// Appends the children of the other node in their order. Children that AddChild refuses stay
+    /// where they are. Returns 0 when the other node has no children or is this node.
     int AdoptChildren(DrawingObject* other);
+    /// Like AdoptChildren, but inserts the children behind a position. A null position appends
+    /// them.
     int AdoptChildrenAfter(DrawingObject* other, POSITION position);
-    /// Removes a child from the list without deleting it. The caller then owns the child.
+    /// Removes a child from the list without deleting it. The caller then owns the child. Refuses a
+    /// child whose parent pointer does not name this node.
     int RemoveChild(DrawingObject* child);
     /// Removes a child like RemoveChild. The child then saves a copy of itself for undo and takes
     /// over this node's transform (CombineTransform), so that the child keeps its place in the
@@ -139,13 +141,15 @@ public:
     int DestroyChildren();
     /// Deletes all descendants that have the Deleted bit, with their subtrees. Always returns 1.
     int RemoveDeletedChildren();
+    // The top child is the head of the list and is drawn first.
+
     int MoveChildToTop(DrawingObject* child);
     int MoveChildToBottom(DrawingObject* child);
     int MoveChildUpOnePosition(DrawingObject* child);
     int MoveChildDownOnePosition(DrawingObject* child);
 
-    // Functions that look for a child return null, or -1 in place of an index, when there is no
-    // such child.
+    // Functions below that look for a child return null, or -1 as an index, when there is no such
+    // child.
 
     DrawingObject* GetChildByIndex(int index) const;
     int FindChildIndex(DrawingObject* child) const;
@@ -187,7 +191,11 @@ public:
     void SetSelected();
     void ClearSelected();
     int IsSelected() const { return static_cast<int>(flags & selectedBit); }
+    /// Draw the scaling box, which looks like the extents box, if the parameters have
+    /// ShowExtentsAndHandles but not ExtentsBox.
     ORVANE_FLAG(flags, ShowScalingBox, ShouldShowScalingBox, showScalingBoxBit);
+    /// A node that is not Editable draws boxes only if it has this bit and the parameters have
+    /// ShowExtentsAndHandles. An Editable node ignores this bit.
     ORVANE_FLAG(flags, ShowExtentsBox, ShouldShowExtentsBox, showExtentsBoxBit);
     /// The node belongs to a group with its parent; see GetTopLevelGroupParent.
     ORVANE_FLAG(flags, Grouped, IsGrouped, groupedBit);
@@ -221,32 +229,35 @@ public:
     void Rotate(double angle, const DVector& axis) { transform.Rotate(angle, axis); }
     /// Removes the rotation and resets the external matrix to the identity.
     void ResetOrientation() { transform.ResetRotation(); }
-    /// Adds a transform to this node's transform: points then go through this node's old transform
-    /// first and through \p outer last. Always returns 1.
+    /// Combines \p outer with this node's transform: points then go through this node's old
+    /// transform first and through \p outer last. Always returns 1.
     int CombineTransform(CoordinateTransform* outer);
     /// Combines this node's transform into the transform of every child (CombineTransform), then
     /// resets this node's transform. The children do not move. Returns 0 for a node without
     /// children.
     int ApplyTransformAndReset();
-    /// Combines the transforms of this node and of all its ancestors up to the root, and finally
-    /// the transform of \p extra, unless \p extra is null or this node. If \p includeOwn is not 0,
-    /// the result maps the node's coordinates to those of the world. If \p includeOwn is 0, the
-    /// result leaves out this node's own transform, or all of it but its external matrix if \p
-    /// includeOwnExternal is not 0. The external part of the result is also copied into its
-    /// rotation and translation.
+    /// Combines the transforms of this node, then of its ancestors along the parent pointers, and
+    /// last the transform of \p extra, unless \p extra is null or this node. If \p includeOwn is
+    /// not 0, the result maps the node's coordinates to those of the world. If \p includeOwn is 0,
+    /// the result leaves out this node's transform, except for its external matrix if \p
+    /// includeOwnExternal is not 0. The external matrix of the result is also copied into the
+    /// rotation and the translation of the result.
+    ///
+    /// The functions below pass their parameter \p extra to this function.
     CoordinateTransform AccumulateTransformations(int includeOwn, int includeOwnExternal,
                                                   DrawingObject* extra) const;
-    /// A transform whose rotation turns the node's axes, as they stand in the world, onto the axes
-    /// of the world.
+    /// A transform that rotates the node's axes, given in the coordinates of the world, onto the
+    /// axes of the world.
     CoordinateTransform GetAlignmentTransformation() const;
-    /// The accumulated transform with its rotations inverted.
+    /// The result of AccumulateTransformations(1, 0, extra) after
+    /// CoordinateTransform::InvertRotations.
     CoordinateTransform GetInverseAlignmentTransformation(DrawingObject* extra) const;
     /// Turns the node until its axes in the world are parallel to those of the target: first the z
     /// axis, then the y axis. Always returns 1. If the y axis then points the opposite way, the
     /// node turns half a circle about the x axis, which also reverses the z axis. Required; see
     /// AligningAnOppositeYTurnsAboutXAndZWithIt.
     int AlignRotations(CoordinateTransform& target, DrawingObject* extra);
-    /// Like the function above; the target is the axes of another node in the world.
+    /// Like the function above, with the axes of another node in the world as the target.
     int AlignRotations(DrawingObject& other, DrawingObject* extra);
     /// Turns the node the shortest way until its z axis points along the world's z axis. Always
     /// returns 1.
@@ -256,8 +267,8 @@ public:
     void GetGlobalAxes(DVector* xAxis, DVector* yAxis, DVector* zAxis, DrawingObject* extra) const;
     DVector GetGlobalZAxis(DrawingObject* extra) const;
 
-    // Size. The setters below keep the scaled dimensions equal to scale times unscaled dimensions,
-    // axis by axis.
+    // Size. On each axis, the setters keep the scaled dimension equal to scale times unscaled
+    // dimension.
 
     DVector GetScale() const { return CurrentDetails().scale; }
     void SetScale(const DVector& newScale);
@@ -285,23 +296,23 @@ public:
     float GetBoundsGlobalDiameter() const { return bounds.GetGlobalDiameter(); }
     float GetGlobalBoundsRadius() const { return bounds.GetGlobalRadius(); }
 
-    /// Computes where the sizing handles are, from the bounds, and the size at which they are
-    /// drawn. Always returns 1.
+    /// Computes the centres of the sizing handles and the size at which they are drawn from the
+    /// bounds. Always returns 1.
     int CalculateSizingHandles();
     /// The centre of a sizing handle, \p index 0 to 7. Handle i + 4 is at the other end of a box
     /// edge that begins at handle i.
     DVector GetLocalSizingHandleCenter(int index) const { return localSizingHandles[index]; }
     DVector GetGlobalSizingHandleCenter(int index) const { return globalSizingHandles[index]; }
-    /// The index of the sizing handle that has a name in a picking pass. With n children, the
-    /// children have the names 0 to n - 1, and handle i has the name n + i. The result is not
-    /// checked: the name of a child gives a negative number.
+    /// Converts a name of a picking pass to the index of a sizing handle. If the node has n
+    /// children, the children have the names 0 to n - 1, and handle i has the name n + i. The name
+    /// is not checked: the name of a child gives a negative index.
     int SizingHandleIndexFromSelectionIndex(int name) const { return name - GetChildCount(); }
 
     // Drawing.
 
     int DrawExtentsBox(DrawingParameters* parameters = nullptr);
     int DrawScalingBox(DrawingParameters* parameters = nullptr);
-    /// For applications: Draw does not call this and draws no sizing handles.
+    /// Applications call this function; Draw does not, so it draws no sizing handles.
     int DrawSizingHandles(DrawingParameters* parameters);
     /// Draws the edges of a cube around the centre. \p edge is their length.
     void DrawOpenSizingHandle(const Vector& center, const float& edge);
@@ -316,9 +327,9 @@ public:
     TextureMap* GetTexture() { return &EnsureDetails().texture; }
     const TextureMap* GetTexture() const { return &CurrentDetails().texture; }
     void SetTexture(const TextureMap& newTexture) { EnsureDetails().texture = newTexture; }
-    /// Sets the list of known textures. When a node is loaded and its texture file is missing, the
-    /// node takes the file of the texture of the same name in this list. The list is borrowed; null
-    /// means no list.
+    /// Sets the list of known textures. When a node is loaded whose texture file is missing, the
+    /// node uses the file of the texture in this list that has the same name. The list is borrowed;
+    /// null means no list.
     static void SetTextureList(TextureMapList* list) { TextureList = list; }
     static TextureMapList* TextureList;
 
@@ -333,8 +344,8 @@ public:
     /// Deletes all saved copies and removes this node from the external stack. Returns 0 when no
     /// copy was saved.
     int ClearUndo();
-    /// Does what ClearUndo does, for this node and every descendant. Returns 0 when no node had
-    /// saved a copy.
+    /// Does what ClearUndo does, for this node and every descendant. Returns 0 when none of these
+    /// nodes had a saved copy.
     int ClearUndoAll();
     DrawingObjectStack* GetExternalUndoStack() const { return CurrentDetails().externalUndoStack; }
 
@@ -343,13 +354,13 @@ public:
     DWORD flags = 0;
     SizingHandles<HandleSpace::Global> globalSizingHandles{*this};
     SizingHandles<HandleSpace::Local> localSizingHandles{*this};
-    DVector minimumSize;  ///< smallest size on each axis in Resize; 0: no limit
+    DVector minimumSize;  ///< smallest size on each axis in Resize; 0 means no limit
     double handleSize = static_cast<double>(0.05f);  ///< edge of a drawn handle, in local units
     DrawingObjectStack undoStack;                    ///< saved copies of this node, owned
 
 protected:
-    // Change the Selected bit of this node alone: views and scenes select themselves while they
-    // draw selected nodes only.
+    // These functions change the Selected bit of this node alone. Views and scenes use them to
+    // select themselves while only selected nodes are drawn.
     void SelectOnlyThisNode() { flags |= selectedBit; }
     void DeselectOnlyThisNode() { flags &= ~selectedBit; }
 
@@ -358,9 +369,12 @@ protected:
     /// How a node is to be resized after a sizing handle was dragged.
     struct HandleDrag
     {
-        DVector anchor;      ///< the centre of the handle that stays in place
-        DVector difference;  ///< anchor to point, at least the minimum size
-        DVector extents;     ///< new size, negative if mirrored, z >= 0; 0 unless handle is 0 to 3
+        DVector anchor;  ///< the centre of the handle that stays in place
+        /// From the anchor to the point. No component is closer to 0 than that of minimumSize.
+        DVector difference;
+        /// The new size. A negative x or y mirrors the node; z is at least 0. All are 0 if the
+        /// handle is not 0 to 3.
+        DVector extents;
     };
     HandleDrag MeasureDrag(const DVector& point, int handle) const;
     /// Sets scale = scaled / unscaled dimensions, except on an axis where the unscaled dimension is
@@ -373,9 +387,10 @@ protected:
     /// Pushes a copy of this node onto the undo stack, taking ownership of it, and this node onto
     /// the external stack. Always returns 1.
     int SaveCopy(DrawingObject* copy);
-    /// Pops the copy saved last and calls \p assign(copy), which copies it into this node. Parent
-    /// and the bits \p keptBits of the flags do not change. Node is the class of this node; a copy
-    /// of another class is deleted without being assigned. Returns 0 when no copy is saved.
+    /// Pops the copy saved last and calls \p assign(copy), which copies it into this node. The
+    /// parent pointer and the bits of flags that are in \p keptBits do not change. \p Node is the
+    /// class of this node; a copy of another class is deleted without being assigned. Returns 0
+    /// when no copy is saved.
     template <typename Node, typename Assign>
     int RestoreSavedCopy(DWORD keptBits, Assign assign)
     {
@@ -390,7 +405,7 @@ protected:
         {
             assign(*saved);
         }
-        copy->ForgetExternalUndoStack();  // its destructor then searches no stack
+        copy->ForgetExternalUndoStack();  // so that its destructor does not search the stack
         parent = keptParent;
         flags = (flags & ~keptBits) | keptFlags;
         return 1;

@@ -143,8 +143,8 @@ void DrawingObject::ReadChildren(CArchive& archive)
     }
 }
 
-// Gives a texture whose file is missing the file of the known texture of the same name, if there is
-// one. Otherwise the texture is reset.
+// If the file of the node's texture is missing, uses the file of the texture in TextureList that
+// has the same name. If that list has no such texture, resets the node's texture.
 void DrawingObject::FindTextureFile()
 {
     if (!HasDetails())

@@ -7,7 +7,7 @@
 namespace
 {
 
-// The corner of the bounding box at which each of the eight sizing handles is.
+// Sizing handle i is at corner handleCorners[i] of the bounding box; see BoundingElement.
 constexpr int handleCorners[8] = {3, 2, 6, 7, 0, 1, 5, 4};
 
 // A handle's edge is 1 % of the longest edge of the box, but at least 0.05 units. Both numbers are

@@ -11,8 +11,8 @@
 namespace
 {
 
-// Keeps the ownership of a node's texture while the node draws itself with it, and gives it back on
-// every path out of the drawing.
+// Owns a node's texture from Enable on, while the node draws itself. Disable or, on any other path
+// out of the drawing, the destructor gives the ownership back.
 class AppliedTexture
 {
 public:
@@ -46,8 +46,8 @@ private:
     bool owned_ = false;
 };
 
-// The corners of a box are in the order of the sizing handles: four around one side, then the four
-// at the other ends of the edges that leave that side.
+// The corners of a box are in the order of the sizing handles: corners 0 to 3 lie around the front,
+// and corner i + 4 lies behind corner i.
 void EmitCorner(const DVector& corner)
 {
     glVertex3dv(&corner.x);
@@ -86,7 +86,7 @@ void DrawSolidBox(const DVector* corners)
     glEnd();
 }
 
-// The eight corners of a cube.
+// A cube that DrawWireBox and DrawSolidBox can draw.
 struct Cube
 {
     Cube(const Vector& center, float edge)
@@ -230,8 +230,9 @@ int DrawingObject::DrawObject(DrawingParameters* parameters)
     return 1;
 }
 
-// A node that is not Editable can draw its extents box twice: once because the node asks for it and
-// once because the parameters ask for the boxes of all nodes.
+// A node that is not Editable can draw its extents box twice: once for its own ShowExtentsBox bit,
+// and once for the parameters' ExtentsBox bit or its own ShowScalingBox bit. Required; see
+// ANodeThatIsNotEditableCanDrawItsBoxTwice.
 void DrawingObject::DrawRequestedBoxes(DrawingParameters* parameters)
 {
     if (!IsEditable())

@@ -5,11 +5,11 @@
 
 class DrawingObject;
 
-/// A list of scene nodes, which it does not own: removing an element or destroying the list deletes
-/// no scene node.
+/// A list of scene nodes. The list does not own the nodes: removing an element or destroying the
+/// list deletes no node.
 ///
 /// Its record is a count and then each scene node as an object reference, which may be null.
-/// Loading raises badClass for an object that is no scene node.
+/// Loading raises badClass for an object that is not a scene node.
 class ORVANE_API DrawingObjectList : public TypedList<DrawingObject>
 {
 public:

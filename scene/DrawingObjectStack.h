@@ -3,7 +3,7 @@
 
 #include "scene/DrawingObjectList.h"
 
-/// A stack of scene nodes, which it does not own. Its top is the head of the list.
+/// A stack of scene nodes. The stack does not own the nodes. Its top is the head of the list.
 class ORVANE_API DrawingObjectStack : public DrawingObjectList
 {
 public:

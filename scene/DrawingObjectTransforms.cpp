@@ -102,7 +102,8 @@ CoordinateTransform DrawingObject::GetInverseAlignmentTransformation(DrawingObje
 }
 
 // Turns the node until the given axis of the node, seen in the world, is parallel to the same axis
-// of the target. When the two axes lie in one line, \p standIn is the axis to turn about.
+// of the target. When the two axes point the same way or in opposite directions, the node turns
+// about \p standIn, which is in the coordinates of the world.
 void DrawingObject::AlignAxis(const DVector& axis, const DVector& standIn,
                               const CoordinateTransform& target, DrawingObject* extra)
 {

@@ -4,8 +4,8 @@
 #include <algorithm>
 
 // owner_ names the node that has this node in its list. The parent pointer cannot be used for that,
-// because programs can set it to any node, even to a deleted node. With owner_, no list need be
-// searched either.
+// because programs can set it to any node, even to a deleted node. Comparing owner_ is also faster
+// than searching the parent's list.
 
 bool DrawingObject::IsSelfOrAncestor(const DrawingObject* node) const
 {
@@ -129,9 +129,9 @@ int DrawingObject::ReplaceChild(DrawingObject* oldChild, DrawingObject* newChild
     return 1;
 }
 
-// Gathers the whole subtree before deleting anything. It does not recurse, because a tree may be
-// deeper than the program's stack allows. The lists are emptied first, so that a deleted node does
-// not search its owner's list for itself.
+// Gathers the whole subtree before it deletes any node. The function does not recurse, because a
+// tree may be deeper than the program's stack allows. It empties the lists and clears owner_ first,
+// so that a deleted node does not search its owner's list for itself.
 int DrawingObject::DestroyChildren()
 {
     if (!HasChildren())

@@ -80,7 +80,8 @@ int DrawingObject::ClearUndoAll()
 void DrawingObject::AttachExternalUndoStack(DrawingObjectStack* stack)
 {
     ChangeExternalUndoStack(stack);
-    // Restoring a saved copy also restores its stack pointer, so the copies change too.
+    // RestoreFromUndo also copies the saved copy's pointer to the stack into this node, so the
+    // saved copies get the new stack, too.
     for (POSITION position = undoStack.GetHeadPosition(); position != nullptr;)
     {
         if (DrawingObject* const copy = undoStack.GetNext(position))
@@ -94,7 +95,7 @@ void DrawingObject::AttachExternalUndoStack(DrawingObjectStack* stack)
     }
 }
 
-// Removes the node from the old stack before the pointer to that stack is overwritten.
+// Removes this node from the old stack, then sets the pointer to the new stack.
 void DrawingObject::ChangeExternalUndoStack(DrawingObjectStack* stack)
 {
     if (stack == GetExternalUndoStack())
@@ -110,7 +111,7 @@ void DrawingObject::ChangeExternalUndoStack(DrawingObjectStack* stack)
     own.externalUndoStack = stack;
 }
 
-// Drops the pointer without searching the stack for this node.
+// Clears the pointer to the stack without removing this node from the stack.
 void DrawingObject::ForgetExternalUndoStack()
 {
     if (GetExternalUndoStack() != nullptr)
@@ -119,8 +120,8 @@ void DrawingObject::ForgetExternalUndoStack()
     }
 }
 
-// A saved copy is never on an external stack. Its pointer is cleared first, so that its destructor
-// does not search the stack.
+// A saved copy is never on an external stack. The copy's pointer to the stack is cleared before the
+// copy is deleted, so that its destructor does not search the stack.
 void DrawingObject::DeleteLastSavedCopy()
 {
     DrawingObject* const copy = undoStack.Pop();
@@ -144,7 +145,8 @@ int DrawingObject::DeleteSavedCopies()
     return 1;
 }
 
-// Removes all the nodes from their stacks in one walk over each stack.
+// Removes all the nodes from their external stacks. Walks over each stack only once, because both
+// the stack and the subtree can be large.
 void DrawingObject::LeaveExternalUndoStacks(const std::vector<DrawingObject*>& nodes)
 {
     std::unordered_set<DrawingObjectStack*> stacks;

@@ -20,7 +20,8 @@ class ProjectionData;
 class ORVANE_API DrawingParameters : public CObject
 {
 public:
-    // The mode bits. Each has a Set, a Clear and a test operation below, which say what it does.
+    // The mode bits. The functions that set, clear and test a bit are below, with a comment on what
+    // the bit does.
     static constexpr DWORD renderBit = 0x0001;
     static constexpr DWORD outlineBit = 0x0002;
     static constexpr DWORD extentsBoxBit = 0x0004;
@@ -52,13 +53,14 @@ public:
     /// Draw outlines. With Render, texts draw both outlines and solids, and meshes draw only
     /// solids.
     ORVANE_FLAG(flags, Outline, IsOutline, outlineBit);
-    /// Draw the extents box of every node that is drawn.
+    /// Draw the extents box of every Editable node that is drawn. A node that is not Editable draws
+    /// it only if ShowExtentsAndHandles and the node's ShowExtentsBox bit are set as well.
     ORVANE_FLAG(flags, ExtentsBox, IsExtentsBox, extentsBoxBit);
     /// Draw a node's own geometry. The walk over a node's children sets this bit for them.
     ORVANE_FLAG(flags, ShowObject, ShouldShowObject, showObjectBit);
     /// Draw a node's children.
     ORVANE_FLAG(flags, ShowChildren, ShouldShowChildren, showChildrenBit);
-    /// Draw the boxes of nodes that have their own ShowExtentsBox or ShowScalingBox bit.
+    /// Draw the boxes that nodes ask for with their own ShowExtentsBox and ShowScalingBox bits.
     ORVANE_FLAG(flags, ShowExtentsAndHandles, ShouldShowExtentsAndHandles,
                 showExtentsAndHandlesBit);
     /// This is a picking pass: children and letters get names, and textures stay off.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The lists of named transforms, of saved cameras and of scene templates. They differ only in their
-// class of elements: NamedTransformList, NamedViewList, SceneTemplateList.
+// The lists of named transforms, of saved cameras and of scene templates. NamedTransformList,
+// NamedViewList and SceneTemplateList differ only in the class of their elements.
 
 #include "scene/NamedTransformList.h"
 #include "scene/NamedViewList.h"

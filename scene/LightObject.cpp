@@ -154,8 +154,8 @@ int LightObject::DrawObject(DrawingParameters* parameters)
     }
     if (overParent)
     {
-        // The light shines from the origin of its own coordinates, not from the place of its
-        // flashlight.
+        // The matrix is restored, because the light is programmed in its own coordinates, not at
+        // the place of its flashlight.
         glPopMatrix();
     }
     if (!IsActive())

@@ -6,8 +6,8 @@
 #include "scene/DrawingObject.h"
 
 /// One OpenGL light as a node of the scene: its colours, number, kind and state. A scene has a
-/// fixed pool of lights and hands them out. The bit InUse means that a light has been handed out,
-/// the bit Active that it is switched on.
+/// fixed pool of lights and hands them out. The bit InUse means that the scene has handed the light
+/// out. The bit Active means that the light is switched on.
 ///
 /// The light is at the origin of its node's coordinates and shines along the negative z axis. The
 /// node's transform moves and turns it. When the drawing parameters have ShowLights set, the light
@@ -35,7 +35,8 @@ public:
 
     NamedColor GetColors() const { return colors; }
     void SetColors(const NamedColor& newColors) { colors = newColors; }
-    /// GL_LIGHT0 + n. A light whose number the rendering context does not have draws nothing.
+    /// OpenGL's number of the light: GL_LIGHT0 + n. If the rendering context has fewer lights, the
+    /// light draws nothing.
     unsigned int GetLightNumber() const { return lightNumber; }
     void SetLightNumber(unsigned int number) { lightNumber = number; }
 
@@ -52,8 +53,8 @@ public:
     void SetSpotExponent(double exponent) { spotExponent = exponent; }
 
     /// Sets the bounds to a fixed box of 0.4 by 0.4 by 0.95 units, which encloses a flashlight
-    /// whose scaled dimensions are 1. Scaled dimensions and children do not count. Always returns
-    /// 1.
+    /// whose scaled dimensions are 1. Scaled dimensions and children do not change the box. Always
+    /// returns 1.
     int CalculateBounds() override;
     /// Sends the light to OpenGL under the current matrix, and draws the flashlight when the
     /// parameters show lights.

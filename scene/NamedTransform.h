@@ -4,7 +4,8 @@
 #include "geometry/CoordinateTransform.h"
 #include "host/CString.h"
 
-/// A transform with a name. Only records of old versions have these.
+/// A transform with a name. Only node records of versions 1 and 2 contain named transforms; loading
+/// drops them.
 ///
 /// Its record is the version, the name and the transform's record.
 class ORVANE_API NamedTransform : public CObject

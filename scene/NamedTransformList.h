@@ -4,14 +4,15 @@
 #include "host/TypedList.h"
 #include "scene/NamedTransform.h"
 
-/// A list of named transforms, which it does not own.
+/// A list of named transforms. The list does not own them.
 class ORVANE_API NamedTransformList : public TypedList<NamedTransform>
 {
 public:
     explicit NamedTransformList(int blockSize = 10);
     ~NamedTransformList() override;
 
-    /// The position of the first transform of that name, case-sensitive; null when there is none.
+    /// The position of the first transform with this name (case-sensitive); null when no transform
+    /// has the name.
     POSITION FindName(const CString& name) const;
 
 protected:

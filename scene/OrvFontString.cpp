@@ -32,14 +32,15 @@ double WithoutMinimum(double extent, double minimum)
     return left;
 }
 
-/// The old extent divided by the new one; 1 when one of them is 0.
+/// The old extent divided by the new extent; 1 when either extent is 0.
 double Ratio(double oldExtent, double newExtent)
 {
     return oldExtent == 0 || newExtent == 0 ? 1.0 : oldExtent / newExtent;
 }
 
-/// The full name of the installed face that the platform chooses for a description. The description
-/// comes from a file and may hold anything.
+/// The full name of the installed face that the platform chooses for a description, or \p otherwise
+/// if the platform gives no metrics for it. The description comes from a file and may hold any
+/// bytes.
 CString InstalledFaceName(LOGFONTA description, const CString& otherwise)
 {
     description.lfHeight = 20;
@@ -58,8 +59,8 @@ CString InstalledFaceName(LOGFONTA description, const CString& otherwise)
     return CString(reinterpret_cast<const char*>(record) + offset);
 }
 
-/// The registered font of this name, or the first font of the registry if there is none of the
-/// name, or null if the registry is empty.
+/// The registered font with this name. If no registered font has the name, the first font of the
+/// registry; null if the registry is empty.
 OrvFont* RegisteredFont(const CString& name)
 {
     const OrvFontList& fonts = *GetFontList();

@@ -41,8 +41,8 @@ public:
 
     /// Programs call this after they have changed the characters. It scales the text to the width
     /// and height that the text had when it was last measured. Without ScaleBevels it also
-    /// multiplies the allowable bevel depth by the smaller of the two factors and stores the
-    /// product as the bevel depth. Always returns 1.
+    /// multiplies the allowable bevel depth by the smaller of the horizontal and the vertical
+    /// factor, and stores the product as the bevel depth. Always returns 1.
     int ScaleToFitOldDimensions();
 
     int RestoreFromUndo() override;

@@ -46,7 +46,7 @@ public:
     float GetBevelDepth() const { return bevelDepth; }
     void SetBevelDepth(float depth) { bevelDepth = depth; }
 
-    /// Where the bevels are: a number of orvane::BevelSides. The tests return 1 or 0.
+    /// Where the bevels are: the value of an orvane::BevelSides. The tests return 1 or 0.
     int GetBevelLocation() const { return bevelLocation; }
     void SetBevelLocation(int location) { bevelLocation = location; }
     int IsFrontFaceOnly() const
@@ -59,7 +59,7 @@ public:
     }
     int IsBothFaces() const { return bevelLocation == static_cast<int>(orvane::BevelSides::Both); }
 
-    /// How the edges look: a number of orvane::EdgeStyle. The tests return 1 or 0.
+    /// How the edges look: the value of an orvane::EdgeStyle. The tests return 1 or 0.
     int GetBevelStyle() const { return bevelStyle; }
     void SetBevelStyle(int style) { bevelStyle = style; }
     int ShouldSquareEdges() const
@@ -75,7 +75,7 @@ public:
         return bevelStyle == static_cast<int>(orvane::EdgeStyle::Round);
     }
 
-    /// How lines are aligned: a number of orvane::Alignment. The tests return 1 or 0.
+    /// How lines are aligned: the value of an orvane::Alignment. The tests return 1 or 0.
     int GetJustification() const { return justification; }
     void SetJustification(int side) { justification = side; }
     int ShouldLeftJustify() const
@@ -124,10 +124,10 @@ public:
     /// Half of the smallest of the three scale factors, as CalculateMaximumBevelDepth last computed
     /// it.
     float GetMaximumBevelDepth() const { return maximumBevelDepth; }
-    /// Returns 1.
+    /// Always returns 1.
     int CalculateMaximumBevelDepth();
-    /// The bevel depth, but at most the depth of the text, or half of that depth when both sides
-    /// are bevelled. 0 for square edges.
+    /// The width of the bevels that are drawn: the bevel depth, but at most the depth of the text,
+    /// or half the depth of the text when both sides are bevelled. 0 for square edges.
     float GetAllowableBevelDepth() const;
 
     /// The parameters with which this text is extruded when it is drawn.

@@ -3,8 +3,8 @@
 
 #include "host/CObList.h"
 
-/// A doubly linked list of untyped pointers, which it does not own. Each list node is allocated and
-/// freed separately. A position is the address of a list node.
+/// A doubly linked list of untyped pointers. The list does not own the objects that they point to.
+/// Each list node is allocated and freed separately. A position is the address of a list node.
 ///
 /// Assignment copies only head, tail and count. Both lists then share the same nodes, and the nodes
 /// that the assigned list had before are leaked. Only one of the two lists may free the shared
@@ -22,9 +22,10 @@ public:
     int GetCount() const { return count; }
     int IsEmpty() const { return count == 0; }
 
-    // The list must not be empty, and a position must be one of this list. Each operation has three
-    // forms. They return a reference to the element, a copy of the element (if the list is const),
-    // or the address of the element in its node.
+    // GetHead, GetTail, RemoveHead and RemoveTail need a list that is not empty. Every position
+    // must belong to this list. Functions that read elements have three forms: they return a
+    // reference to the element, the element itself (if the list is const), or the address of the
+    // element in its list node.
     void*& GetHead() { return head->data; }
     void* GetHead() const { return head->data; }
     void** GetHeadElement() { return &head->data; }
@@ -71,9 +72,10 @@ public:
     /// The first position that holds the element. The search begins behind \p startAfter, or at the
     /// head if \p startAfter is null. Returns null when the element is not found.
     POSITION Find(const void* element, POSITION startAfter = nullptr) const;
-    /// Null for an index that is not below the count. The index must not be negative.
+    /// The position at an index from 0; null if the index is not less than the count. The index
+    /// must not be negative.
     POSITION FindIndex(int index) const;
-    /// The index of the first node that holds the element; -1 when no node does.
+    /// The index of the first node that holds the element; -1 when no node holds it.
     int WhichIndex(const void* element) const;
 
     struct Node
@@ -88,10 +90,10 @@ public:
     int count = 0;
 
 protected:
-    /// Allocates a node with these links and counts it. The caller sets its data and links the
-    /// neighbours to it.
+    /// Allocates a node with these links and adds 1 to the count. The caller sets the node's data
+    /// and makes the neighbours point to the node.
     Node* NewNode(Node* prev, Node* next);
-    /// Links the neighbours to each other, frees the node and decreases the count.
+    /// Links the neighbours to each other, frees the node and subtracts 1 from the count.
     void FreeNode(Node* node);
 
 private:

@@ -67,10 +67,10 @@ struct Image
     }
 };
 
-/// Returns where the first tile begins on one axis, in pixels from the edge of the part of the
-/// picture that is drawn: 0 or less. \p offset is the position of that edge in the picture, \p
-/// anchor is the position of any one tile border in the picture, and \p tile is the size of a tile;
-/// all are in pixels.
+/// Returns where the first tile begins on one axis, in pixels from the left or upper edge of the
+/// part of the picture that is drawn: 0 or less. \p offset is the position of that edge in the
+/// picture, \p anchor is the position of any one tile border in the picture, and \p tile is the
+/// size of a tile; all are in pixels.
 int FirstTile(double offset, int anchor, int tile)
 {
     const double index = std::floor((offset - anchor) / tile);
@@ -205,7 +205,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
             }
         }
     }
-    else  // Center, and every other number
+    else  // BackgroundPlacement::Center and every unknown number
     {
         // These are coordinates of the whole picture, not of the band that is drawn, so that a band
         // beside a small image is cleared too.

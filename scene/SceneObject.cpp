@@ -332,8 +332,8 @@ int SceneObject::DrawObject(DrawingParameters* parameters)
     {
         DrawLights(parameters);
     }
-    // A light also fails when OpenGL's matrix stack is full. That does not stop the scene, so the
-    // result of DrawLights is ignored.
+    // The result of DrawLights is ignored: a light also fails when OpenGL's matrix stack is full,
+    // and that does not stop the drawing of the scene.
     return ShouldTerminateDrawing(parameters) ? 0 : 1;
 }
 

@@ -60,7 +60,7 @@ public:
     LightObject* GetLightByIndex(int index) const;
     LightObject* GetLightByPosition(POSITION position) const;
     int GetMaximumLightCount() const { return maximumLightCount; }
-    /// Takes effect at the next CreateLights.
+    /// The new maximum takes effect at the next CreateLights.
     void SetMaximumLightCount(int count) { maximumLightCount = count; }
     /// Replaces the pool by new directional lights, one every 45 degrees around the y axis and
     /// tilted down by 30 degrees. The second and the last light are in use. A negative maximum
@@ -76,14 +76,16 @@ public:
     /// LightObject::Reset. Returns 0 when the light is not in the pool.
     int RemoveLight(LightObject* light);
     /// Sets OpenGL's light model and draws every light. A picking pass leaves out directional
-    /// lights and names the others; their names follow those of the children and of the four sizing
+    /// lights and gives every other light a name: the light at index i of the pool has the name
+    /// GetChildCount() + 4 + i, because the smaller names belong to the children and to four sizing
     /// handles. Returns 0 when the drawing is stopped.
     int DrawLights(DrawingParameters* parameters);
     /// Draws only the flashlights of the lights in use, each at this distance along the light's z
-    /// axis. In a picking pass with ShowLights each light has its index in the pool as its name.
+    /// axis. With ShowSelectedOnly, leaves out lights that are not selected. In a picking pass with
+    /// ShowLights, the name of each light is its index in the pool.
     int DrawLightsAtRadius(DrawingParameters* parameters, float radius);
     /// Replaces the pool by stored lights. Raises badClass, without changing the pool, for an
-    /// object that is no light or whose light number is below GL_LIGHT0.
+    /// object that is not a light and for a light whose number is below GL_LIGHT0.
     void DeserializeLights(CArchive& archive);
 
     // Saved cameras. These functions return 0 when no camera has the name or the index.
@@ -118,11 +120,13 @@ public:
     /// Draws the background texture: from its file if the current device context has more than 8
     /// colour bits, otherwise dithered to the palette.
     int DrawBackgroundTexture(DrawingParameters* parameters);
-    /// Also returns 0 when the texture's mutex cannot be taken or its file cannot be opened.
+    /// Draws the background texture from its file. Also returns 0 when the texture's mutex cannot
+    /// be taken or its file cannot be opened.
     int DrawFileBackgroundTexture(DrawingParameters* parameters);
-    /// Draws a bitmap, placed as the texture's placement says. Returns 1 without drawing when
-    /// ShowBackgroundTexture is not set, the texture is not Valid, no device context is current,
-    /// the parameters have no projection, or the bitmap is missing or has an unknown format.
+    /// Draws a bitmap, placed as the background texture's placement says. Returns 1 without drawing
+    /// when ShowBackgroundTexture is not set, the texture is not Valid, no device context is
+    /// current, the parameters have no projection, or the bitmap is missing or has an unknown
+    /// format.
     int DrawBackgroundTexture(DrawingParameters* parameters, const BITMAPINFO* bitmapInfo,
                               const void* bits);
 

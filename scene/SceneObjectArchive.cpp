@@ -60,8 +60,8 @@ void SceneObject::ReadColorsAndFlags(CArchive& archive)
 {
     backgroundColor.Serialize(archive);
     archive >> sceneFlags;
-    // A record that was stored as a selection has this bit set. The next record of the scene must
-    // be complete.
+    // A record that SelectionSerialize stored has this bit set. The bit is cleared here so that the
+    // next record that this scene stores is complete.
     ClearSerializingSelection();
     globalAmbientColor.Serialize(archive);
 }

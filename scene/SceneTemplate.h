@@ -6,9 +6,9 @@
 
 class MemoryMappedDIB;
 
-/// A scene file that is offered to users as a starting point: its path, a display name, which is
-/// also the sort key, and perhaps a preview picture. Save stores a template in the application's
-/// profile.
+/// A scene file that is offered to users as a starting point: the path of the file, a display name
+/// by which templates are sorted, and an optional preview picture. Save stores a template in the
+/// application's profile.
 ///
 /// A stored record has version 2, but loading accepts only version 1, so a template cannot be
 /// loaded from an archive that it was stored in. Required; see ItsOwnRecordCannotBeReadBack.

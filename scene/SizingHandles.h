@@ -5,7 +5,8 @@
 
 class DrawingObject;
 
-/// The coordinates in which sizing handles are given: those of the node's parent or the node's own.
+/// The coordinates in which sizing handles are given: those of the node's parent (Global) or the
+/// node's own (Local).
 enum class HandleSpace
 {
     Global,
@@ -13,9 +14,9 @@ enum class HandleSpace
 };
 
 /// The centres of a node's eight sizing handles in one coordinate system. A program uses the object
-/// like an array of eight DVectors. The vectors themselves are in the node's Details. Access
-/// through a constant node allocates nothing; access that could change a vector allocates the
-/// Details if the node has none.
+/// like an array of eight DVectors. The vectors themselves are in the node's Details. Read-only
+/// access through a constant node allocates nothing. Access that could change a vector allocates
+/// the Details of a node without Details.
 template <HandleSpace space>
 class SizingHandles
 {

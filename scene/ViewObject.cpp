@@ -16,7 +16,7 @@ IMPLEMENT_SERIAL(ViewObject, DrawingObject, VERSIONABLE_SCHEMA | 5)
 namespace
 {
 
-// The mode bits that a view adds to its own modes when the caller has set none.
+// The mode bits that a view adds to its own modes when the parameters have no mode bits.
 constexpr DWORD defaultFlags =
     DrawingParameters::showObjectBit | DrawingParameters::showChildrenBit |
     DrawingParameters::showExtentsAndHandlesBit | DrawingParameters::applyProjectionBit |
@@ -145,8 +145,8 @@ int ViewObject::ZoomPerspectiveExtents()
     {
         return 0;
     }
-    // The pyramid of view must contain every corner. Its four sides are moved outward until each
-    // touches the outermost corner.
+    // The pyramid of view must contain every corner of the box. Each of its four sides is moved
+    // outward until it touches the outermost corner on that side.
     const double front = GetBoundsGlobalMaximum().z;
     double left = 10000000;
     double right = -10000000;
@@ -220,8 +220,8 @@ int ViewObject::Draw(DrawingParameters* parameters)
     }
     if (!scene->ShouldRotateLightsWithScene())
     {
-        // OpenGL's matrix does not yet contain the view's transform, so the lights keep their place
-        // relative to the camera.
+        // At this point OpenGL's matrix does not contain the view's transform, so the lights keep
+        // their place relative to the camera.
         scene->DrawLights(parameters);
     }
     const int result = parameters->ShouldClearAndReturn() ? DrawObject(parameters)

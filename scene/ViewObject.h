@@ -9,12 +9,12 @@
 class NamedViewList;
 class SceneObject;
 
-/// The camera: a node that has a lens. The node's transform is the viewing transform. It shows one
-/// scene, which is borrowed and drawn as the view's only child. A new camera stands five units in
-/// front of the origin and looks along the negative z axis.
+/// The camera: a node that has a lens. The node's transform is the viewing transform. The camera
+/// shows one scene, which is borrowed and drawn as the camera's only child. A new camera stands
+/// five units in front of the origin and looks along the negative z axis.
 ///
-/// After a program has set the size of the picture for the first time, it must call SetViewSize.
-/// Until then only a part of 1 by 1 pixel of the picture is drawn.
+/// After a program has set the size of the picture for the first time, the program must call
+/// SetViewSize. Until then the view draws only 1 by 1 pixel of the picture.
 class ORVANE_API ViewObject : public DrawingObject
 {
     DECLARE_SERIAL(ViewObject)
@@ -84,7 +84,7 @@ public:
     void SetDrawingModeIndex(int index);
     void SetShowLightsMode() { showLightsMode = DrawingParameters::showLightsBit; }
     void ClearShowLightsMode() { showLightsMode = 0; }
-    /// These two tests return 1 or 0.
+    /// ShouldShowLightsMode and ShouldShowTextures return 1 or 0.
     int ShouldShowLightsMode() const { return showLightsMode == DrawingParameters::showLightsBit; }
     void SetShowTextures() { showTextures = DrawingParameters::showTexturesBit; }
     void ClearShowTextures() { showTextures = 0; }
@@ -125,8 +125,8 @@ public:
     int DrawObject(DrawingParameters* parameters) override;
 
     int SaveToUndo() override;
-    /// Calls CopyFromUndo with the copy saved last. The parent pointer does not change. Unlike in
-    /// other nodes, viewStateBits are restored too.
+    /// Calls CopyFromUndo with the copy saved last. The parent pointer does not change. Unlike
+    /// other nodes, a view also restores viewStateBits.
     int RestoreFromUndo() override;
     /// Copies the node's part, the drawing modes and the lens length. The angle of view is
     /// recomputed from the lens length; the rest of the lens and the sizes are not copied.
