@@ -70,8 +70,8 @@ void BoundingElement::CalculateBounds(const CoordinateTransform& transform)
     localBoundingBox[7].SetVector(M.x, m.y, M.z);
     transform.TransformVectors(localBoundingBox, globalBoundingBox, 8);
 
-    // A box that lies wholly beyond ten million units keeps one of these starting values. Required;
-    // see GlobalExtremesStartAtTenMillion.
+    // A box that lies wholly beyond ten million units from the origin on an axis keeps one of these
+    // starting values. Required; see GlobalExtremesStartAtTenMillion.
     globalMinimum.SetVector(1e7f, 1e7f, 1e7f);
     globalMaximum.SetVector(-1e7f, -1e7f, -1e7f);
     for (const Vector& corner : globalBoundingBox)

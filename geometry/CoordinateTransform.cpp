@@ -20,7 +20,7 @@ constexpr double identity[16] = {1.0, 0.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0,
 
 CoordinateTransform::Settings::Settings() : scale(1.0, 1.0, 1.0)
 {
-    // Every matrix is the identity, and so is the composite.
+    // The product of identity matrices is the identity, so the composite needs no Regenerate.
     for (double* const matrix : {compositeMatrix, externalMatrix, rotationMatrix})
     {
         LoadIdentity(matrix);
@@ -39,7 +39,8 @@ void CoordinateTransform::Settings::Regenerate()
 
 bool CoordinateTransform::Settings::AreInitial() const
 {
-    // Bits decide, because a record with a negative zero must be stored with it again.
+    // The bits are compared, because a negative zero that was loaded must be stored as a negative
+    // zero again.
     const auto isSame = [](double a, double b) {
         return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
     };
@@ -262,8 +263,8 @@ void CoordinateTransform::ComposeRotationMatrix(double degrees, const DVector& a
     const double radians = degrees * 3.141592654 * (1.0 / 180.0);
     const double s = std::sin(radians);
     const double c = std::cos(radians);
-    // Normalizing does not change an axis of length 0. The matrix then has the cosine on its
-    // diagonal and 0 beside it.
+    // Normalizing does not change an axis of length 0. The upper 3 x 3 elements are then the cosine
+    // on the diagonal and 0 elsewhere.
     DVector unit = axis;
     unit.Normalize();
     const double x = unit.x;
@@ -448,7 +449,8 @@ void CoordinateTransform::Serialize(CArchive& archive)
         return;
     }
     WriteRecordVersion(archive, RUNTIME_CLASS(CoordinateTransform));
-    // One operation reads and writes the settings, so a constant transform stores a copy.
+    // Settings::Serialize reads and writes, so it cannot be called for the constant settings; it
+    // writes a copy of them.
     Settings(CurrentSettings()).Serialize(archive);
 }
 

@@ -12,15 +12,15 @@
 /// element 4 * c + r is row r of column c, and elements 12, 13, 14 hold the translation. Angles are
 /// degrees, right-handed about the axis. An axis need not have unit length.
 ///
-/// The composite matrix, the product of all settings, is stored. Most operations rebuild it from
-/// the settings, and their comments say so. Scale and Translate change it directly instead; a later
-/// rebuild can give another matrix.
+/// The composite matrix is the product of all settings and is stored, too. Functions whose comments
+/// say so rebuild the composite from the settings. Scale and Translate change it directly instead;
+/// a later rebuild can give another matrix.
 ///
-/// Most transforms are never changed. The meshes of an imported file, for example, stay where the
-/// file puts them. The settings, 448 bytes, are therefore allocated only by the first change, or by
-/// the first call that returns a pointer through which a matrix can be changed. Transforms without
-/// settings of their own answer questions from one shared set of initial values. Loading a record
-/// of initial values allocates nothing.
+/// Most transforms never change. The meshes of an imported file, for example, stay where the file
+/// puts them. The settings take 448 bytes. They are therefore allocated only by the first change,
+/// or by the first call that returns a pointer through which a matrix can be changed. Transforms
+/// without settings of their own answer questions from one shared set of initial values. Loading a
+/// record of initial values allocates nothing.
 ///
 /// Its record is the version, the composite, external and rotation matrices, scale and translation.
 class ORVANE_API CoordinateTransform : public CObject
@@ -45,32 +45,34 @@ public:
     DVector GetScale() const { return CurrentSettings().scale; }
     DVector GetTranslation() const { return CurrentSettings().translation; }
 
-    /// Sets scale 1 and no translation, and calls ResetRotation.
+    /// Makes every matrix the identity, the scale 1 and the translation 0.
     void Reset();
-    /// Removes the rotation and the external matrix, and rebuilds the composite.
+    /// Makes the rotation and the external matrix the identity, and rebuilds the composite.
     void ResetRotation();
-    /// Composite and rotation become the identity. Nothing else changes, and nothing is rebuilt.
+    /// Makes the composite and the rotation the identity. Nothing else changes, and nothing is
+    /// rebuilt.
     void LoadIdentity();
     static void LoadIdentity(double* matrix);
     /// Replaces the composite and nothing else.
     void LoadComposite(const double* matrix);
 
-    // Each of these replaces a setting and rebuilds the composite.
+    // Each of these functions replaces a setting and rebuilds the composite.
     void SetScale(const DVector& newScale);
     void SetTranslation(const DVector& newTranslation);
     void SetRotation(double degrees, const DVector& axis);
     void SetRotationMatrix(const double* matrix);
     void SetRotationMatrix(const float* matrix);
-    /// Sets the rotation that turns a onto the x axis, b onto the y axis and c onto the z axis. The
-    /// three vectors are perpendicular and right-handed, and may have any length but 0.
+    /// Sets the rotation that turns \p a onto the x axis, \p b onto the y axis and \p c onto the z
+    /// axis. The three vectors must be perpendicular to each other and right-handed, and may have
+    /// any length except 0.
     void SetAlignmentRotation(const DVector& a, const DVector& b, const DVector& c);
 
-    /// Adds a rotation that is applied after the present one, and rebuilds the composite.
+    /// Adds a rotation that is applied after the present rotation, and rebuilds the composite.
     void Rotate(double degrees, const DVector& axis);
 
-    // These two change a setting and the composite directly: the composite gets a further scale,
-    // which is applied before everything else in it, or a further translation, which is applied
-    // after everything else.
+    // Scale and Translate change a setting and, without a rebuild, the composite. Scale adds a
+    // scale that is applied before everything else in the composite. Translate adds a translation
+    // that is applied after everything else in the composite.
     void Scale(const DVector& factors);
     void Translate(const DVector& offset);
 
@@ -91,7 +93,7 @@ public:
 
     // Operations on \p count points. The results replace the points or go to a second array; \p in
     // and \p out may be the same array. Everything is computed in double; the results for Vectors
-    // are rounded to float. M is the composite matrix.
+    // are rounded to float. In the comments, M is the composite matrix.
 
     /// M times the point.
     void TransformVectors(const Vector* in, Vector* out, int count) const;
@@ -144,7 +146,7 @@ private:
         bool AreInitial() const;
 
         double compositeMatrix[16];  ///< external * translation * rotation * scale
-        double externalMatrix[16];   ///< applied outside the node's own settings
+        double externalMatrix[16];   ///< applied last, after the translation
         double rotationMatrix[16];
         DVector scale;
         DVector translation;
@@ -154,7 +156,7 @@ private:
     const Settings& CurrentSettings() const;
     Settings& EnsureSettings();
 
-    // The result may be written over one of the operands.
+    // The product may replace one of the operands.
     static void MultiplyMatricies(const double* a, const double* b, double* product);
     static void MultiplyMatricies(double* a, const double* b) { MultiplyMatricies(a, b, a); }
     static void ComposeInverseRotationMatrix(const double* in, double* out);
@@ -165,5 +167,5 @@ private:
     static void ComposeScalingMatrix(const DVector& factors, double* matrix);
     static void ComposeTranslationMatrix(const DVector& offset, double* matrix);
 
-    std::unique_ptr<Settings> settings_;  // null for a transform that was never changed
+    std::unique_ptr<Settings> settings_;  // null until the first change
 };

@@ -80,7 +80,8 @@ public:
     double Length() const { return std::sqrt(x * x + y * y + z * z); }
     double DistanceTo(const DVector& other) const { return (other - *this).Length(); }
 
-    /// A vector of length 0 does not change, and the result is 0; otherwise the result is 1.
+    /// Divides by the length. A vector of length 0 does not change, and the result is 0; otherwise
+    /// the result is 1.
     int Normalize()
     {
         const double length = Length();
@@ -96,9 +97,9 @@ public:
     /// not-a-number.
     DVector CopyNormalize() const { return *this / Length(); }
 
-    /// Normalizes this vector and then the other one, and returns the cosine of the angle between
-    /// them. Returns 0 if either vector has length 0; if it is this vector, the other one is not
-    /// normalized. Otherwise both operands change, which is required.
+    /// Normalizes this vector, then the other vector, and returns the cosine of the angle between
+    /// them. Returns 0 if either vector has length 0. If this vector has length 0, the other vector
+    /// does not change. Changing both vectors is required; see NormalizeAndDotChangesBothOperands.
     double NormalizeAndDot(DVector& other)
     {
         return Normalize() != 0 && other.Normalize() != 0 ? Dot(other) : 0.0;

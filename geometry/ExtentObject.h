@@ -9,8 +9,8 @@
 /// and the number of whole pixels that the page covers. A new page is 3 by 3 inches at 100 pixels
 /// per inch.
 ///
-/// If the units have another number than 0, 1 or 2, the pixels do not change and conversions are
-/// refused.
+/// A program or a damaged record can set units that are not 0, 1 or 2. The pixels then do not
+/// change, and conversions are refused.
 ///
 /// Its record is the version, extents, resolution, pixels and units; loading does not recompute the
 /// pixels.
@@ -43,15 +43,15 @@ public:
     /// returns 1.
     int CalculatePixelExtents();
 
-    // These convert the extents to other units and recompute the pixels. They return 1, or 0
-    // without a change when pixels are converted to a length, or anything to pixels, while the
-    // resolution is 0.
+    // These functions convert the extents to other units and recompute the pixels. They refuse to
+    // convert from or to pixels while a component of the resolution is 0. If the extents are in
+    // these units already, nothing changes, not even pixels that do not match the extents.
     int ConvertUnitsToInches();
     int ConvertUnitsToCentimeters();
     int ConvertUnitsToPixels();
 
-    // The extents in other units; the object does not change. (0, 0) when the conversion is
-    // refused.
+    // The extents in other units. The object does not change. The result is (0, 0) when the
+    // conversion is refused.
     Vector2D GetExtentsInInches() const;
     Vector2D GetExtentsInCentimeters() const;
 

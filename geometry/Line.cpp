@@ -24,8 +24,8 @@ bool IsNear(float t, float end)
     return std::fabs(end - t) < tolerance;
 }
 
-/// Sets t to 0 or 1 if it is within 1e-5 of that number. Returns atEnd1, atEnd2 or inside; 0 when t
-/// is outside the segment.
+/// Rounds *t to 0 or 1 if the difference is less than 1e-5. Returns atEnd1, atEnd2 or inside; 0
+/// when *t is outside the segment.
 int Locate(float* t)
 {
     if (IsNear(*t, 0.0f))

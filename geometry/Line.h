@@ -34,8 +34,8 @@ public:
     /// Computes where two segments cross. Returns 0 when they do not cross, 256 when they are
     /// parallel, and otherwise the sum of two numbers: 4 at end 1 of this line, 8 at its end 2 or 2
     /// between them, plus 32 at end 1 of the other line, 64 at its end 2 or 16 between them. A
-    /// crossing whose t is within 1e-5 of an end counts as at that end; \p t is then exactly 0 or
-    /// 1.
+    /// crossing whose place differs from that of an end by less than 1e-5 counts as a crossing at
+    /// that end; \p t is then exactly 0 or 1.
     int DoLinesIntersect(const Line& other, Vector* point, float* t) const;
 
     /// Whether the point lies on the segment. Returns 132 for a point at end 1, 136 at end 2 and
@@ -49,7 +49,7 @@ protected:
     Vector direction;
     Vector end1;
     Vector end2;
-    LONG unused = 0;  ///< not used; copied with the line
+    LONG unused = 0;  ///< the library only copies this field
     Vector normal;
 
 private:

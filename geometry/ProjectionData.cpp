@@ -13,7 +13,7 @@ IMPLEMENT_SERIAL(ProjectionData, CObject, VERSIONABLE_SCHEMA | 4)
 namespace
 {
 
-constexpr double halfFrame = 17.5;  // millimetres: half the width of a frame of 35 mm film
+constexpr double halfFrame = 17.5;  // millimetres: half the width of 35 mm film
 
 /// The tangent of half an angle given in degrees.
 double HalfAngleTangent(double degrees)

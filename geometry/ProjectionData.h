@@ -9,14 +9,14 @@
 ///
 /// The field of view is vertical, in degrees. The lens length is the focal length of a lens for 35
 /// mm film with the same field of view: tan(angle / 2) = 17.5 mm / focal length. Sizes and offsets
-/// are in pixels; the vertical offset counts downward from the top. Fields whose names end in Near
-/// are in world units at the near plane. A negative width or height means that the picture has no
-/// size yet.
+/// are in pixels; the vertical offset counts downward from the top. Fields whose names end in Near,
+/// and viewLeft, viewRight, viewTop and viewBottom, are in world units at the near plane. A
+/// negative width or height means that the picture has no size yet.
 ///
-/// Setters recompute the fields that depend on the new value, with CalculateProjectionData for the
-/// whole picture and CalculateViewProjectionData for the sub-window. The first function changes
-/// nothing while the picture has no size, and the second changes nothing while width or height is
-/// 0.
+/// Setters recompute the fields that depend on the new value: CalculateProjectionData recomputes
+/// those of the whole picture, CalculateViewProjectionData those of the sub-window.
+/// CalculateProjectionData changes nothing while the picture has no size.
+/// CalculateViewProjectionData changes nothing while width or height is 0.
 class ORVANE_API ProjectionData : public CObject
 {
     DECLARE_SERIAL(ProjectionData)
@@ -68,18 +68,18 @@ public:
     void SetFieldOfViewAngle(double degrees);
     void SetLensLength(double millimetres);
 
-    /// Set one extent of the orthographic volume, in world units, and compute the other extent from
-    /// the aspect.
+    // These functions set one extent of the orthographic volume, in world units, and compute the
+    // other extent from the aspect.
     void SetOrthographicHeight(double newHeight);
     void SetOrthographicWidth(double newWidth);
 
-    /// The scaled size becomes the unscaled size times these factors.
+    /// The scaled size (width and height) becomes the unscaled size times these factors.
     void SetScale(double newScaleX, double newScaleY);
     void SetUnscaledSize(double newWidth, double newHeight);
     /// Also sets the unscaled size on each axis whose factor is not 0.
     void SetScaledSize(double newWidth, double newHeight);
 
-    /// Set the sub-window and recompute only its volume.
+    // These functions set the sub-window and recompute only its volume.
     void SetViewOffset(double x, double y);
     void SetViewSize(double newWidth, double newHeight);
 
@@ -89,13 +89,14 @@ public:
 
     /// Sets the new size of a window, so that the window shows the same part of the scene as the
     /// reference. A window that is narrower than the reference gets a wider vertical angle, so that
-    /// it shows the same width; a wider window keeps the vertical angle. The first size only sets
-    /// the size and the reference height; the sub-window is not recomputed. Sizes that are not
-    /// positive are ignored.
+    /// it shows the same width; a wider window keeps the vertical angle. While the picture has no
+    /// size or the height 0, the call only sets the size and the reference height and recomputes
+    /// the volume of the whole picture, but not of the sub-window. Sizes that are not positive are
+    /// ignored.
     void ResizeAndMaintainView(double newWidth, double newHeight);
 
-    /// Copies the lens of a saved view: the angle, the orthographic extents, and whether it is
-    /// orthographic. The size of the window does not change. Always returns 1.
+    /// Copies the lens of a saved view: the angle, the orthographic extents, and whether the lens
+    /// is orthographic. The size of the picture does not change. Always returns 1.
     int CopyFromSaved(const ProjectionData& saved);
 
     void CalculateFieldOfViewAngle();  ///< from the lens length

@@ -4,7 +4,7 @@
 #include "geometry/Vector.h"
 #include "platform/Types.h"
 
-/// A bounding sphere that can grow to enclose another one. A new sphere is undefined, with all
+/// A bounding sphere that can grow to enclose another sphere. A new sphere is undefined, with all
 /// numbers 0, until a setter is called.
 ///
 /// Its record is the version, centre, diameter, flags and radius.
@@ -28,13 +28,13 @@ public:
     /// Also sets centre, diameter and radius to 0.
     void ClearDefined();
 
-    /// Makes the line from a to b a diameter of the sphere. The sphere becomes undefined when its
-    /// radius is not greater than 1e-5.
+    /// Makes the line from \p a to \p b a diameter of the sphere. The sphere becomes undefined when
+    /// its radius is not greater than 1e-5.
     void CalculateSphere(const Vector& a, const Vector& b);
 
-    /// Grows to the smallest sphere that contains both spheres. An undefined sphere becomes a copy
-    /// of the other sphere, defined or not. If only the other sphere is undefined, it counts as a
-    /// point at its centre.
+    /// Grows to the smallest sphere that contains both spheres. If this sphere is undefined, it
+    /// becomes a copy of the other sphere, even if that sphere is undefined, too. If only the other
+    /// sphere is undefined, that sphere counts as a point at its centre.
     Sphere& operator+=(const Sphere& other);
     Sphere operator+(const Sphere& other) const { return Sphere(*this) += other; }
 

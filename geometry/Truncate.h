@@ -5,9 +5,9 @@
 
 #include <algorithm>
 
-/// A position or size in pixels without its fraction. Results are limited to plus or minus 2 to the
-/// 29th, far beyond any picture, so that the sum or difference of two results fits an int.
-/// Not-a-number gives 0.
+/// Truncates a position or size in pixels toward zero. Results are limited to plus or minus 2 to
+/// the power of 29, far beyond any picture, so that the sum or difference of two results fits into
+/// an int. Not-a-number gives 0.
 inline int WholePixels(double pixels)
 {
     constexpr double limit = 1 << 29;

@@ -34,13 +34,13 @@ public:
         SetVector(newX, newY, newZ);
     }
 
-    /// Leaves z.
+    /// Sets x and y. The z component does not change.
     Vector& operator=(const Vector2D& vector)
     {
         SetVector(vector.x, vector.y, z);
         return *this;
     }
-    /// Leaves z.
+    /// Sets x and y. The z component does not change.
     Vector& operator=(const Point2D& point)
     {
         SetVector(point.x, point.y, z);
@@ -54,7 +54,7 @@ public:
     Vector& operator-=(const Vector2D& other) { return *this = *this - other; }
     Vector& operator-=(const Point2D& other) { return *this = *this - other; }
     Vector& operator*=(float factor) { return *this = *this * factor; }
-    /// By component, unlike operator*.
+    /// Multiplies component by component, unlike operator*, which is the cross product.
     Vector& operator*=(const Vector& other)
     {
         SetVector(x * other.x, y * other.y, z * other.z);
@@ -78,7 +78,7 @@ public:
     Vector operator-() const { return Vector(-x, -y, -z); }
     Vector operator*(float factor) const { return Vector(x * factor, y * factor, z * factor); }
     Vector operator/(float divisor) const { return Vector(x / divisor, y / divisor, z / divisor); }
-    /// By component.
+    /// Divides component by component.
     Vector operator/(const Vector& other) const
     {
         return Vector(x / other.x, y / other.y, z / other.z);
@@ -115,9 +115,9 @@ public:
     /// length 0 gives infinities or not-a-number.
     Vector CopyNormalize() const { return *this / Length(); }
 
-    /// Normalizes this vector and then the other one, and returns the cosine of the angle between
-    /// them. Returns 0 if either vector has length 0; if it is this vector, the other one is not
-    /// normalized. Otherwise both operands change, which is required.
+    /// Normalizes this vector, then the other vector, and returns the cosine of the angle between
+    /// them. Returns 0 if either vector has length 0. If this vector has length 0, the other vector
+    /// does not change. Changing both vectors is required; see NormalizeAndDotChangesBothOperands.
     float NormalizeAndDot(Vector& other)
     {
         return Normalize() != 0 && other.Normalize() != 0 ? Dot(other) : 0.0f;

@@ -70,9 +70,9 @@ public:
     /// length 0 gives infinities or not-a-number.
     Vector2D CopyNormalize() const { return *this / Length(); }
 
-    /// Normalizes this vector and then the other one, and returns the cosine of the angle between
-    /// them. Returns 0 if either vector has length 0; if it is this vector, the other one is not
-    /// normalized. Otherwise both operands change, which is required.
+    /// Normalizes this vector, then the other vector, and returns the cosine of the angle between
+    /// them. Returns 0 if either vector has length 0. If this vector has length 0, the other vector
+    /// does not change. Changing both vectors is required; see NormalizeAndDotChangesBothOperands.
     float NormalizeAndDot(Vector2D& other)
     {
         return Normalize() != 0 && other.Normalize() != 0 ? Dot(other) : 0.0f;
