@@ -76,7 +76,7 @@ CArchive::~CArchive()
         }
         catch (...)
         {
-            // A destructor cannot report an error. Close does.
+            // A destructor cannot report an error. Programs that need the error call Close.
         }
     }
 }
@@ -332,8 +332,8 @@ CArchive& CArchive::operator>>(CString& text)
             *this >> length;
         }
     }
-    // Read in chunks, so that a wrong length in the input cannot take more memory than the input
-    // has bytes.
+    // The text is read in chunks, so that a wrong length in the input cannot allocate much more
+    // memory than the input has bytes.
     std::string bytes;
     while (bytes.size() < length)
     {

@@ -22,12 +22,12 @@ class ORVANE_API CArchiveException : public CException
     DECLARE_DYNAMIC(CArchiveException)
 
 public:
-    /// The causes. The enumeration has no name, so that they are used as constants of the class:
-    /// CArchiveException::badIndex.
+    /// The causes. The enumeration has no name, so that programs use the causes as constants of the
+    /// class: CArchiveException::badIndex.
     enum
     {
         none,
-        generic,    ///< objects nest too deep, text of 16-bit characters, use after Close
+        generic,    ///< too deep nesting of objects, a text of 16-bit characters, use after Close
         readOnly,   ///< storing into an archive that loads
         endOfFile,  ///< the input ends inside a value
         writeOnly,  ///< loading from an archive that stores
@@ -45,14 +45,15 @@ public:
 [[noreturn]] ORVANE_API void AfxThrowArchiveException(int cause, const std::string& message = {});
 
 /// The types that the stream operators accept: integers of 8 to 32 bits and floating-point numbers
-/// of 32 and 64. Types of 64-bit integers are left out because a long has 64 bits on some systems
-/// and 32 on others. bool is left out because its size is not fixed.
+/// of 32 or 64 bits. 64-bit integers are left out because long has 64 bits on some systems and 32
+/// bits on others. bool is left out because its size is not fixed.
 template <typename Value>
 concept ArchiveValue = std::is_arithmetic_v<Value> && !std::is_same_v<Value, bool> &&
                        (std::is_floating_point_v<Value> ? sizeof(Value) <= 8 : sizeof(Value) <= 4);
 
 /// Stores values and objects in a file, or loads them, through a buffer. The file is borrowed. The
-/// destructor writes the buffered bytes to the file, except with bNoFlushOnDelete and after Abort.
+/// destructor calls Flush and ignores its errors, except with bNoFlushOnDelete and after Close or
+/// Abort.
 class ORVANE_API CArchive
 {
 public:
@@ -63,7 +64,7 @@ public:
         bNoFlushOnDelete = 2
     };
 
-    /// \param mode store or load, and bNoFlushOnDelete joined to it if wanted.
+    /// \param mode store or load, either of them alone or combined with bNoFlushOnDelete by |.
     /// \param bufferSize in bytes; less than 128 counts as 128.
     CArchive(CFile* file, UINT mode, int bufferSize = 4096);
     ~CArchive();
@@ -74,22 +75,22 @@ public:
     BOOL IsLoading() const;
     CFile* GetFile() const;
 
-    /// Reads up to \p count bytes and returns how many there were: less only at the end of the
+    /// Reads up to \p count bytes and returns how many bytes it read: fewer only at the end of the
     /// file.
     UINT Read(void* buffer, UINT count);
-    /// Reads \p count bytes. Throws endOfFile when there are fewer.
+    /// Reads \p count bytes. Throws endOfFile when the file ends before them.
     void ReadExactly(void* buffer, UINT count);
-    /// Passes over \p count bytes. Throws endOfFile when there are fewer.
+    /// Skips \p count bytes. Throws endOfFile when the file ends before them.
     void Skip(DWORD count);
     void Write(const void* buffer, UINT count);
 
-    /// On storing, writes the buffered bytes to the file. On loading, moves the file's position
-    /// back to the first byte that the archive has not handed out.
+    /// An archive that stores writes the buffered bytes to the file. An archive that loads moves
+    /// the file's position back to the first byte that no caller has read.
     void Flush();
-    /// Flushes and ends the use of the file, which stays open. The archive cannot be used
+    /// Calls Flush and ends the use of the file. The file stays open; the archive cannot be used
     /// afterwards.
     void Close();
-    /// Ends the use of the file without flushing. Throws nothing.
+    /// Ends the use of the file without Flush. Throws nothing.
     void Abort();
 
     template <ArchiveValue Value>
@@ -137,21 +138,24 @@ public:
     CObject* ReadObject(const CRuntimeClass* requested);
 
     /// Reads a reference to an object and makes the caller its owner. Throws badClass for a null
-    /// reference and for an object that was loaded before, because that one has an owner already.
+    /// reference and for an object that was loaded before, because such an object already has an
+    /// owner.
     CObject* ReadNewObject(const CRuntimeClass* requested);
 
-    /// How many numbers classes and objects have got so far.
+    /// The number of classes and objects that have been loaded so far. The class or object loaded
+    /// last has this number.
     DWORD GetLoadedCount() const;
-    /// Forgets all objects whose numbers are greater than \p count, because they are about to be
-    /// deleted. Later references to them read as null.
+    /// Forgets all loaded objects whose numbers are greater than \p count. Later references to them
+    /// read as null. Callers use this when they delete such objects.
     void ForgetObjects(DWORD count);
 
     void WriteClass(const CRuntimeClass* runtimeClass);
     /// Reads the class of the next object.
-    /// \param requested the class that it must be or derive from; null for any.
-    /// \param schema receives the version of the class in this archive.
-    /// \param objectIndex when given, a reference to an earlier object is accepted, too: it
-    /// receives that object's number, and the result is null.
+    /// \param requested the class that the class read must be or derive from; null for any.
+    /// \param schema receives the version of the class in this archive. If it is null,
+    /// GetObjectSchema returns the version.
+    /// \param objectIndex if not null, a reference to an earlier object or a null reference is
+    /// accepted, too: *objectIndex receives the object's number or 0, and the result is null.
     CRuntimeClass* ReadClass(const CRuntimeClass* requested = nullptr, UINT* schema = nullptr,
                              DWORD* objectIndex = nullptr);
 
@@ -160,21 +164,23 @@ public:
     void WriteCount(DWORD count);
     DWORD ReadCount();
 
-    /// Gives an object a number without writing or reading it, so that references to it can be
-    /// stored. Storing and loading must do this at the same place. Null changes nothing.
+    /// Gives an object a number without writing or reading the object, so that references to it can
+    /// be stored. Programs must call this at the same place when they store and when they load. A
+    /// null object changes nothing.
     void MapObject(const CObject* object);
 
-    /// The version of the record that is being read. A second call for the same object returns -1.
+    /// The version of the record that is being read. A second call for the same object returns
+    /// 0xFFFFFFFF.
     UINT GetObjectSchema();
     void SetObjectSchema(UINT schema);
 
     /// A function that is called for each record with the record's class and version, in the order
-    /// of the file. The records of base classes and of member objects count, too. Unknown versions
-    /// are refused before the call.
+    /// of the file. It is also called for the records of base classes and of member objects, but
+    /// not for a record whose version is unknown and therefore refused.
     using VersionObserver = std::function<void(const CRuntimeClass* recordClass, DWORD version)>;
-    /// Sets the function; an empty one ends the calls.
+    /// Sets the function. An empty function ends the calls.
     void ObserveVersions(VersionObserver observer);
-    /// Calls the function. ReadRecordVersion does this for every record.
+    /// Calls the observer, if there is one. ReadRecordVersion does this for every record.
     void NoteVersion(const CRuntimeClass* recordClass, DWORD version) const;
 
     /// Throws a CArchiveException. Its message begins with the file's path and, on loading, the
@@ -192,9 +198,10 @@ private:
     DWORD NextNumber() const;
     void AssignNumber(const void* classOrObject);
 
-    // The bytes of the buffer that are not read yet, and the bytes that can still be written into
-    // it. An archive that loads has an empty range to write and the other way round, so the stream
-    // operators need not ask for the direction.
+    // The bytes from readNext_ to readEnd_ are buffered and not read yet. The bytes from writeNext_
+    // to writeEnd_ are the free part of the buffer. The write range is empty while the archive
+    // loads, and the read range is empty while it stores, so the stream operators need not check
+    // the direction.
     const BYTE* readNext_ = nullptr;
     const BYTE* readEnd_ = nullptr;
     BYTE* writeNext_ = nullptr;

@@ -14,7 +14,7 @@ namespace
 // The marks that a reference begins with.
 constexpr WORD nullMark = 0;
 constexpr WORD newClassMark = 0xFFFF;
-constexpr WORD classBit = 0x8000;        // set in the number of a class, clear in that of an object
+constexpr WORD classBit = 0x8000;  // set in the number of a class, clear in the number of an object
 constexpr WORD longNumberMark = 0x7FFF;  // a number of 32 bits follows
 constexpr DWORD longClassBit = 0x80000000;
 constexpr DWORD largestNumber = 0x3FFFFFFE;
@@ -24,7 +24,7 @@ constexpr DWORD largestNumber = 0x3FFFFFFE;
 // nest far less deep.
 constexpr int deepestNesting = 512;
 
-// Adds 1 to a depth for the life of the object.
+// Adds 1 to a nesting depth while an object of this class exists.
 class NestingLevel
 {
 public:
@@ -150,7 +150,8 @@ CObject* CArchive::ReadObject(const CRuntimeClass* requested)
     }
     catch (...)
     {
-        // The object is deleted together with all that it owns, so their numbers must lead nowhere.
+        // The object is deleted with everything that it owns. The numbers of these objects are
+        // dropped, so that no later reference leads to a deleted object.
         loaded.erase(loaded.begin() + ownIndex, loaded.end());
         state_->objectSchema = outerSchema;
         throw;

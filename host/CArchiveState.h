@@ -9,7 +9,7 @@
 /// The fields of CArchive that are not needed inline. Only the sources of CArchive include this.
 struct CArchive::State
 {
-    /// What was loaded under a number: a class or an object.
+    /// A class or an object that was loaded. Its index in `loaded` is its number.
     struct Entry
     {
         CRuntimeClass* runtimeClass;  ///< null for an object

@@ -3,7 +3,8 @@
 
 #include "host/CObject.h"
 
-/// The framework's record of an extension module. The module has one as a static object.
+/// The framework's record of an extension module. Each module defines its record as a static
+/// object.
 struct AFX_EXTENSION_MODULE
 {
     BOOL bInitialized = FALSE;

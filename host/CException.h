@@ -6,7 +6,7 @@
 #include <exception>
 #include <string>
 
-/// The base class of the exceptions that the host framework throws. They are thrown by value.
+/// The base class of the exceptions that the host framework throws by value.
 class ORVANE_API CException : public CObject, public std::exception
 {
     DECLARE_DYNAMIC(CException)
@@ -14,8 +14,8 @@ class ORVANE_API CException : public CObject, public std::exception
 public:
     explicit CException(std::string message = {});
 
-    /// A readable message: the file, the place in it, the value found and the values expected, as
-    /// far as they are known.
+    /// A message for users: the file, the place in the file, the value found and the values
+    /// expected, as far as these are known.
     const char* what() const noexcept override;
 
 private:

@@ -15,7 +15,7 @@ IMPLEMENT_DYNAMIC(CFile, CObject)
 namespace
 {
 
-constexpr std::size_t readBufferSize = std::size_t{64} * 1024;
+constexpr std::size_t readBufferSize = std::size_t{64} * 1024;  // in bytes
 
 const char* CauseText(int cause)
 {
@@ -144,7 +144,7 @@ BOOL CFile::Open(LPCSTR fileName, UINT openFlags, CFileException* error)
     std::error_code ignored;
     if (file != nullptr && std::filesystem::is_directory(fileName, ignored))
     {
-        // Some systems let a directory be opened for reading and refuse only to read it.
+        // Some systems open a directory for reading and report the error only when it is read.
         std::fclose(file);
         file = nullptr;
         osError = EISDIR;
@@ -159,10 +159,10 @@ BOOL CFile::Open(LPCSTR fileName, UINT openFlags, CFileException* error)
     }
     if ((openFlags & (modeWrite | modeReadWrite)) == 0)
     {
-        // Records and 3D Studio files consist of many small values, between which the position is
-        // asked and moved. A buffer of our own makes that cheap. With a buffer of the stream's,
-        // reading 20,000 small meshes takes a third more time, because fread and ftell lock the
-        // stream and fseek calls the system.
+        // Readers of records and of 3D Studio files read many small values, and ask for the
+        // position or move it in between. A buffer of this class makes these calls cheap. With the
+        // stream's own buffer, reading 20,000 small meshes takes a third more time, because fread
+        // and ftell lock the stream and fseek makes a system call.
         std::setvbuf(file, nullptr, _IONBF, 0);
         buffer_ = std::make_unique_for_overwrite<char[]>(readBufferSize);
     }
@@ -232,8 +232,8 @@ std::size_t CFile::ReadStream(std::FILE* file, void* buffer, std::size_t count) 
     return got;
 }
 
-// Reads the rest of the buffer and then more from the file. A piece as long as the buffer or longer
-// is read directly, without being copied through the buffer.
+// Takes the unread bytes of the buffer, then reads the missing bytes from the file. If at least as
+// many bytes are missing as the buffer can hold, reads them directly into the caller's memory.
 UINT CFile::ReadBuffered(std::FILE* file, char* buffer, UINT count)
 {
     UINT got = bufferCount_ - bufferAt_;
@@ -270,7 +270,7 @@ std::int64_t CFile::Seek(std::int64_t offset, UINT from)
     }
     if (buffer_ != nullptr && from == current)
     {
-        // The stream's own position is behind the buffer.
+        // The stream's own position is behind the buffer, so fseek with SEEK_CUR would go wrong.
         const std::int64_t position = static_cast<std::int64_t>(GetPosition());
         if (offset > std::numeric_limits<long>::max() - position)
         {

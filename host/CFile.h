@@ -41,21 +41,22 @@ public:
     explicit CFileException(int cause = none, LONG osError = -1, LPCSTR fileName = nullptr);
 
     int m_cause;
-    LONG m_lOsError;  ///< the system's error number; -1 when there is none
+    LONG m_lOsError;  ///< the system's error number; -1 for an error without a number
     CString m_strFileName;
 };
 
 [[noreturn]] ORVANE_API void AfxThrowFileException(int cause, LONG osError = -1,
                                                    LPCSTR fileName = nullptr);
 
-/// A file on disk. Owns its descriptor and closes it. Not copyable.
+/// A file on disk. Owns the open file; the destructor closes it without reporting errors. Not
+/// copyable.
 class ORVANE_API CFile : public CObject
 {
     DECLARE_DYNAMIC(CFile)
 
 public:
-    /// How to open a file: one of modeRead, modeWrite and modeReadWrite, joined with any of the
-    /// others. The share flags have no effect.
+    /// How to open a file: one of modeRead, modeWrite and modeReadWrite, combined by | with any of
+    /// the other flags. The share flags have no effect.
     enum OpenFlags
     {
         modeRead = 0x0000,
@@ -91,16 +92,16 @@ public:
     virtual BOOL Open(LPCSTR fileName, UINT openFlags, CFileException* error = nullptr);
 
     // The functions below throw CFileException: with cause invalidFile while no file is open, and
-    // with accessDenied for reading a file opened with modeWrite or writing one opened with
-    // modeRead.
+    // with cause accessDenied when a file opened with modeWrite is read or a file opened with
+    // modeRead is written.
 
-    /// Reads up to \p count bytes and returns how many there were: less only at the end of the
+    /// Reads up to \p count bytes and returns how many bytes it read: fewer only at the end of the
     /// file.
     virtual UINT Read(void* buffer, UINT count);
     virtual void Write(const void* buffer, UINT count);
     /// Moves the position by \p offset bytes from a SeekPosition and returns the new position,
-    /// counted from the start of the file. It may lie behind the end. Throws badSeek for a position
-    /// before the start.
+    /// counted from the start of the file. The new position may lie behind the end of the file.
+    /// Throws badSeek for a position before the start.
     virtual std::int64_t Seek(std::int64_t offset, UINT from);
     /// The position where the next byte is read or written, in bytes from the start.
     virtual std::uint64_t GetPosition() const
@@ -110,7 +111,8 @@ public:
                                                              : StreamPosition());
     }
     virtual std::uint64_t GetLength() const;
-    /// Cuts the file off or extends it with zeros, and moves the position to its end.
+    /// Sets the length in bytes: cuts the file off or extends it with zeros. Then moves the
+    /// position to the end of the file.
     virtual void SetLength(std::uint64_t length);
     virtual void Flush();
     /// Does nothing while no file is open.
@@ -137,15 +139,16 @@ private:
     std::size_t ReadStream(std::FILE* file, void* buffer, std::size_t count) const;
     UINT ReadBuffered(std::FILE* file, char* buffer, UINT count);
     std::int64_t StreamPosition() const;
-    /// Drops the bytes read ahead. The next byte will be read at \p start.
+    /// Drops the bytes that were read ahead. \p start is the position in the file of the byte that
+    /// is read next.
     void EmptyBuffer(std::int64_t start);
 
-    // The bytes that were read ahead, while a file is open for reading alone; otherwise null. The
-    // stream's own position is behind the last of them.
+    // The bytes that were read ahead while a file is open with modeRead; otherwise null. The
+    // position of file_ is behind the last of these bytes.
     std::unique_ptr<char[]> buffer_;
-    std::int64_t bufferStart_ = 0;  // the position of the first byte in the file
-    UINT bufferCount_ = 0;          // how many bytes there are
-    UINT bufferAt_ = 0;             // how many of them have been handed out
+    std::int64_t bufferStart_ = 0;  // the position in the file of the first byte of the buffer
+    UINT bufferCount_ = 0;          // how many bytes the buffer holds
+    UINT bufferAt_ = 0;             // how many of these bytes have been read
 
     std::FILE* file_ = nullptr;
     UINT access_ = modeRead;
@@ -153,16 +156,17 @@ private:
     CString path_;
 };
 
-/// A file in memory, which grows when it is written to. It is always open for reading and writing.
-/// Close empties it.
+/// A file in memory, which grows when it is written to. A file in memory is always open for reading
+/// and writing. Close and Abort empty it.
 class ORVANE_API CMemFile : public CFile
 {
     DECLARE_DYNAMIC(CMemFile)
 
 public:
-    /// \param growBytes the number of bytes to reserve at first.
+    /// \param growBytes the number of bytes for which memory is reserved at first.
     explicit CMemFile(UINT growBytes = 1024);
-    /// Starts with a copy of the bytes. The position is 0.
+    /// The file starts with a copy of the \p count bytes and the position 0. Memory is reserved for
+    /// \p growBytes further bytes.
     CMemFile(const BYTE* bytes, UINT count, UINT growBytes = 0);
 
     /// Returns FALSE, because a file in memory cannot be opened.

@@ -15,8 +15,9 @@ public:
     CFont(const CFont&) = delete;
     CFont& operator=(const CFont&) = delete;
 
-    /// Deletes the font that this object has, if any, and makes a new one. Returns FALSE when the
-    /// old font cannot be deleted (it is then kept) or when the platform cannot make the new one.
+    /// Deletes the font that this object has, if any, and makes a new font. Returns FALSE when the
+    /// old font cannot be deleted, which is then kept, or when the platform cannot make the new
+    /// font.
     BOOL CreateFontIndirect(const LOGFONTA* description);
     /// Returns FALSE when there is no font, or when the font is selected into a device context and
     /// so cannot be deleted.

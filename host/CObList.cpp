@@ -7,8 +7,8 @@ IMPLEMENT_SERIAL(CObList, CObject, 0)
 
 struct CObList::Node
 {
-    // Typed lists hand the slot out as a pointer to their own element class (TypedList.h); so that
-    // this is no breach of aliasing, every access here is one that may alias any other.
+    // TypedList.h accesses the same memory as a pointer to another class. The attribute may_alias
+    // on both sides tells the compiler that these accesses concern the same memory.
     using Element [[gnu::may_alias]] = CObject*;
 
     Node* previous;
@@ -144,13 +144,14 @@ POSITION CObList::AddHead(CObject* element)
 
 POSITION CObList::AddTail(CObject* element)
 {
-    // Before the head is behind the tail.
+    // The nodes form a ring, so the place before the head is also the place behind the tail.
     return AsPosition(InsertNode(head_, element));
 }
 
 void CObList::AddHead(const CObList* list)
 {
-    // The list may be this one, which grows at its head: count the elements, from its tail.
+    // \p list may be this list, which grows at its head during the loop. The loop therefore counts
+    // the elements and goes from the tail toward the head.
     int remaining = list->count_;
     for (const Node* node = list->Tail(); remaining > 0; --remaining, node = node->previous)
     {
@@ -160,7 +161,8 @@ void CObList::AddHead(const CObList* list)
 
 void CObList::AddTail(const CObList* list)
 {
-    // The list may be this one, which grows at its tail.
+    // \p list may be this list, which grows at its tail during the loop, so the loop counts the
+    // elements.
     int remaining = list->count_;
     for (const Node* node = list->head_; remaining > 0; --remaining, node = node->next)
     {

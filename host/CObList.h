@@ -5,22 +5,23 @@
 
 struct __POSITION;
 
-/// A place in a list; null is none. It stays valid until its node is removed.
+/// A place in a list; null means no place. A position stays valid until its list node is removed.
 using POSITION = __POSITION*;
 
-/// A doubly linked list of object pointers, which it does not own. Each element has a list node of
-/// its own, allocated when the element is added and freed when it is removed; an empty list
-/// allocates nothing.
+/// A doubly linked list of pointers to objects. The list does not own the objects. Each element has
+/// a list node of its own, allocated when the element is added and freed when it is removed; an
+/// empty list allocates nothing.
 ///
-/// The record is the count and then each element as an object reference. Loading appends to the
-/// elements that are there. When loading throws, the elements read so far stay in the list; the
-/// list's owner decides what to do with them.
+/// The record is the count and then each element as an object reference. Loading appends the loaded
+/// elements to the elements of the list. When loading throws, the elements read so far stay in the
+/// list; the list's owner decides what to do with them.
 class ORVANE_API CObList : public CObject
 {
     DECLARE_SERIAL(CObList)
 
 public:
-    /// The block size is accepted and ignored: programs written for the interface pass one.
+    /// The block size is ignored. The parameter exists because programs written for this interface
+    /// pass a block size.
     explicit CObList(int blockSize = 10);
     ~CObList() override;
     CObList(const CObList&) = delete;
@@ -29,7 +30,8 @@ public:
     int GetCount() const { return count_; }
     BOOL IsEmpty() const { return count_ == 0; }
 
-    // The element operations below need a list that is not empty or a position of this list.
+    // GetHead, GetTail, RemoveHead and RemoveTail need a list that is not empty. Every position
+    // must belong to this list.
     CObject*& GetHead();
     CObject* GetHead() const;
     CObject*& GetTail();
@@ -37,7 +39,8 @@ public:
 
     POSITION GetHeadPosition() const;
     POSITION GetTailPosition() const;
-    /// The element at the position, which moves on and becomes null behind the last.
+    /// Returns the element at the position and moves the position to the next element, or to null
+    /// after the last element. GetPrev moves it to the previous element in the same way.
     CObject*& GetNext(POSITION& position);
     CObject* GetNext(POSITION& position) const;
     CObject*& GetPrev(POSITION& position);
@@ -48,7 +51,7 @@ public:
 
     POSITION AddHead(CObject* element);
     POSITION AddTail(CObject* element);
-    /// Adds copies of another list's elements, in its order. The list itself may be given.
+    /// Adds the elements of another list in their order. \p list may be this list.
     void AddHead(const CObList* list);
     void AddTail(const CObList* list);
     CObject* RemoveHead();
@@ -56,20 +59,23 @@ public:
     void RemoveAt(POSITION position);
     void RemoveAll();
 
-    /// A null position means before the head and after the tail.
+    /// These functions return the position of the new element. With a null position, InsertBefore
+    /// adds the element at the head and InsertAfter at the tail.
     POSITION InsertBefore(POSITION position, CObject* element);
     POSITION InsertAfter(POSITION position, CObject* element);
 
-    /// The first position of the element behind \p startAfter (null: from the head), or null.
+    /// The first position that holds the element. The search begins behind \p startAfter, or at the
+    /// head if \p startAfter is null. Returns null when the element is not found.
     POSITION Find(const CObject* element, POSITION startAfter = nullptr) const;
-    /// Null when the index is outside the list.
+    /// The position at an index from 0; null when the index is outside the list.
     POSITION FindIndex(int index) const;
 
     void Serialize(CArchive& archive) override;
 
 protected:
-    /// The class that loaded elements, null references aside, must be of or derive from (badClass).
-    /// The base's null accepts any class.
+    /// The class that every loaded element must be or derive from; loading throws badClass for any
+    /// other element. Null references are always accepted. This class returns null, which accepts
+    /// any class.
     virtual const CRuntimeClass* GetElementClass() const { return nullptr; }
 
 private:
@@ -78,10 +84,11 @@ private:
     static Node* AsNode(POSITION position);
     static POSITION AsPosition(Node* node);
     Node* Tail() const;
-    /// The neighbours of a node; null behind the tail and before the head.
+    /// The neighbour of a node. NextOf returns null for the tail, PreviousOf for the head.
     Node* NextOf(const Node* node) const;
     Node* PreviousOf(const Node* node) const;
-    /// Adds a node before \p next, or as the first node of the list when \p next is null.
+    /// Adds a node before \p next, or the first node of an empty list if \p next is null. In a list
+    /// that is not empty, head_ does not change; AddHead changes it.
     Node* InsertNode(Node* next, CObject* element);
 
     // The nodes form a ring: the tail is the node before the head, and the head follows the tail.

@@ -14,8 +14,9 @@ namespace
 // take.
 constexpr std::size_t longestClassName = 255;
 
-// The first of the serializable classes, each of which points to the next. It is initialized at
-// compile time, because static objects of any source enter classes into the list at start-up.
+// The first class in the list of serializable classes, which m_pNextClass links. The pointer is
+// initialized at compile time, because static objects of any source enter classes into the list at
+// start-up.
 CRuntimeClass* firstClass = nullptr;
 
 }  // namespace
@@ -84,7 +85,7 @@ CRuntimeClass* CRuntimeClass::Load(CArchive& archive, UINT* schema, std::string*
     {
         name->assign(storedName, length);
     }
-    // A name with a zero inside would match the shorter name before the zero.
+    // A stored name that contains a zero byte must not find the class whose name ends at that zero.
     return std::strlen(storedName) == length ? FromName(storedName) : nullptr;
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// CObject, the base of all classes that can be asked for their class at run time; CRuntimeClass,
+/// CObject, the base of all classes whose objects know their class at run time; CRuntimeClass,
 /// which describes such a class; and the macros that declare and define its description.
 
 #include "platform/Export.h"
@@ -15,15 +15,14 @@
 class CArchive;
 class CObject;
 
-/// A bit of a schema number. Archives give a class with this bit records of any version; the class
-/// decides itself which versions it reads.
+/// A bit of a schema number. A class with this bit receives records of any version from an archive
+/// and decides itself which versions it reads.
 constexpr UINT VERSIONABLE_SCHEMA = 0x80000000;
 
 /// The schema number of a class that has no record. Archives refuse its objects.
 constexpr UINT NON_SERIALIZABLE_SCHEMA = 0xFFFF;
 
-/// Describes a class at run time. Each class has one static object of this type; there are no
-/// others.
+/// Describes a class at run time. Each class has exactly one object of this type, which is static.
 struct ORVANE_API CRuntimeClass
 {
     LPCSTR m_lpszClassName;
@@ -43,16 +42,17 @@ struct ORVANE_API CRuntimeClass
     /// bit.
     DWORD GetVersion() const { return m_wSchema & ~VERSIONABLE_SCHEMA; }
 
-    /// The serializable class with this name, in the same case; null when there is none.
+    /// The serializable class with this name (case-sensitive); null when no class has the name.
     static CRuntimeClass* FromName(LPCSTR name);
 
     /// Writes schema number and name, as docs/archive.md describes them.
     void Store(CArchive& archive) const;
 
-    /// Reads schema number and name, and returns the class with that name; null when there is none.
+    /// Reads schema number and name, and returns the class with that name; null when no class has
+    /// the name.
     /// \param schema receives the stored version.
-    /// \param name when given, receives the stored name, unless that is longer than a class's can
-    /// be.
+    /// \param name if not null, receives the stored name. It does not change if the stored name is
+    /// longer than 255 bytes, which no class name is.
     static CRuntimeClass* Load(CArchive& archive, UINT* schema, std::string* name = nullptr);
 };
 
@@ -73,7 +73,7 @@ public:
     /// Stores or loads the object's record. CObject itself has an empty record.
     virtual void Serialize(CArchive& archive);
 
-    /// Does nothing here. Derived classes may check themselves.
+    /// Does nothing in this class. Derived classes can override it to check their fields.
     virtual void AssertValid() const;
 
     /// Writes the class's name and the object's address, for debugging.

@@ -198,11 +198,11 @@ void CString::FormatV(LPCSTR format, std::va_list arguments)
 {
     std::va_list measured;
     va_copy(measured, arguments);
-    // The analyzer of Clang 14 does not see that va_copy initializes.
+    // The analyzer of Clang 14 does not see that va_copy initializes `measured`.
     // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized)
     const int length = std::vsnprintf(nullptr, 0, format, measured);
     va_end(measured);
-    // Made aside: the arguments may point into this text.
+    // The result is made in a separate string, because the arguments may point into this text.
     std::string result(std::max(length, 0), '\0');
     if (length > 0)
     {

@@ -32,7 +32,7 @@ public:
     BOOL IsEmpty() const;
     void Empty();
 
-    // The character at a position; zero outside the text.
+    // The character at a position; a zero character outside the text.
     char GetAt(int index) const;
     char operator[](int index) const;
     /// Does nothing outside the text.
@@ -45,18 +45,19 @@ public:
     CString& operator+=(LPCSTR other);
     CString& operator+=(char other);
 
-    // Negative, zero or positive, like strcmp; bytes are compared as unsigned. CompareNoCase treats
-    // the letters A to Z as equal to a to z.
+    // The result is negative, zero or positive, as with strcmp; bytes are compared as unsigned.
+    // CompareNoCase treats the letters A to Z as equal to a to z.
     int Compare(LPCSTR other) const;
     int CompareNoCase(LPCSTR other) const;
 
-    // The first position at or after \p start where the text or character is found; -1 if nowhere.
+    // The first position at or after \p start where the text or character is found; -1 if it is not
+    // found.
     int Find(LPCSTR text, int start = 0) const;
     int Find(char character, int start = 0) const;
-    /// The last position where the character is found; -1 if nowhere.
+    /// The last position where the character is found; -1 if it is not found.
     int ReverseFind(char character) const;
 
-    // Parts of the text. A part that reaches beyond the text ends with it.
+    // Parts of the text. A part that would reach beyond the text ends where the text ends.
     CString Left(int count) const;
     CString Mid(int first) const;
     CString Mid(int first, int count) const;
@@ -78,8 +79,8 @@ public:
     /// The text as a buffer that the caller may write to: at least \p minimumLength characters and
     /// a final zero. Call ReleaseBuffer after writing and before any other use of the text.
     LPSTR GetBuffer(int minimumLength);
-    /// Ends the use of the buffer. The text gets \p newLength characters; with -1, those up to the
-    /// first zero.
+    /// Ends the use of the buffer and cuts the text to \p newLength characters, or before its first
+    /// zero character if \p newLength is negative.
     void ReleaseBuffer(int newLength = -1);
 
 private:

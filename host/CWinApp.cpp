@@ -5,7 +5,8 @@
 #include "platform/Messages.h"
 
 // SI_NO_CONVERSION: the profile's texts are bytes of the process's code page and are not converted.
-// SI_IMPLEMENTATION: some packages of the header contain the function bodies only with this.
+// SI_IMPLEMENTATION: in some packages, the header defines its functions only if this macro is
+// defined.
 #define SI_NO_CONVERSION
 #define SI_IMPLEMENTATION
 #include <SimpleIni.h>
@@ -124,7 +125,7 @@ std::string DefaultPath()
 bool ReplaceFile(const std::string& path, const std::string& content)
 {
     std::error_code error;
-    // A link is followed: the file that it leads to is replaced, not the link.
+    // If the path is a symbolic link, the file that the link leads to is replaced, not the link.
     const fs::path target = fs::weakly_canonical(path, error);
     if (error)
     {
@@ -162,7 +163,7 @@ struct CWinApp::Profile
     bool isRead = false;
     CSimpleIniA ini;
 
-    /// Reads the file if it has not been read. Returns false when there is a file that cannot be
+    /// Reads the file if it has not been read yet. Returns false when the file exists but cannot be
     /// read. The profile then counts as empty, and the file must not be replaced.
     bool Read();
     /// Drops the content, so that the file is read again.

@@ -6,8 +6,8 @@
 
 #include <memory>
 
-/// The host application and its profile: settings that are kept in an INI file. A setting has a
-/// name (its entry) and belongs to a section.
+/// The host application and its profile: settings that are kept in an INI file. The name of a
+/// setting is called its entry. Each setting belongs to a section.
 ///
 /// The file is orvane/orvane.ini in the first of these folders whose variable is set and gives an
 /// absolute path: $XDG_CONFIG_HOME, $HOME/.config, $APPDATA. The variables are read when this
@@ -36,11 +36,11 @@ public:
     CWinApp(const CWinApp&) = delete;
     CWinApp& operator=(const CWinApp&) = delete;
 
-    /// Uses another file from now on. This call itself writes nothing.
+    /// Makes another file the profile's file. The call writes nothing to either file.
     void SetProfilePath(LPCSTR path);
     CString GetProfilePath() const;
 
-    /// The entry's value. The default value if there is no such entry or it is not a decimal number
+    /// The entry's value, or the default value if the entry is missing or is not a decimal number
     /// of 32 bits.
     UINT GetProfileInt(LPCSTR section, LPCSTR entry, int defaultValue) const;
     BOOL WriteProfileInt(LPCSTR section, LPCSTR entry, int value);
@@ -64,8 +64,8 @@ private:
     std::unique_ptr<Profile> profile_;
 };
 
-/// The host's application object. While the host has none, an object of the library's own, which
-/// has the default profile and is never destroyed.
+/// Returns the host's application object. While the host has no application object, returns an
+/// object of the library, which has the default profile and is never destroyed.
 ORVANE_API CWinApp* AfxGetApp();
 
 /// Shows a message box with the caption "Orvane", through MessageBoxA. Returns its result.

@@ -16,13 +16,12 @@
 /// follows:
 /// - The first allocation has room for exactly the size asked for.
 /// - Growing beyond the capacity makes it max(new size, capacity + growBy). While growBy is -1, the
-///   capacity grows by half instead.
+///   capacity grows by half plus 4 instead of by growBy.
 /// - Shrinking keeps the capacity. The elements behind the new end are kept, too, and appear again
-/// when
-///   the array grows within its capacity.
+///   when the array grows within its capacity.
 /// - Size 0 frees the block.
 ///
-/// \tparam setAtGrowStep the growBy that SetAtGrow and Add set; -1 keeps the current one.
+/// \tparam setAtGrowStep the growBy that SetAtGrow and Add set; -1 keeps the current growBy.
 template <typename Element, int setAtGrowStep = -1>
 class GrowableArray
 {
@@ -69,7 +68,8 @@ public:
         }
     }
 
-    /// Gives the block exactly the size in use.
+    /// Allocates a new block with room for exactly the elements in use, unless the capacity is that
+    /// already.
     void FreeExtra()
     {
         if (maxSize != size)
@@ -94,7 +94,7 @@ public:
             data[index] = element;
             return;
         }
-        // Copied first, because it may be an element of this array, whose block is about to move.
+        // The element is copied first, because it may lie in this array, whose block will move.
         // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
         const Element copy = element;
         SetSize(index + 1, setAtGrowStep);
@@ -110,15 +110,15 @@ public:
     }
 
     /// Inserts \p count copies of an element at \p index and moves the elements from there on
-    /// behind them. If \p index lies behind the end, the array first grows up to it, which also
-    /// happens for a count of 0. A negative count does nothing.
+    /// behind them. If \p index lies behind the end, the array first grows up to \p index, even if
+    /// \p count is 0. A negative count does nothing.
     void InsertAt(int index, const Element& element, int count = 1)
     {
         if (count < 0)
         {
             return;
         }
-        // Copied first, because it may be an element of this array, whose block may move.
+        // The element is copied first, because it may lie in this array, whose block may move.
         const Element copy = element;  // NOLINT(performance-unnecessary-copy-initialization)
         OpenGap(index, count);
         std::fill_n(data.get() + index, count, copy);
@@ -144,9 +144,9 @@ public:
     }
 
 protected:
-    /// Replaces the elements by \p count elements from an archive. The capacity is in the end as
-    /// after SetSize(count), but the block grows only as elements are read, so that a wrong count
-    /// in a file cannot take much memory. Throws badIndex for a negative count.
+    /// Replaces the elements by \p count elements from an archive. The final capacity is the same
+    /// as after SetSize(count), but the block grows only as elements are read, so that a wrong
+    /// count in a file cannot allocate much memory. Throws badIndex for a negative count.
     /// \param readElement called as readElement(Element&) for each element. If it throws, the array
     /// ends with the element that could not be read.
     template <typename ReadElement>
@@ -183,7 +183,7 @@ public:
     std::unique_ptr<Element[]> data;  ///< owned
     int size = 0;                     ///< the number of elements
     int maxSize = 0;                  ///< the number of elements that the block has room for
-    int growBy = 0;                   ///< by how many elements the block grows; -1: by half
+    int growBy = 0;                   ///< by how many elements the block grows; -1: by half plus 4
 
 private:
     int CapacityFor(int newSize) const

@@ -23,7 +23,8 @@ int IndexInList(const List& list, const Element* element)
 }
 
 /// Moves an element to the front of the list and returns its new position. The old position is not
-/// valid afterwards, except when the element was at the front already. Returns null for null.
+/// valid afterwards, except when the element was already at the front. Returns null for a null
+/// position.
 template <typename List>
 POSITION MoveToHead(List& list, POSITION position)
 {
@@ -49,8 +50,9 @@ POSITION MoveToTail(List& list, POSITION position)
     return list.AddTail(element);
 }
 
-/// Exchanges the elements at two positions. Both positions stay valid. Returns the position where
-/// the first element now is: \p neighbour, or \p position when either is null.
+/// Exchanges the elements at two positions. Both positions stay valid. Returns \p neighbour, where
+/// the element from \p position is now. If either position is null, changes nothing and returns \p
+/// position.
 template <typename List>
 POSITION ExchangeInList(List& list, POSITION position, POSITION neighbour)
 {
@@ -64,8 +66,8 @@ POSITION ExchangeInList(List& list, POSITION position, POSITION neighbour)
     return neighbour;
 }
 
-/// Exchanges an element with the one before it and returns its new position: \p position itself for
-/// the first element, null for null.
+/// Exchanges the element at \p position with the previous element and returns its new position. The
+/// first element stays where it is. Returns null for a null position.
 template <typename List>
 POSITION MoveTowardsHead(List& list, POSITION position)
 {
@@ -77,7 +79,7 @@ POSITION MoveTowardsHead(List& list, POSITION position)
     return ExchangeInList(list, position, previous);
 }
 
-/// Exchanges an element with the one after it; otherwise like MoveTowardsHead.
+/// Exchanges the element at \p position with the next element; otherwise like MoveTowardsHead.
 template <typename List>
 POSITION MoveTowardsTail(List& list, POSITION position)
 {

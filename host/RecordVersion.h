@@ -9,12 +9,12 @@ inline void WriteRecordVersion(CArchive& archive, const CRuntimeClass* runtimeCl
     archive << runtimeClass->GetVersion();
 }
 
-/// Reads and returns the version of a class's record. Throws badSchema when it is not 1 to \p
-/// newest.
+/// Reads and returns the version of a class's record. Throws badSchema when the version is 0 or
+/// greater than \p newest.
 ORVANE_API DWORD ReadRecordVersion(CArchive& archive, const CRuntimeClass* runtimeClass,
                                    DWORD newest);
 
-/// As above, for a class that can read every version up to the one that it writes.
+/// Like the function above, for a class that reads every version up to the version that it writes.
 inline DWORD ReadRecordVersion(CArchive& archive, const CRuntimeClass* runtimeClass)
 {
     return ReadRecordVersion(archive, runtimeClass, runtimeClass->GetVersion());

@@ -31,10 +31,12 @@ struct StringTable
         {319, "Specular Blue"},
         {320, "Transparency"},
         {321, "Shininess"},
-        // Bitmap files.
+        // An error of bitmap files, which the library itself does not show.
         {20000, "Invalid file."},
+        // The entries for the name of a material and for the file of a scene template.
         {21000, "Name"},
         {21001, "Filename"},
+        // Errors when a bitmap file is created. The library itself shows only 21101.
         {21100, "Unable to create %s.\nVerify that the disk and/or file are not read-only."},
         {21101,
          "Cannot create the specified file.  Verify that there\nis space on your disk for a file "

@@ -10,8 +10,8 @@
 /// library have in common. The list does not own its elements. All typed lists derive from this
 /// class.
 ///
-/// CObject is the first base class of Element. Element may be incomplete where the list is only
-/// declared.
+/// CObject must be the first base class of Element. Element may be incomplete where the list is
+/// only declared.
 template <typename Element>
 class TypedList : public CObList
 {
@@ -64,7 +64,7 @@ public:
         return TRUE;
     }
 
-    // host/ListOrder.h describes these.
+    // See host/ListOrder.h.
     POSITION MoveHead(POSITION position) { return MoveToHead(*this, position); }
     POSITION MoveTail(POSITION position) { return MoveToTail(*this, position); }
     POSITION MoveUp(POSITION position) { return MoveTowardsHead(*this, position); }
@@ -89,8 +89,9 @@ protected:
     }
 
     /// Inserts an element before the first element that is greater, so that a sorted list stays
-    /// sorted, and returns it. Returns null and inserts nothing when an equal element comes first.
-    /// Elements are compared with their own operators == and >, which take a pointer.
+    /// sorted, and returns the inserted element. If the search first meets an equal element, the
+    /// function inserts nothing and returns null. Elements are compared with their own operators ==
+    /// and >, which take a pointer.
     Element* InsertInOrder(Element* element)
     {
         for (POSITION next = GetHeadPosition(); next != nullptr;)
