@@ -8,7 +8,7 @@ void ApplyMaterial(GLenum face, const Color& material)
     const ColorVector emission = material.GetEmissionColor();
     const ColorVector specular = material.GetSpecularColor();
 
-    // The alpha of the emission does not count: a new material has alpha 1 there and emits no
+    // The alpha of the emission is ignored, because it is 1 in a new material, which emits no
     // light.
     const bool selfLit = emission.red != 0.0f || emission.green != 0.0f || emission.blue != 0.0f;
     if (!selfLit)

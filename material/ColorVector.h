@@ -3,8 +3,8 @@
 
 #include "host/CObject.h"
 
-/// An RGBA colour of four floats. Their usual range is 0 to 1; this class does not limit them to
-/// it. The address of red can be passed to OpenGL as a GLfloat[4]. A new colour is opaque black.
+/// An RGBA colour of four floats. Their usual range is 0 to 1; this class does not enforce that
+/// range. The address of red can be passed to OpenGL as a GLfloat[4]. A new colour is opaque black.
 ///
 /// Its record is the four floats, without a version.
 class ORVANE_API ColorVector : public CObject
@@ -15,7 +15,7 @@ public:
     ColorVector() = default;
     ColorVector(float r, float g, float b, float a) : red(r), green(g), blue(b), alpha(a) {}
 
-    /// Opaque black.
+    /// Makes the colour opaque black.
     void Clear() { SetColorVector(0.0f, 0.0f, 0.0f, 1.0f); }
 
     void SetColorVector(float r, float g, float b, float a)

@@ -9,7 +9,7 @@
 
 IMPLEMENT_SERIAL(NamedColor, Color, VERSIONABLE_SCHEMA | 1)
 
-// String resources that name the profile entries.
+// The numbers of string resources, which are the names of profile entries.
 static constexpr UINT nameResource = 21000;
 static constexpr UINT shininessResource = 321;
 
@@ -35,8 +35,8 @@ const NamedColor::ProfileEntry NamedColor::profileEntries[] = {
     {319, &NamedColor::specularColor, &ColorVector::blue},
 };
 
-/// A component in whole per cent, without its fraction. The product is rounded to float before
-/// that: the float nearest to 0.9 is just below 0.9, but gives 90.
+/// A component in whole per cent, truncated toward zero. The product is rounded to float before it
+/// is truncated: the float nearest to 0.9 is slightly less than 0.9, but the rounded product is 90.
 static LONG Percent(float component)
 {
     return TruncateToLong(component * 100.0f);

@@ -13,15 +13,15 @@ class ORVANE_API NamedColor : public Color
     DECLARE_SERIAL(NamedColor)
 
 public:
-    /// "Medium Gray".
+    /// A medium grey material with the name "Medium Gray".
     NamedColor() = default;
     NamedColor(const NamedColor& other) = default;
     NamedColor& operator=(const NamedColor& other) = default;
     /// Copies only the colours. The group is 0, whatever group the given material has.
     NamedColor(const Color& color, const char* newName) : Color(color), name(newName) {}
-    /// Medium grey with another name.
+    /// A medium grey material with another name.
     NamedColor(const char* newName) : name(newName) {}
-    /// Loads from the profile.
+    /// Calls Load.
     NamedColor(int index, const CString& section, const CString& prefix);
 
     const char* GetName() const { return name; }
@@ -37,13 +37,14 @@ public:
     NamedColor& operator=(unsigned long colorRef);
 
     /// Load reads and Save writes the entries of the profile section "<section>\<prefix><index>".
-    /// Colours are stored in whole per cent. Emission and group are neither read nor written. A
-    /// missing number loads as 0, and a missing name as "Invalid Material". The entry named
-    /// "Transparency" holds the opacity. Load and Save always return 1.
+    /// Colours are stored in whole per cent. Emission and group are neither read nor written. Load
+    /// sets the alpha of the ambient and specular colours to 1. A missing number loads as 0, and a
+    /// missing name as "Invalid Material". The entry named "Transparency" holds the opacity. Load
+    /// and Save always return 1.
     int Load(int index, const CString& section, const CString& prefix);
     int Save(int index, const CString& section, const CString& prefix) const;
 
-    /// Also sets the name "Medium Gray". The group does not change.
+    /// Calls Color::Reset and sets the name "Medium Gray". The group does not change.
     void Reset() override;
 
     void Serialize(CArchive& archive) override;

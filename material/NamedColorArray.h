@@ -4,8 +4,8 @@
 #include "host/GrowableArray.h"
 #include "material/NamedColor.h"
 
-/// A growable array of materials, held by value. Its grow-by is -1 at first, so that its capacity
-/// grows by half.
+/// A growable array of materials, held by value. growBy is -1 at first, so the capacity grows by
+/// half plus 4.
 ///
 /// Its record is the version, the count as a DWORD, and each material's record.
 class ORVANE_API NamedColorArray : public CObject, public GrowableArray<NamedColor>
@@ -17,7 +17,7 @@ public:
     NamedColorArray(const NamedColorArray& other) : NamedColorArray() { *this = other; }
     NamedColorArray& operator=(const NamedColorArray& other) = default;
 
-    /// The index of the first material of exactly that name; -1 when no material has it.
+    /// The index of the first material with exactly this name; -1 when no material has the name.
     int FindName(const CString& name) const;
 
     void Serialize(CArchive& archive) override;

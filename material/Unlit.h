@@ -3,8 +3,8 @@
 
 #include "platform/OpenGL.h"
 
-/// Switches OpenGL's lighting off while an object of this class exists, and on again if it was on
-/// before.
+/// Switches OpenGL's lighting off while an object of this class exists. The destructor switches
+/// lighting on again if it was on before.
 class Unlit
 {
 public:
