@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "imaging/TextureMap.h"
+#include "imaging/TextureOwnership.h"
 #include "imaging/TextureSettings.h"
 #include "platform/OpenGL.h"
 
@@ -92,25 +93,23 @@ int SpecifyTexture(const _RGBImageRecord& image, TextureQuality quality)
 
 int TextureMap::GenerateTextureMaps()
 {
-    if (!ShouldTexture() || GetOwnership() == nullptr)
+    const TextureOwnership ownership(*this);
+    if (!ownership.IsOwned() || !ShouldTexture())
     {
         return 0;
     }
-    int made = 0;
-    if (const _RGBImageRecord* const pixels = GetImage())
-    {
-        made = SpecifyTexture(*pixels, static_cast<TextureQuality>(quality));
-    }
-    else
+    const _RGBImageRecord* const pixels = GetImage();
+    if (pixels == nullptr)
     {
         textureFlags &= ~Valid;
+        return 0;
     }
-    ReleaseOwnership();
-    return made;
+    return SpecifyTexture(*pixels, static_cast<TextureQuality>(quality));
 }
 
 int TextureMap::PrepareTextureMap()
 {
+    const TextureOwnership ownership(*this);
     if (!ShouldTexture())
     {
         glDisable(GL_TEXTURE_2D);
@@ -126,8 +125,13 @@ int TextureMap::PrepareTextureMap()
 
 int TextureMap::EnableTextureMap()
 {
-    if (!ShouldTexture() || GetOwnership() == nullptr)
+    if (GetOwnership() == nullptr)
     {
+        return 0;
+    }
+    if (!ShouldTexture())
+    {
+        ReleaseOwnership();
         return 0;
     }
     glEnable(GL_TEXTURE_2D);

@@ -111,6 +111,39 @@ TEST_F(Textures, ATextureThatCannotBeOwnedIsNeitherMadeNorEnabled)
     EXPECT_EQ(recording.Lines(), Lines{});
 }
 
+// Switches the texture off while the calling thread waits for the mutex.
+class SwitchingOff
+{
+public:
+    explicit SwitchingOff(TextureMap& map)
+    {
+        beforeWaitForSingleObject = [&map] { map.textureFlags &= ~TextureMap::Textured; };
+    }
+    ~SwitchingOff() { beforeWaitForSingleObject = nullptr; }
+    SwitchingOff(const SwitchingOff&) = delete;
+    SwitchingOff& operator=(const SwitchingOff&) = delete;
+};
+
+TEST_F(Textures, ATextureThatIsSwitchedOffWhileItsMutexIsWaitedForIsNotUsed)
+{
+    const std::pair<const char*, int (TextureMap::*)()> uses[] = {
+        {"generate", &TextureMap::GenerateTextureMaps},
+        {"prepare", &TextureMap::PrepareTextureMap},
+        {"enable", &TextureMap::EnableTextureMap},
+    };
+    for (const auto& [name, use] : uses)
+    {
+        MakeImage(4, 4);
+        GlRecording recording;
+        {
+            const SwitchingOff another(texture);
+            EXPECT_EQ((texture.*use)(), 0) << name;
+        }
+        EXPECT_EQ(recording.Only({"glTexImage2D", "glEnable", "glTexEnvi"}), Lines{}) << name;
+        EXPECT_EQ(texture.ReleaseOwnership(), 0) << name;  // given back
+    }
+}
+
 TEST_F(Textures, DitheringDrawsTheImageAtTheWindowsCorner)
 {
     MakeImage(3, 2);

@@ -41,3 +41,7 @@ public:
 
 /// Called after every MapViewOfFile while it is set.
 extern std::function<void()> afterMapViewOfFile;
+
+/// Called before every WaitForSingleObject while it is set, as if another thread were at work just
+/// before this one gets what it waits for.
+extern std::function<void()> beforeWaitForSingleObject;

@@ -2,6 +2,7 @@
 // The functions of FakeRendering.h.
 #include "platform/Bitmaps.h"
 #include "platform/Files.h"
+#include "platform/Sync.h"
 #include "tests/support/FakeRendering.h"
 #include "tests/support/gl/GlCalls.h"
 
@@ -10,6 +11,7 @@
 #include <cstdio>
 
 std::function<void()> afterMapViewOfFile;
+std::function<void()> beforeWaitForSingleObject;
 
 namespace
 {
@@ -165,4 +167,13 @@ LPVOID MapViewOfFile(HANDLE mapping, DWORD access, DWORD offsetHigh, DWORD offse
         afterMapViewOfFile();
     }
     return view;
+}
+
+DWORD WaitForSingleObject(HANDLE object, DWORD milliseconds)
+{
+    if (beforeWaitForSingleObject)
+    {
+        beforeWaitForSingleObject();
+    }
+    return Real(&WaitForSingleObject, "_Z19WaitForSingleObjectPvj")(object, milliseconds);
 }
