@@ -56,7 +56,7 @@ struct RGBQUAD
 static_assert(sizeof(RGBQUAD) == 4);
 
 /// A header, followed by the colour table or, with BI_BITFIELDS, by three masks. Only the first
-/// colour is declared; the others lie behind it in memory.
+/// colour is declared; the others follow it in memory.
 struct BITMAPINFO
 {
     BITMAPINFOHEADER bmiHeader;
@@ -89,12 +89,14 @@ struct DIBSECTION
 /// Makes a bitmap whose bits the caller may read and write; if OpenGL draws into it, the caller
 /// must call GdiFlush first. A pixel has 1, 4, 8, 16, 24 or 32 bits. Without masks, 16 bits are 5
 /// each for red, green and blue. Rows are padded to four bytes, and all bits take at most 4 GiB.
-/// Bits in memory are zero at first. \param dc is ignored and may be null. \param bits receives the
-/// address of the bits; may be null. \param section null for bits in memory. Otherwise a writable
-/// file mapping (CreateFileMappingA), whose bytes from \p offset on, a multiple of 4, become the
-/// bits. The mapping's handle may be closed before the bitmap. \return null when no bitmap can have
-/// this description, when its bits do not lie inside the mapping, or when there is too little
-/// memory.
+/// Bits in memory are zero at first.
+/// \param dc is ignored and may be null.
+/// \param bits receives the address of the bits; may be null.
+/// \param section null for bits in memory. Otherwise a writable file mapping (CreateFileMappingA);
+/// its bytes from \p offset on, a multiple of 4, become the bits. The mapping's handle may be
+/// closed before the bitmap is deleted.
+/// \return null when no bitmap can have this description, when its bits do not lie inside the
+/// mapping, or when there is too little memory.
 ORVANE_API HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits,
                                     HANDLE section, DWORD offset);
 
@@ -103,11 +105,13 @@ ORVANE_API HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, 
 /// Returns 0 when \p object is no bitmap.
 ORVANE_API int GetObjectA(HGDIOBJ object, int size, LPVOID buffer);
 
-/// Converts rows of pixels of any depth, also run-length coded ones, into a bitmap. Coded rows are
-/// read up to biSizeImage bytes, and pixels that they leave out get the first colour of the table.
-/// A bitmap with a colour table gets the nearest colour for each pixel, the first of equally near
-/// ones. \param first the row of the bitmap, from the bottom, that the lowest row of \p bits
-/// becomes. \param count the number of rows in \p bits; rows outside the bitmap are left out.
+/// Converts rows of pixels of any bit count, also run-length coded pixels, into a bitmap. Coded
+/// rows are read up to biSizeImage bytes, and pixels that they leave out get the first colour of
+/// the table. In a bitmap with a colour table, each pixel gets the nearest colour of the table; of
+/// equally near colours, the first.
+/// \param first the row of the bitmap, counted from the bottom, into which the lowest row of \p
+/// bits goes.
+/// \param count the number of rows in \p bits; rows outside the bitmap are left out.
 /// \return the number of rows converted; 0 when the bitmap or the description is not valid.
 ORVANE_API int SetDIBits(HDC dc, HBITMAP bitmap, UINT first, UINT count, const void* bits,
                          const BITMAPINFO* info, UINT usage);
@@ -117,10 +121,10 @@ ORVANE_API int SetDIBits(HDC dc, HBITMAP bitmap, UINT first, UINT count, const v
 /// state stays as it was. Positions count from the top left, in the picture and in the bitmap.
 ///
 /// A destination pixel takes the source pixel that its centre falls on, rounded down: pixel i of w
-/// takes pixel floor((2 i + 1) s / (2 w)) of s. Pixels count from the edge of the whole rectangle,
-/// also where that is clipped, so that bands drawn side by side join exactly. A negative width or
-/// height reaches to the left or up and mirrors the picture. Destination pixels that fall outside
-/// the source stay as they are.
+/// takes pixel floor((2 i + 1) s / (2 w)) of s. Pixels are counted from the edge of the whole
+/// rectangle, even if the rectangle is clipped, so that bands drawn side by side join exactly. A
+/// negative width or height reaches to the left or up and mirrors the picture. Destination pixels
+/// that fall outside the source stay as they are.
 /// \param operation must be SRCCOPY.
 /// \return the number of source rows, clipped ones included; 0 when nothing was drawn because the
 /// call was refused.

@@ -19,8 +19,8 @@ constexpr std::array<UINT, 6> offeredCodePages = {1252, 1250, 1257, 1254, 1251, 
 struct CodePageText
 {
     std::string text;    ///< in the code page; ends before the misfit if there is one
-    std::string misfit;  ///< in UTF-8, the first character that the code page lacks; empty when it
-                         ///< lacks none. U+FFFD stands for bytes that are not UTF-8.
+    std::string misfit;  ///< in UTF-8; the first character that the code page lacks; empty when the
+                         ///< whole text fits. U+FFFD stands for bytes that are not UTF-8.
 
     bool Fits() const { return misfit.empty(); }
 };
@@ -32,13 +32,13 @@ ORVANE_API CodePageText Utf8ToCodePage(std::string_view utf8, UINT codePage);
 struct CodePageChoice
 {
     UINT codePage = 0;   ///< 0 when no code page on offer holds the whole text
-    std::string misfit;  ///< in UTF-8, when there is none: the first character that no code page
+    std::string misfit;  ///< in UTF-8; when codePage is 0, the first character that no code page
                          ///< has together with all characters before it
 };
 
 /// The first code page on offer that holds the whole text.
 ORVANE_API CodePageChoice FindCodePage(std::string_view utf8);
 
-/// Converts a text back. A byte that the code page leaves undefined gives the character of the same
-/// number.
+/// Converts a text of a code page to UTF-8. A byte that the code page leaves undefined becomes the
+/// character with the same number.
 ORVANE_API std::string CodePageToUtf8(std::string_view text, UINT codePage);

@@ -14,14 +14,14 @@
 ORVANE_API HDC CreateCompatibleDC(HDC compatible);
 ORVANE_API BOOL DeleteDC(HDC dc);
 
-/// Selects a font or a bitmap and returns the font or bitmap that was selected before. Null,
-/// changing nothing, when a handle is not valid or when the bitmap is selected into another device
-/// context.
+/// Selects a font or a bitmap and returns the font or bitmap that was selected before. Changes
+/// nothing and returns null when a handle is not valid or when the bitmap is selected into another
+/// device context.
 ORVANE_API HGDIOBJ SelectObject(HDC dc, HGDIOBJ object);
 
-/// Deletes a font or a bitmap. FALSE when the handle is neither or the object is still selected
-/// into a device context. For the default objects of device contexts, does nothing and returns
-/// TRUE.
+/// Deletes a font or a bitmap. Returns FALSE when the handle names neither or when the object is
+/// still selected into a device context. For the default objects of device contexts, does nothing
+/// and returns TRUE.
 ORVANE_API BOOL DeleteObject(HGDIOBJ object);
 
 /// Completes all drawing of this thread into bitmaps, so that their bits can be read. Always TRUE.

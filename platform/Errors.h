@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The reason why the last call of the platform that failed on this thread did so.
+/// The reason for the last failure of a platform call on this thread.
 
 #include "platform/Export.h"
 #include "platform/Types.h"
@@ -30,6 +30,6 @@ ORVANE_API void SetLastError(DWORD error);
 
 #endif
 
-/// Why the last call that failed on this thread did so, in one line without a full stop: a text
-/// of its own or, where it has none, one for its number. Empty after SetLastError(0).
+/// The reason for the last failure on this thread, in one line without a full stop. A failure
+/// without its own text gets the text for its error number. Empty after SetLastError(0).
 ORVANE_API std::string GetLastErrorText();

@@ -54,7 +54,8 @@ ORVANE_API HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD share, SECURITY_A
 ORVANE_API BOOL DeleteFileA(LPCSTR name);
 
 /// Writes all bytes at the offset in the file that \p place gives, and returns when they are
-/// written. FALSE when some could not be written; \p written, if not null, receives how many were.
+/// written. Returns FALSE when some bytes could not be written; \p written, if not null, receives
+/// the number of bytes written.
 ORVANE_API BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD count, DWORD* written,
                           OVERLAPPED* place);
 

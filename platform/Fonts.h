@@ -155,8 +155,8 @@ struct OUTLINETEXTMETRICA
     int otmsStrikeoutPosition;
     int otmsUnderscoreSize;
     int otmsUnderscorePosition;
-    PSTR otmpFamilyName;  ///< this and the next three: byte offsets from the start of the
-                          ///< record to zero-terminated texts
+    PSTR otmpFamilyName;  ///< this and the next three fields: byte offsets from the start of
+                          ///< the record to zero-terminated texts
     PSTR otmpFaceName;
     PSTR otmpStyleName;
     PSTR otmpFullName;
@@ -202,7 +202,7 @@ struct TTPOLYGONHEADER
 };
 static_assert(sizeof(TTPOLYGONHEADER) == 16);
 
-/// A line or spline through cpfx points. Only the first is declared; the others lie behind it.
+/// A line or spline through cpfx points. Only the first point is declared; the others follow it.
 struct TTPOLYCURVE
 {
     WORD wType;
@@ -220,39 +220,41 @@ using FONTENUMPROCA = int(CALLBACK*)(const LOGFONTA* record, const TEXTMETRICA* 
 /// The face is chosen when the font is used, among those with usable outlines. lfFaceName is tried
 /// as the name of a family, within which slant and then weight decide, then as a full name, then as
 /// a PostScript name. If no face has that name, the machine's font configuration chooses a
-/// substitute. A description that an enumeration delivered finds the very face it was delivered
-/// for. A negative lfHeight is the height of the em square in pixels, a positive one that of the
-/// cell, and 0 means 12 points. lfWidth, the angles, underlining and striking out are ignored.
+/// substitute. A description that an enumeration delivered finds exactly the face for which it was
+/// delivered. A negative lfHeight is minus the height of the em square in pixels, a positive
+/// lfHeight is the height of the cell in pixels, and 0 means 12 points. lfWidth, the angles,
+/// underlining and striking out are ignored.
 ORVANE_API HFONT CreateFontIndirectA(const LOGFONTA* description);
 
 /// Enumerates installed fonts. Without a name, the callback is called once for each family, in the
-/// order of their names, with the regular face or the one nearest to it. With a family's name, or
-/// the full name of that face, it is called for each face of the family, upright before italic and
-/// lighter before heavier. With any other full name, it is called for that face alone.
+/// order of the families' names, with the regular face or the face nearest to regular. With the
+/// name of a family, or the full name of its regular face, the callback is called for each face of
+/// the family, upright before italic and lighter before heavier. With any other full name, the
+/// callback is called for that face alone.
 ///
 /// The records are an ENUMLOGFONTA and a NEWTEXTMETRICA. The type is TRUETYPE_FONTTYPE only for
 /// faces whose outlines can be handed over as quadratic curves. The files of other faces are not
 /// read, so their records have only names, weight and slant. \p dc is ignored.
 ///
 /// A call without a name notices fonts that have been installed or removed since the last listing,
-/// except within the same second. A font in use keeps its face when that is removed.
+/// except within the same second. A font in use keeps its face even when the face is removed.
 ///
 /// Returns the last value that the callback returned, or 1 if it was never called.
 ORVANE_API int EnumFontFamiliesA(HDC dc, LPCSTR family, FONTENUMPROCA callback, LPARAM data);
 
-/// Fills \p metrics with at most \p size bytes of the record and its texts, and returns their
-/// number. With a null \p metrics, returns the size of the whole record in bytes. Returns 0 when
-/// the selected font has no outlines. A device context in which no font was selected uses the face
-/// that the machine's font configuration chooses for an empty name.
+/// Fills \p metrics with at most \p size bytes of the record and its texts, and returns the number
+/// of bytes filled. With a null \p metrics, returns the size of the whole record in bytes. Returns
+/// 0 when the selected font has no outlines. A device context in which no font was selected uses
+/// the face that the machine's font configuration chooses for an empty name.
 ORVANE_API UINT GetOutlineTextMetricsA(HDC dc, UINT size, OUTLINETEXTMETRICA* metrics);
 
 /// Gives the metrics of a character of the selected font and, with GGO_NATIVE, its outline:
 /// polygons of lines and quadratic splines, in 16.16 pixels with y upward. With GGO_METRICS it
 /// gives the metrics alone. Only the low byte of \p character counts. For a character that the font
-/// lacks, the outline is the font's mark for missing characters. \return the size of the outline in
-/// bytes, also when \p size is 0 or the buffer null; 0 for an empty glyph and for GGO_METRICS.
-/// GDI_ERROR when the font has no outlines, the buffer is too small, or \p matrix is not the
-/// identity.
+/// lacks, the outline is the font's mark for missing characters.
+/// \return the size of the outline in bytes, also when \p size is 0 or the buffer is null; 0 for an
+/// empty glyph and for GGO_METRICS. GDI_ERROR when the font has no outlines, the buffer is too
+/// small, or \p matrix is not the identity.
 ORVANE_API DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETRICS* metrics,
                                   DWORD size, LPVOID buffer, const MAT2* matrix);
 
@@ -262,32 +264,34 @@ ORVANE_API DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETR
 ORVANE_API DWORD GetGlyphIndicesA(HDC dc, LPCSTR text, int count, WORD* indices, DWORD flags);
 
 /// Sets the code page of the process: 1250, 1251, 1252 (the default), 1253, 1254 or 1257. A host
-/// must call this before it makes the font list. FALSE, changing nothing, for any other code page.
+/// must call this before it makes the font list. For any other code page, changes nothing and
+/// returns FALSE.
 ORVANE_API BOOL SetProcessCodePage(UINT codePage);
 ORVANE_API UINT GetACP();
 
-/// Which outlines are handed over for the glyphs of a face.
+/// The outlines that callers get for the glyphs of a face.
 constexpr UINT OUTLINES_AS_IS = 0;     ///< the font's own; faces with a CFF table cannot be used
-constexpr UINT OUTLINES_REPAIRED = 1;  ///< corrected where need be; the default
+constexpr UINT OUTLINES_REPAIRED = 1;  ///< corrected where necessary; the default
 
-/// Sets which outlines are handed over, for the whole process. A host must call this before it
-/// makes the font list. FALSE, changing nothing, for any value but these two.
+/// Sets, for the whole process, which outlines callers get. A host must call this before it makes
+/// the font list. For any other value than OUTLINES_AS_IS and OUTLINES_REPAIRED, changes nothing
+/// and returns FALSE.
 ///
 /// With OUTLINES_REPAIRED, an outline whose contours overlap is replaced by the border of the area
 /// that it fills by the non-zero rule, contours that run the wrong way are reversed, and cubic
-/// curves become quadratic ones. An outline that needs none of this is the same, bit for bit, with
+/// curves become quadratic ones. An outline that needs no correction is the same, bit for bit, with
 /// both values.
 ORVANE_API BOOL SetProcessOutlines(UINT outlines);
 ORVANE_API UINT GetProcessOutlines();
 
-/// The numbers of a face's glyphs for which an outline was corrected in some way.
+/// Counts of a face's glyphs, by the way in which their outlines were corrected.
 struct OUTLINECHECK
 {
     UINT glyphs;      ///< all glyphs of the face
     UINT repaired;    ///< contours overlapped, so the outline was rebuilt
     UINT turned;      ///< contours ran the wrong way and were reversed; nothing else was wrong
-    UINT converted;   ///< made from cubic curves, whatever else was done
-    UINT unrepaired;  ///< not filled correctly and not repairable; handed over as they are
+    UINT converted;   ///< made from cubic curves; other corrections may have been made, too
+    UINT unrepaired;  ///< wrong, but not repairable; callers get these outlines as they are
 };
 
 /// Checks every glyph of the selected font's face as under OUTLINES_REPAIRED. FALSE when the font

@@ -9,9 +9,10 @@
 namespace orvane
 {
 
-/// Takes the host's GLX context away from this thread and makes it current again at the end. EGL,
-/// which the platform draws off screen with, refuses to make its contexts current beside one of
-/// GLX. Does nothing when no GLX context is current: EGL's own contexts can replace each other.
+/// Takes the host's GLX context away from this thread and makes it current again at the end. The
+/// platform draws off screen with EGL, and EGL refuses to make its contexts current while a GLX
+/// context is current. Does nothing when no GLX context is current, because EGL's own contexts can
+/// replace each other.
 class HostContextPause
 {
 public:

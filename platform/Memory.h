@@ -20,11 +20,11 @@ constexpr UINT GMEM_ZEROINIT = 0x0040;
 /// when there is too little memory. The bytes are reached through GlobalLock, whatever the flags.
 /// The caller frees the block with GlobalFree.
 ORVANE_API HGLOBAL GlobalAlloc(UINT flags, std::size_t count);
-/// Returns the block's bytes, and null for anything but a block. Each call adds a lock.
+/// Returns the block's bytes; null when the handle names no block. Each call adds a lock.
 ORVANE_API LPVOID GlobalLock(HGLOBAL block);
 /// Takes one lock away. Returns whether the block is still locked.
 ORVANE_API BOOL GlobalUnlock(HGLOBAL block);
-/// The block's size in bytes; 0 for anything but a block.
+/// The block's size in bytes; 0 when the handle names no block.
 ORVANE_API std::size_t GlobalSize(HGLOBAL block);
 /// Frees a block, also a locked one. Returns null on success and \p block on failure.
 ORVANE_API HGLOBAL GlobalFree(HGLOBAL block);

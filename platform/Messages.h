@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Message boxes and messages to windows. A host can handle them itself; otherwise they never wait
-/// for anybody.
+/// Message boxes and messages to windows. A host can set handlers for both. Without handlers the
+/// calls return at once.
 
 #include "platform/Export.h"
 #include "platform/Types.h"

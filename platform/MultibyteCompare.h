@@ -6,8 +6,8 @@
 #include <cstring>
 
 #if !defined(_WIN32)
-/// Compares two texts byte by byte as unsigned values, whatever the locale. Negative, zero or
-/// positive, like strcmp.
+/// Compares two texts byte by byte as unsigned values, whatever the locale. The result is negative,
+/// zero or positive, as with strcmp.
 inline int _mbscmp(const unsigned char* left, const unsigned char* right)
 {
     return std::strcmp(reinterpret_cast<const char*>(left), reinterpret_cast<const char*>(right));

@@ -7,14 +7,14 @@
 #include "platform/Export.h"
 #include "platform/Types.h"
 
-/// A program calls this before anything else. Standard streams that are closed are opened on
-/// nothing, so that no file opened later takes their place. Writing to a pipe that nobody reads, or
-/// past the limit of a file's size, then fails instead of ending the process.
+/// A program calls this before anything else. Standard streams that are closed are opened on the
+/// null device, so that no file opened later takes their place. From then on, writing to a pipe
+/// that nobody reads, or past the limit of a file's size, fails instead of ending the process.
 ORVANE_API void PrepareProcess();
 
 /// Names a file that is removed when a signal interrupts the process or tells it to end; null names
-/// none. A second call replaces the first file. Only a program may call this, because it sets what
-/// signals do: they still end the process, and ignored signals stay ignored.
+/// no file. A second call replaces the first file. Only a program may call this, because it
+/// installs signal handlers. The signals still end the process, and ignored signals stay ignored.
 ORVANE_API void RemoveWhenInterrupted(const char* path);
 
 /// Lets an interruption first signal an event, so that the program can stop its work and call

@@ -56,8 +56,9 @@ struct PIXELFORMATDESCRIPTOR
 };
 static_assert(sizeof(PIXELFORMATDESCRIPTOR) == 40);
 
-/// The index, from 1, of the pixel format nearest to the wanted one. 0 when the wanted format draws
-/// into windows, has two buffers, is stereo or uses colour indices, which are not offered.
+/// The index, from 1, of the pixel format nearest to the wanted format. 0 when the wanted format
+/// draws into windows, has two buffers, is stereo or uses colour indices, because no such format is
+/// offered.
 ORVANE_API int ChoosePixelFormat(HDC dc, const PIXELFORMATDESCRIPTOR* wanted);
 
 /// Describes a pixel format, unless \p description is null, and returns the largest index of a
@@ -68,13 +69,13 @@ ORVANE_API int DescribePixelFormat(HDC dc, int format, UINT size,
 /// The index of the device context's pixel format; 0 when none is set.
 ORVANE_API int GetPixelFormat(HDC dc);
 
-/// Sets the pixel format. FALSE when there is no such format or the device context has another one
-/// already, which cannot be changed. \p description is ignored.
+/// Sets the pixel format. Returns FALSE when there is no such format or when the device context
+/// already has another format, which cannot be changed. \p description is ignored.
 ORVANE_API BOOL SetPixelFormat(HDC dc, int format, const PIXELFORMATDESCRIPTOR* description);
 
 /// Makes an OpenGL context for a device context that has a pixel format and a selected bitmap of at
-/// least 4 bits a pixel. Null when it has not, or when OpenGL is not available (GetLastErrorText
-/// says why).
+/// least 4 bits a pixel. Null when the device context has no such format or bitmap, or when OpenGL
+/// is not available (GetLastErrorText says why).
 ORVANE_API HGLRC wglCreateContext(HDC dc);
 
 /// Deletes a context, after making it not current on this thread. FALSE when it is current on
@@ -84,11 +85,11 @@ ORVANE_API BOOL wglDeleteContext(HGLRC context);
 /// Makes a context current on this thread, to draw into the bitmap that \p dc has selected. The
 /// device context must have the pixel format that the context was made with. With a null \p
 /// context, no context is current afterwards. After FALSE the current context is the same as
-/// before, or none if OpenGL itself refused.
+/// before, or no context is current if OpenGL itself refused.
 ORVANE_API BOOL wglMakeCurrent(HDC dc, HGLRC context);
 
-/// The context that is current on this thread and its device context; null when none of these
-/// contexts is.
+/// The context that is current on this thread, and its device context. Null when no context of
+/// wglCreateContext or AdoptCurrentContext is current.
 ORVANE_API HGLRC wglGetCurrentContext();
 ORVANE_API HDC wglGetCurrentDC();
 
@@ -113,6 +114,6 @@ ORVANE_API void ReleaseAdoptedContext();
 
 /// Makes the current context cut every quadrilateral along the same diagonal, also one that lies
 /// partly outside the picture. The colours between its corners depend on the diagonal, so the bands
-/// of a large picture would not match otherwise. With flat shading, another corner gives the colour
-/// than usual. Does nothing if OpenGL lacks the setting.
+/// of a large picture would not match otherwise. With flat shading, the colour then comes from
+/// another corner than usual. Does nothing if OpenGL lacks the setting.
 ORVANE_API void CutQuadsAlike();

@@ -63,8 +63,8 @@ constexpr DWORD STREAM_SEEK_END = 2;
 struct ORVANE_API IUnknown
 {
     virtual ULONG AddRef() = 0;
-    /// AddRef adds a reference. Release takes one away and deletes the object with the last. Both
-    /// return the number of references left.
+    /// AddRef adds a reference. Release takes a reference away and deletes the object with the last
+    /// reference. Both return the number of references left.
     virtual ULONG Release() = 0;
 
 protected:
@@ -74,8 +74,8 @@ protected:
 /// Bytes with a position. A stream may outlive its storage; bytes written after that are lost.
 struct ORVANE_API IStream : IUnknown
 {
-    /// Reads up to \p size bytes. Fewer, at the end of the stream, are no failure. \p done, if not
-    /// null, receives the number read.
+    /// Reads up to \p size bytes. Reading fewer bytes at the end of the stream is no failure. \p
+    /// done, if not null, receives the number read.
     virtual HRESULT Read(void* bytes, ULONG count, ULONG* done) = 0;
     virtual HRESULT Write(const void* bytes, ULONG count, ULONG* done) = 0;
     /// Positions beyond the end are allowed. A later write there fills the gap with zeros.
@@ -83,12 +83,13 @@ struct ORVANE_API IStream : IUnknown
     virtual HRESULT SetSize(ULARGE_INTEGER size) = 0;
 };
 
-/// The streams of a compound file. A name has 1 to 31 characters, each 32 or above and none of the
-/// four / \ : !. Names that differ only in the case of A to Z are the same name.
+/// The streams of a compound file. A name has 1 to 31 characters. Each character has a code of 32
+/// or above and is not one of / \ : and !. Names that differ only in the case of A to Z are the
+/// same name.
 struct ORVANE_API IStorage : IUnknown
 {
-    /// \param mode with STGM_CREATE an existing stream of that name is emptied; without, the call
-    /// fails if there is one.
+    /// \param mode with STGM_CREATE an existing stream of that name is emptied; without STGM_CREATE
+    /// the call fails if such a stream exists.
     virtual HRESULT CreateStream(const OLECHAR* name, DWORD mode, DWORD reserved1, DWORD reserved2,
                                  IStream** stream) = 0;
     virtual HRESULT OpenStream(const OLECHAR* name, void* reserved1, DWORD mode, DWORD reserved2,
@@ -100,8 +101,10 @@ struct ORVANE_API IStorage : IUnknown
 
 /// Makes a compound file. The streams are kept in memory and are written by Commit and when the
 /// last reference is released; until then the file is empty. Only Commit reports whether writing
-/// failed. \param name in UTF-16. \param mode with STGM_CREATE an existing file is replaced;
-/// without, the call fails if there is one.
+/// failed.
+/// \param name in UTF-16.
+/// \param mode with STGM_CREATE an existing file is replaced; without STGM_CREATE the call fails if
+/// the file exists.
 ORVANE_API HRESULT StgCreateDocfile(const OLECHAR* name, DWORD mode, DWORD reserved,
                                     IStorage** storage);
 

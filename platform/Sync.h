@@ -15,7 +15,7 @@ constexpr DWORD WAIT_ABANDONED = 0x80;
 constexpr DWORD WAIT_TIMEOUT = 258;
 constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
 
-/// Ignored where it is a parameter, because processes share no objects here.
+/// A parameter of this type is ignored, because processes share no objects here.
 struct SECURITY_ATTRIBUTES;
 
 /// Makes a mutex that one thread owns at a time and may lock several times. \p name must be null,
@@ -35,8 +35,9 @@ ORVANE_API BOOL ResetEvent(HANDLE event);
 
 /// Waits until a mutex can be acquired or an event is signalled. WAIT_ABANDONED means that the
 /// mutex was acquired but that its last owner, a thread, ended without releasing it. WAIT_FAILED
-/// means that the handle names neither a mutex nor an event. \param milliseconds the longest wait;
-/// with 0 the call returns at once, with INFINITE it waits as long as it takes.
+/// means that the handle names neither a mutex nor an event.
+/// \param milliseconds the longest wait; with 0 the call returns at once, with INFINITE it waits
+/// without a limit.
 ORVANE_API DWORD WaitForSingleObject(HANDLE object, DWORD milliseconds);
 
 /// Closes the handle of a mutex, event, file or mapping. Threads that are waiting for the object go

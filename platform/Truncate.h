@@ -10,7 +10,8 @@
 
 inline std::int64_t TruncateToInt64(double value)
 {
-    // 2 to the 63rd: this and larger doubles do not fit, and neither do those below its negative.
+    // 2 to the 63rd. This and larger doubles do not fit 64 bits, and doubles below -(2 to the 63rd)
+    // do not fit either.
     constexpr double limit = 9223372036854775808.0;
     if (value >= limit)
     {

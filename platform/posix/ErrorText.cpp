@@ -10,7 +10,8 @@ namespace posix
 namespace
 {
 
-// Apart from the text because it has no destructor, so that it can be used while the thread ends.
+// The number is a variable of its own, without a destructor, so that it can be used while the
+// thread ends.
 thread_local bool hasText = false;
 
 std::string& TextOfThread()

@@ -16,13 +16,13 @@ const char* TextOf(DWORD error)
         case ERROR_SUCCESS:
             return "";
         case ERROR_INVALID_HANDLE:
-            return "the handle names nothing of this kind";
+            return "the handle names no object of the expected kind";
         case ERROR_NOT_ENOUGH_MEMORY:
             return "there is not enough memory";
         case ERROR_INVALID_PARAMETER:
             return "an argument is outside its range";
         case ERROR_BUSY:
-            return "it is in use on another thread";
+            return "the object is in use";
         case ERROR_NOT_OWNER:
             return "the mutex is not owned by this thread";
         case ERROR_INVALID_PIXEL_FORMAT:

@@ -12,7 +12,7 @@
 namespace posix
 {
 
-/// An open file. It is closed when it is no longer shared by anybody.
+/// An open file. It is closed when its last shared pointer goes.
 struct File final : KernelObject
 {
     explicit File(int fileDescriptor) : descriptor(fileDescriptor) {}
@@ -54,8 +54,8 @@ struct FileMapping final : KernelObject
     bool isWritable = false;
 };
 
-/// Maps bytes of a file, at any offset. They stay mapped as long as the returned pointer is shared
-/// by anybody. Null when the range lies outside the mapping or the system refuses.
+/// Maps bytes of a file, at any offset. They stay mapped as long as the returned pointer or a copy
+/// of it exists. Null when the range lies outside the mapping or the system refuses.
 std::shared_ptr<void> MapBytes(const FileMapping& mapping, std::uint64_t offset, std::size_t count,
                                bool writable);
 

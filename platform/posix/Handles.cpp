@@ -16,9 +16,9 @@ namespace
 struct Slot
 {
     std::shared_ptr<HandleObject> object;
-    MakeHandleObject make = nullptr;  // makes the object at its first use; null once it has
+    MakeHandleObject make = nullptr;  // makes the object at its first use; null after that
     std::uint32_t generation = 0;
-    std::uint32_t nextFree = 0;  // the next free place plus 1; 0 for none
+    std::uint32_t nextFree = 0;  // the next free place plus 1; 0 when there is no next one
 
     bool IsEmpty() const { return object == nullptr && make == nullptr; }
 };
@@ -27,7 +27,7 @@ struct Table
 {
     std::mutex mutex;
     std::deque<Slot> slots;
-    std::uint32_t firstFree = 0;  // the first free place plus 1; 0 for none
+    std::uint32_t firstFree = 0;  // the first free place plus 1; 0 when no place is free
 };
 
 // Handles are multiples of four, as callers may expect of handles, and never null.
@@ -42,7 +42,8 @@ Table& TheTable()
     return *table;
 }
 
-/// The slot that a handle names; null when it names none. Called with the table locked.
+/// The slot that a handle names; null when the handle names no slot. The caller has locked the
+/// table.
 Slot* FindSlot(Table& table, const void* handle)
 {
     const std::uint64_t value = reinterpret_cast<std::uintptr_t>(handle);

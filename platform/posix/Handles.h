@@ -28,25 +28,25 @@ struct KernelObject : HandleObject
 void* AddHandle(std::shared_ptr<HandleObject> object);
 
 using MakeHandleObject = std::shared_ptr<HandleObject> (*)();
-/// The same for an object that is made when its handle is first used. Every node of a scene has a
-/// mutex, and most are never used.
+/// Adds an object that is made only when its handle is first used, and returns the handle. Every
+/// node of a scene has a mutex, and most of these mutexes are never used.
 void* AddHandle(MakeHandleObject make);
 
-/// The object that a handle names; null when it names none.
+/// The object that a handle names; null when the handle names no object.
 std::shared_ptr<HandleObject> FindHandle(const void* handle);
 
-/// Removes a handle from the table and returns its object, which lives as long as anybody shares
-/// it. Null when the handle was not in the table.
+/// Removes a handle from the table and returns its object, which lives as long as a shared pointer
+/// to it exists. Null when the handle was not in the table.
 std::shared_ptr<HandleObject> RemoveHandle(const void* handle);
 
-/// The object of type Object that a handle names; null when it names none.
+/// The object that a handle names; null when the handle names no object of type Object.
 template <typename Object>
 std::shared_ptr<Object> Resolve(const void* handle)
 {
     return std::dynamic_pointer_cast<Object>(FindHandle(handle));
 }
 
-/// The same. When there is none, the error becomes ERROR_INVALID_HANDLE.
+/// Like the function above, but also sets the error ERROR_INVALID_HANDLE when it returns null.
 template <typename Object>
 std::shared_ptr<Object> ResolveOrRefuse(const void* handle)
 {

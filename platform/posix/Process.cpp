@@ -19,8 +19,8 @@ namespace
 constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
 std::atomic<const char*> unfinishedFile = nullptr;
-std::atomic<int> interruption = 0;  // the number of the signal that came; 0 for none
-std::atomic<int> wakingPipe = -1;   // write end of the pipe to WaitAndSignal; -1 for none
+std::atomic<int> interruption = 0;  // the number of the signal that came; 0 before a signal
+std::atomic<int> wakingPipe = -1;   // write end of the pipe to WaitAndSignal; -1 before it is made
 static_assert(std::atomic<const char*>::is_always_lock_free &&
                   std::atomic<int>::is_always_lock_free,
               "a signal handler reads them");
@@ -86,8 +86,8 @@ void PrepareProcess()
     {
         if (fcntl(stream, F_GETFD) == -1)
         {
-            // open returns the lowest free descriptor, which is this stream's. Reading finds the
-            // end of the file at once, and writing fails.
+            // open returns the lowest free descriptor, which is that of the closed stream. Reading
+            // from it finds the end of the file at once, and writing to it fails.
             static_cast<void>(open("/dev/null", O_RDONLY));
         }
     }

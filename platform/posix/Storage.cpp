@@ -33,7 +33,7 @@ struct Unreferrer
 template <typename Object>
 using Counted = std::unique_ptr<Object, Unreferrer>;
 
-/// Keeps libgsf from writing messages about damaged files to standard error as long as it exists.
+/// As long as this object exists, libgsf writes no messages about damaged files to standard error.
 class Quiet
 {
 public:
@@ -78,7 +78,7 @@ bool IsStreamName(const OLECHAR* name)
            });
 }
 
-/// The name with A to Z in lower case, by which streams are found.
+/// The key by which a stream is found: its name with A to Z in lower case.
 std::string KeyOf(std::string name)
 {
     for (char& character : name)
@@ -116,8 +116,8 @@ bool WriteContent(GsfOutfile* file, const Content& content)
 
 HRESULT WriteCompound(Compound& compound)
 {
-    // libgsf writes a file beside the old one and renames it at the end, so that the old file stays
-    // if there is an error before.
+    // libgsf writes a new file beside the old file and renames it at the end, so that the old file
+    // stays if an error comes before.
     const Counted<GsfOutput> output(gsf_output_stdio_new(compound.path.c_str(), nullptr));
     if (output == nullptr)
     {
@@ -260,7 +260,8 @@ public:
         const std::uint64_t from = origin == STREAM_SEEK_CUR   ? at_
                                    : origin == STREAM_SEEK_END ? content_->bytes.size()
                                                                : 0;
-        // Positions are below 2 to the 63rd, so the sum of two fits an unsigned number.
+        // Positions are below 2 to the 63rd, so the sum of two positions fits an unsigned number of
+        // 64 bits.
         const std::uint64_t to = from + static_cast<std::uint64_t>(move.QuadPart);
         if (origin > STREAM_SEEK_END || to > std::numeric_limits<std::int64_t>::max())
         {

@@ -21,8 +21,8 @@ struct Waitable : posix::KernelObject
     std::mutex lock;
     std::condition_variable changed;
 
-    /// Acquires the object for the calling thread, with WAIT_OBJECT_0 or WAIT_ABANDONED as result,
-    /// or returns WAIT_TIMEOUT if that is not possible now. Called with the lock held.
+    /// Acquires the object for the calling thread and returns WAIT_OBJECT_0 or WAIT_ABANDONED.
+    /// Returns WAIT_TIMEOUT if the object cannot be acquired now. The caller holds the lock.
     virtual DWORD Acquire() = 0;
     /// A quick check without the lock. False only if Acquire would return WAIT_TIMEOUT.
     virtual bool MayAcquire() const { return true; }
@@ -51,8 +51,8 @@ struct Event final : Waitable
     bool MayAcquire() const override { return isSignalled; }
 };
 
-/// Set when the thread's OwnedMutexes have been destroyed. It has no destructor itself, so it can
-/// be read even then.
+/// Set when the thread's OwnedMutexes have been destroyed. This variable has no destructor, so it
+/// can be read even after that.
 thread_local bool isThreadEnding = false;
 
 /// The mutexes that a thread owns. They are abandoned when the thread ends. The pointers are weak:
@@ -90,8 +90,8 @@ private:
     std::vector<std::weak_ptr<Mutex>> mutexes_;
 };
 
-/// Null while the thread ends. Mutexes that destructors of static objects acquire then are never
-/// abandoned.
+/// The mutexes of the calling thread. Null while the thread ends: a mutex that a destructor
+/// acquires at that time is never abandoned.
 OwnedMutexes* OwnedByThisThread()
 {
     if (isThreadEnding)
@@ -220,7 +220,8 @@ DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds)
         SetLastError(ERROR_INVALID_HANDLE);
         return WAIT_FAILED;
     }
-    // Drawing tests an event before every letter, so the usual answer takes no lock.
+    // Drawing tests an event before every letter, so the usual result, a timeout, is found without
+    // the lock.
     if (milliseconds == 0 && !object->MayAcquire())
     {
         return WAIT_TIMEOUT;

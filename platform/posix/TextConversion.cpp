@@ -21,7 +21,7 @@ namespace
 
 constexpr const char* ucs4 = std::endian::native == std::endian::little ? "UCS-4LE" : "UCS-4BE";
 
-/// U+FFFD, which stands for bytes that are no character.
+/// U+FFFD, which stands for bytes that are not a valid character.
 constexpr char32_t replacement = 0xFFFD;
 
 /// An open converter of the iconv library.

@@ -23,7 +23,7 @@ void AppendUtf8(std::string& text, char32_t character);
 /// CodeOf and ToCodePage know only the ASCII characters.
 bool IsOfferedCodePage(UINT codePage);
 
-/// The code of a character in a code page; nothing when the code page lacks it.
+/// The code of a character in a code page; no value when the code page lacks the character.
 std::optional<char> CodeOf(char32_t character, UINT codePage);
 
 /// The character that a code stands for. A code that the code page leaves undefined (in 1252, for

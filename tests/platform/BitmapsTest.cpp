@@ -180,7 +180,7 @@ TEST(Errors, TheLastErrorOfAThreadHasANumberAndAText)
     EXPECT_EQ(GetLastErrorText(), "");
     DeleteDC(nullptr);
     EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
-    EXPECT_EQ(GetLastErrorText(), "the handle names nothing of this kind");
+    EXPECT_EQ(GetLastErrorText(), "the handle names no object of the expected kind");
     SetLastError(12345);
     EXPECT_EQ(GetLastErrorText(), "error 12345");
 }

@@ -63,7 +63,8 @@ private:
     BYTE levels_[16][256];
 };
 
-/// The number of levels of a channel with this mask; 256 at most, because the source has no more.
+/// The number of levels of a channel with this mask: 256 at most, because the source has no more
+/// levels.
 int LevelCount(DWORD mask)
 {
     return 1 << std::clamp(std::popcount(mask), 1, 8);
@@ -76,7 +77,7 @@ void PackTriples(const BYTE* bgra, int count, BYTE* out)
     constexpr std::uint64_t second = first << 32;
     for (; count >= 4; count -= 4, bgra += 16, out += 12)
     {
-        std::uint64_t low;  // two pixels; the other has the next two
+        std::uint64_t low;  // two pixels; the other variable holds the next two
         std::uint64_t high;
         std::memcpy(&low, bgra, sizeof low);
         std::memcpy(&high, bgra + sizeof low, sizeof high);
@@ -160,8 +161,8 @@ private:
     int shifts_[3];
 };
 
-/// For pixels that are indices of a colour table. The nearest colour is taken, the first of equally
-/// near ones.
+/// For pixels that are indices of a colour table. The nearest colour is taken; of equally near
+/// colours, the first.
 class TableEncoder final : public Encoder
 {
 public:

@@ -19,17 +19,18 @@ bool IsPlain32(const Bitmap& bitmap);
 /// Alpha is 255 where the bitmap has none.
 void ExpandPixels(const Bitmap& bitmap, const BYTE* row, int first, int count, BYTE* bgra);
 
-/// How channels of 8 bits become channels of fewer bits: by rounding or by ordered dithering.
+/// The way in which channels of 8 bits become channels of fewer bits: rounding or ordered
+/// dithering.
 enum class Reduction
 {
     Round,
     Dither
 };
 
-/// The meaning of the pixels of a bitmap of 8 bits or fewer. Own: indices of the colour table,
-/// where the nearest colour is taken. OpenGL: channels in the pixel itself, whatever the table
-/// says; with 8 bits, from the lowest, 3 for red, 3 for green and 2 for blue, with 4 bits 1 for
-/// each, and with 1 bit none.
+/// The meaning of the pixels of a bitmap of 8 bits or fewer. With Own, a pixel is the index of the
+/// nearest colour in the colour table. With OpenGL, the pixel itself holds channels, whatever the
+/// table says. Of 8 bits, from the lowest, 3 are red, 3 green and 2 blue; of 4 bits, red, green and
+/// blue have 1 each; a pixel of 1 bit has no channels.
 enum class Colors
 {
     Own,

@@ -197,8 +197,8 @@ void TransferRendered(const Bitmap& picture, int height, const Axis& columns, co
         BYTE* const row = pixels.data() + rowBytes * static_cast<std::size_t>(rows.Count() - 1 - i);
         std::memcpy(row, source.Row(rows.sources[i]), rowBytes);
     }
-    // Alpha is set to 255, so that pictures are opaque; the fourth byte of 32-bit pictures has no
-    // meaning.
+    // Alpha is set to 255, so that pictures are opaque, because the fourth byte of 32-bit pictures
+    // has no meaning.
     for (std::size_t i = 3; i < pixels.size(); i += 4)
     {
         pixels[i] = 255;
@@ -260,7 +260,7 @@ int SetDIBits(HDC, HBITMAP handle, UINT first, UINT count, const void* bits, con
     {
         return 0;
     }
-    // \p bits holds these rows only, starting with the lowest or the highest of them.
+    // \p bits holds only these rows and begins with the lowest or the highest of them.
     Bitmap band = *picture;
     band.height = rows;
     Target target(nullptr, bitmap);

@@ -16,7 +16,7 @@ namespace posix
 /// into.
 void FlushRendering();
 
-/// The same, when \p bits points into the bits of that bitmap.
+/// The same, but only when \p bits points into the bits of that bitmap.
 void FlushRenderingOf(const void* bits);
 
 /// The size of the surface that a context draws on, in pixels.
@@ -26,11 +26,11 @@ struct SurfaceSize
     int height;
 };
 
-/// The size of the current context's surface, if the context draws into this bitmap or, adopted,
-/// was given this device context. Otherwise nothing. Either may be null.
+/// The size of the current context's surface, if the context draws into this bitmap, or if it is
+/// adopted and has this device context. Otherwise no value. Both parameters may be null.
 std::optional<SurfaceSize> RenderedSurface(HDC dc, const Bitmap* bitmap);
 
-/// Draws pixels through the current context: see DrawPixels.
+/// Draws pixels through the current context. See DrawPixels.
 void DrawRendered(int x, int y, int width, int height, const BYTE* bgra);
 
 /// If the current context draws into this device context, copies its pixels into the bits and makes

@@ -17,8 +17,8 @@ namespace
 {
 
 /// The configuration with exactly 8 bits a channel and these bits for the stencil; null when there
-/// is none. EGL sorts its list by the depth of colours and puts ten bits a channel first, so the
-/// first one is not taken blindly.
+/// is none. EGL sorts its list by the depth of colours and puts configurations of ten bits a
+/// channel first, so the first configuration may be a wrong one.
 EGLConfig FindConfig(EGLDisplay display, EGLint stencilBits)
 {
     const EGLint wanted[] = {EGL_SURFACE_TYPE,
@@ -66,8 +66,8 @@ EGLConfig FindConfig(EGLDisplay display, EGLint stencilBits)
 }
 
 /// Makes a context current on a surface of one pixel and asks OpenGL how large a surface may be.
-/// EGL's own limit is useless: larger surfaces often work, and EGL does not refuse those that do
-/// not.
+/// EGL's own limit is useless: larger surfaces often work, and EGL does not refuse the surfaces
+/// that do not work.
 bool FindMaximumSize(EglSystem& system, std::string* reason)
 {
     const EGLint attributes[] = {EGL_WIDTH, 1, EGL_HEIGHT, 1, EGL_NONE};

@@ -23,8 +23,8 @@ struct EglSystem
 class KeptCurrent
 {
 public:
-    /// \param display on which to make the then current context not current, when none was current
-    /// before.
+    /// \param display used at the end to make the current context not current, if no context was
+    /// current at the beginning.
     explicit KeptCurrent(EGLDisplay display);
     ~KeptCurrent();
     KeptCurrent(const KeptCurrent&) = delete;

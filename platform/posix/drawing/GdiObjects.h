@@ -12,7 +12,8 @@ enum class GdiKind
     Bitmap
 };
 
-/// The base of the objects that SelectObject takes. Only DeviceContexts.cpp uses the two variables.
+/// The base of the objects that SelectObject takes. DeviceContexts.cpp guards selections with a
+/// lock.
 struct GdiObject : HandleObject
 {
     explicit GdiObject(GdiKind objectKind) : kind(objectKind) {}

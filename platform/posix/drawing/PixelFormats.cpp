@@ -14,7 +14,8 @@ using posix::DeviceContext;
 using posix::ResolveOrRefuse;
 
 /// The colours of a pixel format. Each depth has four formats with successive indices. The order
-/// puts the formats of 8 bits at 17, because callers use that index without asking.
+/// puts the formats of 8 bits at index 17, because GLMemoryDIB uses that index when
+/// ChoosePixelFormat finds no format.
 struct Depth
 {
     BYTE colorBits;
@@ -78,7 +79,7 @@ int ChoosePixelFormat(HDC dc, const PIXELFORMATDESCRIPTOR* wanted)
         SetLastError(ERROR_INVALID_PARAMETER);
         return 0;
     }
-    // Take the smallest depth that has enough bits or, if none has, the largest.
+    // Take the smallest depth that has enough bits. If no depth has enough, take the largest.
     int best = 0;
     for (int i = 0; i < static_cast<int>(std::size(depths)); ++i)
     {

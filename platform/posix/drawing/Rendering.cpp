@@ -218,7 +218,7 @@ HDC AdoptCurrentContext(int width, int height)
     adopted.size = {width, height};
     if (current->context != nullptr)
     {
-        current->Release();  // which leaves the host's context current
+        current->Release();  // leaves the host's context current
     }
     current->isAdopted = true;
     return adopted.dc;
@@ -241,8 +241,8 @@ BOOL wglShareLists(HGLRC handle, HGLRC otherHandle)
     {
         return FALSE;
     }
-    // OpenGL contexts can share only from the moment they are made, so the other one is made anew,
-    // which loses nothing as long as it has never been current.
+    // OpenGL contexts can share only from the moment they are made, so the other context is made
+    // again. Nothing is lost by that, because the other context has never been current.
     if (other->wasCurrent || context == other)
     {
         SetLastError(ERROR_BUSY);

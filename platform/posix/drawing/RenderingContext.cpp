@@ -18,8 +18,8 @@ namespace
 /// Guards the owners of all contexts.
 std::mutex ownerLock;
 
-/// Set when the thread's CurrentContext has been destroyed. It has no destructor itself, so it can
-/// be read even then.
+/// Set when the thread's CurrentContext has been destroyed. This variable has no destructor, so it
+/// can be read even after that.
 thread_local bool isThreadEnding = false;
 
 }  // namespace

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The OpenGL contexts of this backend, and the one that each thread has current.
+/// The OpenGL contexts of this backend, and the context that is current on each thread.
 
 #include "platform/OpenGL.h"
 #include "platform/posix/drawing/BitmapObject.h"
@@ -23,13 +23,13 @@ struct RenderingContext final : HandleObject
     RenderingContext(const EglSystem& eglSystem, int format);
     ~RenderingContext() override;
 
-    /// Makes the OpenGL context, in place of the one that there is. \p shared may be
-    /// EGL_NO_CONTEXT; otherwise the two share lists and textures. False, with the error set, when
+    /// Makes the OpenGL context, which replaces an earlier one. \p shared may be EGL_NO_CONTEXT;
+    /// otherwise the new context shares lists and textures with it. False, with the error set, when
     /// OpenGL refuses.
     bool CreateContext(EGLContext shared);
 
-    /// Makes a surface of the bitmap's size unless there is one. False, with the error set, when
-    /// OpenGL refuses.
+    /// Makes a surface of the bitmap's size, unless the surface has that size already. False, with
+    /// the error set, when OpenGL refuses.
     bool FitSurface(const Bitmap& bitmap);
 
     /// Makes this thread the owner. False, with ERROR_BUSY set, when the context is current on
@@ -67,12 +67,12 @@ struct AdoptedContext final : HandleObject
     HGLRC handle = nullptr;  ///< removed with the adoption
 };
 
-/// What is current on one thread: a context of ours, an adopted one, or none.
+/// The current OpenGL context of one thread: a RenderingContext, an adopted context, or no context.
 struct CurrentContext
 {
     ~CurrentContext();
 
-    /// Calls a function while the context of ours is OpenGL's current one. There must be one.
+    /// Calls a function while \c context is OpenGL's current context. \c context must not be null.
     template <typename Function>
     void CallInContext(Function function) const
     {
@@ -81,7 +81,7 @@ struct CurrentContext
             function();
             return;
         }
-        // The host has made another context current since; it gets that one back afterwards.
+        // The host has made another context current since, which becomes current again afterwards.
         const KeptCurrent kept(context->egl.display);
         if (eglMakeCurrent(context->egl.display, context->surface, context->surface,
                            context->context))
@@ -90,13 +90,13 @@ struct CurrentContext
         }
     }
 
-    /// Copies OpenGL's pixels into the bits of the bitmap, when a context of ours is current.
+    /// Copies OpenGL's pixels into the bits of \c bitmap, unless \c context is null.
     void Flush() const;
 
-    /// Flushes, and makes whatever is current not current.
+    /// Flushes, and makes the current context not current.
     void Release();
 
-    /// Lets the context of ours go without a flush.
+    /// Drops \c context without a flush.
     void Forget();
 
     /// Makes the adopted context not current. It stays adopted.
@@ -105,15 +105,16 @@ struct CurrentContext
     /// Ends the adoption. The host's context stays current.
     void ForgetAdopted();
 
-    std::shared_ptr<RenderingContext> context;  ///< null unless a context of ours is current
+    std::shared_ptr<RenderingContext> context;  ///< null unless a RenderingContext is current
     bool isAdopted = false;                     ///< whether the adopted context is current
-    std::shared_ptr<AdoptedContext> adopted;    ///< whether current or not; null for none
+    std::shared_ptr<AdoptedContext> adopted;    ///< also while it is not current; null for none
     std::shared_ptr<Bitmap> bitmap;             ///< the bitmap that \c context draws into
     HGLRC handle = nullptr;                     ///< of \c context
     HDC dc = nullptr;                           ///< the device context that it was made current on
 };
 
-/// This thread's. Null while the thread ends, when nothing is current any more.
+/// The CurrentContext of the calling thread. Null while the thread ends, when no context is current
+/// any more.
 CurrentContext* CurrentOfThread();
 
 }  // namespace posix

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// The measures of a face in font units, and how they follow from the tables of its file.
+/// The measures of a face in font units, and their calculation from the tables of the face's file.
 
 #include "platform/Fonts.h"
 
@@ -57,8 +57,8 @@ struct DesignMetrics
 struct DesignTables
 {
     int unitsPerEm = 0;
-    int ascent = 0;       ///< of the face; used without an OS/2 table
-    int descent = 0;      ///< the same; positive
+    int ascent = 0;       ///< of the face; used where an OS/2 table does not give it
+    int descent = 0;      ///< used like ascent; positive
     int widestWidth = 0;  ///< the largest advance; used like ascent
     RECT box = {};        ///< the top is the larger y
     bool bold = false;
@@ -83,7 +83,7 @@ public:
     /// \param bytes its text as the file stores it
     void Offer(unsigned platform, std::string_view bytes);
 
-    /// Whether the best name was found, so that no other needs to be offered.
+    /// Whether the best name has been found, so that no other name needs to be offered.
     bool IsFound() const { return found_; }
     const std::string& Text() const { return text_; }
 

@@ -223,7 +223,8 @@ std::vector<BYTE> OutlineRecord(const CatalogFace& face, const DesignMetrics& de
         return std::bit_cast<PSTR>(offset);
     };
     record.otmpFamilyName = append(face.family);
-    // Cut to the length that an enumeration delivers, so that both give the same name.
+    // The name is cut to the length that an enumeration delivers, so that both calls give the same
+    // name.
     record.otmpFaceName = append(std::string_view(face.full).substr(0, LF_FULLFACESIZE - 1));
     record.otmpStyleName = append(face.style);
     record.otmpFullName = append(ToCodePage(design.unique, codePage));

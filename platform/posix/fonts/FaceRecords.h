@@ -15,16 +15,17 @@ namespace posix
 /// The scale of a font, from font units to pixels.
 struct FontSize
 {
-    int pixels = 0;  ///< so many pixels ...
-    int units = 1;   ///< ... are so many font units
+    int pixels = 0;  ///< the number of pixels that ...
+    int units = 1;   ///< ... this number of font units takes
     int pixelsPerEm = 0;
 
     /// Font units in pixels, rounded to the nearest, halves away from zero.
     LONG operator()(int fontUnits) const;
 };
 
-/// The size for a LOGFONTA::lfHeight: a negative height is that of the em square in pixels, a
-/// positive one that of the cell, and 0 means 12 points at 96 dots per inch.
+/// The size for a LOGFONTA::lfHeight. A negative value is minus the height of the em square in
+/// pixels, a positive value is the height of the cell in pixels, and 0 means 12 points at 96 dots
+/// per inch.
 FontSize SizeForHeight(LONG height, const DesignMetrics& design);
 
 /// The size for which an enumeration describes a face, of about 32 pixels per em.

@@ -62,8 +62,8 @@ auto DistanceFromRegular(const CatalogFace* face)
                            Far(installed.width, 100), installed.kind);
 }
 
-/// The usable face that comes nearest to a weight and a slant, the first of equally near ones. Null
-/// when no face is usable.
+/// The usable face that comes nearest to a weight and a slant; of equally near faces, the first.
+/// Null when no face is usable.
 const CatalogFace* BestOf(const std::vector<const CatalogFace*>& faces, int weight, bool italic)
 {
     const auto distance = [&](const CatalogFace& face) {
@@ -237,7 +237,8 @@ CatalogState& TheState()
     return *state;
 }
 
-/// The catalogue for the process's settings, made if need be. The caller holds the lock.
+/// The catalogue for the process's settings, which is made if there is none yet. The caller holds
+/// the lock.
 std::shared_ptr<const FontCatalog> Catalog(CatalogState& state)
 {
     if (!state.listed)

@@ -25,9 +25,10 @@ struct CatalogFace
     std::string family;
     std::string style;
     std::string full;
-    /// The name of the face in LOGFONTA: the first of its family's name, full name and PostScript
-    /// name, each cut to the size of the field, by which Find finds this face and no other. In a
-    /// usual family, of at most four faces, that is the family's name.
+    /// The name of the face in LOGFONTA: the family's name, the full name or the PostScript name,
+    /// cut to the size of the field. The first of the three is taken with which Find finds exactly
+    /// this face, or the family's name if Find finds it with none of them. In a usual family, of at
+    /// most four faces, that is the family's name.
     std::string faceName;
 };
 
@@ -37,13 +38,14 @@ struct CatalogFamily
 {
     std::string name;
     std::vector<const CatalogFace*> faces;
-    /// The regular face or the one nearest to it: a usable face if there is one, then an upright
-    /// one, then the one whose weight is nearest to 400 and whose width is nearest to normal.
+    /// The regular face or the face nearest to regular: a usable face if there is one; of those an
+    /// upright face if there is one; of those the face whose weight is nearest to 400; of equally
+    /// near weights, the face whose width is nearest to normal.
     const CatalogFace* regular = nullptr;
 };
 
-/// Entries found by name. Entries whose name is written exactly as asked for are preferred. If
-/// there are none, the case of A to Z is ignored.
+/// Entries found by name. A search finds the entries whose name is written exactly as asked for. If
+/// no entry has that name, the search ignores the case of A to Z.
 template <typename Entry>
 class NameIndex
 {
@@ -101,7 +103,7 @@ private:
 
 /// The catalogue of installed faces. It never changes, so threads can share it. Families are sorted
 /// by the bytes of their names in UTF-8. Of several faces with the same family, full name, weight,
-/// width, slant and kind of outline, it has only the one whose file's name comes first.
+/// width, slant and kind of outline, it has only the face whose file's name comes first.
 class FontCatalog
 {
 public:
@@ -115,14 +117,14 @@ public:
     UINT Outlines() const { return outlines_; }
     const std::deque<CatalogFamily>& Families() const { return families_; }
 
-    /// The faces that an enumeration with a name delivers: all faces of the families that have the
-    /// name or whose regular face has it as its full name. If there are none, the faces with that
-    /// full name.
+    /// The faces that an enumeration with a name delivers: all faces of each family that has the
+    /// name, or whose regular face has it as its full name. If no such family exists, the faces
+    /// with that full name.
     std::vector<const CatalogFace*> StylesOf(std::string_view name) const;
 
-    /// The usable face that a description means. In a family of that name it is the best one in
-    /// slant and then in weight. Without such a family, faces are found by full name and then by
-    /// PostScript name. Null when no face has the name.
+    /// The usable face that a description means. In a family of that name it is the face that fits
+    /// best in slant and then in weight. Without such a family, faces are found by full name and
+    /// then by PostScript name. Null when no face has the name.
     const CatalogFace* Find(std::string_view faceName, int weight, bool italic) const;
 
     /// The usable face nearest to a description, whatever its name. Null only when there is no
@@ -146,7 +148,7 @@ private:
 /// The catalogue in the process's code page, made when it is first needed. Never null.
 std::shared_ptr<const FontCatalog> CurrentCatalog();
 
-/// The same, but made anew if fonts were installed or removed since it was made.
+/// The same, but the catalogue is made again if fonts were installed or removed since it was made.
 std::shared_ptr<const FontCatalog> FreshCatalog();
 
 /// Reads the font configuration and lists the installed faces again. Existing fonts choose their

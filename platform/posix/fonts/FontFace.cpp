@@ -32,10 +32,11 @@ namespace
 /// Symbol fonts map the code of a character plus this number.
 constexpr FT_ULong symbolCodes = 0xF000;
 
-/// How many faces are kept open, each with its file mapped into memory.
+/// The number of faces that are kept open, each with its file mapped into memory.
 constexpr std::size_t openFaces = 16;
 
-/// How many sizes are kept for each open face. Making one runs the font's preparation program.
+/// The number of sizes that are kept for each open face. Making a size runs the font's preparation
+/// program.
 constexpr std::size_t sizesPerFace = 4;
 
 /// Guards everything of FreeType and all open faces. Never destroyed, because static objects may
@@ -46,7 +47,8 @@ std::mutex& FreeTypeMutex()
     return *mutex;
 }
 
-/// The library object, also never destroyed. Null when FreeType cannot be initialised.
+/// FreeType's library object, which is never destroyed either. Null when FreeType cannot be
+/// initialised.
 FT_Library FreeType()
 {
     static const FT_Library library = [] {
@@ -289,8 +291,8 @@ private:
     FT_UInt loadedIndex_ = 0;
 };
 
-/// The opened face. It is opened if need be, in place of the one that has not been used for
-/// longest. The caller holds FreeTypeMutex.
+/// The opened face. A face that is not open is opened, and if too many faces are open, the face
+/// whose last use is longest ago is closed. The caller holds FreeTypeMutex.
 OpenedFace& Open(const std::shared_ptr<const InstalledFace>& face)
 {
     static auto* const opened = new std::list<OpenedFace>;  // the last used first

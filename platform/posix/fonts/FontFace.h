@@ -32,19 +32,22 @@ struct GlyphOutline
 std::shared_ptr<const DesignMetrics> DesignOf(const std::shared_ptr<const InstalledFace>& face);
 
 /// Loads a character's glyph and calls \p use with it, while other threads wait. For a character
-/// that the font lacks, it is the font's mark for missing characters. TrueType outlines are hinted
-/// by the font's own instructions. The last glyph of a face is kept, so that loading it again takes
-/// no time. \param code the character's code, for symbol fonts, which know only codes \param
-/// outlines OUTLINES_AS_IS or OUTLINES_REPAIRED \return whether the glyph could be loaded
+/// that the font lacks, the glyph is the font's mark for missing characters. TrueType outlines are
+/// hinted by the font's own instructions. The last glyph of a face is kept, so that loading it
+/// again takes no time.
+/// \param code the character's code, for symbol fonts, which know only codes
+/// \param outlines OUTLINES_AS_IS or OUTLINES_REPAIRED
+/// \return whether the glyph could be loaded
 bool UseGlyph(const std::shared_ptr<const InstalledFace>& face, int pixelsPerEm, char32_t character,
               BYTE code, UINT outlines, const std::function<void(const GlyphOutline&)>& use);
 
 /// The number of a face's glyphs; 0 when its file cannot be read.
 UINT GlyphCountOf(const std::shared_ptr<const InstalledFace>& face);
 
-/// Calls \p show with a glyph's own outline, in which cubic curves have been made quadratic, and
-/// the outline handed over for it, both at one pixel per design unit. Other threads wait meanwhile.
-/// The outline is worked out anew and not kept. \return whether the glyph could be loaded
+/// Calls \p show with two outlines of a glyph, both at one pixel per design unit: the font's own
+/// outline, in which cubic curves have been made quadratic, and the outline that callers get. Other
+/// threads wait meanwhile. The second outline is calculated again and not kept.
+/// \return whether the glyph could be loaded
 bool InspectGlyph(
     const std::shared_ptr<const InstalledFace>& face, UINT index,
     const std::function<void(const orvane::contours::NativeOutline& own,

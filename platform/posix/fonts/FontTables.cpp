@@ -86,7 +86,7 @@ private:
     std::uint64_t size_ = 0;
     BYTE few_[1024];            // holds most ranges
     std::vector<BYTE> many_;    // holds a longer range
-    const BYTE* bytes_ = few_;  // the bytes read last, in one of the two
+    const BYTE* bytes_ = few_;  // the bytes read last, in few_ or many_
     std::uint64_t start_ = 0;   // their offset in the file
     std::size_t read_ = 0;      // their number
 };
@@ -201,8 +201,8 @@ private:
     std::vector<TablePlace> tables_;
 };
 
-/// Reads the fields of an OS/2 table that measures come from; the others stay 0. False when the
-/// table is too short.
+/// Reads the fields of an OS/2 table that measures come from; the other fields stay 0. False when
+/// the table is too short.
 bool ReadOs2(Bytes bytes, TT_OS2& os2)
 {
     // In bytes, for versions 0, 1, and 2 or later.
@@ -402,7 +402,7 @@ std::optional<DesignMetrics> ReadDesignTables(const InstalledFace& face)
     tables.header = &header;
     if (const TablePlace* const table = directory.Find(TTAG_post))
     {
-        // Only the start of the table, because the rest holds the names of all glyphs.
+        // Only the start of the table is read, because the rest holds the names of all glyphs.
         constexpr std::size_t startSize = 32;
         if (!ReadPostScript(file.At(table->offset, std::min<std::size_t>(table->size, startSize)),
                             postScript))

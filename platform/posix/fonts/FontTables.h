@@ -13,9 +13,9 @@
 namespace posix
 {
 
-/// Reads the measures that FreeType would give for a face with TrueType or CFF outlines. Nothing
-/// when the file is damaged, compressed or unusual, so that FreeType must be asked. One such case
-/// is an instance of a variable font whose measures vary.
+/// Reads the measures that FreeType would give for a face with TrueType or CFF outlines. Returns no
+/// value when the file is damaged, compressed or unusual, so that FreeType must be asked. One such
+/// case is an instance of a variable font whose measures vary.
 std::optional<DesignMetrics> ReadDesignTables(const InstalledFace& face);
 
 }  // namespace posix

@@ -31,7 +31,7 @@ struct Font : GdiObject
     explicit Font(const LOGFONTA& logFont) : GdiObject(GdiKind::Font), description(logFont) {}
 
     /// The face in the current catalogue. It is null when no face is usable or the file of the
-    /// chosen one cannot be read.
+    /// chosen face cannot be read.
     FoundFont Find()
     {
         const std::lock_guard lock(mutex);
@@ -92,7 +92,7 @@ namespace
 
 std::atomic<UINT> processOutlines = OUTLINES_REPAIRED;
 
-/// The font of a device context or, if none was selected, the face that the font configuration
+/// The font of a device context or, if no font was selected, the face that the font configuration
 /// chooses for an empty name. The face is null when the handle is not valid or no face is usable.
 FoundFont SelectedFont(HDC dc)
 {

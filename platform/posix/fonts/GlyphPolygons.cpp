@@ -14,7 +14,7 @@ namespace
 using orvane::contours::NativePoint;
 
 /// Converts a coordinate in 1/64 to 16.16. The six bits of the fraction are repeated to fill
-/// sixteen, so that 63/64 becomes the largest fraction.
+/// sixteen bits, so that 63/64 becomes the largest fraction.
 FIXED Fixed(std::int32_t value)
 {
     const std::int32_t fraction = value & 63;

@@ -19,8 +19,8 @@ public:
     void Load() { Hold(FcInitLoadConfigAndFonts()); }
     void Drop() { Hold(nullptr); }
 
-    /// Shared, so that it stays valid when another thread reloads. Null when there is none, for
-    /// example while the process ends.
+    /// Returns the configuration, shared so that it stays valid when another thread reloads. Null
+    /// when there is no configuration, for example while the process ends.
     std::shared_ptr<FcConfig> Get()
     {
         const std::lock_guard lock(mutex_);
@@ -45,8 +45,8 @@ private:
 
 Configuration& TheConfiguration()
 {
-    // Emptied at the end but never destroyed, because static objects may look for fonts while the
-    // process ends.
+    // This object is emptied at the end but never destroyed, because static objects may look for
+    // fonts while the process ends.
     static auto* const configuration = new Configuration;
     static const struct AtExit
     {
@@ -64,7 +64,7 @@ std::string Text(const FcPattern* pattern, const char* object, int n = 0)
 }
 
 /// The last English value of a name or, without one, the last value. fontconfig lists typographic
-/// families and styles first, and the plain names, which are wanted here, last.
+/// families and styles first and the plain names last; the plain names are wanted here.
 std::string LastName(const FcPattern* pattern, const char* object, const char* language)
 {
     std::string last;

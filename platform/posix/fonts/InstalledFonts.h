@@ -28,7 +28,8 @@ enum class OutlineKind
     Bitmap
 };
 
-/// One face of one font file. Names are in UTF-8; of several languages, the English one is taken.
+/// One face of one font file. Names are in UTF-8; of names in several languages, the English name
+/// is taken.
 struct InstalledFace
 {
     std::string file;
@@ -56,12 +57,13 @@ struct InstalledFace
 std::vector<std::shared_ptr<const InstalledFace>> ListInstalledFaces();
 
 /// Whether fonts or the configuration have changed since ListInstalledFaces. This is several times
-/// faster than listing again. A change within the same second as that call may go unnoticed.
+/// faster than listing again. A change within the same second as ListInstalledFaces may go
+/// unnoticed.
 bool InstalledFacesChanged();
 
 /// The installed faces, as file and index, from the best substitute for a description to the worst.
-/// It uses the configuration that the last ListInstalledFaces has read. \param family in UTF-8; may
-/// be empty
+/// It uses the configuration that the last ListInstalledFaces has read.
+/// \param family in UTF-8; may be empty
 std::vector<std::pair<std::string, int>> SubstitutesFor(std::string_view family, int weight,
                                                         bool italic);
 

@@ -57,8 +57,9 @@ DoublePoint PlaceOf(const FT_Vector& point)
     return {static_cast<double>(point.x) / 64, static_cast<double>(point.y) / 64};
 }
 
-/// Runs what a callback does. Exceptions must not pass through FreeType, which is written in C, so
-/// they are caught here; the error that is returned ends FreeType's walk through the outline.
+/// Runs the body of a callback. Exceptions must not pass through FreeType, which is written in C,
+/// so this function catches them and returns an error, which ends FreeType's walk through the
+/// outline.
 template <typename Action>
 int Guarded(void* builder, Action action) noexcept
 {

@@ -3,7 +3,7 @@
 
 /// \file
 /// Outlines that FreeType has loaded, as the outlines that contours/ works with. FreeType's
-/// coordinates are in 1/64 pixels; whatever does not fit 32 bits loses its upper bits.
+/// coordinates are in 1/64 pixels; a coordinate that does not fit 32 bits loses its upper bits.
 
 #include "contours/NativeOutline.h"
 
@@ -19,9 +19,9 @@ namespace posix
 orvane::contours::NativeOutline TraceOutline(const FT_Outline& outline);
 
 /// The contours of an outline of lines, quadratic and cubic curves, at one pixel per design unit.
-/// Cubic curves become quadratic ones, coordinates whole units, and contours run the other way, so
-/// that the filled area lies on their right. An outline that FreeType calls invalid gives an
-/// outline without contours.
+/// Cubic curves become quadratic curves, and coordinates are rounded to whole units. The direction
+/// of the contours is reversed, so that the filled area lies on their right. An outline that
+/// FreeType calls invalid gives an outline without contours.
 orvane::contours::NativeOutline TraceCubicOutline(const FT_Outline& outline);
 
 }  // namespace posix
