@@ -13,16 +13,16 @@ namespace
 
 // Reasons that several chunks share.
 constexpr char textures[] = "texture maps are not imported";
-constexpr char views[] = "the settings of the program that made the file";
+constexpr char views[] = "a setting of the program that made the file";
 constexpr char motion[] = "keyframes are not imported: the meshes stand as they were modelled";
 constexpr char shading[] = "materials have colours, shininess and transparency only";
-constexpr char light[] = "lights are not imported: the scene has its own";
-constexpr char camera[] = "cameras are not imported: the view has its own";
-constexpr char another[] = "another form of what is read already";
+constexpr char light[] = "lights are not imported: the scene has its own lights";
+constexpr char camera[] = "cameras are not imported: the view has its own camera";
+constexpr char another[] = "a second form of a value that is read already";
 constexpr char background[] = "the scene has its own background";
 constexpr char shadows[] = "shadows are not drawn";
 constexpr char fog[] = "fog is not drawn";
-constexpr char behindMesh[] = "it counts only behind the object's mesh";
+constexpr char behindMesh[] = "the chunk has an effect only after the object's mesh";
 
 constexpr ChunkContent values = {ChunkContent::Kind::Values};
 constexpr ChunkContent chunks = {ChunkContent::Kind::Chunks};
@@ -187,7 +187,7 @@ std::span<const ChunkKind> AllChunkKinds()
 const ChunkKind& KindOfChunk(WORD id)
 {
     static constexpr ChunkKind unknown =
-        Skipped(0, "unknown", values, "no such chunk is known here");
+        Skipped(0, "unknown", values, "the meaning of this id is not known");
     const ChunkKind* const kind =
         std::lower_bound(std::begin(kinds), std::end(kinds), id,
                          [](const ChunkKind& row, WORD wanted) { return row.id < wanted; });

@@ -9,7 +9,7 @@
 #include <string>
 
 /// \file
-/// The chunks of 3D Studio files: their ids, their names, what is inside them, and which of them an
+/// The chunks of 3D Studio files: their ids, their names, their contents, and which chunks an
 /// import reads. ThreeDStudioObject reads by this table, `orvane info` describes files with it, and
 /// docs/3ds.md lists it.
 
@@ -20,7 +20,7 @@ namespace orvane
 enum class ChunkId : WORD
 {
     None = 0,
-    File = 1,  ///< no chunk: the file itself, which the root chunk is in
+    File = 1,  ///< not a chunk: the file itself, as the parent of the root chunk
     FloatColor = 0x0010,
     ByteColor = 0x0011,
     WholePercentage = 0x0030,
@@ -46,7 +46,7 @@ enum class ChunkId : WORD
     Main = 0x4D4D
 };
 
-/// What follows a chunk's header.
+/// The kind of content that follows a chunk's header.
 struct ChunkContent
 {
     enum class Kind : BYTE
@@ -67,10 +67,10 @@ struct ChunkKind
     WORD id;
     const char* name;
     ChunkContent content;
-    /// An import reads the chunk directly inside these. All are None if it reads it nowhere.
+    /// The parents in which an import reads the chunk. All are None if an import never reads it.
     std::array<ChunkId, 3> readIn = {};
-    /// The reason that is given when an import skips the chunk. If null, the chunk is skipped only
-    /// where it means nothing.
+    /// The reason for skipping the chunk. If null, an import skips the chunk only inside other
+    /// parents, where it has no meaning.
     const char* whySkipped = nullptr;
 
     ORVANE_API bool IsReadIn(ChunkId parent) const;
@@ -79,7 +79,7 @@ struct ChunkKind
 /// All rows, in ascending order of the ids.
 ORVANE_API std::span<const ChunkKind> AllChunkKinds();
 
-/// The row of an id; for an id that has none, a row with the name "unknown".
+/// The row of an id. An id that is not in the table gets a row with the name "unknown".
 ORVANE_API const ChunkKind& KindOfChunk(WORD id);
 
 /// The id as in "0x4D4D".

@@ -25,7 +25,7 @@ struct Element
     Value values[count];
 };
 
-// Turns the file's coordinates, in which z points up, into coordinates in which y does.
+// Turns the file's coordinates, in which z points up, into coordinates in which y points up.
 const CoordinateTransform& UprightTransform()
 {
     static const CoordinateTransform transform = [] {
@@ -138,8 +138,8 @@ void ThreeDStudioParser::ParseMeshMatrix()
     ReadBlock(matrixBytes);
 }
 
-// The number of the first material of that name, or 0 if there is none. A face holds the number in
-// 16 bits, so materials from number 65,536 on are not found.
+// The number of the first material of that name, or 0 if no material has the name. A face holds the
+// number in 16 bits, so materials from number 65,536 on are not found.
 WORD ThreeDStudioParser::MaterialNumber(const CString& name)
 {
     constexpr int last = std::numeric_limits<WORD>::max();

@@ -55,7 +55,7 @@ int ThreeDStudioParser::ParseFile()
     }
     Chunk3DS root(&file_);
     // Only the id decides whether this is a 3D Studio file. A root with an impossible length is
-    // imported as an empty one.
+    // imported as an empty root.
     const bool hasLength = root.Initialize() != 0;
     if (!KindOfChunk(root.id).IsReadIn(ChunkId::File))
     {
@@ -74,7 +74,7 @@ void ThreeDStudioParser::Report(const ThreeDStudioObject::SkippedPart& part)
     node_.OnSkipped(part);
 }
 
-// Reports a chunk that is skipped. Returns 1, so that a handler of chunks can end with it.
+// Reports a chunk that is skipped. Returns 1, so that a handler of chunks can return the result.
 int ThreeDStudioParser::ReportSkipped(WORD parent, const Chunk3DS& chunk, SkipReason why)
 {
     Report({parent, chunk.id, chunk.start, chunk.length, why});
@@ -161,7 +161,8 @@ int ThreeDStudioParser::ParseMaterialEntry(const Chunk3DS& chunk)
             default:
                 return ReportSkipped(chunk.id, part, SkipReason::NotUsed);
         }
-        // Files repeat a colour in a second form, for displays of another kind.
+        // Report the bytes after the value. Files repeat a colour in a second form, for displays of
+        // another kind.
         ReportRestSkipped(part, part.end - BytesLeft(), SkipReason::NotUsed);
         return 1;
     });
@@ -207,7 +208,7 @@ int ThreeDStudioParser::ParseNamedObject(const Chunk3DS& chunk)
         }
         return ReportSkipped(chunk.id, part, SkipReason::NotUsed);
     });
-    // A mesh that was read whole is kept even if the object is cut short behind it.
+    // A complete mesh is kept even if the object is cut short after the mesh.
     if (mesh != nullptr)
     {
         AddMesh(std::move(mesh));

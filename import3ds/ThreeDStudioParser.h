@@ -15,13 +15,13 @@
 namespace orvane
 {
 
-/// Reads chunks of a 3D Studio file into a ThreeDStudioObject, and holds everything that is needed
-/// only meanwhile: where the chunk that is being read ends, the length of the file, the numbers of
-/// the materials by name. ThreeDStudioObject makes one for an import, and one for each parsing step
-/// that a host calls by itself.
+/// Reads chunks of a 3D Studio file into a ThreeDStudioObject, and holds the values that only
+/// reading needs: the end of the chunk that is being read, the length of the file, and the numbers
+/// of the materials by name. ThreeDStudioObject makes a parser for each import, and for each
+/// parsing step that a host calls by itself.
 ///
 /// Bytes are read from the node's file, at its position. The parser never reads past the end of the
-/// innermost chunk, and allocates nothing for a count whose elements are not in the file.
+/// innermost chunk, and allocates no memory for a list whose elements are not all in the file.
 class ThreeDStudioParser
 {
 public:
@@ -30,8 +30,8 @@ public:
     ThreeDStudioParser(const ThreeDStudioParser&) = delete;
     ThreeDStudioParser& operator=(const ThreeDStudioParser&) = delete;
 
-    /// Reads the root chunk and all that is in it. 0 if the file has no length, as a pipe, or if
-    /// its first chunk is not a root.
+    /// Reads the root chunk and everything in it. Returns 0 if the file has no length, like a pipe,
+    /// or if its first chunk is not a root.
     int ParseFile();
 
     // The steps of ThreeDStudioObject. Each takes a chunk whose header has been read.
@@ -50,7 +50,7 @@ public:
     int ParseColor24(ColorVector& color);
     float ParsePercentage();
 
-    /// A little-endian number, or 0 if the chunk ends before it does.
+    /// Reads a little-endian number. Returns 0 if the chunk ends inside the number.
     template <typename Number>
     Number ReadNumber();
     int ReadVector(Vector& vector);
@@ -60,7 +60,7 @@ public:
 private:
     using SkipReason = ThreeDStudioObject::SkipReason;
 
-    /// Makes a chunk the innermost one while it lives.
+    /// Makes a chunk the innermost chunk of the parser as long as this object lives.
     class ChunkScope
     {
     public:
@@ -108,10 +108,10 @@ private:
 
     ThreeDStudioObject& node_;
     CFile& file_;                              // the node's
-    std::optional<std::uint64_t> fileLength_;  // in bytes; none if the file is closed or a pipe
+    std::optional<std::uint64_t> fileLength_;  // in bytes; no value for a closed file or a pipe
     DWORD innermostEnd_ = noEnd;  // position in the file where the innermost chunk ends
     WORD innermostId_ = 0;        // 0 outside every chunk
-    int skippedParts_ = 0;        // reported so far
+    int skippedParts_ = 0;        // the number of parts reported so far
     std::vector<BYTE> block_;     // the elements of the list that was read last
 
     // The number of the first material of each name, among the first namedMaterials_ materials.
@@ -120,8 +120,8 @@ private:
 };
 
 // Calls handleChunk for each chunk from the file's position to the parent's end, until one call
-// returns 0. A chunk that ends past the parent's end is not handled, and ends the loop. Returns 0
-// if handleChunk did, or if a chunk has no header that can be read.
+// returns 0. A chunk that ends past the parent's end is reported instead, and ends the loop.
+// Returns 0 if handleChunk did, or if the bytes at the position are not the header of a chunk.
 template <typename HandleChunk>
 int ThreeDStudioParser::ForEachChunk(const Chunk3DS& parent, HandleChunk handleChunk)
 {
@@ -148,8 +148,8 @@ int ThreeDStudioParser::ForEachChunk(const Chunk3DS& parent, HandleChunk handleC
     return 1;
 }
 
-// Calls handleChunk. When that fails without having reported a reason, the reason is that the chunk
-// is too short.
+// Calls handleChunk. If it fails and has not reported a reason, reports that the chunk is too
+// short.
 template <typename HandleChunk>
 bool ThreeDStudioParser::HandleAndReport(const Chunk3DS& chunk, HandleChunk handleChunk)
 {

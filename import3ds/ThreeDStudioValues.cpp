@@ -9,7 +9,7 @@
 namespace orvane
 {
 
-// Returns how many bytes were read. A failure to read counts as the end of the file.
+// Returns the number of bytes read. A failure to read counts as the end of the file.
 UINT ThreeDStudioParser::ReadBytes(void* bytes, UINT count)
 try
 {
@@ -20,7 +20,7 @@ catch (const CFileException&)
     return 0;
 }
 
-// Moves the file's position by so many bytes, backwards if they are negative.
+// Moves the file's position by a number of bytes, backwards if the number is negative.
 void ThreeDStudioParser::MovePosition(int distance)
 try
 {
@@ -31,7 +31,7 @@ catch (const CFileException&)
     // The next read fails and is handled there.
 }
 
-// Whether the file's position is at or past another one. It may be past the file's end.
+// Whether the file's position is at or past a given position, which may be past the file's end.
 bool ThreeDStudioParser::HasReached(DWORD position) const
 try
 {
@@ -42,7 +42,8 @@ catch (const CFileException&)
     return false;
 }
 
-// From the file's position to the end of the innermost chunk, or of the file if that comes first.
+// The number of bytes from the file's position to the end of the innermost chunk, or to the end of
+// the file if that comes first.
 DWORD ThreeDStudioParser::BytesLeft() const
 try
 {
@@ -55,7 +56,8 @@ catch (const CFileException&)
     return 0;
 }
 
-// Reads bytes into block_. Returns false, and allocates nothing, if the chunk has fewer.
+// Reads \p count bytes into block_. If the chunk has fewer bytes left, allocates no memory and
+// returns false.
 bool ThreeDStudioParser::ReadBlock(DWORD count)
 {
     if (count > BytesLeft())
@@ -69,8 +71,8 @@ bool ThreeDStudioParser::ReadBlock(DWORD count)
     return ReadBytes(block_.data(), count) == count;
 }
 
-// Reads a 16-bit count, and as many elements into block_. Returns the count, or nothing if the
-// chunk ends before the last element does.
+// Reads a 16-bit count, and then that number of elements into block_. Returns the count, or no
+// value if the chunk ends inside the list.
 std::optional<int> ThreeDStudioParser::ReadList(DWORD bytesPerElement)
 {
     WORD count = 0;
@@ -134,8 +136,8 @@ int ThreeDStudioParser::ReadString(CString& text)
     return terminated || length == longest ? 1 : 0;
 }
 
-// Reads headers until one has either id, and leaves the file behind it. Returns false if there is
-// no such chunk.
+// Reads headers up to the first with one of the two ids, and leaves the file at the first byte
+// after that header. Returns false if there is no such chunk.
 bool ThreeDStudioParser::EnterEither(Chunk3DS& chunk, ChunkId first, ChunkId second)
 {
     while (BytesLeft() != 0 && chunk.Initialize())

@@ -10,7 +10,7 @@
 namespace
 {
 
-// How many faces are drawn between two checks of whether the drawing is cancelled.
+// The number of faces that are drawn between two checks for a cancelled drawing.
 constexpr int facesPerTerminationCheck = 50;
 
 void EmitVertex(const Vector& vertex)

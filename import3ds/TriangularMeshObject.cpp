@@ -95,8 +95,8 @@ int TriangularMeshObject::CalculateVertexNormals()
     const int vertexCount = vertices.GetSize();
     vertexNormals.RemoveAll();
     vertexNormals.SetSize(vertexCount);
-    // A file may have thousands of small meshes. Counting their faces on the stack saves an
-    // allocation for each.
+    // A file may have thousands of small meshes. Counting the faces at each vertex in an array on
+    // the stack saves an allocation for each mesh.
     int facesAtFew[64] = {};
     const bool areFew = vertexCount <= static_cast<int>(std::size(facesAtFew));
     std::vector<int> facesAtMany(areFew ? 0 : static_cast<std::size_t>(vertexCount));

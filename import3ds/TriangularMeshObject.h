@@ -20,9 +20,9 @@ class NamedColorArray;
 /// its meshes, and needed only for drawing. If a mesh outlives its importer, detach them with
 /// SetMaterialColors(nullptr).
 ///
-/// Faces, vertices and normals may be changed freely. Drawing copes with numbers that do not fit
-/// together: an index past the vertices is drawn as vertex 0, an index past the materials as
-/// material 0, and a normal that is missing as zero.
+/// Faces, vertices and normals may be changed freely. Drawing copes with indices past the ends of
+/// the arrays: it draws vertex 0 for an index past the vertices, material 0 for an index past the
+/// materials, and a zero normal where a normal is missing.
 class ORVANE_API TriangularMeshObject : public DrawingObject
 {
     DECLARE_SERIAL(TriangularMeshObject)
@@ -58,10 +58,11 @@ public:
     /// Replaces every corner that is past the vertices by vertex 0. Without vertices, removes the
     /// faces. Returns 0 if no faces are left.
     int ValidateFaces();
-    /// Returns 1 at once if they are calculated already, and 0 without faces.
+    /// Returns 1 at once if the face normals are calculated already, and 0 without faces.
     int CalculateFaceNormals();
-    /// Calculates each vertex's normal as the mean of the face normals around it, which must be
-    /// there. Returns 1 at once if they are calculated already, and 0 without faces.
+    /// Calculates each vertex's normal as the mean of the normals of its faces, which must be
+    /// calculated before. Returns 1 at once if the vertex normals are calculated already, and 0
+    /// without faces.
     int CalculateVertexNormals();
 
     /// Calculates the local bounds of the vertices and the children once, and the global bounds,
@@ -73,8 +74,8 @@ public:
     /// Draws lit triangles, each with its index as its OpenGL name. Returns 0 if the drawing was
     /// cancelled before it began.
     int DrawRendered(DrawingParameters* parameters);
-    /// Draws a line loop for each face, when picking with the face's index as its OpenGL name.
-    /// Returns 0 if the drawing was cancelled before it began.
+    /// Draws a line loop for each face. While picking, each loop has the face's index as its OpenGL
+    /// name. Returns 0 if the drawing was cancelled before it began.
     int DrawOutline(DrawingParameters* parameters);
 
     /// Replaces the material that a face uses, which changes every face of every mesh that uses it.

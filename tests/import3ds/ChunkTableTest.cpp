@@ -40,7 +40,7 @@ TEST(ChunkTable, EveryIdIsFoundAndAnyOtherIsUnknown)
     for (const WORD id : {0x0000, 0x0001, 0x1234, 0x4D4E, 0xFFFF})
     {
         EXPECT_STREQ(KindOfChunk(id).name, "unknown");
-        EXPECT_STREQ(KindOfChunk(id).whySkipped, "no such chunk is known here");
+        EXPECT_STREQ(KindOfChunk(id).whySkipped, "the meaning of this id is not known");
     }
     EXPECT_STREQ(KindOfChunk(0x4110).name, "vertices");
 }
