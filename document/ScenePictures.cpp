@@ -27,7 +27,7 @@ void CheckPicture(const CString& file)
         const std::string& name = file.Text();
         throw Error(name, !std::filesystem::exists(name, ignored)
                               ? "there is no such file"
-                              : "no BMP picture that can be read: " + picture.GetRefusal());
+                              : "not a readable BMP picture: " + picture.GetRefusal());
     }
 }
 

@@ -92,7 +92,8 @@ std::uint64_t BitmapRecordBytes(const BITMAPINFO* info)
     const BITMAPINFOHEADER& header = info->bmiHeader;
     const std::uint64_t all = header.biBitCount <= 8 ? std::uint64_t{1} << header.biBitCount : 0;
     const std::uint64_t colors = header.biClrUsed != 0 ? std::uint64_t{header.biClrUsed} : all;
-    // The masks lie in bytes 40 to 51: behind a header of 40 bytes, inside a longer one.
+    // The masks always take bytes 40 to 51 of the record: they follow a header of 40 bytes, and
+    // longer headers contain them.
     constexpr DWORD withMasks = sizeof header + 3 * sizeof(DWORD);
     const DWORD size = header.biSize;
     const DWORD beforeColors =
@@ -114,11 +115,12 @@ std::optional<BitmapFault> FindFault(const BITMAPINFO* info, std::uint64_t recor
     const auto text = [](auto number) { return std::to_string(number); };
     const auto fault = [](std::size_t place, const std::string& found,
                           const std::string& expected) {
-        return BitmapFault{place, found + ", expected " + expected};
+        return BitmapFault{place, "found " + found + ", expected " + expected};
     };
     if (recordBytes < sizeof header)
     {
-        return fault(0, "a header of " + text(recordBytes) + " bytes", text(sizeof header));
+        return fault(0, "a header of " + text(recordBytes) + " bytes",
+                     "at least " + text(sizeof header));
     }
     if (!IsKnownHeader(header.biSize))
     {
@@ -127,15 +129,16 @@ std::optional<BitmapFault> FindFault(const BITMAPINFO* info, std::uint64_t recor
     }
     if (header.biPlanes != 1)
     {
-        return fault(offsetof(BITMAPINFOHEADER, biPlanes), text(header.biPlanes) + " planes", "1");
+        return fault(offsetof(BITMAPINFOHEADER, biPlanes), text(header.biPlanes) + " planes",
+                     "1 plane");
     }
     if (!IsKnownFormat(header))
     {
-        return fault(offsetof(BITMAPINFOHEADER, biBitCount),
-                     text(header.biBitCount) + " bits a pixel in format " +
-                         text(header.biCompression) +
-                         (header.biHeight < 0 ? ", highest row first" : ""),
-                     "1, 4, 8, 16, 24 or 32 in format 0, 8 in 1, 4 in 2, 16 or 32 in 3");
+        return fault(
+            offsetof(BITMAPINFOHEADER, biBitCount),
+            text(header.biBitCount) + " bits per pixel with compression " +
+                text(header.biCompression) + (header.biHeight < 0 ? ", highest row first" : ""),
+            "1, 4, 8, 16, 24 or 32 bits with compression 0, 8 with 1, 4 with 2, 16 or 32 with 3");
     }
     const std::uint64_t unpacked = BitmapBytes(header.biWidth, header.biHeight, header.biBitCount);
     const std::uint64_t needed = BitmapPixelBytes(info);
@@ -143,20 +146,20 @@ std::optional<BitmapFault> FindFault(const BITMAPINFO* info, std::uint64_t recor
     {
         return fault(offsetof(BITMAPINFOHEADER, biWidth),
                      text(header.biWidth) + " by " + text(header.biHeight) + " pixels",
-                     IsPackedBitmap(info) ? "as many as " + text(needed) + " packed bytes make"
-                                          : "at least 1 and at most 4 GiB of them");
+                     IsPackedBitmap(info)
+                         ? "no more than " + text(needed) + " compressed bytes can hold"
+                         : "at least 1 pixel and at most 4 GiB of pixels");
     }
     if (BitmapRecordBytes(info) > recordBytes)
     {
-        return fault(
-            offsetof(BITMAPINFOHEADER, biClrUsed),
-            "colours or masks up to byte " + text(BitmapRecordBytes(info)) + " of the header",
-            "at most " + text(recordBytes));
+        return fault(offsetof(BITMAPINFOHEADER, biClrUsed),
+                     "a header, colours and masks of " + text(BitmapRecordBytes(info)) + " bytes",
+                     "at most " + text(recordBytes) + " bytes");
     }
     if (needed == 0 || needed > pixelBytes)
     {
         return fault(pixelPlace, text(std::min(needed, pixelBytes)) + " bytes of pixels",
-                     text(std::max(needed, std::uint64_t{1})));
+                     text(std::max(needed, std::uint64_t{1})) + " bytes");
     }
     return std::nullopt;
 }
@@ -181,8 +184,8 @@ std::uint64_t FindPixels(const BYTE* file, std::uint64_t fileBytes, std::string*
     if (offset < sizeof header || offset >= fileBytes)
     {
         *refusal = "byte " + std::to_string(offsetof(BITMAPFILEHEADER, bfOffBits)) +
-                   ": pixels from byte " + std::to_string(offset) +
-                   " on, expected inside the file's " + std::to_string(fileBytes);
+                   ": found pixels that begin at byte " + std::to_string(offset) +
+                   ", expected a place inside the file's " + std::to_string(fileBytes) + " bytes";
         return 0;
     }
     const BITMAPINFO* const info = reinterpret_cast<const BITMAPINFO*>(file + sizeof header);

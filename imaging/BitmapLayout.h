@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Checks and sizes of bitmaps, before anything else looks at their bytes.
+/// Checks of bitmaps, which come before any other use of their bytes, and the sizes of their parts.
 ///
 /// A bitmap has two parts: its record (a header, followed by a colour table or by three colour
 /// masks) and its pixels. The pixels are uncompressed or run-length coded.
@@ -27,13 +27,14 @@ bool IsKnownBitCount(int bitCount);
 /// Whether the pixels are run-length coded.
 bool IsPackedBitmap(const BITMAPINFO* info);
 
-/// Whether a bitmap of \p bytes bytes of pixels may be made from \p stored bytes. Up to 64 MiB
-/// always may. Above that, 256 bytes for each stored byte may, which run-length coding reaches.
-/// The limit keeps a tiny file from taking gigabytes of memory.
+/// Whether a bitmap with \p bytes bytes of unpacked pixels may be made from \p stored bytes. A
+/// bitmap of up to 64 MiB may always be made. A larger bitmap may have at most 256 bytes for each
+/// stored byte, about twice what runs of equal pixels reach (255 bytes in 2). The limit keeps a
+/// tiny file from taking gigabytes of memory.
 bool IsPlausibleSize(std::uint64_t bytes, std::uint64_t stored);
 
 /// The number of bytes that uncompressed pixels take, with each row padded to a multiple of four
-/// bytes. The height may be negative. 0 for sizes that no bitmap can have.
+/// bytes. The height may be negative. Returns 0 for sizes that no bitmap can have.
 std::uint64_t BitmapBytes(int width, int height, int bitCount);
 
 /// The number of bytes that a bitmap's record takes.
@@ -53,8 +54,8 @@ struct BitmapFault
 /// Checks that a bitmap is of a kind that can be read and that its parts lie inside the bytes that
 /// are there. Returns the first fault, or nothing when all is well.
 /// \param recordBytes the number of bytes from the start of the record to the end of the input.
-/// \param pixelPlace where the pixels begin, in bytes from the start of the record.
-/// \param pixelBytes the number of bytes from there to the end of the input.
+/// \param pixelPlace the start of the pixels, in bytes from the start of the record.
+/// \param pixelBytes the number of bytes from the start of the pixels to the end of the input.
 std::optional<BitmapFault> FindFault(const BITMAPINFO* info, std::uint64_t recordBytes,
                                      std::uint64_t pixelPlace, std::uint64_t pixelBytes);
 

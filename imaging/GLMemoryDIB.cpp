@@ -15,7 +15,7 @@ namespace
 
 constexpr int maxBandBytes = 1048576;
 constexpr int screenBits = 32;
-// The number of the pixel format for an 8-bit bitmap when the system offers no fitting format.
+// The index of the pixel format that an 8-bit bitmap gets when ChoosePixelFormat finds none.
 constexpr int fallbackFormat = 17;
 
 }  // namespace

@@ -10,8 +10,8 @@
 class ColorVector;
 class DrawingParameters;
 
-/// Draws with OpenGL into memory: a memory device context, a bitmap that is selected into it, and a
-/// rendering context for the two.
+/// Draws with OpenGL into memory. Consists of a memory device context, a bitmap that is selected
+/// into it, and a rendering context that draws into the bitmap.
 ///
 /// A picture can be larger than the bitmap. It is then drawn in bands, each the size of the bitmap.
 /// For each band, PrepareNextBand shifts the projection, the caller draws, and CopyBand copies the
@@ -23,9 +23,9 @@ class DrawingParameters;
 /// This object owns all that it makes. A copy gets the sizes and a device context of its own, but
 /// neither bitmap nor rendering context.
 ///
-/// A picture drawn in bands and one drawn in a single piece differ by at most 1 of 255 in a colour,
-/// except in single pixels on edges, when CutQuadsAlike (platform/Rendering.h) was called before
-/// both.
+/// A picture drawn in bands and the same picture drawn in one piece differ by at most 1 of 255 in a
+/// colour, except in single pixels on edges. This holds if CutQuadsAlike (platform/Rendering.h) is
+/// called before each drawing.
 class ORVANE_API GLMemoryDIB
 {
 public:
@@ -36,19 +36,20 @@ public:
 
     /// Makes the bitmap and the rendering context for a picture of the projection's size.
     /// \param bits per pixel: 4, 8, 16, 24 or 32; 0 means 32, as the screen has.
-    /// \return 0 when one of them cannot be made; the object can then only be destroyed.
+    /// \return 0 when the bitmap or the context cannot be made; the object can then only be
+    /// destroyed.
     virtual int Create(const ProjectionData& newProjection, int bits);
 
-    /// Makes both anew for a picture of another size with the same view (see
-    /// ProjectionData::ResizeAndMaintainView). Returns 0 before Create, or when one of them cannot
-    /// be made. Two differences from Create are required: back faces are not culled afterwards (see
-    /// ResizeDoesNotCullBackFaces), and there is no fallback when no pixel format fits.
+    /// Makes the bitmap and the rendering context again, for a picture of another size with the
+    /// same view (see ProjectionData::ResizeAndMaintainView). Returns 0 before Create, or when the
+    /// bitmap or the context cannot be made. Two differences from Create are required: back faces
+    /// are not culled afterwards (see ResizeDoesNotCullBackFaces), and there is no fallback when no
+    /// pixel format fits.
     int Resize(int width, int height);
 
     /// Shifts the projection to a band and loads it into OpenGL.
-    /// \param parameters of the caller's draw, may be null. They are given the projection,
-    /// borrowed. Their ApplyProjection flag must be clear, otherwise the view would load its own
-    /// projection.
+    /// \param parameters of the caller's draw, may be null. They borrow the projection. Their
+    /// ApplyProjection flag must be clear, otherwise the view would load its own projection.
     void PrepareNextBand(double row, double column, DrawingParameters* parameters);
 
     /// Copies the band into a device context.

@@ -15,12 +15,10 @@ struct IStorage;
 
 /// A bitmap whose pixels lie in one of three places:
 /// - in a BMP file, which is mapped read-only and used without copying it (Open);
-/// - in a bitmap that this object makes (Create). Create can also make a BMP file of the right
-/// size,
-///   into which CopyBits copies the finished pixels;
-/// - in a memory block of the caller that holds a packed bitmap (AttachGlobalHandle). A packed
-/// bitmap
-///   is a header, a colour table and pixels, one directly after the other.
+/// - in a bitmap that this object makes (Create). Create can also make a BMP file of that size;
+///   CopyBits then copies the finished pixels into the file;
+/// - in a memory block of the caller that holds a packed bitmap (AttachGlobalHandle): a header, a
+///   colour table and pixels without gaps between them.
 ///
 /// Files and blocks are checked before they are used: header, colours and pixels must lie inside
 /// them. This object owns its device context, bitmap, file and mapping. It cannot be copied.
@@ -50,8 +48,8 @@ public:
     /// Why the last Open or OpenAsTrueColor was refused: the place in the file, the value found and
     /// the value expected. Empty after a success.
     const std::string& GetRefusal() const { return refusal_; }
-    /// Closes the file. If the pixels lie in the file, the bitmap has none afterwards. Returns 0
-    /// when no file is open.
+    /// Closes the file. If the pixels lie in the file, the bitmap has no pixels afterwards. Returns
+    /// 0 when no file is open.
     int Close();
 
     /// Makes a bitmap. With a name, makes also a new BMP file for it and reserves the file's space
@@ -59,14 +57,16 @@ public:
     /// \param newHeight in pixels; negative for a bitmap whose highest row comes first.
     /// \param newHorizontalResolution in dots per inch, like \p newVerticalResolution.
     /// \param newBitCount 1, 4, 8, 16, 24 or 32 bits per pixel.
-    /// \return 0 when the bitmap or the file cannot be made. A message box reports the file.
+    /// \return 0 when the bitmap or the file cannot be made. A message box reports a file that
+    /// cannot be made.
     virtual int Create(int newWidth, int newHeight, int newHorizontalResolution,
                        int newVerticalResolution, int newBitCount, const CString& name);
     /// Copies the pixels into the file that Create made. Returns 0 when there is no such file.
     int CopyBits();
 
     /// Returns a new memory block with a packed copy of the bitmap. The caller owns the block and
-    /// frees it with GlobalFree. Null when this object has no bitmap of its own making.
+    /// frees it with GlobalFree. Returns null when there is no bitmap, or when its pixels lie in a
+    /// mapped file or an attached block.
     HGLOBAL GetGlobalDIB();
     /// Uses a packed bitmap in place. The block still belongs to the caller and stays locked until
     /// DetachGlobalHandle. When the header of an 8-bit bitmap gives 0 colours, 256 is written into
@@ -90,12 +90,13 @@ public:
     /// when that fails.
     /// \param name of the stream: ASCII, at most 31 characters.
     int SaveToStorage(IStorage* storage, const char* name);
-    /// Makes an uncompressed bitmap from such a stream. Returns 0 when that fails.
+    /// Makes an uncompressed bitmap from a stream that SaveToStorage wrote. Returns 0 when that
+    /// fails.
     int ReadFromStorage(IStorage* storage, const char* name);
 
     /// Stores or loads the size and the pixels. When the record holds fewer or more bytes of pixels
-    /// than the bitmap has, loading uses as many as there are in both. Throws CArchiveException
-    /// with cause generic when no bitmap can have the stored size.
+    /// than the bitmap has, loading uses the smaller number of bytes. Throws CArchiveException with
+    /// cause generic when no bitmap can have the stored size.
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
 
@@ -134,7 +135,7 @@ public:
     HGLOBAL globalHandle = nullptr;
 
 private:
-    /// Lets go of the file, the bitmap and the attached block, whichever there are.
+    /// Closes the file, deletes the bitmap and detaches the memory block, if there are any.
     void ReleaseBitmap();
     void CloseFile();
     void DeleteSection();

@@ -39,7 +39,7 @@ int MemoryMappedDIB::Open(const CString& name)
     refusal_.clear();
     if (filename.IsEmpty())
     {
-        return Refuse(noName, "no file is named");
+        return Refuse(noName, "the name of the file is empty");
     }
     const HANDLE file = CreateFileA(filename, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                     nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -111,13 +111,13 @@ int MemoryMappedDIB::OpenAsTrueColor(const CString& name)
     if (!Create(header.biWidth, rows, DotsPerInch(header.biXPelsPerMeter),
                 DotsPerInch(header.biYPelsPerMeter), 24, CString()))
     {
-        return Refuse(unusable, "there is no memory for its pixels");
+        return Refuse(unusable, "there is too little memory for the picture's pixels");
     }
     if (SetDIBits(memoryDC, dibSection, 0, static_cast<UINT>(rows), source.dibBits, source.dibInfo,
                   DIB_RGB_COLORS) != rows)
     {
         DeleteSection();
-        return Refuse(unusable, "its pixels cannot be converted");
+        return Refuse(unusable, "the picture's pixels cannot be converted");
     }
     return opened;
 }

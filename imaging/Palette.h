@@ -16,11 +16,12 @@ int CountPaletteEntries(const BITMAPINFO* info);
 /// - 4 bits: 1 red, 1 green, 1 blue, 1 unused;
 /// - 1 bit: black and white;
 /// - 16 bits: 5 blue, 5 green, 5 red, as masks.
-/// Any other bit count has neither, and nothing is written.
+///
+/// Other bit counts have neither a colour table nor masks, so nothing is written.
 void FillPalette(BITMAPINFO* info);
 
-/// Finds the entry of the colour table that is nearest to a colour: the one with the smallest sum
-/// of squared differences of red, green and blue, each from 0 to 255; of equally near entries, the
-/// first. Writes the entry's red, green and blue into \p color and returns its index. Without a
-/// colour table, rounds the colour to 8 bits each and returns -1.
+/// Finds the entry of the colour table that is nearest to a colour: the entry with the smallest sum
+/// of squared differences of red, green and blue, each from 0 to 255. Of equally near entries the
+/// first is taken. Writes the entry's red, green and blue into \p color and returns its index.
+/// Without a colour table, rounds the colour to 8 bits each and returns -1.
 int FindNearestPaletteColor(const BITMAPINFO* info, ColorVector* color);

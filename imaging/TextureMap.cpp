@@ -26,8 +26,8 @@ CString NameOfFile(const CString& filename)
     return dot >= start ? filename.Mid(start, dot - start) : filename.Mid(start);
 }
 
-// Reads up to count bytes from the start of a file and returns how many there were; 0 when the file
-// cannot be read. Devices and pipes are not opened, because opening them could wait for ever.
+// Reads up to count bytes from the start of a file. Returns the number of bytes read; 0 when the
+// file cannot be read. Devices and pipes are not opened, because opening them could wait for ever.
 UINT ReadStart(const CString& filename, BYTE* bytes, UINT count)
 {
     std::error_code error;
@@ -48,8 +48,8 @@ UINT ReadStart(const CString& filename, BYTE* bytes, UINT count)
     }
 }
 
-// Deletes a dithered image. Its destructor makes no rendering context current, so the one that was
-// current before is made current again.
+// Deletes a dithered image. The destructor of the image leaves no rendering context current, so
+// this function restores the context that was current before.
 void DeleteDithered(const GLMemoryDIB* dithered)
 {
     if (dithered != nullptr)

@@ -32,8 +32,8 @@ struct ORVANE_API _RGBImageRecord
 /// The pixels are loaded when they are first needed. An application may change a texture map while
 /// another thread draws with it, so each texture map has a mutex. Every function that uses the
 /// pixels takes the mutex ("ownership") and releases it before it returns, except EnableTextureMap.
-/// A thread may take the mutex several times. A copy has a mutex of its own, and loads the pixels
-/// again when it needs them.
+/// A thread that holds the mutex may take it again. A copy has a mutex of its own, and loads the
+/// pixels again when it needs them.
 class ORVANE_API TextureMap : public CObject
 {
     DECLARE_SERIAL(TextureMap)
@@ -53,7 +53,7 @@ public:
     /// Sets all values to those of a new texture map and frees the pixels.
     void Reset();
 
-    /// Takes the mutex, and waits until it is free. Returns the mutex, or null when it cannot be
+    /// Waits until the mutex is free and takes it. Returns the mutex, or null when it cannot be
     /// taken.
     void* GetOwnership();
     /// Releases the mutex. Returns 0 when the calling thread does not hold it.
@@ -90,13 +90,13 @@ public:
 
     /// Makes the pixels the current OpenGL texture. With quality Mipmap, OpenGL gets mipmaps. With
     /// any other quality, width and height are scaled to the next power of two, at most 256.
-    /// Returns 0 when ShouldTexture is 0, or when there are no pixels, which also clears Valid.
+    /// Returns 0 when ShouldTexture is 0. Clears Valid and returns 0 when there are no pixels.
     int GenerateTextureMaps();
     /// Switches OpenGL's texturing on and sets how the texture is applied. When ShouldTexture is 0,
     /// switches texturing off and returns 0.
     int PrepareTextureMap();
-    /// Takes the mutex until DisableTextureMap and switches OpenGL's texturing on. Returns 0 and
-    /// does neither when ShouldTexture is 0.
+    /// Takes the mutex, which DisableTextureMap releases, and switches OpenGL's texturing on. When
+    /// ShouldTexture is 0 or the mutex cannot be taken, does neither and returns 0.
     int EnableTextureMap();
     /// Switches OpenGL's texturing off and releases the mutex. Returns 1.
     int DisableTextureMap();

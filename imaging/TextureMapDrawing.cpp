@@ -14,8 +14,8 @@ using orvane::TextureQuality;
 namespace
 {
 
-// The width and height limit of a texture, in pixels. Larger textures cost memory and time without
-// a visible gain on a letter.
+// The largest width and height of a texture, in pixels. Larger textures cost memory and time
+// without a visible gain on a letter.
 constexpr GLint largestTexture = 256;
 
 // The next power of two, after the limit is applied.
@@ -34,8 +34,8 @@ void SetFilters(TextureQuality quality)
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, minification);
 }
 
-// OpenGL writes scaled rows with padding, by its pack alignment of 1, 2, 4 or 8 bytes. There must
-// be room for the largest.
+// gluScaleImage pads the rows that it writes to OpenGL's pack alignment, which is 1, 2, 4 or 8
+// bytes. The buffer has room for the largest alignment.
 constexpr GLsizei largestAlignment = 8;
 
 std::size_t RoomToScale(GLsizei width, GLsizei height)
@@ -46,8 +46,8 @@ std::size_t RoomToScale(GLsizei width, GLsizei height)
 // Scales the pixels and removes the padding between the rows.
 void ScaleImage(const _RGBImageRecord& image, GLsizei width, GLsizei height, BYTE* pixels)
 {
-    // OpenGL is asked for its alignment only when rows are no multiple of four bytes. The others
-    // have padding only at an alignment of 8, which nobody sets who draws with the library.
+    // Rows of a multiple of four bytes get padding only at an alignment of 8, which no program that
+    // draws with the library sets. So OpenGL is asked for the alignment only for other rows.
     const GLsizei rowBytes = width * 3;
     GLint alignment = 1;
     if (rowBytes % 4 != 0)

@@ -79,8 +79,8 @@ int TextureMap::GenerateDitheredImage()
         glDrawPixels(pixels->sizeX, pixels->sizeY, GL_RGB, GL_UNSIGNED_BYTE, pixels->data);
         ditheredImage = dithered.release();
     }
-    // If Create failed, the object is destroyed here, which leaves no context current. So it must
-    // happen before the earlier context is made current again.
+    // If Create failed, the bitmap is destroyed here, which leaves no context current. So it is
+    // destroyed before the earlier context is made current again.
     dithered.reset();
     wglMakeCurrent(savedDC, savedContext);
     return created;

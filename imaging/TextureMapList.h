@@ -11,7 +11,8 @@ public:
     explicit TextureMapList(int blockSize = 10);
     ~TextureMapList() override;
 
-    /// The position of the first texture map with this name; null when none has it.
+    /// The position of the first texture map with this name; null when no texture map has this
+    /// name.
     POSITION FindName(const CString& name) const;
 
 protected:

@@ -16,12 +16,13 @@ enum class TextureQuality : std::uint32_t
 {
     Nearest = 0,  ///< the nearest pixel
     Linear = 1,   ///< the weighted mean of the four nearest pixels
-    Mipmap = 2    ///< Linear where the texture is enlarged; where it is reduced, the nearest of
-                  ///< several prepared sizes
+    Mipmap = 2    ///< Linear where the texture is enlarged; where it is reduced, Linear in the
+                  ///< nearest of several prepared sizes
 };
 
-/// Where a scene's background picture lies in the drawn picture. "Its own size" is one pixel for
-/// one pixel, times the scale of the projection. A value without a name draws as Center.
+/// Where a scene's background picture lies in the drawn picture. At "its own size" one pixel of the
+/// picture takes one pixel, times the scale of the projection. A value without a name draws as
+/// Center.
 enum class BackgroundPlacement : std::uint32_t
 {
     Stretch = 0,  ///< once, from the texture's location to the lower right corner

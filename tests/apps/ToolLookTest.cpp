@@ -163,7 +163,7 @@ TEST(ToolPictureFile, ThatIsRefusedIsNamedWithThePlaceWhatIsThereAndWhatIsExpect
     ToolFolder folder;
     const auto refused = [&folder](const std::string& content) {
         folder.Write("t.bmp", content);
-        const std::string file = folder.Path("t.bmp") + ": no BMP picture that can be read: ";
+        const std::string file = folder.Path("t.bmp") + ": not a readable BMP picture: ";
         std::string reason;
         for (const char* const option : {"--background", "--texture"})
         {
@@ -188,20 +188,23 @@ TEST(ToolPictureFile, ThatIsRefusedIsNamedWithThePlaceWhatIsThereAndWhatIsExpect
     EXPECT_EQ(refused("This is no picture."), "byte 0: found 54 68, expected 42 4D (BM)\n");
     EXPECT_EQ(refused("BM"), "byte 2: the file ends, expected headers of 54 bytes\n");
     EXPECT_EQ(refusedBmp([](BmpFile& file) { file.bitsOffset = 70; }),
-              "byte 10: pixels from byte 70 on, expected inside the file's 70\n");
+              "byte 10: found pixels that begin at byte 70, expected a place inside the file's "
+              "70 bytes\n");
     EXPECT_EQ(refusedBmp([](BmpFile& file) { file.headerSize = 66; }),
-              "byte 14: a header of 66 bytes, expected 40, 52, 56, 64, 108 or 124\n");
-    EXPECT_EQ(refusedBmp([](BmpFile& file) { file.width = 0; }),
-              "byte 18: 0 by 2 pixels, expected at least 1 and at most 4 GiB of them\n");
+              "byte 14: found a header of 66 bytes, expected 40, 52, 56, 64, 108 or 124\n");
+    EXPECT_EQ(
+        refusedBmp([](BmpFile& file) { file.width = 0; }),
+        "byte 18: found 0 by 2 pixels, expected at least 1 pixel and at most 4 GiB of pixels\n");
     EXPECT_EQ(refusedBmp([](BmpFile& file) { file.planes = 3; }),
-              "byte 26: 3 planes, expected 1\n");
+              "byte 26: found 3 planes, expected 1 plane\n");
     EXPECT_EQ(refusedBmp([](BmpFile& file) { file.bitCount = 2; }),
-              "byte 28: 2 bits a pixel in format 0, expected 1, 4, 8, 16, 24 or 32 in format 0, "
-              "8 in 1, 4 in 2, 16 or 32 in 3\n");
-    EXPECT_EQ(refusedBmp([](BmpFile& file) { file.colorsUsed = 5; }),
-              "byte 46: colours or masks up to byte 60 of the header, expected at most 56\n");
+              "byte 28: found 2 bits per pixel with compression 0, expected 1, 4, 8, 16, 24 or 32 "
+              "bits with compression 0, 8 with 1, 4 with 2, 16 or 32 with 3\n");
+    EXPECT_EQ(
+        refusedBmp([](BmpFile& file) { file.colorsUsed = 5; }),
+        "byte 46: found a header, colours and masks of 60 bytes, expected at most 56 bytes\n");
     EXPECT_EQ(refusedBmp([](BmpFile& file) { file.pixels.pop_back(); }),
-              "byte 54: 15 bytes of pixels, expected 16\n");
+              "byte 54: found 15 bytes of pixels, expected 16 bytes\n");
 
     const ToolResult missing =
         folder.Run({"render", "x", "-o", "x.png", "--texture", "missing.bmp"});

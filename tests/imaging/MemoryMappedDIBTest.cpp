@@ -233,7 +233,7 @@ TEST(MemoryMappedDIB, ARefusalSaysWhyUntilAFileIsOpened)
     Dib dib;
     EXPECT_EQ(dib.GetRefusal(), "");
     EXPECT_EQ(dib.Open(""), 2);
-    EXPECT_EQ(dib.GetRefusal(), "no file is named");
+    EXPECT_EQ(dib.GetRefusal(), "the name of the file is empty");
     const TemporaryFile text("refused.bmp", std::string("text"));
     EXPECT_EQ(dib.OpenAsTrueColor(text.Path()), 3);
     EXPECT_EQ(dib.GetRefusal(), "byte 0: found 74 65, expected 42 4D (BM)");
