@@ -68,7 +68,8 @@ void BmpFile::CheckSize(int width, int height, int bits)
     {
         throw Error("", "a BMP of " + std::to_string(width) + " x " + std::to_string(height) +
                             " pixels with " + std::to_string(bits) + " bits would have " +
-                            std::to_string(bytes) + " bytes, past the format's 4 GiB; write a PNG");
+                            std::to_string(bytes) +
+                            " bytes, and the format allows 4 GiB; write a PNG");
     }
 }
 

@@ -32,7 +32,7 @@ public:
     /// Makes the file and reserves its space. Throws Error when the disk has no room for it.
     /// \param colors the 256 colours of a file of 8 bits; ignored for other files
     void Open(const RGBQUAD* colors);
-    /// The offset of a block of rows in the file.
+    /// The offset of a block of rows in the file, in bytes.
     /// \param top the block's first row, counted from the picture's upper edge
     std::uint64_t OffsetOf(int top, int height) const;
     /// Writes a block of rows, which lie in memory as in a bitmap: the lowest row first. Throws

@@ -107,7 +107,7 @@ std::string EncodedName(const std::string& name, UINT codePage)
 Error NoView(const SceneDocument& document, const std::string& name)
 {
     return Error(document.path.empty() ? "document" : document.path,
-                 "no view \"" + name + "\" is saved in it");
+                 "no view \"" + name + "\" is saved in the document");
 }
 
 /// The index of a character in the result of Node::Text.
@@ -343,7 +343,7 @@ std::vector<Hit> Document::Pick(const Size& size, int x, int y) const
     CheckSize(size);
     if (x < 0 || y < 0 || x >= size.width || y >= size.height)
     {
-        throw OptionError("pixel", "one inside of the picture",
+        throw OptionError("pixel", "a pixel inside of the picture",
                           std::to_string(x) + "," + std::to_string(y));
     }
     const CodePageScope scope(state_->scene.codePage);

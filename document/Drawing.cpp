@@ -62,7 +62,7 @@ void Draw(const Document& document, const DrawOptions& options)
     const int drawn = view.Draw(&parameters);
     if (drawn == 0)
     {
-        throw Error("OpenGL", "the scene could not be drawn whole");
+        throw Error("OpenGL", "the scene could not be drawn completely");
     }
 }
 

@@ -82,7 +82,7 @@ std::string PlaceOf(const std::string& fontName)
 
 Error Unreadable(const OrvFont& font)
 {
-    return Error(PlaceOf(ToUtf8(font.GetFullName())), "its file cannot be read");
+    return Error(PlaceOf(ToUtf8(font.GetFullName())), "the file of the font cannot be read");
 }
 
 /// The full name of a registered font in UTF-8.
@@ -249,8 +249,8 @@ OrvFont* FontForCodePage(OrvFont& font, UINT codePage)
         }
         if (search.font == nullptr)
         {
-            throw Error(PlaceOf(name),
-                        "it cannot be used for texts of code page " + std::to_string(codePage));
+            throw Error(PlaceOf(name), "the font cannot be found by its name in code page " +
+                                           std::to_string(codePage));
         }
         known = std::move(search.font);
     }

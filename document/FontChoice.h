@@ -26,8 +26,8 @@ ORVANE_API void LoadFonts(const std::function<void(const std::string& line)>& pr
 ORVANE_API OrvFont* ChooseFont(const std::optional<std::string>& name);
 
 /// A font of the same face for texts of a code page. A font stores its letters by their character
-/// codes, so texts of different code pages need different fonts. Throws Error when the name of the
-/// font cannot be written in the code page.
+/// codes, so texts of different code pages need different fonts. Throws Error when the font's name
+/// cannot be written in the code page, or no installed font is found by it.
 /// \param font of the registry
 ORVANE_API OrvFont* FontForCodePage(OrvFont& font, UINT codePage);
 

@@ -61,14 +61,15 @@ void CheckCurrentContext()
         throw Error(
             "OpenGL",
             "a context of version \"" + std::string(reinterpret_cast<const char*>(version)) + "\"",
-            "a context of the compatibility profile, which draws letters");
+            "a context of the compatibility profile, which can draw letters");
     }
     glMatrixMode(static_cast<GLenum>(mode));
     GLint program = 0;
     glGetIntegerv(GL_CURRENT_PROGRAM, &program);
     if (program != 0)
     {
-        throw Error("OpenGL", "a shader program is in use", "none (glUseProgram(0))");
+        throw Error("OpenGL", "a shader program in use",
+                    "no program in use (call glUseProgram(0))");
     }
 }
 

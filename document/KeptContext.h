@@ -25,12 +25,12 @@ private:
 };
 
 /// While this object lives, the host's current OpenGL context has a device context, which the
-/// drawing of bitmaps needs. Does nothing if the current context is one of the library's, or was
-/// not made with EGL.
+/// drawing of bitmaps needs. Does nothing if the current context is one of the library's or was not
+/// made through EGL.
 class AdoptedContext
 {
 public:
-    /// \param width, height the pixels that the context draws on
+    /// \param width, height of the surface that the context draws on, in pixels
     AdoptedContext(int width, int height);
     ~AdoptedContext();
     AdoptedContext(const AdoptedContext&) = delete;

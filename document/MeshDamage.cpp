@@ -21,24 +21,25 @@ std::string ReasonText(const SkippedPart& part)
     switch (part.why)
     {
         case Skip::PastParent:
-            return "it ends past the chunk " + parent + " that it is in";
+            return "the chunk ends past the end of its parent, " + parent;
         case Skip::Incomplete:
-            return "it is shorter than what must be in it";
+            return "the chunk is too short for the values that it must contain";
         case Skip::NoHeader:
-            return "no chunk of " + parent + " can be read there: the file is cut off or damaged";
+            return "the next bytes in " + parent +
+                   " are not the header of a chunk: the file is cut off or damaged";
         case Skip::Landscape:
-            return "an object of the name Landscape ends the import of its editor data";
+            return "an object named Landscape ends the import of its editor data";
         case Skip::AfterFailure:
-            return "it comes behind what ended the import of " + parent;
+            return "an earlier chunk ended the import of " + parent;
         case Skip::NotUsed:
             break;
     }
     if (part.id == 0)
     {
-        return "the first value in " + parent + " counts";
+        return "an import uses only the first value in " + parent;
     }
     const char* const unused = KindOfChunk(part.id).whySkipped;
-    return unused != nullptr ? unused : "it means nothing in " + parent;
+    return unused != nullptr ? unused : "the chunk has no meaning inside " + parent;
 }
 
 std::string DamageText(const std::vector<SkippedPart>& skipped)
@@ -53,7 +54,7 @@ std::string DamageText(const std::vector<SkippedPart>& skipped)
                 return chunk + " ends at " + std::to_string(part.start + part.length) +
                        ", past its parent's end " + std::to_string(part.parentEnd);
             case Skip::Incomplete:
-                return chunk + " is too short for the values that must be in it";
+                return chunk + " is too short for the values that it must contain";
             case Skip::NoHeader:
                 return "no chunk can be read at byte " + std::to_string(part.start) +
                        ", inside the chunk " + ChunkIdText(part.parent);

@@ -26,7 +26,8 @@ DVector ToDVector(const Vector& vector)
     return DVector(vector.x, vector.y, vector.z);
 }
 
-/// Half the extent of a node along x, and its middle, in the coordinates of its parent.
+/// Half the width of a node's bounds along x, and their middle, in the coordinates of the node's
+/// parent.
 struct Extent
 {
     double half;
@@ -74,8 +75,9 @@ void ImportMeshes(ThreeDStudioObject& node, const std::string& path)
     }
     if (!node.CreateFromFile(path.c_str()))
     {
-        throw Error(path + ": is no 3D Studio file: byte 0",
-                    FileStart(file) + ", expected 4D 4D or 3D C2 and a chunk's length");
+        throw Error(path + ": byte 0", FileStart(file) +
+                                           ", expected 4D 4D or 3D C2 and a length of 4 bytes, "
+                                           "with which 3D Studio files begin");
     }
 }
 
@@ -87,7 +89,7 @@ DrawingObject& AddImport(SceneObject& scene, const std::string& path, const Mesh
     const std::string damage = DamageText(node->skipped);
     if (!node->HasChildren())
     {
-        throw Error(path, "there is no mesh in it" + (damage.empty() ? damage : ": " + damage));
+        throw Error(path, "the file contains no mesh" + (damage.empty() ? damage : ": " + damage));
     }
     if (!damage.empty() && !options.warn)
     {
@@ -102,7 +104,7 @@ DrawingObject& AddImport(SceneObject& scene, const std::string& path, const Mesh
     const double longest = std::max({high.x - low.x, high.y - low.y, high.z - low.z});
     if (!std::isfinite(longest))
     {
-        throw Error(path, "its vertices are not all numbers");
+        throw Error(path, "a vertex of the file has a coordinate that is infinite or not a number");
     }
     if (options.size > 0 && longest > 0)
     {

@@ -58,7 +58,7 @@ void CheckNumbers(const char* field, const Vector3& vector)
 {
     if (!std::isfinite(vector.x) || !std::isfinite(vector.y) || !std::isfinite(vector.z))
     {
-        throw OptionError(field, "finite numbers", "others");
+        throw OptionError(field, "finite numbers", "infinity or not-a-number");
     }
 }
 
@@ -71,8 +71,9 @@ std::shared_ptr<DocumentState> DocumentState::Of(const Node& node)
     std::shared_ptr<DocumentState> state = node.state_.lock();
     if (state == nullptr || state->nodes.count(node.number_) == 0)
     {
-        throw Error("node", state == nullptr ? "its document has ended, or it never had one"
-                                             : "it was removed from its document");
+        throw Error("node", state == nullptr
+                                ? "the handle names no node, or its document no longer exists"
+                                : "the node was removed from its document");
     }
     return state;
 }
@@ -237,7 +238,7 @@ void Node::Turn(double degrees, const Vector3& axis)
     CheckNumbers("degrees", {degrees, 0, 0});
     if (axis.x == 0 && axis.y == 0 && axis.z == 0)
     {
-        throw OptionError("axis", "a direction", "zero");
+        throw OptionError("axis", "a vector other than 0,0,0", "0,0,0");
     }
     const CodePageScope scope(state->scene.codePage);
     DrawingObject& node = DocumentState::NodeOf(*this);

@@ -149,7 +149,9 @@ std::string OutputFile::OpenOutside()
 {
     if (kind_ != Kind::Regular)
     {
-        throw Error(path_, "is not a regular file, which a BMP needs; write a PNG");
+        throw Error(
+            path_,
+            "a BMP can only be written into a regular file, and this is not one; write a PNG");
     }
     BeginTemporary();
     return temporary_;

@@ -58,7 +58,8 @@ void CheckMark(const std::string& path, CFile& file)
                                      ? "; a scene is stored with CArchive::WriteObject, not with "
                                        "its own Serialize"
                                      : "";
-        throw Error(path + ": byte 0", FileStart(file) + ", expected FF FF as scenes begin" + hint);
+        throw Error(path + ": byte 0",
+                    FileStart(file) + ", expected FF FF, with which scene files begin" + hint);
     }
 }
 
@@ -87,7 +88,8 @@ void ReadObjects(CArchive& archive, CFile& file, SceneDocument& document)
     BYTE more = 0;
     if (count != 0 && (codePage != GetACP() || archive.Read(&more, sizeof more) != 0))
     {
-        archive.Fail(CArchiveException::generic, "other bytes behind the view than a code page");
+        archive.Fail(CArchiveException::generic,
+                     "the bytes after the view are not the number of a code page");
     }
 }
 
@@ -147,7 +149,7 @@ SceneDocument SceneDocument::Load(const std::string& path,
     CheckMark(path, file);
     document.codePage = ReadCodePage(file);
     SetProcessCodePage(document.codePage);
-    LoadFonts(progress);  // after SetProcessCodePage: fonts keep the code page of their loading
+    LoadFonts(progress);  // after SetProcessCodePage, because fonts keep the code page
 
     std::error_code ignored;
     const NearbyTextures textures(std::filesystem::absolute(path, ignored).parent_path());

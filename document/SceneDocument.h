@@ -42,7 +42,7 @@ public:
     static SceneDocument Load(const std::string& path,
                               const std::function<void(const std::string&)>& progress = {});
 
-    /// The bytes of the file.
+    /// The document as the bytes of a scene file.
     std::string Bytes() const;
     /// Writes the bytes and commits the file. Throws Error when it cannot.
     void Save(OutputFile& file) const;

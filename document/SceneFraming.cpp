@@ -20,9 +20,9 @@ namespace
 constexpr double margin = 0.08;  // of the picture's width or height, kept free on each side
 constexpr double degree = std::numbers::pi / 180;
 
-// The distance from the camera to the nearest point of the scene, in units of the camera's
-// coordinates. Scaling the scene keeps the distance in this range, where the depth buffer is
-// precise enough and nothing lies in front of the near clipping plane.
+// The allowed range of the distance from the camera to the nearest point of the scene, in units of
+// the camera's coordinates. The scene is scaled to bring the distance into this range, where the
+// depth buffer is precise enough and no part of the scene lies in front of the near clipping plane.
 constexpr double nearestDistance = 1;
 constexpr double farthestDistance = 10;
 

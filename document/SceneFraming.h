@@ -21,8 +21,8 @@ ORVANE_API void CheckCameraOptions(const CameraOptions& options);
 /// Throws OptionError when a side is not 1 to 100000 pixels.
 ORVANE_API void CheckSize(const Size& size);
 
-/// Points the camera at the scene, which then fills a picture of that size except for a margin of
-/// 8 % on the sides that it reaches.
+/// Points the camera at the scene. In a picture of that size, the scene is then in the middle and
+/// as large as possible, while at least 8 % of the width or height stays free on each side.
 ORVANE_API void FrameScene(ViewObject& view, const CameraOptions& options, const Size& size);
 
 /// Sets up a view for a picture of another size. A picture that is narrower, for its height, than

@@ -42,7 +42,7 @@ LightObject& LightAt(const SceneObject& scene, int index)
     if (light == nullptr)
     {
         throw Error("light " + std::to_string(index),
-                    "the scene has lights 0 to " + std::to_string(scene.GetLightCount() - 1));
+                    "the scene has only lights 0 to " + std::to_string(scene.GetLightCount() - 1));
     }
     return *light;
 }

@@ -13,9 +13,9 @@ namespace orvane
 inline constexpr Color firstAmbientColor{0.34f, 0.35f, 0.38f, 1};
 inline constexpr LightsFollow firstLightsFollow = LightsFollow::Camera;
 
-/// Gives a new scene its two lights, which stay with the camera: a warm, strong one from the upper
-/// left (number 1) and a cool, weak one from the right (number 7), which keeps the shaded sides
-/// readable. The other lights of the scene stay off.
+/// Sets the ambient light of a new scene, and the colours and directions of the two lights that are
+/// on in it. The lights stay with the camera. Light 1 is warm and strong and shines from the upper
+/// left. Light 7 is cool and weak and shines from the right, which keeps the shaded sides readable.
 ORVANE_API void SetFirstLights(SceneObject& scene);
 
 /// Throws Error for a light that the scene does not have.

@@ -55,7 +55,7 @@ std::vector<SelectionHit> CollectHits(const std::function<int()>& draw)
         const GLint count = glRenderMode(GL_RENDER);
         if (drawn == 0 || error != GL_NO_ERROR)
         {
-            throw Error("OpenGL", "the nodes nest too deep to be picked");
+            throw Error("OpenGL", "the nodes are nested too deeply to be picked");
         }
         if (count < 0 && buffer.size() < maxBufferSize)
         {
@@ -115,7 +115,7 @@ public:
     std::vector<SelectionHit> Pick(const std::vector<const DrawingObject*>& way,
                                    OrvFontString& text, std::size_t first, std::size_t end)
     {
-        // This draw does nothing but set the projection.
+        // This call of Draw only sets the projection.
         parameters_.SetClearAndReturn();
         view_.Draw(&parameters_);
         parameters_.ClearClearAndReturn();
@@ -167,8 +167,8 @@ public:
         {
             SplitCharacters(hit, 0, hit.text->GetTextString()->Text().size());
         }
-        // The sort is stable, because of two things at the same depth a picture shows the thing
-        // that is drawn first.
+        // If two things have the same depth, a picture shows the thing that is drawn first. The
+        // stable sort keeps that thing in front.
         std::stable_sort(found_.begin(), found_.end(),
                          [](const auto& a, const auto& b) { return a.depth < b.depth; });
         return found_;
@@ -210,7 +210,8 @@ private:
             at.text = dynamic_cast<OrvFontString*>(node);
             if (isLast && at.text != nullptr && name < partNameCount)
             {
-                // A child may have the same name: ask the text whether it was hit.
+                // A child of the text may have the same name. Draw the text alone to learn whether
+                // the text itself was hit.
                 NoteText(at);
                 if (name >= static_cast<GLuint>(node->GetChildCount()) || IsOfText(at, hit))
                 {
@@ -235,7 +236,7 @@ private:
             }
             else
             {
-                throw UnpickableNode(*node, at.path, "has an edge style that is not known");
+                throw UnpickableNode(*node, at.path, "has an unknown edge style");
             }
         }
         if (node != &scene_)
@@ -246,7 +247,7 @@ private:
 
     void FollowLight(GLuint name, GLuint depth)
     {
-        // Picking always draws the lights, a picture draws them only when the view shows them.
+        // Picking always draws the lights, but a picture draws them only when the view shows them.
         const GLuint first = static_cast<GLuint>(scene_.GetChildCount()) + handleNameCount;
         if (view_.ShouldShowLightsMode() && name >= first)
         {

@@ -99,13 +99,14 @@ EncodedText EncodeLines(const std::vector<std::string>& lines, const std::string
         const std::string place = "text, line " + std::to_string(LineOfMisfit(lines, others));
         if (choice.misfit == "\uFFFD")
         {
-            throw Error(place, "bytes that are not UTF-8, or U+FFFD");
+            throw Error(place, "found bytes that are not UTF-8, or the character U+FFFD");
         }
         const bool fitsAlone = FindCodePage(choice.misfit).codePage != 0;
         throw Error(
-            place, "no code page holds " + Describe(choice.misfit) +
-                       (fitsAlone ? " together with the characters before it" : "") +
-                       "; a text is western, central European, Baltic, Turkish, Cyrillic or Greek");
+            place,
+            "no code page holds " + Describe(choice.misfit) +
+                (fitsAlone ? " together with the characters before it" : "") +
+                "; a text must be western, central European, Baltic, Turkish, Cyrillic or Greek");
     }
     return {choice.codePage, EncodeLinesIn(lines, choice.codePage)};
 }

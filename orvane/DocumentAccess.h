@@ -20,7 +20,7 @@ namespace orvane
 ORVANE_API SceneObject& SceneOf(const Document& document);
 ORVANE_API ViewObject& ViewOf(const Document& document);
 ORVANE_API unsigned CodePageOf(const Document& document);
-/// Throws Error when the node was removed or its document has ended.
+/// Throws Error when the node was removed or its document no longer exists.
 ORVANE_API DrawingObject& ObjectOf(const Node& node);
 /// Returns a handle for a node of the document's scene. The node may have been added through
 /// SceneOf.

@@ -19,7 +19,7 @@
 namespace orvane
 {
 
-/// Each part is between 0 and 1. An alpha below 1 is transparent.
+/// Each component is between 0 and 1. A colour with an alpha below 1 is transparent.
 struct Color
 {
     float red = 0;
@@ -36,7 +36,7 @@ constexpr Color Rgb(unsigned rgb)
             1};
 }
 
-/// Pixels.
+/// A width and a height in pixels.
 struct Size
 {
     int width = 0;
@@ -191,7 +191,7 @@ struct PictureOptions
     int dotsPerInch = 0;  ///< written into the file's header: 1 to 100000; 0 writes none
     /// Samples per pixel in each direction, 1 to 4. With 0 the size of the picture decides: 4
     /// samples up to 4 megapixels, 2 up to 32 megapixels, else 1. Pictures of 8 and 16 bits always
-    /// have 1.
+    /// have 1 sample per pixel; for them a larger number is an OptionError.
     int samples = 0;
     /// Called now and then, on the thread that called WritePicture, with the share of the picture
     /// that is done, 0 to 1.
@@ -202,8 +202,8 @@ struct PictureOptions
 /// How a document is drawn into the current OpenGL context.
 struct DrawOptions
 {
-    /// The size of the picture in pixels. The picture's lower left corner is that of the viewport.
-    /// If no size is set, the picture fills the viewport.
+    /// The size of the picture in pixels. The picture begins in the lower left corner of the
+    /// viewport. If no size is set, the picture fills the viewport.
     std::optional<Size> size;
 };
 

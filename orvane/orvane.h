@@ -2,8 +2,9 @@
 #pragma once
 
 /// \file
-/// Solid text and meshes in three dimensions, as documents: build one, save it, open it again,
-/// write a picture of it, draw it into a window, and find out what is under a pixel.
+/// Solid text and meshes in three dimensions, as documents: build a document, save it, open it
+/// again, write a picture of it, draw it into a window, and find the letter or triangle under a
+/// pixel.
 ///
 ///     orvane::Document document;
 ///     document.AddText("Hello");
@@ -31,7 +32,7 @@ enum class NodeKind
 {
     Text,
     Mesh,
-    Group,  ///< draws nothing of its own, but has children: an imported file, for example
+    Group,  ///< has children but draws nothing itself: an imported file, for example
     Other
 };
 
@@ -43,8 +44,8 @@ struct Box
 };
 
 /// Names a node of a document: a text, a mesh or a group of nodes. Handles can be copied freely. A
-/// handle does not keep its node: when the node has been removed or the document has ended,
-/// IsValid() is false and every other call throws an Error.
+/// handle does not keep its node alive: when the node has been removed or the document no longer
+/// exists, IsValid() is false and every other call throws an Error.
 class ORVANE_API Node
 {
 public:
@@ -159,9 +160,9 @@ public:
     DrawingMode GetDrawingMode() const;
     void SetDrawingMode(DrawingMode mode);
 
-    /// Points the camera at the scene, which then fills a picture of that size, in its middle, with
-    /// a margin of 8 % on the sides that it reaches. Without anything to see the camera is turned
-    /// but keeps its place.
+    /// Points the camera at the scene. In a picture of that size, the scene is then in the middle
+    /// and as large as possible, while at least 8 % of the width or height stays free on each side.
+    /// If the scene shows nothing, the camera is turned and stands at the origin.
     void Frame(const Size& size, const CameraOptions& options = {});
     /// The size of the picture that the document was framed for. Has no value if the document was
     /// never framed.

@@ -32,7 +32,7 @@ void CheckPoster(const PosterSettings& settings)
     CheckRange("samples", options.samples, 0, 4);
     if (options.bits < 24 && options.samples > 1)
     {
-        throw OptionError("samples", "a picture of 8 or 16 bits has one per pixel",
+        throw OptionError("samples", "0 or 1 for a picture of 8 or 16 bits",
                           std::to_string(options.samples));
     }
     CheckTarget(settings);
@@ -61,7 +61,7 @@ void DrawPoster(const ViewObject& view, const PosterSettings& settings, PosterTa
             }
             if (!isComplete)
             {
-                throw Error("OpenGL", "the scene could not be drawn whole");
+                throw Error("OpenGL", "the scene could not be drawn completely");
             }
             bands.CopyTo(strip, column);
             if (options.progress)

@@ -22,7 +22,7 @@ struct BandLayout
     int width = 0;   ///< of the band's bitmap, in its own pixels
     int height = 0;
 
-    /// How far one band lies from the next, in pixels of the picture: the band's size without its
+    /// The distance from a band to the next, in pixels of the picture: the band's size without its
     /// margins.
     int StepX() const { return width / samples - 2 * margin; }
     int StepY() const { return height / samples - 2 * margin; }
@@ -47,7 +47,7 @@ public:
 
 private:
     int Edge() const;
-    /// The projection of the picture with an edge around it, as wide as Edge().
+    /// The projection of the picture with an edge of Edge() pixels on every side.
     ProjectionData WithEdge(ProjectionData projection) const;
     PictureArea AreaOf(int row, int column) const;
     bool IsBackgroundPlain() const;

@@ -77,7 +77,7 @@ void PosterStrips::End()
         {
             above.get();
         }
-        above = {};  // or a chain of futures would keep the results of all earlier writes
+        above = {};  // so that no chain of futures keeps the results of all earlier writes
         target_.WriteRows(top, slot.strip, goOn_);
     };
     slot.written = std::async(std::launch::async, std::move(write));

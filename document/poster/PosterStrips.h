@@ -19,8 +19,8 @@ class PosterTarget;
 class Strip
 {
 public:
-    /// \param offset of the strip in its file. The memory is aligned like the file, so that the
-    /// system can write whole disk blocks without copying parts together.
+    /// \param offset of the strip in its file, in bytes. The memory has the same alignment to disk
+    /// blocks as the offset, so that the system can write whole blocks without copying them first.
     void Resize(std::size_t rowBytes, int height, std::uint64_t offset);
 
     int Height() const { return height_; }

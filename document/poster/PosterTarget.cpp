@@ -73,7 +73,7 @@ void CheckTarget(const PosterSettings& settings)
     }
     else if (settings.options.bits != pngBits)
     {
-        throw OptionError("bits", "a PNG has 24 bits per pixel here; write a BMP");
+        throw OptionError("bits", "a PNG is written with 24 bits per pixel only; write a BMP");
     }
 }
 

@@ -62,8 +62,8 @@ PosterView::PosterView(const ViewObject& view, int samples)
     TextureMap& picture = *background_.GetTexture();
     if (picture.placement == static_cast<DWORD>(BackgroundPlacement::Stretch))
     {
-        // A stretched picture is placed in pixels of the bitmap, and one pixel of the picture is \p
-        // samples of them wide.
+        // The place of a stretched background picture is in pixels of the bitmap. Each pixel of the
+        // finished picture takes \p samples pixels of the bitmap in each direction.
         picture.SetHorizontalLocation(picture.GetHorizontalLocation() * samples);
         picture.SetVerticalLocation(picture.GetVerticalLocation() * samples);
     }

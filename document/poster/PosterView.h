@@ -25,9 +25,9 @@ public:
 
 /// A copy of a view for pictures. It shows the same scene and does not change the scene.
 ///
-/// If the scene has transparent texts, only the foremost surfaces of the scene are drawn. So the
-/// background is seen through a transparent letter, but no other surface is, not even an opaque
-/// surface.
+/// If the scene has transparent texts, only the foremost surfaces of the scene are drawn. So a
+/// transparent letter shows the background behind it, but no other surface behind it, not even an
+/// opaque surface.
 class PosterView : public ViewObject
 {
 public:

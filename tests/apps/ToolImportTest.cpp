@@ -171,13 +171,13 @@ TEST_F(ToolImport, WhatCannotBeImportedIsNamedWithTheReason)
         return Complaint({"render", "-o", "x.png", "--import", file}, 1);
     };
     EXPECT_NE(complaint("none.3ds").find("none.3ds: there is no such file"), std::string::npos);
-    EXPECT_NE(complaint("text.3ds")
-                  .find("text.3ds: is no 3D Studio file: byte 0: found 6E 6F, expected 4D 4D or "),
+    EXPECT_NE(complaint("text.3ds").find("text.3ds: byte 0: found 6E 6F, expected 4D 4D or "),
               std::string::npos);
     folder.Write("nothing.3ds", "");
     EXPECT_NE(complaint("nothing.3ds").find("byte 0: the file is empty, expected 4D 4D or "),
               std::string::npos);
-    EXPECT_NE(complaint("empty.3ds").find("empty.3ds: there is no mesh in it"), std::string::npos);
+    EXPECT_NE(complaint("empty.3ds").find("empty.3ds: the file contains no mesh"),
+              std::string::npos);
 }
 
 TEST_F(ToolImport, WhatIsWholeOfADamagedFileIsDrawnAndTheDamageTold)
@@ -196,16 +196,16 @@ TEST_F(ToolImport, WhatIsWholeOfADamagedFileIsDrawnAndTheDamageTold)
     EXPECT_EQ(result.err,
               "orvane: some.3ds: the file is damaged, and only its whole parts are drawn: "
               "chunk 0x4110 at byte " +
-                  std::to_string(list) + " is too short for the values that must be in it\n");
+                  std::to_string(list) + " is too short for the values that it must contain\n");
 
     std::filesystem::remove(folder.Path("x.png"));
     folder.Write("none.3ds", AsText(FileOf({second})));
     EXPECT_NE(Complaint({"render", "-o", "x.png", "--import", "none.3ds"}, 1)
-                  .find("none.3ds: there is no mesh in it: chunk 0x4110 at byte "),
+                  .find("none.3ds: the file contains no mesh: chunk 0x4110 at byte "),
               std::string::npos);
     folder.Write("root.3ds", AsText(RecordBytes().Word(0x4D4D).Dword(3)));
     EXPECT_NE(Complaint({"render", "-o", "x.png", "--import", "root.3ds"}, 1)
-                  .find("root.3ds: there is no mesh in it: no chunk can be read at byte 6, "
+                  .find("root.3ds: the file contains no mesh: no chunk can be read at byte 6, "
                         "inside the chunk 0x4D4D"),
               std::string::npos);
 }

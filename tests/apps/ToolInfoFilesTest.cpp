@@ -94,8 +94,9 @@ TEST_F(ToolInfoRefusal, NamesTheFileThePlaceWhatWasFoundAndWhatWasExpected)
               "orvane: s.orv: byte 0: the input ends after 0 of the 2 bytes of a value\n");
     EXPECT_EQ(Refused(good.substr(0, 1000)),
               "orvane: s.orv: byte 1000: the input ends after 1 of the 8 bytes of a value\n");
-    EXPECT_EQ(Refused(good + "more!"), "orvane: s.orv: byte " + std::to_string(good.size() + 1) +
-                                           ": other bytes behind the view than a code page\n");
+    EXPECT_EQ(Refused(good + "more!"),
+              "orvane: s.orv: byte " + std::to_string(good.size() + 1) +
+                  ": the bytes after the view are not the number of a code page\n");
 
     // Two objects of other classes.
     RecordBytes text;
@@ -107,7 +108,7 @@ TEST_F(ToolInfoRefusal, NamesTheFileThePlaceWhatWasFoundAndWhatWasExpected)
     EXPECT_EQ(Refused(std::string(unknown.Get().begin(), unknown.Get().end())),
               "orvane: s.orv: byte 11: class Sc?ne is not known\n");
     EXPECT_EQ(Refused("PNG or anything else"),
-              "orvane: s.orv: byte 0: found 50 4E, expected FF FF as scenes begin\n");
+              "orvane: s.orv: byte 0: found 50 4E, expected FF FF, with which scene files begin\n");
 
     // The version of the scene's node, behind the mark, the schema, the length and the name.
     std::string newer = good;

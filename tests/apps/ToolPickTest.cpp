@@ -431,7 +431,7 @@ TEST_F(ToolPick, WhatCannotBePickedIsStatus1)
     }
     const ToolResult deep = Run("1,1");
     EXPECT_EQ(deep.status, 1);
-    EXPECT_EQ(deep.err, "orvane: OpenGL: the nodes nest too deep to be picked\n");
+    EXPECT_EQ(deep.err, "orvane: OpenGL: the nodes are nested too deeply to be picked\n");
 }
 
 }  // namespace

@@ -55,7 +55,8 @@ TEST(ToolText, LettersOfTwoAlphabetsThatNoCodePageHoldsAreStatus1)
     EXPECT_EQ(
         Complaint({"Straße", "Ελλάδα"}),
         "orvane: text, line 2: no code page holds \"Ε\" (U+0395) together with the characters "
-        "before it; a text is western, central European, Baltic, Turkish, Cyrillic or Greek\n");
+        "before it; a text must be western, central European, Baltic, Turkish, Cyrillic or "
+        "Greek\n");
 }
 
 TEST(ToolText, EachOfTheTwoAloneIsDrawn)
@@ -85,7 +86,7 @@ TEST(ToolText, TheFirstCharacterThatNoCodePageHoldsIsNamedWithItsLine)
 {
     EXPECT_EQ(
         Complaint({"one", "two 日本"}),
-        "orvane: text, line 2: no code page holds \"日\" (U+65E5); a text is western, central "
+        "orvane: text, line 2: no code page holds \"日\" (U+65E5); a text must be western, central "
         "European, Baltic, Turkish, Cyrillic or Greek\n");
     EXPECT_NE(Complaint({"smile 😀"}).find("\"😀\" (U+1F600)"), std::string::npos);
 }
@@ -93,7 +94,7 @@ TEST(ToolText, TheFirstCharacterThatNoCodePageHoldsIsNamedWithItsLine)
 TEST(ToolText, BytesThatAreNotUtf8AreStatus1)
 {
     EXPECT_EQ(Complaint({"fine", "caf\xE9"}),
-              "orvane: text, line 2: bytes that are not UTF-8, or U+FFFD\n");
+              "orvane: text, line 2: found bytes that are not UTF-8, or the character U+FFFD\n");
 }
 
 TEST(ToolText, ACharacterThatTheFontLacksIsNamed)

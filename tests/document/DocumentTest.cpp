@@ -181,13 +181,13 @@ TEST(Document, ErrorsNamePlaceFoundAndExpected)
     folder.Write("text.orv", "This is no scene.");
     const orvane::Error scene = ErrorOf([&] { Document::Open(folder.Path("text.orv")); });
     EXPECT_EQ(scene.Place(), folder.Path("text.orv") + ": byte 0");
-    EXPECT_EQ(scene.Problem(), "found 54 68, expected FF FF as scenes begin");
+    EXPECT_EQ(scene.Problem(), "found 54 68, expected FF FF, with which scene files begin");
 
     Document document;
     orvane::TextOptions options;
     options.depth = -1;
     const auto depth = ErrorOf<orvane::OptionError>([&] { document.AddText("x", options); });
-    EXPECT_STREQ(depth.what(), "depth: 0 to 100, found -1");
+    EXPECT_STREQ(depth.what(), "depth: expected 0 to 100, found -1");
     EXPECT_EQ(depth.Place(), "depth");
     EXPECT_EQ(depth.Found(), "-1");
     EXPECT_EQ(depth.Expected(), "0 to 100");
@@ -196,7 +196,7 @@ TEST(Document, ErrorsNamePlaceFoundAndExpected)
     picture.samples = 9;
     const auto samples = ErrorOf<orvane::OptionError>(
         [&] { orvane::WritePicture(document, folder.Path("x.png"), picture); });
-    EXPECT_STREQ(samples.what(), "samples: 0 to 4, found 9");
+    EXPECT_STREQ(samples.what(), "samples: expected 0 to 4, found 9");
     EXPECT_FALSE(folder.Has("x.png"));
     EXPECT_THROW(document.AddMesh(folder.Path("none.3ds")), orvane::Error);
     EXPECT_THROW(document.RestoreView("none"), orvane::Error);

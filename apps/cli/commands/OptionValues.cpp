@@ -14,7 +14,7 @@ namespace
 
 Error Unexpected(const std::string& expected, const std::string& found)
 {
-    return OptionError("", "expected " + expected, "\"" + found + "\"");
+    return OptionError("", expected, "\"" + found + "\"");
 }
 
 double ParseNumberBetween(const std::string& text, double least, double most)
@@ -22,8 +22,8 @@ double ParseNumberBetween(const std::string& text, double least, double most)
     const double value = ParseNumber(text);
     if (value < least || value > most)
     {
-        throw OptionError(
-            "", "expected a number from " + NumberText(least) + " to " + NumberText(most), text);
+        throw OptionError("", "a number from " + NumberText(least) + " to " + NumberText(most),
+                          text);
     }
     return value;
 }
@@ -34,8 +34,7 @@ int ParseIntegerBetween(const std::string& text, int least, int most)
     if (value < least || value > most || value != std::floor(value))
     {
         throw OptionError(
-            "",
-            "expected a whole number from " + std::to_string(least) + " to " + std::to_string(most),
+            "", "a whole number from " + std::to_string(least) + " to " + std::to_string(most),
             text);
     }
     return static_cast<int>(value);
@@ -122,7 +121,7 @@ std::vector<std::string> SplitAtCommas(const std::string& text)
 
 Size ParseSize(const std::string& text)
 {
-    const std::string form = "WIDTHxHEIGHT, both at least 1";
+    const std::string form = "WIDTHxHEIGHT in pixels, both at least 1";
     const Size size = ParseTwo(text, 'x', form);
     if (size.width < 1 || size.height < 1)
     {
@@ -131,7 +130,8 @@ Size ParseSize(const std::string& text)
     if (size.width > largestPictureSide || size.height > largestPictureSide)
     {
         throw OptionError(
-            "", "at most " + std::to_string(largestPictureSide) + " in each direction", text);
+            "", "at most " + std::to_string(largestPictureSide) + " pixels in each direction",
+            text);
     }
     return size;
 }
@@ -143,7 +143,7 @@ Size ParsePixel(const std::string& text)
 
 std::vector<double> ParsePair(const std::string& text)
 {
-    return ParseNumbers(text, 2, "two places in pixels as X,Y");
+    return ParseNumbers(text, 2, "a place in pixels as X,Y");
 }
 
 Vector3 ParseAngles(const std::string& text)
@@ -153,7 +153,7 @@ Vector3 ParseAngles(const std::string& text)
 
 Vector3 ParsePlace(const std::string& text)
 {
-    return ParseTriple(text, "a place as X,Y,Z");
+    return ParseTriple(text, "a place in ems as X,Y,Z");
 }
 
 Color ParseOpaqueColor(const std::string& text)
@@ -161,7 +161,7 @@ Color ParseOpaqueColor(const std::string& text)
     const Color color = ParseColor(text);
     if (color.alpha < 1)
     {
-        throw OptionError("", "cannot be transparent", "\"" + text + "\"");
+        throw OptionError("", "an opaque colour", "\"" + text + "\"");
     }
     return color;
 }
