@@ -4,8 +4,8 @@
 #include <stdexcept>
 
 /// Thrown when the command line makes no sense. The tool then ends with exit status 2, as after an
-/// orvane::OptionError or an error that CLI11 finds; after every other exception with exit status
-/// 1.
+/// orvane::OptionError or an error that CLI11 finds. After every other exception it ends with exit
+/// status 1.
 class UsageError : public std::runtime_error
 {
 public:

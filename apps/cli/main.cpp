@@ -69,8 +69,8 @@ int Run(CLI::App& app, int argc, char** argv)
     }
     catch (const orvane::OptionError& error)
     {
-        // The name of the field is also the name of the option: where the two differ, CLI11 has
-        // checked the value before.
+        // The message begins with the name of the field, which is also the name of the option.
+        // CLI11 has checked the values of all options whose names differ from the field's.
         return ComplainAboutUsage(app, std::string("--") + error.what());
     }
     return 0;
@@ -85,8 +85,8 @@ int main(int argc, char** argv)
     try
     {
         CLI::App app("Turns text into solid letters and draws them.", "orvane");
-        // Allow at most one subcommand, so that the name of another subcommand behind it is
-        // ordinary text.
+        // Allow at most one subcommand, so that the name of another subcommand after it is ordinary
+        // text.
         app.require_subcommand(0, 1);
         app.set_version_flag("--version", ORVANE_VERSION);
         app.get_formatter()->column_width(helpColumn);

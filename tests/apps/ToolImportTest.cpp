@@ -194,7 +194,7 @@ TEST_F(ToolImport, WhatIsWholeOfADamagedFileIsDrawnAndTheDamageTold)
     EXPECT_EQ(result.status, 0);
     EXPECT_TRUE(folder.Has("x.png"));
     EXPECT_EQ(result.err,
-              "orvane: some.3ds: the file is damaged, and only its whole parts are drawn: "
+              "orvane: some.3ds: the file is damaged, and only its undamaged parts are drawn: "
               "chunk 0x4110 at byte " +
                   std::to_string(list) + " is too short for the values that it must contain\n");
 

@@ -129,7 +129,7 @@ TEST_F(ToolMeshInfo, TheChunkTreeOfADamagedFileEndsWhereNoHeaderCanBeRead)
     folder.Write("long.3ds", AsText(FileOf({tooLong})));
     folder.Write("bad.3ds", AsText(FileOf({noHeader, MeshObjectChunk("a")})));
     EXPECT_NE(folder.Run({"info", "--chunks", "long.3ds"})
-                  .out.find("0x4000 object, ends past what it is in"),
+                  .out.find("0x4000 object, ends past the end of its parent or of the file"),
               std::string::npos);
     const ToolResult bad = folder.Run({"info", "--chunks", "bad.3ds"});
     EXPECT_EQ(bad.status, 0);

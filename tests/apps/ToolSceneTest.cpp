@@ -147,11 +147,11 @@ TEST(ToolScene, ASavedViewIsPickedByItsName)
         folder.Run({"render", "--scene", "s.orv", "-o", "y.png", "--view", "Back"});
     EXPECT_EQ(unknown.status, 1);
     EXPECT_EQ(unknown.err,
-              "orvane: s.orv: no view \"Back\"; the scene has\n  Front\n  Caf\u00e9\n");
+              "orvane: s.orv: no view \"Back\" is saved; saved views:\n  Front\n  Caf\u00e9\n");
     EXPECT_FALSE(folder.Has("y.png"));
     const ToolResult none =
         folder.Run({"render", "--scene", "front.orv", "-o", "y.png", "--view", "Back"});
-    EXPECT_EQ(none.err, "orvane: front.orv: no view \"Back\"; the scene has none\n");
+    EXPECT_EQ(none.err, "orvane: front.orv: no view \"Back\" is saved; saved views: none\n");
 }
 
 TEST(ToolScene, OptionsChangeWhatTheFileHasAndAreKept)

@@ -9,15 +9,15 @@
 #include <string>
 #include <vector>
 
-// Reads the values of options. Each function throws orvane::Error, whose problem says what was
-// expected and found; CLI11 adds the name of the option.
+// Reads the values of options. Each function throws orvane::Error, whose Problem() names the
+// expected and the found value; CLI11 adds the name of the option.
 
 double ParseNumber(const std::string& text);
 /// The parts between commas. The middle part of "a,,b" is empty.
 std::vector<std::string> SplitAtCommas(const std::string& text);
-/// "WxH", both at least 1 and at most largestPictureSide.
+/// "WxH" in pixels, both at least 1 and at most largestPictureSide.
 orvane::Size ParseSize(const std::string& text);
-/// "X,Y", both whole numbers from 0.
+/// "X,Y" in pixels, both whole numbers and at least 0.
 orvane::Size ParsePixel(const std::string& text);
 /// "X,Y".
 std::vector<double> ParsePair(const std::string& text);
@@ -29,7 +29,7 @@ orvane::Color ParseOpaqueColor(const std::string& text);
 /// "INDEX,on|off[,COLOR]".
 orvane::LightChange ParseLight(const std::string& text);
 
-/// Checks that a function, such as those above, can read a value.
+/// Checks that a function such as ParseNumber can read a value.
 template <typename Parse>
 CLI::Validator ReadableBy(Parse parse)
 {
@@ -67,9 +67,9 @@ std::string Alternatives(const std::vector<std::string>& names);
 /// A number as help texts show it, with as few digits as it needs.
 std::string NumberText(double number);
 
-// CLI11 finds these conversions because they are in the namespace of the types. The values have
-// been checked before. Each enumeration has a conversion of its own instead of a template for all,
-// because CLI11 itself has a template for enumerations, which reads numbers.
+// CLI11 finds these conversions because they are in the namespace of the types. It calls them only
+// with values that a validator has checked. Each enumeration has its own conversion instead of one
+// template for all, because CLI11 has a template for enumerations itself, which reads numbers.
 namespace orvane
 {
 

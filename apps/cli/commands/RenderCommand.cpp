@@ -53,8 +53,8 @@ struct RenderOptions
     std::unique_ptr<SceneOptions> scene;
 };
 
-/// The picture and the scene that the command line asks for, made from its options when they have
-/// been checked together.
+/// The picture and the scene that the command line asks for. CheckTogether makes a Request from the
+/// options.
 struct Request
 {
     PosterSettings settings;
@@ -97,8 +97,9 @@ Request CheckTogether(const RenderOptions& options)
     const bool hasContent = request.hasText || !request.imports.empty();
     if (options.sceneFile.empty() != hasContent)
     {
-        throw UsageError(hasContent ? "render: --scene takes the place of a text and of --import"
-                                    : "render: no text, no --import and no --scene is given");
+        throw UsageError(hasContent
+                             ? "render: --scene cannot be combined with a text or --import"
+                             : "render: nothing to draw; a text, --import or --scene is required");
     }
     if (!options.save.empty() && !HasExtension(options.save, ".orv"))
     {
@@ -110,7 +111,7 @@ Request CheckTogether(const RenderOptions& options)
     request.texture = options.scene->Texture();
     if (request.texture && options.sceneFile.empty() && !request.hasText)
     {
-        throw UsageError("--texture: there is no text for it");
+        throw UsageError("--texture: a text is required, on which the texture is laid");
     }
     request.settings.options = options.picture;
     request.settings.size = options.picture.size.value_or(defaultPictureSize);
@@ -126,7 +127,7 @@ std::unique_ptr<DrawingObject> BuildText(const RenderOptions& options)
 {
     const EncodedText encoded = EncodeLines(GatherLines(options));
     SetProcessCodePage(encoded.codePage);
-    LoadFonts(FontProgress());  // after SetProcessCodePage: fonts keep its code page
+    LoadFonts(FontProgress());  // after SetProcessCodePage, because fonts keep the code page
     OrvFont* const font = ChooseFont(options.text.font);
     CheckCharacters(*font, encoded.text);
     return MakeTextNode(encoded.text, font, options.text);
@@ -152,7 +153,7 @@ SceneDocument BuildScene(const RenderOptions& options, const Request& request)
         MeshOptions meshes = import.options;
         meshes.warn = [&import](const std::string& damage) {
             Say(import.file +
-                ": the file is damaged, and only its whole parts are drawn: " + damage);
+                ": the file is damaged, and only its undamaged parts are drawn: " + damage);
         };
         AddImport(*document.scene, import.file, meshes);
     }
@@ -176,7 +177,7 @@ void TakeSavedView(const SceneDocument& document, const std::string& name)
         return;
     }
     const NamedViewList& views = *view.GetSavedViews();
-    std::string problem = "no view \"" + name + "\"; the scene has";
+    std::string problem = "no view \"" + name + "\" is saved; saved views:";
     problem += views.IsEmpty() ? " none" : "";
     for (POSITION position = views.GetHeadPosition(); position != nullptr;)
     {
@@ -380,9 +381,10 @@ void AddRenderCommand(CLI::App& app)
     AddOutlinesOption(command);
     add("--save", o.save, "FILE", "Saves the scene and its view in a file (.orv)");
     CLI::Option* const scene =
-        add("--scene", o.sceneFile, "FILE", "Draws the scene in such a file instead of a text");
+        add("--scene", o.sceneFile, "FILE",
+            "Draws the scene in a file that --save has written,\ninstead of a text");
     CLI::Option* const view =
-        add("--view", o.view, "NAME", "Draws it through a view that is saved in the file")
+        add("--view", o.view, "NAME", "Draws the scene through a view that is saved in its\nfile")
             ->needs(scene);
     const std::vector<CLI::Option*> ofLook = AddLook(add, o.text);
     command.add_flag("--outline", o.outline, "Draws wires in the colour of the face, not solids");

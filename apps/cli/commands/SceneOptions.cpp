@@ -162,7 +162,7 @@ std::optional<BackgroundOptions> SceneOptions::Background() const
         if (!isPicture && option->count() > 0)
         {
             throw UsageError(option->get_name() +
-                             ": only for a background picture, --background FILE.bmp");
+                             ": a background picture is required (--background FILE.bmp)");
         }
     }
     if (!backgroundText_)

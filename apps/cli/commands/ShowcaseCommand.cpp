@@ -53,7 +53,7 @@ void BuildShowcase(SceneObject& scene, OrvFont* font)
     const double width = title->GetScaledDimensions().x;
     Place(scene, std::move(title), 0, 0.5, 1);
 
-    constexpr double gap = 0.5;  // ems of the small line
+    constexpr double gap = 0.5;  // between the small words, in their ems
     const Word words[] = {{"square", EdgeStyle::Square, "#e2574c"},
                           {"bevel", EdgeStyle::Bevel, "#3f8fd2"},
                           {"round", EdgeStyle::Round, "#4caf6e"}};

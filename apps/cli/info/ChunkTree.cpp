@@ -15,8 +15,8 @@ namespace orvane
 namespace
 {
 
-// In levels of the tree. Chunks may be nested as deep as the file is long, so chunks below this
-// level are not indented further.
+// The deepest level of the tree that is indented further than its parent. Chunks can be nested so
+// deeply that lines would become too long to read.
 constexpr int deepestIndent = 20;
 
 // Moves the file to the first chunk inside a chunk whose header has just been read. Returns false
@@ -60,7 +60,7 @@ try
     CFile file(path.c_str(), CFile::modeRead);
     const std::uint64_t fileEnd = file.GetLength();
     std::vector<ChunkEntry> chunks;
-    std::vector<std::uint64_t> ends;  // the ends, in bytes, of the chunks that the position is in
+    std::vector<std::uint64_t> ends;  // the ends of the chunks around the position, in bytes
     while (file.GetPosition() < fileEnd)
     {
         while (!ends.empty() && file.GetPosition() >= ends.back())
@@ -100,7 +100,7 @@ std::string ChunkTreeText(const std::vector<ChunkEntry>& chunks)
     {
         std::string name(2 * static_cast<std::size_t>(std::min(chunk.depth, deepestIndent)), ' ');
         name += ChunkIdText(chunk.id) + " " + KindOfChunk(chunk.id).name;
-        name += chunk.isWhole ? "" : ", ends past what it is in";
+        name += chunk.isWhole ? "" : ", ends past the end of its parent or of the file";
         table.Add({std::to_string(chunk.start), std::to_string(chunk.length), name});
     }
     return table.Text();

@@ -28,8 +28,9 @@ void PrintInfo(const InfoOptions& options)
     const bool isMeshFile = IsMeshFile(options.file);
     if (!isMeshFile && (options.chunks || options.dump))
     {
-        throw Error(options.file, std::string(options.dump ? "--dump" : "--chunks") +
-                                      " works only with 3D Studio files, and this is not one");
+        throw Error(options.file,
+                    std::string(options.dump ? "--dump" : "--chunks") +
+                        " works only with 3D Studio files, and this file is of another kind");
     }
     if (options.dump)
     {

@@ -13,7 +13,7 @@ namespace orvane
 
 class JsonWriter;
 
-/// How `orvane info` prints what it finds.
+/// The format in which `orvane info` describes a file.
 enum class InfoFormat
 {
     Text,  ///< lines for people

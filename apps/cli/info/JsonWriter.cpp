@@ -14,9 +14,9 @@ namespace
 constexpr std::string_view replacement = "\uFFFD";
 constexpr std::size_t indent = 2;
 
-/// The length in bytes of the character at the beginning of the text, or 0 if it is not UTF-8.
-/// UTF-8 has no surrogates, no characters above U+10FFFF, and no character in more bytes than it
-/// needs.
+/// The length in bytes of the character at the beginning of the text, or 0 if the text does not
+/// begin with a valid character. Surrogates, characters above U+10FFFF, and characters in more
+/// bytes than they need are not valid UTF-8.
 std::size_t CharacterLength(std::string_view text)
 {
     const auto byte = [text](std::size_t i) {

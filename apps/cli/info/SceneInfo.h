@@ -10,7 +10,7 @@ namespace orvane
 
 class SceneDocument;
 
-/// Describes the scene in a file. Throws Error if it cannot be read.
+/// Describes the scene in a file. Throws Error if the file cannot be read.
 std::string DescribeScene(const std::string& path, InfoFormat format);
 
 /// One JSON object and a line break.

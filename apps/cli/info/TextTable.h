@@ -13,7 +13,7 @@ class TextTable
 public:
     void Add(std::vector<std::string> cells) { rows_.push_back({std::move(cells), false}); }
 
-    /// Adds a first cell, and a text behind it that does not widen any column.
+    /// Adds a row of a cell and a text. The text does not widen any column.
     void AddLine(std::string first, std::string text)
     {
         rows_.push_back({{std::move(first), std::move(text)}, true});
