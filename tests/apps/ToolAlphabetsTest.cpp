@@ -40,7 +40,7 @@ TEST_P(ToolAlphabets, IsDrawnFromItsFileAsItWas)
     EXPECT_EQ(folder.Read("again.bmp"), drawn);
 }
 
-TEST_P(ToolAlphabets, IsToldWithItsCodePage)
+TEST_P(ToolAlphabets, IsShownByInfoWithItsCodePage)
 {
     SaveAndDraw();
     const ToolResult result = folder.Run({"info", "--json", "s.orv"});

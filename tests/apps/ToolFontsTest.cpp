@@ -75,7 +75,7 @@ TEST(ToolFonts, JsonHasTheSameNamesInTheSameOrder)
     }
 }
 
-TEST(ToolFonts, JsonSaysWhatAFaceIs)
+TEST(ToolFonts, JsonDescribesEachFace)
 {
     ToolFolder folder;
     const ToolResult result = folder.Run({"fonts", "--json", "Liberation Serif Bold Italic"});
@@ -84,7 +84,7 @@ TEST(ToolFonts, JsonSaysWhatAFaceIs)
               "\"style\": \"Bold Italic\", \"weight\": 700, \"italic\": true}\n]\n");
 }
 
-TEST(ToolFonts, OnlyWhatIsInstalledIsListed)
+TEST(ToolFonts, OnlyInstalledFontsAreListed)
 {
     ToolFolder folder;
     folder.UseFonts({ORVANE_TEST_DATA "/EdgeTest.ttf"});
@@ -139,7 +139,7 @@ TEST(ToolFonts, AnUnknownOneIsStatus1AndNearNamesAreSuggested)
     EXPECT_EQ(nearest(""), "  " + fonts.front());
 }
 
-TEST(ToolFonts, ACheckCountsWhatHadToBeRepaired)
+TEST(ToolFonts, ACheckCountsRepairedGlyphs)
 {
     ToolFolder folder;
     folder.UseFonts({ORVANE_TEST_DATA "/EdgeTest.ttf"});

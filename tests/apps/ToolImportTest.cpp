@@ -163,7 +163,7 @@ TEST_F(ToolImport, TheSameCommandDrawsTheSameBytes)
     EXPECT_EQ(folder.Read("x.png"), first);
 }
 
-TEST_F(ToolImport, WhatCannotBeImportedIsNamedWithTheReason)
+TEST_F(ToolImport, AFileThatCannotBeImportedIsNamedWithTheReason)
 {
     folder.Write("text.3ds", "no chunks here");
     folder.Write("empty.3ds", AsText(FileOf({})));
@@ -180,7 +180,7 @@ TEST_F(ToolImport, WhatCannotBeImportedIsNamedWithTheReason)
               std::string::npos);
 }
 
-TEST_F(ToolImport, WhatIsWholeOfADamagedFileIsDrawnAndTheDamageTold)
+TEST_F(ToolImport, UndamagedPartsOfAFileAreDrawnAndTheDamageIsReported)
 {
     // The second object's vertex list says more than there is.
     const RecordBytes first = MeshObjectChunk("first");

@@ -86,7 +86,7 @@ protected:
     }
 };
 
-TEST_F(ToolInfoRefusal, NamesTheFileThePlaceWhatWasFoundAndWhatWasExpected)
+TEST_F(ToolInfoRefusal, NamesTheFileThePlaceAndTheFoundAndExpectedValues)
 {
     Save();
     const std::string good = folder.Read("s.orv");

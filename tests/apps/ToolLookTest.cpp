@@ -158,7 +158,7 @@ TEST_F(ToolBackground, IsDitheredTo8Bits)
     }
 }
 
-TEST(ToolPictureFile, ThatIsRefusedIsNamedWithThePlaceWhatIsThereAndWhatIsExpected)
+TEST(ToolPictureFile, IsRefusedWithThePlaceAndTheFoundAndExpectedValues)
 {
     ToolFolder folder;
     const auto refused = [&folder](const std::string& content) {
@@ -261,7 +261,7 @@ TEST_F(ToolTexture, LinearMixesNeighbours)
     EXPECT_GT(Reds(DrawStem({"--texture-quality", "linear"})).size(), 50u);
 }
 
-TEST_F(ToolTexture, MipmapsEvenOutWhatIsSmallerThanAPixel)
+TEST_F(ToolTexture, MipmapsEvenOutPatternsSmallerThanAPixel)
 {
     const auto range = [this](const char* quality) {
         const std::set<int> reds =

@@ -38,7 +38,7 @@ Bytes FileWithMuchBesides()
                  ChunkOf(0xB000)});
 }
 
-TEST_F(ToolMeshInfo, InfoTellsMeshesMaterialsAndWhatIsSkippedAndWhy)
+TEST_F(ToolMeshInfo, InfoListsMeshesMaterialsAndSkippedChunksWithReasons)
 {
     folder.Write("x.3ds", AsText(FileWithMuchBesides()));
     const ToolResult result = folder.Run({"info", "x.3ds"});
@@ -198,7 +198,7 @@ TEST_F(ToolMeshInfo, InfoTellsWhyAFileCannotBeRead)
     EXPECT_NE(complaint({"info", "x.orv", "--dump", "-"}).find("--dump"), std::string::npos);
 }
 
-TEST_F(ToolMeshInfo, EveryTruncationOfAFileIsToldOf)
+TEST_F(ToolMeshInfo, EveryTruncationOfAFileIsDescribedOrRefused)
 {
     const std::string whole = AsText(FileWithMuchBesides());
     for (std::size_t length = 0; length <= whole.size(); length += 7)

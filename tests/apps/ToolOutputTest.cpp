@@ -152,7 +152,7 @@ TEST(ToolOutput, AFullDiskIsStatus1AndLeavesNothing)
     }
 }
 
-TEST(ToolOutput, AFailedWriteKeepsWhatWasThere)
+TEST(ToolOutput, AFailedWriteKeepsTheOldFile)
 {
     ToolFolder folder;
     folder.Write("x.png", "precious");
@@ -163,7 +163,7 @@ TEST(ToolOutput, AFailedWriteKeepsWhatWasThere)
     EXPECT_EQ(folder.Names().size(), 1u);
 }
 
-TEST(ToolOutput, ASuccessReplacesWhatWasThere)
+TEST(ToolOutput, ASuccessReplacesTheOldFile)
 {
     ToolFolder folder;
     folder.Write("x.png", "stale");

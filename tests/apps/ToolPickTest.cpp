@@ -233,7 +233,7 @@ TEST_F(ToolPick, TheNearestComesFirst)
     EXPECT_EQ(parts[0].path, NodePath{0});
 }
 
-TEST_F(ToolPick, AChildOfATextIsToldFromTheTextsParts)
+TEST_F(ToolPick, AChildOfATextIsDistinguishedFromTheTextsParts)
 {
     // All are named 0: the letter's faces, the child, and the child's child, a box.
     OrvFontString& text = AddText("I");
@@ -336,7 +336,7 @@ TEST_F(ToolPick, LightsAreFoundWhereThePictureShowsThem)
     EXPECT_EQ(Run("1,1").out, "nothing but the background\n");
 }
 
-TEST_F(ToolPick, ThePixelIsOfThePictureWhateverItsSize)
+TEST_F(ToolPick, PixelsAreCountedInPicturesOfAnySize)
 {
     OrvFontString& text = AddText("I");
     text.SetJustification(1);
@@ -378,7 +378,7 @@ TEST_F(ToolPick, TheAnswerNamesTextCharacterAndPart)
     EXPECT_EQ(json.at("behind").size(), 0u);
 }
 
-TEST_F(ToolPick, NothingIsAnAnswerToo)
+TEST_F(ToolPick, APixelOfTheBackgroundIsStatus0)
 {
     const ToolResult result = Run("0,0");
     EXPECT_EQ(result.status, 0);
@@ -411,7 +411,7 @@ TEST_F(ToolPick, APixelOutsideThePictureIsStatus2)
     }
 }
 
-TEST_F(ToolPick, WhatCannotBePickedIsStatus1)
+TEST_F(ToolPick, ASceneThatCannotBePickedGivesStatus1)
 {
     EXPECT_EQ(folder.Run({"pick", "none.orv", "1,1", "--size", "64x64"}).status, 1);
     AddText("I").SetBevelStyle(7);

@@ -133,7 +133,7 @@ TEST(ToolPoster, OtherProgramsFindThePixelsOfEveryDepth)
     }
 }
 
-TEST(ToolPoster, TheHeaderOfABmpSaysWhatItHas)
+TEST(ToolPoster, TheHeaderOfABmpDescribesThePicture)
 {
     for (const auto& [bits, offset, stride] :
          {std::tuple("8", 1080, 52), {"16", 56, 104}, {"24", 56, 156}, {"32", 56, 204}})

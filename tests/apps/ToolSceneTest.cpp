@@ -154,7 +154,7 @@ TEST(ToolScene, ASavedViewIsPickedByItsName)
     EXPECT_EQ(none.err, "orvane: front.orv: no view \"Back\" is saved; saved views: none\n");
 }
 
-TEST(ToolScene, OptionsChangeWhatTheFileHasAndAreKept)
+TEST(ToolScene, OptionsChangeTheLoadedSceneAndAreSaved)
 {
     ToolFolder folder;
     Must(folder, {"render", "Red", "--save", "s.orv", "--size", "160x90"});
@@ -180,7 +180,7 @@ TEST(ToolScene, AFileIsReplacedWholeOrNotAtAll)
     EXPECT_EQ(folder.Run({"render", "x", "--save", "missing/s.orv"}).status, 1);
 }
 
-TEST(ToolScene, WhatIsNoSceneIsRefusedByNameAndPlace)
+TEST(ToolScene, AFileThatIsNoSceneIsRefusedByNameAndPlace)
 {
     ToolFolder folder;
     const auto refusal = [&folder](const std::string& name) {

@@ -59,7 +59,7 @@ TEST(ToolText, LettersOfTwoAlphabetsThatNoCodePageHoldsAreStatus1)
         "Greek\n");
 }
 
-TEST(ToolText, EachOfTheTwoAloneIsDrawn)
+TEST(ToolText, EachOfTwoAlphabetsAloneIsDrawn)
 {
     for (const char* const text : {"Straße", "Ελλάδα"})
     {

@@ -252,7 +252,7 @@ TEST(Document, ViewsAreKeptByTheirNames)
     EXPECT_EQ(document.ViewNames(), std::vector<std::string>{"ä"});
 }
 
-TEST(Document, LightsAndDrawingModeAreWhatWasChosen)
+TEST(Document, LightsAndDrawingModeFollowTheOptions)
 {
     Document document;
     orvane::LightOptions lights;

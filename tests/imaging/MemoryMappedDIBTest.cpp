@@ -70,7 +70,7 @@ BmpFile SampleOf8Bits()
     return file;
 }
 
-TEST(MemoryMappedDIB, ANewOneHoldsNothingButADeviceContext)
+TEST(MemoryMappedDIB, ANewBitmapHoldsOnlyADeviceContext)
 {
     const Dib dib;
     EXPECT_EQ(dib.bitCount, 0);
@@ -134,7 +134,7 @@ TEST(MemoryMappedDIB, ClosingLeavesNothingThatPointsIntoTheFile)
     EXPECT_EQ(dib.Close(), 0);
 }
 
-TEST(MemoryMappedDIB, OpeningClosesWhatIsOpen)
+TEST(MemoryMappedDIB, OpeningClosesTheOpenFile)
 {
     const TemporaryFile first("first.bmp", SampleOf24Bits().File());
     const TemporaryFile second("second.bmp", SampleOf8Bits().File());

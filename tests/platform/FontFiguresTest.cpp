@@ -310,7 +310,7 @@ TEST_F(FontReference, ALetterOfAnotherCodePageIsTheReferencesLetterOfThatCharact
     }
 }
 
-TEST_F(FontReference, EnumerationDeliversWhatTheReferenceDelivers)
+TEST_F(FontReference, EnumerationDeliversTheSameRecordsAsTheReference)
 {
     const PrivateFonts fonts(FontFiles());
     const Json& enumerations = FontFigures().at("enumerations");

@@ -279,7 +279,7 @@ TEST_F(FontOutlines, OtherFormatsNullMetricsAndInvalidDeviceContextsAreRefused)
     EXPECT_EQ(GetOutlineTextMetricsA(nullptr, 0, nullptr), 0u);
 }
 
-TEST_F(FontOutlines, ANegativeHeightIsThatOfTheEmAndAPositiveOneThatOfTheCell)
+TEST_F(FontOutlines, ANegativeHeightMeansTheEmAndAPositiveHeightTheCell)
 {
     // The mark for missing characters advances by half an em; the cell is 1020 of 1000 units.
     const auto advance = [](LONG height) {

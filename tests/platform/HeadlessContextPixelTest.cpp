@@ -11,7 +11,7 @@
 namespace
 {
 
-TEST(HeadlessContext, ReadsWhatIsDrawn)
+TEST(HeadlessContext, ReadsDrawnPixels)
 {
     const HeadlessContext context(8, 4);
     REQUIRE_CONTEXT(context);

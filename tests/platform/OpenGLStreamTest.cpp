@@ -76,7 +76,7 @@ TEST(GlRecorder, NothingIsRecordedOutsideARecording)
     EXPECT_EQ(recording.Text(), "glIsEnabled GL_BLEND\n");
 }
 
-TEST(GlRecorder, AVertexCarriesWhatWasInForce)
+TEST(GlRecorder, AVertexCarriesTheStateInForce)
 {
     GlRecording recording;
     glColor4f(1, 0.5F, 0, 1);

@@ -143,7 +143,7 @@ TEST(StretchDIBits, OpenGLStateNeitherMattersNorChanges)
     EXPECT_EQ(depth, 0);
 }
 
-TEST(StretchDIBits, PicturesFromABitmapOfAContextHaveWhatWasDrawn)
+TEST(StretchDIBits, PicturesFromABitmapOfAContextShowTheDrawnPixels)
 {
     const Drawing drawing(BitmapDescription(4, 4, 24));
     REQUIRE_CONTEXT(drawing);
