@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// The area of a flattened outline, in square units, by three rules. All three give the same area
-/// when no edges meet and all contours run the right way (see NativeOutline).
+/// Three ways to measure the area of a flattened outline, in square units. All three give the same
+/// area when no edges meet and all contours run the right way (see NativeOutline).
 
 #include "contours/FlatOutline.h"
 
@@ -11,12 +11,12 @@ namespace orvane::contours
 {
 
 /// The area that the tessellator fills by the odd rule (see TessellateFaces). Negative when the
-/// tessellator reports an error, which contours that cross nearly always cause, or when the outline
-/// has more than 65,535 vertices.
+/// outline has more than 65,535 vertices, and when the tessellator reports an error, as it nearly
+/// always does for contours that cross.
 double OddArea(const FlatOutline& flat);
 
-/// The sum of the areas that the contours enclose, each positive when the contour runs clockwise
-/// and negative otherwise.
+/// The sum of the areas that the contours enclose. The area of a contour counts as positive when
+/// the contour runs clockwise and as negative otherwise.
 double ClockwiseArea(const FlatOutline& flat);
 
 /// The area filled by the non-zero rule: a place is filled unless the windings of all contours

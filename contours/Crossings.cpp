@@ -22,8 +22,9 @@ int CountMeetings(const FlatOutline& flat, int limit, bool* cross)
     {
         return limit + 1;
     }
-    // A sweep from left to right. Each key of the order holds an edge's left end in its upper 16
-    // bits and the index of the edge in its lower 16 bits.
+    // The sweep runs from left to right, so it takes the edges in the order of their left ends. A
+    // key in \c order holds the x of an edge's left end in its upper 16 bits and the index of the
+    // edge in its lower 16 bits.
     std::vector<std::uint32_t> order;
     std::vector<Edge> edges;
     order.reserve(flat.vertices.size());

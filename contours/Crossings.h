@@ -15,9 +15,10 @@ namespace orvane::contours
 /// search gives up after maxComparisons.
 bool EdgesKeepApart(const FlatOutline& flat);
 
-/// The number of pairs of edges that meet. An edge of length 0 adds one more, and so does a contour
-/// of one or two vertices. The result is \p limit + 1 when there are more than \p limit, when the
-/// search gives up after maxComparisons, and when the outline has more than 65,535 vertices.
+/// The number of pairs of edges that meet. Each edge of length 0 and each contour of one or two
+/// vertices adds 1 to the number. The result is \p limit + 1 when the number is greater than \p
+/// limit, when the search gives up after maxComparisons, and when the outline has more than 65,535
+/// vertices.
 /// \param cross if not null, set to true when two edges cross at a place inside both
 int CountMeetings(const FlatOutline& flat, int limit, bool* cross = nullptr);
 

@@ -10,7 +10,8 @@ namespace orvane::contours
 namespace
 {
 
-constexpr double tolerance = 0.5;  // the deviation that is good enough, in units
+/// The largest deviation from the cubic that is accepted, in units.
+constexpr double tolerance = 0.5;
 constexpr int maxPieces = 12;
 
 /// How far a place moves when its coordinates are rounded, in units.
@@ -31,7 +32,7 @@ struct Cubic
                points[3] * (t * t * t);
     }
 
-    /// The direction of the curve, with the speed as its length.
+    /// The derivative of the curve with respect to the parameter, in units.
     DoublePoint Derivative(double t) const
     {
         const double u = 1 - t;
@@ -39,8 +40,8 @@ struct Cubic
                (points[3] - points[2]) * (3 * t * t);
     }
 
-    /// The direction of the curve. Unlike the derivative, it is not zero at an end whose control
-    /// point lies at the same place.
+    /// A vector of any length in the direction of the curve. At an end that has its control point
+    /// at the same place, the derivative is zero; a short chord of the curve replaces it there.
     DoublePoint Tangent(double t) const
     {
         const DoublePoint derivative = Derivative(t);
@@ -52,8 +53,9 @@ struct Cubic
         return t < 0.5 ? PointAt(t + aside) - PointAt(t) : PointAt(t) - PointAt(t - aside);
     }
 
-    /// The distance from a place to the nearest point of the curve, found by Gauss-Newton
-    /// steps from the parameter \p t, between the parameters \p least and \p most.
+    /// The distance, in units, from a place to the nearest point of the curve between the
+    /// parameters \p least and \p most. Gauss-Newton steps find the point, starting from the
+    /// parameter \p t.
     double DistanceFrom(const DoublePoint& place, double t, double least, double most) const
     {
         constexpr int steps = 4;
@@ -88,10 +90,10 @@ double Deviation(const Cubic& cubic, double from, double to, const DoublePoint& 
     return largest;
 }
 
-/// The control point of a quadratic piece that replaces the part between two parameters: the place
-/// where the tangents at the ends of the part meet. If they are nearly parallel or meet on the
-/// wrong side, the control point with which the piece passes through the part's point halfway
-/// between the two parameters.
+/// The control point of the quadratic piece that replaces the cubic between the parameters \p from
+/// and \p to. It is the place where the cubic's tangents at these two parameters meet. If the
+/// tangents are nearly parallel or meet on the wrong side, the function returns the control point
+/// with which the piece passes through the cubic's point at the parameter halfway between the two.
 DoublePoint ControlOf(const Cubic& cubic, double from, double to)
 {
     const DoublePoint start = cubic.PointAt(from);
@@ -115,8 +117,9 @@ DoublePoint ControlOf(const Cubic& cubic, double from, double to)
     return ((a + b) * 3 - start - end) * 0.25;
 }
 
-/// The quadratic piece for the part between two parameters. Its control point is one of the four
-/// places with whole coordinates around ControlOf's result: the place with the smallest deviation.
+/// The quadratic piece that replaces the cubic between the parameters \p from and \p to. The four
+/// places with whole coordinates around ControlOf's result are tried as its control point, and the
+/// place with the smallest deviation is taken.
 /// \param deviation receives the deviation, in units
 QuadraticPiece PieceFor(const Cubic& cubic, double from, double to, const DoublePoint& start,
                         const DoublePoint& end, double* deviation)
@@ -140,8 +143,10 @@ QuadraticPiece PieceFor(const Cubic& cubic, double from, double to, const Double
     return best;
 }
 
-/// The parameter within \p reach of \p t at which the curve passes closest to a place of whole
-/// coordinates. A cut there moves least when it is rounded.
+/// A parameter between \p t - \p reach and \p t + \p reach at which the curve passes close to a
+/// place with whole coordinates, so that a cut there moves little when it is rounded. The function
+/// tries 16 parameters besides \p t. A parameter replaces the best one before it only if the cut
+/// moves less by more than 0.01 units.
 double NearWholeUnits(const Cubic& cubic, double t, double reach)
 {
     constexpr int probes = 8;
@@ -225,7 +230,8 @@ void CubicOutlineBuilder::CubicTo(const DoublePoint& first, const DoublePoint& s
         const NativePoint control = PointOf(piece.control, false);
         const NativePoint end = PointOf(piece.end, true);
         const NativePoint& start = outline_.points.back();
-        // A control point at the same place as an end gives a straight line, so it is left out.
+        // With a control point at one of its ends, a curve is a straight line, so the control point
+        // is left out.
         if (!((control.x == start.x && control.y == start.y) ||
               (control.x == end.x && control.y == end.y)))
         {
@@ -251,7 +257,8 @@ void CubicOutlineBuilder::EndContour()
     isOpen_ = false;
     std::vector<NativePoint>& points = outline_.points;
     const std::size_t first = outline_.FirstOf(outline_.ends.size());
-    // An end that repeats the start is dropped. CloseContour adds it again where a curve needs it.
+    // A last point that repeats the first is dropped. CloseContour adds it again if the contour
+    // would otherwise end with a control point.
     if (points.size() > first + 1 && points.back() == points[first])
     {
         points.pop_back();

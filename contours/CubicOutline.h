@@ -14,7 +14,7 @@ namespace orvane::contours
 {
 
 /// A quadratic Bezier curve that starts where the one before it ends. Both points have whole
-/// coordinates, in units.
+/// coordinates, in design units.
 struct QuadraticPiece
 {
     DoublePoint control;
@@ -24,14 +24,17 @@ struct QuadraticPiece
 /// Approximates a cubic Bezier curve by one to twelve quadratic pieces. The first piece starts at
 /// the cubic's first point, rounded to whole units. The function takes the smallest number of
 /// pieces that all stay within half a unit of the cubic. If even twelve do not, it takes the number
-/// of pieces with the smallest deviation. Each control point has whole coordinates and lies beside
-/// the point where the cubic's tangents at the ends of the piece meet.
+/// of pieces with the smallest deviation. Each control point lies at most one unit, in x and in y,
+/// from the place where the cubic's tangents at the two ends of the piece meet. If these tangents
+/// are nearly parallel or meet on the wrong side, the control point makes the piece pass close to
+/// the middle of its part of the cubic instead.
 /// \param cubic start, two control points and end, in units
 std::vector<QuadraticPiece> QuadraticsOf(const std::array<DoublePoint, 4>& cubic);
 
-/// Builds an outline from contours of lines, quadratic and cubic curves. Coordinates are in units
-/// and are rounded to whole ones; cubic curves are approximated. Each contour is reversed, because
-/// CFF contours run with the filled area on their left.
+/// Builds an outline from contours of lines, quadratic and cubic curves. Coordinates are in design
+/// units and are rounded to whole units. Cubic curves are approximated by quadratic ones. Each
+/// contour is reversed, because CFF contours run with the filled area on their left, and contours
+/// of a NativeOutline with the filled area on their right.
 class CubicOutlineBuilder
 {
 public:

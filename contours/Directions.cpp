@@ -17,7 +17,7 @@ int VoteForLeft(const FlatOutline& flat, int from, int to)
 {
     const ShortPoint& start = flat.vertices[from].point;
     const ShortPoint& end = flat.vertices[to].point;
-    // Twice the middle of the edge, because doubled coordinates are whole.
+    // The middle of the edge, with its coordinates doubled so that they are whole numbers.
     const std::int64_t x = std::int64_t{start.x} + end.x;
     const std::int64_t y = std::int64_t{start.y} + end.y;
     bool isRightFilled = false;  // whether the place toward larger x is filled
@@ -31,8 +31,8 @@ int VoteForLeft(const FlatOutline& flat, int from, int to)
             {
                 continue;
             }
-            // A line from the middle toward larger x crosses this edge when the edge's x at that
-            // height is larger than the middle's.
+            // A line from the middle toward larger x crosses the edge from a to b when that edge,
+            // at the height of the middle, has a larger x than the middle.
             const std::int64_t rise = std::int64_t{b.y} - a.y;
             const std::int64_t side = (2 * std::int64_t{a.x} - x) * rise +
                                       (y - 2 * std::int64_t{a.y}) * (std::int64_t{b.x} - a.x);

@@ -146,16 +146,17 @@ private:
     {
         Contour* contour;
         int index;  ///< the vertex's index in its contour
-        int rank;
-        int next;  ///< the next entry in the chain of its place, or endOfChain
+        int rank;   ///< SeparateWithin: the same as index; SeparateBetween: the contour's number
+        int next;   ///< the next entry in the chain of its place, or endOfChain
     };
 
     static constexpr int unusedSlot = -2;
     static constexpr int endOfChain = -1;
 
-    /// The chain of those entries at one place that can still be moved. The chain keeps their
-    /// order, except that an entry that is moved to the place is added at the end. A slot stays in
-    /// use for its place even when the chain is empty.
+    /// A slot of the hash table: one place, and the chain of the entries whose vertices lie there
+    /// and can still be moved. The entries of a chain are in their order, except that a vertex that
+    /// is moved to the place is added at the end. A slot stays in use for its place even when its
+    /// chain is empty.
     struct Slot
     {
         std::uint32_t place = 0;
@@ -179,8 +180,8 @@ private:
             for (int entry = slot.first; entry >= 0; entry = entries_[entry].next)
             {
                 onStep_();
-                // Entry i and the entries after it cannot move an entry whose rank is not higher
-                // than that of entry i, so such an entry leaves the chain.
+                // An entry whose rank is not higher than that of entry i leaves the chain, because
+                // neither entry i nor a later entry can move it.
                 if (entries_[entry].rank > entries_[i].rank)
                 {
                     movable_.push_back(entry);

@@ -176,7 +176,9 @@ bool EdgeChains::ChainsMeet(const FlatOutline& flat, const Chain& a, const Chain
         }
         while (firstCandidate->right < edge.left)
         {
-            ++firstCandidate;  // ends at b's last edge at the latest: its right end is b.box.right
+            // b's last edge ends this loop, because its right end, b.box.right, is at or right of
+            // edge.left.
+            ++firstCandidate;
         }
         const Edge* other = firstCandidate;
         for (; other < end && other->left <= edge.right; ++other)

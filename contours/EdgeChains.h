@@ -33,7 +33,7 @@ public:
     std::vector<bool> ContoursTheWrongWay(const FlatOutline& flat) const;
 
 private:
-    /// The smallest box that holds some vertices, in units.
+    /// The bounding box of some vertices, in units.
     struct Box
     {
         int left = std::numeric_limits<int>::max();
@@ -56,7 +56,7 @@ private:
     /// Successive edges of one contour, stored from left to right.
     struct Chain
     {
-        std::size_t first;  ///< the index of the leftmost edge
+        std::size_t first;  ///< the index of the leftmost edge in edges_
         std::size_t end;    ///< one past the index of the rightmost edge
         Box box;
     };

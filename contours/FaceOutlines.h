@@ -14,15 +14,16 @@
 namespace orvane::contours
 {
 
-/// Glyphs are named by their index in the font. Not safe for use by several threads at a time.
+/// Maps glyphs, given by their index in the font, to the results kept for them. Only one thread at
+/// a time may use an object.
 class FaceOutlines
 {
 public:
     /// The result kept for a glyph; null when none was kept. Owned by this object.
     const ProvidedOutline* Find(std::uint32_t glyph) const;
 
-    /// Keeps a result and returns the kept one. For a glyph whose own outline is handed over
-    /// without a change, as nearly all are, only one bit is kept.
+    /// Keeps a result and returns the kept one. For most glyphs the font's own outline is handed
+    /// over without a change; such a result takes only one bit.
     const ProvidedOutline& Keep(std::uint32_t glyph, ProvidedOutline provided);
 
 private:

@@ -3,7 +3,7 @@
 
 /// \file
 /// Flattened outlines: a glyph's contours as polygons, computed in the same way as the library
-/// builds glyphs, so that a trial sees what will be drawn.
+/// builds glyphs, so that a trial tests the same polygons that will be drawn.
 
 #include "contours/NativeOutline.h"
 #include "contours/PlanePoint.h"
@@ -52,7 +52,8 @@ bool AnyPlaceRepeats(FlatOutline& flat);
 /// Moves apart the vertices that lie at the same place, as the library does when it builds a glyph.
 void SeparateVertices(FlatOutline& flat);
 
-/// Calls Flatten and then SeparateVertices. The tessellator receives the result.
+/// Calls Flatten and then SeparateVertices. The result is what a built glyph hands to the
+/// tessellator.
 FlatOutline FlattenAndSeparate(const NativeOutline& outline, int unitsPerEm);
 
 }  // namespace orvane::contours

@@ -42,8 +42,8 @@ inline float VertexSpacing(float unitsPerEm)
 inline FloatPoint QuadraticPoint(const FloatPoint& p0, const FloatPoint& p1, const FloatPoint& p2,
                                  float t)
 {
-    // The weights are computed in double and rounded once: computed in float, the first fifth of a
-    // right-angled curve of 1000 units would land at 359 instead of 360.
+    // Required: each weight is computed in double and then rounded to float. Weights computed in
+    // float would differ in their last bits; see SplineWeightsAreRoundedFromDouble.
     const double u = 1.0 - double{t};
     const float weight0 = static_cast<float>(u * u);
     const float weight1 = static_cast<float>(2.0 * t * u);
@@ -109,7 +109,7 @@ void FlattenContour(int count, PointAt pointAt, float spacing, Emit emit)
             }
             if (endsOnPoint)
             {
-                ++j;  // the curve's last sample was the next point
+                ++j;  // the next point was offered already, as the curve's last sample
             }
         }
     }

@@ -12,7 +12,8 @@ namespace orvane::contours
 namespace
 {
 
-/// value * numerator / denominator, rounded to the nearest, halves away from zero.
+/// Returns value * numerator / denominator, rounded to the nearest whole number, halves away from
+/// zero.
 std::int32_t ScaledCoordinate(std::int32_t value, int numerator, int denominator)
 {
     const std::int64_t product = std::int64_t{value} * numerator;

@@ -37,8 +37,8 @@ inline DoublePoint WholePlaceOf(const NativePoint& point)
     return {static_cast<double>(WholeUnits(point.x)), static_cast<double>(WholeUnits(point.y))};
 }
 
-/// Converts units to a coordinate. The number of units is rounded to the nearest whole number and
-/// limited to plus or minus 16,777,216, which is more than any font needs.
+/// Converts design units to a coordinate in 1/64 units. The number of units is rounded to the
+/// nearest whole number and limited to plus or minus 16,777,216, which is more than any font needs.
 std::int32_t CoordinateOf(double units);
 
 /// The closed contours of a glyph. Each has at least two points. Its first and its last point are
@@ -55,11 +55,12 @@ struct NativeOutline
 
     bool operator==(const NativeOutline&) const = default;
 
-    /// The index of a contour's first point, or of the first point after the last contour.
+    /// The index of a contour's first point. With the number of contours as \p contour, the index
+    /// at which the next contour will begin.
     std::size_t FirstOf(std::size_t contour) const { return contour == 0 ? 0 : ends[contour - 1]; }
 
-    /// Makes a contour of the points that were added after the last contour. A single point is
-    /// removed again.
+    /// Makes a contour of the points that were added after the last contour. If there is only one
+    /// such point, it is removed instead.
     void CloseContour();
 };
 

@@ -32,7 +32,7 @@ struct OutlinePiece
         return start * ((1 - s) * (1 - t)) + control * (s * (1 - t) + t * (1 - s)) + end * (s * t);
     }
 
-    /// The direction of the curve, with the speed as its length.
+    /// The derivative of the curve with respect to the parameter, in units.
     DoublePoint Derivative(double t) const
     {
         return (control - start) * (2 * (1 - t)) + (end - control) * (2 * t);

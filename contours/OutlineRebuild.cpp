@@ -40,8 +40,8 @@ void AddPoint(NativeOutline& outline, const DoublePoint& place, bool onCurve)
     }
 }
 
-/// Makes a contour of the points that were added last. Drops them instead when they cannot enclose
-/// an area, that is, when they are one or two points on the curve.
+/// Makes a contour of the points that were added after the last contour. Drops these points instead
+/// when they are only one or two points on the curve, which cannot enclose an area.
 void CloseContour(NativeOutline& outline)
 {
     const std::size_t first = outline.FirstOf(outline.ends.size());
@@ -100,15 +100,15 @@ public:
     }
 
 private:
-    /// The piece with a number from a tag or a run.
+    /// The piece with the given number. Tags and runs name pieces by number.
     const OutlinePiece& Piece(int number) const
     {
         return pieces_[static_cast<std::size_t>(number)];
     }
 
     /// The place of a border vertex on the original curves. A vertex at which two sampled edges
-    /// cross lies a little beside the place where the two curves cross. Newton's method finds that
-    /// place, starting from the vertex.
+    /// cross lies a little beside the place where the two curves cross. Starting from the vertex,
+    /// Newton's method finds the place where the curves cross.
     DoublePoint PlaceOf(const UnionVertex& vertex) const
     {
         const DoublePoint place = vertex.Point();
@@ -139,7 +139,7 @@ private:
             t += Cross(gap, u) / turn;
         }
         const DoublePoint found = first.PointAt(s);
-        constexpr double maxMove = 2.0;  // units; a crossing farther away is a different one
+        constexpr double maxMove = 2.0;  // units; a crossing farther away belongs to another vertex
         const bool isNear = s >= 0 && s <= 1 && t >= 0 && t <= 1 && Length(found - place) < maxMove;
         return isNear ? found : place;
     }
@@ -213,8 +213,8 @@ private:
             {
                 const DoublePoint control = Piece(run.piece).Blossom(run.from, run.to);
                 const DoublePoint rounded = Rounded(control);
-                // A control point at the same place as an end gives a straight line, so it is left
-                // out.
+                // With a control point at one of its ends, a curve is a straight line, so the
+                // control point is left out.
                 if (!(rounded == Rounded(run.start)) && !(rounded == Rounded(run.end)))
                 {
                     AddPoint(outline, control, false);

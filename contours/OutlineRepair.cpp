@@ -34,8 +34,8 @@ std::optional<NativeOutline> PassedTrial(NativeOutline outline, int unitsPerEm, 
     {
         return std::nullopt;
     }
-    // The two areas differ a little, because flattening and the border cut the curves into
-    // different numbers of straight edges. A difference of 3 % of the area plus 0.0001 square ems
+    // The two areas differ a little, because flattening cuts the curves into other numbers of
+    // straight edges than the rebuild does. A difference of 3 % of the area plus 0.0001 square ems
     // is accepted.
     constexpr double maxShare = 0.03;
     constexpr double maxSquareEms = 0.0001;
@@ -51,7 +51,8 @@ std::optional<NativeOutline> PassedTrial(NativeOutline outline, int unitsPerEm, 
 /// could then cross others.
 NativeOutline TouchingCornersApart(const NativeOutline& outline, double distance)
 {
-    // The index one past the last point of a contour, without a last point that repeats the first.
+    // One past the index of a contour's last point. A last point that repeats the first point does
+    // not count.
     const auto ringEnd = [&](std::size_t contour) {
         const std::size_t first = outline.FirstOf(contour);
         const std::size_t end = outline.ends[contour];
@@ -83,7 +84,7 @@ NativeOutline TouchingCornersApart(const NativeOutline& outline, double distance
             }
             const DoublePoint inward =
                 toPrevious * (1 / Length(toPrevious)) + toNext * (1 / Length(toNext));
-            // A nearly straight corner stays where it is, because its direction would be arbitrary.
+            // A nearly straight corner stays where it is, because neither side of it is narrower.
             constexpr double minInward = 0.1;
             if (Length(inward) > minInward)
             {

@@ -18,7 +18,8 @@ namespace
 /// a vertex for every meeting and would take too long.
 constexpr int maxMeetings = 20000;
 
-/// The areas by the two rules may differ by at most this share of the larger area.
+/// The area filled by the odd rule and the area filled by the non-zero rule may differ by at most
+/// this share of the larger area.
 constexpr double maxAreaDifference = 0.001;
 
 }  // namespace
@@ -30,7 +31,7 @@ OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm, Crossing
     {
         return verdict;
     }
-    thread_local FlatOutline flat;  // kept for its memory
+    thread_local FlatOutline flat;  // kept, so that the next outline uses its memory again
     FlattenInto(flat, outline, unitsPerEm);
     EdgeChains& chains = EdgeChainsOfThread();
     if (chains.EdgesKeepApart(flat))
@@ -38,7 +39,7 @@ OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm, Crossing
         verdict.wrongWay = chains.ContoursTheWrongWay(flat);
         if (verdict.wrongWay.empty())
         {
-            // The outline passes without a tessellation: both rules fill the same area.
+            // The outline passes without a tessellation, because both rules fill the same area.
             return verdict;
         }
     }
@@ -46,8 +47,10 @@ OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm, Crossing
     {
         bool cross = false;
         verdict.isHopeless = CountMeetings(flat, maxMeetings, &cross) > maxMeetings;
-        // The tessellator refuses edges that cross, with two exceptions: moving vertices apart may
-        // uncross them, and the tessellator may happen not to compare those two edges.
+        // The tessellator refuses edges that cross, with two exceptions. Moving vertices apart may
+        // uncross the edges, so an outline with vertices at the same place is never presumed to
+        // fail. And the tessellator may happen not to compare the two edges;
+        // CrossingEdges::Tessellated finds that out.
         verdict.isPresumed = !verdict.isHopeless && crossing == CrossingEdges::Presumed && cross &&
                              !AnyPlaceRepeats(flat);
         if (verdict.isHopeless || verdict.isPresumed)

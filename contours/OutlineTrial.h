@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// Tries an outline before it is handed over: would the library flatten it to polygons that the
-/// tessellator fills correctly?
+/// The trial of an outline before it is handed over: it tests whether the tessellator will fill the
+/// outline correctly after the library has flattened it.
 
 #include "contours/NativeOutline.h"
 
@@ -18,9 +18,10 @@ struct OutlineVerdict
     /// filled by the odd rule and by the non-zero rule differ by at most a thousandth of the larger
     /// area.
     bool fills = true;
-    /// Whether the edges meet so often that neither a tessellation nor a repair is worth trying.
+    /// Whether the edges meet so often that a tessellation or a repair would take too long.
     bool isHopeless = false;
-    /// Whether \c fills is false only by presumption, see CrossingEdges::Presumed.
+    /// Whether \c fills is false only because edges cross; the tessellator has not tried the
+    /// outline. See CrossingEdges::Presumed.
     bool isPresumed = false;
     /// For each contour, whether it runs the wrong way. Empty when no contour does.
     std::vector<bool> wrongWay;

@@ -26,9 +26,10 @@ struct DeleteTessellator
     void operator()(GLUtesselator* tessellator) const { gluDeleteTess(tessellator); }
 };
 
-/// Tags a vertex on the edge between the vertices \p from and \p to, at \p fraction of the way,
-/// with the piece on which both of these lie. They share two pieces when their contour has only two
-/// pieces; the edge then belongs to the piece on which their parameters are nearer to each other.
+/// Tags a vertex that lies on the edge from \p from to \p to, at \p fraction of the way from 0 to
+/// 1, with the piece on which both ends of the edge lie. The ends share two pieces when their
+/// contour has only two pieces; the edge then belongs to the piece on which the parameters of the
+/// ends are nearer to each other. A vertex between ends that share no piece gets no tag.
 void TagBetween(UnionVertex& vertex, const UnionVertex& from, const UnionVertex& to,
                 double fraction)
 {
@@ -101,7 +102,8 @@ struct UnionCallbacks
                                     [&](const PieceTag& tag) { vertex.AddTag(tag); });
                 }
             }
-            // from[0] and from[1] are the ends of one edge, from[2] and from[3] of the other.
+            // from[0] and from[1] are the ends of one edge, from[2] and from[3] the ends of the
+            // other. When GLU only merges two vertices, from[2] and from[3] are null.
             for (int n = 0; n < 4; n += 2)
             {
                 const auto* const a = static_cast<const UnionVertex*>(from[n]);
@@ -216,7 +218,7 @@ bool IsSliver(const std::vector<const UnionVertex*>& loop)
     {
         length += Length(loop[n + 1 < loop.size() ? n + 1 : 0]->Point() - loop[n]->Point());
     }
-    // A strip of width w and length l has the area w * l and the border 2 * l.
+    // A strip of width w and length l has the area w * l, and its border is about 2 * l long.
     constexpr double minWidth = 1.0;
     return loop.size() < 3 || std::fabs(SignedArea(loop)) < minWidth * length / 2;
 }

@@ -31,7 +31,7 @@ struct UnionVertex
 
     DoublePoint Point() const { return {place[0], place[1]}; }
 
-    /// Adds a tag, unless the vertex has the same tag already or has eight.
+    /// Adds a tag. Does nothing if the vertex has the same tag or eight tags already.
     void AddTag(const PieceTag& tag);
 };
 
@@ -68,10 +68,10 @@ private:
     bool failed_ = false;
 };
 
-/// The area inside a closed loop, positive when it runs counter-clockwise.
+/// The area inside a closed loop, in square units; positive when the loop runs counter-clockwise.
 double SignedArea(const std::vector<const UnionVertex*>& loop);
 
-/// Whether a loop is thinner than one unit on average, or has fewer than three vertices. Rounding
+/// Whether a loop has fewer than three vertices or an average width of less than one unit. Rounding
 /// leaves such slivers between edges that nearly coincide.
 bool IsSliver(const std::vector<const UnionVertex*>& loop);
 

@@ -3,7 +3,7 @@
 
 /// \file
 /// The outline that the platform hands over for a glyph: the font's own outline or, when the
-/// library would not fill that correctly, a corrected outline.
+/// library would not fill that outline correctly, a corrected one.
 
 #include "contours/NativeOutline.h"
 
@@ -27,7 +27,8 @@ struct ProvidedOutline
 
 /// Tries an outline. If it does not pass, reverses contours that run the wrong way or repairs it.
 /// \param outline at one pixel per design unit
-/// \param isConverted whether it was made from cubic curves, so that it differs from the font's own
+/// \param isConverted whether \p outline was made from cubic curves; it then differs from the
+/// font's own outline and is handed over even when nothing had to be corrected
 ProvidedOutline ProvideOutline(const NativeOutline& outline, bool isConverted, int unitsPerEm);
 
 }  // namespace orvane::contours

@@ -93,7 +93,8 @@ bool TessellateFaces(std::span<Corner> corners, std::span<const int> sizes, Face
 
     GLUtesselator* const tess = tessellator.get();
     gluTessCallback(tess, GLU_BEGIN, AsCallback(Begin));
-    gluTessCallback(tess, GLU_EDGE_FLAG, nullptr);  // with edge flags, GLU makes no fans and strips
+    // With an edge flag callback, GLU would make separate triangles only, no fans and strips.
+    gluTessCallback(tess, GLU_EDGE_FLAG, nullptr);
     gluTessCallback(tess, GLU_VERTEX, AsCallback(AddVertex));
     gluTessCallback(tess, GLU_END, AsCallback(End));
     gluTessCallback(tess, GLU_ERROR, AsCallback(Error));

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Fills flattened outlines with triangles, by the tessellator of GLU.
+/// Fills flattened outlines with triangles, using GLU's tessellator.
 
 #include "platform/OpenGL.h"
 
@@ -35,7 +35,8 @@ protected:
 
 /// Fills contours with triangles, fans and strips by the odd rule: a place is filled when a line
 /// from it to the outside crosses the contours an odd number of times. So holes stay open whichever
-/// way their contours run. Contours that cross are an error, because there is no combine callback.
+/// way their contours run. Contours that cross are an error: GLU would need a combine callback to
+/// make a vertex where two edges cross, and there is none.
 /// \param corners the corners of all contours, one contour after the other
 /// \param sizes the number of corners of each contour
 /// \return false after an error; the caller must then throw away the primitives in \p sink

@@ -44,8 +44,8 @@ inline FloatPoint Normalized(const FloatPoint& way)
                : FloatPoint{static_cast<float>(way.x / length), static_cast<float>(way.y / length)};
 }
 
-/// The normal of the edge between two vertices: of length 1, to the left of the way from the first
-/// to the second; zero when both are the same place.
+/// The normal of the edge between two vertices, of length 1. It points to the left of the way from
+/// the first vertex to the second, and is zero when both lie at the same place.
 inline FloatPoint EdgeNormal(const FloatPoint& from, const FloatPoint& to)
 {
     const FloatPoint direction = Normalized(to - from);
@@ -77,7 +77,7 @@ void ForEachCorner(int count, PointAt pointAt, Visit visit)
     }
 }
 
-/// Vertices store the components of their normals as 16-bit numbers of this unit.
+/// Vertices store the components of their normals as 16-bit integers, in units of this value.
 inline constexpr float storedNormalUnit = 0.0001f;
 
 /// A normal's component in storedNormalUnit, with the fraction cut off.
@@ -87,7 +87,8 @@ inline std::int16_t StoredNormal(float component)
 }
 
 /// Returns the place to which a vertex at \p place is moved when another vertex lies there too: two
-/// units along its normal, forward when the next vertex lies ahead, otherwise backward.
+/// units along its normal if the next vertex lies on the side to which the normal points, otherwise
+/// two units against its normal.
 inline FloatPoint ShiftedPlace(const FloatPoint& place, const FloatPoint& normal,
                                const FloatPoint& next)
 {

@@ -20,7 +20,7 @@ TEST(Crossings, MeetingsAreCountedUpToTheLimit)
     EXPECT_EQ(CountMeetings(
                   Flatten(MakeOutline({SquareAt(0, 0, 100), SquareAt(20, 20, 40, true)}), em), 9),
               0);
-    // Two sides of each square cross a side of the other.
+    // Two sides of the first square each cross one side of the second.
     EXPECT_EQ(
         CountMeetings(Flatten(MakeOutline({SquareAt(0, 0, 100), SquareAt(50, 50, 100)}), em), 9),
         2);
@@ -40,7 +40,8 @@ TEST(Crossings, ContoursThatTouchAtAPointOrAlongAnEdgeMeet)
     EXPECT_FALSE(meet({SquareAt(0, 0, 100), SquareAt(101, 20, 50)}));
     // A corner lies on the middle of a slanted edge.
     EXPECT_TRUE(meet({{{0, 0}, {100, 200}, {200, 0}}, {{50, 100}, {0, 150}, {0, 100}}}));
-    // A contour that turns back on itself, a contour of two points, and one that crosses itself
+    // A contour that turns back on itself, a contour of two points, and a contour that crosses
+    // itself
     EXPECT_TRUE(meet({{{0, 0}, {0, 100}, {100, 100}, {50, 100}}}));
     EXPECT_TRUE(meet({{{0, 0}, {100, 100}}}));
     EXPECT_TRUE(meet({{{0, 0}, {100, 100}, {100, 0}, {0, 100}}}));

@@ -18,7 +18,7 @@ namespace
 
 constexpr int em = 1000;
 
-TEST(Directions, ContoursThatDoNotMeetGetTheSameDirectionsFromTheirTallestEdges)
+TEST(Directions, WhenNoEdgesMeetTheVotesOfTheTallestEdgesAgreeWithTheNesting)
 {
     std::mt19937 random(17);
     int wrong = 0;

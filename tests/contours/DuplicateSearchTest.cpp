@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The search for vertices at the same place, through TTPolyGlyph and TTPolyContour. Its results are
-// compared with those of nested loops that compare every vertex with every later one.
+// compared with the results of nested loops that compare every vertex with every later vertex.
 
 #include "contours/DuplicateSearch.h"
 
@@ -21,7 +21,8 @@ namespace
 using Place = std::pair<int, int>;
 using Places = std::vector<Place>;
 
-/// Makes a glyph of contours with the given sizes, whose vertices are the places in order.
+/// Makes a glyph of contours with the given numbers of vertices. The vertices lie at the given
+/// places, in order.
 void LayOut(const std::vector<int>& sizes, const Places& places, TTPolyGlyph& glyph)
 {
     glyph.SetContourCount(static_cast<int>(sizes.size()));
@@ -59,7 +60,7 @@ bool Coincide(const TTPolyContour& a, int i, const TTPolyContour& b, int j)
     return left.x == right.x && left.y == right.y;
 }
 
-/// Separates vertices by nested loops. Returns how many moves were made of vertices that had been
+/// Separates vertices by nested loops. Returns how many times a vertex was moved that had been
 /// moved before.
 int SeparatePlainly(TTPolyGlyph& glyph)
 {
@@ -124,11 +125,13 @@ int Below(std::mt19937& random, int limit)
 
 constexpr int manyVertices = 60000;
 
-/// The number of steps, looks at a slot or at a vertex of a chain, that a search among 60,000
-/// vertices may take: 15 for each vertex. Comparing all pairs would take 30,000 for each.
+/// The number of steps that a search among 60,000 vertices may take: 15 for each vertex. A step is
+/// a look at a slot of the hash table or at a vertex of a chain. Comparing all pairs of vertices
+/// would take 30,000 comparisons for each vertex.
 constexpr long mostSteps = 15L * manyVertices;
 
-/// The number of steps that the search takes for contours of these sizes over these places.
+/// The number of steps that the search takes for contours with these numbers of vertices, at these
+/// places.
 long StepsToSeparate(const std::vector<int>& sizes, const std::function<Place(int)>& place)
 {
     Places places;
@@ -178,7 +181,8 @@ TEST(DuplicateSearch, SeparatesRandomGlyphsLikeNestedLoops)
         movedAgain += ExpectTheSame(sizes, places);
         ASSERT_FALSE(HasFailure()) << "round " << round;
     }
-    // Only when a moved vertex lands on another one does the order of the moves matter.
+    // The order of the moves matters only when a vertex moves to the place of another vertex, so
+    // this must happen often.
     EXPECT_GT(movedAgain, 3000);
 }
 
@@ -195,7 +199,8 @@ TEST(DuplicateSearch, SeparatesRepeatedContoursLikeNestedLoops)
         {
             shape.emplace_back(Below(random, 6) * unit, Below(random, 6) * unit);
         }
-        // Once as separate contours, once as one contour that goes round several times.
+        // The shape is repeated as separate contours, then as one contour that goes round several
+        // times, then as the same contour with its last vertex in a second contour.
         const int copies = 2 + Below(random, 40);
         Places places;
         for (int i = 0; i < copies; ++i)
@@ -229,10 +234,10 @@ TEST(DuplicateSearch, SeparatesOneContourLikeNestedLoops)
     }
 }
 
-TEST(DuplicateSearch, AVertexMovedOntoALaterOneMovesThatToo)
+TEST(DuplicateSearch, AVertexMovedOntoALaterVertexMakesTheLaterOneMoveToo)
 {
-    // The second vertex at (0, 0) has the average normal (0, 1) and moves to (0, -2), where a later
-    // vertex lies, which must move as well.
+    // The second vertex at (0, 0) has the average normal (0, 1) and moves to (0, -2). The last
+    // vertex lies there already and must move as well.
     const Places places = {{0, 0}, {50, 50}, {-50, 0}, {0, 0}, {50, 0}, {20, -50}, {0, -2}};
     TTPolyGlyph glyph;
     LayOut({7}, places, glyph);

@@ -25,7 +25,8 @@ double AreaOf(const NativeOutline& outline)
     return OddArea(FlattenAndSeparate(outline, em));
 }
 
-/// Whether two outlines of one contour have the same points, from whichever point they start.
+/// Whether two outlines of one contour have the same points in the same order. They may start at
+/// different points.
 bool SameRing(const NativeOutline& a, const NativeOutline& b)
 {
     if (a.ends.size() != 1 || b.ends.size() != 1 || a.points.size() != b.points.size())
@@ -55,7 +56,7 @@ TEST(OutlineRepair, OverlappingSquaresBecomeTheirBorder)
     const auto repaired =
         RepairOutline(MakeOutline({SquareAt(0, 0, 100), SquareAt(50, 50, 100)}), em);
     ASSERT_TRUE(repaired);
-    // The border runs clockwise and has a corner where sides crossed.
+    // The border runs clockwise and has a corner where two sides crossed.
     EXPECT_TRUE(SameRing(*repaired, MakeOutline({{{0, 0},
                                                   {0, 100},
                                                   {50, 100},
@@ -100,13 +101,15 @@ TEST(OutlineRepair, AFigureEightBecomesTwoContours)
     ASSERT_TRUE(repaired);
     EXPECT_EQ(repaired->ends.size(), 2u);
     EXPECT_TRUE(TryOutline(*repaired, em).fills);
-    // Two triangles of 2500 square units, whose vertices in the middle may be moved by 2 units.
+    // Two triangles of 2500 square units each. Their vertices in the middle may be moved by 2
+    // units.
     EXPECT_NEAR(AreaOf(*repaired), 5000, 250);
 }
 
 TEST(OutlineRepair, AnArrowWhoseInnerEdgesCrossIsRepairedFromWhicheverVertexItStarts)
 {
-    // Seen from either of the last two vertices, the whole contour turns one way.
+    // The triangles from either of the last two vertices to every edge all turn the same way, so
+    // GLU would take its short cut there and miss the crossing.
     std::vector<OutlineAt> arrow = {{196, 1093}, {102, 1167}, {419, 1478}, {737, 1167},
                                     {644, 1093}, {392, 1348}, {446, 1348}};
     for (std::size_t start = 0; start < arrow.size(); ++start)
@@ -141,7 +144,8 @@ TEST(OutlineRepair, CurvesStayCurvesInTheSamePlace)
     const auto repaired = RepairOutline(outline, em);
     ASSERT_TRUE(repaired);
     EXPECT_EQ(repaired->ends.size(), 1u);
-    // The border has two crossings and six ends of the circles' curves, and a curve after each.
+    // The border has eight points on the curve: two crossings and six ends of the rounds' curves. A
+    // curve follows each of them.
     const auto onCurve = std::count_if(repaired->points.begin(), repaired->points.end(),
                                        [](const NativePoint& point) { return point.onCurve; });
     EXPECT_EQ(repaired->points.size() - static_cast<std::size_t>(onCurve), 8u);
@@ -162,9 +166,9 @@ TEST(OutlineRepair, CurvesStayCurvesInTheSamePlace)
     }
 }
 
-TEST(OutlineRepair, ContoursThatTouchAtACornerAreDrawnApart)
+TEST(OutlineRepair, ContoursThatTouchAtACornerAreMovedApart)
 {
-    // A bar, and a stroke that starts at the bar's corner (502, 360)
+    // A bar, and a stroke that touches the bar at the bar's corner (502, 360)
     const std::vector<OutlineAt> bar = {{525, 561}, {525, 480}, {349, 480}, {349, 440},
                                         {502, 440}, {502, 360}, {88, 360},  {88, 440},
                                         {233, 440}, {233, 480}, {65, 480},  {65, 561},
@@ -182,7 +186,7 @@ TEST(OutlineRepair, ContoursThatTouchAtACornerAreDrawnApart)
     EXPECT_EQ(repaired->ends.size(), 2u);
     EXPECT_TRUE(EdgesKeepApart(Flatten(*repaired, em)));
     EXPECT_TRUE(HasCurves(*repaired));
-    // The bar's corner has moved, by less than 2.5 units, and no other point has.
+    // The bar's corner has moved by less than 2.5 units. No other point has moved.
     int moved = 0;
     for (const NativePoint& point : repaired->points)
     {
@@ -198,10 +202,11 @@ TEST(OutlineRepair, ContoursThatTouchAtACornerAreDrawnApart)
 
 TEST(OutlineRepair, ASecondRebuildIsComparedWithTheAreaOfTenSamplesPerCurve)
 {
-    // The first rebuild cuts a deep curve into pieces which, after rounding, cross again; the
-    // second rebuild separates them. The pieces are flattened more finely than the whole curve, and
-    // enclose a larger area than five samples of the whole curve do. Compared with that area the
-    // second rebuild would fail, and the curve would be replaced by straight lines.
+    // The first rebuild cuts a deep curve into pieces. After rounding, the pieces cross again, and
+    // the second rebuild separates them. The pieces are flattened more finely than the whole curve,
+    // so they enclose a larger area than five samples of the whole curve do. If the second rebuild
+    // were compared with the area of five samples, it would fail, and straight lines would replace
+    // the curve.
     const NativeOutline outline =
         MakeOutline({{{553, 53}, {22, 642, false}, {493, 237}, {511, 283}, {259, 369}}});
     ASSERT_FALSE(TryOutline(outline, em).fills);

@@ -120,7 +120,8 @@ TEST(OutlineTrial, EmptyAndDegenerateOutlinesPass)
     EXPECT_TRUE(TryOutline({}, em).fills);
     EXPECT_TRUE(TryOutline(MakeOutline({{{5, 5}, {5, 5}}}), em).fills);
     EXPECT_TRUE(TryOutline(MakeOutline({{{0, 0}, {100, 0}, {50, 0}}}), em).fills);
-    // Flattening leaves no vertex of the specks, which must not count as inside or around others.
+    // Flattening drops all vertices of the specks. A speck must not count as lying inside or around
+    // another contour.
     const std::vector<OutlineAt> speck = {{5, 5}, {5, 6}, {6, 5}};
     for (const auto& contours :
          {std::vector<std::vector<OutlineAt>>{speck, speck}, {speck, SquareAt(0, 0, 100), speck}})

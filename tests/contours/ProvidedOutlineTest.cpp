@@ -38,7 +38,7 @@ TEST(ProvidedOutline, ContoursThatRunTheWrongWayAreReversedAndNothingElse)
     EXPECT_EQ(*provided.outline, MakeOutline({RoundAt(0, 0, 300), SquareAt(-50, -50, 100, true)}));
 }
 
-TEST(ProvidedOutline, AnOutlineBeyondRepairIsFilledOnTrialThoughItsEdgesCross)
+TEST(ProvidedOutline, AnOutlineBeyondRepairIsAcceptedWhenTheTessellatorFillsIt)
 {
     // Two small triangles that cross, with corners a unit or two apart. After rounding, every
     // rebuilt outline crosses again, but the tessellator fills the original.

@@ -37,7 +37,7 @@ inline std::vector<OutlineAt> SquareAt(int x, int y, int size, bool turned = fal
     return turned ? std::vector<OutlineAt>(square.rbegin(), square.rend()) : square;
 }
 
-/// Four curves around the centre (x, y). They run clockwise unless \p turned.
+/// A contour of four quadratic curves around the centre (x, y). It runs clockwise unless \p turned.
 inline std::vector<OutlineAt> RoundAt(int x, int y, int radius, bool turned = false)
 {
     std::vector<OutlineAt> round = {{x - radius, y}, {x - radius, y + radius, false},
@@ -48,8 +48,8 @@ inline std::vector<OutlineAt> RoundAt(int x, int y, int radius, bool turned = fa
     return turned ? std::vector<OutlineAt>(round.rbegin(), round.rend()) : round;
 }
 
-/// Random squares and rounds, some of which cross or contain others.
-/// \param turned whether about a third of them run counter-clockwise
+/// Random contours from SquareAt and RoundAt. Some of them cross or contain others.
+/// \param turned whether about a third of the contours run counter-clockwise
 template <typename Random>
 orvane::contours::NativeOutline RandomShapes(Random& random, int count, int range, int leastSize,
                                              bool turned)
@@ -69,7 +69,7 @@ orvane::contours::NativeOutline RandomShapes(Random& random, int count, int rang
     return MakeOutline(contours);
 }
 
-/// Contours of random points on a coarse grid, so that some points coincide.
+/// Contours of random points. The points lie on a coarse grid, so that some of them coincide.
 template <typename Random>
 orvane::contours::NativeOutline RandomOutline(Random& random, int contours, int points)
 {
