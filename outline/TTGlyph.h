@@ -9,8 +9,7 @@
 #include <memory>
 
 /// The outline of a glyph: contours of points on the curve and control points beside it, in whole
-/// outline units, with y up. Seen in the direction in which a contour runs, the filled area lies on
-/// its right.
+/// outline units, with y up. A contour runs so that the filled area lies on its right.
 ///
 /// Copies share one array of contours, which is freed with the last copy. SetContourCount and
 /// FromGlyphOutline give this glyph a new array that it does not share.
@@ -54,13 +53,16 @@ public:
     ///
     /// Coordinates are rounded down to whole units: 10.75 gives 10, -3.25 gives -4. Each control
     /// point is later flattened into 5 segments. Reading ends at the first broken record. The
-    /// contours before that record are kept, and so are the curves before it in the same contour.
+    /// contours before that record are kept. Of the contour that contains the record, the curves
+    /// before the record are kept.
     int FromGlyphOutline(void* buffer, unsigned long bufferLength);
 
 protected:
     std::int16_t contourCount = 0;
     std::shared_ptr<TTContour[]> contours;
     DWORD flags = 0;  ///< bit 0 composite, bit 1 defined
+    // The library only stores length, offset and bounds for hosts. It neither computes nor uses
+    // them.
     DWORD length = 0;
     DWORD offset = 0;
     std::int16_t xMax = 0;

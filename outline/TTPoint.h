@@ -31,8 +31,8 @@ public:
     short GetY() const { return y; }
     void SetY(short newY) { y = newY; }
 
-    /// The number of straight segments into which the spline of this control point is flattened; 0
-    /// for a point on the curve.
+    /// The number of straight segments into which the spline with this control point is flattened;
+    /// 0 for a point on the curve.
     std::uint8_t quadraticResolution = 0;
     std::int16_t type = 0;  ///< one of Types; 0 in a new point
     std::int16_t x = 0;

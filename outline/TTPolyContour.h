@@ -12,9 +12,10 @@
 class TTContour;
 
 /// One contour of a flattened glyph. Its vertices lie one after the other in the glyph's vertex
-/// pool: vertex i, counted from 0, is element firstVertexIndex + i of the pool. The first and the
-/// last vertex index are positions in the pool; every other index here is such an i. The contour
-/// runs from its last vertex back to vertex 0. Copies of a contour refer to the same vertices.
+/// pool: vertex i, counted from 0, is element firstVertexIndex + i of the pool. firstVertexIndex
+/// and lastVertexIndex are positions in the pool. Every other index in this class is the number i
+/// of a vertex within the contour. The contour runs from its last vertex back to vertex 0. Copies
+/// of a contour refer to the same vertices.
 ///
 /// vertexCount is always lastVertexIndex - firstVertexIndex + 1. SetFirstVertexIndex and
 /// SetLastVertexIndex compute it.
@@ -24,14 +25,16 @@ public:
     int GetVertexCount() const { return vertexCount; }
     int GetFirstVertexIndex() const { return firstVertexIndex; }
     /// Returns the same as GetFirstVertexIndex, not the last vertex's index. That is required; see
-    /// LastVertexIndexAnswersWithTheFirst. Use GetVertexCount to count the vertices.
+    /// GetLastVertexIndexReturnsTheFirstIndex. Use GetVertexCount to count the vertices.
     int GetLastVertexIndex() const { return firstVertexIndex; }
 
     // In all functions below, an index is out of range when it is not 0 to vertexCount - 1.
 
-    /// The index after \p index; 0 after the last. -1 when \p index is out of range.
+    /// The index after \p index. The last index is followed by 0. Returns -1 when \p index is out
+    /// of range.
     int GetNextVertexIndex(int index) const { return NextRingIndex(index, vertexCount); }
-    /// The index before \p index; the last before 0. -1 when \p index is out of range.
+    /// The index before \p index. 0 is preceded by the last index. Returns -1 when \p index is out
+    /// of range.
     int GetPreviousVertexIndex(int index) const { return PreviousRingIndex(index, vertexCount); }
 
     /// A pointer into the pool, valid until the pool grows. Null when \p index is out of range.
@@ -48,12 +51,13 @@ public:
         return GetVertexElement(GetPreviousVertexIndex(index));
     }
 
-    /// A copy of a vertex. A default vertex when \p index is out of range.
+    /// Returns a copy of a vertex, or a default vertex when \p index is out of range.
     Vertex GetVertex(int index) const;
     Vertex GetNextVertex(int index) const { return GetVertex(GetNextVertexIndex(index)); }
     Vertex GetPreviousVertex(int index) const { return GetVertex(GetPreviousVertexIndex(index)); }
 
-    /// The position of a vertex, with z 0. The zero vector when \p index is out of range.
+    /// Returns the position of a vertex, with z = 0, or the zero vector when \p index is out of
+    /// range.
     Vector GetVertexOutlinePoint(int index) const
     {
         const Vertex* const vertex = GetVertexElement(index);
@@ -68,11 +72,11 @@ public:
         return GetVertexOutlinePoint(GetPreviousVertexIndex(index));
     }
 
-    /// The average of the normals of a vertex's two edges. The zero vector when \p index is out of
-    /// range.
+    /// Returns the average of the normals of a vertex's two edges, or the zero vector when \p index
+    /// is out of range.
     Vector GetVertexNormal(int index) const;
 
-    /// The edge from a vertex to the next. A default line when \p index is out of range.
+    /// Returns the edge from a vertex to the next, or a default line when \p index is out of range.
     Line GetEdge(int index) const;
     Line GetNextEdge(int index) const { return GetEdge(GetNextVertexIndex(index)); }
     Line GetPreviousEdge(int index) const { return GetEdge(GetPreviousVertexIndex(index)); }
@@ -87,7 +91,8 @@ public:
     /// range.
     int SetVertexPoint(int index, const Vector& point);
 
-    /// Flattens a contour, appends its vertices to the pool and makes them this contour's vertices.
+    /// Flattens a contour, appends the resulting vertices to the pool, makes them this contour's
+    /// vertices and calls CalculateVertexNormals.
     ///
     /// A point of the flattened curve becomes a vertex when it lies more than 0.002 x \p scale
     /// outline units from the vertex before it. Point 0 is compared with the contour's last point,
@@ -101,14 +106,15 @@ public:
     Vector ApproximateQuadraticSpline(const Vector& p0, const Vector& p1, const Vector& p2,
                                       float t) const;
 
-    /// Computes each vertex's edge normals, their average, the miter and the marks. A vertex is
-    /// marked as smooth when it or one of its two neighbours was sampled from a curve; otherwise it
-    /// is a sharp corner, whatever its angle. Returns 0 and does nothing when there are fewer than
-    /// 2 vertices.
+    /// Computes each vertex's two edge normals, their average, the miter, and the smooth and
+    /// interior marks. A vertex is marked as smooth when it or one of its two neighbours was
+    /// sampled from a curve; otherwise it is a sharp corner, whatever its angle. Returns 0 and does
+    /// nothing when there are fewer than 2 vertices.
     int CalculateVertexNormals();
 
-    /// Moves a vertex by 2 outline units along its average normal, forwards or backwards, towards
-    /// the side where the next vertex lies. Normals do not change.
+    /// Moves a vertex by 2 outline units along its average normal, forwards or backwards, to the
+    /// side where the next vertex lies; backwards when the next vertex lies at a right angle to the
+    /// normal. Normals do not change.
     void AdjustDuplicateVertex(int index);
     /// Compares all pairs of vertices in order. When two vertices lie at the same place, moves the
     /// later of the two and compares it at its new place from then on.
@@ -117,7 +123,7 @@ public:
     void CorrectDuplicateVerticies(const Vector& point);
 
     std::int32_t firstVertexIndex = -1;
-    std::int32_t reserved = 0;  ///< not used; copies have the same value
+    std::int32_t reserved = 0;  ///< not used, but copied
     std::int32_t lastVertexIndex = -1;
     std::int32_t vertexCount = 0;
     VertexArray* vertices = nullptr;  ///< borrowed; null until SetVerticies

@@ -10,13 +10,13 @@
 
 class TTGlyph;
 
-/// A glyph's outline with its curves flattened to straight segments. All vertices lie in one pool;
-/// each contour is a run of vertices in it. Vertices are in whole outline units. Bounds are in ems:
-/// they are divided by the scale.
+/// A glyph's outline with its curves flattened to straight segments. All vertices lie in one pool,
+/// and each contour is a run of successive vertices in the pool. Positions of vertices are in whole
+/// outline units. Bounds are in ems, that is, in outline units divided by the scale.
 ///
 /// The contours of a copy use the vertices of the original, and the copy's own pool is empty. So a
 /// copy can be used only while the original exists. That is required; see
-/// ACopyDrawsFromThePoolOfItsSource.
+/// ACopyUsesTheVertexPoolOfItsSource.
 class ORVANE_API TTPolyGlyph
 {
 public:

@@ -24,8 +24,8 @@ void Vertex::CalculateVertex()
     const Vector average(halfway.x, halfway.y, 0.0f);
     SetNormal(average, VertexEdge);
 
-    // A sharper corner has a miter that reaches further out. The reach is limited to four bevel
-    // widths.
+    // The sharper a corner, the further its miter reaches. A hairpin's miter would reach to
+    // infinity, so the reach is limited to four bevel widths.
     const float cosineOfHalfTurn = std::max(std::fabs(average.Dot(leaving)), 0.25f);
     miterScale = TruncateToLong(10000.0f / cosineOfHalfTurn);
 

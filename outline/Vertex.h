@@ -35,15 +35,15 @@ public:
     enum Faces : int
     {
         BackFace = 1,   ///< (0, 0, -1)
-        SideFace = 2,   ///< the normal of the edge: the wall
+        SideFace = 2,   ///< the wall; its normal is that of the edge
         FrontFace = 3,  ///< (0, 0, 1)
     };
 
     Vector2D GetPoint() const { return Vector2D(point.x, point.y); }
     Vector GetNormal(Edges edge) const { return UnitNormal(this->*NormalField(edge)); }
 
-    /// The normal of a side wall at this corner: the average normal if the corner is smooth and not
-    /// interior, otherwise the normal of \p edge.
+    /// The normal of the side wall at this corner. It is the average normal if the corner is smooth
+    /// and not interior, otherwise the normal of \p edge.
     Vector GetEdgeNormal(Edges edge) const
     {
         constexpr DWORD both = useThisNormalFlag | interiorFlag;
@@ -52,9 +52,9 @@ public:
     }
 
     /// The normal of a 45 degree bevel at this corner, half-way between the normal of the face and
-    /// the normal of the wall. Every smooth corner uses the average as the wall's normal, even an
-    /// interior one. This differs from GetEdgeNormal, which is required; see
-    /// BevelNormalIgnoresTheInteriorMark.
+    /// the normal of the wall. Every smooth corner uses the average normal for the wall here, even
+    /// a corner that is marked as interior. GetEdgeNormal uses the normal of \p edge there. The
+    /// difference is required; see BevelNormalIgnoresTheInteriorMark.
     Vector GetBevelNormal(Faces face, Edges edge) const
     {
         const Vector base =
@@ -113,8 +113,9 @@ public:
     /// How far a bevel reaches at this corner, as a multiple of the bevel's width, in units of
     /// 1/10000: 10000 to 40000, that is 1 to 4 widths. 0 until CalculateVertex has run.
     std::int32_t miterScale = 0;
-    /// Bit 0: smooth, use the average normal. Bit 1: approximate, a point sampled from a curve. Bit
-    /// 2: interior, a sharp notch without a miter.
+    /// Bit 0 marks a smooth corner, whose wall uses the average normal. Bit 1 marks an approximate
+    /// corner, which was sampled from a curve. Bit 2 marks an interior corner, a sharp notch
+    /// without a miter.
     DWORD flags = 0;
     Point2D nextEdgeNormal;
     Point2D vertexNormal;

@@ -5,8 +5,9 @@
 #include "outline/Vertex.h"
 #include "platform/Export.h"
 
-/// The vertex pool of a glyph: the vertices of all its contours. SetAtGrow and Add make room for 32
-/// more at a time.
+/// The vertex pool of a glyph: the vertices of all its contours. The first Add or SetAtGrow makes
+/// room for just the size needed; when the array is full later, they make room for 32 more
+/// vertices.
 class ORVANE_API VertexArray : public GrowableArray<Vertex, 32>
 {
 public:

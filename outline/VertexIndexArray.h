@@ -4,8 +4,8 @@
 #include "host/GrowableArray.h"
 #include "platform/Export.h"
 
-/// An array of indices into a glyph's vertex pool. SetAtGrow and Add make room for 8 more at a
-/// time.
+/// An array of indices into a glyph's vertex pool. The first Add or SetAtGrow makes room for just
+/// the size needed; when the array is full later, they make room for 8 more indices.
 class ORVANE_API VertexIndexArray : public GrowableArray<unsigned short, 8>
 {
 public:

@@ -13,7 +13,8 @@ public:
     /// GL_TRIANGLES, GL_TRIANGLE_STRIP or GL_TRIANGLE_FAN.
     unsigned long GetType() const { return type; }
     int IsActive() const { return polygonFlags & activeFlag; }
-    /// As for VertexIndexPolyline, this counts the record of the index array twice.
+    /// The bytes of the index array plus the bytes of this object. As in VertexIndexPolyline, the
+    /// members of the index array count twice.
     unsigned long SizeOf() const { return VertexIndexArray::SizeOf() + sizeof *this; }
 
     void SetType(unsigned long newType) { type = static_cast<DWORD>(newType); }

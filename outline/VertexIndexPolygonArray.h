@@ -5,7 +5,8 @@
 #include "outline/VertexIndexPolygon.h"
 #include "platform/Export.h"
 
-/// The primitives of a glyph's face. Unless growBy is set, each Add allocates the block anew.
+/// The primitives of a glyph's face. Unless growBy is set, each Add allocates new memory for all
+/// elements.
 class ORVANE_API VertexIndexPolygonArray : public GrowableArray<VertexIndexPolygon>
 {
 public:

@@ -12,9 +12,11 @@
 class ORVANE_API VertexIndexPolyline : public VertexIndexArray
 {
 public:
-    /// The position after \p index; 0 after the last. -1 when \p index is out of range.
+    /// The position after \p index. The last position is followed by 0. Returns -1 when \p index is
+    /// out of range.
     int GetNextVertexIndex(int index) const { return NextRingIndex(index, size); }
-    /// The position before \p index; the last before 0. -1 when \p index is out of range.
+    /// The position before \p index. 0 is preceded by the last position. Returns -1 when \p index
+    /// is out of range.
     int GetPreviousVertexIndex(int index) const { return PreviousRingIndex(index, size); }
     // The vertex index at the next or previous position; 0 when \p index is out of range.
     unsigned short GetNextVertex(int index) const { return VertexAt(GetNextVertexIndex(index)); }
@@ -26,8 +28,9 @@ public:
     int IsActive() const { return polylineFlags & activeFlag; }
     int IsClockwiseWinding() const { return polylineFlags & clockwiseFlag; }
 
-    /// The bytes of the index array plus the bytes of this object. The array's own record is part
-    /// of both and counts twice. That is required; see PolylineSizeCountsItsArrayRecordTwice.
+    /// The bytes of the index array plus the bytes of this object. The members of the index array
+    /// are part of both, so they count twice. That is required; see
+    /// PolylineSizeCountsItsArrayTwice.
     unsigned long SizeOf() const { return VertexIndexArray::SizeOf() + sizeof *this; }
 
     void SetVertex(int index, const unsigned short& vertex) { SetAtGrow(index, vertex); }

@@ -32,7 +32,7 @@ TEST(TTContour, OffCurvePointsAreThoseOfTypeOne)
     EXPECT_EQ(contour.GetOffCurvePointCount(), 2);
 }
 
-TEST(TTContour, SizeIsItsRecordAndItsPoints)
+TEST(TTContour, SizeIsThatOfTheObjectAndItsPoints)
 {
     EXPECT_EQ(MakeContour({On(0, 0), On(1, 1)}).SizeOf(), sizeof(TTContour) + 2 * sizeof(TTPoint));
 }

@@ -152,7 +152,7 @@ TEST(TTGlyph, LinesGiveOnCurvePointsOnly)
     ExpectPoint(points[3], 2, 7, 8, 0);
 }
 
-TEST(TTGlyph, ASplineOfThreeEndsOnTheCurve)
+TEST(TTGlyph, OnlyTheLastPointOfASplineLiesOnTheCurve)
 {
     const TTGlyph glyph =
         ReadOutline(NativeOutline().Start({0, 0}).Spline({{0, 10}, {10, 10}, {10, 0}}).Get());
@@ -176,7 +176,7 @@ TEST(TTGlyph, CurvesOfAnyOtherTypeAreReadAsSplines)
     }
 }
 
-TEST(TTGlyph, CoordinatesKeepTheirFloor)
+TEST(TTGlyph, CoordinatesAreRoundedDown)
 {
     const TTGlyph glyph =
         ReadOutline(NativeOutline().Start({10.75, -3.25}).Lines({{-0.5, 32767.9}}).Get());
@@ -201,7 +201,7 @@ TEST(TTGlyph, ContoursComeInTheOrderOfTheBuffer)
     }
 }
 
-TEST(TTGlyph, ReadingLeavesBoundsLengthAndOffset)
+TEST(TTGlyph, ReadingDoesNotChangeBoundsLengthAndOffset)
 {
     TTGlyph glyph;
     glyph.SetXMax(5);
@@ -266,8 +266,8 @@ TEST(TTGlyph, APolygonShorterThanItsHeaderEndsTheReading)
 
 TEST(TTGlyph, ACurvePastItsPolygonEndsTheReadingThere)
 {
-    // Two runs; the second claims one point more than the polygon holds, although the buffer goes
-    // on with another contour.
+    // The polygon has two runs. The second claims one point more than the polygon's bytes hold; the
+    // bytes of the next contour must not be read for it.
     Bytes buffer = NativeOutline().Start({1, 1}).Lines({{2, 2}}).Lines({{3, 3}, {4, 4}}).Get();
     buffer[16 + 12 + 2] = 3;
     const TTGlyph glyph = ReadOutline(Joined(buffer, SquareBuffer()));
@@ -282,16 +282,17 @@ TEST(TTGlyph, BytesTooFewForACurveEndTheReading)
     EXPECT_EQ(CountsOf(ReadOutline(Joined(buffer, SquareBuffer()))), (Counts{4}));
 }
 
-TEST(TTGlyph, ACurveWithoutPointsIsPassedOver)
+TEST(TTGlyph, ACurveWithoutPointsIsSkipped)
 {
     const TTGlyph glyph =
         ReadOutline(NativeOutline().Start({1, 1}).Lines({}).Lines({{2, 2}}).Get());
     EXPECT_EQ(CountsOf(glyph), (Counts{2}));
 }
 
-TEST(TTGlyph, AContourKeepsNoMorePointsThanItCanCount)
+TEST(TTGlyph, AContourKeepsAtMost65535Points)
 {
-    // 40000 points twice: the second run would bring the count past 65535.
+    // Each of two runs has 40,000 points, so the second would bring the number of points above
+    // 65,535.
     RecordBytes run;
     run.Word(TT_PRIM_LINE).Word(40000);
     for (int i = 0; i < 40000; ++i)
@@ -304,7 +305,7 @@ TEST(TTGlyph, AContourKeepsNoMorePointsThanItCanCount)
     EXPECT_EQ(CountsOf(ReadOutline(buffer)), (Counts{40001}));
 }
 
-TEST(TTGlyph, AGlyphKeepsNoMoreContoursThanItCanCount)
+TEST(TTGlyph, AGlyphKeepsAtMost32767Contours)
 {
     const Bytes one = NativeOutline().Start({1, 1}).Get();
     RecordBytes many;

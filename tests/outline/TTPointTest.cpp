@@ -12,7 +12,7 @@ TEST(TTPoint, ANewPointIsAllZero)
     EXPECT_EQ(point.GetY(), 0);
 }
 
-TEST(TTPoint, AMadePointHasNoResolution)
+TEST(TTPoint, APointMadeFromValuesHasTheResolutionZero)
 {
     const TTPoint point(1, -20, 30);
     EXPECT_EQ(point.GetQuadraticResolution(), 0);
@@ -21,7 +21,7 @@ TEST(TTPoint, AMadePointHasNoResolution)
     EXPECT_EQ(point.GetY(), 30);
 }
 
-TEST(TTPoint, TheResolutionTakesAnyWholeType)
+TEST(TTPoint, TheResolutionKeepsTheLowest8Bits)
 {
     TTPoint point;
     point.SetQuadraticResolution(5);

@@ -47,7 +47,7 @@ TEST(TTPolyContourArray, IndexingGivesCopies)
     EXPECT_EQ(array[0].GetFirstVertexIndex(), 1);
 }
 
-TEST(TTPolyContourArray, GrowsByNothingUnlessTold)
+TEST(TTPolyContourArray, GrowsByExactlyTheNeedUntilGrowByIsSet)
 {
     TTPolyContourArray array;
     array.SetSize(2);

@@ -13,7 +13,7 @@ namespace
 
 using Places = std::vector<std::pair<int, int>>;
 
-/// A contour with a pool of its own, made from an outline or from vertices at given places.
+/// A contour and its vertex pool, made from an outline or from vertices at given places.
 struct Polygon
 {
     explicit Polygon(const OutlinePoints& outline, float scale = 1.0f)
@@ -53,7 +53,8 @@ Places PlacesOf(const TTPolyContour& contour)
     return places;
 }
 
-/// One letter per vertex: a(pproximate) or -, then s(mooth) or -.
+/// Two characters and a space for each vertex: "a" if it is marked as approximate, else "-"; then
+/// "s" if it is marked as smooth, else "-".
 std::string MarksOf(const TTPolyContour& contour)
 {
     std::string marks;
@@ -96,7 +97,7 @@ TEST(TTPolyContour, ANewContourIsEmpty)
     EXPECT_EQ(contour.GetVertexElement(0), nullptr);
 }
 
-TEST(TTPolyContour, BothEndsRecomputeTheCount)
+TEST(TTPolyContour, SettingEitherEndRecomputesTheCount)
 {
     TTPolyContour contour;
     contour.SetFirstVertexIndex(0);
@@ -107,7 +108,7 @@ TEST(TTPolyContour, BothEndsRecomputeTheCount)
     EXPECT_EQ(contour.GetVertexCount(), 6);
 }
 
-TEST(TTPolyContour, LastVertexIndexAnswersWithTheFirst)
+TEST(TTPolyContour, GetLastVertexIndexReturnsTheFirstIndex)
 {
     TTPolyContour contour;
     contour.SetFirstVertexIndex(3);
@@ -128,7 +129,7 @@ TEST(TTPolyContour, CopiesShareTheVertices)
     EXPECT_EQ(copy.GetVertexElement(2), polygon.contour.GetVertexElement(2));
 }
 
-TEST(TTPolyContour, IndicesGoRound)
+TEST(TTPolyContour, IndicesWrapAround)
 {
     const Polygon polygon(square);
     const TTPolyContour& contour = polygon.contour;
@@ -145,7 +146,7 @@ TEST(TTPolyContour, IndicesGoRound)
     ExpectVector(contour.GetPreviousVertexOutlinePoint(0), 1000, 0);
 }
 
-TEST(TTPolyContour, IndicesOutsideAreAnsweredWithNothing)
+TEST(TTPolyContour, IndicesOutOfRangeGiveDefaultsAndChangeNothing)
 {
     Polygon polygon(square);
     TTPolyContour& contour = polygon.contour;
@@ -226,15 +227,16 @@ TEST(TTPolyContour, TheNormalsOfASquarePointOutward)
     ExpectVector(polygon.contour.GetVertexNormal(1), -unit, unit);
 }
 
-TEST(TTPolyContour, AnotherDirectionTurnsTheNormalsInward)
+TEST(TTPolyContour, AContourThatRunsTheOtherWayHasInwardNormals)
 {
     const Polygon polygon({On(0, 0), On(1000, 0), On(1000, 1000), On(0, 1000)});
     ExpectPoint(polygon.contour.GetVertex(0).nextEdgeNormal, 0, 10000);
 }
 
-TEST(TTPolyContour, NoTurnIsSharpEnoughOrFlatEnoughToChangeTheMarks)
+TEST(TTPolyContour, CornersAwayFromCurvesAreSharpWhateverTheirAngle)
 {
-    // Nearly straight at (500, 1), a hairpin at (1000, 0): both sharp, for no spline is near.
+    // The corner at (500, 1) is nearly straight, and the corner at (1000, 0) is a hairpin. Both are
+    // marked as sharp, because no curve is next to them.
     const Polygon polygon(Places{{0, 0}, {500, 1}, {1000, 0}, {0, -1}});
     EXPECT_EQ(MarksOf(polygon.contour), "-- -- -- -- ");
 }
@@ -257,7 +259,7 @@ TEST(TTPolyContour, ANotchIsInteriorAndASpikeIsNot)
 
 TEST(TTPolyContour, PointsWithinTheSpacingAreDropped)
 {
-    // 0.002 x 1000 is 2 units.
+    // The spacing is 0.002 * 1000 = 2 units.
     const Polygon polygon({On(0, 0), On(0, 2), On(3, 0), On(3, 2), On(500, 0)}, 1000.0f);
     EXPECT_EQ(PlacesOf(polygon.contour), (Places{{0, 0}, {3, 0}, {500, 0}}));
 }
@@ -268,15 +270,16 @@ TEST(TTPolyContour, TheSpacingIsTakenFromTheLastVertexKept)
     EXPECT_EQ(PlacesOf(polygon.contour), (Places{{0, 0}, {3, 0}, {500, 0}}));
 }
 
-TEST(TTPolyContour, AnEndAtTheStartsPlaceReplacesTheStart)
+TEST(TTPolyContour, ALastPointAtTheFirstPointsPlaceReplacesTheFirst)
 {
     const Polygon polygon({On(0, 0), On(0, 1000), On(1000, 1000), On(0, 0)});
     EXPECT_EQ(PlacesOf(polygon.contour), (Places{{0, 1000}, {1000, 1000}, {0, 0}}));
 }
 
-TEST(TTPolyContour, ALastControlPointCountsAsTheLastPlace)
+TEST(TTPolyContour, PointZeroIsComparedWithALastControlPointToo)
 {
-    // The walk starts from the control point (0, 1), so point 0 lies within its spacing of 2.
+    // Point 0 is compared with the last point, here the control point (0, 1). Their distance of 1
+    // is within the spacing of 2, so point 0 is dropped.
     const Polygon polygon({On(0, 0), On(0, 1000), On(1000, 1000), Off(0, 1, 0)}, 1000.0f);
     EXPECT_EQ(PlacesOf(polygon.contour), (Places{{0, 1000}, {1000, 1000}}));
 }
@@ -287,7 +290,7 @@ TEST(TTPolyContour, AContourOfOnePointGivesNoVertices)
     EXPECT_EQ(Polygon(OutlinePoints{Off(5, 5)}).contour.GetVertexCount(), 0);
 }
 
-TEST(TTPolyContour, AnEmptyContourTakesAnEmptyRun)
+TEST(TTPolyContour, AnEmptyContourGetsNoVertices)
 {
     Polygon polygon(square);
     TTPolyContour empty;
@@ -304,7 +307,8 @@ TEST(TTPolyContour, SplineWeightsAreRoundedFromDouble)
     const float step = 1.0f / 5;
     const Vector first = contour.ApproximateQuadraticSpline(Vector(0, 0, 7), Vector(0, 1000, 8),
                                                             Vector(1000, 1000, 9), step);
-    ExpectVector(first, 0x1.400002p+5f, 360.0f, 7.0f);  // 40.000004; float weights give 359.99997
+    // x is 40.000004. With weights computed in float, y would be 360.00003.
+    ExpectVector(first, 0x1.400002p+5f, 360.0f, 7.0f);
     const Vector fourth = contour.ApproximateQuadraticSpline(Vector(0, 0, 7), Vector(0, 1000, 8),
                                                              Vector(1000, 1000, 9), 4 * step);
     ExpectVector(fourth, 0x1.400002p+9f, 0x1.e00002p+9f, 7.0f);  // 640.00006, 960.00006
@@ -316,7 +320,8 @@ TEST(TTPolyContour, ASplineHasFiveSamplesOfWhichTheLastIsItsEndPoint)
     EXPECT_EQ(
         PlacesOf(polygon.contour),
         (Places{{0, 0}, {40, 360}, {160, 640}, {360, 840}, {640, 960}, {1000, 1000}, {1000, 0}}));
-    // The spline's ends are no samples, but smooth for their neighbours'.
+    // The spline's ends are not samples, so they are not approximate. They are smooth because a
+    // neighbour of each is a sample.
     EXPECT_EQ(MarksOf(polygon.contour), "-s as as as as -s -- ");
 }
 
@@ -340,7 +345,8 @@ TEST(TTPolyContour, TwoControlPointsMeetAtTheirMidpoint)
 TEST(TTPolyContour, AClosingSplineHasFourSamples)
 {
     const Polygon polygon({On(0, 0), On(0, 1000), On(1000, 1000), Off(1000, 0)});
-    // The floats fall a little short of 360, 160 and 40, and lose their fractions.
+    // In float, three coordinates are a little less than 360, 160 and 40, so they are cut to 359,
+    // 159 and 39.
     EXPECT_EQ(
         PlacesOf(polygon.contour),
         (Places{{0, 0}, {0, 1000}, {1000, 1000}, {960, 640}, {840, 359}, {640, 159}, {360, 39}}));
@@ -354,7 +360,7 @@ TEST(TTPolyContour, AClosingPieceStartsAtTheMidpointOfItsControlPoints)
     VertexArray pool;
     contour.SetVerticies(&pool);
     contour.FromTTContour(disc.GetContours()[0], 1.0f);
-    // Point 0, then three pieces of five and the closing one of four.
+    // Point 0, three pieces with five samples each, and the closing piece with four samples.
     ASSERT_EQ(contour.GetVertexCount(), 20);
     EXPECT_EQ(PlacesOf(contour)[5], std::pair(500, 1000));
     EXPECT_EQ(PlacesOf(contour)[10], std::pair(1000, 500));
@@ -368,16 +374,16 @@ TEST(TTPolyContour, EveryControlPointHasAResolutionOfItsOwn)
     EXPECT_EQ(PlacesOf(polygon.contour), (Places{{0, 0}, {250, 750}, {1000, 1000}, {1000, 0}}));
 }
 
-TEST(TTPolyContour, AControlPointWithoutSegmentsTakesItsEndPointAlong)
+TEST(TTPolyContour, AControlPointWithoutSegmentsDropsItsEndPointToo)
 {
     const Polygon polygon({On(0, 0), Off(0, 1000, 0), On(1000, 1000), On(1000, 0)});
     EXPECT_EQ(PlacesOf(polygon.contour), (Places{{0, 0}, {1000, 0}}));
 }
 
-TEST(TTPolyContour, SpacingIsMeasuredBeforeTheFractionsGo)
+TEST(TTPolyContour, SpacingIsMeasuredBeforeFractionsAreDropped)
 {
-    // Samples 0.7 apart and more, all farther than 0.002, though two of them share a whole place
-    // with the start.
+    // The spacing is 0.002 units, and the samples are more than 0.5 units apart, so all of them are
+    // kept, although several lie at the same place once their fractions are dropped.
     const Polygon polygon({On(0, 0), Off(0, 2), On(2, 2), On(50, 0)});
     EXPECT_EQ(PlacesOf(polygon.contour),
               (Places{{0, 0}, {0, 0}, {0, 1}, {0, 1}, {1, 1}, {2, 2}, {50, 0}}));
@@ -407,8 +413,8 @@ TEST(TTPolyContour, RecalculatingClearsAStaleSmoothMark)
 
 TEST(TTPolyContour, ADuplicateMovesInwardAtAConvexCorner)
 {
-    // At (0, 1000) the average is (-0.7071, 0.7071) and the next vertex lies to the right: the
-    // vertex moves by (1.4142, -1.4142).
+    // The average normal at (0, 1000) is (-0.7071, 0.7071), and the next vertex lies to the right,
+    // against the normal. So the vertex moves by (1.4142, -1.4142).
     Polygon polygon(square);
     polygon.contour.AdjustDuplicateVertex(1);
     EXPECT_EQ(PlacesOf(polygon.contour)[1], std::pair(1, 998));
@@ -417,7 +423,8 @@ TEST(TTPolyContour, ADuplicateMovesInwardAtAConvexCorner)
 
 TEST(TTPolyContour, ADuplicateMovesOutwardAtAConcaveCorner)
 {
-    // To the right, then up: the average at (100, 100) is (-0.7071, 0.7071), toward the next.
+    // The contour runs to the right, then up. The average normal at (100, 100) is (-0.7071, 0.7071)
+    // and points to the side of the next vertex, so the vertex moves along the normal.
     Polygon polygon(Places{{0, 100}, {100, 100}, {100, 200}});
     polygon.contour.AdjustDuplicateVertex(1);
     EXPECT_EQ(PlacesOf(polygon.contour)[1], std::pair(98, 101));
@@ -425,13 +432,13 @@ TEST(TTPolyContour, ADuplicateMovesOutwardAtAConcaveCorner)
 
 TEST(TTPolyContour, ADuplicateOnAStraightEdgeMovesAgainstItsNormal)
 {
-    // The next vertex lies exactly across: neither side leans toward it.
+    // The next vertex lies at a right angle to the normal.
     Polygon polygon(Places{{0, 100}, {100, 100}, {200, 100}});
     polygon.contour.AdjustDuplicateVertex(1);
     EXPECT_EQ(PlacesOf(polygon.contour)[1], std::pair(100, 98));
 }
 
-TEST(TTPolyContour, ADuplicateBelowZeroLosesItsFractionUpward)
+TEST(TTPolyContour, NegativeCoordinatesOfAMovedVertexAreTruncatedTowardZero)
 {
     Polygon polygon(Places{{-500, -500}, {-500, -100}, {-100, -100}, {-100, -500}});
     polygon.contour.AdjustDuplicateVertex(0);

@@ -97,7 +97,8 @@ TEST(TTPolyGlyph, ContoursAreRunsOfOnePool)
     EXPECT_EQ(glyph.contours[1].GetFirstVertexIndex(), 4);
     EXPECT_EQ(glyph.contours[1].GetVertexCount(), 4);
     EXPECT_EQ(glyph.contours[1].GetVertexElement(0), glyph.vertices.GetElement(4));
-    // Neither reversed nor told apart: the hole runs its own way and its normals point into it.
+    // A hole is treated like any other contour. It is not reversed, and its normals point into the
+    // hole.
     EXPECT_EQ(glyph.vertices[4].nextEdgeNormal.y, 10000);
 }
 
@@ -111,7 +112,7 @@ TEST(TTPolyGlyph, BoundsBelowZeroAreTheSmallest)
     EXPECT_EQ(glyph.GetYMax(), -100.0f);
 }
 
-TEST(TTPolyGlyph, AScaleOfZeroIsOne)
+TEST(TTPolyGlyph, AScaleOfZeroCountsAsOne)
 {
     TTPolyGlyph glyph;
     glyph.FromTTGlyph(SquareGlyph(), 0.0f);
@@ -182,7 +183,7 @@ TEST(TTPolyGlyph, SettingTheContourCountEmptiesThePool)
     EXPECT_EQ(glyph.contours.GetSize(), 0);
 }
 
-TEST(TTPolyGlyph, ACopyDrawsFromThePoolOfItsSource)
+TEST(TTPolyGlyph, ACopyUsesTheVertexPoolOfItsSource)
 {
     TTPolyGlyph source;
     source.FromTTGlyph(SquareWithHoleGlyph(), 500.0f);
@@ -219,8 +220,8 @@ TEST(TTPolyGlyph, WhereTwoContoursTouchTheVertexOfTheLaterOneMoves)
 {
     TTPolyGlyph glyph;
     glyph.FromTTGlyph(TouchingGlyph(), 1000.0f);
-    // The later square's corner has the average (-0.7071, -0.7071) and the next vertex above: it
-    // moves by (1.4142, 1.4142).
+    // The corner of the later square has the average normal (-0.7071, -0.7071), and the next vertex
+    // lies above. So the corner moves against its normal, by (1.4142, 1.4142).
     EXPECT_EQ(PlacesOf(glyph), (Places{{0, 0},
                                        {0, 500},
                                        {500, 500},
@@ -229,7 +230,7 @@ TEST(TTPolyGlyph, WhereTwoContoursTouchTheVertexOfTheLaterOneMoves)
                                        {500, 1000},
                                        {1000, 1000},
                                        {1000, 500}}));
-    // Neither the normals nor the bounds follow.
+    // The vertex keeps the normals that it had before the move.
     EXPECT_EQ(glyph.vertices[4].vertexNormal.x, -7071);
     EXPECT_EQ(glyph.vertices[4].nextEdgeNormal.x, -10000);
 }

@@ -76,7 +76,7 @@ TEST(VertexArray, ElementsAreReferencesAndConstElementsCopies)
     ExpectPoints(array, {10, 20});
 }
 
-TEST(VertexArray, SizesShrinkInPlaceAndZeroFrees)
+TEST(VertexArray, ShrinkingKeepsTheBlockAndSizeZeroFreesIt)
 {
     VertexArray array = Filled({1, 2, 3});
     array.SetSize(1);
@@ -107,10 +107,10 @@ TEST(VertexArray, InsertsAndRemovesInTheMiddle)
     array.RemoveAt(1, 3);
     ExpectPoints(array, {1, 3, 4});
     array.SetAtGrow(4, At(7));
-    ExpectPoints(array, {1, 3, 4, 2, 7});  // slot 3 still has what was there
+    ExpectPoints(array, {1, 3, 4, 2, 7});  // slot 3 still has its old element
 }
 
-TEST(VertexArray, CopiesAreExactAndTheirOwn)
+TEST(VertexArray, CopiesHaveTheirOwnElementsAndExactRoom)
 {
     VertexArray array = Filled({1, 2, 3});
     VertexArray copy;
@@ -124,7 +124,7 @@ TEST(VertexArray, CopiesAreExactAndTheirOwn)
     ExpectPoints(copy, {1, 2, 3});
 }
 
-TEST(VertexArray, AddingAnElementOfItselfIsSafe)
+TEST(VertexArray, AddingAnElementOfTheArrayItselfIsSafe)
 {
     VertexArray array = Filled({5});
     array.Add(array[0]);

@@ -52,7 +52,7 @@ TEST(VertexIndexArray, GrowsByOneThenInStepsOf8)
     EXPECT_EQ(Contents(array), (Indices{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
 }
 
-TEST(VertexIndexArray, ReverseDataTurnsTheOrderRound)
+TEST(VertexIndexArray, ReverseDataReversesTheIndicesAndFreesSpareRoom)
 {
     VertexIndexArray array = Filled({1, 2, 3});
     array.ReverseData();
@@ -60,7 +60,7 @@ TEST(VertexIndexArray, ReverseDataTurnsTheOrderRound)
     EXPECT_EQ(CapacityOf(array), 3);
 }
 
-TEST(VertexIndexArray, ReverseDataOfNothingFreesTheBlock)
+TEST(VertexIndexArray, ReverseDataOfAnEmptyArrayFreesTheBlock)
 {
     VertexIndexArray array = Filled({1, 2});
     array.RemoveAt(0, 2);

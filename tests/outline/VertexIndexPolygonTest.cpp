@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(VertexIndexPolygon, ThePolygonAndItsPolylineHaveActiveMarksOfTheirOwn)
+TEST(VertexIndexPolygon, ThePolygonAndItsPolylineHaveSeparateActiveMarks)
 {
     VertexIndexPolygon polygon;
     EXPECT_EQ(polygon.polygonFlags, 0u);
@@ -36,7 +36,7 @@ TEST(VertexIndexPolygon, CopiesCarryIndicesMarksAndType)
     EXPECT_EQ(copy.IsClockwiseWinding(), 2);
 }
 
-TEST(VertexIndexPolygon, SizeIsItsRecordAndThatOfItsArray)
+TEST(VertexIndexPolygon, SizeIsThatOfTheObjectPlusThatOfItsArray)
 {
     VertexIndexPolygon polygon;
     polygon.Add(1);

@@ -19,7 +19,7 @@ VertexIndexPolyline ThreeIndices()
 
 }  // namespace
 
-TEST(VertexIndexPolyline, PositionsGoRound)
+TEST(VertexIndexPolyline, PositionsWrapAround)
 {
     const VertexIndexPolyline polyline = ThreeIndices();
     EXPECT_EQ(polyline.GetNextVertexIndex(0), 1);
@@ -31,7 +31,7 @@ TEST(VertexIndexPolyline, PositionsGoRound)
     EXPECT_EQ(polyline.GetPreviousVertex(0), 12);
 }
 
-TEST(VertexIndexPolyline, PositionsOutsideAnswerMinusOneAndVertexZero)
+TEST(VertexIndexPolyline, PositionsOutOfRangeGiveMinusOneAndVertexZero)
 {
     const VertexIndexPolyline polyline = ThreeIndices();
     for (const int outside : {-1, 3, 1000})
@@ -69,9 +69,9 @@ TEST(VertexIndexPolyline, RemovingAllKeepsTheMarks)
     EXPECT_EQ(polyline.IsActive(), 1);
 }
 
-TEST(VertexIndexPolyline, PolylineSizeCountsItsArrayRecordTwice)
+TEST(VertexIndexPolyline, PolylineSizeCountsItsArrayTwice)
 {
-    // Three indices: one slot, then nine.
+    // The three indices were added one by one, so the capacity grew from 1 to 9.
     EXPECT_EQ(ThreeIndices().SizeOf(),
               sizeof(VertexIndexPolyline) + sizeof(VertexIndexArray) + 9 * sizeof(unsigned short));
 }

@@ -18,7 +18,7 @@ Vertex Corner(const Vector& arriving, const Vector& leaving)
     return vertex;
 }
 
-/// Three normals that cannot be taken for one another.
+/// A vertex with three different normals.
 Vertex MarkedVertex()
 {
     Vertex vertex;
@@ -28,7 +28,7 @@ Vertex MarkedVertex()
     return vertex;
 }
 
-// 1/10000 of these as floats, and their quotients, worked out by hand to 24 bits.
+// The float 0.0001 times 6000 and times 8000, rounded to float by hand.
 const float stored6000 = 0x1.333332p-1f;
 const float stored8000 = 0x1.999998p-1f;
 
@@ -125,7 +125,7 @@ TEST(Vertex, PointsBeyond16BitsWrapAndNotANumberIsZero)
     ExpectPoint(vertex.point, 40000 - 65536, 0);
 }
 
-TEST(Vertex, NormalsAreStoredInTenThousandthsWithoutTheRest)
+TEST(Vertex, NormalsAreStoredInTenThousandthsTruncated)
 {
     Vertex vertex;
     vertex.SetNormal(Vector(0.70711f, -0.70711f, 1.0f), Vertex::NextEdge);
@@ -136,7 +136,7 @@ TEST(Vertex, NormalsAreStoredInTenThousandthsWithoutTheRest)
     ExpectPoint(vertex.vertexNormal, 2500, 5000);
 }
 
-TEST(Vertex, ANormalOfAnyOtherNumberIsTheAverage)
+TEST(Vertex, AnUnknownEdgeSelectsTheAverageNormal)
 {
     Vertex vertex = MarkedVertex();
     vertex.SetNormal(Vector(-1.0f, 0.0f, 0.0f), noEdge);
@@ -162,9 +162,9 @@ TEST(Vertex, CollinearEdgesGiveThePlainNormal)
     EXPECT_EQ(vertex.IsInterior(), 0);
 }
 
-TEST(Vertex, ARightAngleReachesByTheRootOfTwo)
+TEST(Vertex, TheMiterOfARightAngleIsTheRootOfTwo)
 {
-    // Up, then to the right: the corner of a square that runs clockwise.
+    // The contour runs up, then to the right, as at a corner of a square that runs clockwise.
     const Vertex vertex = Corner(Vector(-1, 0, 0), Vector(0, 1, 0));
     ExpectPoint(vertex.vertexNormal, -7071, 7071);
     EXPECT_EQ(vertex.miterScale, 14142);
@@ -178,16 +178,16 @@ TEST(Vertex, ARightAngleToTheLeftIsNotInterior)
     EXPECT_EQ(vertex.IsInterior(), 0);
 }
 
-TEST(Vertex, OneDegreeMoreToTheLeftIsInterior)
+TEST(Vertex, ALeftTurnOf91DegreesIsInterior)
 {
-    // A turn by 91 degrees: the cosine of its half is 0.7009.
+    // The contour turns by 91 degrees. The cosine of half this angle is 0.7009.
     EXPECT_EQ(Corner(Vector(0, 1, 0), Vector(-0.99985f, -0.01745f, 0)).IsInterior(), 4);
     EXPECT_EQ(Corner(Vector(0, 1, 0), Vector(0.99985f, -0.01745f, 0)).IsInterior(), 0);
 }
 
-TEST(Vertex, AHairpinReachesFourTimesAndIsInteriorToTheLeft)
+TEST(Vertex, AHairpinsMiterIsFourAndALeftHairpinIsInterior)
 {
-    // A turn by 170 degrees.
+    // The contour turns by 170 degrees.
     const Vertex left = Corner(Vector(0, 1, 0), Vector(-0.17365f, -0.98481f, 0));
     EXPECT_EQ(left.miterScale, 40000);
     EXPECT_EQ(left.IsInterior(), 4);
@@ -244,12 +244,12 @@ TEST(Vertex, BevelNormalsLieHalfwayToTheFace)
     ExpectVector(vertex.GetBevelNormal(Vertex::FrontFace, Vertex::VertexEdge), half, 0.0f, half);
 }
 
-TEST(Vertex, BevelNormalsOfTheSideAreTheEdgeMadeUnit)
+TEST(Vertex, BevelNormalsOfTheSideAreTheEdgeNormalWithLengthOne)
 {
     Vertex vertex = MarkedVertex();
     ExpectVector(vertex.GetBevelNormal(Vertex::SideFace, Vertex::PreviousEdge), 0.0f, 1.0f, 0.0f);
 
-    // 0.3333 and -0.9428 are a little shorter than 1, and come out longer.
+    // The stored normal (0.3333, -0.9428) is a little shorter than 1, so normalizing lengthens it.
     vertex.nextEdgeNormal.SetPoint(3333, -9428);
     const Vector side = vertex.GetBevelNormal(Vertex::SideFace, Vertex::NextEdge);
     ExpectVector(side, 0x1.554e50p-2f, -0x1.e2b91cp-1f, 0.0f);
@@ -262,19 +262,19 @@ TEST(Vertex, BevelNormalIgnoresTheInteriorMark)
     Vertex vertex = MarkedVertex();
     vertex.SetUseThisNormal();
     vertex.SetInterior();
-    // (0.6, 0.8, 1) made unit.
+    // The expected normal is (0.6, 0.8, 1), normalized.
     ExpectVector(vertex.GetBevelNormal(Vertex::FrontFace, Vertex::NextEdge), 0x1.b27246p-2f,
                  0x1.21a184p-1f, 0x1.6a09e8p-1f);
 }
 
-TEST(Vertex, ABevelOfNoEdgeAtAllStaysZero)
+TEST(Vertex, WithoutEdgeNormalsABevelNormalIsThatOfTheFace)
 {
     const Vertex vertex;
     ExpectVector(vertex.GetBevelNormal(Vertex::SideFace, Vertex::NextEdge), 0.0f, 0.0f, 0.0f);
     ExpectVector(vertex.GetBevelNormal(Vertex::FrontFace, Vertex::NextEdge), 0.0f, 0.0f, 1.0f);
 }
 
-TEST(Vertex, BevelPointsReachAlongTheAverage)
+TEST(Vertex, BevelPointsLieAlongTheAverageNormal)
 {
     Vertex vertex = Corner(Vector(-1, 0, 0), Vector(0, 1, 0));
     const Vector2D bevel = vertex.GetBevelPoint(10.0f, Vertex::NextEdge);
@@ -283,7 +283,8 @@ TEST(Vertex, BevelPointsReachAlongTheAverage)
     const Vector2D same = vertex.GetBevelPoint(10.0f, Vertex::PreviousEdge);
     EXPECT_EQ(same.x, bevel.x);
 
-    // The miter times the distance first, then the normal.
+    // The miter is multiplied by the distance first, then by the normal. Another order would round
+    // differently.
     vertex.miterScale = 12345;
     vertex.vertexNormal.SetPoint(3333, -9428);
     const Vector2D ordered = vertex.GetBevelPoint(0.7f, Vertex::NextEdge);

@@ -7,7 +7,7 @@
 namespace
 {
 
-/// 16.16: the fraction, then the whole part, which is the floor.
+/// Appends a fixed-point number: the fraction in 1/65536 units, then the whole part, rounded down.
 void AddFixed(RecordBytes& record, double value)
 {
     const double whole = std::floor(value);

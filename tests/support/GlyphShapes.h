@@ -3,8 +3,8 @@
 
 /// \file
 /// Glyphs for tests: native outline buffers built record by record, outlines from lists of points,
-/// and a set of shapes that most questions about letters can be asked of. All are in outline units
-/// with y up, outer contours clockwise.
+/// and a set of shapes with the features that letters have. All are in outline units with y up, and
+/// outer contours run clockwise.
 
 #include "outline/TTGlyph.h"
 #include "platform/Fonts.h"
@@ -20,13 +20,13 @@ struct OutlinePlace
     double y;
 };
 
-/// Builds the buffer that GetGlyphOutlineA fills (GGO_NATIVE).
+/// Builds a buffer like those that GetGlyphOutlineA fills, in the format GGO_NATIVE.
 class NativeOutline
 {
 public:
-    /// Begins a contour.
+    /// Begins a contour at \p start.
     NativeOutline& Start(OutlinePlace start);
-    /// Adds a run to the contour begun last.
+    /// Adds a run of lines to the contour that was begun last.
     NativeOutline& Lines(std::initializer_list<OutlinePlace> places)
     {
         return Curve(TT_PRIM_LINE, places);
@@ -60,27 +60,27 @@ using OutlinePoints = std::vector<TTPoint>;
 
 TTContour MakeContour(const OutlinePoints& points);
 
-/// A defined glyph of such contours.
+/// A glyph of the given contours, marked as defined.
 TTGlyph MakeGlyph(const std::vector<OutlinePoints>& contours);
 
 /// Four sharp corners: (0, 0), (0, 1000), (1000, 1000), (1000, 0).
 TTGlyph SquareGlyph();
 
-/// The square with a hole from 250 to 750, which runs the other way.
+/// The square of SquareGlyph with a square hole from 250 to 750. The hole runs counter-clockwise.
 TTGlyph SquareWithHoleGlyph();
 
-/// Straight sides and one quarter of a curve: (0, 0), (0, 1000), control (1000, 1000), (1000, 0).
+/// Two straight sides and one curve: (0, 0), (0, 1000), control point (1000, 1000), (1000, 0).
 TTGlyph QuarterGlyph();
 
-/// Nothing but curves, all on-curve points but the first implied: a disc of radius 500 about
-/// (500, 500), roughly.
+/// Roughly a disc of radius 500 around (500, 500). It has only curves, and all points on the curve
+/// except the first are implied.
 TTGlyph DiscGlyph();
 
 /// A spike 1000 high and 80 wide: its tip turns back by 175 degrees.
 TTGlyph HairpinGlyph();
 
-/// A square of which the right side is notched down to (500, 500): the notch is a concave corner
-/// sharper than a right angle.
+/// A square with a notch that reaches from the right side to (500, 500). The tip of the notch is a
+/// concave corner sharper than a right angle.
 TTGlyph NotchGlyph();
 
 /// Two squares that share the corner (500, 500).
@@ -89,5 +89,5 @@ TTGlyph TouchingGlyph();
 /// A bow tie: the outline crosses itself at (500, 500).
 TTGlyph CrossingGlyph();
 
-/// Defined and without contours, as a space is.
+/// A glyph without contours that is marked as defined, like a space.
 TTGlyph EmptyGlyph();
