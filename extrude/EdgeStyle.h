@@ -2,8 +2,8 @@
 #pragma once
 
 /// \file
-/// The named values of a text's edge settings. The settings themselves are plain ints, in memory
-/// and in records, because a record may hold a value that has no name here.
+/// The named values of a text's edge and alignment settings. The settings themselves are plain
+/// ints, in memory and in records, because a record may hold a value that has no name here.
 
 namespace orvane
 {
@@ -26,10 +26,10 @@ enum class BevelSides : int
     Back = 1,
     Both = 2
 };
-/// The number of named values.
+/// The number of named values of BevelSides.
 constexpr int bevelSidesCount = 3;
 
-/// Where the lines of a text stand, seen from the text's origin.
+/// How the lines of a text are placed along x, relative to the text's origin.
 enum class Alignment : int
 {
     Left = 0,    ///< each line begins at the origin

@@ -6,8 +6,8 @@
 #include "platform/Types.h"
 
 /// The settings of one draw of an extruded text: the depth of the letters, the width of their
-/// edges, the scale, and how texture coordinates are made. A text builds a fresh object for each
-/// draw; nothing stores one.
+/// edges, the scale, and how texture coordinates are made. A text makes a new object for each draw;
+/// objects are not stored.
 ///
 /// Lengths are in object units. In x and y, one em of a letter's outline is 1 unit, times scale.x
 /// and scale.y. In z, scale.z itself is the depth of the letters. The front face of a letter lies
@@ -32,8 +32,9 @@ class ORVANE_API ExtrusionData
 public:
     // Each test below returns the flag's own bit (1, 2 or 4) when the flag is set, otherwise 0.
 
-    /// While set, the width of edges is multiplied by scale.x and scale.y. While clear, it is
-    /// multiplied by the signs of the two, so that edges keep their width whatever the scale.
+    /// While set, the width of edges is multiplied by scale.x in x and by scale.y in y. While
+    /// clear, it is multiplied by the signs of scale.x and scale.y, so that edges keep their width
+    /// whatever the scale.
     void SetScaleBevels() { flags |= scaleBevelsFlag; }
     void ClearScaleBevels() { flags &= ~scaleBevelsFlag; }
     int ShouldScaleBevels() const { return static_cast<int>(flags & scaleBevelsFlag); }
@@ -64,7 +65,7 @@ public:
     float frontZ = 0;
     float frontRoundZ = 0;
     Vector scale{1.0f, 1.0f, 1.0f};  ///< z is the depth of the letters
-    float textureRepeat = 1.0f;      ///< texture coordinates are multiplied by this
+    float textureRepeat = 1.0f;      ///< the factor by which texture coordinates are multiplied
 
 private:
     static constexpr DWORD scaleBevelsFlag = 0x1;

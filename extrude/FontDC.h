@@ -32,12 +32,13 @@ private:
 struct OutlineMetricsBuffer
 {
     std::unique_ptr<std::byte[]> bytes;  ///< null when the font has no outlines
-    UINT size = 0;
+    UINT size = 0;                       ///< in bytes
 
     OUTLINETEXTMETRICA* Get() const { return reinterpret_cast<OUTLINETEXTMETRICA*>(bytes.get()); }
 };
 
 OutlineMetricsBuffer ReadOutlineMetrics(HFONT font);
 
-/// The full name in a record. The name may fill its field to the last byte, without a final zero.
+/// The full name in a record of an enumerated font. The name may fill its field to the last byte,
+/// without a final zero.
 CString FullNameOf(const ENUMLOGFONTA& record);

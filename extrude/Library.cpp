@@ -41,7 +41,7 @@ class SortedRegistry
 public:
     SortedRegistry()
     {
-        // The index may only be used when the registry is sorted.
+        // The index gives the same places as InsertSorted only when the registry is sorted.
         for (POSITION next = registry.GetHeadPosition(); next != nullptr;)
         {
             const POSITION position = next;

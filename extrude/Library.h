@@ -32,7 +32,7 @@ extern "C"
     /// since the first. Set the process's code page before the first call, because the names are
     /// stored in that code page. Two threads must not call this at the same time. Returns 1.
     /// \param progress nonzero to show the name of each face as the text of \p status.
-    /// \param status borrowed, may be null; the window must stay alive until the next call.
+    /// \param status borrowed, used only during the call; may be null.
     ORVANE_API int WINAPI CreateFontList(int progress, CWnd* status);
 
     /// The registry of fonts, owned by the library. It is empty until CreateFontList has run.

@@ -131,9 +131,9 @@ int OrvFont::LookupGlyphIndex(unsigned short character) const
 {
     const int first = textMetric.tmFirstChar;
     const unsigned short index = static_cast<unsigned short>(character - first);
-    // The code one past the last character passes this test too. Its index is out of range, and
-    // every function that takes an index refuses it. That is required; see
-    // OneCodePastTheLastIsLookedUpAsTheGlyphCount.
+    // The code one past the last character passes this test too. Its index, glyphCount, is out of
+    // range, and every function that takes an index refuses it. That is required; see
+    // TheCodeOnePastTheLastIsLookedUpAsTheGlyphCount.
     return index <= glyphCount ? index : textMetric.tmDefaultChar - first;
 }
 

@@ -21,8 +21,8 @@ class OrvString;
 /// when a text first needs it and kept until the font is destroyed.
 ///
 /// Texts are laid out in object units: one em is 1 before the text's scale is applied, x runs to
-/// the right, y up, and the front faces of the letters lie at z = 0. All sums are made in double;
-/// the spacings and the edge width come from the text as floats.
+/// the right, y up, and the front faces of the letters lie at z = 0. Positions are computed in
+/// double, although the text stores its spacings and its edge width as floats.
 ///
 /// A glyph index is the position of a character in the font: its character code minus the code of
 /// the face's first character.
@@ -50,10 +50,11 @@ public:
     const CFont* GetWindowsFont() const { return &windowsFont; }
     CFont* GetWindowsFont() { return &windowsFont; }
 
+    // Two marks for hosts. The library neither sets nor reads them.
     ORVANE_FLAG(fontFlags, Loaded, IsLoaded, 0x1);
     ORVANE_FLAG(fontFlags, Preloaded, IsPreloaded, 0x2);
 
-    // The operators compare full names byte by byte: upper case sorts before lower case.
+    // The operators compare full names byte by byte, so upper case sorts before lower case.
     bool operator<(const OrvFont* other) const { return CompareName(other) < 0; }
     bool operator<=(const OrvFont* other) const { return CompareName(other) <= 0; }
     bool operator>(const OrvFont* other) const { return CompareName(other) > 0; }
@@ -79,15 +80,16 @@ public:
     /// when drawing is cancelled; the matrix stack is then as it was before.
     int TextOutA(OrvString* string, DrawingParameters* parameters);
 
-    /// Draws only the characters from \p first up to, but without, \p end, at their places in the
-    /// text. Both are indices into the whole string, line ends included. Picking uses this to find
-    /// out which character was hit.
+    /// Draws only the characters from \p first up to but not including \p end, at their places in
+    /// the text. Both are indices into the whole string, line ends included. Picking uses this to
+    /// find out which character was hit.
     int DrawCharacters(OrvString* string, DrawingParameters* parameters, std::size_t first,
                        std::size_t end);
 
-    /// Measures the text at two scales. Also stores in the text, by SetFirstLineOffset, how far its
-    /// highest point lies above its first baseline at the text's scale. An empty text gets sizes of
-    /// 0 and keeps its offset.
+    /// Measures the text at two scales. Also calls SetFirstLineOffset to store in the text how far
+    /// the text's highest point lies above its first baseline, at the text's scale. An empty text
+    /// gets sizes of 0 and keeps its offset. A text whose glyphs are all invalid gets the offset
+    /// -10,000,000, which is required; see AnInvalidGlyphAddsNeitherWidthNorSpacing.
     /// \param unscaledSize receives the size at scale 1 or -1, the signs of the text's scale.
     /// \param scaledSize receives the size at the text's scale.
     /// \param third receives zeros.
@@ -103,15 +105,15 @@ public:
     /// The face at a size at which one pixel is one design unit, so that outlines are in design
     /// units.
     CFont outlineFont;
-    NEWTEXTMETRICA textMetric = {};                ///< from the enumeration
+    NEWTEXTMETRICA textMetric = {};                ///< the metrics given to Create
     OUTLINETEXTMETRICA* outlineMetrics = nullptr;  ///< owned
     DWORD outlineMetricsSize = 0;                  ///< in bytes
 
 protected:
     /// Builds a glyph. When the platform has no outline for the character, a message box reports
     /// it, the glyph becomes an invalid one, and the result is 1. Returns 0 and changes nothing
-    /// when the glyph exists already, when the index is out of range, or when the outline cannot be
-    /// converted.
+    /// when the glyph exists already, when the index is out of range, or when the glyph mutex
+    /// cannot be taken.
     int ConstructOrvGlyph(int glyphIndex);
     int CreateWindowsFont();
     /// Computes glyphCount and empties the glyphs.
@@ -122,7 +124,8 @@ protected:
     int GetGlyphAdvanceWidth(unsigned short glyphIndex);
 
     /// The glyph index of a character code. A code that is not between the face's first and last
-    /// character gets the index of the face's default character.
+    /// character gets the index of the face's default character. The code one past the last
+    /// character is an exception: it gets glyphCount, which is out of range.
     int LookupGlyphIndex(unsigned short character) const;
 
     DWORD fontFlags = 0;

@@ -23,8 +23,9 @@ constexpr GLuint bevelsName = 2;
 
 using Routine = decltype(&OrvGlyph::RenderFaces);
 
-// The tables below have one column for each value of BevelSides: front, back, both. Two of them
-// also have rows: one for bevelled and one for rounded edges. Square edges need no table.
+// The tables below have one column for each value of BevelSides: front, back, both. The tables
+// rings and wireframes have two rows: one for bevelled and one for rounded edges. Square edges need
+// no table.
 constexpr int ringStyleCount = orvane::edgeStyleCount - 1;
 
 constexpr Routine walls[orvane::bevelSidesCount] = {&OrvGlyph::RenderEdgesFrontBevelOnly,

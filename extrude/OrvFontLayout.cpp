@@ -17,8 +17,8 @@ namespace
 constexpr char carriageReturn = 13;
 constexpr char lineFeed = 10;
 
-/// A line's characters, from index first up to, but without, index end. A carriage return, or the
-/// end of the text, lies at index end.
+/// A line's characters: from index first up to but not including index end. At index end lies a
+/// carriage return or the end of the text.
 struct TextLine
 {
     std::size_t first;
@@ -59,7 +59,7 @@ struct Span
     double Length() const { return std::max(maximum - minimum, 0.0); }
 };
 
-/// The settings of a text that its drawing needs for every line.
+/// The settings of a text that are needed to place its lines and characters.
 struct Layout
 {
     explicit Layout(const OrvString& string, const ExtrusionData& extrusion)
@@ -103,7 +103,7 @@ struct Layout
     double scaleX, scaleY;
     double signX, signY;
     double bevel;      ///< the width of the edge, before any scale
-    double allowance;  ///< the room that the edge takes on one side of a character
+    double allowance;  ///< the room that the edge takes on one side of a character, in object units
     double characterSpacing, lineSpacing;
     bool adjusts;       ///< whether characters and lines move apart by the width of their edges
     bool scalesBevels;  ///< whether the edges are scaled with the text
@@ -249,8 +249,8 @@ void OrvFont::CalculateStringExtents(OrvString* string, DVector* unscaledSize, D
 
     for (TextLine line = LineFrom(text, 0); line.first < text.size(); line = LineAfter(text, line))
     {
-        // Measuring starts each line at this x; drawing starts each line one edge width to the left
-        // of 0. Both starts are required.
+        // Required: measuring starts each line at this x, although drawing starts each line one
+        // edge width to the left of 0.
         unscaled.x = adjusts ? 0 : 2 * unscaled.bevelX;
         scaled.x = adjusts ? 0 : 2 * scaled.bevelX;
         for (std::size_t k = line.first; k < line.end; ++k)

@@ -16,7 +16,7 @@ public:
     void RemoveAll();
 
     /// The position of the first font with this full name, compared byte by byte; null when no font
-    /// has it.
+    /// has this name.
     POSITION FindName(const CString& name) const;
 
     /// Inserts the font before the first font whose full name sorts after its own, or at the end.

@@ -27,8 +27,7 @@ struct tagVERTEXPOINTS;
 /// A bevelled or rounded letter has its own outline at the face. From the face to the wall, its
 /// edge grows outward by the width of the edge. When only one of the two faces has such an edge,
 /// the wall reaches the other face further out than the letter's outline, and a flat band in the
-/// plane of that face closes the gap. (In the names of the functions, Edges stands for the side
-/// wall.)
+/// plane of that face closes the gap. (In names of functions, "Edges" means the side wall.)
 ///
 /// Functions whose names begin with Render draw surfaces. They set glFrontFace so that the outside
 /// of a letter is its front even when the scale mirrors it, and set GL_CCW before they return.
@@ -40,7 +39,8 @@ struct tagVERTEXPOINTS;
 class ORVANE_API OrvGlyph : public TTPolyGlyph
 {
 public:
-    /// \param dataSize bytes of the native outline; 0 for a character that has no outline.
+    /// \param dataSize the size of the native outline in bytes; 0 for a character that has no
+    /// outline.
     OrvGlyph(unsigned long dataSize, const GLYPHMETRICS& metrics);
 
     /// Builds the glyph from its outline while holding the process-wide glyph mutex. Returns 0 when
@@ -66,9 +66,9 @@ public:
 
     /// Bytes of this object alone.
     unsigned long SizeOf() const { return sizeof(OrvGlyph); }
-    /// Bytes of the triangles of the faces.
+    /// Bytes of the primitives that fill the faces.
     unsigned long SizeOfPolygons() const { return facePolygons.SizeOf(); }
-    /// Bytes of the outline.
+    /// Bytes of the flattened outline, as TTPolyGlyph::SizeOf counts them.
     unsigned long SizeOfVerticies() const { return TTPolyGlyph::SizeOf(); }
 
     /// Draws the letter with square edges: both faces and the wall. The second argument is ignored.
@@ -78,7 +78,7 @@ public:
 
     // Faces (OrvGlyphFaces.cpp). They always fill the letter's own outline, whatever the edges.
 
-    /// Draws one face.
+    /// Draws one face at \p z, with \p normal as the normal of all its vertices.
     /// \param front 0 for the back face, which looks to -z; anything else for the front face.
     int RenderFace(float z, const Vector& normal, int front, const ExtrusionData& data) const;
     /// Draws the back face, then the front face.
@@ -146,8 +146,10 @@ private:
 
     friend class FaceCollector;
 
-    /// Fills facePolygons. Returns 0 and leaves it empty when the outline has no vertices, crosses
-    /// itself, or has more than 65,535 vertices, which 16-bit indices cannot number.
+    /// Fills facePolygons. Returns 0 and leaves facePolygons empty when the outline has no
+    /// vertices, when the tessellator reports an error (for example because the outline crosses
+    /// itself), or when the outline has more than 65,535 vertices, which 16-bit indices cannot
+    /// number.
     int CreateFacePolygons();
     /// Decides the winding of the primitive that the tessellator has just finished.
     int AddTessellationPolygon(FaceCollector& faces);
@@ -162,7 +164,7 @@ private:
     int CalculateVertexPoints(const PointScales& scales, const Vertex* vertex,
                               tagVERTEXPOINTS* points, int wantBevel, int wantRound,
                               Vertex::Edges edges) const;
-    /// Emits the quads between two rings of the outline.
+    /// Emits the quads between the two rings of a band, at the levels \p zA and \p zB.
     template <typename Band>
     void EmitBand(const ExtrusionData& data, float zA, float zB) const;
 };

@@ -11,10 +11,10 @@ class OrvGlyph;
 /// A growable array of glyph pointers that owns its glyphs. Empty slots are null. Indices are not
 /// checked.
 ///
-/// A glyph that is put into a slot belongs to the array. The array deletes the glyph when the last
-/// slot that holds it is removed: by SetSize to a smaller size, RemoveAt, RemoveAll or the
-/// destructor. A glyph that is replaced in its slot, by SetAt or through ElementAt, is not deleted
-/// and belongs to the caller again.
+/// The array owns a glyph from the moment when the glyph is put into a slot. The array deletes the
+/// glyph when the last slot that holds it is removed: by SetSize to a smaller size, RemoveAt,
+/// RemoveAll or the destructor. A glyph that is replaced in its slot, by SetAt or through
+/// ElementAt, is not deleted; the caller owns it again.
 ///
 /// A copied array shares the glyphs of the original, and a shared glyph is deleted together with
 /// the last array that holds it. An array learns that a glyph is shared only when the array is

@@ -86,7 +86,7 @@ int OrvGlyph::RenderBackBevelBevelled(const ExtrusionData& data) const
 // RenderBevelled does not draw its bevels exactly as the two functions above do. The quads of its
 // back bevel run in the opposite direction. In its front bevel the far end of each segment takes
 // its offset from the next segment instead of its own. Both differences are required; see
-// BevelledInOneCallStartsAtTheBackBevelAndTakesLeavingOffsetsInFront.
+// RenderBevelledTurnsItsBackQuadsAndUsesLeavingOffsetsInFront.
 int OrvGlyph::RenderBevelled(const ExtrusionData& data) const
 {
     RenderFaces(data);

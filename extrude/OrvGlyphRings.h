@@ -31,8 +31,8 @@ enum class RingNormal
     Wall    ///< out of the wall, in the plane of the letter
 };
 
-/// The outline and the normals of a ring. The ring's z is known only at run time; EmitBand receives
-/// it.
+/// The outline and the normals of a ring. Its z is not a member, because z is known only at run
+/// time; it is an argument of EmitBand.
 struct Ring
 {
     RingPoint point;
@@ -76,7 +76,7 @@ public:
     }
 };
 
-/// Returns from + factor x offset for each component.
+/// Returns \p from + \p factor * \p offset, component by component.
 inline Vector2D Moved(const Vector2D& from, const Vector2D& factor, const Vector2D& offset)
 {
     return Vector2D(factor.x * offset.x + from.x, factor.y * offset.y + from.y);

@@ -34,7 +34,7 @@ int OrvGlyph::RenderBackRoundRounded(const ExtrusionData& data) const
 
 // RenderRounded does not draw its bands exactly as the two functions above do. The quads of the
 // back edge's band at the face and of the front edge's band at the wall run in the opposite
-// direction. That is required; see RoundedInOneCallTurnsTheBackFaceBandAndTheFrontWallBand.
+// direction. That is required; see RenderRoundedTurnsTheBackFaceBandAndTheFrontWallBand.
 int OrvGlyph::RenderRounded(const ExtrusionData& data) const
 {
     RenderFaces(data);

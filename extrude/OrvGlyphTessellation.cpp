@@ -14,8 +14,8 @@
 class FaceCollector : public orvane::contours::FaceSink
 {
 public:
-    /// A primitive that the tessellator has begun. Its indices run from firstIndex up to, but
-    /// without, the firstIndex of the next primitive.
+    /// A primitive that the tessellator has begun. Its indices run from firstIndex up to but not
+    /// including the firstIndex of the next primitive.
     struct Primitive
     {
         GLenum type;
@@ -48,7 +48,7 @@ int OrvGlyph::CreateFacePolygons()
     {
         vertexCount += contours.GetElement(i)->GetVertexCount();
     }
-    // An index above 65,535 would wrap and name another vertex.
+    // An index above 65,535 would wrap to the index of another vertex.
     if (vertexCount == 0 || vertexCount > std::numeric_limits<unsigned short>::max())
     {
         return 0;

@@ -6,7 +6,7 @@
 
 namespace
 {
-// The kinds of DrawOutline.
+// The values of the parameter kind of DrawOutline.
 constexpr int letterOutline = 1;
 constexpr int bevelOutline = 2;
 constexpr int roundOutline = 3;

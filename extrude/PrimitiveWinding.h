@@ -42,7 +42,7 @@ inline std::int64_t PrimitiveTurn(GLenum type, std::span<const unsigned short> i
         // The triangles of a strip alternate: first (i, i + 1, i + 2), then, with i moved on by 2,
         // (i, i - 1, i + 1). The loop compares i with the same end in both cases, so the last
         // triangle of a strip with an even number of vertices is never tested. That is required;
-        // see AStripOfFourIsJudgedByItsFirstTriangleOnly.
+        // see OnlyTheFirstTriangleOfAStripOfFourDecides.
         bool odd = false;
         for (std::int64_t i = 0; i < end && found == 0; odd = !odd)
         {

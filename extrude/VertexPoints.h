@@ -15,8 +15,9 @@ struct tagVERTEXPOINTS
     Vector2D bevelPoint;  ///< on the wall's outline; filled only when asked for
     Vector2D roundPoint;  ///< on the middle outline; filled only when asked for
 
-    // The same three points before the object's scale is applied: texture coordinates for a texture
-    // that does not stretch with the object. Filled only when the draw has such a texture.
+    // The same three points before the object's scale is applied. They are the texture coordinates
+    // of a texture that does not stretch with the object, and are filled only when the draw has
+    // such a texture.
     Vector2D texPoint;
     Vector2D texBevelPoint;
     Vector2D texRoundPoint;
@@ -31,8 +32,8 @@ public:
           sign(SignOf(data.scale.x), SignOf(data.scale.y)),
           bevelScale(data.ShouldScaleBevels() ? scale : sign),
           // Both divisions are skipped only when scale.x is 0, which is required. When only scale.y
-          // is 0, the texture coordinate's offset along y becomes infinite, which does no harm; see
-          // AHeightOfZeroTexturesBevelsAtInfinity.
+          // is 0, the texture coordinate's offset along y becomes infinite, which OpenGL accepts;
+          // see AScaleOfZeroInYGivesInfiniteTextureCoordinates.
           inverseScale(scale.x == 0 ? 0 : 1 / scale.x, scale.x == 0 ? 0 : 1 / scale.y),
           bevelDepth(data.bevelDepth),
           wantTexPoints(data.ShouldTexture() && !data.ShouldScaleTextureWithObject())

@@ -42,7 +42,7 @@ ExtrusionData AllDifferent()
 }
 }  // namespace
 
-TEST(ExtrusionData, ANewOneHasDepthOneNoBevelAndAllRingsAtZero)
+TEST(ExtrusionData, NewDataHasDepthOneNoBevelAndAllLevelsAtZero)
 {
     const ExtrusionData data;
     EXPECT_EQ(data.backBevelZ, 0.0f);
@@ -59,7 +59,7 @@ TEST(ExtrusionData, ANewOneHasDepthOneNoBevelAndAllRingsAtZero)
     EXPECT_EQ(data.textureRepeat, 1.0f);
 }
 
-TEST(ExtrusionData, WithoutABevelAllBackRingsLieInTheBackFaceAndAllFrontRingsAtZero)
+TEST(ExtrusionData, WithoutABevelAllBackLevelsAreAtTheBackFaceAndAllFrontLevelsAtZero)
 {
     ExtrusionData data;
     EXPECT_EQ(data.CalculateHeights(), 1);
@@ -71,7 +71,7 @@ TEST(ExtrusionData, WithoutABevelAllBackRingsLieInTheBackFaceAndAllFrontRingsAtZ
     EXPECT_EQ(data.frontRoundZ, 0.0f);
 }
 
-TEST(ExtrusionData, ABevelMovesTheRingsInFromTheFacesAndTheRoundRingByTheFourPlaceConstant)
+TEST(ExtrusionData, BevelLevelsLieOneWidthAndRoundLevels02929WidthsInsideTheFaces)
 {
     ExtrusionData data;
     data.bevelDepth = 0.1f;
@@ -84,7 +84,7 @@ TEST(ExtrusionData, ABevelMovesTheRingsInFromTheFacesAndTheRoundRingByTheFourPla
     EXPECT_NEAR(data.frontRoundZ, -0.02929f, 1e-7f);
 }
 
-TEST(ExtrusionData, TheRoundRingOfAWidthOfOneHasExactlyTheConstantsBits)
+TEST(ExtrusionData, TheRoundLevelOfAWidthOfOneHasExactlyTheBitsOfTheConstant)
 {
     ExtrusionData data;
     data.bevelDepth = 1;
@@ -94,10 +94,10 @@ TEST(ExtrusionData, TheRoundRingOfAWidthOfOneHasExactlyTheConstantsBits)
     EXPECT_EQ(std::bit_cast<std::uint32_t>(data.frontRoundZ), 0xBE95F6FEu);
 }
 
-// The constant is 9828094 / 2^25 and the width here 2^24 - 1: their product is 4914046.7071, less
-// the depth 0.7071. Were the product rounded to a float first, it would be 4914046.5, less the
-// depth 0.5.
-TEST(ExtrusionData, EachRingIsRoundedToAFloatOnceAtTheEnd)
+// The constant is 9828094 / 2^25, and the width in this test is 2^24 - 1. Their product is
+// 4914046.7071; minus the depth it is 0.7071. If the product were rounded to a float first, it
+// would be 4914046.5; minus the depth it would be 0.5.
+TEST(ExtrusionData, EachLevelIsRoundedToAFloatOnceAtTheEnd)
 {
     ExtrusionData data;
     data.bevelDepth = 16777215;
@@ -107,7 +107,7 @@ TEST(ExtrusionData, EachRingIsRoundedToAFloatOnceAtTheEnd)
     EXPECT_NE(data.backRoundZ, 0.5f);
 }
 
-TEST(ExtrusionData, EachOptionTouchesItsOwnBitAndTestsAsThatBit)
+TEST(ExtrusionData, EachOptionChangesOnlyItsOwnBitAndItsTestReturnsThatBit)
 {
     ExtrusionData data;
     data.SetScaleBevels();
@@ -132,7 +132,7 @@ TEST(ExtrusionData, EachOptionTouchesItsOwnBitAndTestsAsThatBit)
     EXPECT_EQ(data.ShouldScaleTextureWithObject(), 0);
 }
 
-TEST(ExtrusionData, ShouldTextureGivesTheMaskedBit)
+TEST(ExtrusionData, ShouldTextureReturnsOnlyItsOwnBit)
 {
     ExtrusionData data;
     data.flags = 0x6;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// In this program the library is the shared one, so its exports can be asked for.
+// This test program links the shared library, so it can look up the exported functions by name.
 #include "extrude/Library.h"
 
 #include <dlfcn.h>

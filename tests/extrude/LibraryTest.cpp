@@ -34,7 +34,7 @@ Names RegisteredNames()
     return names;
 }
 
-/// What a wait without time says in a thread of its own.
+/// Waits for the object in another thread, with a timeout of 0, and returns the result of the wait.
 DWORD WaitElsewhere(HANDLE object)
 {
     DWORD result = WAIT_FAILED;
@@ -50,7 +50,7 @@ DWORD WaitElsewhere(HANDLE object)
 
 // Loading and unloading.
 
-TEST(Library, TheGlyphMutexIsThereFromTheStartAndOwnedByNobody)
+TEST(Library, TheGlyphMutexExistsFromTheStartAndNoThreadOwnsIt)
 {
     ASSERT_NE(GetGlyphMutex(), nullptr);
     EXPECT_EQ(WaitElsewhere(GetGlyphMutex()), WAIT_OBJECT_0);
@@ -125,8 +125,9 @@ protected:
         return path;
     }
 
-    /// Dates the last change of the fonts' folder so many seconds from now. Fontconfig compares
-    /// that date, in whole seconds, with the time at which it listed the folder.
+    /// Sets the last change of the fonts' folder to the given number of seconds from now.
+    /// Fontconfig compares that date, in whole seconds, with the time at which it listed the
+    /// folder.
     void DateFontsFolder(int seconds) const
     {
         std::filesystem::last_write_time(
@@ -149,7 +150,7 @@ TEST_F(LibraryRegistry, HasEveryStyleOfEveryFamilyInTheOrderOfTheNames)
     EXPECT_EQ(RegisteredNames(), (Names{"Alpha Regular", "Beta Bold", "Beta Regular"}));
 }
 
-TEST_F(LibraryRegistry, FacesWhoseNamesDifferInCaseAreBothThereUpperCaseFirst)
+TEST_F(LibraryRegistry, FacesWhoseNamesDifferInCaseAreBothListedUpperCaseFirst)
 {
     InstallRegular("case");
     InstallRegular("Case");
@@ -168,13 +169,13 @@ TEST_F(LibraryRegistry, ASecondCallLeavesTheRegistryAsItWas)
     EXPECT_EQ(RegisteredNames(), names);
     EXPECT_EQ(GetFontList()->GetHead(), first);
 
-    // A face installed since is added.
+    // The next call adds a face that was installed after the second one.
     InstallRegular("Aleph");
     CreateFontList(0, nullptr);
     EXPECT_EQ(RegisteredNames(), (Names{"Aleph Regular", "Alpha Regular", "Beta Regular"}));
 }
 
-TEST_F(LibraryRegistry, ASecondCallAddsWhatHasBeenInstalledSince)
+TEST_F(LibraryRegistry, ASecondCallAddsFacesInstalledSinceTheFirst)
 {
     InstallRegular("Beta");
     const std::string alpha = WriteFace("Alpha", "Regular", "Alpha Regular");
@@ -182,7 +183,8 @@ TEST_F(LibraryRegistry, ASecondCallAddsWhatHasBeenInstalledSince)
     ASSERT_EQ(RegisteredNames(), Names{"Beta Regular"});
     const auto before = posix::CurrentCatalog();
     CreateFontList(0, nullptr);
-    EXPECT_EQ(posix::CurrentCatalog(), before) << "nothing has changed, yet all is listed again";
+    EXPECT_EQ(posix::CurrentCatalog(), before)
+        << "the fonts were listed again, although no font file has changed";
 
     fonts.Place(alpha);
     const ClockAhead clock(2);
@@ -191,7 +193,7 @@ TEST_F(LibraryRegistry, ASecondCallAddsWhatHasBeenInstalledSince)
     EXPECT_EQ(RegisteredNames(), (Names{"Alpha Regular", "Beta Regular"}));
 }
 
-TEST_F(LibraryRegistry, AFontInUseKeepsItsFaceWhenThatIsRemoved)
+TEST_F(LibraryRegistry, AFontInUseKeepsItsFaceAfterTheFileIsRemoved)
 {
     InstallRegular("Beta");
     const std::string place = fonts.Place(WriteFace("Alpha", "Regular", "Alpha Regular"));
@@ -209,12 +211,12 @@ TEST_F(LibraryRegistry, AFontInUseKeepsItsFaceWhenThatIsRemoved)
     EXPECT_EQ(FullNames(EnumerateFonts(nullptr)), Names{"Beta Regular"});
     EXPECT_EQ(alpha.Full(), "Alpha Regular");
     EXPECT_EQ(alpha.Outline('C'), outline);
-    // Its owner still has it; a font made now has another face.
+    // The registry still has the removed face. A new font of that family gets another face.
     EXPECT_EQ(RegisteredNames(), (Names{"Alpha Regular", "Beta Regular"}));
     EXPECT_EQ(SelectedFont("Alpha", -1000).Full(), "Beta Regular");
 }
 
-TEST_F(LibraryRegistry, FacesEnterAListOutOfOrderAsInsertSortedHasThem)
+TEST_F(LibraryRegistry, FacesEnterAnUnsortedListAtThePlacesThatInsertSortedChooses)
 {
     for (const char* const family : {"Alpha", "Beta", "Delta"})
     {
@@ -224,12 +226,12 @@ TEST_F(LibraryRegistry, FacesEnterAListOutOfOrderAsInsertSortedHasThem)
     list.AddTail(new StubFont("Gamma"));
     list.AddTail(new StubFont("Beta"));
     CreateFontList(0, nullptr);
-    // Each before the first one that sorts after it.
+    // Each face stands before the first face whose name sorts after its own.
     EXPECT_EQ(RegisteredNames(),
               (Names{"Alpha Regular", "Beta Regular", "Delta Regular", "Gamma", "Beta"}));
 }
 
-TEST_F(LibraryRegistry, TheFirstEnumeratedOfTwoFacesWithOneFullNameIsKept)
+TEST_F(LibraryRegistry, OfTwoFacesWithTheSameFullNameTheFirstEnumeratedIsKept)
 {
     InstallFace("Bb", "Regular", "Same Name");
     InstallFace("Aa", "Regular", "Same Name");
@@ -250,7 +252,7 @@ TEST_F(LibraryRegistry, FacesThatAreNotTrueTypeNeverEnter)
                            "ENDCHAR\nENDFONT\n";
     fonts.Install(path);
     InstallRegular("Alpha");
-    // Both are there to be enumerated.
+    // The enumeration of families gives both fonts.
     const std::vector<EnumeratedFont> families = EnumerateFonts(nullptr);
     ASSERT_EQ(families.size(), 2u);
     EXPECT_EQ(families[0].type, TRUETYPE_FONTTYPE);
@@ -259,7 +261,7 @@ TEST_F(LibraryRegistry, FacesThatAreNotTrueTypeNeverEnter)
     EXPECT_EQ(RegisteredNames(), Names{"Alpha Regular"});
 }
 
-TEST_F(LibraryRegistry, WithNoFontsInstalledItIsEmpty)
+TEST_F(LibraryRegistry, WithNoFontsInstalledTheRegistryIsEmpty)
 {
     EXPECT_EQ(CreateFontList(1, nullptr), 1);
     EXPECT_TRUE(GetFontList()->IsEmpty());
@@ -275,7 +277,7 @@ TEST_F(LibraryRegistry, ForDejaVuAndLiberationTheRegistryEqualsTheReferences)
     EXPECT_EQ(RegisteredNames(), RegistryNames());
 }
 
-TEST_F(LibraryRegistry, TheStatusWindowShowsEachFaceAlsoTheRefusedOnes)
+TEST_F(LibraryRegistry, TheStatusWindowShowsEveryFaceEvenThoseAlreadyRegistered)
 {
     InstallRegular("Beta");
     InstallRegular("Alpha");
@@ -288,7 +290,7 @@ TEST_F(LibraryRegistry, TheStatusWindowShowsEachFaceAlsoTheRefusedOnes)
     EXPECT_EQ(window.texts, shown);
 }
 
-TEST_F(LibraryRegistry, WithoutTheFlagAWindowOrItsHandleNothingIsShown)
+TEST_F(LibraryRegistry, NothingIsShownWithoutTheFlagAWindowAndItsHandle)
 {
     InstallRegular("Alpha");
     StatusWindow window(someHandle);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Fonts of real faces: EdgeTest.ttf, 1000 units per em, characters 32 to 85, of which space
-// (advance 507), B (521, a box of 200 by 300 up to 400) and the mark for missing characters (500)
-// are used here.
+// Fonts made from a real face, EdgeTest.ttf. It has 1000 units per em and the characters 32 to 85.
+// The tests use the space (advance 507), B (advance 521; a box 200 units wide and 300 high whose
+// top is at 400) and the glyph for missing characters (advance 500).
 #include "extrude/Library.h"
 #include "extrude/OrvFont.h"
 #include "extrude/OrvGlyph.h"
@@ -15,7 +15,7 @@
 
 namespace
 {
-/// Opens what the font keeps to itself.
+/// Makes protected functions of the font public.
 struct FaceFont : OrvFont
 {
     using OrvFont::ConstructOrvGlyph;
@@ -63,10 +63,11 @@ TEST_F(OrvFontFace, CreateTakesTheNamesTheRangeAndTheMetrics)
     EXPECT_EQ(font.outlineMetrics->otmSize, font.outlineMetricsSize);
 }
 
-TEST_F(OrvFontFace, TheOutlineFontIsOneEmHighAndTheWindowsFontTwentyPixels)
+TEST_F(OrvFontFace, TheOutlineFontIsOneEmHighAndTheWindowsFont20Pixels)
 {
     ASSERT_EQ(Create(font), 1);
-    // At -em, one unit is one pixel: the internal leading is the cell's height less the em.
+    // A height of -em makes one unit one pixel, so the cell's height minus the internal leading is
+    // one em.
     const TEXTMETRICA& metrics = font.outlineMetrics->otmTextMetrics;
     EXPECT_EQ(metrics.tmHeight - metrics.tmInternalLeading, 1000);
 
@@ -80,7 +81,7 @@ TEST_F(OrvFontFace, TheOutlineFontIsOneEmHighAndTheWindowsFontTwentyPixels)
     DeleteDC(dc);
 }
 
-TEST_F(OrvFontFace, AGlyphIsBuiltWhenItsAdvanceIsFirstAskedForAndThenKept)
+TEST_F(OrvFontFace, AGlyphIsBuiltWhenItsAdvanceIsFirstNeededAndThenKept)
 {
     ASSERT_EQ(Create(font), 1);
     const int slot = 'B' - 30;
@@ -112,7 +113,7 @@ TEST_F(OrvFontFace, ACharacterOutsideTheFaceHasTheDefaultCharactersAdvance)
     ASSERT_EQ(Create(font), 1);
     EXPECT_EQ(font.Advance(10), 500);
     EXPECT_EQ(font.Advance(0xE9), 500);
-    // One past the last is looked up as itself, and has none.
+    // The code one past the last gets an index out of range, which has no advance.
     EXPECT_EQ(font.Advance(86), 0);
 }
 
@@ -125,7 +126,7 @@ TEST_F(OrvFontFace, CreatingAgainEmptiesTheCache)
     EXPECT_EQ(font.glyphs.GetAt('B' - 30), nullptr);
 }
 
-TEST_F(OrvFontFace, AFullNameWithoutAFinalZeroIsTakenWhole)
+TEST_F(OrvFontFace, AFullNameWithoutAFinalZeroIsReadToTheEndOfItsField)
 {
     EnumeratedFont face = EnumerateAsRegistry().at(0);
     std::fill(std::begin(face.record.elfFullName), std::end(face.record.elfFullName), 'x');
@@ -133,7 +134,7 @@ TEST_F(OrvFontFace, AFullNameWithoutAFinalZeroIsTakenWhole)
     EXPECT_EQ(font.GetFullName(), std::string(64, 'x').c_str());
 }
 
-TEST_F(OrvFontFace, AnOutlineThatCannotBeConvertedIsTriedAgainOnTheNextUse)
+TEST_F(OrvFontFace, AGlyphThatCouldNotBeBuiltIsTriedAgainOnTheNextUse)
 {
     ASSERT_EQ(Create(font), 1);
     // Without the library's mutex no glyph can be built.
@@ -155,7 +156,7 @@ TEST(OrvFontWithoutFaces, HasNoOutlineMetricsAndIsNotCreated)
     EXPECT_EQ(font.outlineMetrics, nullptr);
 }
 
-// A face whose mark for missing characters is broken.
+// The next tests use a face whose glyph for missing characters is broken.
 
 struct ShownMessage
 {
@@ -177,7 +178,7 @@ class OrvFontBrokenFace : public OrvFontFace
 protected:
     OrvFontBrokenFace() : OrvFontFace(std::vector<std::string>())
     {
-        // Its first glyph claims more contours than it has.
+        // The first glyph of the face claims more contours than it has.
         const std::string path = installed.Folder() + "/broken.ttf";
         FontFile::EdgeTest().PutWord("glyf", 0, 0x7FFF).Write(path);
         installed.Install(path);
@@ -189,7 +190,7 @@ protected:
     MessageBoxHandler previous;
 };
 
-TEST_F(OrvFontBrokenFace, ACharacterThatCannotBeOutlinedIsReportedOnceAndAdvancesByNothing)
+TEST_F(OrvFontBrokenFace, ACharacterWithoutAReadableOutlineIsReportedOnceAndHasNoAdvance)
 {
     ASSERT_EQ(Create(font), 1);
 
@@ -209,7 +210,7 @@ TEST_F(OrvFontBrokenFace, ACharacterThatCannotBeOutlinedIsReportedOnceAndAdvance
     EXPECT_EQ(font.Advance('!'), 0);
     EXPECT_EQ(font.ConstructOrvGlyph('!' - 30), 0);
     EXPECT_EQ(shown.size(), 1u);
-    // The other glyphs are whole.
+    // The other glyphs are not broken.
     EXPECT_EQ(font.Advance('B'), 521);
     EXPECT_EQ(shown.size(), 1u);
 }

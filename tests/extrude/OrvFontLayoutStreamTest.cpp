@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Where a font puts the characters of a text, as matrix calls. Every position is worked out by hand
-// from the advances of StubFont: A 0.5, B 0.25, C 0.75, D 1 em.
+// The matrix calls with which a font places the characters of a text. Every position is worked out
+// by hand from the advances of StubFont: A 0.5, B 0.25, C 0.75, D 1 em.
 #include "extrude/OrvFont.h"
 #include "extrude/OrvGlyph.h"
 #include "platform/Sync.h"
@@ -32,7 +32,7 @@ protected:
         parameters.SetRender();
     }
 
-    /// The matrix calls of the text.
+    /// Draws a text and returns its matrix calls.
     Lines Layout(const char* text, int result = 1)
     {
         string.SetTextString(text);
@@ -42,7 +42,7 @@ protected:
         return recording.Only({"glPushMatrix", "glTranslated", "glPopMatrix"});
     }
 
-    /// A bevel 0.0625 wide on the front, so that it is not limited by the depth.
+    /// Sets a front bevel 0.0625 wide. The letter's depth of 1 does not limit it.
     void Bevel()
     {
         string.SetBevelStyle(1);
@@ -67,7 +67,7 @@ TEST_F(OrvFontLayout, CarriageReturnAndLineFeedDrawTwoLines)
 {
     string.SetUnscaledDimensions(DVector(1, 2, 1));
     string.SetFirstLineOffset(0.75f);
-    // The first line at 2 / 2 - 0.75, the second 0.25 + 1 below.
+    // The first line lies at y = 2 / 2 - 0.75, the second line 0.25 + 1 below the first.
     EXPECT_EQ(Layout("AB\r\nC"), (Lines{"glPushMatrix", Move(0, 0.25), Move(-0.0), Move(0.625),
                                         Move(0.375), "glPopMatrix", "glPushMatrix", Move(0, -1),
                                         Move(-0.0), Move(0.875), "glPopMatrix"}));
@@ -82,12 +82,12 @@ TEST_F(OrvFontLayout, ACarriageReturnAloneEndsALineToo)
 
 TEST_F(OrvFontLayout, ALineFeedAloneIsACharacterOfTheLine)
 {
-    // It is outside the face and shown as the default character, D.
+    // The face has no line feed, so the default character, D, is shown for it.
     EXPECT_EQ(Layout("AB\nC"), (Lines{"glPushMatrix", Move(0, 0), Move(-0.0), Move(0.625),
                                       Move(0.375), Move(1.125), Move(0.875), "glPopMatrix"}));
 }
 
-TEST_F(OrvFontLayout, OnlyOneLineFeedIsPassedOverAndAnEmptyLineTakesItsHeight)
+TEST_F(OrvFontLayout, OnlyOneLineFeedIsSkippedAndAnEmptyLineTakesTheHeightOfALine)
 {
     EXPECT_EQ(Layout("\r\n\nA\r"),
               (Lines{"glPushMatrix", Move(0, 0), Move(-0.0), "glPopMatrix", "glPushMatrix",
@@ -96,7 +96,7 @@ TEST_F(OrvFontLayout, OnlyOneLineFeedIsPassedOverAndAnEmptyLineTakesItsHeight)
 
 TEST_F(OrvFontLayout, SpacingIsMeasuredBetweenCharactersAndDrawnAfterEach)
 {
-    // 0.5 + 0.125 + 0.25 wide.
+    // The line is 0.5 + 0.125 + 0.25 wide.
     string.SetJustification(1);
     EXPECT_EQ(Layout("AB"), (Lines{"glPushMatrix", Move(0, 0), Move(-0.4375), Move(0.625),
                                    Move(0.375), "glPopMatrix"}));
@@ -105,9 +105,9 @@ TEST_F(OrvFontLayout, SpacingIsMeasuredBetweenCharactersAndDrawnAfterEach)
                                    Move(0.375), "glPopMatrix"}));
 }
 
-TEST_F(OrvFontLayout, NegativeSpacingWidensTheMeasureToBothSides)
+TEST_F(OrvFontLayout, NegativeSpacingCanExtendALineToTheLeftOfItsStart)
 {
-    // x runs 0, 0.5, -0.5, -0.25: from -0.5 to 0.5.
+    // The pen's x takes the values 0, 0.5, -0.5 and -0.25, so the line reaches from -0.5 to 0.5.
     string.SetInterCharacterSpacing(-1.0f);
     EXPECT_EQ(Layout("AB")[2], Move(0.5));
     string.SetJustification(1);
@@ -122,8 +122,9 @@ TEST_F(OrvFontLayout, RightAlignedTextEndsAtZeroWithItsBevelAllowance)
     string.SetAdjustSpacingForBevels();
     string.SetInterCharacterSpacing(0);
     string.SetJustification(2);
-    // From -b: two characters with 2 b each end at 0.75 + 3 b. B starts 0.5 + 2 b further on, so
-    // that its right edge is at -b, and the bevel ends at 0.
+    // b is the width of the bevel. The line starts at -b and has two characters with 2 b each, so
+    // it ends at 0.75 + 3 b. B starts 0.5 + 2 b after A, so B's right edge lies at -b and its bevel
+    // ends at 0.
     EXPECT_EQ(Layout("AB"), (Lines{"glPushMatrix", Move(0, 0), Move(-0.9375), Move(0.625),
                                    Move(0.375), "glPopMatrix"}));
     EXPECT_EQ(-0.9375 + 0.625 + 0.25 + 0.0625, 0);
@@ -134,14 +135,15 @@ struct StepCase
     bool adjusts;
     bool scalesBevels;
     double sign;
-    double start;    ///< of left-aligned A
-    double step;     ///< after A
-    double descent;  ///< to the next line
+    double start;    ///< the x at which a left-aligned A starts
+    double step;     ///< from A to the next character
+    double descent;  ///< from one line to the next
 };
 
 TEST_F(OrvFontLayout, StepsFollowTheScaleTheBevelAndItsOptions)
 {
-    // Scale (2, 4), a = 0.0625, spacings 0.125 and 0.25; mirrored, everything turns round.
+    // The scale is (2, 4) or (-2, -4), the bevel b is 0.0625 wide, and the spacings are 0.125
+    // between characters and 0.25 between lines.
     const StepCase cases[] = {// 2 · 0.5 + 0.125; 0.25 + 4
                               {false, false, 1, 0.0625, 1.125, 4.25},
                               {false, true, 1, 0.125, 1.125, 4.25},
@@ -149,7 +151,8 @@ TEST_F(OrvFontLayout, StepsFollowTheScaleTheBevelAndItsOptions)
                               {true, false, 1, 0.0625, 1.25, 4.375},
                               // (0.125 + 0.5) · 2 + 0.125; 0.25 + 1.125 · 4
                               {true, true, 1, 0.125, 1.375, 4.75},
-                              // Mirrored, A runs from 0.0625 to -0.9375, or with 2 b more.
+                              // With a negative scale, A runs from 0.0625 to -0.9375, or 2 b
+                              // further.
                               {false, false, -1, 0.9375, -1.125, -4.25},
                               {false, true, -1, 0.875, -1.125, -4.25},
                               {true, false, -1, 1.0625, -1.25, -4.375},
@@ -168,7 +171,7 @@ TEST_F(OrvFontLayout, StepsFollowTheScaleTheBevelAndItsOptions)
     }
 }
 
-TEST_F(OrvFontLayout, SolidIsDrawnWhenSolidAndWireframeAreBothAsked)
+TEST_F(OrvFontLayout, SolidIsDrawnWhenBothSolidAndWireframeAreRequested)
 {
     string.SetTextString("A");
     const auto primitives = [&] {
@@ -182,7 +185,7 @@ TEST_F(OrvFontLayout, SolidIsDrawnWhenSolidAndWireframeAreBothAsked)
     EXPECT_EQ(primitives(), std::pair(true, false));
     parameters.ClearRender();
     EXPECT_EQ(primitives(), std::pair(false, true));
-    // With neither, the text is laid out only.
+    // Without solid and wireframe, the text is only laid out.
     parameters.ClearOutline();
     EXPECT_EQ(primitives(), std::pair(false, false));
 }
@@ -203,7 +206,8 @@ TEST_F(OrvFontLayout, AFontWithoutAnEmSquareDoesNotAdvance)
 
 TEST_F(OrvFontLayout, CharactersAbove127AreLookedUpAsPositiveCodes)
 {
-    // 0xC0 is 127 slots behind A, not somewhere before it; this face lacks both.
+    // As a positive code, 0xC0 has the index 127; as a negative number it would lie before A. The
+    // face has no 0xC0, so the default character is found.
     EXPECT_EQ(font.LookupGlyphIndex(0xC0), 3);
     font.textMetric.tmLastChar = 0xC0;
     font.glyphCount = 0xC0 - 'A' + 1;
@@ -213,12 +217,12 @@ TEST_F(OrvFontLayout, CharactersAbove127AreLookedUpAsPositiveCodes)
               (Lines{"glPushMatrix", Move(0, 0), Move(-0.0), Move(0.375), "glPopMatrix"}));
 }
 
-TEST_F(OrvFontLayout, CancellingIsAskedBeforeEveryGlyphAndLeavesTheMatrixStackBalanced)
+TEST_F(OrvFontLayout, ASignalledEventEndsTheDrawingBeforeTheNextGlyphWithABalancedStack)
 {
     const HANDLE event = CreateEventA(nullptr, TRUE, TRUE, nullptr);
     parameters.SetTerminationEvent(event);
     EXPECT_EQ(Layout("AB\rC", 0), (Lines{"glPushMatrix", Move(0, 0), Move(-0.0), "glPopMatrix"}));
-    // An event that resets itself stops at the first question only.
+    // The event stays signalled, but with SetNoTerminate it is ignored and the whole text is drawn.
     parameters.SetNoTerminate();
     EXPECT_EQ(Layout("A").size(), 5u);
     CloseHandle(event);

@@ -23,7 +23,8 @@ Names NamesOf(const OrvFontList& list)
     return names;
 }
 
-/// Inserts a font of that name, or deletes it when it is refused.
+/// Inserts a new font of the given name. Deletes the font and returns false when the list refuses
+/// it.
 bool Insert(OrvFontList& list, const char* name)
 {
     auto font = std::make_unique<StubFont>(name);
@@ -36,7 +37,7 @@ bool Insert(OrvFontList& list, const char* name)
     return true;
 }
 
-/// Says when it is deleted.
+/// Counts how many objects of this type were deleted.
 struct WatchedFont : OrvFont
 {
     explicit WatchedFont(int* newDeletions) : deletions(newDeletions) {}
@@ -44,7 +45,7 @@ struct WatchedFont : OrvFont
     int* deletions;
 };
 
-TEST(OrvFontList, InsertsInTheOrderOfTheNamesBytes)
+TEST(OrvFontList, FontsAreSortedByTheBytesOfTheirNames)
 {
     OrvFontList list;
     for (const char* const name : {"b", "Z", "a", "\xE9", "Ab", "A"})
@@ -54,7 +55,7 @@ TEST(OrvFontList, InsertsInTheOrderOfTheNamesBytes)
     EXPECT_EQ(NamesOf(list), (Names{"A", "Ab", "Z", "a", "b", "\xE9"}));
 }
 
-TEST(OrvFontList, NamesThatDifferInCaseAreBothThereUpperCaseFirst)
+TEST(OrvFontList, NamesThatDifferInCaseAreBothListedUpperCaseFirst)
 {
     OrvFontList list;
     EXPECT_TRUE(Insert(list, "gothic"));
@@ -118,7 +119,7 @@ TEST(OrvFontList, MovesElementsUpDownToTheFrontAndToTheEnd)
     EXPECT_EQ(NamesOf(list), (Names{"B", "C", "A"}));
 }
 
-TEST(OrvFontList, DeletesItsFontsWhenEmptiedAndWhenItEnds)
+TEST(OrvFontList, RemoveAllAndTheDestructorDeleteTheFonts)
 {
     int deletions = 0;
     {
@@ -130,7 +131,7 @@ TEST(OrvFontList, DeletesItsFontsWhenEmptiedAndWhenItEnds)
         EXPECT_TRUE(list.IsEmpty());
         list.AddTail(new WatchedFont(&deletions));
         list.AddTail(new WatchedFont(&deletions));
-        // A removed node leaves its font to us.
+        // The font of a removed node belongs to the caller.
         const std::unique_ptr<OrvFont> removed(list.RemoveTail());
         EXPECT_EQ(deletions, 2);
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a font sends to OpenGL: the order of materials, names and parts of one glyph.
+// The calls that a font makes to OpenGL: the order of materials, names and parts of one glyph.
 #include "extrude/OrvFont.h"
 
 #include "extrude/ExtrusionData.h"
@@ -46,7 +46,7 @@ protected:
         string.SetBevelLocation(location);
     }
 
-    /// Whether drawing A sends what its golden file in letter/ says.
+    /// Draws A as a solid. Returns whether the calls equal the golden file of that name in letter/.
     testing::AssertionResult IsSolid(const std::string& name)
     {
         const ExtrusionData extrusion = string.GetExtrusionData();
@@ -127,7 +127,7 @@ constexpr StyleCase styleCases[] = {
     {"rounded-both", 2, 2},
 };
 
-TEST_F(OrvFontStream, EveryStyleOfASolidLetterIsThatOfItsGoldenFile)
+TEST_F(OrvFontStream, TheCallsForASolidLetterInEveryStyleEqualItsGoldenFile)
 {
     for (const StyleCase& test : styleCases)
     {
@@ -136,7 +136,7 @@ TEST_F(OrvFontStream, EveryStyleOfASolidLetterIsThatOfItsGoldenFile)
     }
 }
 
-TEST_F(OrvFontStream, EveryStyleOfAWireframeLetterIsThatOfItsGoldenFile)
+TEST_F(OrvFontStream, TheCallsForAWireframeLetterInEveryStyleEqualItsGoldenFile)
 {
     for (const StyleCase& test : styleCases)
     {
@@ -162,19 +162,19 @@ TEST_F(OrvFontStream, AWallKeepsTheFaceMaterialUnlessTheEdgeMaterialIsUsed)
     EXPECT_TRUE(IsSolid("square-in-face-material"));
 }
 
-TEST_F(OrvFontStream, BevelsWithoutTheirMaterialGoBackToThatOfTheFaceAfterAnEdgeMaterial)
+TEST_F(OrvFontStream, BevelsWithoutAMaterialOfTheirOwnUseThatOfTheFace)
 {
     Style(1, 2);
     string.ClearUseBevelColor();
     EXPECT_TRUE(IsSolid("bevelled-both-without-bevel-material"));
-    // Without an edge material the face's is still current.
+    // Without an edge material, the material of the faces is still current.
     string.ClearUseEdgeColor();
     EXPECT_TRUE(IsSolid("bevelled-both-in-face-material"));
 }
 
 TEST_F(OrvFontStream, BevelsThatMeetLeaveNoWallAndNoEdgeMaterial)
 {
-    // The letter is 1 deep: one bevel of 1, or two of 0.5, use it up.
+    // The letter is 1 deep, so one bevel 1 wide, or two bevels 0.5 wide, leave no wall.
     string.ClearUseBevelColor();
     string.SetBevelDepth(1.0f);
     Style(1, 0);
@@ -186,7 +186,7 @@ TEST_F(OrvFontStream, BevelsThatMeetLeaveNoWallAndNoEdgeMaterial)
     EXPECT_TRUE(IsSolid("bevelled-both-without-wall"));
 }
 
-TEST_F(OrvFontStream, SelectionNamesFacesWallAndBevels012)
+TEST_F(OrvFontStream, SelectionGivesFacesTheName0WallsTheName1AndBevelsTheName2)
 {
     parameters.SetSelecting();
     Style(1, 2);
@@ -244,7 +244,7 @@ TEST_F(OrvFontStream, AnEmptyInvalidOrMissingSlotDrawsNothing)
     EXPECT_EQ(recording.Lines(), Lines{});
 }
 
-TEST_F(OrvFontStream, ASlotFromTheGlyphCountOnDrawsNothing)
+TEST_F(OrvFontStream, AnIndexNotBelowTheGlyphCountDrawsNothing)
 {
     font.glyphCount = 1;
     const ExtrusionData extrusion = string.GetExtrusionData();

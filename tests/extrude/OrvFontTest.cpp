@@ -30,7 +30,7 @@ TEST(OrvFont, ComparesFullNamesByTheirBytes)
     EXPECT_FALSE(lower < &same);
 }
 
-TEST(OrvFont, KeepsTwoFlagsOfItsOwn)
+TEST(OrvFont, TheLoadedAndPreloadedFlagsAreSeparate)
 {
     OrvFont font;
     EXPECT_EQ(font.IsLoaded(), 0);
@@ -78,7 +78,7 @@ TEST(OrvFont, ACharacterBelowTheFirstWrapsAndIsShownAsTheDefaultCharacter)
     EXPECT_EQ(font.LookupGlyphIndex(0), 3);
 }
 
-TEST(OrvFont, OneCodePastTheLastIsLookedUpAsTheGlyphCount)
+TEST(OrvFont, TheCodeOnePastTheLastIsLookedUpAsTheGlyphCount)
 {
     StubFont font;
     EXPECT_EQ(font.LookupGlyphIndex('E'), 4);
@@ -97,7 +97,7 @@ TEST(OrvFont, AdvancesAreDesignUnitsAnd0ForAnInvalidGlyph)
     EXPECT_EQ(font.GetGlyphAdvanceWidth(0xFFFF), 0);
 }
 
-TEST(OrvFont, ATakenSlotIsNotBuiltAgain)
+TEST(OrvFont, AGlyphThatIsBuiltIsNotBuiltAgain)
 {
     StubFont font;
     const OrvGlyph* const glyph = font.Glyph('A');
@@ -122,8 +122,8 @@ TEST(OrvFont, SizeOfCountsTheNameTheMetricsAndTheValidGlyphs)
     EXPECT_EQ(font.SizeOf(), sizeof(OrvFont) + 100 + 4);
 }
 
-// Measuring, by hand from the advances of StubFont: A 0.5, B 0.25, C 0.75, D 1 em. A is 0 to 1 em
-// high, B -0.25 to 0.5.
+// Measuring. Expected sizes are worked out by hand from the advances of StubFont: A 0.5, B 0.25, C
+// 0.75, D 1 em. In y, A reaches from 0 to 1 em and B from -0.25 to 0.5 em.
 
 class OrvFontExtents : public testing::Test
 {
@@ -169,18 +169,19 @@ TEST_F(OrvFontExtents, AnEmptyTextMeasuresZeroAndKeepsItsOffset)
     EXPECT_EQ(string.GetFirstLineOffset(), 0.5f);
 }
 
-TEST_F(OrvFontExtents, ALineIsAsWideAsItsAdvancesWithTheSpacingBetween)
+TEST_F(OrvFontExtents, ALineIsAsWideAsItsAdvancesAndTheSpacingsBetweenThem)
 {
     string.SetScale(DVector(2, 4, 0.5));
     Measure("AB");
-    // 0.5 + 0.125 + 0.25, from the foot of B to the top of A; the spacing does not scale.
+    // The width is 0.5 + 0.125 + 0.25, where the scale does not change the spacing of 0.125. The
+    // height reaches from the foot of B to the top of A.
     EXPECT_TRUE(Is(unscaled, 0.875, 1.25, 1));
     EXPECT_TRUE(Is(scaled, 1.625, 5, 0.5));
     EXPECT_TRUE(Is(third, 0, 0, 0));
     EXPECT_EQ(string.GetFirstLineOffset(), 4.0f);
 }
 
-TEST_F(OrvFontExtents, ATextOfEmptyGlyphsHasAWidthAlone)
+TEST_F(OrvFontExtents, ATextOfEmptyGlyphsHasAWidthButNoHeight)
 {
     Measure("D");
     EXPECT_TRUE(Is(unscaled, 1, 0, 1));
@@ -188,21 +189,21 @@ TEST_F(OrvFontExtents, ATextOfEmptyGlyphsHasAWidthAlone)
     EXPECT_EQ(string.GetFirstLineOffset(), 0.0f);
 }
 
-TEST_F(OrvFontExtents, AnInvalidGlyphCountsForNothingNotEvenItsSpacing)
+TEST_F(OrvFontExtents, AnInvalidGlyphAddsNeitherWidthNorSpacing)
 {
     font.Glyph('B')->SetInvalid();
     Measure("ABC");
-    // 0.5 + 0.125 behind A + 0.75.
+    // The width is 0.5 for A, 0.125 for the spacing after A, and 0.75 for C.
     EXPECT_TRUE(Is(unscaled, 1.375, 1, 1));
 
-    // With no valid glyph at all the spans stay inside out.
+    // Without any valid glyph, the span in y is still empty, with its initial maximum of -1e7.
     Measure("B");
     EXPECT_TRUE(Is(unscaled, 0, 0, 1));
     EXPECT_TRUE(Is(scaled, 0, 0, 1));
     EXPECT_EQ(string.GetFirstLineOffset(), -1e7f);
 }
 
-TEST_F(OrvFontExtents, ALineFeedBehindACarriageReturnIsPassedOverAndAnotherMeasured)
+TEST_F(OrvFontExtents, ALineFeedAfterACarriageReturnIsSkippedAndASecondOneIsMeasured)
 {
     Measure("A\r\nA");
     EXPECT_TRUE(Is(unscaled, 0.5, 2.25, 1));
@@ -221,20 +222,22 @@ struct ExtentsCase
     float offset;
 };
 
-TEST_F(OrvFontExtents, BevelsWidenTheTextByItsOptions)
+TEST_F(OrvFontExtents, BevelsWidenTheTextAsItsOptionsSay)
 {
-    // Two lines of A at scale (2, 4, 1), a = 0.0625. Line starts: 0, or 2 a = 0.125, scaled 0.25.
-    // Line steps: 1.25 and 4.25, or with 2 a and the line spacing 1.375 and 4.375, scaled 4.75.
-    const ExtentsCase cases[] = {
-        {false, false, 1, 0.625, 2.25, 1.125, 8.25, 4},
-        {false, true, 1, 0.625, 2.25, 1.25, 8.25, 4},
-        {true, false, 1, 0.625, 2.5, 1.125, 8.5, 4.0625},
-        {true, true, 1, 0.625, 2.5, 1.25, 9.25, 4.25},
-        // Mirrored, tops are below; the second line is higher up by a step.
-        {false, false, -1, 0.625, 2.25, 1.125, 8.25, 4.25},
-        {false, true, -1, 0.625, 2.25, 1.25, 8.25, 4.25},
-        {true, false, -1, 0.625, 2.5, 1.125, 8.5, 4.4375},
-        {true, true, -1, 0.625, 2.5, 1.25, 9.25, 5}};
+    // The text is two lines of A at the scale (2, 4, 1), with a bevel b = 0.0625 wide. A line
+    // starts at x = 0 if spacing is adjusted for bevels. Otherwise it starts at 2 b = 0.125, or at
+    // 0.25 with scaled bevels. The step from line to line is 1.25 unscaled and 4.25 scaled; if
+    // spacing is adjusted, it is 1.375 and 4.375, or 4.75 with scaled bevels.
+    const ExtentsCase cases[] = {{false, false, 1, 0.625, 2.25, 1.125, 8.25, 4},
+                                 {false, true, 1, 0.625, 2.25, 1.25, 8.25, 4},
+                                 {true, false, 1, 0.625, 2.5, 1.125, 8.5, 4.0625},
+                                 {true, true, 1, 0.625, 2.5, 1.25, 9.25, 4.25},
+                                 // With a negative scale, the tops of letters point down, and the
+                                 // second line lies above the first.
+                                 {false, false, -1, 0.625, 2.25, 1.125, 8.25, 4.25},
+                                 {false, true, -1, 0.625, 2.25, 1.25, 8.25, 4.25},
+                                 {true, false, -1, 0.625, 2.5, 1.125, 8.5, 4.4375},
+                                 {true, true, -1, 0.625, 2.5, 1.25, 9.25, 5}};
     string.SetBevelStyle(1);
     string.SetBevelLocation(0);
     string.SetBevelDepth(0.0625f);

@@ -8,12 +8,12 @@
 #include <utility>
 #include <vector>
 
-// Whether glyphs are deleted, once and not too early, is what the address sanitizer and its leak
-// check see in these tests.
+// These tests do not count deletions. When they run under the address sanitizer, the sanitizer and
+// its leak check find glyphs that are deleted twice, too early or never.
 
 namespace
 {
-/// A glyph told from others by its advance.
+/// Makes a glyph that tests recognise by its advance.
 OrvGlyph* Glyph(SHORT advance)
 {
     GLYPHMETRICS metrics = {};
@@ -21,7 +21,7 @@ OrvGlyph* Glyph(SHORT advance)
     return new OrvGlyph(0, metrics);
 }
 
-/// The advances in the slots, -1 for empty ones.
+/// The advances of the glyphs in the slots; -1 for an empty slot.
 std::vector<int> Advances(const OrvGlyphArray& array)
 {
     std::vector<int> advances;
@@ -34,7 +34,7 @@ std::vector<int> Advances(const OrvGlyphArray& array)
 }
 using Values = std::vector<int>;
 
-/// Holds glyphs of these advances.
+/// An array of new glyphs with the given advances.
 struct Filled : OrvGlyphArray
 {
     explicit Filled(std::initializer_list<SHORT> advances)
@@ -55,7 +55,7 @@ TEST(OrvGlyphArray, NewSlotsAreNull)
     EXPECT_EQ(Advances(array), (Values{-1, -1, -1}));
 }
 
-TEST(OrvGlyphArray, SlotsShownAgainAfterShrinkingAreNull)
+TEST(OrvGlyphArray, SlotsThatReappearAfterShrinkingAreNull)
 {
     Filled array{1, 2, 3};
     array.SetSize(1);
@@ -99,7 +99,7 @@ TEST(OrvGlyphArray, ElementsCanBeReplacedAndExchangedInPlace)
     EXPECT_EQ(Advances(array), (Values{3, 2}));
 }
 
-TEST(OrvGlyphArray, AReplacedGlyphIsTheCallersAgain)
+TEST(OrvGlyphArray, AReplacedGlyphBelongsToTheCallerAgain)
 {
     Filled array{1, 2};
     OrvGlyph* const first = array.GetAt(0);
@@ -123,12 +123,12 @@ TEST(OrvGlyphArray, AGlyphMovedByHandHasOneOwner)
     EXPECT_EQ(Advances(to), (Values{1}));
 }
 
-TEST(OrvGlyphArray, ASharedGlyphThatOneArrayGivesUpIsTheOthers)
+TEST(OrvGlyphArray, ASharedGlyphThatOneArrayReplacesBelongsToTheOther)
 {
     Filled array{1, 2};
     OrvGlyphArray copy(array);
     copy.SetAt(0, nullptr);
-    array.RemoveAt(0);  // deletes it
+    array.RemoveAt(0);  // deletes the glyph
     EXPECT_EQ(Advances(array), (Values{2}));
     EXPECT_EQ(Advances(copy), (Values{-1, 2}));
 }

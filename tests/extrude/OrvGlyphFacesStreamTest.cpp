@@ -13,7 +13,8 @@ namespace
 {
 using Lines = std::vector<std::string>;
 
-/// The unit square, its face a clockwise fan and a counter-clockwise triangle.
+/// Tests with the unit square, whose face consists of a clockwise fan and a counter-clockwise
+/// triangle.
 class OrvGlyphFaces : public testing::Test
 {
 protected:
@@ -23,7 +24,7 @@ protected:
         UseFanAndTriangle(square);
     }
 
-    /// The calls of one face of the unscaled square, at a height.
+    /// The calls that draw one face of the unscaled square at the given z.
     static Lines FaceLines(const std::string& z, const char* normal, const char* clockwise,
                            const char* counterClockwise)
     {
@@ -52,7 +53,7 @@ constexpr const char* cw = "glFrontFace GL_CW";
 constexpr const char* ccw = "glFrontFace GL_CCW";
 }  // namespace
 
-TEST_F(OrvGlyphFaces, TheFrontFaceOfTheUnitSquareIsItsCornersAtZeroUnderOneNormal)
+TEST_F(OrvGlyphFaces, TheFrontFaceOfTheUnitSquareHasItsCornersAtZeroAndOneNormal)
 {
     const ExtrusionData data;
     UseFan(square);
@@ -103,7 +104,7 @@ TEST_F(OrvGlyphFaces, MirroringSwapsTheFourModes)
     }
 }
 
-TEST_F(OrvGlyphFaces, EveryFaceHasTheNormalOfTheCall)
+TEST_F(OrvGlyphFaces, EveryPrimitiveHasTheNormalGivenInTheCall)
 {
     GlRecording recording;
     square.RenderFace(0, Vector(0.25f, -0.5f, 2), 1, ExtrusionData());
@@ -131,7 +132,7 @@ TEST_F(OrvGlyphFaces, TheBevelDoesNotChangeTheFaces)
     EXPECT_EQ(recording.Lines(), plain);
 }
 
-TEST_F(OrvGlyphFaces, WithoutPolygonsOnlySetCounterClockwise)
+TEST_F(OrvGlyphFaces, WithoutPolygonsAFaceOnlySetsCounterClockwise)
 {
     square.facePolygons.RemoveAll();
     ExtrusionData data;
@@ -165,7 +166,7 @@ TEST_F(OrvGlyphFaces, AGlyphWithoutFacesStillDrawsItsWallsAndBevels)
     EXPECT_EQ(recording.Count("glVertex3f"), 3 * 4 * 4);
 }
 
-TEST_F(OrvGlyphFaces, RenderDrawsThePlainSolidWhateverItsSecondArgument)
+TEST_F(OrvGlyphFaces, RenderDrawsASolidWithSquareEdgesWhateverItsSecondArgument)
 {
     ExtrusionData data;
     data.bevelDepth = 0.1f;
@@ -187,7 +188,7 @@ TEST_F(OrvGlyphFaces, PreparingTheTransparencyPassCallsNothing)
     EXPECT_EQ(recording.Lines(), Lines());
 }
 
-TEST_F(OrvGlyphFaces, BuildingAGlyphAsksTheTessellatorInOrderAndForNoCombining)
+TEST_F(OrvGlyphFaces, BuildingAGlyphCallsTheTessellatorInOrderWithoutACombineCallback)
 {
     GlRecording recording;
     OrvGlyph glyph(0, GLYPHMETRICS{});
@@ -210,6 +211,6 @@ TEST_F(OrvGlyphFaces, BuildingAGlyphAsksTheTessellatorInOrderAndForNoCombining)
         EXPECT_EQ(line.find("COMBINE"), std::string::npos) << line;
     }
     EXPECT_EQ(recording.Only({"gluNextContour"}), (Lines{"gluNextContour GLU_UNKNOWN"}));
-    // In outline units.
+    // The tessellator gets positions in outline units.
     EXPECT_EQ(recording.Only({"gluTessVertex"}).at(2), "gluTessVertex 1000 1000 0");
 }

@@ -16,8 +16,8 @@ namespace
 constexpr int size = 160;
 constexpr Rgb background = {0, 0, 255};
 
-/// How the font combines the routines: style 0 square, 1 bevel, 2 round; location 0 front, 1 back,
-/// 2 both.
+/// An edge style and its location, with the numbers that a text uses. Style: 0 square, 1 bevel, 2
+/// round. Location: 0 front, 1 back, 2 both.
 struct Edge
 {
     int style;
@@ -54,7 +54,7 @@ void DrawSolid(const OrvGlyph& glyph, const Edge& edge, const ExtrusionData& dat
     }
 }
 
-/// A ring of radii 0.5 and 0.25 about (0.5, 0.5).
+/// A ring with the radii 0.5 and 0.25 around (0.5, 0.5), in ems.
 TTGlyph RoundO()
 {
     return MakeGlyph({{On(0, 500), Off(0, 1000), Off(1000, 1000), Off(1000, 0), Off(0, 0)},
@@ -72,7 +72,8 @@ protected:
         data.CalculateHeights();
     }
 
-    /// The view: 2.4 units wide, the glyph's middle in its centre, turned about x and then y.
+    /// Begins a picture. The view is 2.4 units wide, with the middle of the glyph in its centre,
+    /// and is turned about x and then about y.
     void Begin(float aboutX, float aboutY) const
     {
         glViewport(0, 0, size, size);
@@ -91,7 +92,8 @@ protected:
         glTranslatef(-0.5f * data.scale.x, -0.5f * data.scale.y, 0.5f * data.scale.z);
     }
 
-    /// The picture of the solid in white, its front or back sides left out (0: neither).
+    /// Draws the solid in white and returns the picture. Front or back sides are left out; 0 leaves
+    /// out neither.
     Picture Draw(const Edge& edge, GLenum cull) const
     {
         cull != 0 ? glEnable(GL_CULL_FACE) : glDisable(GL_CULL_FACE);
@@ -104,7 +106,7 @@ protected:
         return context.ReadPixels();
     }
 
-    /// Lit from a direction, back sides left out.
+    /// Draws the solid lit from a direction, without back sides.
     Picture DrawLit(const Edge& edge, float x, float y, float z) const
     {
         const GLfloat direction[] = {x, y, z, 0};
@@ -137,7 +139,8 @@ TEST_F(OrvGlyphPixels, ALitBevelledOShowsItsHoleAndNoBackgroundInItsBody)
     REQUIRE_CONTEXT(context);
     Begin(0, 0);
     const Picture picture = DrawLit({1, 2}, 0, 0, 1);
-    // The outline is a ring of 0.25 to 0.5, which bevels widen by 0.08 on both sides.
+    // The outline is a ring from radius 0.25 to radius 0.5. The bevels widen it by 0.08 on both
+    // sides.
     for (int y = 0; y < size; ++y)
     {
         for (int x = 0; x < size; ++x)
@@ -156,8 +159,8 @@ TEST_F(OrvGlyphPixels, ALitBevelledOShowsItsHoleAndNoBackgroundInItsBody)
             }
         }
     }
-    // The face looks at the light: ambient 0.2 x 0.2 and diffuse 1. The bevel is turned by 45
-    // degrees.
+    // The face is turned to the light, so its ambient part is 0.2 * 0.2 and its diffuse part is 1.
+    // The bevel is turned away by 45 degrees.
     EXPECT_GE(picture.At(Column(0.375), size / 2).red, 254);
     EXPECT_NEAR(picture.At(Column(0.54), size / 2).red, 255 * (0.04 + 0.7071), 6);
 }
@@ -170,16 +173,17 @@ TEST_F(OrvGlyphPixels, LightFromOneSideFallsOnTheBevelsThatFaceIt)
         Begin(0, 0);
         const Picture picture = DrawLit({style, 2}, -1, 0, 0);
         const int row = size / 2;
-        // Outside on the left, in the hole on the right: towards -x.
+        // The bevels outside on the left and in the hole on the right face -x, where the light is.
         EXPECT_GT(picture.At(Column(-0.54), row).red, 100);
         EXPECT_GT(picture.At(Column(0.21), row).red, 100);
-        // Outside on the right, in the hole on the left: away, ambient only.
+        // The bevels outside on the right and in the hole on the left face away and get only
+        // ambient light.
         EXPECT_NEAR(picture.At(Column(0.54), row).red, 10, 2);
         EXPECT_NEAR(picture.At(Column(-0.21), row).red, 10, 2);
     }
 }
 
-TEST_F(OrvGlyphPixels, EveryEdgeStyleIsClosedFromEverySideAlsoMirrored)
+TEST_F(OrvGlyphPixels, EveryEdgeStyleIsAClosedSolidEvenWhenMirrored)
 {
     REQUIRE_CONTEXT(context);
     const float views[][2] = {{0, 0}, {20, 30}, {-35, 60}, {80, 10}, {15, 180}, {-25, 215}};
@@ -200,8 +204,9 @@ TEST_F(OrvGlyphPixels, EveryEdgeStyleIsClosedFromEverySideAlsoMirrored)
                 const Picture all = Draw(edge, 0);
                 const float middle = context.Depth(Column(-0.37), size / 2);
                 EXPECT_GT(all.CountOther(background), 2000);
-                // A line of sight that meets a closed solid goes in through a front and out through
-                // a back.
+                // Every line of sight that meets a closed solid enters it through a front side and
+                // leaves it through a back side. So the picture covers the same pixels with front
+                // sides only as with back sides only.
                 Begin(view[0], view[1]);
                 EXPECT_EQ(Draw(edge, GL_BACK).bytes, all.bytes);
                 EXPECT_NEAR(context.Depth(Column(-0.37), size / 2), middle, 1e-4);
@@ -212,7 +217,7 @@ TEST_F(OrvGlyphPixels, EveryEdgeStyleIsClosedFromEverySideAlsoMirrored)
     }
 }
 
-TEST_F(OrvGlyphPixels, AWallLeftOutIsSeenAsAHole)
+TEST_F(OrvGlyphPixels, WithoutItsWallTheSolidLooksDifferent)
 {
     REQUIRE_CONTEXT(context);
     Begin(20, 40);

@@ -18,7 +18,7 @@ struct Routine
 {
     const char* name;
     DrawGlyph draw;
-    std::size_t bands;  ///< of quads: one quad for each segment of each contour
+    std::size_t bands;  ///< each has one quad for each segment of each contour
 };
 
 constexpr Routine routines[] = {
@@ -61,7 +61,7 @@ TEST_P(Rings, CallsForTheOddGlyphEqualItsGoldenFile)
                          TextOfDraws(OddGlyph(), GetParam().draw)));
 }
 
-TEST_P(Rings, WithBevelDepthZeroEveryQuadIsStillEmitted)
+TEST_P(Rings, WithABevelDepthOfZeroEveryQuadIsStillEmitted)
 {
     GlRecording recording;
     (OddGlyph().*GetParam().draw)(Bevelled(0));
@@ -69,7 +69,8 @@ TEST_P(Rings, WithBevelDepthZeroEveryQuadIsStillEmitted)
     {
         EXPECT_TRUE(vertex.position[2] == 0 || vertex.position[2] == -1);
     }
-    // Two contours of four vertices and one, four corners a segment, in each band.
+    // Each band has a contour of four segments and a contour of one, and four corners for each
+    // segment.
     EXPECT_EQ(recording.Vertices().size(), GetParam().bands * 4 * 5);
 }
 
@@ -132,7 +133,7 @@ TEST(OrvGlyphRings, TheWallOfTheUnitSquareIsFourQuadsFromBackToFront)
                                  }));
 }
 
-TEST(OrvGlyphRings, RenderEdgesRunsFromTheFirstHeightToTheSecondOnTheOutlineOrTheBevel)
+TEST(OrvGlyphRings, RenderEdgesJoinsTheTwoLevelsAlongTheOutlineOrTheBevel)
 {
     GlRecording recording;
     std::string text;
@@ -145,14 +146,15 @@ TEST(OrvGlyphRings, RenderEdgesRunsFromTheFirstHeightToTheSecondOnTheOutlineOrTh
     EXPECT_TRUE(IsGolden("glyph/odd/RenderEdges.txt", text));
 }
 
-TEST(OrvGlyphRings, RoundedRingsOfATenthLieAtTheFourPlaceHeightsAndOffsets)
+TEST(OrvGlyphRings, RoundedRingsLieAt02929OfTheWidthInZAnd07071OutsideTheOutline)
 {
     const OrvGlyph& square = Square();
     GlRecording recording;
     square.RenderFrontRoundRounded(Bevelled(0.1f));
     const std::vector<GlVertex> vertices = recording.Vertices();
     ASSERT_EQ(vertices.size(), 32u);
-    // Of the left side: the round ring and the face ring, then the wall ring and the round ring.
+    // The first quad of each band belongs to the left side. Vertices 0 and 1 lie on the round ring
+    // and the face ring, vertices 16 and 17 on the wall ring and the round ring.
     EXPECT_NEAR(vertices[0].position[0], -0.07071, 2e-6);
     EXPECT_NEAR(vertices[0].position[2], -0.02929, 1e-7);
     EXPECT_EQ(vertices[1].position, (std::array<double, 3>{0, 0, 0}));
@@ -161,8 +163,9 @@ TEST(OrvGlyphRings, RoundedRingsOfATenthLieAtTheFourPlaceHeightsAndOffsets)
     EXPECT_EQ(vertices[17].position, vertices[0].position);
 }
 
-// Both inverse scales ask whether x is 0.
-TEST(OrvGlyphRings, AWidthOfZeroCountsAsPositiveAndHasTheInverseScaleZero)
+// Required: the inverse scales of x and y are both 0 when scale.x is 0, so the bevel does not move
+// the texture coordinates.
+TEST(OrvGlyphRings, AScaleOfZeroInXCountsAsPositiveAndMakesBothInverseScalesZero)
 {
     const OrvGlyph& square = Square();
     ExtrusionData data = Bevelled(0.1f);
@@ -173,7 +176,8 @@ TEST(OrvGlyphRings, AWidthOfZeroCountsAsPositiveAndHasTheInverseScaleZero)
     square.RenderFrontBevelFlat(data);
     const std::vector<GlVertex> vertices = recording.Vertices();
     ASSERT_EQ(vertices.size(), 16u);
-    // The second segment starts at the top left corner: first on the bevel, then on the outline.
+    // The second segment starts at the top left corner. Vertex 4 is this corner on the bevel,
+    // vertex 5 the corner on the outline.
     EXPECT_NEAR(vertices[4].position[0], -0.1, 3e-6);
     EXPECT_NEAR(vertices[4].position[1], 2.1, 3e-6);
     EXPECT_EQ(vertices[4].texCoord, (std::array<double, 2>{0, 1}));
@@ -181,7 +185,7 @@ TEST(OrvGlyphRings, AWidthOfZeroCountsAsPositiveAndHasTheInverseScaleZero)
     EXPECT_EQ(vertices[5].texCoord, (std::array<double, 2>{0, 1}));
 }
 
-TEST(OrvGlyphRings, AHeightOfZeroTexturesBevelsAtInfinity)
+TEST(OrvGlyphRings, AScaleOfZeroInYGivesInfiniteTextureCoordinates)
 {
     const OrvGlyph& square = Square();
     ExtrusionData data = Bevelled(0.1f);
@@ -197,7 +201,7 @@ TEST(OrvGlyphRings, AHeightOfZeroTexturesBevelsAtInfinity)
     EXPECT_TRUE(textures[3].ends_with(" inf")) << textures[3];
 }
 
-TEST(OrvGlyphRings, BevelledInOneCallStartsAtTheBackBevelAndTakesLeavingOffsetsInFront)
+TEST(OrvGlyphRings, RenderBevelledTurnsItsBackQuadsAndUsesLeavingOffsetsInFront)
 {
     // The third corner, (-0.25, 1.1), is interior: a bevel of 0.1 moves it along the normals of its
     // two edges, by (0.08, -0.06) when it ends a segment and by (-0.08, -0.06) when it starts one.
@@ -210,29 +214,30 @@ TEST(OrvGlyphRings, BevelledInOneCallStartsAtTheBackBevelAndTakesLeavingOffsetsI
         EXPECT_NEAR(vertex.position[0], x, 1e-6);
         EXPECT_NEAR(vertex.position[1], y, 1e-6);
     };
-    // The second segment ends at the interior corner: back bevel from 0, front bevel from 20.
+    // The second segment ends at the interior corner. The back bevel begins at vertex 0, the front
+    // bevel at vertex 20.
     EXPECT_EQ(vertices[4].position[2], double{-0.9f});
     EXPECT_EQ(vertices[5].position[2], -1.0);
     expectPlace(vertices[7], -0.17, 1.04);
     EXPECT_EQ(vertices[24].position[2], double{-0.1f});
     EXPECT_EQ(vertices[25].position[2], 0.0);
-    // The place is that of the leaving edge, the normal that of the arriving one.
+    // The vertex has the place for the leaving edge and the normal of the arriving edge.
     expectPlace(vertices[27], -0.33, 1.04);
     EXPECT_NEAR(vertices[27].normal[0], 0.8 / std::sqrt(2.0), 1e-6);
 
-    // The one-sided back bevel begins on the face.
+    // RenderBackBevelBevelled begins on the face instead.
     recording.Clear();
     OddGlyph().RenderBackBevelBevelled(data);
     EXPECT_EQ(recording.Vertices()[0].position[2], -1.0);
 }
 
-TEST(OrvGlyphRings, RoundedInOneCallTurnsTheBackFaceBandAndTheFrontWallBand)
+TEST(OrvGlyphRings, RenderRoundedTurnsTheBackFaceBandAndTheFrontWallBand)
 {
     const ExtrusionData data = Bevelled(0.1f);
     GlRecording recording;
     EXPECT_EQ(OddGlyph().RenderRounded(data), 1);
     const std::vector<GlVertex> vertices = recording.Vertices();
-    ASSERT_EQ(vertices.size(), 100u);  // the wall and four bands of 20
+    ASSERT_EQ(vertices.size(), 100u);  // the wall and four more bands, 20 vertices each
     // A bevel of 0.1 on a letter 1 deep has its round rings 0.02929 from the faces.
     const auto start = [&](int band) { return vertices[20 * band].position[2]; };
     EXPECT_NEAR(start(1), -0.97071, 1e-6);
@@ -248,8 +253,8 @@ TEST(OrvGlyphRings, RoundedInOneCallTurnsTheBackFaceBandAndTheFrontWallBand)
     EXPECT_EQ(recording.Vertices()[20].position[2], double{-0.1f});
 }
 
-// What the font draws for a rounded letter with the location back only.
-TEST(OrvGlyphRings, ABackOnlyRoundIsTheFlatRingInFrontAndTheTwoBandsBehind)
+// The two routines that a font calls for the edges of a letter that is rounded only at the back.
+TEST(OrvGlyphRings, RoundedOnlyAtTheBackHasAFlatBandInFrontAndTwoBandsBehind)
 {
     const ExtrusionData data = Bevelled(0.1f);
     GlRecording recording;

@@ -19,7 +19,7 @@ namespace
 {
 constexpr GLYPHMETRICS metrics = {10, 20, {1, -2}, 600, 3};
 
-/// Whether a thread that does not own the glyph mutex can have it. Gives it back.
+/// Whether another thread can take the glyph mutex. That thread releases the mutex again.
 bool IsGlyphMutexFree()
 {
     bool free = false;
@@ -37,7 +37,7 @@ struct Triangle
 {
     Point2D p[3];
 
-    /// Twice the area, positive counter-clockwise with y up.
+    /// Twice the area; positive when the triangle runs counter-clockwise with y up.
     std::int64_t Area() const
     {
         return (std::int64_t{p[1].x} - p[0].x) * (p[2].y - p[0].y) -
@@ -120,8 +120,7 @@ FaceFacts FactsOf(const OrvGlyph& glyph)
     return facts;
 }
 
-/// Twice the area that the contours enclose when those inside others are holes; the first is the
-/// outer one.
+/// Twice the area of the first contour minus twice the areas of the others, which are holes in it.
 std::int64_t FilledArea(const OrvGlyph& glyph)
 {
     std::int64_t filled = 0;
@@ -140,7 +139,8 @@ std::int64_t FilledArea(const OrvGlyph& glyph)
     return filled;
 }
 
-/// A letter O: a disc of 16 corners with a hole, which runs either way.
+/// A letter O: a disc of 16 corners with a hole. The hole runs in the direction of the disc or in
+/// the opposite direction.
 TTGlyph LetterO(bool holeRunsAsTheOuter)
 {
     const int unit[16][2] = {{0, 10},  {4, 9},  {7, 7},   {9, 4},   {10, 0},  {9, -4},
@@ -160,7 +160,7 @@ TTGlyph LetterO(bool holeRunsAsTheOuter)
     return MakeGlyph({outer, inner});
 }
 
-/// A rectangle with a corner at every unit of its outline: 2 (width + height) corners.
+/// A rectangle with a corner at every unit of its outline, so with 2 * (width + height) corners.
 OutlinePoints FineRectangle(int left, int bottom, int width, int height)
 {
     OutlinePoints points;
@@ -184,7 +184,7 @@ OutlinePoints FineRectangle(int left, int bottom, int width, int height)
 }
 }  // namespace
 
-TEST(OrvGlyph, ANewOneKeepsDataSizeAndMetricsAndIsValidAndEmpty)
+TEST(OrvGlyph, ANewGlyphKeepsDataSizeAndMetricsAndIsValidAndEmpty)
 {
     const OrvGlyph glyph(1234, metrics);
     EXPECT_EQ(glyph.GetDataSize(), 1234u);
@@ -200,7 +200,7 @@ TEST(OrvGlyph, ANewOneKeepsDataSizeAndMetricsAndIsValidAndEmpty)
     EXPECT_EQ(glyph.IsDefined(), 0);
 }
 
-TEST(OrvGlyph, TheInvalidMarkIsBitZeroAndTakesTheAdvanceAway)
+TEST(OrvGlyph, TheInvalidMarkIsBitZeroAndMakesTheAdvanceZero)
 {
     OrvGlyph glyph(0, metrics);
     EXPECT_EQ(glyph.GetAdvanceWidth(), 600);
@@ -227,7 +227,7 @@ TEST(OrvGlyph, AddsNoVirtualFunctions)
     EXPECT_EQ(std::is_polymorphic_v<OrvGlyph>, std::is_polymorphic_v<TTPolyGlyph>);
 }
 
-TEST(OrvGlyph, TheThreeSizesAreOfTheObjectThePrimitivesAndTheOutline)
+TEST(OrvGlyph, SizesAreGivenForTheObjectThePrimitivesAndTheOutline)
 {
     OrvGlyph glyph(0, metrics);
     EXPECT_EQ(glyph.SizeOf(), sizeof(OrvGlyph));
@@ -263,7 +263,7 @@ TEST(OrvGlyph, ASecondConstructionIsRefusedAndKeepsTheMutex)
     EXPECT_EQ(glyph.facePolygons.GetSize(), polygons);
     EXPECT_FALSE(IsGlyphMutexFree());
 
-    // The thread itself can go on building.
+    // The thread that owns the mutex can build further glyphs.
     OrvGlyph other(1, metrics);
     EXPECT_EQ(other.ConstructGlyph(SquareGlyph(), 1000), 1);
     EXPECT_FALSE(IsGlyphMutexFree());
@@ -301,7 +301,7 @@ TEST(OrvGlyph, AnUndefinedOutlineIsRefusedAndFreesTheMutex)
     EXPECT_TRUE(IsGlyphMutexFree());
     EXPECT_EQ(glyph.facePolygons.GetSize(), 0);
     EXPECT_EQ(glyph.FromTTGlyph(undefined, 1000), 0);
-    // It can still become a glyph.
+    // The glyph can still be built from another outline.
     EXPECT_EQ(glyph.ConstructGlyph(SquareGlyph(), 1000), 1);
 }
 
@@ -337,7 +337,7 @@ TEST(OrvGlyph, TheHoleOfALetterOStaysOpenWhateverItsDirection)
     }
 }
 
-TEST(OrvGlyph, EveryShapeIsFilledOnceWithItsWindingsRecorded)
+TEST(OrvGlyph, EveryShapeIsFilledOnceAndItsWindingsAreRecorded)
 {
     const struct
     {
@@ -356,7 +356,7 @@ TEST(OrvGlyph, EveryShapeIsFilledOnceWithItsWindingsRecorded)
     }
 }
 
-TEST(OrvGlyph, IndicesOfALaterContourAreGlyphWide)
+TEST(OrvGlyph, IndicesOfALaterContourCountFromTheGlyphsFirstVertex)
 {
     OrvGlyph glyph(1, metrics);
     ASSERT_EQ(glyph.FromTTGlyph(SquareWithHoleGlyph(), 1000), 1);
@@ -380,13 +380,13 @@ TEST(OrvGlyph, AnOutlineThatCrossesItselfHasNoFaceAndIsStillBuilt)
     EXPECT_NE(glyph.IsDefined(), 0);
     EXPECT_EQ(glyph.facePolygons.GetSize(), 0);
     EXPECT_EQ(glyph.contours.GetElement(0)->GetVertexCount(), 4);
-    // The error is forgotten.
+    // The error does not affect the next glyph.
     OrvGlyph next(1, metrics);
     EXPECT_EQ(next.ConstructGlyph(SquareGlyph(), 1000), 1);
     EXPECT_GT(next.facePolygons.GetSize(), 0);
 }
 
-TEST(OrvGlyph, ACrossingInOnePartTakesTheFacesOfAllParts)
+TEST(OrvGlyph, ACrossingInOneContourLeavesTheWholeGlyphWithoutFaces)
 {
     const TTGlyph squareAndCrossing =
         MakeGlyph({{On(2000, 0), On(2000, 1000), On(3000, 1000), On(3000, 0)},
@@ -396,7 +396,7 @@ TEST(OrvGlyph, ACrossingInOnePartTakesTheFacesOfAllParts)
     EXPECT_EQ(glyph.facePolygons.GetSize(), 0);
 }
 
-TEST(OrvGlyph, A65535VertexOutlineHasAFaceAndOneMoreVertexTakesItAway)
+TEST(OrvGlyph, AnOutlineOf65535VerticesHasAFaceAndAnOutlineOf65536HasNone)
 {
     for (const int more : {0, 1})
     {
@@ -470,7 +470,7 @@ TEST(OrvGlyph, AssignedToItselfItIsUnchanged)
     EXPECT_EQ(FactsOf(glyph).area, 2 * 1000 * 1000);
 }
 
-TEST(OrvGlyph, BuildingFromSeveralThreadsGivesEachItsOwnFace)
+TEST(OrvGlyph, GlyphsBuiltInSeveralThreadsGetTheirOwnFaces)
 {
     std::vector<std::thread> threads;
     std::vector<std::int64_t> areas(4);

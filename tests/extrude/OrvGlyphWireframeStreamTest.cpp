@@ -72,9 +72,9 @@ TEST(OrvGlyphWireframe, TheUnitSquareIsOneLoopThroughItsCornersOnEachFace)
                                  }));
 }
 
-TEST(OrvGlyphWireframe, AnInteriorCornerAppearsOnceOnTheOutlineAndTwiceOnTheOthers)
+TEST(OrvGlyphWireframe, AnInteriorCornerIsOneVertexOnTheLettersOutlineAndTwoOnTheOthers)
 {
-    // The notch is at (500, 500), its sides run along (-1, -1) and (5, -2).
+    // The notch is at (500, 500). Its sides run along (-1, -1) and (5, -2).
     OrvGlyph notch(0, GLYPHMETRICS{});
     ASSERT_EQ(notch.FromTTGlyph(NotchGlyph(), 1000), 1);
     ASSERT_NE(notch.contours.GetElement(0)->GetVertexElement(3)->IsInterior(), 0);
@@ -88,7 +88,7 @@ TEST(OrvGlyphWireframe, AnInteriorCornerAppearsOnceOnTheOutlineAndTwiceOnTheOthe
     EXPECT_EQ(loop(1).size(), 6u);
     const std::vector<GlVertex> bevel = loop(2);
     ASSERT_EQ(bevel.size(), 7u);
-    // Left-hand normals of the two sides: (1, -1) / sqrt 2 and (2, 5) / sqrt 29.
+    // The left-hand normals of the two sides are (1, -1) / sqrt(2) and (2, 5) / sqrt(29).
     EXPECT_NEAR(bevel[3].position[0], 0.5 + 0.070711, 1e-5);
     EXPECT_NEAR(bevel[3].position[1], 0.5 - 0.070711, 1e-5);
     EXPECT_NEAR(bevel[4].position[0], 0.5 + 0.037139, 1e-5);
@@ -100,7 +100,7 @@ TEST(OrvGlyphWireframe, AnInteriorCornerAppearsOnceOnTheOutlineAndTwiceOnTheOthe
     EXPECT_NEAR(round[4].position[1], 0.5 + 0.065653, 1e-5);
 }
 
-TEST(OrvGlyphWireframe, TwoHeightsAreTwoOutlinesInOrder)
+TEST(OrvGlyphWireframe, TwoLevelsAreTwoOutlinesInOrder)
 {
     ExtrusionData data;
     data.bevelDepth = 0.1f;
@@ -115,7 +115,7 @@ TEST(OrvGlyphWireframe, TwoHeightsAreTwoOutlinesInOrder)
     EXPECT_TRUE(IsGolden("glyph/odd/DrawOutline.txt", text));
 }
 
-TEST(OrvGlyphWireframe, ACopyDrawsFromItsSource)
+TEST(OrvGlyphWireframe, ACopyDrawsWithTheVerticesOfItsSource)
 {
     const OrvGlyph copy(OddGlyph());
     EXPECT_TRUE(IsGolden("glyph/odd/DrawBothFacesRounded.txt",

@@ -7,7 +7,8 @@
 
 namespace
 {
-// The pool: 0 to 2 run clockwise with y up, and a number of vertices on one line.
+// The vertices of the tests. Vertices 0, 1 and 2 run clockwise with y up; vertices 0 and 2 to 5 lie
+// on one line.
 std::vector<Vertex> Pool()
 {
     const short places[][2] = {{0, 0}, {0, 10}, {10, 10}, {20, 20}, {30, 30}, {40, 40}, {10, 0}};
@@ -42,23 +43,23 @@ TEST(PrimitiveWinding, TheWidestTriangleIsMeasuredExactly)
     EXPECT_EQ(TriangleTurn(right, up, low), -65535LL * 65535);
 }
 
-TEST(PrimitiveWinding, AFanIsJudgedByItsFirstTriangleThatIsNotDegenerate)
+TEST(PrimitiveWinding, AFanTurnsLikeItsFirstTriangleWithAnArea)
 {
-    // (0, 2, 3) and (0, 3, 4) lie on a line; (0, 4, 1) runs counter-clockwise.
+    // The triangles (0, 2, 3) and (0, 3, 4) have no area. (0, 4, 1) runs counter-clockwise.
     EXPECT_LT(Turn(GL_TRIANGLE_FAN, {0, 2, 3, 4, 1}), 0);
     EXPECT_GT(Turn(GL_TRIANGLE_FAN, {0, 2, 3, 4, 6}), 0);
-    // The first one that turns, not the last.
+    // The first triangle with an area decides, not the last.
     EXPECT_LT(Turn(GL_TRIANGLE_FAN, {0, 2, 1, 2}), 0);
 }
 
-TEST(PrimitiveWinding, AnAllDegeneratePrimitiveHasNoTurn)
+TEST(PrimitiveWinding, APrimitiveWithoutAreaHasNoTurn)
 {
     EXPECT_EQ(Turn(GL_TRIANGLE_FAN, {0, 2, 3, 4, 5}), 0);
     EXPECT_EQ(Turn(GL_TRIANGLE_STRIP, {0, 2, 3, 4, 5}), 0);
     EXPECT_EQ(Turn(GL_TRIANGLES, {0, 2, 3, 3, 4, 5}), 0);
 }
 
-TEST(PrimitiveWinding, AClockwiseTurnSetsTheBitAndAnyOtherClearsIt)
+TEST(PrimitiveWinding, OnlyAPositiveTurnRunsClockwise)
 {
     const std::vector<Vertex> pool = Pool();
     const auto clockwise = [&pool](const std::vector<unsigned short>& indices) {
@@ -82,28 +83,30 @@ TEST(PrimitiveWinding, TooFewVerticesHaveNoTurn)
 
 TEST(PrimitiveWinding, SeparateTrianglesAreTakenThreeVerticesAtATime)
 {
-    // (0, 2, 3) is degenerate, (4, 1, 0) is the next; (2, 3, 4), (3, 4, 1) are none.
+    // (0, 2, 3) has no area, so the second triangle decides.
     EXPECT_GT(Turn(GL_TRIANGLES, {0, 2, 3, 0, 1, 4}), 0);
     EXPECT_LT(Turn(GL_TRIANGLES, {0, 2, 3, 4, 1, 0}), 0);
-    // An incomplete one at the end does not count.
+    // An incomplete triangle at the end does not count.
     EXPECT_EQ(Turn(GL_TRIANGLES, {0, 2, 3, 0, 1}), 0);
 }
 
 TEST(PrimitiveWinding, AnOddTriangleOfAStripIsTakenInTheOrderInWhichItIsDrawn)
 {
-    // (2, 3, 4) is degenerate. The odd triangle at 2 is (vertex 2, vertex 1, vertex 3): (30, 30),
-    // (20, 20), (0, 10), which runs clockwise.
+    // (2, 3, 4) has no area. The odd triangle has the positions 2, 1 and 3 of the strip. These are
+    // the vertices at (30, 30), (20, 20) and (0, 10), which run clockwise.
     EXPECT_EQ(Turn(GL_TRIANGLE_STRIP, {2, 3, 4, 1, 1}), 100);
 }
 
 TEST(PrimitiveWinding, AStripsEvenTrianglesFollowEveryTwoVertices)
 {
-    // (0, 2, 3) and the odd (3, 2, 4) are degenerate; the even one at 2 is (3, 4, 1).
+    // (0, 2, 3) and the odd triangle (3, 2, 4) have no area. The even triangle after them is (3, 4,
+    // 1).
     EXPECT_EQ(Turn(GL_TRIANGLE_STRIP, {0, 2, 3, 4, 1}), -100);
 }
 
-// Meant so: the scan ends when its step has passed the last even triangle.
-TEST(PrimitiveWinding, AStripOfFourIsJudgedByItsFirstTriangleOnly)
+// Required: the scan ends before it tests the last triangle of a strip with an even number of
+// vertices.
+TEST(PrimitiveWinding, OnlyTheFirstTriangleOfAStripOfFourDecides)
 {
     EXPECT_EQ(Turn(GL_TRIANGLE_STRIP, {0, 2, 3, 1}), 0);
     EXPECT_NE(Turn(GL_TRIANGLE_STRIP, {0, 2, 3, 1, 1}), 0);

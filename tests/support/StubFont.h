@@ -2,7 +2,8 @@
 #pragma once
 
 /// \file
-/// A font without a face: four glyphs made by hand, so that layouts can be worked out on paper.
+/// A font without a platform font. Its four glyphs have simple sizes, so that layouts can be worked
+/// out by hand.
 
 #include "extrude/OrvFont.h"
 

@@ -12,7 +12,8 @@ namespace glyph_draws
 namespace
 {
 
-/// A vertex of the odd glyph: its place in 1/1000 em, its miter and its normals in 1/10000.
+/// A vertex of the odd glyph: its place in units of 1/1000 em, its miter and its normals in units
+/// of 1/10000.
 struct OddVertex
 {
     short x, y;
@@ -76,7 +77,8 @@ void UseFanAndTriangle(OrvGlyph& square)
 
 const OrvGlyph& Square()
 {
-    // A copy would borrow the vertices of a glyph that ends before it.
+    // The glyph is built in place, because a copy would use the vertices of a glyph that no longer
+    // exists.
     static OrvGlyph square(0, GLYPHMETRICS{});
     if (square.GetContourCount() == 0)
     {

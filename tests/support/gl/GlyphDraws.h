@@ -17,19 +17,20 @@ namespace glyph_draws
 /// counter-clockwise triangle of three of them.
 const OrvGlyph& Square();
 
-/// Replaces the faces of a square by those of Square(), or by the fan alone.
+/// Replace the faces of a square: UseFanAndTriangle with the faces of Square(), UseFan with the fan
+/// alone.
 void UseFan(OrvGlyph& square);
 void UseFanAndTriangle(OrvGlyph& square);
 
-/// A glyph whose corners are all different: sharp, smooth, interior, and interior and smooth, with
-/// three different normals and a miter each; its second contour has one vertex, its third none.
-/// It has no face.
+/// A glyph whose corners are all different: sharp, smooth, interior, and interior and smooth. Each
+/// corner has a miter of its own and three different normals. The second contour has one vertex,
+/// the third none. The glyph has no face.
 const OrvGlyph& OddGlyph();
 
 using DrawGlyph = int (OrvGlyph::*)(const ExtrusionData&) const;
 
-/// What a routine sends to OpenGL for each scale, bevel width and set of flags of the golden files,
-/// each under a line that tells these numbers.
+/// The calls that a routine makes to OpenGL, for each scale, bevel width and set of flags of the
+/// golden files. A line with these numbers precedes the calls of each draw.
 std::string TextOfDraws(const OrvGlyph& glyph, DrawGlyph draw);
 
 }  // namespace glyph_draws
