@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Font files rewritten for tests: other names, styles and tables.
+/// Copies of font files with changed names, styles or tables, for tests.
 
 #include <cstdint>
 #include <map>
@@ -18,10 +18,12 @@ public:
     /// Throws when the file cannot be read.
     explicit FontFile(const std::string& path);
 
-    /// The edge cases' font of tests/data: "Edge Test", "Edge Test Regular", 1000 units.
+    /// The font for edge cases, tests/data/EdgeTest.ttf: family "Edge Test", full name "Edge Test
+    /// Regular", 1000 units per em.
     static FontFile EdgeTest();
 
-    /// English names for Windows, in ASCII or UTF-8 within the basic plane.
+    /// Sets the English names for Windows, given in UTF-8. Characters must be in the basic
+    /// multilingual plane.
     FontFile& Names(const std::string& family, const std::string& style, const std::string& full,
                     const std::string& postScript);
     FontFile& Weight(int weight);
@@ -30,12 +32,12 @@ public:
     FontFile& Flavour(std::uint32_t version);
     FontFile& Remove(const std::string& tag);
     FontFile& Put(const std::string& tag, Table table);
-    /// Two big-endian bytes in a table.
+    /// Replaces two bytes of a table by \p value in big-endian order.
     FontFile& PutWord(const std::string& tag, std::size_t offset, int value);
 
     void Write(const std::string& path) const;
 
-    /// Several fonts in one file.
+    /// Writes several fonts into one file, a font collection.
     static void WriteCollection(const std::vector<FontFile>& fonts, const std::string& path);
 
 private:

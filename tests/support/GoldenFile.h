@@ -2,13 +2,13 @@
 #pragma once
 
 /// \file
-/// Expected texts that stand in files of their own, in tests/golden.
+/// Comparing texts with golden files: the expected texts in tests/golden.
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-/// Whether a text is that of a golden file. \p name is its path in tests/golden.
+/// Whether \p text equals the content of a golden file. \p name is the file's path in tests/golden.
 ///
 /// A failure names the first line that differs, and leaves the text that the test got in the folder
 /// golden of the build, where tools/golden finds it. When the environment variable

@@ -2,14 +2,15 @@
 #pragma once
 
 /// \file
-/// Font files chosen by a test in place of the machine's.
+/// Font files that a test chooses in place of the installed fonts of the machine.
 
 #include "platform/Fonts.h"
 
 #include <string>
 #include <vector>
 
-/// While it lives, the library finds exactly the given files installed. One at a time.
+/// While an object exists, the library finds exactly the given font files installed. Only one
+/// object may exist at a time.
 class PrivateFonts
 {
 public:
@@ -18,13 +19,14 @@ public:
     PrivateFonts(const PrivateFonts&) = delete;
     PrivateFonts& operator=(const PrivateFonts&) = delete;
 
-    /// Where files may be put; they are removed at the end.
+    /// A folder for files of the test. The destructor removes it.
     const std::string& Folder() const { return folder_; }
 
-    /// Adds a file, to be found from now on.
+    /// Installs a further file; the library finds it from now on.
     void Install(const std::string& file);
 
-    /// The same, without a word to the library. Returns the path at which it can be removed.
+    /// Installs a further file without telling the library. Returns the path of the installed copy,
+    /// which a test can remove.
     std::string Place(const std::string& file);
 
 private:
@@ -34,7 +36,8 @@ private:
     int installed_ = 0;
 };
 
-/// While it lives, outlines are handed over in this way (SetProcessOutlines).
+/// While an object exists, the process's fonts give outlines in the way that \p outlines names (see
+/// SetProcessOutlines). The destructor restores the previous way.
 class OutlinesInUse
 {
 public:
@@ -50,7 +53,7 @@ private:
     UINT previous_;
 };
 
-/// One callback of EnumFontFamiliesA.
+/// The values of one call of EnumFontFamiliesA's callback.
 struct EnumeratedFont
 {
     ENUMLOGFONTA record;
@@ -62,14 +65,14 @@ struct EnumeratedFont
     std::string FaceName() const { return record.elfLogFont.lfFaceName; }
 };
 
-/// Everything that EnumFontFamiliesA delivers for a family's name; null for every family.
+/// All fonts that EnumFontFamiliesA enumerates for a family's name; null stands for every family.
 std::vector<EnumeratedFont> EnumerateFonts(const char* family);
 
-/// The faces that a font registry gets: for each family's regular TrueType face, every TrueType
-/// face that enumeration by its full name delivers.
+/// The faces that enter a font registry. For each family, fonts are enumerated by the full name of
+/// the family's regular TrueType face, and every TrueType face that this gives is included.
 std::vector<EnumeratedFont> EnumerateAsRegistry();
 
-/// The full names of some fonts.
+/// The full names of the given fonts.
 std::vector<std::string> FullNames(const std::vector<EnumeratedFont>& fonts);
 
 /// A font selected into a device context of its own.
@@ -77,7 +80,7 @@ class SelectedFont
 {
 public:
     explicit SelectedFont(const LOGFONTA& description);
-    /// Of a face's name and a height.
+    /// Selects a font by its face name and height.
     SelectedFont(const char* faceName, LONG height, LONG weight = FW_NORMAL, bool italic = false);
     ~SelectedFont();
     SelectedFont(const SelectedFont&) = delete;
@@ -85,14 +88,16 @@ public:
 
     HDC Dc() const { return dc_; }
 
-    /// What GetGlyphOutlineA gives for a character: the bytes; the result and the metrics aside.
+    /// Calls GetGlyphOutlineA for a character and returns the bytes of the outline. \p result and
+    /// \p metrics receive the function's result and the metrics, if not null.
     std::vector<BYTE> Outline(UINT character, DWORD* result = nullptr,
                               GLYPHMETRICS* metrics = nullptr) const;
 
-    /// The outline metrics with their texts; empty when there are none.
+    /// The outline metrics and the texts that follow them; empty when the font has no outline
+    /// metrics.
     std::vector<BYTE> OutlineMetrics() const;
 
-    /// The full name in the outline metrics; empty when there are none.
+    /// The full name in the outline metrics; empty when the font has no outline metrics.
     std::string Full() const;
 
 private:
@@ -101,5 +106,5 @@ private:
     HGDIOBJ previous_ = nullptr;
 };
 
-/// The identity, as GetGlyphOutlineA wants it.
+/// The identity matrix, for GetGlyphOutlineA.
 extern const MAT2 identityMatrix;

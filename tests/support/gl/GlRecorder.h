@@ -6,23 +6,24 @@
 /// the gl... and glu... functions themselves, so the library's calls arrive here, become one line
 /// of text each, and draw nothing. No context is needed.
 ///
-/// A line is the function's name and its arguments, set apart by one space:
+/// A line is the function's name and its arguments, separated by single spaces:
 ///
 ///     glBegin GL_QUADS
 ///     glVertex3f 0 1 -0.5
 ///     glMaterialfv GL_FRONT_AND_BACK GL_DIFFUSE 1 0 0 1
 ///
-/// Numbers are in the shortest form that reads back as the same value, floats as floats (so 0.1f is
-/// 0.1 and a double 0.1f is 0.10000000149011612); negative zero is -0. Enumerators are named;
-/// booleans are GL_TRUE and GL_FALSE; bit sets are joined with |. An array gives all its values,
-/// image data and other memory the word data (null if there is none). Handles of tessellators and
-/// quadrics and the user data of vertices are left out.
+/// Numbers are written in the shortest form that reads back as the same value. Floats are written
+/// as floats, so the float 0.1f becomes 0.1, and a double with the value of 0.1f becomes
+/// 0.10000000149011612. Negative zero is -0. Enumerators are written by name, booleans as GL_TRUE
+/// and GL_FALSE, and the bits of a bit set by name, joined with |. An array is written as all its
+/// values. Image data and other memory is written as the word data, or null if there is none.
+/// Handles of tessellators and quadrics and the user data of vertices are left out.
 ///
-/// Recorded is OpenGL 1.1 without evaluators and colour indices; display lists and vertex arrays
-/// are recorded as calls, their contents not.
+/// The recorder covers OpenGL 1.1 without evaluators and colour indices. It records the calls for
+/// display lists and vertex arrays, but not their contents.
 ///
-/// GLU does its work as ever. What it calls itself (a cylinder's vertices, say) counts as inner:
-/// AllLines has it, indented by two spaces, Lines has not.
+/// GLU works as usual. The calls that GLU itself makes, for example for the vertices of a cylinder,
+/// are inner calls: AllLines has them, indented by two spaces, and Lines leaves them out.
 
 #include "platform/OpenGL.h"
 
@@ -63,10 +64,10 @@ std::string GlLine(std::string_view name, const Arguments&... arguments)
     return line;
 }
 
-/// A vertex with what was in force when it was emitted.
+/// A vertex with the state in force when it was emitted.
 struct GlVertex
 {
-    GLenum primitive;    ///< of the glBegin around it
+    GLenum primitive;    ///< the argument of the glBegin around the vertex
     int primitiveIndex;  ///< 0 for the first glBegin of the recording
     std::array<double, 3> position;
     std::array<double, 3> normal;
@@ -84,8 +85,8 @@ struct GlCall
     std::vector<double> arguments;
 };
 
-/// Records from its construction to its end, starting with OpenGL's initial state. One at a time.
-/// Calls from all threads are recorded.
+/// Records the calls of all threads from its construction to its destruction, starting with
+/// OpenGL's initial state. Only one object may exist at a time.
 class GlRecording
 {
 public:
@@ -96,47 +97,47 @@ public:
 
     using Names = std::initializer_list<std::string_view>;
 
-    /// The library's own calls.
+    /// The library's own calls, without the inner calls of GLU.
     std::vector<std::string> Lines() const;
-    /// The same, as numbers.
+    /// The same calls as Lines, as numbers.
     std::vector<GlCall> Calls() const;
-    /// With those that GLU made inside, indented.
+    /// The library's own calls and the inner calls of GLU, which are indented.
     std::vector<std::string> AllLines() const;
-    /// The lines of these functions alone.
+    /// Only: the lines of the given functions. Without: all other lines.
     std::vector<std::string> Only(Names names) const;
     std::vector<std::string> Without(Names names) const;
-    /// How many of the library's own calls were of this function.
+    /// How many of the library's own calls called this function.
     int Count(std::string_view name) const;
-    /// The lines, each with a line feed behind it.
+    /// The lines, each followed by a line feed.
     std::string Text() const;
     /// The vertices of the library's own calls (glVertex*), in order.
     std::vector<GlVertex> Vertices() const;
-    /// Forgets lines and vertices; the state stays.
+    /// Forgets lines and vertices and keeps the state.
     void Clear();
 
-    // What the queries answer. Calls that set a state also change its answer, as they do in OpenGL:
-    // glEnable, glMatrixMode, glViewport, glPixelStorei, glPushMatrix and so on. Matrices are not
-    // computed: they are identities until they are set here.
+    // The functions below set the values that OpenGL's queries return. Calls that set a state also
+    // change these values, as they do in OpenGL: glEnable, glMatrixMode, glViewport, glPixelStorei,
+    // glPushMatrix and so on. Matrices are not computed; they are identities until a test sets them
+    // here.
 
     void SetInteger(GLenum name, const std::vector<GLint>& values);
     void SetDouble(GLenum name, const std::vector<double>& values);
     void SetEnabled(GLenum capability, bool enabled);
-    /// What glRenderMode returns when the mode that it ends is not GL_RENDER.
+    /// Sets the number that glRenderMode returns when it ends the selection or feedback mode.
     void SetHits(GLint hits);
 
-    /// The next glGetError returns this. Further ones queue up.
+    /// Makes the next glGetError return this error. Further errors queue up.
     void AddError(GLenum error);
-    /// Adds the error after the function has been called \p calls more times.
+    /// Adds the error when the function has been called \p calls more times.
     void AddErrorAfter(std::string_view function, GLenum error, int calls = 1);
 
-    /// Entries on a matrix stack, 1 at the start; the current one's also shows unbalanced code:
-    /// pushing past the depth of GL_MAX_..._STACK_DEPTH or popping the last entry changes nothing
-    /// and adds the error that it adds in OpenGL.
+    /// The number of entries on a matrix stack; 1 at the start. As in OpenGL, a push beyond
+    /// GL_MAX_..._STACK_DEPTH and a pop of the last entry change nothing and add an error.
     int MatrixDepth(GLenum mode = GL_MODELVIEW) const;
     int NameDepth() const;
     int AttribDepth() const;
-    /// Whether glBegin waits for its glEnd.
+    /// Whether a glBegin has not yet got its glEnd.
     bool IsInsideBegin() const;
-    /// Every stack is as at the start and no glBegin is open.
+    /// Whether every stack is as deep as at the start and every glBegin has its glEnd.
     bool IsBalanced() const;
 };
