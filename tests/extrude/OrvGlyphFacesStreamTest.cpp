@@ -24,28 +24,6 @@ protected:
         UseFanAndTriangle(square);
     }
 
-    /// The calls that draw one face of the unscaled square at the given z.
-    static Lines FaceLines(const std::string& z, const char* normal, const char* clockwise,
-                           const char* counterClockwise)
-    {
-        return {clockwise,
-                "glBegin GL_TRIANGLE_FAN",
-                normal,
-                "glVertex3f 0 0 " + z,
-                "glVertex3f 0 1 " + z,
-                "glVertex3f 1 1 " + z,
-                "glVertex3f 1 0 " + z,
-                "glEnd",
-                counterClockwise,
-                "glBegin GL_TRIANGLES",
-                normal,
-                "glVertex3f 1 1 " + z,
-                "glVertex3f 0 1 " + z,
-                "glVertex3f 0 0 " + z,
-                "glEnd",
-                "glFrontFace GL_CCW"};
-    }
-
     OrvGlyph square;
 };
 
@@ -77,10 +55,11 @@ TEST_F(OrvGlyphFaces, AFrontFaceHasItsPolygonsWindingsAndABackFaceTheOpposite)
     const ExtrusionData data;
     GlRecording recording;
     EXPECT_EQ(square.RenderFace(2, Vector(0, 0, 1), 1, data), 1);
-    EXPECT_EQ(recording.Lines(), FaceLines("2", "glNormal3f 0 0 1", cw, ccw));
+    const std::string front = recording.Text();
     recording.Clear();
     EXPECT_EQ(square.RenderFace(-2, Vector(0, 0, -1), 0, data), 1);
-    EXPECT_EQ(recording.Lines(), FaceLines("-2", "glNormal3f 0 0 -1", ccw, cw));
+    EXPECT_TRUE(IsGolden("glyph/square/RenderFace.txt",
+                         "# front\n" + front + "# back\n" + recording.Text()));
 }
 
 TEST_F(OrvGlyphFaces, MirroringSwapsTheFourModes)

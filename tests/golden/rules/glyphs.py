@@ -330,6 +330,13 @@ def outlines_at(kind, heights):
     return loops(draw, ODD, [({1: "outline", 2: "bevel", 3: "round"}[kind], z) for z in draw.z])
 
 
+def face_at(side, height):
+    """RenderFace: one face of the square at a given height."""
+    draw = copy.copy(UNSCALED)
+    draw.z = {"face": height}
+    return face(draw, SQUARE, SQUARE_FACES, "face", side)
+
+
 def files():
     for shape, (contours, faces) in SHAPES.items():
         for name in SOLIDS:
@@ -344,6 +351,8 @@ def files():
             yield (f"glyph/{shape}/Render.txt",
                    faces_of(UNSCALED, contours, faces) +
                    solid("RenderEdgesUnbevelled", UNSCALED, contours, faces))
+    yield ("glyph/square/RenderFace.txt",
+           ["# front", *face_at(FRONT, 2.0), "# back", *face_at(BACK, -2.0)])
     # Bevelled is every number but 0.
     yield ("glyph/odd/RenderEdges.txt",
            [text for bevelled in (0, 1, 2)
