@@ -3,6 +3,7 @@
 #include "material/NamedColorArray.h"
 #include "platform/Sync.h"
 #include "scene/DrawingParameters.h"
+#include "tests/support/GoldenFile.h"
 #include "tests/support/Meshes.h"
 #include "tests/support/gl/GlRecorder.h"
 
@@ -16,28 +17,6 @@ namespace
 {
 
 using Lines = std::vector<std::string>;
-
-Lines operator+(Lines lines, const Lines& more)
-{
-    lines.insert(lines.end(), more.begin(), more.end());
-    return lines;
-}
-
-const Lines renderedStart = {"glDisable GL_CULL_FACE", "glLightModeli GL_LIGHT_MODEL_TWO_SIDE 1",
-                             "glFrontFace GL_CW"};
-const Lines renderedEnd = {"glFrontFace GL_CCW", "glEnable GL_CULL_FACE",
-                           "glLightModeli GL_LIGHT_MODEL_TWO_SIDE 0"};
-
-/// The calls that set a material which is black except for its diffuse red.
-Lines MaterialLines(const char* red)
-{
-    return {"glMaterialfv GL_FRONT_AND_BACK GL_AMBIENT 0 0 0 1",
-            std::string("glMaterialfv GL_FRONT_AND_BACK GL_DIFFUSE ") + red + " 0 0 1",
-            "glMaterialfv GL_FRONT_AND_BACK GL_SPECULAR 0 0 0 1",
-            "glMaterialfv GL_FRONT_AND_BACK GL_EMISSION 0 0 0 1",
-            "glMaterialf GL_FRONT_AND_BACK GL_SHININESS 64",
-            std::string("glColor4fv ") + red + " 0 0 1"};
-}
 
 NamedColor Red(float red)
 {
@@ -76,22 +55,7 @@ TEST_F(DrawingMeshes, ARenderedMeshIsNamedTrianglesWithTwoSidedLightingAndAMater
 {
     GlRecording recording;
     EXPECT_EQ(mesh.DrawRendered(&parameters), 1);
-    const Lines expected = renderedStart + Lines{"glPushName 0", "glBegin GL_TRIANGLES"} +
-                           MaterialLines("0.5") +
-                           Lines{"glNormal3fv 0 0 -1",
-                                 "glVertex3fv 0 0 0",
-                                 "glNormal3fv 0 0 -1",
-                                 "glVertex3fv 1 0 0",
-                                 "glNormal3fv 0 0 -1",
-                                 "glVertex3fv 1 1 0",
-                                 "glEnd",
-                                 "glPopName"} +
-                           Lines{"glPushName 1",       "glBegin GL_TRIANGLES", "glNormal3fv 0 0 -1",
-                                 "glVertex3fv 0 0 0",  "glNormal3fv 0 0 -1",   "glVertex3fv 1 1 0",
-                                 "glNormal3fv 0 0 -1", "glVertex3fv 0 1 0",    "glEnd",
-                                 "glPopName"} +
-                           renderedEnd;
-    EXPECT_EQ(recording.Lines(), expected);
+    EXPECT_TRUE(IsGolden("mesh/rendered.txt", recording.Text()));
     EXPECT_TRUE(recording.IsBalanced());
 }
 
@@ -195,13 +159,7 @@ TEST_F(DrawingMeshes, AnOutlineIsALineLoopForEachFaceInTheFacesMaterial)
 {
     GlRecording recording;
     EXPECT_EQ(mesh.DrawOutline(&parameters), 1);
-    const Lines expected = Lines{"glIsEnabled GL_LIGHTING"} + MaterialLines("0.5") +
-                           Lines{"glBegin GL_LINE_LOOP", "glVertex3fv 0 0 0", "glVertex3fv 1 0 0",
-                                 "glVertex3fv 1 1 0", "glEnd"} +
-                           MaterialLines("0.5") +
-                           Lines{"glBegin GL_LINE_LOOP", "glVertex3fv 0 0 0", "glVertex3fv 1 1 0",
-                                 "glVertex3fv 0 1 0", "glEnd"};
-    EXPECT_EQ(recording.Lines(), expected);
+    EXPECT_TRUE(IsGolden("mesh/outlined.txt", recording.Text()));
 }
 
 TEST_F(DrawingMeshes, AnOutlineIsDrawnWithoutLightingWhichIsEnabledAgain)
@@ -299,8 +257,8 @@ TEST_F(DrawingMeshes, ADrawingThatIsTerminatedStopsAfterAMultipleOf50FacesAndRes
             stopper.join();
             drawn = recording.Count("glBegin");
             EXPECT_TRUE(recording.IsBalanced());
-            EXPECT_EQ(recording.Lines().back(),
-                      rendered ? renderedEnd.back() : std::string("glEnable GL_LIGHTING"));
+            EXPECT_EQ(recording.Lines().back(), rendered ? "glLightModeli GL_LIGHT_MODEL_TWO_SIDE 0"
+                                                         : "glEnable GL_LIGHTING");
         }
         EXPECT_GT(drawn, 0);
         EXPECT_LT(drawn, faces);

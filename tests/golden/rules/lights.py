@@ -9,15 +9,16 @@ FROM_AFAR = (0, 0, 1, 0)     # infinitely far away in the direction of its own z
 RED, YELLOW = (1, 0, 0), (1, 1, 0)
 
 
-def light(position):
-    return ["glEnable GL_LIGHT0",
-            line("glLightfv", "GL_LIGHT0", "GL_AMBIENT", *AMBIENT),
-            line("glLightfv", "GL_LIGHT0", "GL_DIFFUSE", *DIFFUSE),
-            line("glLightfv", "GL_LIGHT0", "GL_SPECULAR", *SPECULAR),
-            line("glLightfv", "GL_LIGHT0", "GL_POSITION", *position),
-            line("glLightfv", "GL_LIGHT0", "GL_SPOT_DIRECTION", 0, 0, -1),
-            line("glLightf", "GL_LIGHT0", "GL_SPOT_CUTOFF", 180),
-            line("glLightf", "GL_LIGHT0", "GL_SPOT_EXPONENT", 128)]
+def light(position, number=0):
+    name = f"GL_LIGHT{number}"
+    return ["glEnable " + name,
+            line("glLightfv", name, "GL_AMBIENT", *AMBIENT),
+            line("glLightfv", name, "GL_DIFFUSE", *DIFFUSE),
+            line("glLightfv", name, "GL_SPECULAR", *SPECULAR),
+            line("glLightfv", name, "GL_POSITION", *position),
+            line("glLightfv", name, "GL_SPOT_DIRECTION", 0, 0, -1),
+            line("glLightf", name, "GL_SPOT_CUTOFF", 180),
+            line("glLightf", name, "GL_SPOT_EXPONENT", 128)]
 
 
 def front(name, *values):

@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: MIT
 """Views: the lens, the background, and the scene below the view's own place."""
 from rules.lenses import Lens, loaded
-from rules.nodes import node
+from rules.nodes import TEXTURE_OFF, node
+from rules.scenes import LIGHT_MODEL
 
 # Of 100 x 50 pixels and 4 units across, at z = 5: the world lies 5 units before it.
 LENS = Lens((100, 50), orthographic_width=4)
@@ -12,14 +13,11 @@ CLEAR_DEPTH = ["glDepthMask GL_TRUE", "glClear GL_DEPTH_BUFFER_BIT"]
 CLEAR_WHITE = ["glClearColor 1 1 1 1", "glClear GL_COLOR_BUFFER_BIT", "glFlush"]
 SMOOTH = ["glShadeModel GL_SMOOTH", "glEnable GL_DEPTH_TEST"]
 FLAT = ["glShadeModel GL_FLAT", "glDisable GL_DEPTH_TEST"]
-LIGHTS = ["glEnable GL_LIGHTING", "glLightModelfv GL_LIGHT_MODEL_AMBIENT 0.2 0.2 0.2 1",
-          "glLightModeli GL_LIGHT_MODEL_LOCAL_VIEWER 0"]
-TEXTURE_OFF = ["glDisable GL_TEXTURE_2D"]
 
 
 def viewed(clear=tuple(CLEAR_WHITE), shading=tuple(SMOOTH), lights_turn=True):
     """A scene without children. Lights that turn with it are set inside its transform."""
-    scene = node(TEXTURE_OFF + (LIGHTS if lights_turn else []))
+    scene = node(TEXTURE_OFF + (LIGHT_MODEL if lights_turn else []))
     return node([*TEXTURE_OFF, *CLEAR_DEPTH, *clear, *shading, *scene], BEFORE_THE_VIEW)
 
 
@@ -33,6 +31,6 @@ def files():
            loaded(LENS, before=["gluPickMatrix 30 30 5 5 0 0 100 50"]) + viewed(clear=()))
     background = CLEAR_DEPTH + CLEAR_WHITE + SMOOTH
     yield "view/background.txt", lens + background
-    yield "view/lights-at-camera.txt", lens + LIGHTS + viewed(lights_turn=False)
-    yield "view/background-with-lights-at-camera.txt", lens + LIGHTS + background
+    yield "view/lights-at-camera.txt", lens + LIGHT_MODEL + viewed(lights_turn=False)
+    yield "view/background-with-lights-at-camera.txt", lens + LIGHT_MODEL + background
     yield "view/perspective.txt", loaded(Lens((100, 50)), after=READ_BACK) + viewed()

@@ -3,7 +3,7 @@
 
 #include "scene/DrawingObject.h"
 #include "scene/DrawingParameters.h"
-#include "tests/scene/nodes/CallLines.h"
+#include "tests/support/GoldenFile.h"
 #include "tests/support/TestNodes.h"
 #include "tests/support/gl/GlRecorder.h"
 
@@ -14,22 +14,11 @@
 namespace
 {
 
-// The box from (0, 0, 0) to (1, 2, 3), in the order of the sizing handles.
-const Lines wireBox = {"glBegin GL_LINE_LOOP", "glVertex3dv 0 0 3",
-                       "glVertex3dv 0 2 3",    "glVertex3dv 1 2 3",
-                       "glVertex3dv 1 0 3",    "glEnd",
-                       "glBegin GL_LINE_LOOP", "glVertex3dv 0 0 0",
-                       "glVertex3dv 0 2 0",    "glVertex3dv 1 2 0",
-                       "glVertex3dv 1 0 0",    "glEnd",
-                       "glBegin GL_LINES",     "glVertex3dv 0 0 3",
-                       "glVertex3dv 0 0 0",    "glVertex3dv 0 2 3",
-                       "glVertex3dv 0 2 0",    "glVertex3dv 1 2 3",
-                       "glVertex3dv 1 2 0",    "glVertex3dv 1 0 3",
-                       "glVertex3dv 1 0 0",    "glEnd"};
+using Lines = std::vector<std::string>;
 
-const Lines extentsBox = Lines{"glColor4fv 0.25 0.5 0.75 1", "glIsEnabled GL_LIGHTING"} + wireBox;
 const Lines textureOff = {"glIsEnabled GL_TEXTURE_2D", "glDisable GL_TEXTURE_2D"};
 
+// A node whose box runs from (0, 0, 0) to (1, 2, 3).
 class Boxes : public testing::Test
 {
 protected:
@@ -47,6 +36,13 @@ protected:
         return recording.Lines();
     }
 
+    testing::AssertionResult IsDrawnAs(const std::string& name)
+    {
+        const GlRecording recording;
+        EXPECT_EQ(node.DrawObject(&parameters), 1);
+        return IsGolden("node/" + name + ".txt", recording.Text());
+    }
+
     DrawingObject node;
     DrawingParameters parameters;
 };
@@ -55,10 +51,10 @@ TEST_F(Boxes, AnExtentsBoxIsTwoLoopsAndFourLines)
 {
     GlRecording recording;
     EXPECT_EQ(node.DrawExtentsBox(&parameters), 1);
-    EXPECT_EQ(recording.Lines(), extentsBox);
+    EXPECT_TRUE(IsGolden("node/box.txt", recording.Text()));
     recording.Clear();
     EXPECT_EQ(node.DrawScalingBox(&parameters), 1);
-    EXPECT_EQ(recording.Lines(), extentsBox);
+    EXPECT_TRUE(IsGolden("node/box.txt", recording.Text()));
 }
 
 TEST_F(Boxes, LightingIsSwitchedOffWhileABoxIsDrawn)
@@ -66,10 +62,7 @@ TEST_F(Boxes, LightingIsSwitchedOffWhileABoxIsDrawn)
     GlRecording recording;
     recording.SetEnabled(GL_LIGHTING, true);
     node.DrawExtentsBox(&parameters);
-    const Lines lines = recording.Lines();
-    EXPECT_EQ(lines[2], "glDisable GL_LIGHTING");
-    EXPECT_EQ(lines.back(), "glEnable GL_LIGHTING");
-    EXPECT_EQ(lines.size(), extentsBox.size() + 2);
+    EXPECT_TRUE(IsGolden("node/box-where-lighting-is-on.txt", recording.Text()));
 }
 
 TEST_F(Boxes, APlainNodeDrawsNoBox)
@@ -84,7 +77,8 @@ TEST_F(Boxes, TexturingIsSwitchedOnAgainAfterTheBoxes)
     GlRecording recording;
     recording.SetEnabled(GL_TEXTURE_2D, true);
     EXPECT_EQ(node.DrawObject(&parameters), 1);
-    EXPECT_EQ(recording.Lines(), textureOff + Lines{"glEnable GL_TEXTURE_2D"});
+    EXPECT_EQ(recording.Lines(), (Lines{"glIsEnabled GL_TEXTURE_2D", "glDisable GL_TEXTURE_2D",
+                                        "glEnable GL_TEXTURE_2D"}));
 }
 
 TEST_F(Boxes, ANodeThatIsNotEditableDrawsItsBoxWhenNodeAndParametersAskForIt)
@@ -92,7 +86,7 @@ TEST_F(Boxes, ANodeThatIsNotEditableDrawsItsBoxWhenNodeAndParametersAskForIt)
     node.SetShowExtentsBox();
     EXPECT_EQ(Drawn(), textureOff);
     parameters.SetShowExtentsAndHandles();
-    EXPECT_EQ(Drawn(), textureOff + extentsBox);
+    EXPECT_TRUE(IsDrawnAs("drawn-with-box"));
     node.ClearShowExtentsBox();
     EXPECT_EQ(Drawn(), textureOff);
     parameters.SetExtentsBox();
@@ -105,9 +99,9 @@ TEST_F(Boxes, ANodeThatIsNotEditableCanDrawItsBoxTwice)
     node.SetShowExtentsBox();
     node.SetShowScalingBox();
     parameters.SetShowExtentsAndHandles();
-    EXPECT_EQ(Drawn(), textureOff + extentsBox + extentsBox);  // the scaling box
+    EXPECT_TRUE(IsDrawnAs("drawn-with-two-boxes"));  // the scaling box
     parameters.SetExtentsBox();
-    EXPECT_EQ(Drawn(), textureOff + extentsBox + extentsBox);  // everyone's extents box
+    EXPECT_TRUE(IsDrawnAs("drawn-with-two-boxes"));  // everyone's extents box
 }
 
 TEST_F(Boxes, AnEditableNodeHasTheExtentsBoxOrTheScalingBox)
@@ -117,11 +111,11 @@ TEST_F(Boxes, AnEditableNodeHasTheExtentsBoxOrTheScalingBox)
     node.SetShowScalingBox();
     EXPECT_EQ(Drawn(), textureOff);
     parameters.SetShowExtentsAndHandles();
-    EXPECT_EQ(Drawn(), textureOff + extentsBox);
+    EXPECT_TRUE(IsDrawnAs("drawn-with-box"));
     parameters.SetExtentsBox();
-    EXPECT_EQ(Drawn(), textureOff + extentsBox);
+    EXPECT_TRUE(IsDrawnAs("drawn-with-box"));
     parameters.ClearShowExtentsAndHandles();
-    EXPECT_EQ(Drawn(), textureOff + extentsBox);
+    EXPECT_TRUE(IsDrawnAs("drawn-with-box"));
     node.ClearShowScalingBox();
     parameters.ClearExtentsBox();
     parameters.SetShowExtentsAndHandles();
@@ -155,11 +149,15 @@ TEST_F(Handles, BackHandlesAreOpenAndFrontHandlesAreClosed)
     EXPECT_EQ(node.DrawSizingHandles(&parameters), 1);
     const std::vector<GlVertex> vertices = recording.Vertices();
     ASSERT_EQ(vertices.size(), 4U * 16 + 4U * 24);
+    const DVector centers[] = {DVector(0.0, 0.0, 3.0), DVector(0.0, 2.0, 3.0),
+                               DVector(1.0, 2.0, 3.0), DVector(1.0, 0.0, 3.0),
+                               DVector(0.0, 0.0, 0.0), DVector(0.0, 2.0, 0.0),
+                               DVector(1.0, 2.0, 0.0), DVector(1.0, 0.0, 0.0)};
     for (std::size_t i = 0; i < vertices.size(); ++i)
     {
         const bool open = i < 4 * 16;
         const std::size_t handle = open ? 4 + i / 16 : (i - 4 * 16) / 24;
-        const DVector center = node.GetLocalSizingHandleCenter(static_cast<int>(handle));
+        const DVector& center = centers[handle];
         // Every corner lies half an edge from the centre on each axis.
         const double half = 0.05f / 2;
         EXPECT_NEAR(std::abs(vertices[i].position[0] - center.x), half, 1e-7);
@@ -232,7 +230,5 @@ TEST(DrawingObjectMaterials, ASelfLitMaterialSendsNoAmbientOrDiffuse)
                      "glMaterialfv GL_FRONT_AND_BACK GL_EMISSION 0.25 0 0 1",
                      "glMaterialf GL_FRONT_AND_BACK GL_SHININESS 64", "glColor4fv 0.25 0 0 1"}));
 }
-
-// Nodes with a texture that can be generated.
 
 }  // namespace

@@ -2,7 +2,7 @@
 #include "scene/DrawingObject.h"
 
 #include "platform/Sync.h"
-#include "tests/scene/nodes/CallLines.h"
+#include "tests/support/GoldenFile.h"
 #include "tests/support/TerminationEvent.h"
 #include "tests/support/TestNodes.h"
 #include "tests/support/gl/GlRecorder.h"
@@ -15,12 +15,8 @@
 namespace
 {
 
+using Lines = std::vector<std::string>;
 using Log = LoggingNode::Log;
-
-const std::string identity = "glMultMatrixd 1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1";
-const Lines nodeStart = {"glGetIntegerv GL_MAX_MODELVIEW_STACK_DEPTH", "glPushMatrix", "glGetError",
-                         identity};
-const Lines nodeEnd = {"glPopMatrix", "glFlush"};
 
 class DrawingNodes : public testing::Test
 {
@@ -38,15 +34,21 @@ protected:
         root.AddChild(b);
         a->AddChild(a1);
     }
+
+    /// Whether drawing a node sends what that file in node/ says.
+    testing::AssertionResult IsDrawnAs(const std::string& name, DrawingObject& node, int result = 1)
+    {
+        const GlRecording recording;
+        EXPECT_EQ(node.Draw(&parameters), result);
+        EXPECT_TRUE(recording.IsBalanced());
+        return IsGolden("node/" + name + ".txt", recording.Text());
+    }
 };
 
 TEST_F(DrawingNodes, FreshParametersDrawNothingButPushAndPopTheMatrix)
 {
-    GlRecording recording;
-    EXPECT_EQ(root.Draw(&parameters), 1);
-    EXPECT_EQ(recording.Lines(), nodeStart + nodeEnd);
+    EXPECT_TRUE(IsDrawnAs("empty", root));
     EXPECT_EQ(log, Log{});
-    EXPECT_TRUE(recording.IsBalanced());
 }
 
 TEST_F(DrawingNodes, TheCompositeMatrixIsMultiplied)
@@ -96,9 +98,7 @@ TEST_F(DrawingNodes, ShowSelectedOnlySkipsTheSubtreeOfAnUnselectedNode)
     b->SetSelected();
     EXPECT_EQ(root.Draw(&parameters), 1);
     EXPECT_EQ(log, (Log{"draw root", "draw b"}));
-    GlRecording recording;
-    EXPECT_EQ(a->Draw(&parameters), 1);
-    EXPECT_EQ(recording.Lines(), nodeStart + nodeEnd);
+    EXPECT_TRUE(IsDrawnAs("empty", *a));
 }
 
 TEST_F(DrawingNodes, TheTextureIsSwitchedOffBeforeTheNodeDraws)
@@ -108,10 +108,7 @@ TEST_F(DrawingNodes, TheTextureIsSwitchedOffBeforeTheNodeDraws)
         glColor3f(1, 0, 0);
         return 1;
     };
-    GlRecording recording;
-    EXPECT_EQ(a1->Draw(&parameters), 1);
-    EXPECT_EQ(recording.Lines(),
-              (nodeStart + Lines{"glDisable GL_TEXTURE_2D", "glColor3f 1 0 0"} + nodeEnd));
+    EXPECT_TRUE(IsDrawnAs("untextured", *a1));
 }
 
 TEST_F(DrawingNodes, AStackOverflowReturns0WithoutPopping)
@@ -131,7 +128,7 @@ TEST_F(DrawingNodes, AnyOtherErrorDoesNotStopADraw)
     GlRecording recording;
     recording.AddError(GL_INVALID_ENUM);
     EXPECT_EQ(root.Draw(&parameters), 1);
-    EXPECT_EQ(recording.Lines(), nodeStart + nodeEnd);
+    EXPECT_TRUE(IsGolden("node/empty.txt", recording.Text()));
 }
 
 TEST_F(DrawingNodes, AFailingNodePopsTheMatrixAndStopsTheWalk)
@@ -260,21 +257,6 @@ protected:
         }).join();
         return free;
     }
-
-    const Lines disabled{"glDisable GL_TEXTURE_2D"};
-    const Lines generated{
-        "glPixelStorei GL_UNPACK_ALIGNMENT 1",
-        "glTexParameteri GL_TEXTURE_2D GL_TEXTURE_MAG_FILTER GL_LINEAR",
-        "glTexParameteri GL_TEXTURE_2D GL_TEXTURE_MIN_FILTER GL_LINEAR",
-        "glGetIntegerv GL_MAX_TEXTURE_SIZE",
-        "glGetIntegerv GL_PACK_ALIGNMENT",
-        "gluScaleImage GL_RGB 2 2 GL_UNSIGNED_BYTE data 2 2 GL_UNSIGNED_BYTE data",
-        "glTexImage2D GL_TEXTURE_2D 0 3 2 2 0 GL_RGB GL_UNSIGNED_BYTE data"};
-    const Lines prepared{"glEnable GL_TEXTURE_2D", "glPixelStorei GL_UNPACK_ALIGNMENT 1",
-                         "glTexParameteri GL_TEXTURE_2D GL_TEXTURE_WRAP_S GL_REPEAT",
-                         "glTexParameteri GL_TEXTURE_2D GL_TEXTURE_WRAP_T GL_REPEAT",
-                         "glTexEnvi GL_TEXTURE_ENV GL_TEXTURE_ENV_MODE GL_MODULATE"};
-    const Lines enabled{"glEnable GL_TEXTURE_2D"};
 };
 
 TEST_F(TexturedNodes, TheTextureIsGeneratedPreparedEnabledAndDisabled)
@@ -284,10 +266,7 @@ TEST_F(TexturedNodes, TheTextureIsGeneratedPreparedEnabledAndDisabled)
         ownedWhileDrawing = !IsFree(root);
         return 1;
     };
-    GlRecording recording;
-    EXPECT_EQ(root.Draw(&parameters), 1);
-    EXPECT_EQ(recording.Lines(),
-              nodeStart + disabled + generated + prepared + enabled + disabled + nodeEnd);
+    EXPECT_TRUE(IsDrawnAs("textured", root));
     EXPECT_EQ(parameters.GetCurrentTexture().GetName(), "wood");
     EXPECT_TRUE(ownedWhileDrawing);
     EXPECT_TRUE(IsFree(root));
@@ -296,9 +275,7 @@ TEST_F(TexturedNodes, TheTextureIsGeneratedPreparedEnabledAndDisabled)
 TEST_F(TexturedNodes, TheCurrentTextureIsNotGeneratedAgain)
 {
     root.Draw(&parameters);
-    GlRecording recording;
-    EXPECT_EQ(a->Draw(&parameters), 1);
-    EXPECT_EQ(recording.Lines(), nodeStart + disabled + prepared + enabled + disabled + nodeEnd);
+    EXPECT_TRUE(IsDrawnAs("textured-again", *a));
 }
 
 TEST_F(TexturedNodes, ATextureOfTheCurrentNameIsTheCurrentOne)
@@ -324,10 +301,7 @@ TEST_F(TexturedNodes, ATextureOfTheCurrentNameIsTheCurrentOne)
 TEST_F(TexturedNodes, AFailingDrawGivesOwnershipBack)
 {
     root.onDraw = [](DrawingParameters*) { return 0; };
-    GlRecording recording;
-    EXPECT_EQ(root.Draw(&parameters), 0);
-    EXPECT_EQ(recording.Lines(),
-              nodeStart + disabled + generated + prepared + enabled + Lines{"glPopMatrix"});
+    EXPECT_TRUE(IsDrawnAs("textured-but-failing", root, 0));
     EXPECT_TRUE(IsFree(root));
 }
 
@@ -336,10 +310,8 @@ TEST_F(TexturedNodes, ATextureThatCannotBeGeneratedLeavesTheCurrentOne)
     root.Draw(&parameters);
     b->GetTexture()->FreeImage();  // nothing can be loaded
     b->GetTexture()->SetName("stone");
-    GlRecording recording;
-    EXPECT_EQ(b->Draw(&parameters), 1);
     // It is not Valid any more: prepared as no texture, and not enabled.
-    EXPECT_EQ(recording.Lines(), nodeStart + disabled + disabled + disabled + nodeEnd);
+    EXPECT_TRUE(IsDrawnAs("texture-without-image", *b));
     EXPECT_EQ(b->GetTexture()->textureFlags, TextureMap::Textured);
     EXPECT_EQ(parameters.GetCurrentTexture().GetName(), "wood");
 }
@@ -357,24 +329,16 @@ TEST_F(TexturedNodes, OwnershipThatTheHostHoldsIsLeftToIt)
 TEST_F(TexturedNodes, PickingAppliesNoTextureButSwitchesItOffTwice)
 {
     parameters.SetSelecting();
-    GlRecording recording;
-    EXPECT_EQ(root.Draw(&parameters), 1);
-    EXPECT_EQ(recording.Lines(), nodeStart + disabled + disabled + nodeEnd);
+    EXPECT_TRUE(IsDrawnAs("textured-but-picked", root));
 }
 
 TEST_F(TexturedNodes, WithoutRenderOrShowTexturesNoTextureIsApplied)
 {
     parameters.ClearRender();
-    {
-        GlRecording recording;
-        root.Draw(&parameters);
-        EXPECT_EQ(recording.Lines(), nodeStart + disabled + nodeEnd);
-    }
+    EXPECT_TRUE(IsDrawnAs("textures-not-shown", root));
     parameters.SetRender();
     parameters.ClearShowTextures();
-    GlRecording recording;
-    root.Draw(&parameters);
-    EXPECT_EQ(recording.Lines(), nodeStart + disabled + nodeEnd);
+    EXPECT_TRUE(IsDrawnAs("textures-not-shown", root));
 }
 
 }  // namespace

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "scene/OrvFontString.h"
 
+#include "extrude/OrvGlyph.h"
 #include "platform/Sync.h"
 #include "scene/DrawingParameters.h"
+#include "tests/support/GoldenFile.h"
 #include "tests/support/StubFont.h"
 #include "tests/support/gl/GlRecorder.h"
+#include "tests/support/gl/GlyphDraws.h"
 
 #include <gtest/gtest.h>
 
@@ -41,23 +44,33 @@ protected:
     DrawingParameters parameters;
 };
 
+NamedColor Diffuse(float red, float green, float blue)
+{
+    NamedColor color;
+    color.SetDiffuseColor(ColorVector(red, green, blue, 1));
+    return color;
+}
+
 TEST_F(OrvFontStringStream, DrawsTheTextThenTheBoxesOfEveryNode)
 {
+    glyph_draws::UseFan(*font.Glyph('A'));
+    glyph_draws::UseFan(*font.Glyph('B'));
+    string.SetScale(DVector(1, 1, 1));
+    string.SetBevelStyle(0);
+    string.SetBevelDepth(0);
+    string.SetInterCharacterSpacing(0.125f);
+    string.SetUnscaledDimensions(DVector(1, 2, 1));
+    string.SetFirstLineOffset(0.75f);
+    string.SetFaceColor(Diffuse(0.25f, 0.25f, 0.25f));
+    string.SetEdgeColor(Diffuse(0.5f, 0.5f, 0.5f));
+    string.extentsBoxColor = Diffuse(0.25f, 0.5f, 0.75f);
+    string.SetLocalBounds(Vector(0, 0, 0), Vector(1, 2, 3));
     string.SetEditable();
     parameters.SetRender();
     parameters.SetExtentsBox();
-    string.extentsBoxColor.SetDiffuseColor(ColorVector(1, 0, 0, 1));
     const GlRecording recording;
     EXPECT_EQ(string.DrawObject(&parameters), 1);
-    const Lines lines = recording.Lines();
-    ASSERT_FALSE(lines.empty());
-    EXPECT_EQ(lines.front(), "glPushMatrix");
-    const auto textEnd = std::find(lines.begin(), lines.end(), "glPopMatrix");
-    const auto box = std::find(lines.begin(), lines.end(), "glBegin GL_LINES");
-    ASSERT_NE(textEnd, lines.end());
-    ASSERT_NE(box, lines.end());
-    EXPECT_LT(textEnd, box);
-    EXPECT_EQ(std::count(textEnd, lines.end(), "glBegin GL_LINE_LOOP"), 2);
+    EXPECT_TRUE(IsGolden("text/solid-with-box.txt", recording.Text()));
 }
 
 TEST_F(OrvFontStringStream, WithoutRenderOrOutlineOnlyTheBoxesAreDrawn)

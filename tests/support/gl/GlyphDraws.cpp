@@ -63,16 +63,16 @@ VertexIndexPolygon Polygon(GLenum type, std::initializer_list<unsigned short> in
 
 }  // namespace
 
-void UseFan(OrvGlyph& square)
+void UseFan(OrvGlyph& glyph)
 {
-    square.facePolygons.RemoveAll();
-    square.facePolygons.Add(Polygon(GL_TRIANGLE_FAN, {0, 1, 2, 3}, true));
+    glyph.facePolygons.RemoveAll();
+    glyph.facePolygons.Add(Polygon(GL_TRIANGLE_FAN, {0, 1, 2, 3}, true));
 }
 
-void UseFanAndTriangle(OrvGlyph& square)
+void UseFanAndTriangle(OrvGlyph& glyph)
 {
-    UseFan(square);
-    square.facePolygons.Add(Polygon(GL_TRIANGLES, {2, 1, 0}, false));
+    UseFan(glyph);
+    glyph.facePolygons.Add(Polygon(GL_TRIANGLES, {2, 1, 0}, false));
 }
 
 const OrvGlyph& Square()

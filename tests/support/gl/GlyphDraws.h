@@ -17,10 +17,10 @@ namespace glyph_draws
 /// counter-clockwise triangle of three of them.
 const OrvGlyph& Square();
 
-/// Replace the faces of a square: UseFanAndTriangle with the faces of Square(), UseFan with the fan
-/// alone.
-void UseFan(OrvGlyph& square);
-void UseFanAndTriangle(OrvGlyph& square);
+/// Replace the faces of a glyph of four corners: UseFanAndTriangle with the faces of Square(),
+/// UseFan with the fan alone.
+void UseFan(OrvGlyph& glyph);
+void UseFanAndTriangle(OrvGlyph& glyph);
 
 /// A glyph whose corners are all different: sharp, smooth, interior, and interior and smooth. Each
 /// corner has a miter of its own and three different normals. The second contour has one vertex,
