@@ -8,6 +8,9 @@
 #include <cstdio>
 #include <utility>
 
+namespace orvane
+{
+
 namespace
 {
 
@@ -86,3 +89,5 @@ void ProgressBar::Show(double share)
     }
     ShowProgress(text);
 }
+
+}  // namespace orvane

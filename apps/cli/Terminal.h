@@ -5,6 +5,9 @@
 #include <functional>
 #include <string>
 
+namespace orvane
+{
+
 /// Whether standard error is a terminal. Progress is shown only on a terminal.
 bool IsErrorTerminal();
 
@@ -50,3 +53,5 @@ private:
     Clock::time_point start_;
     Clock::time_point shown_;
 };
+
+}  // namespace orvane

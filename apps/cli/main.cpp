@@ -17,6 +17,9 @@
 #include <sstream>
 #include <string>
 
+namespace orvane
+{
+
 namespace
 {
 
@@ -42,7 +45,7 @@ void Answer(const CLI::App& app, const CLI::Success& question)
 {
     std::ostringstream text;
     app.exit(question, text, text);
-    orvane::WriteToStandardOutput(text.str());
+    WriteToStandardOutput(text.str());
 }
 
 int Run(CLI::App& app, int argc, char** argv)
@@ -67,7 +70,7 @@ int Run(CLI::App& app, int argc, char** argv)
     {
         return ComplainAboutUsage(app, error.what());
     }
-    catch (const orvane::OptionError& error)
+    catch (const OptionError& error)
     {
         // The message begins with the name of the field, which is also the name of the option.
         // CLI11 has checked the values of all options whose names differ from the field's.
@@ -78,10 +81,14 @@ int Run(CLI::App& app, int argc, char** argv)
 
 }  // namespace
 
+}  // namespace orvane
+
 int main(int argc, char** argv)
 {
+    using namespace orvane;
+
     PrepareProcess();
-    orvane::OutputFile::WatchUnfinishedFiles(RemoveWhenInterrupted);
+    OutputFile::WatchUnfinishedFiles(RemoveWhenInterrupted);
     try
     {
         CLI::App app("Turns text into solid letters and draws them.", "orvane");

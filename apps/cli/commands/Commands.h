@@ -6,10 +6,15 @@ namespace CLI
 class App;
 }
 
+namespace orvane
+{
+
 // Each function adds one subcommand, which runs when the command line names it. A subcommand throws
-// UsageError or orvane::Error.
+// UsageError or Error.
 void AddRenderCommand(CLI::App& app);
 void AddFontsCommand(CLI::App& app);
 void AddInfoCommand(CLI::App& app);
 void AddPickCommand(CLI::App& app);
 void AddShowcaseCommand(CLI::App& app);
+
+}  // namespace orvane

@@ -17,7 +17,8 @@
 #include <memory>
 #include <optional>
 
-using namespace orvane;
+namespace orvane
+{
 
 namespace
 {
@@ -102,3 +103,5 @@ void AddFontsCommand(CLI::App& app)
         }
     });
 }
+
+}  // namespace orvane

@@ -8,7 +8,8 @@
 
 #include <map>
 
-using namespace orvane;
+namespace orvane
+{
 
 namespace
 {
@@ -83,3 +84,5 @@ std::vector<Import> ImportOptions::Parse() const
     }
     return imports;
 }
+
+}  // namespace orvane

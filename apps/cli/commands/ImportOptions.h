@@ -12,11 +12,14 @@ class App;
 class Option;
 }  // namespace CLI
 
+namespace orvane
+{
+
 /// A 3D Studio file and how its meshes stand in the scene.
 struct Import
 {
     std::string file;
-    orvane::MeshOptions options;
+    MeshOptions options;
 };
 
 /// The options that bring 3D Studio files into a scene.
@@ -36,3 +39,5 @@ private:
     CLI::Option* size_;
     CLI::Option* turn_;
 };
+
+}  // namespace orvane

@@ -7,7 +7,8 @@
 #include <cmath>
 #include <sstream>
 
-using namespace orvane;
+namespace orvane
+{
 
 namespace
 {
@@ -210,9 +211,6 @@ std::string NumberText(double number)
     text << number;
     return text.str();
 }
-
-namespace orvane
-{
 
 namespace
 {

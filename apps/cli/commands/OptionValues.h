@@ -9,25 +9,28 @@
 #include <string>
 #include <vector>
 
-// Reads the values of options. Each function throws orvane::Error, whose Problem() names the
-// expected and the found value; CLI11 adds the name of the option.
+namespace orvane
+{
+
+// Reads the values of options. Each function throws Error, whose Problem() names the expected and
+// the found value; CLI11 adds the name of the option.
 
 double ParseNumber(const std::string& text);
 /// The parts between commas. The middle part of "a,,b" is empty.
 std::vector<std::string> SplitAtCommas(const std::string& text);
 /// "WxH" in pixels, both at least 1 and at most largestPictureSide.
-orvane::Size ParseSize(const std::string& text);
+Size ParseSize(const std::string& text);
 /// "X,Y" in pixels, both whole numbers and at least 0.
-orvane::Size ParsePixel(const std::string& text);
+Size ParsePixel(const std::string& text);
 /// "X,Y".
 std::vector<double> ParsePair(const std::string& text);
 /// "X,Y,Z" in degrees.
-orvane::Vector3 ParseAngles(const std::string& text);
+Vector3 ParseAngles(const std::string& text);
 /// "X,Y,Z" in ems.
-orvane::Vector3 ParsePlace(const std::string& text);
-orvane::Color ParseOpaqueColor(const std::string& text);
+Vector3 ParsePlace(const std::string& text);
+Color ParseOpaqueColor(const std::string& text);
 /// "INDEX,on|off[,COLOR]".
-orvane::LightChange ParseLight(const std::string& text);
+LightChange ParseLight(const std::string& text);
 
 /// Checks that a function such as ParseNumber can read a value.
 template <typename Parse>
@@ -40,7 +43,7 @@ CLI::Validator ReadableBy(Parse parse)
                 parse(text);
                 return std::string();
             }
-            catch (const orvane::Error& error)
+            catch (const Error& error)
             {
                 return error.Problem();
             }
@@ -57,7 +60,7 @@ CLI::Validator IntegerBetween(int least, int most);
 template <typename Enum>
 std::vector<std::string> NamesOf()
 {
-    constexpr auto& names = orvane::EnumNames<Enum>::names;
+    constexpr auto& names = EnumNames<Enum>::names;
     return {names.begin(), names.end()};
 }
 
@@ -70,9 +73,6 @@ std::string NumberText(double number);
 // CLI11 finds these conversions because they are in the namespace of the types. It calls them only
 // with values that a validator has checked. Each enumeration has its own conversion instead of one
 // template for all, because CLI11 has a template for enumerations itself, which reads numbers.
-namespace orvane
-{
-
 bool lexical_cast(const std::string& text, Color& color);
 bool lexical_cast(const std::string& text, LightChange& change);
 bool lexical_cast(const std::string& text, Size& size);

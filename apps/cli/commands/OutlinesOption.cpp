@@ -5,6 +5,9 @@
 
 #include <CLI/CLI.hpp>
 
+namespace orvane
+{
+
 void AddOutlinesOption(CLI::App& command)
 {
     static const std::vector<std::string> names = {"as-is", "repaired"};
@@ -19,3 +22,5 @@ void AddOutlinesOption(CLI::App& command)
         ->option_text("as-is|repaired [repaired]")
         ->check(CLI::IsMember(names));
 }
+
+}  // namespace orvane

@@ -20,7 +20,8 @@
 
 #include <memory>
 
-using namespace orvane;
+namespace orvane
+{
 
 namespace
 {
@@ -189,3 +190,5 @@ void AddPickCommand(CLI::App& app)
     command.add_flag("--json", options->json, "Prints a JSON object, or null");
     command.callback([options] { Pick(*options); });
 }
+
+}  // namespace orvane

@@ -32,7 +32,8 @@
 #include <memory>
 #include <optional>
 
-using namespace orvane;
+namespace orvane
+{
 
 namespace
 {
@@ -403,3 +404,5 @@ void AddRenderCommand(CLI::App& app)
     }
     command.callback([options] { Render(*options); });
 }
+
+}  // namespace orvane

@@ -13,7 +13,8 @@
 #include <algorithm>
 #include <cmath>
 
-using namespace orvane;
+namespace orvane
+{
 
 namespace
 {
@@ -185,3 +186,5 @@ std::optional<TextureOptions> SceneOptions::Texture() const
 {
     return texture_.file.empty() ? std::nullopt : std::optional(texture_);
 }
+
+}  // namespace orvane

@@ -13,6 +13,9 @@ class App;
 class Option;
 }  // namespace CLI
 
+namespace orvane
+{
+
 /// The options about everything around a text: its texture, the background, the lights and the
 /// camera. Camera(), Background() and Texture() have a value only if one of their options was
 /// given.
@@ -24,11 +27,11 @@ public:
     SceneOptions(const SceneOptions&) = delete;
     SceneOptions& operator=(const SceneOptions&) = delete;
 
-    const orvane::LightOptions& Lights() const { return lights_; }
-    std::optional<orvane::CameraOptions> Camera() const;
+    const LightOptions& Lights() const { return lights_; }
+    std::optional<CameraOptions> Camera() const;
     /// Throws UsageError when an option about the background picture is given without a picture.
-    std::optional<orvane::BackgroundOptions> Background() const;
-    std::optional<orvane::TextureOptions> Texture() const;
+    std::optional<BackgroundOptions> Background() const;
+    std::optional<TextureOptions> Texture() const;
 
     std::vector<CLI::Option*> ofTexture;  ///< allowed only for new scenes
     std::vector<CLI::Option*> ofCamera;   ///< any of these frames the scene anew
@@ -39,11 +42,13 @@ private:
     void AddLights(CLI::App& command);
     void AddCamera(CLI::App& command);
 
-    orvane::LightOptions lights_;
-    orvane::CameraOptions camera_;
-    orvane::BackgroundOptions background_;
-    orvane::TextureOptions texture_;
+    LightOptions lights_;
+    CameraOptions camera_;
+    BackgroundOptions background_;
+    TextureOptions texture_;
     std::optional<std::string> backgroundText_;  ///< a colour or the name of a file
     CLI::Option* placement_ = nullptr;
     CLI::Option* place_ = nullptr;
 };
+
+}  // namespace orvane

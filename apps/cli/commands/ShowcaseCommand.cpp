@@ -17,7 +17,8 @@
 
 #include <memory>
 
-using namespace orvane;
+namespace orvane
+{
 
 namespace
 {
@@ -104,3 +105,5 @@ void AddShowcaseCommand(CLI::App& app)
     command.add_option("-o,--output", *output, "The picture: .png or .bmp")->required();
     command.callback([output] { DrawShowcase(*output); });
 }
+
+}  // namespace orvane

@@ -10,7 +10,8 @@
 #include <memory>
 #include <optional>
 
-using namespace orvane;
+namespace orvane
+{
 
 namespace
 {
@@ -66,3 +67,5 @@ void AddInfoCommand(CLI::App& app)
         ->option_text("FILE");
     command.callback([options] { PrintInfo(*options); });
 }
+
+}  // namespace orvane
