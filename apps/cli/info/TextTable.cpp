@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/info/TextTable.h"
 
+#include <utf8.h>
+
 #include <algorithm>
 
 namespace orvane
@@ -11,11 +13,9 @@ namespace
 
 constexpr std::size_t gap = 2;  // spaces before each column
 
-/// The number of characters, which in UTF-8 may have several bytes each.
 std::size_t Width(const std::string& text)
 {
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](unsigned char byte) { return (byte & 0xC0) != 0x80; }));
+    return static_cast<std::size_t>(utf8::distance(text.begin(), text.end()));
 }
 
 }  // namespace

@@ -7,7 +7,8 @@
 namespace orvane
 {
 
-/// Rows of cells in UTF-8, printed in columns. A column is as wide as its widest cell.
+/// Rows of cells, printed in columns. A column has as many characters as its widest cell. Cells
+/// must be valid UTF-8; Quoted (apps/cli/info/JsonWriter.h) makes any text valid.
 class TextTable
 {
 public:

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <utf8.h>
+
+#include <string_view>
+
+namespace orvane
+{
+
+/// U+FFFD, which stands for each byte that belongs to no character.
+constexpr char32_t replacementCharacter = 0xFFFD;
+
+/// Calls a function with each character of a text. Each byte that is not part of a whole, valid
+/// character gives U+FFFD.
+template <typename Take>
+void ForEachCharacter(std::string_view utf8, Take take)
+{
+    const char* at = utf8.data();
+    const char* const end = at + utf8.size();
+    while (at != end)
+    {
+        const char* const firstInvalid = utf8::find_invalid(at, end);
+        while (at != firstInvalid)
+        {
+            take(static_cast<char32_t>(utf8::unchecked::next(at)));
+        }
+        if (at != end)
+        {
+            take(replacementCharacter);
+            ++at;
+        }
+    }
+}
+
+}  // namespace orvane
