@@ -3,6 +3,7 @@
 
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
+#include "platform/Utf8.h"
 
 #include <iconv.h>
 #include <utf8.h>
@@ -20,9 +21,6 @@ namespace
 {
 
 constexpr const char* ucs4 = std::endian::native == std::endian::little ? "UCS-4LE" : "UCS-4BE";
-
-/// U+FFFD, which stands for bytes that are not a valid character.
-constexpr char32_t replacement = 0xFFFD;
 
 /// An open converter of the iconv library.
 class Converter
@@ -131,24 +129,10 @@ std::optional<char> CodeOf(char32_t character, const CodePageTable* table)
 
 }  // namespace
 
-std::u32string CharactersOf(std::string_view text, const char* encoding)
+std::u32string CharactersOf(std::string_view utf8)
 {
-    Converter converter(ucs4, encoding);
     std::u32string characters;
-    while (!text.empty())
-    {
-        constexpr std::size_t maxBytes = 4;  // of one character
-        char32_t character = 0;
-        std::size_t length =
-            converter.Convert(text.data(), std::min(maxBytes, text.size()), &character);
-        if (length == 0)
-        {
-            character = replacement;
-            length = 1;
-        }
-        characters += character;
-        text.remove_prefix(length);
-    }
+    orvane::ForEachCharacter(utf8, [&](char32_t character) { characters += character; });
     return characters;
 }
 
@@ -237,10 +221,23 @@ std::string Utf8FromUtf16(std::string_view bigEndian)
     {
         return utf8;
     }
+    // utf8::utf16to8 would throw at the first invalid surrogate, so iconv takes character by
+    // character.
     utf8.clear();
-    for (const char32_t character : CharactersOf(bigEndian, "UTF-16BE"))
+    Converter converter(ucs4, "UTF-16BE");
+    while (!bigEndian.empty())
     {
+        constexpr std::size_t maxBytes = 4;  // of one character
+        char32_t character = 0;
+        std::size_t length =
+            converter.Convert(bigEndian.data(), std::min(maxBytes, bigEndian.size()), &character);
+        if (length == 0)
+        {
+            character = orvane::replacementCharacter;
+            length = 1;
+        }
         AppendUtf8(utf8, character);
+        bigEndian.remove_prefix(length);
     }
     return utf8;
 }

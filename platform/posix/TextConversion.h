@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Texts of code pages, UTF-8 and UTF-16, converted by the iconv library.
+/// Texts of code pages, UTF-8 and UTF-16. The iconv library knows the code pages.
 
 #include "platform/Types.h"
 
@@ -13,9 +13,8 @@
 namespace posix
 {
 
-/// The characters of a text in an encoding that iconv knows. Each byte that belongs to no valid
-/// character gives U+FFFD.
-std::u32string CharactersOf(std::string_view text, const char* encoding = "UTF-8");
+/// The characters of a text. Each byte that belongs to no valid character gives U+FFFD.
+std::u32string CharactersOf(std::string_view utf8);
 
 void AppendUtf8(std::string& text, char32_t character);
 

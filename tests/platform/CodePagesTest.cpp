@@ -59,7 +59,7 @@ TEST(CodePages, TheFirstCharacterThatDoesNotFitIsNamed)
 
 TEST(CodePages, BytesThatAreNotUtf8AreReportedAsTheReplacementCharacter)
 {
-    for (const char* broken : {"a\xFF", "a\xC3", "a\xC0\xAF", "a\xED\xA0\x80"})
+    for (const char* broken : {"a\xFF", "a\xC3", "a\xC0\xAF", "a\xED\xA0\x80", "a\xF4\x90\x80\x80"})
     {
         EXPECT_EQ(Utf8ToCodePage(broken, 1252).misfit, "\uFFFD");
         EXPECT_EQ(FindCodePage(broken).codePage, 0u);
