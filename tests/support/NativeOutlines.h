@@ -4,6 +4,7 @@
 /// \file
 /// Outlines for tests, with coordinates in whole units.
 
+#include "contours/FlatOutline.h"
 #include "contours/NativeOutline.h"
 
 #include <vector>
@@ -28,6 +29,12 @@ inline orvane::contours::NativeOutline MakeOutline(
         outline.CloseContour();
     }
     return outline;
+}
+
+/// The outline, of 1000 units per em, flattened.
+inline orvane::contours::FlatOutline FlatOf(const std::vector<std::vector<OutlineAt>>& contours)
+{
+    return orvane::contours::Flatten(MakeOutline(contours), 1000);
 }
 
 /// A square with sides along the axes. It runs clockwise unless \p turned.
