@@ -46,8 +46,8 @@ void Draw(const Document& document, const DrawOptions& options)
     const AdoptedContext adopted(viewport[0] + size.width, viewport[1] + size.height);
     if (HasBackgroundPicture(*state.scene.scene) && wglGetCurrentContext() == nullptr)
     {
-        throw Error("OpenGL", "a context that was not made through EGL",
-                    "a context made through EGL, because the document has a background picture");
+        throw Error("OpenGL", "a context made through neither EGL nor GLX",
+                    "one of them, because the document has a background picture");
     }
     const KeptState kept;
 

@@ -25,8 +25,8 @@ private:
 };
 
 /// While this object lives, the host's current OpenGL context has a device context, which the
-/// drawing of bitmaps needs. Does nothing if the current context is one of the library's or was not
-/// made through EGL.
+/// drawing of bitmaps needs. Does nothing if the current context is one of the library's or was
+/// made through neither EGL nor GLX.
 class AdoptedContext
 {
 public:

@@ -201,8 +201,7 @@ ORVANE_API void WritePicture(const Document& document, const std::string& path,
 /// compatibility profile and a depth buffer. The colours and depths in the viewport are replaced;
 /// afterwards OpenGL's state is the same as before. Throws an Error when no context is current,
 /// when the current context cannot draw letters, or when the document has a background picture and
-/// the context was not made through EGL (with GLFW: GLFW_CONTEXT_CREATION_API,
-/// GLFW_EGL_CONTEXT_API).
+/// the context was made through neither EGL nor GLX.
 ORVANE_API void Draw(const Document& document, const DrawOptions& options = {});
 
 /// An installed font that letters can be made of.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/drawing/EglSystem.h"
 
+#include "platform/HostContext.h"
 #include "platform/OpenGL.h"
 
 #include <EGL/eglext.h>
@@ -80,6 +81,7 @@ bool FindMaximumSize(EglSystem& system, std::string* reason)
     const EGLSurface surface = eglCreatePbufferSurface(system.display, system.plain, attributes);
     bool isCurrent = false;
     {
+        const orvane::HostContextPause pause;
         const KeptCurrent kept(system.display);
         isCurrent =
             surface != EGL_NO_SURFACE && eglMakeCurrent(system.display, surface, surface, context);

@@ -1,37 +1,32 @@
 // SPDX-License-Identifier: MIT
 #include "platform/HostContext.h"
 
-#include <GL/glx.h>
+#include "platform/posix/drawing/ForeignContext.h"
+
+#include <utility>
 
 namespace orvane
 {
 
 struct HostContextPause::Paused
 {
-    Display* display;
-    GLXDrawable drawn;
-    GLXDrawable read;
-    GLXContext context;
+    std::unique_ptr<posix::ForeignContext> context;
 };
 
 HostContextPause::HostContextPause()
 {
-    GLXContext const context = glXGetCurrentContext();
-    if (context == nullptr)
+    if (std::unique_ptr<posix::ForeignContext> context = posix::CurrentGlxContext())
     {
-        return;
+        context->MakeNotCurrent();
+        paused_ = std::make_unique<Paused>(Paused{std::move(context)});
     }
-    Display* const display = glXGetCurrentDisplay();
-    paused_ = std::make_unique<Paused>(
-        Paused{display, glXGetCurrentDrawable(), glXGetCurrentReadDrawable(), context});
-    glXMakeContextCurrent(display, 0, 0, nullptr);
 }
 
 HostContextPause::~HostContextPause()
 {
     if (paused_ != nullptr)
     {
-        glXMakeContextCurrent(paused_->display, paused_->drawn, paused_->read, paused_->context);
+        paused_->context->MakeCurrent();
     }
 }
 

@@ -10,6 +10,8 @@
 #include "platform/posix/drawing/RenderedPixels.h"
 #include "platform/posix/drawing/RenderingContext.h"
 
+#include <utility>
+
 namespace
 {
 
@@ -19,6 +21,7 @@ using posix::CurrentContext;
 using posix::CurrentOfThread;
 using posix::DeviceContext;
 using posix::EglSystem;
+using posix::ForeignContext;
 using posix::RenderingContext;
 using posix::Resolve;
 using posix::ResolveOrRefuse;
@@ -45,14 +48,13 @@ BOOL MakeAdoptedCurrent(CurrentContext& current, HDC dc)
         SetLastError(ERROR_INVALID_PIXEL_FORMAT);
         return FALSE;
     }
-    if (current.isAdopted && adopted.IsCurrent())
+    if (current.isAdopted && adopted.context->IsCurrent())
     {
         return TRUE;
     }
     current.Release();
-    if (!eglMakeCurrent(adopted.display, adopted.draw, adopted.read, adopted.context))
+    if (!adopted.context->MakeCurrent())
     {
-        posix::SetError(ERROR_NO_RENDERING, posix::EglError("eglMakeCurrent"));
         return FALSE;
     }
     current.isAdopted = true;
@@ -189,32 +191,32 @@ HDC wglGetCurrentDC()
 HDC AdoptCurrentContext(int width, int height)
 {
     CurrentContext* const current = CurrentOfThread();
-    eglBindAPI(EGL_OPENGL_API);  // per thread
-    const EGLContext context = eglGetCurrentContext();
-    if (current == nullptr || context == EGL_NO_CONTEXT || width <= 0 || height <= 0)
+    std::unique_ptr<ForeignContext> context = posix::CurrentEglContext();
+    if (context == nullptr)
+    {
+        context = posix::CurrentGlxContext();
+    }
+    if (current == nullptr || context == nullptr || width <= 0 || height <= 0)
     {
         posix::SetError(ERROR_NO_RENDERING, "no OpenGL context is current that could be adopted");
         return nullptr;
     }
-    if (current->context != nullptr && current->context->context == context)
+    if (current->context != nullptr && current->context->context == eglGetCurrentContext())
     {
         SetLastError(ERROR_BUSY);  // the context was made by wglCreateContext
         return nullptr;
     }
-    if (current->adopted == nullptr || current->adopted->context != context)
+    if (current->adopted == nullptr || !current->adopted->context->IsCurrent())
     {
         ReleaseAdoptedContext();
         const auto adopted = std::make_shared<AdoptedContext>();
-        adopted->context = context;
         adopted->dc = CreateCompatibleDC(nullptr);
         adopted->handle = static_cast<HGLRC>(posix::AddHandle(adopted));
         SetPixelFormat(adopted->dc, 1, nullptr);  // the format of 32 bits
         current->adopted = adopted;
     }
     AdoptedContext& adopted = *current->adopted;
-    adopted.display = eglGetCurrentDisplay();
-    adopted.draw = eglGetCurrentSurface(EGL_DRAW);
-    adopted.read = eglGetCurrentSurface(EGL_READ);
+    adopted.context = std::move(context);
     adopted.size = {width, height};
     if (current->context != nullptr)
     {

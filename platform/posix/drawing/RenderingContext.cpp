@@ -154,9 +154,9 @@ void CurrentContext::Forget()
 
 void CurrentContext::ReleaseAdopted()
 {
-    if (isAdopted && adopted->IsCurrent())
+    if (isAdopted && adopted->context->IsCurrent())
     {
-        eglMakeCurrent(adopted->display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+        adopted->context->MakeNotCurrent();
     }
     isAdopted = false;
 }

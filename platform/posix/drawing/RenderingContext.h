@@ -8,6 +8,7 @@
 #include "platform/posix/drawing/BitmapObject.h"
 #include "platform/posix/drawing/CurrentRendering.h"
 #include "platform/posix/drawing/EglSystem.h"
+#include "platform/posix/drawing/ForeignContext.h"
 
 #include <cstdint>
 #include <memory>
@@ -56,12 +57,7 @@ private:
 /// A context that a host made and that AdoptCurrentContext has taken in.
 struct AdoptedContext final : HandleObject
 {
-    bool IsCurrent() const { return eglGetCurrentContext() == context; }
-
-    EGLDisplay display = EGL_NO_DISPLAY;
-    EGLSurface draw = EGL_NO_SURFACE;
-    EGLSurface read = EGL_NO_SURFACE;
-    EGLContext context = EGL_NO_CONTEXT;
+    std::unique_ptr<ForeignContext> context;  ///< as it was when the host adopted it last
     SurfaceSize size = {0, 0};
     HDC dc = nullptr;        ///< made for this context and deleted with the adoption
     HGLRC handle = nullptr;  ///< removed with the adoption
