@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-class GLMemoryDIB;
 class SceneObject;
 class ViewObject;
 
@@ -50,7 +49,6 @@ public:
 
 private:
     std::unique_ptr<ViewObject> view_;
-    std::unique_ptr<GLMemoryDIB> target_;
 };
 
 }  // namespace orvane

@@ -9,6 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+#include <tuple>
+
 namespace
 {
 
@@ -269,6 +272,32 @@ TEST(DocumentPicking, AHitNamesNodeLetterAndPart)
     EXPECT_EQ(letters, (std::vector<std::string>{"Ä", "I"}));
     EXPECT_TRUE(document.Pick(size, 0, 0).empty());
     EXPECT_THROW(document.Pick(size, size.width, 0), orvane::OptionError);
+}
+
+TEST(DocumentPicking, APickDoesNotDependOnPicksBeforeItOrOnTheThread)
+{
+    const HeadlessContext context(1, 1);
+    REQUIRE_CONTEXT(context);
+    Document solid = SampleDocument();
+    Document wires = SampleDocument();
+    wires.SetDrawingMode(orvane::DrawingMode::Outline);
+    const auto pickRow = [](const Document& document) {
+        std::vector<std::tuple<std::string, orvane::LetterPart, double>> row;
+        for (int x = 0; x < size.width; x += 20)
+        {
+            for (const orvane::Hit& hit : document.Pick(size, x, size.height / 2))
+            {
+                row.emplace_back(hit.letter, hit.part, hit.depth);
+            }
+        }
+        return row;
+    };
+    const auto row = pickRow(solid);
+    EXPECT_FALSE(row.empty());
+    EXPECT_NE(pickRow(wires), row);
+    EXPECT_EQ(pickRow(solid), row);
+    // A thread that has not picked before has a context of its own.
+    std::thread([&] { EXPECT_EQ(pickRow(solid), row); }).join();
 }
 
 TEST(DocumentPicking, TheToolFindsTheSameUnderEachPixel)
