@@ -258,6 +258,49 @@ int GLMemoryDIB::CopyBand(HDC target, int x, int y, double row, double column)
                          dibBits, dibInfo, DIB_RGB_COLORS, SRCCOPY) == height;
 }
 
+int GLMemoryDIB::DrawInOneBitmap(
+    const std::function<void(int x, int y, int width, int height)>& drawBand)
+{
+    const int bandWidth = WholePixels(GetDIBWidth());
+    const int bandHeight = WholePixels(GetDIBHeight());
+    if (renderingContext == nullptr || bandWidth < 1 || bandHeight < 1)
+    {
+        return 0;
+    }
+    const HBITMAP bandSection = dibSection;
+    const void* const bandBits = dibBits;
+    const std::vector<DWORD> bandInfo = infoStorage_;
+    const HDC wholeDC = CreateCompatibleDC(nullptr);
+    projection.SetViewOffset(0, 0);
+    projection.SetViewSize(projection.GetWidth(), projection.GetHeight());
+    bandingRows = bandingColumns = 1;
+    dibSection = CreateDIBRectangleSection();
+    const HGDIOBJ previousOfWhole = SelectObject(wholeDC, dibSection);
+
+    const int width = dibInfo->bmiHeader.biWidth;
+    const int height = dibInfo->bmiHeader.biHeight;
+    const int columnStep = bandWidth < width ? bandWidth & ~3 : width;
+    const int rowStep = bandHeight < height ? bandHeight & ~3 : height;
+    for (int y = 0; y < height && previousOfWhole != nullptr; y += rowStep)
+    {
+        for (int x = 0; x < width; x += columnStep)
+        {
+            const int columns = std::min(columnStep, width - x);
+            const int rows = std::min(rowStep, height - y);
+            drawBand(x, y, columns, rows);
+            StretchDIBits(wholeDC, x, height - y - rows, columns, rows, 0, bandHeight - rows,
+                          columns, rows, bandBits,
+                          reinterpret_cast<const BITMAPINFO*>(bandInfo.data()), DIB_RGB_COLORS,
+                          SRCCOPY);
+        }
+    }
+    Release();
+    DeleteObject(bandSection);
+    memoryDC = wholeDC;
+    previousBitmap = previousOfWhole;
+    return previousOfWhole != nullptr;
+}
+
 int GLMemoryDIB::Release()
 {
     if (renderingContext == nullptr || memoryDC == nullptr)

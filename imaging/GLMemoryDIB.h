@@ -5,6 +5,7 @@
 #include "platform/Bitmaps.h"
 #include "platform/Rendering.h"
 
+#include <functional>
 #include <vector>
 
 class ColorVector;
@@ -56,6 +57,16 @@ public:
     /// \param x where the picture begins in the target, in pixels, like \p y.
     /// \return 1 when all lines were copied, otherwise 0.
     int CopyBand(HDC target, int x, int y, double row, double column);
+
+    /// Draws a picture of several bands, after Create, and keeps all of it: afterwards the bitmap
+    /// has the picture's size, and there is no rendering context. Bands begin at multiples of four
+    /// pixels, so that the dithering pattern goes on from one to the next.
+    /// \param drawBand is called for each band. It draws the part of the picture that begins at
+    /// (x, y), in pixels from the picture's lower left corner, at the lower left corner of the
+    /// window.
+    /// \return 0 when there is no rendering context, which changes nothing, or too little memory
+    /// for the bitmap; the object can then only be destroyed.
+    int DrawInOneBitmap(const std::function<void(int x, int y, int width, int height)>& drawBand);
 
     /// Deletes the rendering context and the device context; the bitmap stays. Returns 0 when
     /// either is missing.

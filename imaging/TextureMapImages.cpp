@@ -10,6 +10,33 @@
 #include <memory>
 #include <new>
 
+namespace
+{
+
+/// Sets up a context so that glDrawPixels draws from the lower left corner of the window on.
+/// \param width, height of the picture, in pixels
+void PlaceRasterAtCorner(int width, int height)
+{
+    glTranslatef(0, 0, -5);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glViewport(0, 0, width, height);
+    glMatrixMode(GL_MODELVIEW);
+    glClear(GL_DEPTH_BUFFER_BIT);
+
+    GLdouble modelview[16];
+    GLdouble volume[16];
+    GLint viewport[4];
+    GLdouble corner[3] = {};
+    glGetDoublev(GL_MODELVIEW_MATRIX, modelview);
+    glGetDoublev(GL_PROJECTION_MATRIX, volume);
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    gluUnProject(0, 0, 0, modelview, volume, viewport, &corner[0], &corner[1], &corner[2]);
+    glRasterPos3dv(corner);
+}
+
+}  // namespace
+
 _RGBImageRecord* TextureMap::DIBImageLoad(const char* filename)
 {
     MemoryMappedDIB bitmap;
@@ -55,33 +82,35 @@ int TextureMap::GenerateDitheredImage()
     projection.SetScaledSize(pixels->sizeX, pixels->sizeY);
 
     auto dithered = std::make_unique<GLMemoryDIB>();
-    const int created = dithered->Create(projection, 8);
-    if (created)
+    int made = dithered->Create(projection, 8);
+    if (made)
     {
-        glTranslatef(0, 0, -5);
-        glMatrixMode(GL_PROJECTION);
-        glLoadIdentity();
-        glViewport(0, 0, pixels->sizeX, pixels->sizeY);
-        glMatrixMode(GL_MODELVIEW);
-        glClear(GL_DEPTH_BUFFER_BIT);
-
-        // Draw the pixels from the lower left corner of the window on.
-        GLdouble modelview[16];
-        GLdouble volume[16];
-        GLint viewport[4];
-        GLdouble corner[3] = {};
-        glGetDoublev(GL_MODELVIEW_MATRIX, modelview);
-        glGetDoublev(GL_PROJECTION_MATRIX, volume);
-        glGetIntegerv(GL_VIEWPORT, viewport);
-        gluUnProject(0, 0, 0, modelview, volume, viewport, &corner[0], &corner[1], &corner[2]);
-        glRasterPos3dv(corner);
+        PlaceRasterAtCorner(pixels->sizeX, pixels->sizeY);
         glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-        glDrawPixels(pixels->sizeX, pixels->sizeY, GL_RGB, GL_UNSIGNED_BYTE, pixels->data);
+        if (dithered->GetBandingRows() > 1 || dithered->GetBandingColumns() > 1)
+        {
+            glPixelStorei(GL_UNPACK_ROW_LENGTH, pixels->sizeX);
+            made = dithered->DrawInOneBitmap([pixels](int x, int y, int width, int height) {
+                // The depth that the band before has left would hide this one.
+                glClear(GL_DEPTH_BUFFER_BIT);
+                const std::size_t first =
+                    static_cast<std::size_t>(y) * static_cast<std::size_t>(pixels->sizeX) +
+                    static_cast<std::size_t>(x);
+                glDrawPixels(width, height, GL_RGB, GL_UNSIGNED_BYTE, pixels->data + 3 * first);
+            });
+        }
+        else
+        {
+            glDrawPixels(pixels->sizeX, pixels->sizeY, GL_RGB, GL_UNSIGNED_BYTE, pixels->data);
+        }
+    }
+    if (made)
+    {
         ditheredImage = dithered.release();
     }
-    // If Create failed, the bitmap is destroyed here, which leaves no context current. So it is
-    // destroyed before the earlier context is made current again.
+    // If the bitmap could not be made, the object is destroyed here, which leaves no context
+    // current. So it is destroyed before the earlier context is made current again.
     dithered.reset();
     wglMakeCurrent(savedDC, savedContext);
-    return created;
+    return made;
 }

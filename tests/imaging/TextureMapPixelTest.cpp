@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 
 namespace
@@ -75,6 +76,84 @@ TEST(TextureMap, AColourThatThePaletteLacksIsDithered)
     }
     EXPECT_EQ(lower + upper, 64 * 64);
     EXPECT_NEAR(upper, 64 * 32, 64 * 4);
+}
+
+// The colour of OpenGL's palette for 8 bits with that index.
+std::array<BYTE, 3> PaletteColor(int index)
+{
+    return {static_cast<BYTE>((index & 7) * 255 / 7), static_cast<BYTE>((index >> 3 & 7) * 255 / 7),
+            static_cast<BYTE>((index >> 6) * 255 / 3)};
+}
+
+// The palette index of a pixel of a picture in which neighbours, and bands, differ.
+int IndexAt(int x, int y)
+{
+    return (x + x / 256 + 3 * y + y / 256) & 255;
+}
+
+TEST(TextureMap, AnImageOfSeveralBandsIsDitheredWhole)
+{
+    const HeadlessContext current(4, 4);
+    REQUIRE_CONTEXT(current);
+    const HDC dc = wglGetCurrentDC();
+    // Bands have at most 2048 pixels in each direction and 1 MiB. The first picture fits into one
+    // band; the others have bands above one another, beside one another, and both.
+    for (const auto& [width, height] :
+         {std::pair(1024, 1024), std::pair(1024, 1025), std::pair(1501, 1407), std::pair(2050, 300),
+          std::pair(2050, 1030)})
+    {
+        TextureMap texture;
+        GiveImage(texture, width, height, 0, 0, 0);
+        for (int y = 0; y < height; ++y)
+        {
+            for (int x = 0; x < width; ++x)
+            {
+                const std::array<BYTE, 3> color = PaletteColor(IndexAt(x, y));
+                std::copy(color.begin(), color.end(), texture.image->data + 3 * (y * width + x));
+            }
+        }
+        GLMemoryDIB* const dithered = texture.GetDitheredImage();
+        ASSERT_NE(dithered, nullptr);
+        EXPECT_EQ(wglGetCurrentDC(), dc);
+        const BITMAPINFOHEADER& header = dithered->GetDIBInfo()->bmiHeader;
+        EXPECT_EQ(header.biWidth, width);
+        ASSERT_EQ(header.biHeight, height);
+        EXPECT_EQ(dithered->GetDIBWidth(), width);
+        EXPECT_EQ(dithered->GetDIBHeight(), height);
+        EXPECT_EQ(dithered->GetBandingRows(), 1);
+        EXPECT_EQ(dithered->GetBandingColumns(), 1);
+        const int rowBytes = (width + 3) / 4 * 4;
+        int wrong = 0;
+        for (int y = 0; y < height; ++y)
+        {
+            for (int x = 0; x < width; ++x)
+            {
+                wrong += BitsOf(*dithered)[y * rowBytes + x] != IndexAt(x, y);
+            }
+        }
+        EXPECT_EQ(wrong, 0) << width << " by " << height;
+    }
+}
+
+TEST(TextureMap, TheDitheringPatternGoesOnFromBandToBand)
+{
+    const HeadlessContext current(4, 4);
+    REQUIRE_CONTEXT(current);
+    TextureMap texture;
+    GiveImage(texture, 2060, 1030, 0, 0, 170 + 43);  // half way between two of four blues
+    GLMemoryDIB* const dithered = texture.GetDitheredImage();
+    ASSERT_NE(dithered, nullptr);
+    ASSERT_EQ(dithered->GetDIBInfo()->bmiHeader.biHeight, 1030);
+    const BYTE* const bits = BitsOf(*dithered);
+    int wrong = 0;
+    for (int y = 0; y < 1030; ++y)
+    {
+        for (int x = 0; x < 2060; ++x)
+        {
+            wrong += bits[y * 2060 + x] != bits[(y & 3) * 2060 + (x & 3)];
+        }
+    }
+    EXPECT_EQ(wrong, 0);
 }
 
 TEST(TextureMap, TheContextIsCurrentAgainAfterDithering)
