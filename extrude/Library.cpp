@@ -10,6 +10,7 @@
 
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 
 namespace
@@ -19,9 +20,14 @@ std::unique_ptr<CDynLinkLibrary> registration;
 HANDLE glyphMutex = nullptr;
 OrvFontList registry(10);
 
-// The arguments of the last call of CreateFontList.
-int progressFlag = 0;
-CWnd* statusWindow = nullptr;
+// Held while a thread of CreateFontList looks at the registry or changes it, but not while it calls
+// the host, whose code may wait for another thread that calls CreateFontList.
+std::mutex registryMutex;
+
+// The arguments of the thread's last call of CreateFontList. Each thread has its own, because the
+// window of one thread's call may be gone while another thread's call still runs.
+thread_local int progressFlag = 0;
+thread_local CWnd* statusWindow = nullptr;
 
 void ShowProgress(const OrvFont& font)
 {
@@ -41,6 +47,7 @@ class SortedRegistry
 public:
     SortedRegistry()
     {
+        const std::lock_guard lock(registryMutex);
         // The index gives the same places as InsertSorted only when the registry is sorted.
         for (POSITION next = registry.GetHeadPosition(); next != nullptr;)
         {
@@ -55,9 +62,10 @@ public:
     /// that name already.
     OrvFont* Insert(OrvFont* font)
     {
-        // The host may have changed the registry since the index was made; for example, setting the
-        // text of the status window runs the host's code between two fonts. If the number of fonts
-        // is not the expected one, the index is never used again.
+        const std::lock_guard lock(registryMutex);
+        // The registry may have changed since the index was made: another thread may fill it, too,
+        // and setting the text of the status window runs the host's code between two fonts. If the
+        // number of fonts is not the expected one, the index is never used again.
         if (!sorted_ || places_.size() != static_cast<std::size_t>(registry.GetCount()))
         {
             sorted_ = false;
@@ -139,7 +147,10 @@ int AttachLibrary()
 
 int DetachLibrary()
 {
-    registry.RemoveAll();
+    {
+        const std::lock_guard lock(registryMutex);
+        registry.RemoveAll();
+    }
     if (glyphMutex != nullptr)
     {
         CloseHandle(glyphMutex);

@@ -30,7 +30,11 @@ extern "C"
     /// Enters every installed TrueType face into the registry, sorted by full name. A face whose
     /// name is in the registry already is skipped, so a second call adds only the faces installed
     /// since the first. Set the process's code page before the first call, because the names are
-    /// stored in that code page. Two threads must not call this at the same time. Returns 1.
+    /// stored in that code page. Returns 1.
+    ///
+    /// Several threads may call this at the same time; each call returns when every face is in the
+    /// registry. A thread may read the registry after its own call has returned. Nothing else may
+    /// be done to the registry in one thread while another thread uses it.
     /// \param progress nonzero to show the name of each face as the text of \p status.
     /// \param status borrowed, used only during the call; may be null.
     ORVANE_API int WINAPI CreateFontList(int progress, CWnd* status);

@@ -17,6 +17,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <latch>
 #include <thread>
 
 namespace
@@ -288,6 +289,40 @@ TEST_F(LibraryRegistry, TheStatusWindowShowsEveryFaceEvenThoseAlreadyRegistered)
     window.texts.clear();
     CreateFontList(1, &window);
     EXPECT_EQ(window.texts, shown);
+}
+
+TEST_F(LibraryRegistry, ThreadsThatFillItTogetherEachFindEveryFaceAndUseTheirOwnWindow)
+{
+    Names names;
+    Names texts;
+    for (const char* const family : {"A", "B", "C", "D", "E", "F"})
+    {
+        InstallRegular(family);
+        names.push_back(std::string(family) + " Regular");
+        texts.push_back("Adding Font - " + names.back());
+    }
+    constexpr int rounds = 20;
+    constexpr int threadCount = 4;
+    for (int round = 0; round < rounds; ++round)
+    {
+        std::latch start(threadCount);
+        std::vector<std::thread> threads;
+        for (int i = 0; i < threadCount; ++i)
+        {
+            threads.emplace_back([&] {
+                StatusWindow window(someHandle);
+                start.arrive_and_wait();
+                EXPECT_EQ(CreateFontList(1, &window), 1);
+                EXPECT_EQ(RegisteredNames(), names);
+                EXPECT_EQ(window.texts, texts);
+            });
+        }
+        for (std::thread& thread : threads)
+        {
+            thread.join();
+        }
+        GetFontList()->RemoveAll();
+    }
 }
 
 TEST_F(LibraryRegistry, NothingIsShownWithoutTheFlagAWindowAndItsHandle)
