@@ -178,7 +178,7 @@ Document::~Document() = default;
 Document::Document(Document&& other) noexcept = default;
 Document& Document::operator=(Document&& other) noexcept = default;
 
-Document Document::Open(const std::string& path)
+Document Document::Open(const std::string& path, const OpenOptions& options)
 {
     // The font registry keeps the code page in which it is loaded, and this must be the host's code
     // page. So load the fonts before SceneDocument::Load sets the process's code page to that of
@@ -186,7 +186,7 @@ Document Document::Open(const std::string& path)
     LoadFonts();
     auto state = std::make_shared<DocumentState>();
     const CodePageScope scope(state->scene.codePage);
-    state->scene = SceneDocument::Load(path);
+    state->scene = SceneDocument::Load(path, {}, options);
     SceneDocument& document = state->scene;
     ForEachText(*document.scene, [&](OrvFontString& text) {
         text.AttachFont(FontForCodePage(*text.GetFont(), document.codePage));
@@ -205,6 +205,11 @@ void Document::Save(const std::string& path)
     OutputFile file(path);
     state_->scene.Save(file);
     state_->scene.path = path;
+}
+
+const std::vector<MissingPicture>& Document::MissingPictures() const
+{
+    return state_->scene.missingPictures;
 }
 
 const std::string& Document::Path() const

@@ -4,21 +4,17 @@
 #include "document/FileErrors.h"
 #include "document/FontChoice.h"
 #include "document/OutputFile.h"
-#include "document/PictureFormat.h"
 #include "document/SceneFraming.h"
+#include "document/ScenePictures.h"
 #include "host/CArchive.h"
 #include "host/CFile.h"
-#include "imaging/TextureMapList.h"
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <string_view>
-#include <system_error>
-#include <vector>
 
 namespace orvane
 {
@@ -93,33 +89,6 @@ void ReadObjects(CArchive& archive, CFile& file, SceneDocument& document)
     }
 }
 
-/// While this object lives, nodes that are loaded and whose texture files are missing look for BMP
-/// files of the same name in a folder.
-class NearbyTextures
-{
-public:
-    explicit NearbyTextures(const std::filesystem::path& folder)
-    {
-        std::error_code ignored;
-        for (const auto& entry : std::filesystem::directory_iterator(folder, ignored))
-        {
-            if (HasExtension(entry.path(), ".bmp"))
-            {
-                textures_.push_back(std::make_unique<TextureMap>(entry.path().c_str()));
-                list_.AddTail(textures_.back().get());
-            }
-        }
-        DrawingObject::SetTextureList(&list_);
-    }
-    ~NearbyTextures() { DrawingObject::SetTextureList(nullptr); }
-    NearbyTextures(const NearbyTextures&) = delete;
-    NearbyTextures& operator=(const NearbyTextures&) = delete;
-
-private:
-    std::vector<std::unique_ptr<TextureMap>> textures_;
-    TextureMapList list_;
-};
-
 }  // namespace
 
 SceneDocument::SceneDocument()
@@ -135,7 +104,8 @@ SceneDocument::SceneDocument(SceneDocument&& other) noexcept = default;
 SceneDocument& SceneDocument::operator=(SceneDocument&& other) noexcept = default;
 
 SceneDocument SceneDocument::Load(const std::string& path,
-                                  const std::function<void(const std::string&)>& progress)
+                                  const std::function<void(const std::string&)>& progress,
+                                  const OpenOptions& options)
 {
     SceneDocument document;
     document.path = path;
@@ -151,8 +121,7 @@ SceneDocument SceneDocument::Load(const std::string& path,
     SetProcessCodePage(document.codePage);
     LoadFonts(progress);  // after SetProcessCodePage, because fonts keep the code page
 
-    std::error_code ignored;
-    const NearbyTextures textures(std::filesystem::absolute(path, ignored).parent_path());
+    PictureLookup pictures(path, options);
     CArchive archive(&file, CArchive::load);
     archive.ObserveVersions([&document](const CRuntimeClass* recordClass, DWORD version) {
         ++document.records[{recordClass->m_lpszClassName, version}];
@@ -160,6 +129,7 @@ SceneDocument SceneDocument::Load(const std::string& path,
     try
     {
         ReadObjects(archive, file, document);
+        document.missingPictures = pictures.Missing();
     }
     catch (const CException& error)
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "orvane/Options.h"
 #include "platform/Export.h"
 #include "platform/Types.h"
 
@@ -10,6 +11,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 class SceneObject;
 class ViewObject;
@@ -35,12 +37,12 @@ public:
     SceneDocument& operator=(SceneDocument&& other) noexcept;
 
     /// Reads a file. Makes the file's code page the code page of the process, and loads the fonts.
-    /// A texture whose file is gone is looked for by its name in the folder of the document. If it
-    /// is not there, the node has no texture from then on. Throws Error when the file cannot be
-    /// read.
+    /// A picture that is missing or not allowed is left out, but keeps its name in the document.
+    /// Throws Error when the file cannot be read.
     /// \param progress called with a line about each font that is loaded; may be empty
     static SceneDocument Load(const std::string& path,
-                              const std::function<void(const std::string&)>& progress = {});
+                              const std::function<void(const std::string&)>& progress = {},
+                              const OpenOptions& options = {});
 
     /// The document as the bytes of a scene file.
     std::string Bytes() const;
@@ -53,7 +55,8 @@ public:
     /// How many records of each class and version were read from the file, including the records of
     /// base classes and member objects.
     std::map<std::pair<std::string, DWORD>, int> records;
-    UINT codePage;  ///< of the texts and names in the scene
+    std::vector<MissingPicture> missingPictures;  ///< each file once, in the order of the nodes
+    UINT codePage;                                ///< of the texts and names in the scene
     std::unique_ptr<SceneObject> scene;
     std::unique_ptr<ViewObject> view;  ///< attached to the scene
 };

@@ -2,7 +2,14 @@
 #pragma once
 
 #include "orvane/Options.h"
-#include "platform/Export.h"
+#include "scene/TextureFinder.h"
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
 
 class DrawingObject;
 class SceneObject;
@@ -19,7 +26,54 @@ ORVANE_API void SetBackground(SceneObject& scene, const BackgroundOptions& optio
 /// Whether a picture, and not only a colour, is behind the scene.
 bool HasBackgroundPicture(const SceneObject& scene);
 
-/// Throws Error when a picture that the scene shows cannot be read.
+/// Throws Error when a picture that the scene shows cannot be read. The text of the Error quotes
+/// nothing from a file that is not a BMP picture, because the scene may name any file.
 ORVANE_API void CheckPictures(SceneObject& scene);
+
+/// Finds the files of the textures and the background of a scene that is being loaded, in the
+/// folders that OpenOptions allows. Outside of these folders no file is opened or looked at.
+class PictureLookup : public TextureFinder
+{
+public:
+    /// \param scene the scene file
+    /// Throws OptionError when an allowed folder does not exist.
+    PictureLookup(const std::string& scene, const OpenOptions& options);
+
+    /// Gives the texture the file that it names, if that is allowed. Otherwise looks in the allowed
+    /// folders for a file with the plain name of the named file, and then for a BMP file with the
+    /// texture's name. If none exists, the texture keeps the name of its file without being Valid.
+    void Find(TextureMap& texture) override;
+
+    const std::vector<MissingPicture>& Missing() const { return missing_; }
+
+private:
+    using Path = std::filesystem::path;
+
+    struct Folder
+    {
+        Path path;       // absolute
+        Path canonical;  // the same folder without symbolic links
+        /// The BMP files in the folder by their names without extension; read on first use.
+        std::optional<std::map<std::string, Path>> pictures;
+    };
+
+    enum class Access
+    {
+        Allowed,
+        NotFound,
+        NotAllowed
+    };
+
+    void AddFolder(const Path& folder);
+    Access AccessTo(const Path& path) const;
+    bool IsTaken(TextureMap& texture, const Path& path, bool& isRefused) const;
+    bool IsTakenFrom(Folder& folder, TextureMap& texture, const std::string& file,
+                     bool& isRefused) const;
+
+    std::vector<Folder> folders_;  // the folder of the scene, then the allowed ones
+    bool trust_;
+    std::vector<MissingPicture> missing_;
+    std::set<std::string> missingNames_;
+};
 
 }  // namespace orvane

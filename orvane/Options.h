@@ -173,6 +173,32 @@ private:
     std::shared_ptr<void> event_;
 };
 
+/// How a scene file is opened. A scene may come from anyone and name any file as a texture or as
+/// its background picture. The scene shows only pictures that lie in the folder of the scene file,
+/// in the allowed folders, or in folders inside of these; links are followed before that is
+/// decided. A picture that lies elsewhere, or is gone, is looked for by its plain name in the
+/// folder of the scene file and then in the allowed folders.
+struct OpenOptions
+{
+    /// More folders from which the scene may show pictures. Each of them must exist.
+    std::vector<std::string> allowedFolders;
+    /// Whether the scene may show a picture from any place. Only for scenes whose author is known.
+    bool trust = false;
+};
+
+/// A texture or background picture that a scene file names and that the scene does not show.
+struct MissingPicture
+{
+    enum class Reason
+    {
+        NotFound,   ///< no file of that name is in a folder that OpenOptions allows
+        NotAllowed  ///< the name leads to a place that OpenOptions does not allow
+    };
+
+    std::string file;  ///< as the scene names it
+    Reason reason = Reason::NotFound;
+};
+
 /// The largest width and the largest height of a picture, in pixels.
 constexpr int largestPictureSide = 100000;
 

@@ -136,11 +136,14 @@ public:
     Document(Document&& other) noexcept;
     Document& operator=(Document&& other) noexcept;
 
-    /// Reads a scene file (.orv). A texture whose file is gone is looked for by its name in the
-    /// folder of the scene file. If it is not there, the node has no texture from then on.
-    static Document Open(const std::string& path);
+    /// Reads a scene file (.orv). The options say from which folders the scene may show pictures.
+    /// A picture that is missing or not allowed is left out; see MissingPictures.
+    static Document Open(const std::string& path, const OpenOptions& options = {});
     /// Writes a scene file, which appears under its name only when it is complete.
     void Save(const std::string& path);
+    /// The pictures that the file named when it was opened and that the document does not show,
+    /// each once. Save() writes their names again.
+    const std::vector<MissingPicture>& MissingPictures() const;
     /// The file that the document was read from or saved to last; empty when there is none.
     const std::string& Path() const;
 

@@ -4,11 +4,14 @@
 #include "imaging/TextureMapList.h"
 #include "scene/DrawingObject.h"
 #include "scene/NamedTransform.h"
+#include "scene/TextureFinder.h"
 
 #include <algorithm>
 
 namespace
 {
+
+thread_local orvane::TextureFinder* currentFinder = nullptr;
 
 // These bits describe a view of the document, not the document, and are not stored.
 constexpr DWORD unstoredBits = DrawingObject::selectedBit | DrawingObject::showScalingBoxBit |
@@ -43,6 +46,21 @@ void SerializeAll(CArchive& archive, DVector (&centers)[8])
 }
 
 }  // namespace
+
+orvane::TextureFinder::TextureFinder() : previous_(currentFinder)
+{
+    currentFinder = this;
+}
+
+orvane::TextureFinder::~TextureFinder()
+{
+    currentFinder = previous_;
+}
+
+orvane::TextureFinder* orvane::TextureFinder::Current()
+{
+    return currentFinder;
+}
 
 void DrawingObject::Serialize(CArchive& archive)
 {
@@ -143,8 +161,9 @@ void DrawingObject::ReadChildren(CArchive& archive)
     }
 }
 
-// If the file of the node's texture is missing, uses the file of the texture in TextureList that
-// has the same name. If that list has no such texture, resets the node's texture.
+// A TextureFinder decides which file the texture is read from. Without a TextureFinder, if the file
+// is missing, uses the file of the texture in TextureList that has the same name. If that list has
+// no such texture, resets the node's texture.
 void DrawingObject::FindTextureFile()
 {
     if (!HasDetails())
@@ -152,6 +171,11 @@ void DrawingObject::FindTextureFile()
         return;
     }
     TextureMap& texture = EnsureDetails().texture;
+    if (orvane::TextureFinder* const finder = orvane::TextureFinder::Current())
+    {
+        finder->Find(texture);
+        return;
+    }
     texture.ValidateFile();
     if ((texture.textureFlags & TextureMap::Valid) == 0 && TextureList != nullptr &&
         !texture.GetName().IsEmpty())

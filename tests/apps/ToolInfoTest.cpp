@@ -272,7 +272,7 @@ TEST_F(ToolInfo, TexturesAndBackgroundPicturesHaveFilesAndPlacements)
     EXPECT_TRUE(json.at("scene").at("children").at(1).at("texture").is_null());
 }
 
-TEST_F(ToolInfo, AMissingPictureIsReplacedByTheOneOfThatNameBesideTheFile)
+TEST_F(ToolInfo, AMissingPictureIsReplacedByTheFileOfThatNameBesideTheSceneOrKeepsItsName)
 {
     folder.Write("wood.bmp", "BM");
     TextureMap& texture = *AddText("x").GetTexture();
@@ -287,7 +287,13 @@ TEST_F(ToolInfo, AMissingPictureIsReplacedByTheOneOfThatNameBesideTheFile)
     const Json children = InfoAsJson().at("scene").at("children");
     EXPECT_EQ(children.at(0).at("texture").at("file").get<std::string>(), folder.Path("wood.bmp"));
     EXPECT_TRUE(children.at(0).at("texture").at("on").get<bool>());
-    EXPECT_TRUE(children.at(1).at("texture").is_null());
+    EXPECT_TRUE(children.at(0).at("texture").at("found").get<bool>());
+    EXPECT_EQ(children.at(1).at("texture").at("file").get<std::string>(),
+              "/nowhere/elsewhere/stone.bmp");
+    EXPECT_FALSE(children.at(1).at("texture").at("found").get<bool>());
+    EXPECT_NE(RunInfo().out.find("\"/nowhere/elsewhere/stone.bmp\", nearest, 1 times across, "
+                                 "switched off, not found in the scene's folder\n"),
+              std::string::npos);
 }
 
 TEST_F(ToolInfo, TheCameraOfTheViewAndTheSavedViewsAreListed)

@@ -99,7 +99,8 @@ TEST(ToolScene, ASceneDrawnAgainIsTheSameToThePixel)
         command.insert(command.begin(), "render");
         command.insert(command.end(), {"--size", "233x131", "-o", "a.png", "--save", "a.orv"});
         Must(folder, command);
-        Must(folder, {"render", "--scene", "a.orv", "-o", "b.png", "--save", "b.orv"});
+        Must(folder, {"render", "--scene", "a.orv", "-o", "b.png", "--save", "b.orv",
+                      "--allow-folder", TemporaryFolder()});
         EXPECT_TRUE(folder.Read("a.png") == folder.Read("b.png")) << which;
         EXPECT_TRUE(folder.Read("a.orv") == folder.Read("b.orv")) << which;
         EXPECT_EQ(DecodePng(folder.Read("b.png")).width, 233) << which;
@@ -226,7 +227,9 @@ TEST(ToolScene, ATextureThatIsGoneIsLookedForBesideTheFile)
     EXPECT_EQ(DecodePng(folder.Read("b.png")).pixels.front(), (Rgb{10, 200, 30}));
     // Nowhere: the scene is drawn without it.
     std::filesystem::remove(folder.Path("orvane-gone.bmp"));
-    Must(folder, {"render", "--scene", "s.orv", "-o", "c.png"});
+    const ToolResult without = folder.Run({"render", "--scene", "s.orv", "-o", "c.png"});
+    EXPECT_EQ(without.status, 0);
+    EXPECT_TRUE(Contains(without.err, "orvane-gone.bmp\" is left out: ")) << without.err;
     EXPECT_EQ(DecodePng(folder.Read("c.png")).pixels.front(), (Rgb{0x14, 0x1a, 0x2b}));
 }
 

@@ -6,6 +6,7 @@
 #include "apps/cli/commands/OptionValues.h"
 #include "apps/cli/commands/OutlinesOption.h"
 #include "apps/cli/commands/SceneOptions.h"
+#include "apps/cli/info/JsonWriter.h"
 #include "document/Cancellation.h"
 #include "document/DrawingModes.h"
 #include "document/FontChoice.h"
@@ -29,6 +30,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -45,6 +47,7 @@ struct RenderOptions
     std::string textFile;
     std::optional<std::string> output;
     std::string sceneFile;
+    OpenOptions open;
     std::string view;
     std::string save;
     TextOptions text;
@@ -187,11 +190,32 @@ void TakeSavedView(const SceneDocument& document, const std::string& name)
     throw Error(document.path, problem);
 }
 
+/// Tells which pictures the scene names and does not show, and what would show them.
+void TellMissingPictures(const SceneDocument& document)
+{
+    constexpr std::size_t mostTold = 10;
+    const std::vector<MissingPicture>& missing = document.missingPictures;
+    for (std::size_t i = 0; i < std::min(missing.size(), mostTold); ++i)
+    {
+        const bool isAllowed = missing[i].reason == MissingPicture::Reason::NotFound;
+        Say(document.path + ": the picture " + Quoted(missing[i].file) + " is left out: " +
+            (isAllowed ? "there is no such file, and none of that name beside the scene"
+                       : "it is not in the folder of the scene; --allow-folder with its folder, or "
+                         "--trust, allows it"));
+    }
+    if (missing.size() > mostTold)
+    {
+        Say(document.path + ": " + std::to_string(missing.size() - mostTold) +
+            " more pictures are left out");
+    }
+}
+
 /// A document from a file, changed by the options. Without --size the picture gets the size that
 /// the document was framed for.
 SceneDocument LoadScene(const RenderOptions& options, Request& request)
 {
-    SceneDocument document = SceneDocument::Load(options.sceneFile, FontProgress());
+    SceneDocument document = SceneDocument::Load(options.sceneFile, FontProgress(), options.open);
+    TellMissingPictures(document);
     SceneObject& scene = *document.scene;
     ViewObject& view = *document.view;
     if (const std::optional<Size> framed = FramedSize(view))
@@ -384,6 +408,15 @@ void AddRenderCommand(CLI::App& app)
     CLI::Option* const scene =
         add("--scene", o.sceneFile, "FILE",
             "Draws the scene in a file that --save has written,\ninstead of a text");
+    add("--allow-folder", o.open.allowedFolders, "FOLDER",
+        "The scene may show pictures from this folder too;\nmay be repeated")
+        ->allow_extra_args(false)
+        ->check(CLI::ExistingDirectory)
+        ->needs(scene);
+    command
+        .add_flag("--trust", o.open.trust,
+                  "The scene may show pictures from anywhere, not only\nfrom its own folder")
+        ->needs(scene);
     CLI::Option* const view =
         add("--view", o.view, "NAME", "Draws the scene through a view that is saved in its\nfile")
             ->needs(scene);

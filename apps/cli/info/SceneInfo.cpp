@@ -28,12 +28,20 @@ namespace orvane
 namespace
 {
 
+/// What is said about a picture that is gone or lies outside of the folder of the scene.
+const char* MissingText(const TextureMap& picture)
+{
+    return (picture.textureFlags & TextureMap::Valid) != 0 ? ""
+                                                           : ", not found in the scene's folder";
+}
+
 std::string TextureText(const TextureMap& texture)
 {
     std::string text = Quoted(texture.filename.Text()) + ", " + QualityName(texture.GetQuality());
     text += ", " + ShortNumber(texture.GetRepeatRate()) + " times across";
     text += texture.ShouldScaleWithObject() ? ", scales with the node" : "";
-    return text + (texture.ShouldTexture() ? "" : ", switched off");
+    text += (texture.textureFlags & TextureMap::Textured) != 0 ? "" : ", switched off";
+    return text + MissingText(texture);
 }
 
 std::string EdgesText(const OrvString& text)
@@ -125,7 +133,7 @@ std::string BackgroundText(const SceneObject& scene)
     }
     return color + ", " + Quoted(picture.filename.Text()) + " " + PlacementName(picture.placement) +
            " at " + ShortNumber(picture.GetHorizontalLocation()) + "," +
-           ShortNumber(picture.GetVerticalLocation());
+           ShortNumber(picture.GetVerticalLocation()) + MissingText(picture);
 }
 
 std::string LightsText(const SceneObject& scene)

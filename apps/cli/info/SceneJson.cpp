@@ -59,6 +59,7 @@ void WriteTexture(JsonWriter& json, const TextureMap& texture)
     json.BeginObject(JsonWriter::Layout::OneLine);
     json.Member("name", ToUtf8(texture.GetName()));
     json.Member("file", texture.filename.Text());
+    json.Member("found", (texture.textureFlags & TextureMap::Valid) != 0);
     json.Member("on", texture.ShouldTexture() != 0);
     json.Member("quality", QualityName(texture.GetQuality()));
     json.Member("repeat", texture.GetRepeatRate());
@@ -243,6 +244,7 @@ void WriteBackground(JsonWriter& json, const SceneObject& scene)
         json.BeginObject(JsonWriter::Layout::OneLine);
         json.Member("name", ToUtf8(picture.GetName()));
         json.Member("file", picture.filename.Text());
+        json.Member("found", (picture.textureFlags & TextureMap::Valid) != 0);
         json.Member("placement", PlacementName(picture.placement));
         json.Numbers("at", picture.GetHorizontalLocation(), picture.GetVerticalLocation());
         json.EndObject();
