@@ -220,7 +220,7 @@ OrvFont* ChooseFont(const std::optional<std::string>& wantedName)
     std::string problem = "not installed; near names:";
     for (const std::string& similar : SimilarNames(name, names, 5))
     {
-        problem += "\n  " + similar;
+        problem += (problem.back() == ':' ? " \"" : ", \"") + similar + "\"";
     }
     throw Error(PlaceOf(name), problem);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/Terminal.h"
 
+#include "apps/cli/PrintableText.h"
 #include "platform/Console.h"
 
 #include <algorithm>
@@ -31,6 +32,17 @@ std::string FormatTime(double seconds)
     return text;
 }
 
+/// The text up to a number of bytes, which ends before the first character that does not fit whole.
+std::string FirstBytes(const std::string& text, std::size_t count)
+{
+    std::size_t end = std::min(count, text.size());
+    while (end > 0 && end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+    {
+        --end;
+    }
+    return text.substr(0, end);
+}
+
 }  // namespace
 
 bool IsErrorTerminal()
@@ -43,7 +55,7 @@ void ShowProgress(const std::string& text)
 {
     if (IsErrorTerminal())
     {
-        std::fprintf(stderr, "\r\033[K%.78s", text.c_str());
+        std::fprintf(stderr, "\r\033[K%s", FirstBytes(Printable(text), 78).c_str());
         std::fflush(stderr);
     }
 }
@@ -53,13 +65,11 @@ void ClearProgress()
     ShowProgress("");
 }
 
-void Say(std::string message)
+void Say(const std::string& message, const std::string& hint)
 {
-    std::replace_if(
-        message.begin(), message.end(),
-        [](unsigned char c) { return (c < 0x20 && c != '\n') || c == 0x7F; }, '?');
     ClearProgress();
-    std::fprintf(stderr, "orvane: %s\n", message.c_str());
+    std::fprintf(stderr, "orvane: %s\n%s%s", Printable(message).c_str(), hint.c_str(),
+                 hint.empty() ? "" : "\n");
 }
 
 FontProgress::operator std::function<void(const std::string&)>() const

@@ -11,15 +11,17 @@ namespace orvane
 /// Whether standard error is a terminal. Progress is shown only on a terminal.
 bool IsErrorTerminal();
 
-/// Replaces the progress line on the terminal. Does nothing when standard error is no terminal.
+/// Replaces the progress line on the terminal. Does nothing when standard error is no terminal. The
+/// text is made safe to print, because it may contain the name of a font.
 void ShowProgress(const std::string& text);
 
 /// Wipes the progress line.
 void ClearProgress();
 
-/// Writes a message to standard error, after the program's name. Control characters are replaced,
-/// because a message may quote a damaged file.
-void Say(std::string message);
+/// Writes a message to standard error, on one line that begins with the program's name. The message
+/// is made safe to print, because it may quote a file.
+/// \param hint a text of the tool's own, which follows on a line of its own; may be empty
+void Say(const std::string& message, const std::string& hint = {});
 
 /// Converts to a function that shows a text about each loaded font in the progress line. The line
 /// is wiped at the end of this object's life. Shows nothing when standard error is no terminal.

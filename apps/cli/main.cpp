@@ -7,6 +7,7 @@
 #include "document/OutputFile.h"
 #include "orvane/Error.h"
 #include "orvane/version.h"
+#include "platform/Messages.h"
 #include "platform/Process.h"
 
 #include <CLI/CLI.hpp>
@@ -33,11 +34,26 @@ int Complain(const std::string& message, int status)
     return status;
 }
 
+/// Says what the library would show in a message box, whose text has several lines and may contain
+/// the name of a font.
+int SayMessageBox(HWND, LPCSTR text, LPCSTR, UINT)
+{
+    std::istringstream words(text != nullptr ? text : "");
+    std::string line;
+    for (std::string word; words >> word;)
+    {
+        line += (line.empty() ? "" : " ") + word;
+    }
+    Say(line);
+    return IDOK;
+}
+
 int ComplainAboutUsage(const CLI::App& app, const std::string& message)
 {
     const auto chosen = app.get_subcommands();
     const std::string name = chosen.empty() ? "" : " " + chosen.front()->get_name();
-    return Complain(message + "\n\"orvane" + name + " --help\" shows what is possible", wrongUsage);
+    Say(message, "\"orvane" + name + " --help\" shows what is possible");
+    return wrongUsage;
 }
 
 /// Prints the text that --help or --version asks for.
@@ -88,6 +104,7 @@ int main(int argc, char** argv)
     using namespace orvane;
 
     PrepareProcess();
+    SetMessageBoxHandler(SayMessageBox);
     OutputFile::WatchUnfinishedFiles(RemoveWhenInterrupted);
     try
     {

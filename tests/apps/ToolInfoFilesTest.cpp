@@ -106,7 +106,7 @@ TEST_F(ToolInfoRefusal, NamesTheFileThePlaceAndTheFoundAndExpectedValues)
     RecordBytes unknown;
     unknown.NewClass("Sc\x1Bne", 2);
     EXPECT_EQ(Refused(std::string(unknown.Get().begin(), unknown.Get().end())),
-              "orvane: s.orv: byte 11: class Sc?ne is not known\n");
+              "orvane: s.orv: byte 11: class Sc\\u001bne is not known\n");
     EXPECT_EQ(Refused("PNG or anything else"),
               "orvane: s.orv: byte 0: found 50 4E, expected FF FF, with which scene files begin\n");
 

@@ -148,7 +148,7 @@ TEST(ToolScene, ASavedViewIsPickedByItsName)
         folder.Run({"render", "--scene", "s.orv", "-o", "y.png", "--view", "Back"});
     EXPECT_EQ(unknown.status, 1);
     EXPECT_EQ(unknown.err,
-              "orvane: s.orv: no view \"Back\" is saved; saved views:\n  Front\n  Caf\u00e9\n");
+              "orvane: s.orv: no view \"Back\" is saved; saved views: \"Front\", \"Caf\u00e9\"\n");
     EXPECT_FALSE(folder.Has("y.png"));
     const ToolResult none =
         folder.Run({"render", "--scene", "front.orv", "-o", "y.png", "--view", "Back"});
@@ -225,7 +225,7 @@ TEST(ToolScene, ATextureThatIsGoneIsLookedForBesideTheFile)
     Must(folder, {"render", "--scene", "s.orv", "-o", "b.png"});
     EXPECT_TRUE(folder.Read("a.png") == folder.Read("b.png"));
     EXPECT_EQ(DecodePng(folder.Read("b.png")).pixels.front(), (Rgb{10, 200, 30}));
-    // Nowhere: the scene is drawn without it.
+    // Nowhere: the scene is drawn without it, and the tool says so.
     std::filesystem::remove(folder.Path("orvane-gone.bmp"));
     const ToolResult without = folder.Run({"render", "--scene", "s.orv", "-o", "c.png"});
     EXPECT_EQ(without.status, 0);

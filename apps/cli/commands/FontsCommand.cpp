@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "apps/cli/PrintableText.h"
 #include "apps/cli/Terminal.h"
 #include "apps/cli/commands/Commands.h"
 #include "apps/cli/commands/OutlinesOption.h"
@@ -43,11 +44,11 @@ void CheckFont(const std::string& name)
     LoadFonts(FontProgress());
     OrvFont& font = *ChooseFont(name);
     const OUTLINECHECK check = CheckOutlines(font);
-    WriteToStandardOutput(ToUtf8(font.GetFullName()) + ": " + std::to_string(check.glyphs) +
-                          " glyphs, " + std::to_string(check.repaired) + " repaired, " +
-                          std::to_string(check.turned) + " turned, " +
-                          std::to_string(check.converted) + " converted, " +
-                          std::to_string(check.unrepaired) + " could not be repaired\n");
+    WriteToStandardOutput(
+        Printable(ToUtf8(font.GetFullName())) + ": " + std::to_string(check.glyphs) + " glyphs, " +
+        std::to_string(check.repaired) + " repaired, " + std::to_string(check.turned) +
+        " turned, " + std::to_string(check.converted) + " converted, " +
+        std::to_string(check.unrepaired) + " could not be repaired\n");
 }
 
 void ListFonts(const FontsOptions& options)
@@ -62,7 +63,7 @@ void ListFonts(const FontsOptions& options)
         {
             continue;
         }
-        names += font.name + '\n';
+        names += Printable(font.name) + '\n';
         json.BeginObject(JsonWriter::Layout::OneLine);
         json.Member("name", font.name);
         json.Member("family", font.family);

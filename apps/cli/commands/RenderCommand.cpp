@@ -185,7 +185,8 @@ void TakeSavedView(const SceneDocument& document, const std::string& name)
     problem += views.IsEmpty() ? " none" : "";
     for (POSITION position = views.GetHeadPosition(); position != nullptr;)
     {
-        problem += "\n  " + ToUtf8(views.GetNext(position)->GetName());
+        problem += " \"" + ToUtf8(views.GetNext(position)->GetName());
+        problem += position != nullptr ? "\"," : "\"";
     }
     throw Error(document.path, problem);
 }

@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/info/JsonWriter.h"
 
-#include "platform/Utf8.h"
-
-#include <utf8.h>
+#include "apps/cli/PrintableText.h"
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <iterator>
 
 namespace orvane
 {
@@ -17,39 +13,6 @@ namespace
 {
 
 constexpr std::size_t indent = 2;
-
-/// Control characters are below U+0020 or from U+007F to U+009F.
-bool IsControl(char32_t character)
-{
-    return character < 0x20 || (character >= 0x7F && character < 0xA0);
-}
-
-std::string Escape(std::string_view text)
-{
-    std::string escaped = "\"";
-    ForEachCharacter(text, [&escaped](char32_t character) {
-        if (character == '\n')
-        {
-            escaped += "\\n";
-        }
-        else if (character == '\r')
-        {
-            escaped += "\\r";
-        }
-        else if (IsControl(character))
-        {
-            char code[8];
-            std::snprintf(code, sizeof code, "\\u%04x", static_cast<unsigned>(character));
-            escaped += code;
-        }
-        else
-        {
-            escaped += character == '"' || character == '\\' ? "\\" : "";
-            utf8::unchecked::append(character, std::back_inserter(escaped));
-        }
-    });
-    return escaped + '"';
-}
 
 template <typename Float>
 std::string ShortestNumber(Float value)
@@ -118,7 +81,7 @@ void JsonWriter::Key(std::string_view key)
 
 void JsonWriter::Text(std::string_view text)
 {
-    Literal(Escape(text));
+    Literal(Quoted(text));
 }
 
 void JsonWriter::Literal(std::string_view literal)
@@ -139,7 +102,7 @@ void JsonWriter::Number(double value)
 
 std::string Quoted(std::string_view text)
 {
-    return Escape(text);
+    return '"' + Printable(text, "\"\\") + '"';
 }
 
 }  // namespace orvane

@@ -22,7 +22,7 @@ namespace orvane
 ///
 /// Numbers are written with the fewest digits from which the same number is read again. Infinity
 /// and not-a-number, which JSON does not have, are written as null. In texts, bytes that are not
-/// UTF-8 become U+FFFD, and control characters, which could change a terminal, are escaped.
+/// UTF-8 become U+FFFD, and characters that could change a terminal are escaped; see Printable.
 class JsonWriter
 {
 public:
@@ -91,8 +91,8 @@ private:
     bool hasKey_ = false;
 };
 
-/// The text in quotation marks, with its control characters escaped: it takes one line and cannot
-/// change a terminal.
+/// The text in quotation marks, made safe to print as Printable does; quotation marks and
+/// backslashes in it get a backslash before them.
 std::string Quoted(std::string_view text);
 
 }  // namespace orvane

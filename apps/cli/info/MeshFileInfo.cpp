@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/info/MeshFileInfo.h"
 
+#include "apps/cli/PrintableText.h"
 #include "apps/cli/info/ChunkTree.h"
 #include "apps/cli/info/Groups.h"
 #include "apps/cli/info/InfoText.h"
@@ -222,7 +223,7 @@ void DumpMeshes(const std::string& path, OutputFile& output)
         text.imbue(std::locale::classic());
         if (import.GetChildCount() > 1)
         {
-            text << "M E S H  " << ToUtf8(NameOf(mesh).c_str()) << "\n\n";
+            text << "M E S H  " << Printable(ToUtf8(NameOf(mesh).c_str())) << "\n\n";
         }
         mesh.WriteVertsAndFaces(text);
         if (import.GetChildCount() > 1)
