@@ -57,7 +57,7 @@ INSTANTIATE_TEST_SUITE_P(
         Misuse{"MissingOutput", {"render", "x"}, "--output"},
         Misuse{"MissingOutputOfShowcase", {"showcase"}, "--output"},
         Misuse{"TwoOutputs", {"render", "x", "-o", "x.png", "-o", "y.png"}, "--output"},
-        Misuse{"MissingText", {"render", "-o", "x.png"}, "no text"},
+        Misuse{"MissingText", {"render", "-o", "x.png"}, "a text, --import or --scene"},
         Misuse{"ZeroWidth", {"render", "x", "-o", "x.png", "--size", "0x720"}, "0x720"},
         Misuse{"ZeroHeight", {"render", "x", "-o", "x.png", "--size", "1280x0"}, "1280x0"},
         Misuse{"NegativeSize", {"render", "x", "-o", "x.png", "--size", "-5x5"}, "-5x5"},
