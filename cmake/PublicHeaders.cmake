@@ -16,6 +16,7 @@ set(ORVANE_PUBLIC_HEADERS
   platform/Export.h
   platform/Files.h
   platform/Fonts.h
+  platform/Limits.h
   platform/Memory.h
   platform/Messages.h
   platform/MultibyteCompare.h

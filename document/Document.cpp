@@ -5,6 +5,7 @@
 #include "document/FontChoice.h"
 #include "document/KeptContext.h"
 #include "document/MeshImport.h"
+#include "document/OptionRange.h"
 #include "document/OutputFile.h"
 #include "document/PictureFormat.h"
 #include "document/SceneFraming.h"
@@ -95,6 +96,7 @@ void ChangeCodePage(SceneDocument& document, UINT codePage)
 
 std::string EncodedName(const std::string& name, UINT codePage)
 {
+    CheckName("view", name);
     const CodePageText encoded = Utf8ToCodePage(name, codePage);
     if (!encoded.Fits())
     {
@@ -226,6 +228,7 @@ Node Document::AddText(const std::string& text, const TextOptions& options)
     SceneDocument& document = state_->scene;
     OrvFont& font = *ChooseFont(options.font);
     const std::vector<std::string> lines = SplitLines(text);
+    CheckTextLength(lines);
     // If the new text fits into the code page of the other texts, the document keeps that code
     // page.
     const std::string others = AllTexts(document);

@@ -25,7 +25,7 @@ void WritePicture(const Document& document, const std::string& path, const Pictu
 {
     const DocumentState& state = DocumentState::Of(document);
     const Size size =
-        options.size ? *options.size : FramedSize(*state.scene.view).value_or(defaultPictureSize);
+        options.size ? *options.size : UnaskedSize(*state.scene.view, state.scene.path);
     const PosterSettings settings(path, options, size);
     CheckPoster(settings);
     const std::unique_ptr<PosterTarget> target = MakeTarget(settings);

@@ -39,4 +39,12 @@ Cancelled::Cancelled(const std::string& place) : Error(place, "the drawing was c
 
 Cancelled::~Cancelled() = default;
 
+LimitExceeded::LimitExceeded(const std::string& place, std::string limit, const std::string& found,
+                             const std::string& allowed)
+    : Error(place, found + ", and " + limit + " allows " + allowed, found, allowed),
+      limit_(std::move(limit))
+{}
+
+LimitExceeded::~LimitExceeded() = default;
+
 }  // namespace orvane

@@ -5,6 +5,8 @@
 #include "host/CFile.h"
 
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 namespace orvane
 {
@@ -20,6 +22,24 @@ std::string FileStart(CFile& file)
     char text[16];
     std::snprintf(text, sizeof text, "found %02X %02X", bytes[0], bytes[1]);
     return text;
+}
+
+void OpenRegularFile(CFile& file, const std::string& path)
+{
+    std::error_code ignored;
+    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
+    const bool isOther = std::filesystem::exists(status) &&
+                         !std::filesystem::is_regular_file(status) &&
+                         !std::filesystem::is_directory(status);
+    if (isOther)
+    {
+        throw Error(path, "is a pipe or a device, expected a regular file");
+    }
+    CFileException refused;
+    if (!file.Open(path.c_str(), CFile::modeRead, &refused))
+    {
+        throw FileError(path, path, refused);
+    }
 }
 
 Error FileError(const std::string& place, const std::string& knownName, const CException& error)

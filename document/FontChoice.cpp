@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "document/FontChoice.h"
 
+#include "document/OptionRange.h"
 #include "document/TextEncoding.h"
 #include "extrude/Library.h"
 #include "extrude/OrvFont.h"
@@ -199,6 +200,7 @@ OrvFont* ChooseFont(const std::optional<std::string>& wantedName)
         return ChooseDefaultFont();
     }
     const std::string& name = *wantedName;
+    CheckName("font", name);
     OrvFont* sameName = nullptr;
     std::vector<std::string> names;
     std::vector<OrvFont*> sameButForCase;

@@ -68,11 +68,7 @@ void CheckMeshOptions(const MeshOptions& options)
 void ImportMeshes(ThreeDStudioObject& node, const std::string& path)
 {
     CFile file;
-    CFileException error;
-    if (!file.Open(path.c_str(), CFile::modeRead, &error))
-    {
-        throw FileError(path, path, error);
-    }
+    OpenRegularFile(file, path);
     if (!node.CreateFromFile(path.c_str()))
     {
         throw Error(path + ": byte 0", FileStart(file) +

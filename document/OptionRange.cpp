@@ -2,6 +2,7 @@
 #include "document/OptionRange.h"
 
 #include "orvane/Error.h"
+#include "platform/Limits.h"
 
 #include <sstream>
 
@@ -19,6 +20,16 @@ void CheckRange(const char* field, double value, double least, double most)
     std::ostringstream found;
     found << value;
     throw OptionError(field, range.str(), found.str());
+}
+
+void CheckName(const char* field, const std::string& name)
+{
+    if (name.size() > limits::maxNameBytes)
+    {
+        throw OptionError(field,
+                          "a name of at most " + std::to_string(limits::maxNameBytes) + " bytes",
+                          std::to_string(name.size()) + " bytes");
+    }
 }
 
 }  // namespace orvane

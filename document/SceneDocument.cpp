@@ -5,11 +5,14 @@
 #include "document/FontChoice.h"
 #include "document/OutputFile.h"
 #include "document/SceneFraming.h"
+#include "document/SceneNames.h"
 #include "document/ScenePictures.h"
 #include "host/CArchive.h"
 #include "host/CFile.h"
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
+#include "platform/Limits.h"
+#include "scene/OrvString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
 
@@ -89,6 +92,25 @@ void ReadObjects(CArchive& archive, CFile& file, SceneDocument& document)
     }
 }
 
+/// Throws Error when a text below a node is longer than limits::maxTextBytes.
+/// \param path of the node in the scene
+void CheckTexts(const std::string& file, const DrawingObject& node, NodePath& path)
+{
+    const auto* const text = dynamic_cast<const OrvString*>(&node);
+    if (text != nullptr && text->GetTextString()->Text().size() > limits::maxTextBytes)
+    {
+        throw Error(file + ": node " + PathText(path),
+                    "a text of " + std::to_string(text->GetTextString()->Text().size()) + " bytes",
+                    "at most " + std::to_string(limits::maxTextBytes) + " bytes");
+    }
+    for (int i = 0; i < node.GetChildCount(); ++i)
+    {
+        path.push_back(i);
+        CheckTexts(file, *node.GetChildByIndex(i), path);
+        path.pop_back();
+    }
+}
+
 }  // namespace
 
 SceneDocument::SceneDocument()
@@ -110,11 +132,7 @@ SceneDocument SceneDocument::Load(const std::string& path,
     SceneDocument document;
     document.path = path;
     CFile file;
-    CFileException refused;
-    if (!file.Open(path.c_str(), CFile::modeRead, &refused))
-    {
-        throw FileError(path, path, refused);
-    }
+    OpenRegularFile(file, path);
     document.bytes = file.GetLength();
     CheckMark(path, file);
     document.codePage = ReadCodePage(file);
@@ -141,6 +159,8 @@ SceneDocument SceneDocument::Load(const std::string& path,
         archive.Flush();  // moves the file's position back to the byte where reading stopped
         throw FileError(path + ": byte " + std::to_string(file.GetPosition()), knownName, error);
     }
+    NodePath root;
+    CheckTexts(path, *document.scene, root);
     return document;
 }
 

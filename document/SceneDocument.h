@@ -38,7 +38,8 @@ public:
 
     /// Reads a file. Makes the file's code page the code page of the process, and loads the fonts.
     /// A picture that is missing or not allowed is left out, but keeps its name in the document.
-    /// Throws Error when the file cannot be read.
+    /// Throws Error when the file cannot be read, and when a text in it is longer than
+    /// limits::maxTextBytes.
     /// \param progress called with a line about each font that is loaded; may be empty
     static SceneDocument Load(const std::string& path,
                               const std::function<void(const std::string&)>& progress = {},

@@ -3,6 +3,7 @@
 
 #include "document/OptionRange.h"
 #include "orvane/Error.h"
+#include "platform/Limits.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
 
@@ -159,11 +160,26 @@ std::optional<Size> FramedSize(const ViewObject& view)
     const double height = lens.referenceHeight;
     const double width = std::round(height * lens.GetReferenceAspect());
     // The numbers may come from a damaged file.
-    if (!(height >= 1 && height <= 1e6 && width >= 1 && width <= 1e6))
+    constexpr double most = std::numeric_limits<int>::max();
+    if (!(height >= 1 && height <= most && width >= 1 && width <= most))
     {
         return std::nullopt;
     }
     return Size{static_cast<int>(width), static_cast<int>(height)};
+}
+
+Size UnaskedSize(const ViewObject& view, const std::string& path)
+{
+    const Size size = FramedSize(view).value_or(defaultPictureSize);
+    if (size.width > limits::maxPictureSide || size.height > limits::maxPictureSide)
+    {
+        throw Error(path.empty() ? "document" : path,
+                    "a stored size of " + std::to_string(size.width) + " x " +
+                        std::to_string(size.height) + " pixels",
+                    "at most " + std::to_string(limits::maxPictureSide) +
+                        " in each direction, or a size given for the picture");
+    }
+    return size;
 }
 
 }  // namespace orvane

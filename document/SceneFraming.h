@@ -5,6 +5,8 @@
 #include "platform/Export.h"
 
 #include <memory>
+#include <optional>
+#include <string>
 
 class DrawingObject;
 class SceneObject;
@@ -31,6 +33,12 @@ ORVANE_API void FrameScene(ViewObject& view, const CameraOptions& options, const
 ORVANE_API void SizeView(ViewObject& view, const Size& size);
 
 /// The size of the picture that the view was framed for; no value when the view was never framed.
+/// The size may come from a damaged file and be larger than a picture can be.
 ORVANE_API std::optional<Size> FramedSize(const ViewObject& view);
+
+/// The size of a picture for which no size is given: FramedSize, or defaultPictureSize. Throws
+/// Error when a side is longer than limits::maxPictureSide. \param path of the scene's file, for
+/// the Error
+ORVANE_API Size UnaskedSize(const ViewObject& view, const std::string& path);
 
 }  // namespace orvane

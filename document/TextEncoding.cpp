@@ -4,6 +4,7 @@
 #include "orvane/Error.h"
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
+#include "platform/Limits.h"
 
 #include <utf8.h>
 
@@ -43,6 +44,12 @@ std::size_t LineOfMisfit(const std::vector<std::string>& lines, const std::strin
     return misfit;
 }
 
+Error TextTooLong(const std::string& place, const std::string& foundBytes)
+{
+    return Error(place, foundBytes + " bytes of text",
+                 "at most " + std::to_string(limits::maxTextBytes) + " bytes");
+}
+
 }  // namespace
 
 std::vector<std::string> SplitLines(const std::string& text)
@@ -72,16 +79,16 @@ std::vector<std::string> ReadLines(const std::string& path)
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
                                                                std::fclose);
-    std::string text;
-    char block[4096];
-    std::size_t count = 0;
-    while (file && (count = std::fread(block, 1, sizeof block, file.get())) > 0)
-    {
-        text.append(block, count);
-    }
+    constexpr std::size_t most = limits::maxTextBytes + sizeof utf8::bom;
+    std::string text(most + 1, '\0');
+    text.resize(file ? std::fread(text.data(), 1, text.size(), file.get()) : 0);
     if (!file || std::ferror(file.get()) != 0)
     {
         throw Error(path, std::strerror(errno));
+    }
+    if (text.size() > most)
+    {
+        throw TextTooLong(path, "more than " + std::to_string(limits::maxTextBytes));
     }
     if (utf8::starts_with_bom(text.begin(), text.end()))
     {
@@ -90,8 +97,23 @@ std::vector<std::string> ReadLines(const std::string& path)
     return SplitLines(text);
 }
 
+void CheckTextLength(const std::vector<std::string>& lines)
+{
+    constexpr std::size_t lineEndBytes = 2;  // CR LF
+    std::size_t bytes = lines.empty() ? 0 : (lines.size() - 1) * lineEndBytes;
+    for (const std::string& line : lines)
+    {
+        bytes += line.size();
+    }
+    if (bytes > limits::maxTextBytes)
+    {
+        throw TextTooLong("text", std::to_string(bytes));
+    }
+}
+
 EncodedText EncodeLines(const std::vector<std::string>& lines, const std::string& others)
 {
+    CheckTextLength(lines);
     const std::string text = others + JoinLines(lines, lines.size());
     const CodePageChoice choice = FindCodePage(text);
     if (choice.codePage == 0)

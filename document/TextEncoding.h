@@ -15,8 +15,13 @@ namespace orvane
 /// last line. A tab becomes four spaces, because fonts have no glyph for it.
 ORVANE_API std::vector<std::string> SplitLines(const std::string& text);
 
-/// The lines of a file. Throws Error when it cannot be read.
+/// The lines of a file, which may also be a pipe or a device. Throws Error when it cannot be read,
+/// or has more than limits::maxTextBytes bytes. Reading ends with the first byte beyond the limit.
 ORVANE_API std::vector<std::string> ReadLines(const std::string& path);
+
+/// Throws Error when lines have more than limits::maxTextBytes bytes together with the CR LF
+/// between them.
+ORVANE_API void CheckTextLength(const std::vector<std::string>& lines);
 
 /// A text in a code page, its lines separated by CR LF.
 struct EncodedText
@@ -27,7 +32,8 @@ struct EncodedText
 
 /// Encodes lines (UTF-8) in the first code page on offer that has all their characters. Throws
 /// Error if no code page has them all. The Error names the first character that no code page has
-/// together with all characters before it.
+/// together with all characters before it. Throws Error, too, for lines that CheckTextLength
+/// refuses.
 /// \param others more text, in UTF-8, whose characters the code page must have, too
 ORVANE_API EncodedText EncodeLines(const std::vector<std::string>& lines,
                                    const std::string& others = {});

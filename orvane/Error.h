@@ -66,4 +66,23 @@ public:
     Cancelled& operator=(const Cancelled&) = default;
 };
 
+/// A picture costs more than a limit in its options allows. Found() is the cost, and Expected() the
+/// limit.
+class ORVANE_API LimitExceeded : public Error
+{
+public:
+    /// \param limit the name of the option's field
+    LimitExceeded(const std::string& place, std::string limit, const std::string& found,
+                  const std::string& allowed);
+    ~LimitExceeded() override;
+    LimitExceeded(const LimitExceeded&) = default;
+    LimitExceeded& operator=(const LimitExceeded&) = default;
+
+    /// The name of the option's field, such as "maxPixels".
+    const std::string& Limit() const { return limit_; }
+
+private:
+    std::string limit_;
+};
+
 }  // namespace orvane

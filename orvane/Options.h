@@ -9,7 +9,9 @@
 #include "extrude/EdgeStyle.h"
 #include "imaging/TextureSettings.h"
 #include "platform/Export.h"
+#include "platform/Limits.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -200,7 +202,7 @@ struct MissingPicture
 };
 
 /// The largest width and the largest height of a picture, in pixels.
-constexpr int largestPictureSide = 100000;
+constexpr int largestPictureSide = limits::maxPictureSide;
 
 /// The size of a picture, in pixels, if neither the options nor the document give a size.
 constexpr Size defaultPictureSize{1280, 720};
@@ -223,6 +225,12 @@ struct PictureOptions
     /// that is done, 0 to 1.
     std::function<void(double share)> progress;
     std::optional<Cancellation> cancellation;
+    /// What the picture may cost, for hosts that draw scenes of strangers. A picture that costs
+    /// more is LimitExceeded, and no file appears. Without a value there is no limit.
+    std::optional<std::uint64_t> maxPixels;  ///< the width times the height, at least 1
+    /// Seconds of drawing and writing, above 0. When they are over, stopping takes no longer than
+    /// drawing one letter.
+    std::optional<double> maxSeconds;
 };
 
 /// How a document is drawn into the current OpenGL context.

@@ -7,6 +7,8 @@
 #include "platform/Export.h"
 #include "platform/Types.h"
 
+#include <cstdint>
+
 /// A program calls this before anything else. Standard streams that are closed are opened on the
 /// null device, so that no file opened later takes their place. From then on, writing to a pipe
 /// that nobody reads, or past the limit of a file's size, fails instead of ending the process.
@@ -26,3 +28,11 @@ ORVANE_API void SignalWhenInterrupted(HANDLE event);
 /// If there was an interruption, ends the process as the interruption would have done. Otherwise
 /// returns.
 ORVANE_API void EndIfInterrupted();
+
+/// Ends the process at once with an exit status, on any thread. The file of RemoveWhenInterrupted
+/// is removed; nothing else is cleaned up.
+[[noreturn]] ORVANE_API void EndProcess(int status);
+
+/// Bytes of memory that belong to this process alone, whether they are in memory or swapped out.
+/// Mapped files and programs do not count. 0 when the system does not tell.
+ORVANE_API std::uint64_t MemoryInUse();

@@ -4,16 +4,44 @@
 #include "document/BmpFile.h"
 #include "document/OptionRange.h"
 #include "document/SceneFraming.h"
+#include "document/poster/Deadline.h"
 #include "document/poster/PosterBands.h"
 #include "document/poster/PosterStrips.h"
 #include "document/poster/PosterTarget.h"
 #include "orvane/Error.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <utility>
 
 namespace orvane
 {
+
+namespace
+{
+
+constexpr double shortestTime = 0.001;  // seconds, for a limit that means something
+
+void CheckCosts(const PosterSettings& settings)
+{
+    const PictureOptions& options = settings.options;
+    constexpr double most = std::numeric_limits<double>::max();
+    CheckRange("maxPixels", static_cast<double>(options.maxPixels.value_or(1)), 1, most);
+    CheckRange("maxSeconds", options.maxSeconds.value_or(1), shortestTime, most);
+    const auto pixels = static_cast<std::uint64_t>(settings.Width()) *
+                        static_cast<std::uint64_t>(settings.Height());
+    if (options.maxPixels && pixels > *options.maxPixels)
+    {
+        throw LimitExceeded(settings.output, "maxPixels",
+                            std::to_string(settings.Width()) + " x " +
+                                std::to_string(settings.Height()) + " are " +
+                                std::to_string(pixels) + " pixels",
+                            std::to_string(*options.maxPixels));
+    }
+}
+
+}  // namespace
 
 PosterSettings::PosterSettings(std::string outputPath, const PictureOptions& pictureOptions,
                                const Size& pictureSize)
@@ -35,19 +63,24 @@ void CheckPoster(const PosterSettings& settings)
         throw OptionError("samples", "0 or 1 for a picture of 8 or 16 bits",
                           std::to_string(options.samples));
     }
+    CheckCosts(settings);
     CheckTarget(settings);
 }
 
 void DrawPoster(const ViewObject& view, const PosterSettings& settings, PosterTarget& target)
 {
-    const PictureOptions& options = settings.options;
+    const Deadline deadline(settings.options);
+    PosterSettings stoppable = settings;
+    stoppable.options.cancellation = deadline.Stop();
+    const PictureOptions& options = stoppable.options;
     const auto goOn = [&options] {
         return !options.cancellation || !options.cancellation->IsCancelled();
     };
-    PosterBands bands(view, settings);
+    PosterBands bands(view, stoppable);
     const int rowStep = bands.Layout().StepY();
     target.Open(bands.Info());
     PosterStrips strips(target, BmpFile::RowBytes(settings.Width(), options.bits), rowStep, goOn);
+    double share = 0;  // of the picture that is drawn
     for (int row = 0; row < bands.Rows(); ++row)
     {
         const int top = row * rowStep;
@@ -55,27 +88,22 @@ void DrawPoster(const ViewObject& view, const PosterSettings& settings, PosterTa
         for (int column = 0; column < bands.Columns(); ++column)
         {
             const bool isComplete = bands.Draw(row, column);
-            if (!goOn())
-            {
-                throw Cancelled(settings.output);
-            }
+            deadline.ThrowIfStopped(settings.output, share);
             if (!isComplete)
             {
                 throw Error("OpenGL", "the scene could not be drawn completely");
             }
             bands.CopyTo(strip, column);
+            share = (row + (column + 1.0) / bands.Columns()) / bands.Rows();
             if (options.progress)
             {
-                options.progress((row + (column + 1.0) / bands.Columns()) / bands.Rows());
+                options.progress(share);
             }
         }
         strips.End();
     }
     strips.Finish();
-    if (!goOn())
-    {
-        throw Cancelled(settings.output);
-    }
+    deadline.ThrowIfStopped(settings.output, share);
     target.Finish();
 }
 

@@ -10,7 +10,10 @@
 #include <atomic>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
+#include <fstream>
+#include <string>
 #include <thread>
 
 namespace
@@ -25,12 +28,17 @@ static_assert(std::atomic<const char*>::is_always_lock_free &&
                   std::atomic<int>::is_always_lock_free,
               "a signal handler reads them");
 
-void RemoveAndEnd(int signal)
+void RemoveUnfinishedFile()
 {
     if (const char* const path = unfinishedFile.exchange(nullptr))
     {
         unlink(path);
     }
+}
+
+void RemoveAndEnd(int signal)
+{
+    RemoveUnfinishedFile();
     // The signal then ends the process, at once or when the handler returns.
     std::signal(signal, SIG_DFL);
     raise(signal);
@@ -127,4 +135,25 @@ void EndIfInterrupted()
     {
         RemoveAndEnd(signal);
     }
+}
+
+void EndProcess(int status)
+{
+    RemoveUnfinishedFile();
+    _exit(status);
+}
+
+std::uint64_t MemoryInUse()
+{
+    // Each line is a name, a number and "kB", which means KiB here.
+    std::ifstream status("/proc/self/status");
+    std::uint64_t kibibytes = 0;
+    for (std::string line; std::getline(status, line);)
+    {
+        if (line.starts_with("RssAnon:") || line.starts_with("VmSwap:"))
+        {
+            kibibytes += std::strtoull(line.c_str() + line.find(':') + 1, nullptr, 10);
+        }
+    }
+    return kibibytes * 1024;
 }

@@ -29,16 +29,17 @@ double ParseNumberBetween(const std::string& text, double least, double most)
     return value;
 }
 
-int ParseIntegerBetween(const std::string& text, int least, int most)
+std::int64_t ParseIntegerBetween(const std::string& text, std::int64_t least, std::int64_t most)
 {
     const double value = ParseNumber(text);
-    if (value < least || value > most || value != std::floor(value))
+    if (value < static_cast<double>(least) || value > static_cast<double>(most) ||
+        value != std::floor(value))
     {
         throw OptionError(
             "", "a whole number from " + std::to_string(least) + " to " + std::to_string(most),
             text);
     }
-    return static_cast<int>(value);
+    return static_cast<std::int64_t>(value);
 }
 
 /// Two whole numbers of at most nine digits, separated by a sign such as "x".
@@ -176,7 +177,7 @@ LightChange ParseLight(const std::string& text)
         throw Unexpected("INDEX,on|off[,COLOR]", text);
     }
     LightChange change;
-    change.index = ParseIntegerBetween(parts[0], 0, lastLight);
+    change.index = static_cast<int>(ParseIntegerBetween(parts[0], 0, lastLight));
     change.on = parts[1] == "on";
     if (parts.size() == 3)
     {
@@ -190,7 +191,7 @@ CLI::Validator NumberBetween(double least, double most)
     return ReadableBy([=](const std::string& text) { ParseNumberBetween(text, least, most); });
 }
 
-CLI::Validator IntegerBetween(int least, int most)
+CLI::Validator IntegerBetween(std::int64_t least, std::int64_t most)
 {
     return ReadableBy([=](const std::string& text) { ParseIntegerBetween(text, least, most); });
 }

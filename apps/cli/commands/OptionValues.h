@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -54,7 +55,7 @@ CLI::Validator ReadableBy(Parse parse)
 /// Checks that a value is a number in a range, limits included.
 CLI::Validator NumberBetween(double least, double most);
 /// Checks that a value is a whole number in a range, limits included.
-CLI::Validator IntegerBetween(int least, int most);
+CLI::Validator IntegerBetween(std::int64_t least, std::int64_t most);
 
 /// The names of an enumeration's values.
 template <typename Enum>

@@ -2,6 +2,7 @@
 #include "apps/cli/Errors.h"
 #include "apps/cli/Terminal.h"
 #include "apps/cli/commands/Commands.h"
+#include "apps/cli/commands/CostOptions.h"
 #include "apps/cli/commands/ImportOptions.h"
 #include "apps/cli/commands/OptionValues.h"
 #include "apps/cli/commands/OutlinesOption.h"
@@ -11,6 +12,7 @@
 #include "document/DrawingModes.h"
 #include "document/FontChoice.h"
 #include "document/MeshImport.h"
+#include "document/OptionRange.h"
 #include "document/OutputFile.h"
 #include "document/PictureFormat.h"
 #include "document/SceneDocument.h"
@@ -52,6 +54,7 @@ struct RenderOptions
     std::string save;
     TextOptions text;
     PictureOptions picture;
+    CostLimits costs;
     bool outline = false;
     std::unique_ptr<ImportOptions> imports;
     std::unique_ptr<SceneOptions> scene;
@@ -118,7 +121,9 @@ Request CheckTogether(const RenderOptions& options)
         throw UsageError("--texture: a text is required, on which the texture is laid");
     }
     request.settings.options = options.picture;
-    request.settings.size = options.picture.size.value_or(defaultPictureSize);
+    // A scene may have its own size, which is checked when the scene is open.
+    const Size unasked = options.sceneFile.empty() ? defaultPictureSize : Size{1, 1};
+    request.settings.size = options.picture.size.value_or(unasked);
     if (options.output)
     {
         request.settings.output = *options.output;
@@ -174,6 +179,7 @@ SceneDocument BuildScene(const RenderOptions& options, const Request& request)
 /// Sets the document's camera to the saved view of a name (in UTF-8).
 void TakeSavedView(const SceneDocument& document, const std::string& name)
 {
+    CheckName("view", name);
     ViewObject& view = *document.view;
     if (view.RestoreSavedView(Utf8ToCodePage(name, document.codePage).text.c_str()))
     {
@@ -223,7 +229,10 @@ SceneDocument LoadScene(const RenderOptions& options, Request& request)
     {
         // A view that was just read has the right aspect ratio, but not yet its size in pixels.
         view.SetUnscaledSize(framed->width, framed->height);
-        request.settings.size = options.picture.size.value_or(*framed);
+    }
+    if (!options.picture.size)
+    {
+        request.settings.size = UnaskedSize(view, options.sceneFile);
     }
     if (!options.view.empty())
     {
@@ -247,8 +256,10 @@ SceneDocument LoadScene(const RenderOptions& options, Request& request)
     return document;
 }
 
-void DrawDocument(const SceneDocument& document, PosterSettings settings, PosterTarget& target)
+void DrawDocument(const SceneDocument& document, PosterSettings settings, PosterTarget& target,
+                  const CostWatch& watch)
 {
+    watch.LimitTime(settings.options);
     static const Cancellation interruption;
     SignalWhenInterrupted(EventOf(interruption));
     settings.options.cancellation = interruption;
@@ -259,7 +270,7 @@ void DrawDocument(const SceneDocument& document, PosterSettings settings, Poster
     DrawPoster(view, settings, target);
 }
 
-void Render(const RenderOptions& options)
+void RenderWithin(const RenderOptions& options, const CostWatch& watch)
 {
     // Check the options first, and then whether the files can be made: both checks are quick, while
     // building and drawing the scene may take long.
@@ -279,11 +290,24 @@ void Render(const RenderOptions& options)
             CheckPoster(request.settings);  // again, because the scene may have set the size
             target = MakeTarget(request.settings);
         }
-        DrawDocument(document, request.settings, *target);
+        DrawDocument(document, request.settings, *target, watch);
     }
     if (saved)
     {
         document.Save(*saved);
+    }
+}
+
+void Render(const RenderOptions& options)
+{
+    const CostWatch watch(options.costs);
+    try
+    {
+        RenderWithin(options, watch);
+    }
+    catch (const LimitExceeded& error)
+    {
+        throw watch.Explain(error);
     }
 }
 
@@ -362,6 +386,9 @@ void AddPicture(Adder& add, RenderOptions& o)
     add("--samples", picture.samples, "N [" + std::to_string(picture.samples) + "]",
         "Samples per pixel in each direction, 1 to 4;\n0 chooses by the size")
         ->check(IntegerBetween(0, 4));
+    add("--max-pixels", picture.maxPixels, "N",
+        "Refuses a picture of more pixels, whether --size or\nthe scene asks for it")
+        ->check(IntegerBetween(1, std::int64_t{largestPictureSide} * largestPictureSide));
 }
 
 std::vector<CLI::Option*> AddLook(Adder& add, TextOptions& text)
@@ -404,6 +431,7 @@ void AddRenderCommand(CLI::App& app)
     std::vector<CLI::Option*> ofText = {
         add("--text-file", o.textFile, "FILE", "Reads more lines, in UTF-8; they come after TEXT")};
     AddPicture(add, o);
+    AddCostOptions(command, o.costs);
     AddOutlinesOption(command);
     add("--save", o.save, "FILE", "Saves the scene and its view in a file (.orv)");
     CLI::Option* const scene =

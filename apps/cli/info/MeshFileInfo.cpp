@@ -7,6 +7,7 @@
 #include "apps/cli/info/InfoText.h"
 #include "apps/cli/info/JsonWriter.h"
 #include "apps/cli/info/TextTable.h"
+#include "document/FileErrors.h"
 #include "document/MeshDamage.h"
 #include "document/MeshImport.h"
 #include "document/OutputFile.h"
@@ -187,10 +188,15 @@ std::string ToJson(const std::string& path, std::uint64_t bytes, const WatchedIm
 bool IsMeshFile(const std::string& path)
 try
 {
-    CFile file(path.c_str(), CFile::modeRead);
+    CFile file;
+    OpenRegularFile(file, path);
     BYTE start[2] = {};
     return file.Read(start, sizeof start) == sizeof start &&
            ((start[0] == 0x4D && start[1] == 0x4D) || (start[0] == 0x3D && start[1] == 0xC2));
+}
+catch (const Error&)
+{
+    return false;
 }
 catch (const CFileException&)
 {
