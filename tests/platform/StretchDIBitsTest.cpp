@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <limits>
 #include <string>
+#include <tuple>
 
 namespace
 {
@@ -192,6 +193,46 @@ TEST(StretchDIBits, DepthsAndTablesAreConverted)
               1);
     EXPECT_EQ(target.Bytes(16, 12),
               (std::vector<int>{10, 20, 30, 255, 10, 20, 30, 255, 0, 0, 0, 255}));
+}
+
+TEST(StretchDIBits, RunLengthCodedPicturesAreDrawnLikeUncodedOnes)
+{
+    // 5 by 4, from the lowest row: runs; single pixels; a row that is skipped; a run after a skip.
+    const BYTE code[] = {2, 10, 3, 20, 0, 0, 0, 5, 1, 2, 3, 4, 5, 0, 0, 0, 0, 2, 2, 1, 9, 30, 0, 1};
+    const BYTE pixels[] = {10, 10, 20, 20, 20, 0, 0, 0, 1, 2, 3,  4,  5,  0, 0, 0,
+                           0,  0,  0,  0,  0,  0, 0, 0, 0, 0, 30, 30, 30, 0, 0, 0};
+    BitmapDescription uncoded = Greys(5, 4);
+    BitmapDescription coded = uncoded;
+    coded.header.biCompression = BI_RLE8;
+    coded.header.biSizeImage = sizeof code;
+    const std::pair<Rectangle, Rectangle> transfers[] = {
+        {{0, 0, 5, 4}, {0, 0, 5, 4}},        // unscaled
+        {{0, 0, 12, 12}, {0, 0, 5, 4}},      // enlarged
+        {{1, 1, 2, 2}, {0, 0, 5, 4}},        // reduced
+        {{12, 12, -12, -12}, {0, 0, 5, 4}},  // mirrored
+        {{0, 0, 4, 3}, {1, 1, 3, 2}},        // a part
+    };
+    for (const int bitCount : {8, 24})
+    {
+        for (const auto& [to, from] : transfers)
+        {
+            const SelectedBitmap expected(bitCount == 8 ? Greys(12, 12)
+                                                        : BitmapDescription(12, 12, 24));
+            const SelectedBitmap drawn(bitCount == 8 ? Greys(12, 12)
+                                                     : BitmapDescription(12, 12, 24));
+            for (const auto& [target, bits, info] :
+                 {std::tuple(&expected, pixels, &uncoded), std::tuple(&drawn, code, &coded)})
+            {
+                EXPECT_EQ(StretchDIBits(target->dc, to.x, to.y, to.width, to.height, from.x, from.y,
+                                        from.width, from.height, bits, info->Info(), DIB_RGB_COLORS,
+                                        SRCCOPY),
+                          from.height);
+            }
+            EXPECT_EQ(drawn.Bytes(0, 12 * 12 * bitCount / 8),
+                      expected.Bytes(0, 12 * 12 * bitCount / 8))
+                << bitCount << " bits, " << to.width << " by " << to.height;
+        }
+    }
 }
 
 TEST(StretchDIBits, PixelsOfTheSameKindAreCopiedByteByByte)

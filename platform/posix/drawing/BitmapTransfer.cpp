@@ -9,7 +9,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <memory>
+#include <optional>
 #include <utility>
+#include <vector>
 
 namespace
 {
@@ -17,35 +20,53 @@ namespace
 using posix::Bitmap;
 using posix::Resolve;
 
-/// A bitmap object over the caller's pixels, which are borrowed and not changed; run-length coded
-/// pixels are decoded into memory of its own. Null when the description is not valid.
-std::shared_ptr<const Bitmap> PictureOf(const BITMAPINFO* info, const void* bits, UINT usage)
+/// The picture that a transfer copies from. Its pixels are the caller's, borrowed.
+class Picture
 {
-    if (info == nullptr || bits == nullptr || usage != DIB_RGB_COLORS)
+public:
+    /// \param rows of the pixels at \p bits; at most those of the description.
+    Picture(std::shared_ptr<Bitmap> description, const BITMAPINFO& info, const void* bits, int rows)
+        : bitmap_(std::move(description))
+    {
+        bitmap_->height = rows;
+        const DWORD compression = info.bmiHeader.biCompression;
+        if (compression == BI_RLE8 || compression == BI_RLE4)
+        {
+            packed_.emplace(bitmap_->width, rows, static_cast<const BYTE*>(bits),
+                            info.bmiHeader.biSizeImage, compression == BI_RLE4);
+            return;
+        }
+        bitmap_->bits = static_cast<BYTE*>(const_cast<void*>(bits));
+    }
+
+    /// The picture without its pixels. Run-length coded pictures have 8 bits per pixel here.
+    const Bitmap& Kind() const { return *bitmap_; }
+    /// Whether rows are quick to get from the lowest up alone.
+    bool IsPacked() const { return packed_.has_value(); }
+    /// The pixels of a row, until the next call. \param y from the top.
+    const BYTE* Row(int y)
+    {
+        const int fromBottom = bitmap_->height - 1 - y;
+        return packed_ ? packed_->Row(fromBottom) : bitmap_->Row(fromBottom);
+    }
+
+private:
+    std::shared_ptr<Bitmap> bitmap_;
+    std::optional<posix::PackedRows> packed_;
+};
+
+/// The description of a picture, without pixels. Null, with the error set, when it is not valid.
+std::shared_ptr<Bitmap> DescriptionOf(const BITMAPINFO* info, const void* bits, UINT usage)
+{
+    std::shared_ptr<Bitmap> description =
+        info == nullptr || bits == nullptr || usage != DIB_RGB_COLORS
+            ? nullptr
+            : posix::DescribeBitmap(*info);
+    if (description == nullptr)
     {
         SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
     }
-    const std::shared_ptr<Bitmap> picture = posix::DescribeBitmap(*info);
-    if (picture == nullptr)
-    {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return nullptr;
-    }
-    const DWORD compression = info->bmiHeader.biCompression;
-    if (compression != BI_RLE8 && compression != BI_RLE4)
-    {
-        picture->bits = static_cast<BYTE*>(const_cast<void*>(bits));
-        return picture;
-    }
-    if (!posix::AllocateBits(*picture))
-    {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return nullptr;
-    }
-    posix::UnpackPixels(*picture, static_cast<const BYTE*>(bits), info->bmiHeader.biSizeImage,
-                        compression == BI_RLE4);
-    return picture;
+    return description;
 }
 
 /// One direction, x or y, of a transfer: the destination pixels that are drawn and the source pixel
@@ -118,59 +139,96 @@ bool HasSamePixels(const Bitmap& a, const Bitmap& b)
 class Rows
 {
 public:
-    Rows(const Bitmap& picture, const Axis& columns)
+    Rows(Picture& picture, const Axis& columns)
         : picture_(picture), columns_(columns), isUnscaled_(columns.IsUnscaled())
     {
-        const auto [low, high] =
-            std::minmax_element(columns.sources.begin(), columns.sources.end());
-        low_ = *low;
-        span_.resize(4 * static_cast<std::size_t>(*high - *low + 1));
         row_.resize(4 * columns.sources.size());
     }
 
     const BYTE* Row(int y)
     {
-        const BYTE* const row = picture_.Row(picture_.height - 1 - y);
-        if (isUnscaled_ && posix::IsPlain32(picture_))
-        {
-            return row + 4 * static_cast<std::size_t>(low_);
-        }
         if (y == y_)
         {
             return row_.data();
         }
-        y_ = y;
-        posix::ExpandPixels(picture_, row, low_, static_cast<int>(span_.size() / 4), span_.data());
-        BYTE* out = row_.data();
-        for (const int source : columns_.sources)
+        const BYTE* const row = picture_.Row(y);
+        const int first = columns_.sources.front();
+        if (isUnscaled_ && posix::IsPlain32(picture_.Kind()))
         {
-            std::memcpy(out, span_.data() + 4 * static_cast<std::size_t>(source - low_), 4);
-            out += 4;
+            return row + 4 * static_cast<std::size_t>(first);
+        }
+        y_ = y;
+        if (isUnscaled_)
+        {
+            posix::ExpandPixels(picture_.Kind(), row, first, columns_.Count(), row_.data());
+        }
+        else
+        {
+            Scale(row);
         }
         return row_.data();
     }
 
 private:
-    const Bitmap& picture_;
+    /// Takes the source pixel of each column. Few pixels of the row are expanded at a time, so that
+    /// a row of any length takes little memory.
+    void Scale(const BYTE* row)
+    {
+        constexpr int spanPixels = 256;
+        BYTE span[4 * spanPixels];
+        int begin = 0;
+        int end = 0;
+        BYTE* out = row_.data();
+        for (const int source : columns_.sources)
+        {
+            if (source < begin || source >= end)
+            {
+                begin = source / spanPixels * spanPixels;
+                end = std::min(begin + spanPixels, picture_.Kind().width);
+                posix::ExpandPixels(picture_.Kind(), row, begin, end - begin, span);
+            }
+            std::memcpy(out, span + 4 * static_cast<std::size_t>(source - begin), 4);
+            out += 4;
+        }
+    }
+
+    Picture& picture_;
     const Axis& columns_;
     const bool isUnscaled_;
-    int low_ = 0;
     int y_ = -1;
-    std::vector<BYTE> span_;
     std::vector<BYTE> row_;
 };
 
-/// Transfers pixels into the bits of a bitmap. Rows count from the top.
-void Transfer(const Bitmap& picture, Bitmap& target, const Axis& columns, const Axis& rows)
+/// The order in which the rows of a transfer are copied: the numbers from 0 on, or the same
+/// backwards when run-length coded rows then come from the lowest up.
+class RowOrder
 {
-    if (HasSamePixels(picture, target) && columns.IsUnscaled())
+public:
+    RowOrder(const Picture& picture, const Axis& rows)
+        : count_(rows.Count()),
+          isBackward_(picture.IsPacked() && rows.sources.front() < rows.sources.back())
+    {}
+
+    int At(int i) const { return isBackward_ ? count_ - 1 - i : i; }
+
+private:
+    int count_;
+    bool isBackward_;
+};
+
+/// Transfers pixels into the bits of a bitmap. Rows count from the top.
+void Transfer(Picture& picture, Bitmap& target, const Axis& columns, const Axis& rows)
+{
+    const RowOrder order(picture, rows);
+    if (HasSamePixels(picture.Kind(), target) && columns.IsUnscaled())
     {
         const std::size_t pixelBytes = static_cast<std::size_t>(target.bitCount) / 8;
-        for (int i = 0; i < rows.Count(); ++i)
+        for (int n = 0; n < rows.Count(); ++n)
         {
+            const int i = order.At(n);
             std::memmove(target.Row(target.height - 1 - rows.first - i) +
                              pixelBytes * static_cast<std::size_t>(columns.first),
-                         picture.Row(picture.height - 1 - rows.sources[i]) +
+                         picture.Row(rows.sources[i]) +
                              pixelBytes * static_cast<std::size_t>(columns.sources.front()),
                          pixelBytes * columns.sources.size());
         }
@@ -178,8 +236,9 @@ void Transfer(const Bitmap& picture, Bitmap& target, const Axis& columns, const 
     }
     Rows source(picture, columns);
     posix::PixelWriter writer(target, posix::Reduction::Round, posix::Colors::Own);
-    for (int i = 0; i < rows.Count(); ++i)
+    for (int n = 0; n < rows.Count(); ++n)
     {
+        const int i = order.At(n);
         writer.Write(columns.first, target.height - 1 - rows.first - i, columns.Count(),
                      source.Row(rows.sources[i]));
     }
@@ -187,18 +246,20 @@ void Transfer(const Bitmap& picture, Bitmap& target, const Axis& columns, const 
 
 /// Transfers pixels through the current OpenGL context.
 /// \param height of the surface that the context draws on, pixels
-void TransferRendered(const Bitmap& picture, int height, const Axis& columns, const Axis& rows)
+void TransferRendered(Picture& picture, int height, const Axis& columns, const Axis& rows)
 {
     Rows source(picture, columns);
+    const RowOrder order(picture, rows);
     const std::size_t rowBytes = 4 * columns.sources.size();
     std::vector<BYTE> pixels(rowBytes * rows.sources.size());
-    for (int i = 0; i < rows.Count(); ++i)
+    for (int n = 0; n < rows.Count(); ++n)
     {
+        const int i = order.At(n);
         BYTE* const row = pixels.data() + rowBytes * static_cast<std::size_t>(rows.Count() - 1 - i);
         std::memcpy(row, source.Row(rows.sources[i]), rowBytes);
     }
-    // Alpha is set to 255, so that pictures are opaque, because the fourth byte of 32-bit pictures
-    // has no meaning.
+    // Alpha is set to 255, so that pictures are opaque; the fourth byte of 32-bit pictures has no
+    // meaning.
     for (std::size_t i = 3; i < pixels.size(); i += 4)
     {
         pixels[i] = 255;
@@ -218,7 +279,7 @@ struct Target
     int Width() const { return surface ? surface->width : bitmap->width; }
     int Height() const { return surface ? surface->height : bitmap->height; }
 
-    void Take(const Bitmap& picture, const Axis& columns, const Axis& rows)
+    void Take(Picture& picture, const Axis& columns, const Axis& rows)
     {
         if (columns.sources.empty() || rows.sources.empty())
         {
@@ -250,22 +311,23 @@ int SetDIBits(HDC, HBITMAP handle, UINT first, UINT count, const void* bits, con
         return 0;
     }
     posix::FlushRenderingOf(bits);
-    const std::shared_ptr<const Bitmap> picture = PictureOf(info, bits, usage);
-    if (picture == nullptr)
+    const std::shared_ptr<Bitmap> description = DescriptionOf(info, bits, usage);
+    if (description == nullptr)
     {
         return 0;
     }
-    const int rows = static_cast<int>(std::min<UINT>(count, static_cast<UINT>(picture->height)));
+    const int rows =
+        static_cast<int>(std::min<UINT>(count, static_cast<UINT>(description->height)));
     if (first >= static_cast<UINT>(bitmap->height) || rows == 0)
     {
         return 0;
     }
     // \p bits holds only these rows and begins with the lowest or the highest of them.
-    Bitmap band = *picture;
-    band.height = rows;
+    Picture picture(description, *info, bits, rows);
+    const int width = picture.Kind().width;
     Target target(nullptr, bitmap);
     const std::int64_t top = std::int64_t{bitmap->height} - first - rows;
-    target.Take(band, Axis(Identity(band.width), target.Width(), Identity(band.width), band.width),
+    target.Take(picture, Axis(Identity(width), target.Width(), Identity(width), width),
                 Axis({top, rows}, target.Height(), Identity(rows), rows));
     return static_cast<int>(rows + std::min<std::int64_t>(top, 0));
 }
@@ -282,14 +344,16 @@ int StretchDIBits(HDC dc, int x, int y, int width, int height, int sourceX, int 
         return 0;
     }
     posix::FlushRenderingOf(bits);
-    const std::shared_ptr<const Bitmap> picture = PictureOf(info, bits, usage);
-    if (picture == nullptr)
+    const std::shared_ptr<Bitmap> description = DescriptionOf(info, bits, usage);
+    if (description == nullptr)
     {
         return 0;
     }
+    Picture picture(description, *info, bits, description->height);
     Target target(dc, bitmap);
-    target.Take(*picture, Axis({x, width}, target.Width(), {sourceX, sourceWidth}, picture->width),
-                Axis({y, height}, target.Height(), {sourceY, sourceHeight}, picture->height));
+    target.Take(picture,
+                Axis({x, width}, target.Width(), {sourceX, sourceWidth}, picture.Kind().width),
+                Axis({y, height}, target.Height(), {sourceY, sourceHeight}, picture.Kind().height));
     // The absolute value of the lowest int does not fit an int.
     return static_cast<int>(std::min<std::int64_t>(std::abs(std::int64_t{sourceHeight}),
                                                    std::numeric_limits<int>::max()));

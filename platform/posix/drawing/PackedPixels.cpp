@@ -14,89 +14,98 @@ constexpr int endOfRow = 0;
 constexpr int endOfPicture = 1;
 constexpr int skip = 2;
 
-/// The place of the next pixel.
-class Cursor
-{
-public:
-    explicit Cursor(Bitmap& bitmap) : bitmap_(bitmap) {}
+}  // namespace
 
-    bool IsInside() const { return y_ < bitmap_.height; }
-    void Put(int index)
+PackedRows::PackedRows(int width, int height, const BYTE* packed, std::size_t size, bool isFourBit)
+    : width_(width),
+      height_(height),
+      isFourBit_(isFourBit),
+      begin_(packed),
+      end_(packed + size),
+      next_(packed),
+      row_(static_cast<std::size_t>(width))
+{}
+
+const BYTE* PackedRows::Row(int y)
+{
+    if (y == wanted_)
     {
-        if (x_ < bitmap_.width)
-        {
-            bitmap_.Row(y_)[x_++] = static_cast<BYTE>(index);
-        }
+        return row_.data();
     }
-    void EndRow()
+    if (y < wanted_)
+    {
+        next_ = begin_;
+        x_ = y_ = 0;
+    }
+    wanted_ = y;
+    std::fill(row_.begin(), row_.end(), BYTE{0});
+    while (y_ <= wanted_ && Step())
+    {}
+    return row_.data();
+}
+
+bool PackedRows::Step()
+{
+    if (y_ >= height_ || end_ - next_ < 2)
+    {
+        return false;
+    }
+    const int count = next_[0];
+    const int code = next_[1];
+    if (count > 0)
+    {
+        Put(count, next_ + 1, true);
+        next_ += 2;
+        return true;
+    }
+    next_ += 2;
+    if (code == endOfRow)
     {
         x_ = 0;
         ++y_;
     }
-    void Skip(int right, int up)
+    else if (code == endOfPicture || (code == skip && end_ - next_ < 2))
     {
-        x_ += std::min(right, bitmap_.width - x_);
-        y_ += std::min(up, bitmap_.height - y_);
+        next_ = end_;
+        return false;
     }
-
-private:
-    Bitmap& bitmap_;
-    int x_ = 0;
-    int y_ = 0;
-};
-
-/// Pixel \p i of a run, from a byte that holds one pixel of 8 bits or two of 4 bits.
-int PixelOf(BYTE byte, int i, bool isFourBit)
-{
-    return !isFourBit ? byte : i % 2 == 0 ? byte >> 4 : byte & 0x0F;
+    else if (code == skip)
+    {
+        Skip(next_[0], next_[1]);
+        next_ += 2;
+    }
+    else
+    {
+        const int perByte = isFourBit_ ? 2 : 1;
+        const std::ptrdiff_t bytes = (code + perByte - 1) / perByte;
+        const std::ptrdiff_t present = std::min(bytes, end_ - next_);
+        Put(static_cast<int>(std::min<std::ptrdiff_t>(code, present * perByte)), next_, false);
+        next_ += std::min(bytes + bytes % 2, end_ - next_);
+    }
+    return true;
 }
 
-}  // namespace
-
-void UnpackPixels(Bitmap& bitmap, const BYTE* packed, std::size_t size, bool isFourBit)
+void PackedRows::Put(int count, const BYTE* source, bool isRun)
 {
-    Cursor cursor(bitmap);
-    const BYTE* const end = packed + size;
-    while (cursor.IsInside() && end - packed >= 2)
+    const int room = std::min(count, width_ - x_);
+    BYTE* const out = row_.data() + x_;
+    x_ += room;
+    if (y_ != wanted_)
     {
-        const int count = packed[0];
-        const int code = packed[1];
-        packed += 2;
-        if (count > 0)
-        {
-            for (int i = 0; i < count; ++i)
-            {
-                cursor.Put(PixelOf(static_cast<BYTE>(code), i, isFourBit));
-            }
-        }
-        else if (code == endOfRow)
-        {
-            cursor.EndRow();
-        }
-        else if (code == endOfPicture)
-        {
-            return;
-        }
-        else if (code == skip)
-        {
-            if (end - packed < 2)
-            {
-                return;
-            }
-            cursor.Skip(packed[0], packed[1]);
-            packed += 2;
-        }
-        else
-        {
-            const std::ptrdiff_t bytes = isFourBit ? (code + 1) / 2 : code;
-            const int perByte = isFourBit ? 2 : 1;
-            for (int i = 0; i < code && i / perByte < end - packed; ++i)
-            {
-                cursor.Put(PixelOf(packed[i / perByte], i, isFourBit));
-            }
-            packed += std::min(bytes + bytes % 2, end - packed);
-        }
+        return;
     }
+    for (int i = 0; i < room; ++i)
+    {
+        // A byte holds one pixel of 8 bits or two of 4 bits, the first in the high half.
+        const BYTE byte = source[isRun ? 0 : isFourBit_ ? i / 2 : i];
+        out[i] = !isFourBit_ ? byte : i % 2 == 0 ? byte >> 4 : byte & 0x0F;
+    }
+}
+
+void PackedRows::Skip(int right, int up)
+{
+    x_ += std::min(right, width_ - x_);
+    y_ += std::min(up, height_ - y_);
 }
 
 }  // namespace posix
