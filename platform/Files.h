@@ -43,7 +43,8 @@ struct OVERLAPPED
     HANDLE hEvent;
 };
 
-/// Opens or makes a file. A directory is refused.
+/// Opens or makes a file. A directory is refused. To be read only, nothing but a regular file is
+/// opened: a pipe or a device could wait for ever.
 /// \param disposition CREATE_NEW, CREATE_ALWAYS (empties an existing file) or OPEN_EXISTING.
 /// \param flagsAndAttributes With FILE_FLAG_SEQUENTIAL_SCAN, written bytes bypass the system's file
 /// cache if the file system allows that. Writing is then fastest when the address of the bytes and

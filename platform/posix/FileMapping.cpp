@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/FileMapping.h"
 
+#include "platform/posix/GuardedView.h"
+
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -115,9 +117,16 @@ std::shared_ptr<void> MapBytes(const FileMapping& mapping, std::uint64_t offset,
     const std::uint64_t page = static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
     const std::size_t lead = static_cast<std::size_t>(offset % page);
     const std::size_t length = lead + count;
-    void* const start =
-        mmap(nullptr, length, writable ? PROT_READ | PROT_WRITE : PROT_READ, MAP_SHARED,
-             mapping.file->descriptor, static_cast<off_t>(offset - lead));
+    if (!writable)
+    {
+        std::shared_ptr<GuardedView> view =
+            GuardedView::Map(mapping.file->descriptor, static_cast<off_t>(offset - lead), length);
+        return view == nullptr
+                   ? nullptr
+                   : std::shared_ptr<void>(view, static_cast<char*>(view->Start()) + lead);
+    }
+    void* const start = mmap(nullptr, length, PROT_READ | PROT_WRITE, MAP_SHARED,
+                             mapping.file->descriptor, static_cast<off_t>(offset - lead));
     if (start == MAP_FAILED)
     {
         return nullptr;

@@ -23,6 +23,13 @@ void SetSystemError(const std::string& subject)
     posix::SetError(static_cast<DWORD>(errno), subject + ": " + std::strerror(errno));
 }
 
+/// The error of a name that stands for a folder, a pipe, a socket or a device.
+void SetNotRegular(const std::string& subject, mode_t mode)
+{
+    posix::SetError(ERROR_INVALID_PARAMETER,
+                    subject + (S_ISDIR(mode) ? ": is a directory" : ": is no regular file"));
+}
+
 struct Views
 {
     std::mutex mutex;
@@ -59,6 +66,14 @@ HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD /*share*/, SECURITY_ATTRIBUT
     flags |= disposition == CREATE_ALWAYS ? O_CREAT | O_TRUNC
              : disposition == CREATE_NEW  ? O_CREAT | O_EXCL
                                           : 0;
+    // Opening a device may already do something, so the file is looked at before it is opened. It
+    // is looked at again afterwards, because the name may stand for another file by then.
+    struct stat status;
+    if (name != nullptr && !writes && stat(name, &status) == 0 && !S_ISREG(status.st_mode))
+    {
+        SetNotRegular(name, status.st_mode);
+        return INVALID_HANDLE_VALUE;
+    }
     const int descriptor = name == nullptr ? -1 : open(name, flags, 0666);
     if (descriptor < 0)
     {
@@ -68,10 +83,10 @@ HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD /*share*/, SECURITY_ATTRIBUT
     const auto file = std::make_shared<posix::File>(descriptor);
     file->isWritable = writes;
     file->isPastCache = (flagsAndAttributes & FILE_FLAG_SEQUENTIAL_SCAN) != 0;
-    struct stat status;
-    if (fstat(descriptor, &status) != 0 || S_ISDIR(status.st_mode))
+    if (fstat(descriptor, &status) != 0 || S_ISDIR(status.st_mode) ||
+        (!writes && !S_ISREG(status.st_mode)))
     {
-        posix::SetError(ERROR_INVALID_PARAMETER, std::string(name) + ": is a directory");
+        SetNotRegular(name, status.st_mode);
         return INVALID_HANDLE_VALUE;
     }
     return posix::AddHandle(file);

@@ -7,9 +7,13 @@
 #include "tests/support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
+#include <csignal>
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
@@ -91,6 +95,82 @@ TEST(Files, InvalidFilesAndHandlesAreRefused)
     EXPECT_EQ(CreateFileA(file.Path(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr),
               INVALID_HANDLE_VALUE);
     CloseHandle(handle);
+}
+
+TEST(Files, OnlyRegularFilesAreOpenedToBeRead)
+{
+    const TemporaryName pipe("files.pipe");
+    ASSERT_EQ(mkfifo(pipe.Path(), 0600), 0);
+    for (const CString& name : {pipe.Path(), CString("/dev/zero"), CString("/dev/null")})
+    {
+        EXPECT_EQ(OpenForReading(name), INVALID_HANDLE_VALUE);
+        EXPECT_EQ(GetLastErrorText(), name.Text() + ": is no regular file");
+    }
+}
+
+/// A file of some pages, mapped to be read.
+struct ReadView
+{
+    ReadView()
+    {
+        const HANDLE handle = OpenForReading(file.Path());
+        const HANDLE mapping = CreateFileMappingA(handle, nullptr, PAGE_READONLY, 0, 0, nullptr);
+        bytes = static_cast<const char*>(MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, 0));
+        CloseHandle(mapping);
+        CloseHandle(handle);
+    }
+    ~ReadView() { UnmapViewOfFile(bytes); }
+    ReadView(const ReadView&) = delete;
+    ReadView& operator=(const ReadView&) = delete;
+
+    static constexpr std::size_t size = 300000;
+    const TemporaryFile file{"view.bin", std::string(size, 'x')};
+    const char* bytes;
+};
+
+TEST(Files, BytesThatAMappedFileLosesReadAsZeros)
+{
+    const ReadView first;
+    {
+        const ReadView view;
+        EXPECT_EQ(view.bytes[ReadView::size - 1], 'x');
+        std::filesystem::resize_file(view.file.Path().Text(), 1);
+        EXPECT_EQ(view.bytes[ReadView::size - 1], 0);
+        EXPECT_EQ(view.bytes[ReadView::size / 2], 0);
+    }
+    const ReadView later;  // perhaps at the same addresses
+    EXPECT_EQ(later.bytes[ReadView::size - 1], 'x');
+}
+
+TEST(Files, TheFirstPageOfAViewCannotBeChangedByAnotherProgram)
+{
+    const ReadView view;
+    std::ofstream(view.file.Path(), std::ios::binary) << std::string(ReadView::size, 'y');
+    EXPECT_EQ(std::count(view.bytes, view.bytes + 4096, 'x'), 4096);
+}
+
+// A death test of this style begins anew in a process that has mapped nothing yet.
+TEST(FilesDeathTest, TheBusSignalStillEndsTheProcess)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            const ReadView view;
+            std::raise(SIGBUS);
+        },
+        testing::KilledBySignal(SIGBUS), "");
+}
+
+TEST(FilesDeathTest, TheBusSignalReachesTheHandlerThatWasSetBefore)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            std::signal(SIGBUS, [](int) { std::_Exit(7); });
+            const ReadView view;
+            std::raise(SIGBUS);
+        },
+        testing::ExitedWithCode(7), "");
 }
 
 /// A mapping of a new file.

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "platform/posix/GuardedView.h"
+
+#include <signal.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstdint>
+#include <limits>
+#include <mutex>
+
+namespace posix
+{
+
+/// The addresses of a view, where the signal handler finds them without a lock. Ranges are linked
+/// and never deleted. The range of a view that has ended is used for a later view.
+struct GuardedRange
+{
+    std::atomic<std::uintptr_t> begin;
+    std::atomic<std::uintptr_t> end;
+    std::atomic<bool> isUsed;
+    GuardedRange* next;
+};
+
+namespace
+{
+
+/// No address is at or above this one, so that a range that begins here is empty.
+constexpr std::uintptr_t nowhere = std::numeric_limits<std::uintptr_t>::max();
+
+std::atomic<GuardedRange*> firstRange = nullptr;
+// Set before the handler is installed, and not changed afterwards.
+std::uintptr_t pageBytes = 0;
+struct sigaction earlierAction;
+
+/// Puts zeros where a view can no longer be read, from the page of the address to the view's end.
+/// Returns whether the address lies in a view.
+bool PutZeros(std::uintptr_t address)
+{
+    for (const GuardedRange* range = firstRange.load(); range != nullptr; range = range->next)
+    {
+        const std::uintptr_t end = range->end.load();
+        if (range->begin.load() <= address && address < end)
+        {
+            const std::uintptr_t page = address / pageBytes * pageBytes;
+            const int savedErrno = errno;
+            // NOLINTNEXTLINE(performance-no-int-to-ptr): the address that could not be read
+            void* const zeros =
+                mmap(reinterpret_cast<void*>(page), end - page, PROT_READ | PROT_WRITE,
+                     MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0);
+            errno = savedErrno;
+            return zeros != MAP_FAILED;
+        }
+    }
+    return false;
+}
+
+void OnBusError(int signal, siginfo_t* info, void* context)
+{
+    if (info->si_code == BUS_ADRERR && PutZeros(reinterpret_cast<std::uintptr_t>(info->si_addr)))
+    {
+        return;
+    }
+    if ((earlierAction.sa_flags & SA_SIGINFO) != 0)
+    {
+        earlierAction.sa_sigaction(signal, info, context);
+    }
+    else if (earlierAction.sa_handler != SIG_DFL && earlierAction.sa_handler != SIG_IGN)
+    {
+        earlierAction.sa_handler(signal);
+    }
+    else
+    {
+        // An access is repeated when the handler returns, and ends the process then. A signal that
+        // was sent is sent again.
+        const bool isSent = info->si_code <= 0;
+        struct sigaction standard = {};
+        standard.sa_handler = isSent ? earlierAction.sa_handler : SIG_DFL;
+        sigaction(signal, &standard, nullptr);
+        if (isSent)
+        {
+            raise(signal);
+        }
+    }
+}
+
+void InstallHandler()
+{
+    static std::once_flag once;
+    std::call_once(once, [] {
+        pageBytes = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+        struct sigaction action = {};
+        action.sa_sigaction = OnBusError;
+        action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER;
+        sigemptyset(&action.sa_mask);
+        sigaction(SIGBUS, nullptr, &earlierAction);
+        sigaction(SIGBUS, &action, nullptr);
+    });
+}
+
+GuardedRange* TakeRange(std::uintptr_t begin, std::uintptr_t end)
+{
+    GuardedRange* range = firstRange.load();
+    while (range != nullptr && range->isUsed.exchange(true))
+    {
+        range = range->next;
+    }
+    if (range == nullptr)
+    {
+        range = new GuardedRange{nowhere, 0, true, firstRange.load()};
+        while (!firstRange.compare_exchange_weak(range->next, range))
+        {}
+    }
+    range->end.store(end);
+    range->begin.store(begin);
+    return range;
+}
+
+}  // namespace
+
+std::shared_ptr<GuardedView> GuardedView::Map(int descriptor, off_t offset, std::size_t length)
+{
+    InstallHandler();
+    void* const start = mmap(nullptr, length, PROT_READ, MAP_PRIVATE, descriptor, offset);
+    if (start == MAP_FAILED)
+    {
+        return nullptr;
+    }
+    std::shared_ptr<GuardedView> view(new GuardedView(start, length));
+    // A private mapping would not do for the first page: it loses its copy when the file is cut
+    // off.
+    if (mmap(start, pageBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1,
+             0) == MAP_FAILED ||
+        pread(descriptor, start, std::min<std::size_t>(length, pageBytes), offset) < 0)
+    {
+        return nullptr;
+    }
+    mprotect(start, pageBytes, PROT_READ);
+    return view;
+}
+
+GuardedView::GuardedView(void* start, std::size_t length)
+    : start_(start),
+      length_((length + pageBytes - 1) / pageBytes * pageBytes),
+      range_(TakeRange(reinterpret_cast<std::uintptr_t>(start),
+                       reinterpret_cast<std::uintptr_t>(start) + length_))
+{}
+
+GuardedView::~GuardedView()
+{
+    range_->begin.store(nowhere);
+    munmap(start_, length_);
+    range_->isUsed.store(false);
+}
+
+}  // namespace posix
