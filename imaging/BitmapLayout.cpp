@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "imaging/BitmapLayout.h"
 
+#include "platform/Limits.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -9,12 +11,10 @@
 #include <iterator>
 #include <limits>
 
+namespace limits = orvane::limits;
+
 namespace
 {
-
-// The two limits of IsPlausibleSize, in bytes and in bytes per stored byte.
-constexpr std::uint64_t alwaysPlausible = 64 << 20;
-constexpr std::uint64_t largestPacking = 256;
 
 constexpr double metresPerDot = 0.025399987;  // at one dot per inch
 
@@ -68,11 +68,6 @@ bool IsPackedBitmap(const BITMAPINFO* info)
 {
     const DWORD compression = info->bmiHeader.biCompression;
     return compression == BI_RLE8 || compression == BI_RLE4;
-}
-
-bool IsPlausibleSize(std::uint64_t bytes, std::uint64_t stored)
-{
-    return bytes <= alwaysPlausible || bytes / largestPacking <= stored;
 }
 
 std::uint64_t BitmapBytes(int width, int height, int bitCount)
@@ -142,13 +137,17 @@ std::optional<BitmapFault> FindFault(const BITMAPINFO* info, std::uint64_t recor
     }
     const std::uint64_t unpacked = BitmapBytes(header.biWidth, header.biHeight, header.biBitCount);
     const std::uint64_t needed = BitmapPixelBytes(info);
-    if (unpacked == 0 || unpacked > 0xFFFFFFFF || !IsPlausibleSize(unpacked, needed))
+    const bool isTooMuchToUnpack =
+        IsPackedBitmap(info) && (unpacked > limits::MaxUnpackedBytes(needed) ||
+                                 header.biWidth > limits::maxPackedRowPixels);
+    if (unpacked == 0 || unpacked > 0xFFFFFFFF || isTooMuchToUnpack)
     {
         return fault(offsetof(BITMAPINFOHEADER, biWidth),
                      text(header.biWidth) + " by " + text(header.biHeight) + " pixels",
-                     IsPackedBitmap(info)
-                         ? "no more than " + text(needed) + " compressed bytes can hold"
-                         : "at least 1 pixel and at most 4 GiB of pixels");
+                     IsPackedBitmap(info) ? "rows of at most " + text(limits::maxPackedRowPixels) +
+                                                " pixels, and no more than " + text(needed) +
+                                                " compressed bytes can hold"
+                                          : "at least 1 pixel and at most 4 GiB of pixels");
     }
     if (BitmapRecordBytes(info) > recordBytes)
     {

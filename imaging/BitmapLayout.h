@@ -27,12 +27,6 @@ bool IsKnownBitCount(int bitCount);
 /// Whether the pixels are run-length coded.
 bool IsPackedBitmap(const BITMAPINFO* info);
 
-/// Whether a bitmap with \p bytes bytes of unpacked pixels may be made from \p stored bytes. A
-/// bitmap of up to 64 MiB may always be made. A larger bitmap may have at most 256 bytes for each
-/// stored byte, about twice what runs of equal pixels reach (255 bytes in 2). The limit keeps a
-/// tiny file from taking gigabytes of memory.
-bool IsPlausibleSize(std::uint64_t bytes, std::uint64_t stored);
-
 /// The number of bytes that uncompressed pixels take, with each row padded to a multiple of four
 /// bytes. The height may be negative. Returns 0 for sizes that no bitmap can have.
 std::uint64_t BitmapBytes(int width, int height, int bitCount);

@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/Memory.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,12 @@ public:
     int Open(const CString& name);
     /// Reads a BMP file of any bit count and makes a 24-bit bitmap from it, the lowest row first.
     int OpenAsTrueColor(const CString& name);
+    /// The same, but a picture that is too large for a texture is reduced to a size that fits (see
+    /// FitTexture): each pixel becomes the nearest one of the file.
+    int OpenAsTexture(const CString& name);
+    /// Whether the open file has become too short for its picture since it was opened. The pixels
+    /// beyond its end are 0 then.
+    bool HasLostBytes() const;
     /// Why the last Open or OpenAsTrueColor was refused: the place in the file, the value found and
     /// the value expected. Empty after a success.
     const std::string& GetRefusal() const { return refusal_; }
@@ -135,6 +142,12 @@ public:
     HGLOBAL globalHandle = nullptr;
 
 private:
+    enum class Reduction
+    {
+        None,
+        ToTexture
+    };
+    int ConvertToTrueColor(const CString& name, Reduction reduction);
     /// Closes the file, deletes the bitmap and detaches the memory block, if there are any.
     void ReleaseBitmap();
     void CloseFile();
@@ -149,4 +162,6 @@ private:
 
     std::vector<DWORD> infoStorage_;
     std::string refusal_;
+    /// The length that the open file needs for its picture, in bytes.
+    std::uint64_t neededBytes_ = 0;
 };

@@ -2,6 +2,7 @@
 #include "host/RecordVersion.h"
 #include "imaging/BitmapLayout.h"
 #include "imaging/MemoryMappedDIB.h"
+#include "platform/Limits.h"
 #include "platform/Storage.h"
 
 #include <algorithm>
@@ -154,7 +155,9 @@ int MemoryMappedDIB::ReadFromStorage(IStorage* storage, const char* name)
     stream->Release();
     const BITMAPINFO* const info = reinterpret_cast<const BITMAPINFO*>(words.data());
     if (size < sizeof(BITMAPINFOHEADER) ||
-        !FitsBitmap(info, size, size - std::min<std::uint64_t>(size, BitmapRecordBytes(info))))
+        !FitsBitmap(info, size, size - std::min<std::uint64_t>(size, BitmapRecordBytes(info))) ||
+        BitmapBytes(info->bmiHeader.biWidth, info->bmiHeader.biHeight, info->bmiHeader.biBitCount) >
+            orvane::limits::MemoryForFile(size))
     {
         return 0;
     }
@@ -240,7 +243,8 @@ void MemoryMappedDIB::DeserializeVersion1(CArchive& archive)
         bitCount = storedBitCount;
         return;
     }
-    if (!IsPlausibleSize(BitmapBytes(storedWidth, storedHeight, storedBitCount), storedSize) ||
+    if (BitmapBytes(storedWidth, storedHeight, storedBitCount) >
+            orvane::limits::MemoryForFile(storedSize) ||
         !Create(storedWidth, storedHeight, horizontalResolution, verticalResolution, storedBitCount,
                 CString()))
     {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "imaging/BitmapLayout.h"
 #include "imaging/MemoryMappedDIB.h"
+#include "imaging/TextureSize.h"
 #include "platform/Errors.h"
+#include "platform/Limits.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -12,6 +14,10 @@
 #include <utility>
 
 // MemoryMappedDIB: reading BMP files.
+
+namespace limits = orvane::limits;
+using orvane::FitTexture;
+using orvane::PixelSize;
 
 namespace
 {
@@ -87,11 +93,22 @@ int MemoryMappedDIB::Open(const CString& name)
     bitCount = dibInfo->bmiHeader.biBitCount;
     dibInfoSize = dibInfo->bmiHeader.biSize + dibInfo->bmiHeader.biClrUsed * 4;
     dibBits = fileBits = bytes + offset;
+    neededBytes_ = offset + BitmapPixelBytes(dibInfo);
     mappedFromFile = 1;
     return opened;
 }
 
 int MemoryMappedDIB::OpenAsTrueColor(const CString& name)
+{
+    return ConvertToTrueColor(name, Reduction::None);
+}
+
+int MemoryMappedDIB::OpenAsTexture(const CString& name)
+{
+    return ConvertToTrueColor(name, Reduction::ToTexture);
+}
+
+int MemoryMappedDIB::ConvertToTrueColor(const CString& name, Reduction reduction)
 {
     if (memoryDC == nullptr)
     {
@@ -107,19 +124,39 @@ int MemoryMappedDIB::OpenAsTrueColor(const CString& name)
         return Refuse(static_cast<Status>(status), source.GetRefusal());
     }
     const BITMAPINFOHEADER& header = source.dibInfo->bmiHeader;
-    const int rows = std::abs(header.biHeight);
-    if (!Create(header.biWidth, rows, DotsPerInch(header.biXPelsPerMeter),
+    const std::uint64_t fileBytes = LengthOf(source.fileHandle);
+    const PixelSize whole = {header.biWidth, std::abs(header.biHeight)};
+    const PixelSize size = reduction == Reduction::None
+                               ? whole
+                               : FitTexture(whole, limits::MaxTexturePixels(fileBytes));
+    if (BitmapBytes(size.width, size.height, 24) > limits::MemoryForFile(fileBytes) ||
+        !Create(size.width, size.height, DotsPerInch(header.biXPelsPerMeter),
                 DotsPerInch(header.biYPelsPerMeter), 24, CString()))
     {
         return Refuse(unusable, "there is too little memory for the picture's pixels");
     }
-    if (SetDIBits(memoryDC, dibSection, 0, static_cast<UINT>(rows), source.dibBits, source.dibInfo,
-                  DIB_RGB_COLORS) != rows)
+    const int rows =
+        size == whole
+            ? SetDIBits(memoryDC, dibSection, 0, static_cast<UINT>(whole.height), source.dibBits,
+                        source.dibInfo, DIB_RGB_COLORS)
+            : StretchDIBits(memoryDC, 0, 0, size.width, size.height, 0, 0, whole.width,
+                            whole.height, source.dibBits, source.dibInfo, DIB_RGB_COLORS, SRCCOPY);
+    if (rows != whole.height)
     {
         DeleteSection();
         return Refuse(unusable, "the picture's pixels cannot be converted");
     }
+    if (source.HasLostBytes())
+    {
+        DeleteSection();
+        return Refuse(unusable, "the file became shorter while it was read");
+    }
     return opened;
+}
+
+bool MemoryMappedDIB::HasLostBytes() const
+{
+    return mappedFromFile != 0 && LengthOf(fileHandle) < neededBytes_;
 }
 
 int MemoryMappedDIB::Refuse(Status status, std::string refusal)

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "imaging/TextureMap.h"
 
-#include "host/CFile.h"
 #include "host/RecordVersion.h"
 #include "imaging/GLMemoryDIB.h"
 #include "imaging/TextureOwnership.h"
+#include "platform/Files.h"
 #include "platform/MultibyteCompare.h"
 
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
 #include <utility>
 
 IMPLEMENT_SERIAL(TextureMap, CObject, VERSIONABLE_SCHEMA | 2)
@@ -26,26 +25,31 @@ CString NameOfFile(const CString& filename)
     return dot >= start ? filename.Mid(start, dot - start) : filename.Mid(start);
 }
 
-// Reads up to count bytes from the start of a file. Returns the number of bytes read; 0 when the
-// file cannot be read. Devices and pipes are not opened, because opening them could wait for ever.
-UINT ReadStart(const CString& filename, BYTE* bytes, UINT count)
+// Reads up to two bytes from the start of a file and returns how many there were; 0 when the file
+// cannot be mapped.
+std::size_t ReadStart(const CString& filename, BYTE (&bytes)[2])
 {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(filename.Text(), error))
+    const HANDLE file = CreateFileA(filename, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
     {
         return 0;
     }
-    try
+    const HANDLE mapping = CreateFileMappingA(file, nullptr, PAGE_READONLY, 0, 0, nullptr);
+    const std::size_t count = std::min<std::size_t>(GetFileSize(file, nullptr), sizeof bytes);
+    const void* const view =
+        mapping != nullptr ? MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, count) : nullptr;
+    if (view != nullptr)
     {
-        CFile file;
-        return file.Open(filename, CFile::modeRead | CFile::shareDenyWrite)
-                   ? file.Read(bytes, count)
-                   : 0;
+        std::memcpy(bytes, view, count);
+        UnmapViewOfFile(view);
     }
-    catch (const CFileException&)
+    if (mapping != nullptr)
     {
-        return 0;
+        CloseHandle(mapping);
     }
+    CloseHandle(file);
+    return view != nullptr ? count : 0;
 }
 
 // Deletes a dithered image. The destructor of the image leaves no rendering context current, so
@@ -132,7 +136,7 @@ int TextureMap::ValidateFile()
 {
     const TextureOwnership owned(*this);
     BYTE start[2] = {};
-    const UINT count = filename.IsEmpty() ? 0 : ReadStart(filename, start, sizeof start);
+    const std::size_t count = filename.IsEmpty() ? 0 : ReadStart(filename, start);
     if (count == 0)
     {
         textureFlags &= ~Valid;

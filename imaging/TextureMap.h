@@ -76,8 +76,9 @@ public:
     _RGBImageRecord* GetImage();
     void FreeImage();
 
-    /// Reads a BMP file of any bit count as red, green and blue. The caller owns the result. Null
-    /// when the file is not a bitmap that can be read.
+    /// Reads a BMP file of any bit count as red, green and blue. A picture too large for a texture
+    /// is reduced (see MemoryMappedDIB::OpenAsTexture). The caller owns the result. Null when the
+    /// file is not a bitmap that can be read.
     static _RGBImageRecord* DIBImageLoad(const char* filename);
 
     /// The pixels as an 8-bit bitmap with OpenGL's palette, for displays of 256 colours. Made on

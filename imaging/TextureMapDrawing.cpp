@@ -2,13 +2,18 @@
 #include "imaging/TextureMap.h"
 #include "imaging/TextureOwnership.h"
 #include "imaging/TextureSettings.h"
+#include "imaging/TextureSize.h"
+#include "platform/Limits.h"
 #include "platform/OpenGL.h"
 
 #include <algorithm>
 #include <bit>
+#include <cstdint>
 #include <memory>
 #include <new>
 
+using orvane::FitTexture;
+using orvane::PixelSize;
 using orvane::TextureQuality;
 
 namespace
@@ -64,6 +69,33 @@ void ScaleImage(const _RGBImageRecord& image, GLsizei width, GLsizei height, BYT
     }
 }
 
+/// A smaller copy, in which each pixel is the nearest one of the image. Null when there is too
+/// little memory.
+std::unique_ptr<_RGBImageRecord> Reduced(const _RGBImageRecord& image, PixelSize size)
+{
+    const auto nearest = [](int i, int from, int to) {
+        return static_cast<std::size_t>((2 * std::int64_t{i} + 1) * from / (2 * std::int64_t{to}));
+    };
+    const std::size_t pixels =
+        static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height);
+    std::unique_ptr<BYTE[]> data(new (std::nothrow) BYTE[3 * pixels]);
+    if (data == nullptr)
+    {
+        return nullptr;
+    }
+    BYTE* out = data.get();
+    for (int y = 0; y < size.height; ++y)
+    {
+        const BYTE* const row = image.data + 3 * nearest(y, image.sizeY, size.height) *
+                                                 static_cast<std::size_t>(image.sizeX);
+        for (int x = 0; x < size.width; ++x, out += 3)
+        {
+            std::copy_n(row + 3 * nearest(x, image.sizeX, size.width), 3, out);
+        }
+    }
+    return std::make_unique<_RGBImageRecord>(size.width, size.height, data.release());
+}
+
 int SpecifyTexture(const _RGBImageRecord& image, TextureQuality quality)
 {
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
@@ -104,7 +136,16 @@ int TextureMap::GenerateTextureMaps()
         textureFlags &= ~Valid;
         return 0;
     }
-    return SpecifyTexture(*pixels, static_cast<TextureQuality>(quality));
+    // Pictures from files fit already; an application may have set others.
+    const PixelSize whole = {pixels->sizeX, pixels->sizeY};
+    const PixelSize size = FitTexture(whole, orvane::limits::maxTexturePixels);
+    if (size == whole)
+    {
+        return SpecifyTexture(*pixels, static_cast<TextureQuality>(quality));
+    }
+    const std::unique_ptr<_RGBImageRecord> reduced = Reduced(*pixels, size);
+    return reduced != nullptr &&
+           SpecifyTexture(*reduced, static_cast<TextureQuality>(quality)) != 0;
 }
 
 int TextureMap::PrepareTextureMap()

@@ -40,7 +40,7 @@ void PlaceRasterAtCorner(int width, int height)
 _RGBImageRecord* TextureMap::DIBImageLoad(const char* filename)
 {
     MemoryMappedDIB bitmap;
-    if (bitmap.OpenAsTrueColor(filename) != MemoryMappedDIB::opened)
+    if (bitmap.OpenAsTexture(filename) != MemoryMappedDIB::opened)
     {
         return nullptr;
     }

@@ -30,4 +30,39 @@ constexpr std::size_t maxTextBytes = 65'536;
 /// compared with every known name, letter by letter. Fonts have names of at most 63 bytes.
 constexpr std::size_t maxNameBytes = 1'024;
 
+/// Pixels: the largest width and the largest height of a picture that is handed to OpenGL or GLU as
+/// a texture. A larger picture is scaled first. No common OpenGL driver has larger textures, and
+/// GLU, which computes with ints, crashes with millions of pixels in a row or a column.
+constexpr int maxTextureSide = 16'384;
+
+/// Pixels: the most pixels of a picture that is handed to OpenGL or GLU as a texture, 16 Mi. A
+/// larger picture is scaled first. The texture itself has far fewer in the end.
+constexpr std::uint64_t maxTexturePixels = std::uint64_t{16} << 20;
+
+/// Bytes: the memory that each pixel of a picture takes until it is a texture. Red, green and blue
+/// take 3 bytes, the copies that GLU and OpenGL make take up to 17.
+constexpr unsigned textureBytesPerPixel = 20;
+
+/// The most pixels that a picture from a file of \p fileBytes bytes may have as a texture. A larger
+/// picture is scaled first. A picture of 8 bits or more a pixel may always have maxTexturePixels;
+/// only one of fewer bits, or a run-length coded one, has so many pixels in a smaller file.
+constexpr std::uint64_t MaxTexturePixels(std::uint64_t fileBytes)
+{
+    const std::uint64_t affordable = MemoryForFile(fileBytes) / textureBytesPerPixel;
+    return affordable < maxTexturePixels ? affordable : maxTexturePixels;
+}
+
+/// Bytes: the most unpacked pixels of a run-length coded picture whose code takes \p codeBytes
+/// bytes. 64 MiB are always allowed. Above that there are 256 for each byte of the code, about
+/// twice what runs of equal pixels reach (255 bytes in 2).
+constexpr std::uint64_t MaxUnpackedBytes(std::uint64_t codeBytes)
+{
+    constexpr std::uint64_t always = std::uint64_t{64} << 20;
+    return 256 * codeBytes > always ? 256 * codeBytes : always;
+}
+
+/// Pixels: the longest row of a run-length coded picture, 16 Mi. One row is decoded at a time, into
+/// one byte a pixel, and a row of a few bytes must not take much memory.
+constexpr int maxPackedRowPixels = 16 << 20;
+
 }  // namespace orvane::limits

@@ -147,8 +147,10 @@ int SceneObject::DrawFileBackgroundTexture(DrawingParameters* parameters)
     }
     const int result =
         DrawBackgroundTexture(parameters, picture.GetDIBInfo(), picture.GetDIBBits());
+    // Another program may have cut the file off meanwhile. The rest of the picture is black then.
+    const bool isWhole = !picture.HasLostBytes();
     picture.Close();
-    return result;
+    return isWhole ? result : 0;
 }
 
 int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITMAPINFO* bitmapInfo,

@@ -284,6 +284,29 @@ TEST(TextureMap, ATextureIsDrawnInItsFilesColours)
     EXPECT_EQ(current.Pixel(14, 8), (Rgb{0, 0, 255}));
 }
 
+TEST(TextureMap, APictureAtOrBeyondTheLimitsIsDrawnInEveryQuality)
+{
+    const HeadlessContext current(16, 16);
+    REQUIRE_CONTEXT(current);
+    for (const auto& [width, height] :
+         {std::pair(16384, 1), std::pair(1, 16384), std::pair(16385, 3), std::pair(3, 16385),
+          std::pair(4000000, 1), std::pair(1, 4000000), std::pair(16384, 64)})
+    {
+        for (const DWORD quality : {0U, 1U, 2U})
+        {
+            TextureMap texture;
+            GiveImage(texture, width, height, 255, 0, 0);
+            texture.textureFlags = TextureMap::Valid | TextureMap::Textured;
+            texture.modulate = 0;
+            texture.SetQuality(quality);
+            ASSERT_EQ(texture.GenerateTextureMaps(), 1);
+            DrawAcross(texture, 1);
+            EXPECT_EQ(current.Pixel(8, 8), (Rgb{255, 0, 0}))
+                << width << " by " << height << ", " << quality;
+        }
+    }
+}
+
 TEST(TextureMap, ANarrowTextureIsRightUnderEveryPackAlignment)
 {
     const HeadlessContext current(16, 16);

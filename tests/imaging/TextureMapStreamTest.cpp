@@ -198,6 +198,34 @@ TEST_F(Textures, Quality2HandsTheUnscaledImageToTheMipmapBuilder)
                      "gluBuild2DMipmaps GL_TEXTURE_2D 3 300 100 GL_RGB GL_UNSIGNED_BYTE data"}));
 }
 
+TEST_F(Textures, AnImageBeyondTheLimitsIsReducedBeforeItIsHandedOver)
+{
+    const auto handedOver = [this](int width, int height, unsigned long quality) {
+        MakeImage(width, height);
+        texture.SetQuality(quality);
+        GlRecording recording;
+        EXPECT_EQ(texture.GenerateTextureMaps(), 1);
+        int madeWidth = 0;
+        int madeHeight = 0;
+        const Lines lines = recording.Only({"gluScaleImage", "gluBuild2DMipmaps"});
+        EXPECT_EQ(lines.size(), 1U);
+        std::sscanf(
+            lines.at(0).c_str(),
+            quality == 2 ? "gluBuild2DMipmaps GL_TEXTURE_2D 3 %d %d" : "gluScaleImage GL_RGB %d %d",
+            &madeWidth, &madeHeight);
+        return std::to_string(madeWidth) + " x " + std::to_string(madeHeight);
+    };
+    for (const unsigned long quality : {0UL, 1UL, 2UL})
+    {
+        EXPECT_EQ(handedOver(16384, 1, quality), "16384 x 1");
+        EXPECT_EQ(handedOver(16385, 1, quality), "16384 x 1");
+        EXPECT_EQ(handedOver(1, 16384, quality), "1 x 16384");
+        EXPECT_EQ(handedOver(1, 1000000, quality), "1 x 16384");
+    }
+    EXPECT_EQ(handedOver(4096, 4096, 2), "4096 x 4096");
+    EXPECT_NE(handedOver(4097, 4096, 2), "4097 x 4096");
+}
+
 TEST_F(Textures, TexturesAreGeneratedOnlyIfValidAndSwitchedOn)
 {
     MakeImage(4, 4);
