@@ -164,6 +164,27 @@ TEST_F(Backgrounds, TilesAreNeverSmallerThanAPixel)
     ExpectBands([](int, int) { return ImageColor(imageWidth / 2, imageHeight / 2); });
 }
 
+TEST_F(Backgrounds, ManyTilesLookLikeFew)
+{
+    const HeadlessContext large(200, 150);
+    REQUIRE_CONTEXT(large);
+    // Tiles of 2 by 1 pixels: 15,000 of them.
+    const PictureFile small("small", 2, 1, ImageColor);
+    scene.GetTexture()->Load(small.Path());
+    Place(1, 3, 0);
+    projection.SetScaledSize(200, 150);
+    projection.SetViewSize(200, 150);
+    ASSERT_EQ(scene.DrawBackground(&parameters), 1);
+    const Picture picture = large.ReadPixels();
+    for (int y = 0; y < 150; ++y)
+    {
+        for (int x = 0; x < 200; ++x)
+        {
+            ASSERT_EQ(picture.At(x, y), ImageColor((x + 1) % 2, 0)) << x << ", " << y;
+        }
+    }
+}
+
 TEST_F(Backgrounds, TilingStopsAtTheTerminationEvent)
 {
     REQUIRE_CONTEXT(context);
