@@ -214,6 +214,11 @@ const std::vector<MissingPicture>& Document::MissingPictures() const
     return state_->scene.missingPictures;
 }
 
+const std::vector<MissingFont>& Document::MissingFonts() const
+{
+    return state_->scene.missingFonts;
+}
+
 const std::string& Document::Path() const
 {
     return state_->scene.path;
@@ -354,6 +359,7 @@ std::vector<Hit> Document::Pick(const Size& size, int x, int y) const
         throw OptionError("pixel", "a pixel inside of the picture",
                           std::to_string(x) + "," + std::to_string(y));
     }
+    state_->scene.CheckLevels();
     const CodePageScope scope(state_->scene.codePage);
     const KeptContext kept;
     std::vector<Hit> hits;

@@ -10,6 +10,7 @@
 #include "document/poster/PictureState.h"
 #include "document/poster/PosterTarget.h"
 #include "document/poster/PosterView.h"
+#include "document/poster/ShownTextures.h"
 #include "orvane/orvane.h"
 #include "platform/OpenGL.h"
 #include "platform/Rendering.h"
@@ -21,6 +22,29 @@
 namespace orvane
 {
 
+namespace
+{
+
+/// Throws Error when the stack of the host's context has too few free matrices for the scene.
+void CheckMatrixStack(const SceneDocument& document)
+{
+    document.CheckLevels();
+    constexpr int matricesOfCamera = 1;
+    GLint most = 0;
+    GLint used = 0;
+    glGetIntegerv(GL_MAX_MODELVIEW_STACK_DEPTH, &most);
+    glGetIntegerv(GL_MODELVIEW_STACK_DEPTH, &used);
+    const int needed = document.Levels() + matricesOfCamera;
+    if (needed > most - used)
+    {
+        throw Error("OpenGL", std::to_string(most - used) + " free matrices on the stack",
+                    std::to_string(needed) + ", because the nodes nest " +
+                        std::to_string(document.Levels()) + " levels deep");
+    }
+}
+
+}  // namespace
+
 void WritePicture(const Document& document, const std::string& path, const PictureOptions& options)
 {
     const DocumentState& state = DocumentState::Of(document);
@@ -28,6 +52,7 @@ void WritePicture(const Document& document, const std::string& path, const Pictu
         options.size ? *options.size : UnaskedSize(*state.scene.view, state.scene.path);
     const PosterSettings settings(path, options, size);
     CheckPoster(settings);
+    state.scene.CheckLevels();
     const std::unique_ptr<PosterTarget> target = MakeTarget(settings);
     const CodePageScope scope(state.scene.codePage);
     const KeptContext kept;
@@ -50,6 +75,7 @@ void Draw(const Document& document, const DrawOptions& options)
                     "one of them, because the document has a background picture");
     }
     const KeptState kept;
+    CheckMatrixStack(state.scene);
 
     glViewport(viewport[0], viewport[1], size.width, size.height);
     glScissor(viewport[0], viewport[1], size.width, size.height);
@@ -59,11 +85,13 @@ void Draw(const Document& document, const DrawOptions& options)
     PosterView view(*state.ViewFor(size), 1);
     PosterParameters parameters(view);
     parameters.SetApplyProjection();
+    const ShownTextures textures(view);
     const int drawn = view.Draw(&parameters);
     if (drawn == 0)
     {
         throw Error("OpenGL", "the scene could not be drawn completely");
     }
+    textures.ThrowIfLost();
 }
 
 }  // namespace orvane

@@ -7,16 +7,20 @@
 #include "document/SceneFraming.h"
 #include "document/SceneNames.h"
 #include "document/ScenePictures.h"
+#include "document/TextEncoding.h"
+#include "extrude/OrvFont.h"
 #include "host/CArchive.h"
 #include "host/CFile.h"
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
 #include "platform/Limits.h"
-#include "scene/OrvString.h"
+#include "scene/FontObserver.h"
+#include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
 
 #include <algorithm>
+#include <set>
 #include <string_view>
 
 namespace orvane
@@ -111,6 +115,46 @@ void CheckTexts(const std::string& file, const DrawingObject& node, NodePath& pa
     }
 }
 
+/// The levels of nodes that are drawn, as limits::maxDrawnLevels counts them.
+int LevelsOf(const DrawingObject& node)
+{
+    if (node.IsDeleted())
+    {
+        return 0;
+    }
+    const auto* const text = dynamic_cast<const OrvFontString*>(&node);
+    int below = text != nullptr && text->GetFont() != nullptr ? 1 : 0;
+    for (int i = 0; i < node.GetChildCount(); ++i)
+    {
+        below = std::max(below, LevelsOf(*node.GetChildByIndex(i)));
+    }
+    return 1 + below;
+}
+
+/// Collects the fonts that loaded texts name and that are not installed.
+class FontLookup : public FontObserver
+{
+public:
+    void Loaded(const OrvFontString& text, const CString& storedName) override
+    {
+        const CString used = text.GetFont() != nullptr ? text.GetFont()->GetFullName() : CString();
+        if (storedName.IsEmpty() || storedName == used)
+        {
+            return;
+        }
+        const std::string name = ToUtf8(storedName);
+        if (names_.insert(name).second)
+        {
+            missing_.push_back({name, ToUtf8(used)});
+        }
+    }
+    const std::vector<MissingFont>& Missing() const { return missing_; }
+
+private:
+    std::vector<MissingFont> missing_;
+    std::set<std::string> names_;
+};
+
 }  // namespace
 
 SceneDocument::SceneDocument()
@@ -140,6 +184,7 @@ SceneDocument SceneDocument::Load(const std::string& path,
     LoadFonts(progress);  // after SetProcessCodePage, because fonts keep the code page
 
     PictureLookup pictures(path, options);
+    FontLookup fonts;
     CArchive archive(&file, CArchive::load);
     archive.ObserveVersions([&document](const CRuntimeClass* recordClass, DWORD version) {
         ++document.records[{recordClass->m_lpszClassName, version}];
@@ -148,6 +193,7 @@ SceneDocument SceneDocument::Load(const std::string& path,
     {
         ReadObjects(archive, file, document);
         document.missingPictures = pictures.Missing();
+        document.missingFonts = fonts.Missing();
     }
     catch (const CException& error)
     {
@@ -162,6 +208,22 @@ SceneDocument SceneDocument::Load(const std::string& path,
     NodePath root;
     CheckTexts(path, *document.scene, root);
     return document;
+}
+
+int SceneDocument::Levels() const
+{
+    return LevelsOf(*scene);
+}
+
+void SceneDocument::CheckLevels() const
+{
+    const int levels = Levels();
+    if (levels > limits::maxDrawnLevels)
+    {
+        throw Error(path.empty() ? "document" : path,
+                    "nodes that nest " + std::to_string(levels) + " levels deep",
+                    "at most " + std::to_string(limits::maxDrawnLevels) + ", as OpenGL draws them");
+    }
 }
 
 std::string SceneDocument::Bytes() const

@@ -45,6 +45,12 @@ public:
                               const std::function<void(const std::string&)>& progress = {},
                               const OpenOptions& options = {});
 
+    /// How many levels of nodes are drawn, as limits::maxDrawnLevels counts them.
+    int Levels() const;
+    /// Throws Error when the nodes nest deeper than limits::maxDrawnLevels, so that they cannot be
+    /// drawn.
+    void CheckLevels() const;
+
     /// The document as the bytes of a scene file.
     std::string Bytes() const;
     /// Writes the bytes and commits the file. Throws Error when it cannot.
@@ -57,6 +63,7 @@ public:
     /// base classes and member objects.
     std::map<std::pair<std::string, DWORD>, int> records;
     std::vector<MissingPicture> missingPictures;  ///< each file once, in the order of the nodes
+    std::vector<MissingFont> missingFonts;        ///< each name once, in the order of the nodes
     UINT codePage;                                ///< of the texts and names in the scene
     std::unique_ptr<SceneObject> scene;
     std::unique_ptr<ViewObject> view;  ///< attached to the scene

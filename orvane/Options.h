@@ -201,6 +201,13 @@ struct MissingPicture
     Reason reason = Reason::NotFound;
 };
 
+/// A font that a scene file names and that is not installed.
+struct MissingFont
+{
+    std::string name;  ///< the full name in the file
+    std::string used;  ///< the font that the texts have instead; empty when no font is installed
+};
+
 /// The largest width and the largest height of a picture, in pixels.
 constexpr int largestPictureSide = limits::maxPictureSide;
 

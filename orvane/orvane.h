@@ -137,13 +137,18 @@ public:
     Document& operator=(Document&& other) noexcept;
 
     /// Reads a scene file (.orv). The options say from which folders the scene may show pictures.
-    /// A picture that is missing or not allowed is left out; see MissingPictures.
+    /// A picture that is missing or not allowed is left out; see MissingPictures. A scene whose
+    /// nodes nest deeper than limits::maxDrawnLevels is opened, but to draw it or to pick in it is
+    /// an Error.
     static Document Open(const std::string& path, const OpenOptions& options = {});
     /// Writes a scene file, which appears under its name only when it is complete.
     void Save(const std::string& path);
     /// The pictures that the file named when it was opened and that the document does not show,
     /// each once. Save() writes their names again.
     const std::vector<MissingPicture>& MissingPictures() const;
+    /// The fonts that the file named when it was opened and that are not installed, each once. When
+    /// no font is installed at all, the texts are not drawn.
+    const std::vector<MissingFont>& MissingFonts() const;
     /// The file that the document was read from or saved to last; empty when there is none.
     const std::string& Path() const;
 

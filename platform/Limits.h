@@ -65,4 +65,9 @@ constexpr std::uint64_t MaxUnpackedBytes(std::uint64_t codeBytes)
 /// one byte a pixel, and a row of a few bytes must not take much memory.
 constexpr int maxPackedRowPixels = 16 << 20;
 
+/// Levels of nodes in a scene that is drawn: the scene is one level, each child is one more, and
+/// the letters of a text are one more. OpenGL promises 32 matrices on its stack; the camera takes
+/// two of them. Scenes are read up to 512 levels.
+constexpr int maxDrawnLevels = 30;
+
 }  // namespace orvane::limits

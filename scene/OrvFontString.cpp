@@ -7,11 +7,13 @@
 #include "host/CFont.h"
 #include "host/RecordVersion.h"
 #include "scene/DrawingParameters.h"
+#include "scene/FontObserver.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 IMPLEMENT_SERIAL(OrvFontString, OrvString, 1 | VERSIONABLE_SCHEMA)
 
@@ -193,6 +195,7 @@ void OrvFontString::DeserializeVersion1(CArchive& archive)
     CString name;
     DWORD length = 0;
     archive >> name;
+    const CString storedName = name;
     archive >> length;
     ENUMLOGFONTA description = {};
     if (length == sizeof description)
@@ -208,4 +211,30 @@ void OrvFontString::DeserializeVersion1(CArchive& archive)
         archive.Skip(length);
     }
     font = RegisteredFont(name);
+    if (orvane::FontObserver* const observer = orvane::FontObserver::Current())
+    {
+        observer->Loaded(*this, storedName);
+    }
 }
+
+namespace orvane
+{
+
+namespace
+{
+thread_local FontObserver* currentObserver = nullptr;
+}
+
+FontObserver::FontObserver() : previous_(std::exchange(currentObserver, this)) {}
+
+FontObserver::~FontObserver()
+{
+    currentObserver = previous_;
+}
+
+FontObserver* FontObserver::Current()
+{
+    return currentObserver;
+}
+
+}  // namespace orvane

@@ -8,6 +8,7 @@
 #include "document/poster/PosterBands.h"
 #include "document/poster/PosterStrips.h"
 #include "document/poster/PosterTarget.h"
+#include "document/poster/ShownTextures.h"
 #include "orvane/Error.h"
 
 #include <algorithm>
@@ -76,6 +77,7 @@ void DrawPoster(const ViewObject& view, const PosterSettings& settings, PosterTa
     const auto goOn = [&options] {
         return !options.cancellation || !options.cancellation->IsCancelled();
     };
+    const ShownTextures textures(view);
     PosterBands bands(view, stoppable);
     const int rowStep = bands.Layout().StepY();
     target.Open(bands.Info());
@@ -104,6 +106,7 @@ void DrawPoster(const ViewObject& view, const PosterSettings& settings, PosterTa
     }
     strips.Finish();
     deadline.ThrowIfStopped(settings.output, share);
+    textures.ThrowIfLost();
     target.Finish();
 }
 

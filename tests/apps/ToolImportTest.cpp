@@ -208,6 +208,10 @@ TEST_F(ToolImport, UndamagedPartsOfAFileAreDrawnAndTheDamageIsReported)
                   .find("root.3ds: the file contains no mesh: no chunk can be read at byte 6, "
                         "inside the chunk 0x4D4D"),
               std::string::npos);
+    const ToolResult strict =
+        folder.Run({"render", "-o", "y.png", "--strict", "--import", "some.3ds"});
+    EXPECT_EQ(strict.status, 1);
+    EXPECT_FALSE(folder.Has("y.png"));
 }
 
 TEST_F(ToolImport, OptionsThatMakeNoSenseAreRefused)

@@ -4,12 +4,15 @@
 #include "orvane/Options.h"
 #include "platform/Limits.h"
 #include "scene/OrvFontString.h"
+#include "tests/support/DecodedPicture.h"
 #include "tests/support/SavedScene.h"
 #include "tests/support/ToolRun.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <string>
 
 namespace
@@ -182,6 +185,40 @@ TEST_F(ToolLimits, ALongNameIsRefusedWithoutASearch)
         ExpectContains(beyond.err, std::string(option) +
                                        ": expected a name of at most 1024 bytes, found 1025 bytes");
     }
+}
+
+// The scene, the texts and the letters of the last text are levels.
+TEST_F(ToolLimits, NodesAtTheDeepestLevelAreDrawn)
+{
+    DrawingObject* parent = &scene;
+    for (int level = 2; level < orvane::limits::maxDrawnLevels - 1; ++level)
+    {
+        parent = &AddText(" ", parent);
+    }
+    AddText("B", parent);
+    Save();
+    const ToolResult result = folder.Run(
+        {"render", "--scene", "s.orv", "-o", "x.png", "--size", "16x9", "--turn", "0,0,0"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    const DecodedPicture picture = DecodePng(folder.Read("x.png"));
+    EXPECT_NE(std::count(picture.pixels.begin(), picture.pixels.end(), picture.pixels.front()),
+              static_cast<std::ptrdiff_t>(picture.pixels.size()));
+}
+
+TEST_F(ToolLimits, DeeperNodesAreRefusedBeforeTheDrawing)
+{
+    DrawingObject* parent = &scene;
+    for (int level = 2; level < orvane::limits::maxDrawnLevels; ++level)
+    {
+        parent = &AddText(" ", parent);
+    }
+    AddText("A", parent);
+    Save();
+    const std::string problem =
+        "s.orv: found nodes that nest 31 levels deep, expected at most 30, as OpenGL draws them";
+    ExpectRefusal(folder, {"render", "--scene", "s.orv", "-o", "x.png"}, {problem}, 1);
+    ExpectRefusal(folder, {"pick", "s.orv", "1,1", "--size", "9x9"}, {problem}, 1);
+    EXPECT_EQ(RunInfo().status, 0);
 }
 
 // A pipe that no program writes into could be opened only by waiting.

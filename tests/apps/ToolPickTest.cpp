@@ -431,7 +431,10 @@ TEST_F(ToolPick, ASceneThatCannotBePickedGivesStatus1)
     }
     const ToolResult deep = Run("1,1");
     EXPECT_EQ(deep.status, 1);
-    EXPECT_EQ(deep.err, "orvane: OpenGL: the nodes are nested too deeply to be picked\n");
+    EXPECT_EQ(
+        deep.err,
+        "orvane: s.orv: found nodes that nest 101 levels deep, expected at most 30, as OpenGL "
+        "draws them\n");
 }
 
 }  // namespace

@@ -5,10 +5,12 @@
 #include "platform/OpenGL.h"
 #include "tests/support/DecodedPicture.h"
 #include "tests/support/HostWindow.h"
+#include "tests/support/PictureFile.h"
 #include "tests/support/ToolRun.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <thread>
 #include <tuple>
 
@@ -241,6 +243,90 @@ TEST(DocumentPictures, ACancelledPictureLeavesNoFile)
     EXPECT_GT(last, 0);
     EXPECT_LT(last, 0.2);
     EXPECT_TRUE(folder.Names().empty());
+}
+
+TEST(DocumentPictures, APictureOfMorePixelsThanAllowedIsRefused)
+{
+    ToolFolder folder;
+    orvane::PictureOptions options;
+    options.size = Size{100, 50};
+    options.maxPixels = 4999;
+    try
+    {
+        orvane::WritePicture(Document(), folder.Path("a.png"), options);
+        ADD_FAILURE() << "nothing was thrown";
+    }
+    catch (const orvane::LimitExceeded& error)
+    {
+        EXPECT_EQ(error.Limit(), "maxPixels");
+        EXPECT_EQ(error.Found(), "100 x 50 are 5000 pixels");
+        EXPECT_EQ(error.Expected(), "4999");
+    }
+    options.maxPixels = 0;
+    EXPECT_THROW(orvane::WritePicture(Document(), folder.Path("a.png"), options),
+                 orvane::OptionError);
+    EXPECT_TRUE(folder.Names().empty());
+}
+
+TEST(DocumentPictures, ADrawingStopsWhenItsTimeIsOverOrItsHostCancels)
+{
+    const HeadlessContext context(1, 1);
+    REQUIRE_CONTEXT(context);
+    ToolFolder folder;
+    orvane::PictureOptions options;
+    options.size = Size{30000, 30000};
+    options.maxSeconds = 0.05;
+    try
+    {
+        orvane::WritePicture(SampleDocument(), folder.Path("a.png"), options);
+        ADD_FAILURE() << "nothing was thrown";
+    }
+    catch (const orvane::LimitExceeded& error)
+    {
+        EXPECT_EQ(error.Limit(), "maxSeconds");
+        EXPECT_EQ(error.Expected(), "0.05");
+    }
+    options.maxSeconds = 1000;
+    orvane::Cancellation cancellation;
+    options.cancellation = cancellation;
+    options.progress = [&](double) { cancellation.Cancel(); };
+    EXPECT_THROW(orvane::WritePicture(SampleDocument(), folder.Path("a.png"), options),
+                 orvane::Cancelled);
+    EXPECT_TRUE(folder.Names().empty());
+}
+
+TEST(DocumentPictures, ATextureThatCannotBeReadWhenItIsDrawnIsAnErrorUntilItCan)
+{
+    const HeadlessContext context(1, 1);
+    REQUIRE_CONTEXT(context);
+    ToolFolder folder;
+    const PictureFile picture("lost", 2, 2, [](int, int) { return Rgb{10, 200, 30}; });
+    const std::string texture = folder.Path("t.bmp");
+    std::filesystem::copy_file(picture.Path(), texture);
+    Document document;
+    orvane::TextOptions look;
+    look.texture.emplace();
+    look.texture->file = texture;
+    document.AddText("I", look);
+    std::filesystem::remove(texture);
+    orvane::PictureOptions options;
+    options.size = Size{16, 9};
+    for (int attempt = 0; attempt < 2; ++attempt)
+    {
+        try
+        {
+            orvane::WritePicture(document, folder.Path("a.png"), options);
+            ADD_FAILURE() << "nothing was thrown";
+        }
+        catch (const orvane::Error& error)
+        {
+            EXPECT_EQ(error.Place(), texture);
+        }
+        EXPECT_TRUE(folder.Names().empty());
+    }
+    std::filesystem::copy_file(picture.Path(), texture);
+    orvane::WritePicture(document, folder.Path("a.png"), options);
+    EXPECT_TRUE(folder.Has("a.png"));
 }
 
 TEST(DocumentPicking, AHitNamesNodeLetterAndPart)

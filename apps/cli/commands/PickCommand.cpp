@@ -162,6 +162,7 @@ void Pick(const PickOptions& options)
         throw UsageError("PIXEL: a picture of " + options.size + " has no pixel " + options.pixel);
     }
     const SceneDocument document = SceneDocument::Load(options.file, FontProgress());
+    document.CheckLevels();
     ViewObject view(*document.view);
     SizeView(view, size);
     const std::vector<PickedPart> parts = ScenePicker(view).Pick(pixel.width, pixel.height);

@@ -4,6 +4,7 @@
 #include "apps/cli/commands/Commands.h"
 #include "apps/cli/commands/CostOptions.h"
 #include "apps/cli/commands/ImportOptions.h"
+#include "apps/cli/commands/MissingParts.h"
 #include "apps/cli/commands/OptionValues.h"
 #include "apps/cli/commands/OutlinesOption.h"
 #include "apps/cli/commands/SceneOptions.h"
@@ -55,6 +56,7 @@ struct RenderOptions
     TextOptions text;
     PictureOptions picture;
     CostLimits costs;
+    Strictness strictness = Strictness::GoOn;
     bool outline = false;
     std::unique_ptr<ImportOptions> imports;
     std::unique_ptr<SceneOptions> scene;
@@ -160,10 +162,13 @@ SceneDocument BuildScene(const RenderOptions& options, const Request& request)
     for (const Import& import : request.imports)
     {
         MeshOptions meshes = import.options;
-        meshes.warn = [&import](const std::string& damage) {
-            Say(import.file +
-                ": the file is damaged, and only its undamaged parts are drawn: " + damage);
-        };
+        if (options.strictness == Strictness::GoOn)
+        {
+            meshes.warn = [&import](const std::string& damage) {
+                Say(import.file +
+                    ": the file is damaged, and only its undamaged parts are drawn: " + damage);
+            };
+        }
         AddImport(*document.scene, import.file, meshes);
     }
     SetBackground(*document.scene, request.background.value_or(BackgroundOptions()));
@@ -197,32 +202,13 @@ void TakeSavedView(const SceneDocument& document, const std::string& name)
     throw Error(document.path, problem);
 }
 
-/// Tells which pictures the scene names and does not show, and what would show them.
-void TellMissingPictures(const SceneDocument& document)
-{
-    constexpr std::size_t mostTold = 10;
-    const std::vector<MissingPicture>& missing = document.missingPictures;
-    for (std::size_t i = 0; i < std::min(missing.size(), mostTold); ++i)
-    {
-        const bool isAllowed = missing[i].reason == MissingPicture::Reason::NotFound;
-        Say(document.path + ": the picture " + Quoted(missing[i].file) + " is left out: " +
-            (isAllowed ? "there is no such file, and none of that name beside the scene"
-                       : "it is not in the folder of the scene; --allow-folder with its folder, or "
-                         "--trust, allows it"));
-    }
-    if (missing.size() > mostTold)
-    {
-        Say(document.path + ": " + std::to_string(missing.size() - mostTold) +
-            " more pictures are left out");
-    }
-}
-
 /// A document from a file, changed by the options. Without --size the picture gets the size that
 /// the document was framed for.
 SceneDocument LoadScene(const RenderOptions& options, Request& request)
 {
     SceneDocument document = SceneDocument::Load(options.sceneFile, FontProgress(), options.open);
-    TellMissingPictures(document);
+    document.CheckLevels();
+    TellMissingParts(document, options.strictness);
     SceneObject& scene = *document.scene;
     ViewObject& view = *document.view;
     if (const std::optional<Size> framed = FramedSize(view))
@@ -257,14 +243,20 @@ SceneDocument LoadScene(const RenderOptions& options, Request& request)
 }
 
 void DrawDocument(const SceneDocument& document, PosterSettings settings, PosterTarget& target,
-                  const CostWatch& watch)
+                  const CostWatch& watch, Strictness strictness)
 {
     watch.LimitTime(settings.options);
     static const Cancellation interruption;
     SignalWhenInterrupted(EventOf(interruption));
     settings.options.cancellation = interruption;
     ProgressBar progress("Drawing");
-    settings.options.progress = [&progress](double share) { progress.Show(share); };
+    settings.options.progress = [&progress, strictness](double share) {
+        progress.Show(share);
+        if (strictness == Strictness::Fail)
+        {
+            UnbuiltLetters::ThrowIfAny();
+        }
+    };
     ViewObject view(*document.view);
     SizeView(view, settings.size);
     DrawPoster(view, settings, target);
@@ -290,7 +282,7 @@ void RenderWithin(const RenderOptions& options, const CostWatch& watch)
             CheckPoster(request.settings);  // again, because the scene may have set the size
             target = MakeTarget(request.settings);
         }
-        DrawDocument(document, request.settings, *target, watch);
+        DrawDocument(document, request.settings, *target, watch, options.strictness);
     }
     if (saved)
     {
@@ -301,6 +293,7 @@ void RenderWithin(const RenderOptions& options, const CostWatch& watch)
 void Render(const RenderOptions& options)
 {
     const CostWatch watch(options.costs);
+    const UnbuiltLetters unbuilt;
     try
     {
         RenderWithin(options, watch);
@@ -446,6 +439,9 @@ void AddRenderCommand(CLI::App& app)
         .add_flag("--trust", o.open.trust,
                   "The scene may show pictures from anywhere, not only\nfrom its own folder")
         ->needs(scene);
+    command.add_flag_callback(
+        "--strict", [&o] { o.strictness = Strictness::Fail; },
+        "Fails and writes nothing when a picture, a font or a\nletter is missing");
     CLI::Option* const view =
         add("--view", o.view, "NAME", "Draws the scene through a view that is saved in its\nfile")
             ->needs(scene);

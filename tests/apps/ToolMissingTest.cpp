@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+// What the tool says about parts that a scene names and that are not there.
+
+#include "tests/support/BmpFile.h"
+#include "tests/support/FontFile.h"
+#include "tests/support/ToolRun.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+namespace
+{
+
+constexpr const char* edgeTest = ORVANE_TEST_DATA "/EdgeTest.ttf";
+
+int CountOf(const std::string& part, const std::string& text)
+{
+    int count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+    {
+        ++count;
+    }
+    return count;
+}
+
+std::string BmpOfOnePixel()
+{
+    BmpFile file;
+    file.width = 1;
+    file.height = 1;
+    file.pixels = {0, 0, 0, 0};
+    const Bytes bytes = file.File();
+    return {bytes.begin(), bytes.end()};
+}
+
+/// A scene with a text of the font Edge Test Regular, in a folder where other fonts are installed.
+class ToolMissing : public testing::Test
+{
+protected:
+    explicit ToolMissing(const std::vector<std::string>& fonts = {})
+    {
+        ToolFolder author;
+        author.UseFonts({edgeTest});
+        const ToolResult saved = author.Run({"render", "AB", "--save", "s.orv", "--size", "60x40"});
+        EXPECT_EQ(saved.status, 0) << saved.err;
+        folder.Write("s.orv", author.Read("s.orv"));
+        folder.UseFonts(fonts);
+    }
+
+    ToolResult Render(const std::vector<std::string>& more = {})
+    {
+        std::vector<std::string> arguments = {"render", "--scene", "s.orv", "-o", "x.png"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return folder.Run(arguments);
+    }
+
+    ToolFolder folder;
+};
+
+TEST_F(ToolMissing, WithoutAnyFontTheTextsAreToldToBeLeftOut)
+{
+    const ToolResult result = Render();
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err,
+              "orvane: s.orv: the font \"Edge Test Regular\" is not installed, and no other font "
+              "is; its texts are left out\n");
+    EXPECT_TRUE(folder.Has("x.png"));
+}
+
+TEST_F(ToolMissing, StrictFailsWithoutAFontAndWritesNothing)
+{
+    const ToolResult result = Render({"--strict", "--save", "t.orv"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(CountOf("the font \"Edge Test Regular\" is not installed", result.err), 1);
+    EXPECT_EQ(CountOf("orvane: s.orv: --strict: ", result.err), 1);
+    EXPECT_EQ(folder.Names(), std::vector<std::string>{"s.orv"});
+}
+
+class ToolMissingFont : public ToolMissing
+{
+protected:
+    ToolMissingFont() : ToolMissing({OtherFont()}) {}
+
+    /// A font of another name.
+    static std::string OtherFont()
+    {
+        static const ToolFolder fonts;
+        FontFile::EdgeTest()
+            .Names("Other", "Regular", "Other Regular", "Other-Regular")
+            .Write(fonts.Path("other.ttf"));
+        return fonts.Path("other.ttf");
+    }
+};
+
+TEST_F(ToolMissingFont, TheFontThatIsUsedInsteadIsTold)
+{
+    const ToolResult result = Render();
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(
+        result.err,
+        "orvane: s.orv: the font \"Edge Test Regular\" is not installed, \"Other Regular\" is "
+        "used instead\n");
+    EXPECT_EQ(Render({"--strict"}).status, 1);
+}
+
+TEST_F(ToolMissing, APictureThatIsGoneMakesStrictFail)
+{
+    ToolFolder scenes;
+    scenes.Write("p.bmp", BmpOfOnePixel());
+    const ToolResult saved =
+        scenes.Run({"render", " ", "--background", "p.bmp", "--save", "s.orv"});
+    ASSERT_EQ(saved.status, 0) << saved.err;
+    EXPECT_EQ(scenes.Run({"render", "--scene", "s.orv", "-o", "x.png", "--strict"}).status, 0);
+    std::filesystem::remove(scenes.Path("p.bmp"));
+    std::filesystem::remove(scenes.Path("x.png"));
+    const ToolResult strict = scenes.Run({"render", "--scene", "s.orv", "-o", "x.png", "--strict"});
+    EXPECT_EQ(strict.status, 1);
+    EXPECT_EQ(CountOf("p.bmp\" is left out", strict.err), 1) << strict.err;
+    EXPECT_FALSE(scenes.Has("x.png"));
+    EXPECT_EQ(scenes.Run({"render", "--scene", "s.orv", "-o", "x.png"}).status, 0);
+}
+
+TEST(ToolMissingLetter, ALetterThatCannotBeBuiltIsToldOnceOnOneLine)
+{
+    ToolFolder folder;
+    const ToolFolder fonts;
+    // The outline of A, at byte 26 of its table, claims more contours than it has.
+    FontFile::EdgeTest().PutWord("glyf", 26, 0x7FFF).Write(fonts.Path("broken.ttf"));
+    folder.UseFonts({fonts.Path("broken.ttf")});
+    const ToolResult result = folder.Run({"render", "ABA", "A", "-o", "x.png", "--size", "60x40"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err,
+              "orvane: Glyph Construction Error: Glyph Number: 35 Character Number: 65 Font Name: "
+              "Edge Test Regular\n");
+    EXPECT_TRUE(folder.Has("x.png"));
+
+    const ToolResult strict =
+        folder.Run({"render", "ABA", "-o", "y.png", "--size", "60x40", "--strict"});
+    EXPECT_EQ(strict.status, 1);
+    EXPECT_EQ(CountOf("Glyph Construction Error", strict.err), 1);
+    EXPECT_EQ(CountOf("--strict", strict.err), 1);
+    EXPECT_FALSE(folder.Has("y.png"));
+}
+
+}  // namespace
