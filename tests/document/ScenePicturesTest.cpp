@@ -213,6 +213,7 @@ TEST_F(ScenePictures, WhatIsNoRegularFileIsNotOpened)
     {
         SaveScene(name, "none");
         EXPECT_EQ(Shown(), "") << name;
+        EXPECT_EQ(Shown({{}, true}), "") << name;
     }
 }
 
