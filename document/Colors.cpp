@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "document/Colors.h"
 
+#include "document/AsciiCase.h"
 #include "orvane/orvane.h"
 
 #include <algorithm>
@@ -36,9 +37,7 @@ constexpr std::array namedColors = {
 
 Color ParseColor(const std::string& text)
 {
-    std::string lower = text;
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const std::string lower = LowerAscii(text);
     for (const NamedRgb& named : namedColors)
     {
         if (lower == named.name)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "document/FontChoice.h"
 
+#include "document/AsciiCase.h"
 #include "document/OptionRange.h"
 #include "document/TextEncoding.h"
 #include "extrude/Library.h"
@@ -15,7 +16,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cstring>
 #include <map>
 #include <memory>
@@ -90,13 +90,6 @@ Error Unreadable(const OrvFont& font)
 std::string RegisteredName(const OrvFont& font)
 {
     return CodePageToUtf8(static_cast<LPCSTR>(font.GetFullName()), registryCodePage);
-}
-
-std::string Lower(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
 }
 
 /// The number of single-character changes that turn one text into the other.
@@ -210,7 +203,7 @@ OrvFont* ChooseFont(const std::optional<std::string>& wantedName)
         {
             sameName = &font;
         }
-        if (Lower(names.back()) == Lower(name))
+        if (LowerAscii(names.back()) == LowerAscii(name))
         {
             sameButForCase.push_back(&font);
         }
@@ -300,10 +293,10 @@ std::vector<std::string> SimilarNames(const std::string& name,
                                       const std::vector<std::string>& names, std::size_t most)
 {
     std::vector<std::pair<std::size_t, std::string>> ranked;
-    const std::string wanted = Lower(name);
+    const std::string wanted = LowerAscii(name);
     for (const std::string& candidate : names)
     {
-        const std::string lower = Lower(candidate);
+        const std::string lower = LowerAscii(candidate);
         // A name that contains the wanted text is more similar than a name that is spelled almost
         // like it.
         const std::size_t found = lower.find(wanted);

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "document/PictureFormat.h"
 
+#include "document/AsciiCase.h"
 #include "orvane/Error.h"
 
-#include <algorithm>
-#include <cctype>
 #include <filesystem>
 
 namespace orvane
@@ -25,10 +24,7 @@ PictureFormat FormatOf(const std::string& path)
 
 bool HasExtension(const std::string& path, const std::string& extension)
 {
-    std::string found = std::filesystem::path(path).extension();
-    std::transform(found.begin(), found.end(), found.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return found == extension;
+    return LowerAscii(std::filesystem::path(path).extension()) == extension;
 }
 
 }  // namespace orvane

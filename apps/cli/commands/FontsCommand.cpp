@@ -4,6 +4,7 @@
 #include "apps/cli/commands/Commands.h"
 #include "apps/cli/commands/OutlinesOption.h"
 #include "apps/cli/info/JsonWriter.h"
+#include "document/AsciiCase.h"
 #include "document/FontChoice.h"
 #include "document/OutputFile.h"
 #include "document/TextEncoding.h"
@@ -13,8 +14,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
-#include <cctype>
 #include <memory>
 #include <optional>
 
@@ -33,10 +32,7 @@ struct FontsOptions
 
 bool ContainsIgnoringCase(const std::string& text, const std::string& part)
 {
-    const auto same = [](unsigned char a, unsigned char b) {
-        return std::tolower(a) == std::tolower(b);
-    };
-    return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
+    return LowerAscii(text).find(LowerAscii(part)) != std::string::npos;
 }
 
 void CheckFont(const std::string& name)
