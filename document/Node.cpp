@@ -269,6 +269,7 @@ void Node::Remove()
     const std::shared_ptr<DocumentState> state = DocumentState::Of(*this);
     DrawingObject& node = DocumentState::NodeOf(*this);
     state->ForgetHandles(node);
+    state->scene.ForgetFonts(node);
     node.GetParent()->RemoveChild(&node);
     delete &node;
 }

@@ -131,26 +131,63 @@ int LevelsOf(const DrawingObject& node)
     return 1 + below;
 }
 
-/// Collects the fonts that loaded texts name and that are not installed.
-class FontLookup : public FontObserver
+/// The full name of a text's font; empty when the text has none.
+CString FontNameOf(const OrvFontString& text)
+{
+    return text.GetFont() != nullptr ? text.GetFont()->GetFullName() : CString();
+}
+
+}  // namespace
+
+/// The fonts that texts name in their file and that are not installed.
+struct KeptFonts
+{
+    struct Font
+    {
+        FontRecord record;
+        CString used;  // the font that the text got instead; empty for none
+    };
+
+    UINT codePage = 0;  // of the names
+    std::map<const DrawingObject*, Font> ofTexts;
+};
+
+namespace
+{
+
+/// Collects such fonts while a document is loaded. While it is stored, stores them again with each
+/// text that still has the font that it got instead.
+class FontKeeper : public FontObserver
 {
 public:
-    void Loaded(const OrvFontString& text, const CString& storedName) override
+    FontKeeper(KeptFonts& fonts, UINT codePage) : fonts_(fonts), codePage_(codePage) {}
+
+    void Loaded(const OrvFontString& text, const FontRecord& record) override
     {
-        const CString used = text.GetFont() != nullptr ? text.GetFont()->GetFullName() : CString();
-        if (storedName.IsEmpty() || storedName == used)
+        const CString used = FontNameOf(text);
+        if (record.name.IsEmpty() || record.name == used)
         {
             return;
         }
-        const std::string name = ToUtf8(storedName);
+        fonts_.ofTexts[&text] = {record, used};
+        const std::string name = ToUtf8(record.name);
         if (names_.insert(name).second)
         {
             missing_.push_back({name, ToUtf8(used)});
         }
     }
+    const FontRecord* ToStore(const OrvFontString& text) override
+    {
+        const auto found = fonts_.ofTexts.find(&text);
+        const bool isKept = found != fonts_.ofTexts.end() && codePage_ == fonts_.codePage &&
+                            found->second.used == FontNameOf(text);
+        return isKept ? &found->second.record : nullptr;
+    }
     const std::vector<MissingFont>& Missing() const { return missing_; }
 
 private:
+    KeptFonts& fonts_;
+    UINT codePage_;
     std::vector<MissingFont> missing_;
     std::set<std::string> names_;
 };
@@ -160,7 +197,8 @@ private:
 SceneDocument::SceneDocument()
     : codePage(GetACP()),
       scene(std::make_unique<SceneObject>()),
-      view(std::make_unique<ViewObject>())
+      view(std::make_unique<ViewObject>()),
+      keptFonts_(std::make_unique<KeptFonts>())
 {
     view->AttachScene(scene.get());
 }
@@ -184,7 +222,8 @@ SceneDocument SceneDocument::Load(const std::string& path,
     LoadFonts(progress);  // after SetProcessCodePage, because fonts keep the code page
 
     PictureLookup pictures(path, options);
-    FontLookup fonts;
+    document.keptFonts_->codePage = document.codePage;
+    FontKeeper fonts(*document.keptFonts_, document.codePage);
     CArchive archive(&file, CArchive::load);
     archive.ObserveVersions([&document](const CRuntimeClass* recordClass, DWORD version) {
         ++document.records[{recordClass->m_lpszClassName, version}];
@@ -226,8 +265,18 @@ void SceneDocument::CheckLevels() const
     }
 }
 
+void SceneDocument::ForgetFonts(const DrawingObject& node)
+{
+    keptFonts_->ofTexts.erase(&node);
+    for (int i = 0; i < node.GetChildCount(); ++i)
+    {
+        ForgetFonts(*node.GetChildByIndex(i));
+    }
+}
+
 std::string SceneDocument::Bytes() const
 {
+    FontKeeper fonts(*keptFonts_, codePage);
     CMemFile file;
     CArchive archive(&file, CArchive::store);
     archive.WriteObject(scene.get());

@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+class DrawingObject;
 class SceneObject;
 class ViewObject;
 
@@ -20,6 +21,7 @@ namespace orvane
 {
 
 class OutputFile;
+struct KeptFonts;
 
 /// A scene and the camera that looks at it, as a file (.orv) holds them.
 ///
@@ -51,7 +53,12 @@ public:
     /// drawn.
     void CheckLevels() const;
 
-    /// The document as the bytes of a scene file.
+    /// To be called before a node is deleted: forgets the fonts that the texts in the node and
+    /// below it name and that are not installed.
+    void ForgetFonts(const DrawingObject& node);
+
+    /// The document as the bytes of a scene file. A text whose font is not installed is stored with
+    /// the font that its file named, unless it was given another font.
     std::string Bytes() const;
     /// Writes the bytes and commits the file. Throws Error when it cannot.
     void Save(OutputFile& file) const;
@@ -67,6 +74,9 @@ public:
     UINT codePage;                                ///< of the texts and names in the scene
     std::unique_ptr<SceneObject> scene;
     std::unique_ptr<ViewObject> view;  ///< attached to the scene
+
+private:
+    std::unique_ptr<KeptFonts> keptFonts_;
 };
 
 }  // namespace orvane

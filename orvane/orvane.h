@@ -147,7 +147,7 @@ public:
     /// each once. Save() writes their names again.
     const std::vector<MissingPicture>& MissingPictures() const;
     /// The fonts that the file named when it was opened and that are not installed, each once. When
-    /// no font is installed at all, the texts are not drawn.
+    /// no font is installed at all, the texts are not drawn. Save() writes their names again.
     const std::vector<MissingFont>& MissingFonts() const;
     /// The file that the document was read from or saved to last; empty when there is none.
     const std::string& Path() const;

@@ -73,6 +73,13 @@ OrvFont* RegisteredFont(const CString& name)
     const POSITION position = fonts.FindName(name);
     return fonts.GetAt(position != nullptr ? position : fonts.GetHeadPosition());
 }
+
+/// The record of a font; of no font if it is null.
+orvane::FontRecord RecordOf(const OrvFont* font)
+{
+    return font != nullptr ? orvane::FontRecord{font->GetFullName(), *font->GetEnumLogFont()}
+                           : orvane::FontRecord();
+}
 }  // namespace
 
 OrvFontString::OrvFontString() = default;
@@ -183,28 +190,29 @@ void OrvFontString::Serialize(CArchive& archive)
         DeserializeVersion1(archive);
         return;
     }
-    const ENUMLOGFONTA description = font != nullptr ? *font->GetEnumLogFont() : ENUMLOGFONTA{};
+    orvane::FontObserver* const observer = orvane::FontObserver::Current();
+    const orvane::FontRecord* const kept = observer != nullptr ? observer->ToStore(*this) : nullptr;
+    const orvane::FontRecord record = kept != nullptr ? *kept : RecordOf(font);
     WriteRecordVersion(archive, RUNTIME_CLASS(OrvFontString));
-    archive << (font != nullptr ? font->GetFullName() : CString());
-    archive << DWORD{sizeof description};
-    archive.Write(&description, sizeof description);
+    archive << record.name;
+    archive << DWORD{sizeof record.description};
+    archive.Write(&record.description, sizeof record.description);
 }
 
 void OrvFontString::DeserializeVersion1(CArchive& archive)
 {
-    CString name;
+    orvane::FontRecord record;
     DWORD length = 0;
-    archive >> name;
-    const CString storedName = name;
+    archive >> record.name;
+    CString name = record.name;
     archive >> length;
-    ENUMLOGFONTA description = {};
-    if (length == sizeof description)
+    if (length == sizeof record.description)
     {
         // The description decides which font is used, not the stored name. A text without a font
         // has a description of zeros, and the platform chooses a font for this description too.
         // Required; see ATextStoredWithoutAFontLoadsWithOne.
-        archive.ReadExactly(&description, sizeof description);
-        name = InstalledFaceName(description.elfLogFont, name);
+        archive.ReadExactly(&record.description, sizeof record.description);
+        name = InstalledFaceName(record.description.elfLogFont, name);
     }
     else
     {
@@ -213,7 +221,7 @@ void OrvFontString::DeserializeVersion1(CArchive& archive)
     font = RegisteredFont(name);
     if (orvane::FontObserver* const observer = orvane::FontObserver::Current())
     {
-        observer->Loaded(*this, storedName);
+        observer->Loaded(*this, record);
     }
 }
 
@@ -230,6 +238,13 @@ FontObserver::FontObserver() : previous_(std::exchange(currentObserver, this)) {
 FontObserver::~FontObserver()
 {
     currentObserver = previous_;
+}
+
+void FontObserver::Loaded(const OrvFontString&, const FontRecord&) {}
+
+const FontRecord* FontObserver::ToStore(const OrvFontString&)
+{
+    return nullptr;
 }
 
 FontObserver* FontObserver::Current()

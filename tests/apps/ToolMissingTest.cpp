@@ -78,6 +78,22 @@ TEST_F(ToolMissing, StrictFailsWithoutAFontAndWritesNothing)
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"s.orv"});
 }
 
+TEST_F(ToolMissing, ASceneThatIsSavedWithoutItsFontStillNamesIt)
+{
+    ASSERT_EQ(Render({"--save", "t.orv"}).status, 0);
+    ToolFolder reader;
+    reader.UseFonts({edgeTest});
+    for (const char* const name : {"s.orv", "t.orv"})
+    {
+        reader.Write(name, folder.Read(name));
+        const ToolResult result =
+            reader.Run({"render", "--scene", name, "-o", std::string(name) + ".png"});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.err, "");
+    }
+    EXPECT_TRUE(reader.Read("s.orv.png") == reader.Read("t.orv.png"));
+}
+
 class ToolMissingFont : public ToolMissing
 {
 protected:
@@ -103,6 +119,11 @@ TEST_F(ToolMissingFont, TheFontThatIsUsedInsteadIsTold)
         "orvane: s.orv: the font \"Edge Test Regular\" is not installed, \"Other Regular\" is "
         "used instead\n");
     EXPECT_EQ(Render({"--strict"}).status, 1);
+    // The saved scene names the font that is missing.
+    ASSERT_EQ(Render({"--save", "t.orv"}).status, 0);
+    EXPECT_EQ(
+        CountOf("Edge Test Regular", folder.Run({"render", "--scene", "t.orv", "-o", "y.png"}).err),
+        1);
 }
 
 TEST_F(ToolMissing, APictureThatIsGoneMakesStrictFail)
