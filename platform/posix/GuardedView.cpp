@@ -101,7 +101,8 @@ void InstallHandler()
     });
 }
 
-GuardedRange* TakeRange(std::uintptr_t begin, std::uintptr_t end)
+/// A range that no view uses, empty at first.
+GuardedRange* TakeRange()
 {
     GuardedRange* range = firstRange.load();
     while (range != nullptr && range->isUsed.exchange(true))
@@ -114,46 +115,48 @@ GuardedRange* TakeRange(std::uintptr_t begin, std::uintptr_t end)
         while (!firstRange.compare_exchange_weak(range->next, range))
         {}
     }
-    range->end.store(end);
-    range->begin.store(begin);
     return range;
 }
 
 }  // namespace
 
-std::shared_ptr<GuardedView> GuardedView::Map(int descriptor, off_t offset, std::size_t length)
-{
-    InstallHandler();
-    void* const start = mmap(nullptr, length, PROT_READ, MAP_PRIVATE, descriptor, offset);
-    if (start == MAP_FAILED)
-    {
-        return nullptr;
-    }
-    std::shared_ptr<GuardedView> view(new GuardedView(start, length));
-    // A private mapping would not do for the first page: it loses its copy when the file is cut
-    // off.
-    if (mmap(start, pageBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1,
-             0) == MAP_FAILED ||
-        pread(descriptor, start, std::min<std::size_t>(length, pageBytes), offset) < 0)
-    {
-        return nullptr;
-    }
-    mprotect(start, pageBytes, PROT_READ);
-    return view;
-}
-
-GuardedView::GuardedView(void* start, std::size_t length)
-    : start_(start),
-      length_((length + pageBytes - 1) / pageBytes * pageBytes),
-      range_(TakeRange(reinterpret_cast<std::uintptr_t>(start),
-                       reinterpret_cast<std::uintptr_t>(start) + length_))
-{}
+GuardedView::GuardedView() : start_(MAP_FAILED), range_(TakeRange()) {}
 
 GuardedView::~GuardedView()
 {
     range_->begin.store(nowhere);
-    munmap(start_, length_);
+    if (start_ != MAP_FAILED)
+    {
+        munmap(start_, length_);
+    }
     range_->isUsed.store(false);
+}
+
+std::shared_ptr<GuardedView> GuardedView::Map(int descriptor, off_t offset, std::size_t length)
+{
+    InstallHandler();
+    // The view exists before the memory is mapped, so that nothing is lost when there is too little
+    // memory for it.
+    std::shared_ptr<GuardedView> view(new GuardedView);
+    view->start_ = mmap(nullptr, length, PROT_READ, MAP_PRIVATE, descriptor, offset);
+    if (view->start_ == MAP_FAILED)
+    {
+        return nullptr;
+    }
+    view->length_ = (length + pageBytes - 1) / pageBytes * pageBytes;
+    const auto begin = reinterpret_cast<std::uintptr_t>(view->start_);
+    view->range_->end.store(begin + view->length_);
+    view->range_->begin.store(begin);
+    // A private mapping would not do for the first page: it loses its copy when the file is cut
+    // off.
+    if (mmap(view->start_, pageBytes, PROT_READ | PROT_WRITE,
+             MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0) == MAP_FAILED ||
+        pread(descriptor, view->start_, std::min<std::size_t>(length, pageBytes), offset) < 0)
+    {
+        return nullptr;
+    }
+    mprotect(view->start_, pageBytes, PROT_READ);
+    return view;
 }
 
 }  // namespace posix

@@ -34,10 +34,10 @@ public:
     void* Start() const { return start_; }
 
 private:
-    GuardedView(void* start, std::size_t length);
+    GuardedView();
 
-    void* const start_;
-    const std::size_t length_;
+    void* start_;             ///< MAP_FAILED for none
+    std::size_t length_ = 0;  ///< whole pages, in bytes
     GuardedRange* const range_;
 };
 
