@@ -92,15 +92,8 @@ void BmpFile::Open(const RGBQUAD* colors)
     {
         std::memcpy(head_.data() + colorsOffset, colors, paletteBytes);
     }
-    const std::string place = output_.OpenOutside();
+    file_ = output_.OpenHandle();
     const std::uint64_t bytes = head_.size() + rowBytes_ * static_cast<std::uint64_t>(height_);
-    file_ = CreateFileA(place.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                        FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
-    if (file_ == INVALID_HANDLE_VALUE)
-    {
-        file_ = nullptr;
-        FailWithLastError();
-    }
     // Mapping the whole file reserves its space on the disk, so a full disk is noticed now.
     const HANDLE mapping =
         CreateFileMappingA(file_, nullptr, PAGE_READWRITE, 0, static_cast<DWORD>(bytes), nullptr);
@@ -148,10 +141,10 @@ void BmpFile::FailWithLastError() const
     throw Error(path_, GetLastErrorText());
 }
 
-void BmpFile::Commit()
+void BmpFile::Finish()
 {
     Close();
-    output_.Commit();
+    output_.Finish();
 }
 
 }  // namespace orvane

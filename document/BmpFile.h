@@ -29,7 +29,7 @@ public:
     BmpFile(const BmpFile&) = delete;
     BmpFile& operator=(const BmpFile&) = delete;
 
-    /// Makes the file and reserves its space. Throws Error when the disk has no room for it.
+    /// Writes the header and reserves its space. Throws Error when the disk has no room for it.
     /// \param colors the 256 colours of a file of 8 bits; ignored for other files
     void Open(const RGBQUAD* colors);
     /// The offset of a block of rows in the file, in bytes.
@@ -38,8 +38,10 @@ public:
     /// Writes a block of rows, which lie in memory as in a bitmap: the lowest row first. Throws
     /// Error when it cannot write them.
     void WriteRows(int top, int height, const BYTE* bits);
-    /// Puts the file in its place. Throws Error when it cannot.
-    void Commit();
+    /// To be called after the last block. Throws Error when not all is on the disk.
+    void Finish();
+    /// The file, to be committed when it is finished.
+    OutputFile& Output() { return output_; }
 
 private:
     void Close();

@@ -2,51 +2,16 @@
 #include "document/OutputFile.h"
 
 #include "orvane/Error.h"
+#include "platform/Errors.h"
+#include "platform/Files.h"
 
-#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <random>
 #include <utility>
 
 namespace orvane
 {
-
-namespace
-{
-
-std::atomic<void (*)(const char*)> watchUnfinished = nullptr;
-
-void TellWatcher(const char* path)
-{
-    if (void (*const watch)(const char*) = watchUnfinished)
-    {
-        watch(path);
-    }
-}
-
-/// Returns the path at the end of a chain of symbolic links. No file needs to exist there.
-std::filesystem::path FollowLinks(std::filesystem::path path)
-{
-    constexpr int longestChain = 40;
-    std::error_code error;
-    for (int i = 0; i < longestChain && std::filesystem::is_symlink(path, error); ++i)
-    {
-        path = path.parent_path() / std::filesystem::read_symlink(path, error);
-    }
-    return path;
-}
-
-/// A random name in the folder of the target. The unfinished file lies there because renaming is a
-/// single step only within one file system.
-std::string NameBeside(const std::string& target)
-{
-    return std::filesystem::path(target).replace_filename(
-        ".orvane-" + std::to_string(std::random_device{}()) + ".part");
-}
-
-}  // namespace
 
 OutputFile::OutputFile(std::string path) : path_(std::move(path))
 {
@@ -55,9 +20,8 @@ OutputFile::OutputFile(std::string path) : path_(std::move(path))
         kind_ = Kind::StandardOutput;
         return;
     }
-    target_ = FollowLinks(path_);
-    std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(target_, error);
+    std::error_code ignored;
+    const std::filesystem::file_status status = std::filesystem::status(path_, ignored);
     if (std::filesystem::is_directory(status))
     {
         Fail(EISDIR);
@@ -67,85 +31,50 @@ OutputFile::OutputFile(std::string path) : path_(std::move(path))
         kind_ = Kind::Device;
         return;
     }
-    CheckTarget();
+    if (const std::error_code error = replacement_.Begin(path_))
+    {
+        Fail(error.value());
+    }
 }
 
 OutputFile::~OutputFile()
 {
-    if (file_ != nullptr && file_ != stdout)
+    if (stream_ != nullptr && stream_ != stdout)
     {
-        std::fclose(file_);
-    }
-    if (!temporary_.empty())
-    {
-        std::remove(temporary_.c_str());
-        TellWatcher(nullptr);
+        std::fclose(stream_);
     }
 }
 
-void OutputFile::CheckTarget() const
+void OutputFile::OpenStream()
 {
-    // Renaming could replace a file that the user has no permission to write to. Refuse such a
-    // target.
-    if (std::FILE* const present = std::fopen(target_.c_str(), "r+b"))
+    if (stream_ == nullptr)
     {
-        std::fclose(present);
+        stream_ = kind_ == Kind::StandardOutput ? stdout : std::fopen(path_.c_str(), "wb");
     }
-    else if (errno != ENOENT)
+    if (stream_ == nullptr)
     {
         Fail(errno);
     }
-    const std::string trial = NameBeside(target_);
-    std::FILE* const file = std::fopen(trial.c_str(), "wbx");
-    if (file == nullptr)
-    {
-        Fail(errno);
-    }
-    std::fclose(file);
-    std::remove(trial.c_str());
-}
-
-void OutputFile::Open()
-{
-    if (kind_ == Kind::StandardOutput)
-    {
-        file_ = stdout;
-        return;
-    }
-    if (kind_ == Kind::Device)
-    {
-        file_ = std::fopen(target_.c_str(), "wb");
-    }
-    else
-    {
-        BeginTemporary();
-        file_ = std::fopen(temporary_.c_str(), "wbx");
-    }
-    if (file_ == nullptr)
-    {
-        Fail(errno);
-    }
-}
-
-void OutputFile::BeginTemporary()
-{
-    temporary_ = NameBeside(target_);
-    TellWatcher(temporary_.c_str());
 }
 
 void OutputFile::Write(const void* bytes, std::size_t count)
 {
-    if (file_ == nullptr)
+    if (kind_ == Kind::Regular)
     {
-        Open();
+        if (const std::error_code error = replacement_.Write(bytes, count))
+        {
+            Fail(error.value());
+        }
+        return;
     }
-    if (std::fwrite(bytes, 1, count, file_) != count)
+    OpenStream();
+    if (std::fwrite(bytes, 1, count, stream_) != count)
     {
         Fail(errno);
     }
 }
 
-std::string OutputFile::OpenOutside()
+HANDLE OutputFile::OpenHandle() const
 {
     if (kind_ != Kind::Regular)
     {
@@ -153,58 +82,75 @@ std::string OutputFile::OpenOutside()
             path_,
             "a BMP can only be written into a regular file, and this is not one; write a PNG");
     }
-    BeginTemporary();
-    return temporary_;
+    const HANDLE handle = replacement_.OpenHandle(FILE_FLAG_SEQUENTIAL_SCAN);
+    if (handle == INVALID_HANDLE_VALUE)
+    {
+        throw Error(path_, GetLastErrorText());
+    }
+    return handle;
+}
+
+void OutputFile::Finish()
+{
+    if (std::exchange(isFinished_, true))
+    {
+        return;
+    }
+    if (kind_ == Kind::Regular)
+    {
+        if (const std::error_code error = replacement_.Finish())
+        {
+            Fail(error.value());
+        }
+        return;
+    }
+    OpenStream();
+    if (std::fflush(stream_) != 0)
+    {
+        Fail(errno);
+    }
+    if (kind_ == Kind::Device && std::fclose(std::exchange(stream_, nullptr)) != 0)
+    {
+        Fail(errno);
+    }
 }
 
 void OutputFile::Commit()
 {
-    const bool writtenOutside = file_ == nullptr && !temporary_.empty();
-    if (writtenOutside)
-    {
-        MoveIntoPlace();
-        return;
-    }
-    if (file_ == nullptr)
-    {
-        Open();
-    }
-    if (std::fflush(file_) != 0)
-    {
-        Fail(errno);
-    }
-    if (kind_ == Kind::StandardOutput)
+    Finish();
+    if (kind_ != Kind::Regular)
     {
         return;
     }
-    if (std::fclose(std::exchange(file_, nullptr)) != 0)
+    if (const std::error_code error = replacement_.Place())
     {
-        Fail(errno);
-    }
-    if (kind_ == Kind::Regular)
-    {
-        MoveIntoPlace();
+        Fail(error.value());
     }
 }
 
-void OutputFile::MoveIntoPlace()
+void OutputFile::CommitBoth(OutputFile& first, OutputFile& second)
 {
-    if (std::rename(temporary_.c_str(), target_.c_str()) != 0)
+    // A stream goes last, because it takes nothing back.
+    (first.kind_ == Kind::Regular ? first : second).Finish();
+    first.Finish();
+    second.Finish();
+    if (first.kind_ != Kind::Regular || second.kind_ != Kind::Regular)
     {
-        Fail(errno);
+        first.Commit();
+        second.Commit();
+        return;
     }
-    temporary_.clear();
-    TellWatcher(nullptr);
+    const FileReplacement* refused = nullptr;
+    if (const std::error_code error =
+            FileReplacement::PlaceAll({&first.replacement_, &second.replacement_}, &refused))
+    {
+        (refused == &first.replacement_ ? first : second).Fail(error.value());
+    }
 }
 
 void OutputFile::Fail(int error) const
 {
     throw Error(kind_ == Kind::StandardOutput ? "standard output" : path_, std::strerror(error));
-}
-
-void OutputFile::WatchUnfinishedFiles(void (*watch)(const char*))
-{
-    watchUnfinished = watch;
 }
 
 void WriteToStandardOutput(const std::string& text)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Export.h"
+#include "platform/FileReplacement.h"
 
 #include <cstddef>
 #include <cstdio>
@@ -10,37 +11,40 @@
 namespace orvane
 {
 
-/// A file that appears under its name only when it is complete. It is written beside its place
-/// under another name (.orvane-NUMBER.part), and Commit renames it. If an OutputFile ends without
-/// Commit, the file that had the name before is still there, unchanged.
+/// A file that appears under its name only when it is complete and on the disk: a FileReplacement,
+/// whose errors are thrown. If an OutputFile ends without Commit, the file that had the name before
+/// is still there, unchanged.
 ///
-/// The path "-" is standard output. A symbolic link stays, and the file that it leads to is
-/// replaced. A device or a pipe is written to directly.
+/// The path "-" is standard output. A device or a pipe, also one at the end of a symbolic link, is
+/// written to directly.
 class ORVANE_API OutputFile
 {
 public:
-    /// Makes sure that the file can be made: makes a file beside it and removes that file again.
-    /// Throws Error when this fails.
+    /// Makes the unfinished file, so that a place that cannot be written to is found before any
+    /// other work. A device is opened by the first write. Throws Error when this fails.
     explicit OutputFile(std::string path);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    /// Writes the next bytes. The first call makes the file. Throws Error when the bytes cannot be
-    /// written.
+    /// Writes the next bytes. Throws Error when the bytes cannot be written.
     void Write(const void* bytes, std::size_t count);
 
-    /// Returns the temporary name of the file, for a caller that makes the file itself instead of
-    /// calling Write. Throws Error for standard output, devices and pipes.
-    std::string OpenOutside();
+    /// Opens the unfinished file for a caller that writes through a handle instead of calling
+    /// Write. The caller closes the handle before Finish. Throws Error for standard output, devices
+    /// and pipes.
+    HANDLE OpenHandle() const;
 
-    /// Puts the file in its place. Throws Error when it cannot.
+    /// To be called when everything is written. Returns when all bytes are on the disk; a device or
+    /// a pipe has taken them all. Throws Error when that fails.
+    void Finish();
+
+    /// Puts the file in its place, after finishing it if need be. Throws Error when it cannot.
     void Commit();
 
-    /// Sets a function that is called with the temporary name of each file that any OutputFile of
-    /// the process begins, and with null when that file is complete or removed. A program can then
-    /// remove an unfinished file when it is interrupted. A null function ends these calls.
-    static void WatchUnfinishedFiles(void (*watch)(const char* path));
+    /// Commits both files or neither: when the second cannot be put in its place, the first is
+    /// taken back. Bytes on standard output, devices and pipes cannot be taken back.
+    static void CommitBoth(OutputFile& first, OutputFile& second);
 
 private:
     enum class Kind
@@ -50,17 +54,15 @@ private:
         Regular
     };
 
-    void CheckTarget() const;
-    void Open();
-    void BeginTemporary();
-    void MoveIntoPlace();
+    void OpenStream();
     [[noreturn]] void Fail(int error) const;
 
-    std::string path_;       ///< as the user names it
-    std::string target_;     ///< the path at the end of all symbolic links
-    std::string temporary_;  ///< the name while the file is unfinished; empty before and after
+    std::string path_;  ///< as the user names it
     Kind kind_ = Kind::Regular;
-    std::FILE* file_ = nullptr;  ///< owned, unless it is standard output
+    bool isFinished_ = false;
+    FileReplacement replacement_;  ///< of a regular file
+    /// Of a device or standard output. Owned, unless it is standard output.
+    std::FILE* stream_ = nullptr;
 };
 
 /// Writes a whole text to standard output. Throws Error when it cannot be written.

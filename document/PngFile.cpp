@@ -116,11 +116,11 @@ void PngFile::WriteRow(const unsigned char* pixels)
     e.Run([&e, pixels] { png_write_row(e.png, pixels); });
 }
 
-void PngFile::Commit()
+void PngFile::Finish()
 {
     Encoder& e = *encoder_;
     e.Run([&e] { png_write_end(e.png, nullptr); });
-    output_.Commit();
+    output_.Finish();
 }
 
 }  // namespace orvane

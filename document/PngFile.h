@@ -20,12 +20,14 @@ public:
     PngFile(const PngFile&) = delete;
     PngFile& operator=(const PngFile&) = delete;
 
-    /// Makes the file. This and the following functions throw Error.
+    /// Writes the header. This and the following functions throw Error.
     void Open();
     /// \param pixels of one row, three bytes each: blue, green, red
     void WriteRow(const unsigned char* pixels);
-    /// To be called after the last row: puts the file in its place.
-    void Commit();
+    /// To be called after the last row. Returns when all is on the disk.
+    void Finish();
+    /// The file, to be committed when it is finished.
+    OutputFile& Output() { return output_; }
 
 private:
     struct Encoder;

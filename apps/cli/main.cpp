@@ -105,7 +105,7 @@ int main(int argc, char** argv)
 
     PrepareProcess();
     SetMessageBoxHandler(SayMessageBox);
-    OutputFile::WatchUnfinishedFiles(RemoveWhenInterrupted);
+    RemoveUnfinishedFilesWhenInterrupted();
     try
     {
         CLI::App app("Turns text into solid letters and draws them.", "orvane");

@@ -3,6 +3,7 @@
 
 #include "document/BmpFile.h"
 #include "document/OptionRange.h"
+#include "document/OutputFile.h"
 #include "document/SceneFraming.h"
 #include "document/poster/Deadline.h"
 #include "document/poster/PosterBands.h"
@@ -68,7 +69,8 @@ void CheckPoster(const PosterSettings& settings)
     CheckTarget(settings);
 }
 
-void DrawPoster(const ViewObject& view, const PosterSettings& settings, PosterTarget& target)
+void DrawUncommittedPoster(const ViewObject& view, const PosterSettings& settings,
+                           PosterTarget& target)
 {
     const Deadline deadline(settings.options);
     PosterSettings stoppable = settings;
@@ -108,6 +110,12 @@ void DrawPoster(const ViewObject& view, const PosterSettings& settings, PosterTa
     deadline.ThrowIfStopped(settings.output, share);
     textures.ThrowIfLost();
     target.Finish();
+}
+
+void DrawPoster(const ViewObject& view, const PosterSettings& settings, PosterTarget& target)
+{
+    DrawUncommittedPoster(view, settings, target);
+    target.Output().Commit();
 }
 
 }  // namespace orvane

@@ -41,4 +41,9 @@ ORVANE_API void CheckPoster(const PosterSettings& settings);
 ORVANE_API void DrawPoster(const ViewObject& view, const PosterSettings& settings,
                            PosterTarget& target);
 
+/// The same without the last step: the picture is complete and on the disk, but its file appears
+/// only when the caller commits the target's output.
+ORVANE_API void DrawUncommittedPoster(const ViewObject& view, const PosterSettings& settings,
+                                      PosterTarget& target);
+
 }  // namespace orvane

@@ -35,7 +35,8 @@ public:
             file_.WriteRows(top, rows.Height(), rows.Row(rows.Height() - 1));
         }
     }
-    void Finish() override { file_.Commit(); }
+    void Finish() override { file_.Finish(); }
+    OutputFile& Output() override { return file_.Output(); }
 
 private:
     BmpFile file_;
@@ -57,7 +58,8 @@ public:
             file_.WriteRow(rows.Row(y));
         }
     }
-    void Finish() override { file_.Commit(); }
+    void Finish() override { file_.Finish(); }
+    OutputFile& Output() override { return file_.Output(); }
 
 private:
     PngFile file_;

@@ -12,16 +12,17 @@
 namespace orvane
 {
 
+class OutputFile;
 class Strip;
 
-/// A picture file that is written from the top, strip by strip. Finish makes the file appear under
-/// its name. A target that ends without Finish leaves no file. Every function throws Error.
+/// A picture file that is written from the top, strip by strip. It appears under its name when its
+/// output is committed. A target that ends before that leaves no file. Every function throws Error.
 class ORVANE_API PosterTarget
 {
 public:
     virtual ~PosterTarget() = default;
 
-    /// Makes the file.
+    /// Writes the header.
     /// \param bands describes the bitmap that bands are drawn into; a file of 8 bits takes its
     /// colour table
     virtual void Open(const BITMAPINFO& bands) = 0;
@@ -32,7 +33,10 @@ public:
     /// \param goOn called now and then while the rows are written; when it returns false, the
     /// writing ends
     virtual void WriteRows(int top, const Strip& rows, const std::function<bool()>& goOn) = 0;
+    /// To be called after the last row. Returns when the whole file is on the disk.
     virtual void Finish() = 0;
+    /// The file, to be committed when it is finished.
+    virtual OutputFile& Output() = 0;
 };
 
 /// Throws OptionError or Error when no file can have this format, size and number of bits.

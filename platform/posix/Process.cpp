@@ -2,16 +2,16 @@
 #include "platform/Process.h"
 
 #include "platform/Sync.h"
+#include "platform/posix/Interruption.h"
+#include "platform/posix/UnfinishedFiles.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <array>
 #include <atomic>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <string>
 #include <thread>
@@ -21,24 +21,25 @@ namespace
 
 constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
-std::atomic<const char*> unfinishedFile = nullptr;
+constexpr int isEnding = -1;
+
 std::atomic<int> interruption = 0;  // the number of the signal that came; 0 before a signal
 std::atomic<int> wakingPipe = -1;   // write end of the pipe to WaitAndSignal; -1 before it is made
-static_assert(std::atomic<const char*>::is_always_lock_free &&
-                  std::atomic<int>::is_always_lock_free,
-              "a signal handler reads them");
-
-void RemoveUnfinishedFile()
-{
-    if (const char* const path = unfinishedFile.exchange(nullptr))
-    {
-        unlink(path);
-    }
-}
+std::atomic<int> heldSignal = 0;    // ends the process when no hold is left; 0 before a signal
+std::atomic<int> holds = 0;         // how many InterruptionHolds there are, or isEnding
+static_assert(std::atomic<int>::is_always_lock_free, "a signal handler reads them");
 
 void RemoveAndEnd(int signal)
 {
-    RemoveUnfinishedFile();
+    // Noted before the holds are counted: either this call finds that there are none, or the end of
+    // the last one finds the signal.
+    heldSignal = signal;
+    int count = 0;
+    if (!holds.compare_exchange_strong(count, isEnding) && count != isEnding)
+    {
+        return;
+    }
+    posix::RemoveUnfinishedFiles();
     // The signal then ends the process, at once or when the handler returns.
     std::signal(signal, SIG_DFL);
     raise(signal);
@@ -88,6 +89,27 @@ void WaitAndSignal(int pipe, HANDLE event)
 
 }  // namespace
 
+posix::InterruptionHold::InterruptionHold()
+{
+    int count = holds;
+    do
+    {
+        while (count == isEnding)
+        {
+            pause();  // another thread is about to end the process
+            count = holds;
+        }
+    } while (!holds.compare_exchange_weak(count, count + 1));
+}
+
+posix::InterruptionHold::~InterruptionHold()
+{
+    if (--holds == 0 && heldSignal != 0)
+    {
+        RemoveAndEnd(heldSignal);
+    }
+}
+
 void PrepareProcess()
 {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
@@ -103,17 +125,8 @@ void PrepareProcess()
     std::signal(SIGXFSZ, SIG_IGN);
 }
 
-void RemoveWhenInterrupted(const char* path)
+void RemoveUnfinishedFilesWhenInterrupted()
 {
-    // A copy, because the signal handler may read it at any later time.
-    static std::array<char, 4096> name;
-    unfinishedFile = nullptr;
-    if (path == nullptr || std::strlen(path) >= name.size())
-    {
-        return;
-    }
-    std::memcpy(name.data(), path, std::strlen(path) + 1);
-    unfinishedFile = name.data();
     HandleEndingSignals();
 }
 
@@ -139,7 +152,14 @@ void EndIfInterrupted()
 
 void EndProcess(int status)
 {
-    RemoveUnfinishedFile();
+    // Files that another thread is putting in their places come first.
+    int count = 0;
+    while (!holds.compare_exchange_weak(count, isEnding) && count != isEnding)
+    {
+        count = 0;
+        std::this_thread::yield();
+    }
+    posix::RemoveUnfinishedFiles();
     _exit(status);
 }
 

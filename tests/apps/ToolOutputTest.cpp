@@ -172,6 +172,66 @@ TEST(ToolOutput, ASuccessReplacesTheOldFile)
     EXPECT_EQ(folder.Names().size(), 1u);
 }
 
+TEST(ToolOutput, PictureAndSceneAreBothWrittenOrNeither)
+{
+    ToolFolder folder;
+    for (const char* const picture : {"x.png", "x.bmp"})
+    {
+        folder.Write(picture, "old picture");
+        folder.Write("x.orv", "old scene");
+        // The picture fits under the limit of 1024 bytes, and the scene does not.
+        const ToolResult result =
+            folder.RunInShell("ulimit -f 2; exec \"$@\"",
+                              {"render", "x", "--size", "8x8", "-o", picture, "--save", "x.orv"});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.err, "orvane: x.orv: File too large\n");
+        EXPECT_EQ(folder.Read(picture), "old picture");
+        EXPECT_EQ(folder.Read("x.orv"), "old scene");
+    }
+    EXPECT_EQ(folder.Run({"render", "x", "--size", "8x8", "-o", "x.png", "--save", "x.orv"}).status,
+              0);
+    EXPECT_EQ(DecodePng(folder.Read("x.png")).width, 8);
+    EXPECT_GT(folder.Read("x.orv").size(), 1024U);
+    EXPECT_EQ(folder.Names().size(), 3U);
+}
+
+TEST(ToolOutput, ASceneThatCannotBeWrittenIsNotPlacedWhenThePictureGoesToAStream)
+{
+    ToolFolder folder;
+    folder.Write("x.orv", "old scene");
+    const ToolResult result = folder.RunInShell(
+        "exec \"$@\" > /dev/full", {"render", "x", "--size", "8x8", "-o", "-", "--save", "x.orv"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(folder.Read("x.orv"), "old scene");
+    EXPECT_EQ(folder.Names().size(), 1U);
+}
+
+TEST(ToolOutput, ReplacedFilesKeepTheirPermissions)
+{
+    ToolFolder folder;
+    for (const std::string name : {"x.png", "x.bmp", "x.orv"})
+    {
+        folder.Write(name, "old");
+        fs::permissions(folder.Path(name), fs::perms(0600));
+        EXPECT_EQ(
+            folder.Run({"render", "x", "--size", "8x8", name == "x.orv" ? "--save" : "-o", name})
+                .status,
+            0);
+        EXPECT_EQ(fs::status(folder.Path(name)).permissions(), fs::perms(0600)) << name;
+        EXPECT_NE(folder.Read(name), "old");
+    }
+}
+
+TEST(ToolOutput, AKilledRunLeavesNothingThatTheNextOneDoesNotRemove)
+{
+    ToolFolder folder;
+    const ToolResult result = folder.InterruptWriting(
+        {"render", "x", "--size", "6000x6000", "--samples", "1", "-o", "x.png"}, SIGKILL);
+    EXPECT_EQ(result.status, 128 + SIGKILL);
+    EXPECT_EQ(folder.Run(SmallX("y.png")).status, 0);
+    EXPECT_EQ(folder.Names(), std::vector<std::string>{"y.png"});
+}
+
 TEST(ToolOutput, AReadOnlyFileIsNotReplaced)
 {
     if (geteuid() == 0)

@@ -259,7 +259,7 @@ void DrawDocument(const SceneDocument& document, PosterSettings settings, Poster
     };
     ViewObject view(*document.view);
     SizeView(view, settings.size);
-    DrawPoster(view, settings, target);
+    DrawUncommittedPoster(view, settings, target);
 }
 
 void RenderWithin(const RenderOptions& options, const CostWatch& watch)
@@ -284,10 +284,19 @@ void RenderWithin(const RenderOptions& options, const CostWatch& watch)
         }
         DrawDocument(document, request.settings, *target, watch, options.strictness);
     }
-    if (saved)
+    if (!saved)
     {
-        document.Save(*saved);
+        target->Output().Commit();
+        return;
     }
+    const std::string content = document.Bytes();
+    saved->Write(content.data(), content.size());
+    if (target == nullptr)
+    {
+        saved->Commit();
+        return;
+    }
+    OutputFile::CommitBoth(target->Output(), *saved);
 }
 
 void Render(const RenderOptions& options)
