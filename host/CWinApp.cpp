@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/CWinApp.h"
 
-#include "host/CFile.h"
+#include "platform/FileReplacement.h"
+#include "platform/FolderLock.h"
 #include "platform/Messages.h"
 
 // SI_NO_CONVERSION: the profile's texts are bytes of the process's code page and are not converted.
@@ -18,7 +19,6 @@
 #include <filesystem>
 #include <limits>
 #include <mutex>
-#include <random>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -120,37 +120,27 @@ std::string DefaultPath()
     return folder.is_absolute() ? (folder / "orvane" / "orvane.ini").string() : std::string();
 }
 
-// Replaces a file by a new one with this content. Returns false and leaves the old file unchanged
-// when any step fails.
-bool ReplaceFile(const std::string& path, const std::string& content)
+/// The folder in which a file lies or is to be made, at the end of all symbolic links. Empty when
+/// there is no such folder and none can be made.
+std::string FolderOf(const std::string& path)
 {
     std::error_code error;
-    // If the path is a symbolic link, the file that the link leads to is replaced, not the link.
     const fs::path target = fs::weakly_canonical(path, error);
     if (error)
     {
-        return false;
+        return {};
     }
     fs::create_directories(target.parent_path(), error);
-    const fs::path aside = target.string() + "." + std::to_string(std::random_device{}()) + ".new";
-    try
-    {
-        CFile file(aside.c_str(), CFile::modeCreate | CFile::modeWrite);
-        file.Write(content.data(), static_cast<UINT>(content.size()));
-        file.Close();
-        const fs::file_status old = fs::status(target, error);
-        if (fs::exists(old))
-        {
-            fs::permissions(aside, old.permissions(), error);
-        }
-        fs::rename(aside, target);
-        return true;
-    }
-    catch (const std::exception&)
-    {
-        fs::remove(aside, error);
-        return false;
-    }
+    return target.parent_path().string();
+}
+
+/// Replaces a file by a new one with this content. Returns false and leaves the old file unchanged
+/// when any step fails.
+bool ReplaceFile(const std::string& path, const std::string& content)
+{
+    orvane::FileReplacement file;
+    return !file.Begin(path) && !file.Write(content.data(), content.size()) && !file.Finish() &&
+           !file.Place();
 }
 
 }  // namespace
@@ -240,11 +230,11 @@ CString CWinApp::GetProfilePath() const
 
 UINT CWinApp::GetProfileInt(LPCSTR section, LPCSTR entry, int defaultValue) const
 {
-    bool found;
-    const std::string text = profile_->Find(section, entry, &found);
-    const char* const end = text.data() + text.size();
+    // An entry without a value counts like a missing one.
+    const CString text = GetProfileString(section, entry, "");
+    const char* const end = text.Text().data() + text.Text().size();
     std::int64_t value = 0;
-    const auto result = std::from_chars(text.data(), end, value);
+    const auto result = std::from_chars(text.Text().data(), end, value);
     if (result.ec != std::errc() || result.ptr != end || value < std::numeric_limits<int>::min() ||
         value > std::numeric_limits<UINT>::max())
     {
@@ -269,7 +259,15 @@ BOOL CWinApp::WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value)
 {
     const std::lock_guard lock(profile_->mutex);
     CSimpleIniA& ini = profile_->ini;
-    if (profile_->path.empty() || (entry != nullptr && *entry == '\0') || !profile_->Read())
+    if (profile_->path.empty() || (entry != nullptr && *entry == '\0'))
+    {
+        return FALSE;
+    }
+    // Other processes write their settings to the same file: the change is made to what the file
+    // has now, and none of them writes meanwhile.
+    const orvane::FolderLock folder(FolderOf(profile_->path));
+    profile_->Forget();
+    if (!folder.IsHeld() || !profile_->Read())
     {
         return FALSE;
     }

@@ -14,9 +14,13 @@
 /// object is created. If none of them is set, there is no file and nothing can be written.
 /// SetProfilePath chooses another file.
 ///
-/// The file is read when a setting is first used. Each write makes a new file beside the old one
-/// and then puts it in the old one's place, so after a crash either the old or the new file is
-/// complete. Comments in the file are kept.
+/// The file is read when a setting is first used, and again for each write, which changes one entry
+/// and keeps those that other processes have written since. They wait for each other, but no longer
+/// than 10 seconds. The new file takes the old one's place when it is complete and on the disk (see
+/// FileReplacement), so after a crash one of the two is there. Comments in the file are kept.
+///
+/// An application that keeps its profile elsewhere overrides GetProfileString and
+/// WriteProfileString; the functions for numbers call these.
 ///
 /// Sections and entries are found in any case of the letters A to Z. Names and values may contain
 /// any characters. Those that an INI file cannot hold, such as a line break, a space at either end
@@ -42,12 +46,13 @@ public:
 
     /// The entry's value, or the default value if the entry is missing or is not a decimal number
     /// of 32 bits.
-    UINT GetProfileInt(LPCSTR section, LPCSTR entry, int defaultValue) const;
-    BOOL WriteProfileInt(LPCSTR section, LPCSTR entry, int value);
-    CString GetProfileString(LPCSTR section, LPCSTR entry, LPCSTR defaultValue = "") const;
+    virtual UINT GetProfileInt(LPCSTR section, LPCSTR entry, int defaultValue) const;
+    virtual BOOL WriteProfileInt(LPCSTR section, LPCSTR entry, int value);
+    virtual CString GetProfileString(LPCSTR section, LPCSTR entry, LPCSTR defaultValue = "") const;
     /// A null value removes the entry; a null entry removes the whole section. Returns FALSE and
-    /// changes nothing when the file cannot be read or written, or when the entry's name is empty.
-    BOOL WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value);
+    /// changes nothing when the file cannot be read or written, when another process keeps it
+    /// locked, or when the entry's name is empty.
+    virtual BOOL WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value);
 
 private:
     friend CWinApp* AfxGetApp();

@@ -3,12 +3,18 @@
 
 #include "host/CFile.h"
 #include "platform/Messages.h"
+#include "tests/support/SystemCalls.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -246,18 +252,114 @@ TEST_F(Profile, ReplacedProfileKeepsItsPermissions)
 
 TEST_F(Profile, WriteThatFailsLeavesTheOldFileWhole)
 {
-    // The name is as long as a name may be, so that the file written aside cannot be made.
-    const fs::path longest = folder / std::string(255, 'p');
-    std::ofstream(longest) << "[A]\na=1\n";
-    app.SetProfilePath(longest.string().c_str());
+    const std::string old = "[A]\na=1\n[B]\nb=1\n";
+    Put(old);
+    for (const std::string refused : {"write", "flush file", "rename"})
+    {
+        const SystemCalls calls(
+            [&](const std::string& call) { return call == refused ? ENOSPC : 0; });
+        EXPECT_FALSE(app.WriteProfileInt("A", "a", 2)) << refused;
+        EXPECT_FALSE(app.WriteProfileString("A", nullptr, nullptr)) << refused;
+        EXPECT_EQ(app.GetProfileInt("A", "a", 0), 1u) << refused;
+        EXPECT_EQ(Get(), old) << refused;
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1);
+    }
+}
 
-    EXPECT_FALSE(app.WriteProfileInt("A", "a", 2));
-    EXPECT_FALSE(app.WriteProfileString("A", nullptr, nullptr));
-    EXPECT_EQ(app.GetProfileInt("A", "a", 0), 1u);
-    std::ostringstream content;
-    content << std::ifstream(longest).rdbuf();
-    EXPECT_EQ(content.str(), "[A]\na=1\n");
+TEST_F(Profile, LongestFileNameWorks)
+{
+    const fs::path longest = folder / std::string(255, 'p');
+    app.SetProfilePath(longest.string().c_str());
+    EXPECT_TRUE(app.WriteProfileInt("A", "a", 2));
+    EXPECT_TRUE(fs::exists(longest));
+}
+
+TEST_F(Profile, EntriesThatSeveralProcessesWriteAtOnceAreAllKept)
+{
+    constexpr int processes = 4;
+    constexpr int entries = 25;
+    for (int process = 0; process < processes; ++process)
+    {
+        if (fork() == 0)
+        {
+            for (int entry = 0; entry < entries; ++entry)
+            {
+                const std::string name = std::to_string(process) + "." + std::to_string(entry);
+                app.WriteProfileInt("Written at once", name.c_str(), entry);
+            }
+            _exit(0);
+        }
+    }
+    for (int process = 0; process < processes; ++process)
+    {
+        wait(nullptr);
+    }
+    int found = 0;
+    for (int process = 0; process < processes; ++process)
+    {
+        for (int entry = 0; entry < entries; ++entry)
+        {
+            const std::string name = std::to_string(process) + "." + std::to_string(entry);
+            found +=
+                app.GetProfileInt("Written at once", name.c_str(), -1) == static_cast<UINT>(entry)
+                    ? 1
+                    : 0;
+        }
+    }
+    EXPECT_EQ(found, processes * entries);
     EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1);
+}
+
+TEST_F(Profile, EntriesOfOthersAreKeptWhereFoldersCannotBeLocked)
+{
+    // As on a network file system.
+    const SystemCalls calls(
+        [](const std::string& call) { return call == "lock folder" ? EBADF : 0; });
+    CWinApp other;
+    other.SetProfilePath(path.c_str());
+    EXPECT_EQ(app.GetProfileInt("A", "b", 0), 0u);  // the file is read
+    EXPECT_TRUE(other.WriteProfileInt("A", "a", 1));
+    EXPECT_TRUE(app.WriteProfileInt("A", "b", 2));
+    EXPECT_EQ(Reread("A", "a"), "1");
+    EXPECT_EQ(Reread("A", "b"), "2");
+    EXPECT_TRUE(fs::exists(folder / ".orvane.lock"));
+}
+
+TEST_F(Profile, BytesAreOnTheDiskBeforeTheRename)
+{
+    const SystemCalls calls;
+    app.WriteProfileInt("A", "a", 1);
+    const auto flushed = std::find(calls.made.begin(), calls.made.end(), "flush file");
+    const auto renamed = std::find(calls.made.begin(), calls.made.end(), "rename");
+    ASSERT_NE(renamed, calls.made.end());
+    EXPECT_LT(flushed, renamed);
+}
+
+TEST(CWinApp, ApplicationCanKeepItsProfileElsewhere)
+{
+    class InMemory : public CWinApp
+    {
+    public:
+        CString GetProfileString(LPCSTR section, LPCSTR entry, LPCSTR defaultValue) const override
+        {
+            const auto found = values.find(std::string(section) + "/" + entry);
+            return found == values.end() ? CString(defaultValue) : CString(found->second);
+        }
+        BOOL WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value) override
+        {
+            values[std::string(section) + "/" + entry] = value;
+            return TRUE;
+        }
+        std::map<std::string, std::string> values;
+    };
+    InMemory app;
+    CWinApp& base = app;
+    EXPECT_TRUE(base.WriteProfileInt("A", "a", -5));
+    EXPECT_TRUE(base.WriteProfileString("A", "b", "text"));
+    EXPECT_EQ(app.values["A/a"], "-5");
+    EXPECT_EQ(base.GetProfileInt("A", "a", 0), static_cast<UINT>(-5));
+    EXPECT_EQ(base.GetProfileString("A", "b"), "text");
+    EXPECT_EQ(base.GetProfileInt("A", "c", 7), 7u);
 }
 
 TEST_F(Profile, UnusablePathsGiveDefaultsAndRefuseWrites)
