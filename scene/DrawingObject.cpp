@@ -13,10 +13,16 @@ IMPLEMENT_SERIAL(DrawingObject, CObject, VERSIONABLE_SCHEMA | 3)
 
 TextureMapList* DrawingObject::TextureList = nullptr;
 
-DrawingObject::DrawingObject() = default;
+// The destructor asks for the initial details of nodes, and must not be the first to need memory
+// for them.
+DrawingObject::DrawingObject()
+{
+    InitialDetails();
+}
 
 DrawingObject::DrawingObject(const DrawingObject& other) : CObject(other)
 {
+    InitialDetails();
     CopyFieldsFrom(other);
 }
 

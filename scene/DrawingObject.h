@@ -455,6 +455,7 @@ private:
     bool IsSelfOrAncestor(const DrawingObject* node) const;
     void MarkAsChild(DrawingObject* child);
     void LeaveOwner();
+    void DestroyChildrenOneByOne();
     void LeaveParentForAdoption();
     void AlignAxis(const DVector& axis, const DVector& standIn, const CoordinateTransform& target,
                    DrawingObject* extra);

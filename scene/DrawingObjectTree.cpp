@@ -2,6 +2,7 @@
 #include "scene/DescendentWalk.h"
 
 #include <algorithm>
+#include <new>
 
 // owner_ names the node that has this node in its list. The parent pointer cannot be used for that,
 // because programs can set it to any node, even to a deleted node. Comparing owner_ is also faster
@@ -131,7 +132,8 @@ int DrawingObject::ReplaceChild(DrawingObject* oldChild, DrawingObject* newChild
 
 // Gathers the whole subtree before it deletes any node. The function does not recurse, because a
 // tree may be deeper than the program's stack allows. It empties the lists and clears owner_ first,
-// so that a deleted node does not search its owner's list for itself.
+// so that a deleted node does not search its owner's list for itself. The destructor calls this
+// function, so without memory to gather the nodes it deletes them one by one.
 int DrawingObject::DestroyChildren()
 {
     if (!HasChildren())
@@ -139,30 +141,60 @@ int DrawingObject::DestroyChildren()
         return 0;
     }
     std::vector<DrawingObject*> doomed;
-    std::vector<DrawingObject*> pending{this};
-    while (!pending.empty())
+    try
     {
-        DrawingObject* const node = pending.back();
-        pending.pop_back();
-        doomed.push_back(node);
-        for (POSITION position = node->children.GetHeadPosition(); position != nullptr;)
+        std::vector<DrawingObject*> pending{this};
+        while (!pending.empty())
         {
-            DrawingObject* const child = node->children.GetNext(position);
-            child->owner_ = nullptr;
-            pending.push_back(child);
+            DrawingObject* const node = pending.back();
+            pending.pop_back();
+            doomed.push_back(node);
+            for (POSITION position = node->children.GetHeadPosition(); position != nullptr;)
+            {
+                pending.push_back(node->children.GetNext(position));
+            }
         }
-        node->children.RemoveAll();
+        doomed.erase(doomed.begin());  // this node itself
+        LeaveExternalUndoStacks(doomed);
     }
-    doomed.erase(doomed.begin());  // this node itself
-    LeaveExternalUndoStacks(doomed);
+    catch (const std::bad_alloc&)
+    {
+        DestroyChildrenOneByOne();
+        return 1;
+    }
+    children.RemoveAll();
     for (DrawingObject* const node : doomed)
     {
+        node->owner_ = nullptr;
+        node->children.RemoveAll();
         node->ForgetExternalUndoStack();
     }
     // Deletion in reverse order deletes every node after its children, and siblings from first to
     // last.
     std::for_each(doomed.rbegin(), doomed.rend(), [](DrawingObject* node) { delete node; });
     return 1;
+}
+
+// Deletes the nodes in the same order as DestroyChildren, but slower: each node searches its undo
+// stack for itself. Needs no memory.
+void DrawingObject::DestroyChildrenOneByOne()
+{
+    DrawingObject* node = this;
+    while (node != this || HasChildren())
+    {
+        if (node->HasChildren())
+        {
+            DrawingObject* const child = node->children.GetHead();
+            child->owner_ = node;
+            node = child;
+            continue;
+        }
+        DrawingObject* const owner = node->owner_;
+        owner->children.RemoveHead();
+        node->owner_ = nullptr;
+        delete node;
+        node = owner;
+    }
 }
 
 int DrawingObject::RemoveDeletedChildren()

@@ -5,6 +5,7 @@
 #include <deque>
 #include <limits>
 #include <mutex>
+#include <utility>
 
 namespace posix
 {
@@ -16,7 +17,7 @@ namespace
 struct Slot
 {
     std::shared_ptr<HandleObject> object;
-    MakeHandleObject make = nullptr;  // makes the object at its first use; null after that
+    MakeKernelObject make = nullptr;  // makes the object at its first use; null after that
     std::uint32_t generation = 0;
     std::uint32_t nextFree = 0;  // the next free place plus 1; 0 when there is no next one
 
@@ -61,11 +62,26 @@ std::shared_ptr<HandleObject> Made(Slot& slot)
     if (slot.object == nullptr)
     {
         slot.object = slot.make();
+        slot.make = nullptr;
     }
     return slot.object;
 }
 
-void* Enter(std::shared_ptr<HandleObject> object, MakeHandleObject make)
+/// Frees a slot and returns its object. Allocates nothing, because destructors close handles.
+std::shared_ptr<HandleObject> Empty(Table& table, Slot& slot, const void* handle)
+{
+    slot.make = nullptr;
+    if (slot.generation < lastGeneration)  // otherwise the slot is never used again
+    {
+        ++slot.generation;
+        const std::uint64_t value = reinterpret_cast<std::uintptr_t>(handle);
+        slot.nextFree = table.firstFree;
+        table.firstFree = static_cast<std::uint32_t>(value >> placeShift);
+    }
+    return std::exchange(slot.object, nullptr);
+}
+
+void* Enter(std::shared_ptr<HandleObject> object, MakeKernelObject make)
 {
     Table& table = TheTable();
     const std::lock_guard lock(table.mutex);
@@ -91,7 +107,7 @@ void* AddHandle(std::shared_ptr<HandleObject> object)
     return Enter(std::move(object), nullptr);
 }
 
-void* AddHandle(MakeHandleObject make)
+void* AddHandle(MakeKernelObject make)
 {
     return Enter(nullptr, make);
 }
@@ -109,21 +125,23 @@ std::shared_ptr<HandleObject> RemoveHandle(const void* handle)
     Table& table = TheTable();
     const std::lock_guard lock(table.mutex);
     Slot* const slot = FindSlot(table, handle);
-    if (slot == nullptr)
+    return slot == nullptr ? nullptr : Empty(table, *slot, handle);
+}
+
+bool RemoveKernelObject(const void* handle)
+{
+    std::shared_ptr<HandleObject> object;  // ends after the lock
+    Table& table = TheTable();
+    const std::lock_guard lock(table.mutex);
+    Slot* const slot = FindSlot(table, handle);
+    const bool isKernelObject =
+        slot != nullptr &&
+        (slot->make != nullptr || dynamic_cast<const KernelObject*>(slot->object.get()) != nullptr);
+    if (isKernelObject)
     {
-        return nullptr;
+        object = Empty(table, *slot, handle);
     }
-    std::shared_ptr<HandleObject> object = Made(*slot);
-    slot->object.reset();
-    slot->make = nullptr;
-    if (slot->generation < lastGeneration)  // otherwise the slot is never used again
-    {
-        ++slot->generation;
-        const std::uint64_t value = reinterpret_cast<std::uintptr_t>(handle);
-        slot->nextFree = table.firstFree;
-        table.firstFree = static_cast<std::uint32_t>(value >> placeShift);
-    }
-    return object;
+    return isKernelObject;
 }
 
 }  // namespace posix

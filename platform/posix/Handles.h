@@ -27,17 +27,21 @@ struct KernelObject : HandleObject
 /// Adds an object to the table and returns its new handle, which is never null.
 void* AddHandle(std::shared_ptr<HandleObject> object);
 
-using MakeHandleObject = std::shared_ptr<HandleObject> (*)();
+using MakeKernelObject = std::shared_ptr<KernelObject> (*)();
 /// Adds an object that is made only when its handle is first used, and returns the handle. Every
 /// node of a scene has a mutex, and most of these mutexes are never used.
-void* AddHandle(MakeHandleObject make);
+void* AddHandle(MakeKernelObject make);
 
 /// The object that a handle names; null when the handle names no object.
 std::shared_ptr<HandleObject> FindHandle(const void* handle);
 
 /// Removes a handle from the table and returns its object, which lives as long as a shared pointer
-/// to it exists. Null when the handle was not in the table.
+/// to it exists. Null when the handle was not in the table, and when its object was never made.
 std::shared_ptr<HandleObject> RemoveHandle(const void* handle);
+
+/// Removes the handle of a kernel object from the table. False when the handle names no such
+/// object. Neither this function nor RemoveHandle allocates memory, because destructors call them.
+bool RemoveKernelObject(const void* handle);
 
 /// The object that a handle names; null when the handle names no object of type Object.
 template <typename Object>

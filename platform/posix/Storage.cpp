@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Storage.h"
 
+#include "platform/FileReplacement.h"
+
 #include <gsf/gsf-infile-msole.h>
 #include <gsf/gsf-infile.h>
 #include <gsf/gsf-input-stdio.h>
 #include <gsf/gsf-outfile-msole.h>
 #include <gsf/gsf-outfile.h>
-#include <gsf/gsf-output-stdio.h>
+#include <gsf/gsf-output-memory.h>
 #include <gsf/gsf-utils.h>
 #include <unistd.h>
 
@@ -114,29 +116,41 @@ bool WriteContent(GsfOutfile* file, const Content& content)
     return child != nullptr && gsf_output_close(child.get()) && isWritten;
 }
 
-HRESULT WriteCompound(Compound& compound)
+/// Puts the bytes in the place of the old file, which stays if there is an error before.
+HRESULT ReplaceFile(const std::string& path, const guint8* bytes, std::size_t count)
 {
-    // libgsf writes a new file beside the old file and renames it at the end, so that the old file
-    // stays if an error comes before.
-    const Counted<GsfOutput> output(gsf_output_stdio_new(compound.path.c_str(), nullptr));
-    if (output == nullptr)
+    orvane::FileReplacement file;
+    if (file.Begin(path))
     {
         return STG_E_ACCESSDENIED;
     }
+    return file.Write(bytes, count) || file.Finish() || file.Place() ? STG_E_WRITEFAULT : S_OK;
+}
+
+/// Writes the file. Never throws, because a storage that ends writes its changes.
+HRESULT WriteCompound(Compound& compound) noexcept
+try
+{
+    const Counted<GsfOutput> output(gsf_output_memory_new());
     const Counted<GsfOutfile> file(gsf_outfile_msole_new(output.get()));
     bool isWritten = true;
     for (const auto& [key, content] : compound.streams)
     {
         isWritten = isWritten && WriteContent(file.get(), *content);
     }
-    if (!isWritten)
-    {
-        gsf_output_set_error(output.get(), 0, "incomplete");
-    }
     // This closes \c output, too.
     isWritten = gsf_output_close(GSF_OUTPUT(file.get())) && isWritten;
-    compound.isChanged = compound.isChanged && !isWritten;
-    return isWritten ? S_OK : STG_E_WRITEFAULT;
+    const HRESULT result =
+        isWritten ? ReplaceFile(compound.path,
+                                gsf_output_memory_get_bytes(GSF_OUTPUT_MEMORY(output.get())),
+                                static_cast<std::size_t>(gsf_output_size(output.get())))
+                  : STG_E_WRITEFAULT;
+    compound.isChanged = compound.isChanged && FAILED(result);
+    return result;
+}
+catch (const std::bad_alloc&)
+{
+    return STG_E_INSUFFICIENTMEMORY;
 }
 
 /// Reads a stream to its end. It does not trust the stated length, which in a damaged file can be

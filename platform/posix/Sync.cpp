@@ -160,7 +160,7 @@ HANDLE CreateMutexA(SECURITY_ATTRIBUTES*, BOOL initiallyOwned, LPCSTR name)
         return posix::AddHandle(mutex);
     }
     return posix::AddHandle(
-        +[]() -> std::shared_ptr<posix::HandleObject> { return std::make_shared<Mutex>(); });
+        +[]() -> std::shared_ptr<posix::KernelObject> { return std::make_shared<Mutex>(); });
 }
 
 BOOL ReleaseMutex(HANDLE handle)
@@ -246,10 +246,10 @@ DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds)
 
 BOOL CloseHandle(HANDLE handle)
 {
-    if (posix::Resolve<posix::KernelObject>(handle) == nullptr)
+    if (!posix::RemoveKernelObject(handle))
     {
         SetLastError(ERROR_INVALID_HANDLE);
         return FALSE;
     }
-    return posix::RemoveHandle(handle) != nullptr;
+    return TRUE;
 }

@@ -2,10 +2,12 @@
 #include "platform/Storage.h"
 
 #include "tests/support/OtherPrograms.h"
+#include "tests/support/SystemCalls.h"
 #include "tests/support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <limits>
 #include <memory>
@@ -101,6 +103,22 @@ TEST(Storage, TheFileIsACompoundFile)
     EXPECT_EQ(std::vector<BYTE>(bytes.begin(), bytes.begin() + 8),
               (std::vector<BYTE>{0xD0, 0xCF, 0x11, 0xE0, 0xA1, 0xB1, 0x1A, 0xE1}));
     EXPECT_EQ(bytes.size() % 512, 0U);
+}
+
+TEST(Storage, FailedWriteLeavesTheOldFileWhole)
+{
+    const TemporaryName name("refused.stg");
+    MakeSample(name);
+    const std::vector<BYTE> old = name.Read();
+    for (const std::string refused : {"write", "flush file", "rename"})
+    {
+        const SystemCalls calls(
+            [&](const std::string& call) { return call == refused ? ENOSPC : 0; });
+        const StoragePointer storage = OpenFileOf(name, changing);
+        WriteText(*CreateStreamIn(*storage, u"more"), "text");
+        EXPECT_EQ(storage->Commit(STGC_DEFAULT), STG_E_WRITEFAULT) << refused;
+        EXPECT_EQ(name.Read(), old) << refused;
+    }
 }
 
 TEST(Storage, AnotherProgramListsTheStreams)

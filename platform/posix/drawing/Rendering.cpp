@@ -106,11 +106,7 @@ BOOL wglMakeCurrent(HDC dcHandle, HGLRC handle)
     CurrentContext* const current = CurrentOfThread();
     if (handle == nullptr)
     {
-        if (current != nullptr)
-        {
-            current->Release();
-        }
-        return TRUE;
+        return current == nullptr || current->Release();
     }
     if (current != nullptr && current->adopted != nullptr && current->adopted->handle == handle)
     {
@@ -142,7 +138,11 @@ BOOL wglMakeCurrent(HDC dcHandle, HGLRC handle)
         return FALSE;
     }
 
-    current->Release();
+    if (!current->Release())
+    {
+        context->GiveUpOwnership();
+        return FALSE;
+    }
     eglBindAPI(EGL_OPENGL_API);  // per thread
     context->TakeOwnership();    // Release gives it up if the context was current here
     current->context = context;

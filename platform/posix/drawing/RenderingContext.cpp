@@ -8,6 +8,7 @@
 #include "platform/posix/drawing/RenderedPixels.h"
 
 #include <mutex>
+#include <new>
 #include <utility>
 
 namespace posix
@@ -125,22 +126,34 @@ void CurrentContext::Flush() const
     }
 }
 
-void CurrentContext::Release()
+bool CurrentContext::Release()
 {
     if (context == nullptr)
     {
         ReleaseAdopted();
-        return;
+        return true;
     }
-    Flush();
-    context->copied = bitmap;
-    context->copiedHash = HashOfBits(*bitmap);
+    bool isCopied = true;
+    try
+    {
+        Flush();
+        context->copied = bitmap;
+        context->copiedHash = HashOfBits(*bitmap);
+    }
+    catch (const std::bad_alloc&)
+    {
+        // Destructors release contexts, so this is no exception for the caller.
+        isCopied = false;
+        context->copied.reset();
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    }
     // A context that the host has made current since stays current.
     if (eglGetCurrentContext() == context->context)
     {
         eglMakeCurrent(context->egl.display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
     }
     Forget();
+    return isCopied;
 }
 
 void CurrentContext::Forget()

@@ -89,8 +89,10 @@ struct CurrentContext
     /// Copies OpenGL's pixels into the bits of \c bitmap, unless \c context is null.
     void Flush() const;
 
-    /// Flushes, and makes the current context not current.
-    void Release();
+    /// Flushes, and makes the current context not current. Returns false, with the reason as the
+    /// last error, when there was no memory to copy the pixels; the context is then not current
+    /// either.
+    bool Release();
 
     /// Drops \c context without a flush.
     void Forget();
