@@ -75,11 +75,12 @@ int OpenProcess(pid_t process)
     return static_cast<int>(syscall(SYS_pidfd_open, process, 0));
 }
 
-/// All bytes that a process has handed to the operating system for writing. Still known when the
-/// process has ended, until the process is waited for.
-std::uint64_t BytesWrittenBy(pid_t process)
+/// All bytes that this process, and every process that it has waited for, have handed to the
+/// operating system for writing. Every user may read this; only the superuser may read it of a
+/// process that has ended.
+std::uint64_t BytesWritten()
 {
-    std::ifstream counters("/proc/" + std::to_string(process) + "/io");
+    std::ifstream counters("/proc/self/io");
     for (std::string line; std::getline(counters, line);)
     {
         if (line.starts_with("wchar:"))
@@ -87,7 +88,7 @@ std::uint64_t BytesWrittenBy(pid_t process)
             return std::stoull(line.substr(6));
         }
     }
-    throw std::runtime_error("/proc/" + std::to_string(process) + "/io: has no line wchar");
+    throw std::runtime_error("/proc/self/io: has no line wchar");
 }
 
 }  // namespace
@@ -231,9 +232,10 @@ ToolResult ToolFolder::Finish(int process) const
             result.peakKiB = peak;
         }
     } while (poll(&event, 1, millisecondsBetweenLooks) == 0);
-    result.writtenBytes = BytesWrittenBy(process);
+    const std::uint64_t writtenBefore = BytesWritten();
     int status = 0;
     waitpid(process, &status, 0);
+    result.writtenBytes = BytesWritten() - writtenBefore;
     result.status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
     result.out = ReadFile(logs_ + "/out");
     if (fs::is_regular_file(standardError_))
