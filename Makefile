@@ -47,7 +47,7 @@ fuzz: packages
 	@tools/install-packages lint fuzz
 	cmake --preset fuzz
 	cmake --build --preset fuzz -j $(JOBS)
-	tools/fuzz build/fuzz $(SECONDS)
+	tools/fuzz build/fuzz seconds $(SECONDS)
 
 install: packages
 	$(CONFIGURE) -DORVANE_BUILD_TESTS=OFF -DCMAKE_INSTALL_PREFIX="$(PREFIX)"

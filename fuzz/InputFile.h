@@ -6,17 +6,23 @@
 #include <random>
 #include <string>
 
-/// A temporary file for readers that take a path. All inputs of a run use the same file, one after
-/// the other. The destructor removes it.
+/// A temporary folder with one file for the input, for readers that take a path. All inputs of a
+/// run use the same file, one after the other. The destructor removes the folder.
 class InputFile
 {
 public:
-    InputFile()
-        : path_((std::filesystem::temp_directory_path() /
-                 ("orvane-fuzz-" + std::to_string(std::random_device()())))
-                    .string())
-    {}
-    ~InputFile() { std::remove(path_.c_str()); }
+    explicit InputFile(const std::string& name = "input")
+        : folder_(std::filesystem::temp_directory_path() /
+                  ("orvane-fuzz-" + std::to_string(std::random_device()()))),
+          path_((folder_ / name).string())
+    {
+        std::filesystem::create_directory(folder_);
+    }
+    ~InputFile()
+    {
+        std::error_code error;
+        std::filesystem::remove_all(folder_, error);
+    }
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
 
@@ -31,6 +37,10 @@ public:
         return path_;
     }
 
+    const std::string& Path() const { return path_; }
+    std::string Folder() const { return folder_.string(); }
+
 private:
+    std::filesystem::path folder_;
     std::string path_;
 };

@@ -1,28 +1,23 @@
 // SPDX-License-Identifier: MIT
-// Any bytes as a document: a scene and a view in one archive, measured, and stored again.
-#include "orvane.h"
+// Opens the input as a scene file, then draws, picks, changes and saves it.
+#include "fuzz/DocumentUse.h"
+#include "fuzz/InputFile.h"
+#include "orvane/orvane.h"
 
-#include <memory>
+#include <optional>
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t count)
 {
-    CMemFile file(bytes, static_cast<UINT>(count));
-    CArchive archive(&file, CArchive::load | CArchive::bNoFlushOnDelete);
+    static const InputFile input("input.orv");
+    std::optional<orvane::Document> document;
     try
     {
-        const std::unique_ptr<CObject> scene(archive.ReadNewObject(RUNTIME_CLASS(SceneObject)));
-        const std::unique_ptr<CObject> view(archive.ReadNewObject(RUNTIME_CLASS(ViewObject)));
-        auto& camera = static_cast<ViewObject&>(*view);
-        camera.AttachScene(static_cast<SceneObject*>(scene.get()));
-        camera.ZoomExtents();
-
-        CMemFile copy;
-        CArchive stored(&copy, CArchive::store);
-        stored.WriteObject(scene.get());
-        stored.WriteObject(view.get());
-        stored.Close();
+        document = orvane::Document::Open(input.Fill(bytes, count));
     }
-    catch (const CException&)
-    {}
+    catch (const orvane::Error&)
+    {
+        return 0;
+    }
+    UseDocument(*document, input.Folder());
     return 0;
 }
