@@ -30,7 +30,7 @@ OptionError::OptionError(const std::string& field, const std::string& problem)
 
 OptionError::OptionError(const std::string& field, const std::string& expected,
                          const std::string& found)
-    : Error(field, "expected " + expected + ", found " + found, found, expected)
+    : Error(field, expected + ", found " + found, found, expected)
 {}
 
 OptionError::~OptionError() = default;

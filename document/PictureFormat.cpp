@@ -19,7 +19,7 @@ PictureFormat FormatOf(const std::string& path)
     {
         return PictureFormat::Bmp;
     }
-    throw OptionError("output", "a name that ends in .png or .bmp", "\"" + path + "\"");
+    throw OptionError("output", "expected a name that ends in .png or .bmp", "\"" + path + "\"");
 }
 
 bool HasExtension(const std::string& path, const std::string& extension)

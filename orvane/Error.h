@@ -44,12 +44,12 @@ private:
 };
 
 /// A field of an option structure has a value that makes no sense. Place() is the name of the
-/// field, and what() reads, for example, "samples: expected 0 to 4, found 9".
+/// field, and what() reads, for example, "samples: 0 to 4, found 9".
 class ORVANE_API OptionError : public Error
 {
 public:
     OptionError(const std::string& field, const std::string& problem);
-    /// Problem() becomes "expected EXPECTED, found FOUND".
+    /// Problem() becomes "EXPECTED, found FOUND".
     OptionError(const std::string& field, const std::string& expected, const std::string& found);
     ~OptionError() override;
     OptionError(const OptionError&) = default;

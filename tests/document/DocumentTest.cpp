@@ -187,7 +187,7 @@ TEST(Document, ErrorsNamePlaceFoundAndExpected)
     orvane::TextOptions options;
     options.depth = -1;
     const auto depth = ErrorOf<orvane::OptionError>([&] { document.AddText("x", options); });
-    EXPECT_STREQ(depth.what(), "depth: expected 0 to 100, found -1");
+    EXPECT_STREQ(depth.what(), "depth: 0 to 100, found -1");
     EXPECT_EQ(depth.Place(), "depth");
     EXPECT_EQ(depth.Found(), "-1");
     EXPECT_EQ(depth.Expected(), "0 to 100");
@@ -196,7 +196,7 @@ TEST(Document, ErrorsNamePlaceFoundAndExpected)
     picture.samples = 9;
     const auto samples = ErrorOf<orvane::OptionError>(
         [&] { orvane::WritePicture(document, folder.Path("x.png"), picture); });
-    EXPECT_STREQ(samples.what(), "samples: expected 0 to 4, found 9");
+    EXPECT_STREQ(samples.what(), "samples: 0 to 4, found 9");
     EXPECT_FALSE(folder.Has("x.png"));
     EXPECT_THROW(document.AddMesh(folder.Path("none.3ds")), orvane::Error);
     EXPECT_THROW(document.RestoreView("none"), orvane::Error);

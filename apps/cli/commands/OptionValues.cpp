@@ -15,7 +15,7 @@ namespace
 
 Error Unexpected(const std::string& expected, const std::string& found)
 {
-    return OptionError("", expected, "\"" + found + "\"");
+    return OptionError("", "expected " + expected, "\"" + found + "\"");
 }
 
 double ParseNumberBetween(const std::string& text, double least, double most)
@@ -23,8 +23,8 @@ double ParseNumberBetween(const std::string& text, double least, double most)
     const double value = ParseNumber(text);
     if (value < least || value > most)
     {
-        throw OptionError("", "a number from " + NumberText(least) + " to " + NumberText(most),
-                          text);
+        throw OptionError(
+            "", "expected a number from " + NumberText(least) + " to " + NumberText(most), text);
     }
     return value;
 }
@@ -36,7 +36,8 @@ std::int64_t ParseIntegerBetween(const std::string& text, std::int64_t least, st
         value != std::floor(value))
     {
         throw OptionError(
-            "", "a whole number from " + std::to_string(least) + " to " + std::to_string(most),
+            "",
+            "expected a whole number from " + std::to_string(least) + " to " + std::to_string(most),
             text);
     }
     return static_cast<std::int64_t>(value);
@@ -132,7 +133,8 @@ Size ParseSize(const std::string& text)
     if (size.width > largestPictureSide || size.height > largestPictureSide)
     {
         throw OptionError(
-            "", "at most " + std::to_string(largestPictureSide) + " pixels in each direction",
+            "",
+            "expected at most " + std::to_string(largestPictureSide) + " pixels in each direction",
             text);
     }
     return size;
@@ -163,7 +165,7 @@ Color ParseOpaqueColor(const std::string& text)
     const Color color = ParseColor(text);
     if (color.alpha < 1)
     {
-        throw OptionError("", "an opaque colour", "\"" + text + "\"");
+        throw OptionError("", "expected an opaque colour", "\"" + text + "\"");
     }
     return color;
 }
