@@ -145,8 +145,8 @@ QuadraticPiece PieceFor(const Cubic& cubic, double from, double to, const Double
 
 /// A parameter between \p t - \p reach and \p t + \p reach at which the curve passes close to a
 /// place with whole coordinates, so that a cut there moves little when it is rounded. The function
-/// tries 16 parameters besides \p t. A parameter replaces the best one before it only if the cut
-/// moves less by more than 0.01 units.
+/// tries 16 parameters besides \p t. A later parameter is taken only if its
+/// cut moves at least 0.01 units less than the cut of the best parameter so far.
 double NearWholeUnits(const Cubic& cubic, double t, double reach)
 {
     constexpr int probes = 8;

@@ -68,8 +68,9 @@ bool AnyPlaceRepeats(std::span<Contour> contours, OnStep onStep = {})
         return false;
     }
 
-    // A slot that holds the place of the first vertex is free. The table needs no other mark,
-    // because any later vertex at that place is a repetition and ends the search.
+    // All slots begin with the place of the first vertex, which marks them as free. The first
+    // vertex needs no slot of its own, because any later vertex at that place is a repetition and
+    // ends the search.
     std::vector<std::uint32_t> places;
     std::uint32_t free = 0;
     for (const auto& contour : contours)

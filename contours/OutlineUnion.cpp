@@ -26,10 +26,11 @@ struct DeleteTessellator
     void operator()(GLUtesselator* tessellator) const { gluDeleteTess(tessellator); }
 };
 
-/// Tags a vertex that lies on the edge from \p from to \p to, at \p fraction of the way from 0 to
-/// 1, with the piece on which both ends of the edge lie. The ends share two pieces when their
-/// contour has only two pieces; the edge then belongs to the piece on which the parameters of the
-/// ends are nearer to each other. A vertex between ends that share no piece gets no tag.
+/// Gives a vertex on the edge between \p from and \p to a tag: the piece on which both ends of the
+/// edge lie. \p fraction tells where on the edge the vertex lies: 0 at \p from, 1 at \p to. The
+/// ends share two pieces when their contour has only two pieces; the edge then belongs to the piece
+/// on which the parameters of the ends are nearer to each other. A vertex between ends that share
+/// no piece gets no tag.
 void TagBetween(UnionVertex& vertex, const UnionVertex& from, const UnionVertex& to,
                 double fraction)
 {

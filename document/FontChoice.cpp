@@ -290,7 +290,7 @@ OUTLINECHECK CheckOutlines(OrvFont& font)
 }
 
 std::vector<std::string> SimilarNames(const std::string& name,
-                                      const std::vector<std::string>& names, std::size_t most)
+                                      const std::vector<std::string>& names, std::size_t count)
 {
     std::vector<std::pair<std::size_t, std::string>> ranked;
     const std::string wanted = LowerAscii(name);
@@ -306,7 +306,7 @@ std::vector<std::string> SimilarNames(const std::string& name,
     std::stable_sort(ranked.begin(), ranked.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<std::string> similar;
-    for (std::size_t i = 0; i < ranked.size() && i < most; ++i)
+    for (std::size_t i = 0; i < ranked.size() && i < count; ++i)
     {
         similar.push_back(ranked[i].second);
     }

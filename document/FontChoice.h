@@ -39,9 +39,10 @@ ORVANE_API void CheckCharacters(OrvFont& font, const CString& text);
 /// the font's file cannot be read.
 ORVANE_API OUTLINECHECK CheckOutlines(OrvFont& font);
 
-/// Up to \p most of the names that are most similar to \p name, the most similar first.
+/// The \p count names that are most similar to \p name, the most similar first; all names if there
+/// are fewer.
 ORVANE_API std::vector<std::string> SimilarNames(const std::string& name,
                                                  const std::vector<std::string>& names,
-                                                 std::size_t most);
+                                                 std::size_t count);
 
 }  // namespace orvane

@@ -19,7 +19,7 @@ public:
 
 private:
     HostContextPause pause_;
-    bool isAdopted_ = false;  ///< whether the context is a host's, and not one of the library's
+    bool isAdopted_ = false;  ///< whether this object adopted the host's context
     HDC dc_;
     HGLRC context_;
 };

@@ -42,6 +42,7 @@ struct SelectionHit
 };
 
 /// Draws in selection mode, with a larger buffer each time, until the hits fit into it.
+/// Returns no hits if they do not fit into maxBufferSize numbers.
 std::vector<SelectionHit> CollectHits(const std::function<int()>& draw)
 {
     std::vector<GLuint> buffer(1u << 14);
@@ -117,7 +118,8 @@ public:
     std::vector<SelectionHit> Pick(const std::vector<const DrawingObject*>& way,
                                    OrvFontString& text, std::size_t first, std::size_t end)
     {
-        // This call of Draw only sets the projection.
+        // Draw is called only for the projection that it sets; with ClearAndReturn it draws no
+        // nodes.
         parameters_.SetClearAndReturn();
         view_.Draw(&parameters_);
         parameters_.ClearClearAndReturn();

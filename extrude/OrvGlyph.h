@@ -24,10 +24,11 @@ struct tagVERTEXPOINTS;
 /// is applied, y is up, and the front face lies at z = 0 and looks to +z. ExtrusionData describes
 /// the levels in z.
 ///
-/// A bevelled or rounded letter has its own outline at the face. From the face to the wall, its
-/// edge grows outward by the width of the edge. When only one of the two faces has such an edge,
-/// the wall reaches the other face further out than the letter's outline, and a flat band in the
-/// plane of that face closes the gap. (In names of functions, "Edges" means the side wall.)
+/// At the face, the outline of a bevelled or rounded letter is the letter's own. From the face to
+/// the wall, the outline moves outward by the width of the edge. When only one of the two faces has
+/// such an edge, the wall reaches the other face further out than the letter's outline, and a flat
+/// band in the plane of that face closes the gap. (In names of functions, "Edges" means the side
+/// wall.)
 ///
 /// Functions whose names begin with Render draw surfaces. They set glFrontFace so that the outside
 /// of a letter is its front even when the scale mirrors it, and set GL_CCW before they return.

@@ -71,7 +71,7 @@ void BoundingElement::CalculateBounds(const CoordinateTransform& transform)
     transform.TransformVectors(localBoundingBox, globalBoundingBox, 8);
 
     // A box that lies wholly beyond ten million units from the origin on an axis keeps one of these
-    // starting values. Required; see GlobalExtremesStartAtTenMillion.
+    // starting values. This is required; see the test GlobalExtremesStartAtTenMillion.
     globalMinimum.SetVector(1e7f, 1e7f, 1e7f);
     globalMaximum.SetVector(-1e7f, -1e7f, -1e7f);
     for (const Vector& corner : globalBoundingBox)

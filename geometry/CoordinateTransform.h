@@ -103,7 +103,8 @@ public:
 
     /// Multiplies the point by the transposed upper 3 x 3 elements of M, then subtracts the
     /// translation of M. This undoes Transform only if M does not scale and its rotation does not
-    /// turn its translation. Required; see UntransformIsNotAnInverseOfRotationPlusTranslation.
+    /// turn its translation. This is required; see the test
+    /// UntransformIsNotAnInverseOfRotationPlusTranslation.
     void UntransformVectors(const Vector* in, Vector* out, int count) const;
     void UntransformDVectors(const DVector* in, DVector* out, int count) const;
     void UntransformVectors(Vector* v, int count) const { UntransformVectors(v, v, count); }

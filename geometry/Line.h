@@ -41,8 +41,8 @@ public:
     /// Whether the point lies on the segment. Returns 132 for a point at end 1, 136 at end 2 and
     /// 130 between them; \p t receives the place along the segment, with the tolerance of
     /// DoLinesIntersect. Returns 0 for any other point, with t = -1. A point exactly at end 1 is
-    /// not found either, because there is no direction from end 1 to it. Required; see
-    /// APointExactlyAtEndOneIsNotOnTheLine.
+    /// not found either, because there is no direction from end 1 to it. This is required; see the
+    /// test APointExactlyAtEndOneIsNotOnTheLine.
     int IsPointOnLine(const Vector& p, float* t) const;
 
 protected:

@@ -89,7 +89,7 @@ protected:
     }
 
     /// Inserts an element before the first element that is greater, so that a sorted list stays
-    /// sorted, and returns the inserted element. If the search first meets an equal element, the
+    /// sorted, and returns the inserted element. If an equal element stands before that place, the
     /// function inserts nothing and returns null. Elements are compared with their own operators ==
     /// and >, which take a pointer.
     Element* InsertInOrder(Element* element)

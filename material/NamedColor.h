@@ -32,8 +32,8 @@ public:
     /// Makes a material from a COLORREF. The ambient colour is half as bright, the specular colour
     /// is as bright as the hue allows, and the name states red, green and blue in per cent. The
     /// emission becomes black and the shininess 64. Group, diffuse alpha and specular alpha do not
-    /// change. Black has no hue; its specular colour becomes not-a-number. Required; see
-    /// ABlackPaletteColorHasNoSpecularHue.
+    /// change. Black has no hue; its specular colour becomes not-a-number. This is required; see
+    /// the test ABlackPaletteColorHasNoSpecularHue.
     NamedColor& operator=(unsigned long colorRef);
 
     /// Load reads and Save writes the entries of the profile section "<section>\<prefix><index>".

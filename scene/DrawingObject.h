@@ -61,7 +61,7 @@ public:
     DrawingObject();
     /// A copy has no children, no saved undo steps and no owner, but it has the original's parent
     /// pointer. Construction and assignment copy the sizing handles 0 to 3, but not 4 to 7.
-    /// Required; see ACopyHasZeroHandles4To7AndNoChildren.
+    /// This is required; see the test ACopyHasZeroHandles4To7AndNoChildren.
     DrawingObject(const DrawingObject& other);
     DrawingObject& operator=(const DrawingObject& other);
     /// Deletes the subtree and the saved copies.
@@ -80,7 +80,7 @@ public:
     virtual void AttachExternalUndoStack(DrawingObjectStack* stack);
     /// Computes the bounds from those of the children. Returns 0 if the node has no children or if
     /// the function returns 0 for a child. The local bounds are then incomplete, and the global box
-    /// does not change. Required; see ANodeWithoutChildrenStopsItsParentsBounds.
+    /// does not change. This is required; see the test ANodeWithoutChildrenStopsItsParentsBounds.
     virtual int CalculateBounds();
     /// Draws this node and its subtree. Returns 0 when the drawing was stopped or failed; the
     /// picture is then incomplete.
@@ -176,7 +176,7 @@ public:
     /// The number of descendants.
     int GetDescendentCount() const;
     /// The number of Editable children plus the number of all descendants of every child, editable
-    /// or not. Required; see TheEditableCountCountsAllDescendantsOfChildren.
+    /// or not. This is required; see the test TheEditableCountCountsAllDescendantsOfChildren.
     int GetEditableDescendentCount() const;
     int GetTemplateDescendentCount() const;
     /// Appends the descendants that have the TemplateObject bit, parents before their children.
@@ -254,8 +254,8 @@ public:
     CoordinateTransform GetInverseAlignmentTransformation(DrawingObject* extra) const;
     /// Turns the node until its axes in the world are parallel to those of the target: first the z
     /// axis, then the y axis. Always returns 1. If the y axis then points the opposite way, the
-    /// node turns half a circle about the x axis, which also reverses the z axis. Required; see
-    /// AligningAnOppositeYTurnsAboutXAndZWithIt.
+    /// node turns half a circle about the x axis, which also reverses the z axis. This is required;
+    /// see the test AligningAnOppositeYTurnsAboutXAndZWithIt.
     int AlignRotations(CoordinateTransform& target, DrawingObject* extra);
     /// Like the function above, with the axes of another node in the world as the target.
     int AlignRotations(DrawingObject& other, DrawingObject* extra);
@@ -296,8 +296,8 @@ public:
     float GetBoundsGlobalDiameter() const { return bounds.GetGlobalDiameter(); }
     float GetGlobalBoundsRadius() const { return bounds.GetGlobalRadius(); }
 
-    /// Computes the centres of the sizing handles and the size at which they are drawn from the
-    /// bounds. Always returns 1.
+    /// Computes, from the bounds, the centres of the sizing handles and the size at which they are
+    /// drawn. Always returns 1.
     int CalculateSizingHandles();
     /// The centre of a sizing handle, \p index 0 to 7. Handle i + 4 is at the other end of a box
     /// edge that begins at handle i.
@@ -312,7 +312,8 @@ public:
 
     int DrawExtentsBox(DrawingParameters* parameters = nullptr);
     int DrawScalingBox(DrawingParameters* parameters = nullptr);
-    /// Applications call this function; Draw does not, so it draws no sizing handles.
+    /// Draws the sizing handles. Draw does not call this function, so a program that shows the
+    /// handles calls it.
     int DrawSizingHandles(DrawingParameters* parameters);
     /// Draws the edges of a cube around the centre. \p edge is their length.
     void DrawOpenSizingHandle(const Vector& center, const float& edge);
@@ -370,7 +371,8 @@ protected:
     struct HandleDrag
     {
         DVector anchor;  ///< the centre of the handle that stays in place
-        /// From the anchor to the point. No component is closer to 0 than that of minimumSize.
+        /// From the anchor to the point that the handle was dragged to. A component that is shorter
+        /// than that of minimumSize gets its length and keeps its sign.
         DVector difference;
         /// The new size. A negative x or y mirrors the node; z is at least 0. All are 0 if the
         /// handle is not 0 to 3.
@@ -384,8 +386,8 @@ protected:
     /// sizing handles. Always returns 1.
     int KeepAnchorInPlace(const HandleDrag& drag);
 
-    /// Pushes a copy of this node onto the undo stack, taking ownership of it, and this node onto
-    /// the external stack. Always returns 1.
+    /// Takes ownership of \p copy, a copy of this node, and pushes it onto the undo stack. Pushes
+    /// this node onto the external stack. Always returns 1.
     int SaveCopy(DrawingObject* copy);
     /// Pops the copy saved last and calls \p assign(copy), which copies it into this node. The
     /// parent pointer and the bits of flags that are in \p keptBits do not change. \p Node is the

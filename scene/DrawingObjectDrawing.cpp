@@ -11,8 +11,8 @@
 namespace
 {
 
-// Owns a node's texture from Enable on, while the node draws itself. Disable or, on any other path
-// out of the drawing, the destructor gives the ownership back.
+// Owns a node's texture from Enable on, while the node draws itself. The function Disable gives
+// the ownership back. If the drawing ends without a call of Disable, the destructor does.
 class AppliedTexture
 {
 public:
@@ -163,7 +163,7 @@ int DrawingObject::DrawObjectWithTexture(DrawingParameters* parameters)
         // the texture in another thread.
         const TextureOwnership ownership(texture);
         // Two textures of the same name count as the same texture: OpenGL then keeps the image and
-        // the quality of the texture that was drawn before. Required; see
+        // the quality of the texture that was drawn before. This is required; see the test
         // ATextureOfTheCurrentNameIsTheCurrentOne.
         if (!(parameters->CurrentTexture() == &texture) && texture.GenerateTextureMaps())
         {
@@ -231,8 +231,8 @@ int DrawingObject::DrawObject(DrawingParameters* parameters)
 }
 
 // A node that is not Editable can draw its extents box twice: once for its own ShowExtentsBox bit,
-// and once for the parameters' ExtentsBox bit or its own ShowScalingBox bit. Required; see
-// ANodeThatIsNotEditableCanDrawItsBoxTwice.
+// and once for the parameters' ExtentsBox bit or its own ShowScalingBox bit. This is required; see
+// the test ANodeThatIsNotEditableCanDrawItsBoxTwice.
 void DrawingObject::DrawRequestedBoxes(DrawingParameters* parameters)
 {
     if (!IsEditable())

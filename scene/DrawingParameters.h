@@ -50,8 +50,7 @@ public:
 
     /// Draw solid, lit geometry; with ShowTextures also textures.
     ORVANE_FLAG(flags, Render, IsRender, renderBit);
-    /// Draw outlines. With Render, texts draw both outlines and solids, and meshes draw only
-    /// solids.
+    /// Draw outlines. Has no effect while Render is set: texts and meshes then draw only solids.
     ORVANE_FLAG(flags, Outline, IsOutline, outlineBit);
     /// Draw the extents box of every Editable node that is drawn. A node that is not Editable draws
     /// it only if ShowExtentsAndHandles and the node's ShowExtentsBox bit are set as well.
@@ -73,9 +72,11 @@ public:
     ORVANE_FLAG(flags, ShowSelectedOnly, ShouldShowSelectedOnly, showSelectedOnlyBit);
     /// Draw nodes with their textures, if Render is set and Selecting is not.
     ORVANE_FLAG(flags, ShowTextures, ShouldShowTextures, showTexturesBit);
-    /// The view clears the buffers and draws the background, and nothing else.
+    /// The view clears the buffers and draws the background, but no nodes. It still sets the
+    /// projection if ApplyProjection is set, and lights that do not turn with the scene.
     ORVANE_FLAG(flags, ClearAndReturn, ShouldClearAndReturn, clearAndReturnBit);
-    /// Draw solidBackgroundColor in place of the scene's own background.
+    /// Clear to solidBackgroundColor in place of the scene's background colour. A background
+    /// picture that is shown (ShowBackgroundTexture) is drawn all the same.
     ORVANE_FLAG(flags, ForceSolidBackground, ShouldForceSolidBackground, forceSolidBackgroundBit);
     /// Pick with a window of 1 by 1 pixel in place of 5 by 5.
     ORVANE_FLAG(flags, AccurateSelection, IsAccurateSelection, accurateSelectionBit);

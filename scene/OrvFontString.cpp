@@ -40,10 +40,10 @@ double Ratio(double oldExtent, double newExtent)
     return oldExtent == 0 || newExtent == 0 ? 1.0 : oldExtent / newExtent;
 }
 
-/// The full name of the installed face that the platform chooses for a description, or \p otherwise
-/// if the platform gives no metrics for it. The description comes from a file and may hold any
-/// bytes.
-CString InstalledFaceName(LOGFONTA description, const CString& otherwise)
+/// The full name of the installed face that the platform chooses for a description, or
+/// \p substitute if the platform gives no metrics for the description. The description comes from a
+/// file and may hold any bytes.
+CString InstalledFaceName(LOGFONTA description, const CString& substitute)
 {
     description.lfHeight = 20;
     description.lfWidth = 0;
@@ -54,7 +54,7 @@ CString InstalledFaceName(LOGFONTA description, const CString& otherwise)
     const OUTLINETEXTMETRICA* const record = metrics.Get();
     if (record == nullptr)
     {
-        return otherwise;
+        return substitute;
     }
     // The pointer field holds an offset from the start of the record, in bytes.
     const std::size_t offset = reinterpret_cast<std::size_t>(record->otmpFaceName);
@@ -94,8 +94,7 @@ int OrvFontString::CalculateBounds()
     if (font != nullptr)
     {
         // The sizes are written straight into the details, because the setters would derive the
-        // scale from them. The third result, a scale, is not used, because the node keeps its
-        // present scale.
+        // scale from them. The third result is always zero and is not used.
         DVector unused;
         DVector& scaledDimensions = EnsureDetails().scaledDimensions;
         font->CalculateStringExtents(this, &EnsureDetails().unscaledDimensions, &scaledDimensions,
@@ -210,7 +209,7 @@ void OrvFontString::DeserializeVersion1(CArchive& archive)
     {
         // The description decides which font is used, not the stored name. A text without a font
         // has a description of zeros, and the platform chooses a font for this description too.
-        // Required; see ATextStoredWithoutAFontLoadsWithOne.
+        // This is required; see the test ATextStoredWithoutAFontLoadsWithOne.
         archive.ReadExactly(&record.description, sizeof record.description);
         name = InstalledFaceName(record.description.elfLogFont, name);
     }

@@ -150,8 +150,8 @@ void OrvString::DeserializeVersion1(CArchive& archive)
     archive >> textString;
     interCharacterSpacing = 0;
     interLineSpacing = 0;
-    // Every loaded text uses its edge and bevel materials, whatever bits were stored. Required; see
-    // AStoredTextLoadsWithBothMaterialsInUse.
+    // Every loaded text uses its edge and bevel materials, whatever bits were stored. This is
+    // required; see the test AStoredTextLoadsWithBothMaterialsInUse.
     SetUseBevelColor();
     SetUseEdgeColor();
 }

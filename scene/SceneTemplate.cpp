@@ -67,8 +67,9 @@ void SceneTemplate::Serialize(CArchive& archive)
         archive << filename << templateTag << name;
         return;
     }
-    // Only version 1 is accepted, so a record that the code above wrote is refused. Required; see
-    // ItsOwnRecordCannotBeReadBack. Applications keep templates in the profile instead.
+    // Only version 1 is accepted, so a record that the code above wrote is refused. This is
+    // required; see the test ItsOwnRecordCannotBeReadBack. Applications keep templates in the
+    // profile instead.
     constexpr DWORD newestRead = 1;
     ReadRecordVersion(archive, RUNTIME_CLASS(SceneTemplate), newestRead);
     DeserializeVersion1(archive);

@@ -11,7 +11,8 @@ class MemoryMappedDIB;
 /// application's profile.
 ///
 /// A stored record has version 2, but loading accepts only version 1, so a template cannot be
-/// loaded from an archive that it was stored in. Required; see ItsOwnRecordCannotBeReadBack.
+/// loaded from an archive that it was stored in. This is required; see the test
+/// ItsOwnRecordCannotBeReadBack.
 class ORVANE_API SceneTemplate : public CObject
 {
     DECLARE_SERIAL(SceneTemplate)

@@ -15,8 +15,8 @@ public:
     POSITION FindName(const CString& name) const;
 
     /// Inserts a template before the first template whose name is greater, so that a sorted list
-    /// stays sorted. Returns the inserted template. If the search first meets a template with the
-    /// same name, the function inserts nothing and returns null.
+    /// stays sorted. Returns the inserted template. If a template with the same name stands
+    /// before that place, the function inserts nothing and returns null.
     SceneTemplate* InsertAlphabetically(SceneTemplate* newTemplate);
 
 protected:

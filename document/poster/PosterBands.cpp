@@ -21,7 +21,8 @@ namespace orvane
 namespace
 {
 
-// Culling costs about as much as drawing a few bands, so it pays only from 64 bands on.
+// Culling (PosterParts, which finds out which nodes each band shows) costs about as much as drawing
+// a few bands, so it pays only from 64 bands on.
 constexpr int minBandsForParts = 64;
 
 int ChooseSamples(const PosterSettings& settings)
@@ -37,8 +38,8 @@ int ChooseSamples(const PosterSettings& settings)
                                          : 1;
 }
 
-/// Makes a row of the picture from \p samples rows of the bitmap, by averaging squares of samples
-/// by samples pixels. Each pixel takes \p bytes bytes.
+/// Makes a row of the picture from \p samples rows of the bitmap. Each pixel of the row is the
+/// average of a square whose side is \p samples pixels. Each pixel takes \p bytes bytes.
 template <int samples, int bytes>
 void AverageRow(const BYTE* in, std::size_t rowBytes, int width, BYTE* out)
 {

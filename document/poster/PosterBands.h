@@ -13,8 +13,8 @@ namespace orvane
 
 class Strip;
 
-/// How a picture is cut into bands. Each pixel of the picture is drawn as a square of samples by
-/// samples pixels of the band's bitmap.
+/// How a picture is cut into bands. Each pixel of the picture is drawn as a square of the band's
+/// bitmap, whose side is \p samples pixels.
 struct BandLayout
 {
     int samples = 1;
