@@ -23,8 +23,8 @@ public:
     virtual ~PosterTarget() = default;
 
     /// Writes the header.
-    /// \param bands describes the bitmap that bands are drawn into; a file of 8 bits gets the colour
-    /// table of this bitmap
+    /// \param bands describes the bitmap that bands are drawn into; a file of 8 bits gets the
+    /// colour table of this bitmap
     virtual void Open(const BITMAPINFO& bands) = 0;
     /// The offset of a block of rows in the file, in bytes. Always 0 for a PNG, whose rows are only
     /// appended.
