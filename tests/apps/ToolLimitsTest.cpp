@@ -182,8 +182,8 @@ TEST_F(ToolLimits, ALongNameIsRefusedWithoutASearch)
         arguments.back() += 'a';
         const ToolResult beyond = folder.Run(arguments);
         EXPECT_EQ(beyond.status, 2);
-        ExpectContains(beyond.err, std::string(option) +
-                                       ": expected a name of at most 1024 bytes, found 1025 bytes");
+        ExpectContains(beyond.err,
+                       std::string(option) + ": a name of at most 1024 bytes, found 1025 bytes");
     }
 }
 
