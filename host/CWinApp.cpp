@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <limits>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -152,12 +153,23 @@ struct CWinApp::Profile
     std::string path = DefaultPath();
     bool isRead = false;
     CSimpleIniA ini;
+    int openChanges = 0;  ///< calls of BeginChanges without their EndChanges
+    bool canChange = false;
+    bool isChanged = false;
+    std::optional<orvane::FolderLock> folder;  ///< held while there are open changes
 
     /// Reads the file if it has not been read yet. Returns false when the file exists but cannot be
     /// read. The profile then counts as empty, and the file must not be replaced.
     bool Read();
     /// Drops the content, so that the file is read again.
     void Forget();
+    /// Begins changes of the content. Other processes write their settings to the same file, so the
+    /// file is read again, and none of them writes until EndChanges. Calls may be nested. Returns
+    /// whether the file can be changed.
+    bool BeginChanges();
+    /// Ends changes. The outermost call writes the file if \c isChanged. Returns whether the
+    /// changes are in the file, or will be at the end of the outermost call.
+    bool EndChanges();
     std::string Find(LPCSTR section, LPCSTR entry, bool* found);
 };
 
@@ -186,6 +198,39 @@ void CWinApp::Profile::Forget()
 {
     ini.Reset();
     isRead = false;
+}
+
+bool CWinApp::Profile::BeginChanges()
+{
+    if (openChanges == 0)
+    {
+        folder.emplace(FolderOf(path));
+        Forget();
+        canChange = folder->IsHeld() && Read();
+        isChanged = false;
+    }
+    ++openChanges;
+    return canChange;
+}
+
+bool CWinApp::Profile::EndChanges()
+{
+    if (--openChanges > 0)
+    {
+        return canChange;
+    }
+    bool isWritten = canChange;
+    if (canChange && isChanged)
+    {
+        std::string content;
+        isWritten = ini.Save(content) >= 0 && ReplaceFile(path, content);
+        if (!isWritten)
+        {
+            Forget();
+        }
+    }
+    folder.reset();
+    return isWritten;
 }
 
 std::string CWinApp::Profile::Find(LPCSTR section, LPCSTR entry, bool* found)
@@ -263,12 +308,9 @@ BOOL CWinApp::WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value)
     {
         return FALSE;
     }
-    // Other processes write their settings to the same file: the change is made to what the file
-    // has now, and none of them writes meanwhile.
-    const orvane::FolderLock folder(FolderOf(profile_->path));
-    profile_->Forget();
-    if (!folder.IsHeld() || !profile_->Read())
+    if (!profile_->BeginChanges())
     {
+        profile_->EndChanges();
         return FALSE;
     }
     const std::string sectionName = SectionName(section);
@@ -283,13 +325,30 @@ BOOL CWinApp::WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value)
         ini.SetValue(sectionName.c_str(), entryName.c_str(), Escaped(value, "", "<").c_str(),
                      nullptr, true);
     }
-    std::string content;
-    if (ini.Save(content) < 0 || !ReplaceFile(profile_->path, content))
+    profile_->isChanged = true;
+    return profile_->EndChanges() ? TRUE : FALSE;
+}
+
+BOOL CWinApp::ChangeProfile(const std::function<void()>& changes)
+{
+    const auto end = [this] {
+        const std::lock_guard lock(profile_->mutex);
+        return profile_->EndChanges() ? TRUE : FALSE;
+    };
     {
-        profile_->Forget();
-        return FALSE;
+        const std::lock_guard lock(profile_->mutex);
+        profile_->BeginChanges();
     }
-    return TRUE;
+    try
+    {
+        changes();
+    }
+    catch (...)
+    {
+        end();
+        throw;
+    }
+    return end();
 }
 
 CWinApp* AfxGetApp()

@@ -4,6 +4,7 @@
 #include "host/CObject.h"
 #include "host/CString.h"
 
+#include <functional>
 #include <memory>
 
 /// The host application and its profile: settings that are kept in an INI file. The name of a
@@ -53,6 +54,11 @@ public:
     /// changes nothing when the file cannot be read or written, when another process keeps it
     /// locked, or when the entry's name is empty.
     virtual BOOL WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value);
+    /// Calls \p changes and puts all entries that are written meanwhile into the file in one step.
+    /// A write by itself waits for the disk, so many writes take seconds. Returns FALSE and changes
+    /// nothing in the cases in which WriteProfileString does. If \p changes throws, the entries
+    /// that it had written before are kept.
+    BOOL ChangeProfile(const std::function<void()>& changes);
 
 private:
     friend CWinApp* AfxGetApp();

@@ -108,13 +108,15 @@ int NamedColor::Save(int index, const CString& section, const CString& prefix) c
     CWinApp& app = *AfxGetApp();
     const CString place = ProfileSection(index, section, prefix);
 
-    app.WriteProfileString(place, ResourceText(nameResource), name);
-    for (const ProfileEntry& entry : profileEntries)
-    {
-        app.WriteProfileInt(place, ResourceText(entry.resource),
-                            Percent(this->*entry.color.*entry.component));
-    }
-    app.WriteProfileInt(place, ResourceText(shininessResource), TruncateToLong(shininess));
+    app.ChangeProfile([&] {
+        app.WriteProfileString(place, ResourceText(nameResource), name);
+        for (const ProfileEntry& entry : profileEntries)
+        {
+            app.WriteProfileInt(place, ResourceText(entry.resource),
+                                Percent(this->*entry.color.*entry.component));
+        }
+        app.WriteProfileInt(place, ResourceText(shininessResource), TruncateToLong(shininess));
+    });
     return 1;
 }
 

@@ -17,6 +17,7 @@
 #include <map>
 #include <optional>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 
 namespace
@@ -333,6 +334,42 @@ TEST_F(Profile, BytesAreOnTheDiskBeforeTheRename)
     const auto renamed = std::find(calls.made.begin(), calls.made.end(), "rename");
     ASSERT_NE(renamed, calls.made.end());
     EXPECT_LT(flushed, renamed);
+}
+
+TEST_F(Profile, ChangesThatBelongTogetherReachTheFileInOneStep)
+{
+    EXPECT_TRUE(app.WriteProfileString("A", "a", "old"));
+    const std::string before = Get();
+    EXPECT_TRUE(app.ChangeProfile([&] {
+        EXPECT_TRUE(app.WriteProfileString("A", "a", "new"));
+        EXPECT_TRUE(app.ChangeProfile([&] { app.WriteProfileInt("B", "b", 2); }));
+        EXPECT_EQ(app.GetProfileString("A", "a"), "new");
+        EXPECT_EQ(Get(), before);
+    }));
+    EXPECT_NE(Get(), before);
+    CWinApp reader;
+    reader.SetProfilePath(path.c_str());
+    EXPECT_EQ(reader.GetProfileString("A", "a"), "new");
+    EXPECT_EQ(reader.GetProfileInt("B", "b", 0), 2u);
+}
+
+TEST_F(Profile, ChangesBeforeAnExceptionAreKept)
+{
+    EXPECT_THROW(app.ChangeProfile([&] {
+        app.WriteProfileInt("A", "a", 1);
+        throw std::runtime_error("stop");
+    }),
+                 std::runtime_error);
+    CWinApp reader;
+    reader.SetProfilePath(path.c_str());
+    EXPECT_EQ(reader.GetProfileInt("A", "a", 0), 1u);
+    EXPECT_TRUE(app.WriteProfileInt("A", "a", 3));
+}
+
+TEST_F(Profile, ChangesToAnUnusablePathAreRefused)
+{
+    app.SetProfilePath(folder.c_str());
+    EXPECT_FALSE(app.ChangeProfile([&] { EXPECT_FALSE(app.WriteProfileInt("A", "a", 1)); }));
 }
 
 TEST(CWinApp, ApplicationCanKeepItsProfileElsewhere)
