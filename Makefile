@@ -12,7 +12,7 @@ export PACKAGES ?=
 WERROR ?= OFF
 CONFIGURE = cmake --preset $(PRESET) -DORVANE_WERROR=$(WERROR)
 
-.PHONY: all demo test bench fuzz install format lint clean packages
+.PHONY: all demo test bench fuzz soak install format lint clean packages
 
 all: packages
 	@tools/install-packages test
@@ -48,6 +48,13 @@ fuzz: packages
 	cmake --preset fuzz
 	cmake --build --preset fuzz -j $(JOBS)
 	tools/fuzz build/fuzz seconds $(SECONDS)
+
+# Mixed work in one process for MINUTES; fails when its memory grows.
+MINUTES ?= 10
+soak: packages
+	$(CONFIGURE) -DORVANE_BUILD_TOOLS=ON
+	cmake --build --preset $(PRESET) -j $(JOBS) --target soak
+	$(BUILD)/bin/soak $(MINUTES)
 
 install: packages
 	$(CONFIGURE) -DORVANE_BUILD_TESTS=OFF -DCMAKE_INSTALL_PREFIX="$(PREFIX)"
