@@ -35,8 +35,8 @@ ORVANE_API OrvFont* FontForCodePage(OrvFont& font, UINT codePage);
 /// process's code page must be that of the text and the font.
 ORVANE_API void CheckCharacters(OrvFont& font, const CString& text);
 
-/// Counts the glyphs of a font and those among them whose outlines need repair. Throws Error when
-/// the font's file cannot be read.
+/// Counts the glyphs of a font, and those among them whose outlines are corrected, by the kind of
+/// correction. Throws Error when the font's file cannot be read.
 ORVANE_API OUTLINECHECK CheckOutlines(OrvFont& font);
 
 /// The \p count names that are most similar to \p name, the most similar first; all names if there

@@ -31,7 +31,8 @@ bool HasBackgroundPicture(const SceneObject& scene);
 ORVANE_API void CheckPictures(SceneObject& scene);
 
 /// Finds the files of the textures and the background of a scene that is being loaded, in the
-/// folders that OpenOptions allows. Outside of these folders no file is opened or looked at.
+/// folder of the scene and in the folders that OpenOptions allows. Unless OpenOptions::trust is
+/// set, no file outside of these folders is opened or looked at.
 class PictureLookup : public TextureFinder
 {
 public:

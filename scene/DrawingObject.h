@@ -97,8 +97,9 @@ public:
     /// Goes back to the copy saved last, and deletes the copy. The parent pointer and viewStateBits
     /// do not change. Returns 0 when no copy is saved.
     virtual int RestoreFromUndo();
-    /// Saves a copy of this node for undo. Every derived class overrides it to save a copy of its
-    /// own class. Always returns 1.
+    /// Saves a copy of this node for undo. Classes with fields of their own that undo restores
+    /// override this function and RestoreFromUndo. For the other classes, such as OrvString and
+    /// TriangularMeshObject, only the fields of DrawingObject are saved. Always returns 1.
     virtual int SaveToUndo();
     virtual void SetTranslation(const DVector& translation);
     /// Sets the material of a surface. This class has no surfaces and ignores the call.
@@ -197,7 +198,7 @@ public:
     /// A node that is not Editable draws boxes only if it has this bit and the parameters have
     /// ShowExtentsAndHandles. An Editable node ignores this bit.
     ORVANE_FLAG(flags, ShowExtentsBox, ShouldShowExtentsBox, showExtentsBoxBit);
-    /// The node belongs to a group with its parent; see GetTopLevelGroupParent.
+    /// The node forms a group with its children; see GetTopLevelGroupParent.
     ORVANE_FLAG(flags, Grouped, IsGrouped, groupedBit);
     ORVANE_FLAG(flags, Editable, IsEditable, editableBit);
     /// The node has been given its content.

@@ -175,8 +175,8 @@ int DrawingObject::DestroyChildren()
     return 1;
 }
 
-// Deletes the nodes in the same order as DestroyChildren, but slower: each node searches its undo
-// stack for itself. Needs no memory.
+// Deletes the nodes in the same order as DestroyChildren, but slower: each node searches the
+// external undo stack for itself. Needs no memory.
 void DrawingObject::DestroyChildrenOneByOne()
 {
     DrawingObject* node = this;

@@ -78,8 +78,8 @@ int FirstTile(double offset, int anchor, int tile)
     return WholePixels(anchor + index * tile - offset);
 }
 
-/// Returns how many tiles lie between the position of the first one and the end of the view, on one
-/// axis, in pixels.
+/// Returns how many tiles cover one axis from \p first to \p end, counting a tile that is cut off.
+/// The positions and the size of a tile are in pixels.
 std::int64_t TileCount(int first, int end, int tile)
 {
     return (std::int64_t{end} - first + tile - 1) / tile;
@@ -108,7 +108,8 @@ public:
 
 private:
     static constexpr int maxSingleTiles = 4096;
-    static constexpr int sidePixels = 256;  ///< about, in each direction
+    /// The copy has about this width and height, or those of one tile if they are larger.
+    static constexpr int sidePixels = 256;
 
     void CopyTiles(int tileWidth, int tileHeight)
     {
