@@ -5,7 +5,6 @@
 #include "bench/Scenes.h"
 #include "bench/Summary.h"
 #include "orvane.h"
-#include "platform/posix/fonts/FontCatalog.h"
 
 #include <benchmark/benchmark.h>
 #include <fontconfig/fontconfig.h>
@@ -276,7 +275,7 @@ void MeasureRepair()
             double least = 1e9;
             for (int n = 0; n < 5; ++n)
             {
-                posix::ReloadFonts();
+                ReloadFonts();
                 SetProcessOutlines(outlines);
                 // Opens the face and prepares its size, which is not to be measured.
                 const OutlineSource source;

@@ -284,6 +284,11 @@ constexpr UINT OUTLINES_REPAIRED = 1;  ///< corrected where necessary; the defau
 ORVANE_API BOOL SetProcessOutlines(UINT outlines);
 ORVANE_API UINT GetProcessOutlines();
 
+/// Reads the font configuration and lists the installed faces again when a font is next needed.
+/// Existing fonts choose their faces anew. A host calls this after it has installed a font in the
+/// same second in which it asked for one; later changes are noticed without it.
+ORVANE_API void ReloadFonts();
+
 /// Counts of a face's glyphs, by the way in which their outlines were corrected.
 struct OUTLINECHECK
 {

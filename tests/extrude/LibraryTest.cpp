@@ -198,7 +198,7 @@ TEST_F(LibraryRegistry, AFontInUseKeepsItsFaceAfterTheFileIsRemoved)
 {
     InstallRegular("Beta");
     const std::string place = fonts.Place(WriteFace("Alpha", "Regular", "Alpha Regular"));
-    posix::ReloadFonts();
+    ReloadFonts();
     CreateFontList(0, nullptr);
     const SelectedFont alpha("Alpha", -1000);
     ASSERT_EQ(alpha.Full(), "Alpha Regular");

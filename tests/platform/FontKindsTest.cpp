@@ -2,7 +2,6 @@
 // Fonts of every kind: variable, with cubic outlines, bitmaps, damaged, many, and on several
 // threads.
 
-#include "platform/posix/fonts/FontCatalog.h"
 #include "tests/platform/FontsFixture.h"
 
 #include <algorithm>
@@ -213,7 +212,7 @@ TEST_F(Fonts, ADamagedFontGivesNoOutlinesButDoesNoHarm)
         FontFile font = Make({"Damaged", "Regular", "Damaged"});
         font.Write(file);
         std::filesystem::resize_file(file, kept);
-        posix::ReloadFonts();
+        ReloadFonts();
         const SelectedFont selected("Damaged", -1000);
         DWORD result = 0;
         for (UINT character = 0; character < 256; character += 5)

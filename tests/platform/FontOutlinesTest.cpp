@@ -3,7 +3,6 @@
 // units per em, a cell ascent of 810, a descent of 210 and no instructions, so at 1000 pixels per
 // em a unit is a pixel. In comments, "*" marks a point off the curve.
 
-#include "platform/posix/fonts/FontCatalog.h"
 #include "tests/support/FontFile.h"
 #include "tests/support/PrivateFonts.h"
 
@@ -366,7 +365,7 @@ TEST_F(RepairedFontOutlines, ARepairedOutlineIsTheSameEachTime)
     font_.Outline('H');
     EXPECT_EQ(font_.Outline('S'), first);
     EXPECT_EQ(SelectedFont("Edge Test", -em).Outline('S'), first);
-    posix::ReloadFonts();  // drops the outlines kept so far
+    ReloadFonts();  // drops the outlines kept so far
     EXPECT_EQ(font_.Outline('S'), first);
 }
 

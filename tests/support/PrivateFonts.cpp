@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/PrivateFonts.h"
 
-#include "platform/posix/fonts/FontCatalog.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -57,7 +56,7 @@ PrivateFonts::PrivateFonts(const std::vector<std::string>& files)
         configured_ = true;
     }
     setenv(configurationVariable, configuration.c_str(), 1);
-    posix::ReloadFonts();
+    ReloadFonts();
     for (const std::string& file : files)
     {
         Install(file);
@@ -74,7 +73,7 @@ PrivateFonts::~PrivateFonts()
     {
         unsetenv(configurationVariable);
     }
-    posix::ReloadFonts();
+    ReloadFonts();
     std::error_code ignored;
     std::filesystem::remove_all(folder_, ignored);
 }
@@ -82,7 +81,7 @@ PrivateFonts::~PrivateFonts()
 void PrivateFonts::Install(const std::string& file)
 {
     Place(file);
-    posix::ReloadFonts();
+    ReloadFonts();
 }
 
 std::string PrivateFonts::Place(const std::string& file)

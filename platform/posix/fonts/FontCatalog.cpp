@@ -274,7 +274,7 @@ std::shared_ptr<const FontCatalog> FreshCatalog()
     return Catalog(state);
 }
 
-void ReloadFonts()
+void ForgetCatalog()
 {
     CatalogState& state = TheState();
     const std::lock_guard lock(state.mutex);

@@ -151,8 +151,7 @@ std::shared_ptr<const FontCatalog> CurrentCatalog();
 /// The same, but the catalogue is made again if fonts were installed or removed since it was made.
 std::shared_ptr<const FontCatalog> FreshCatalog();
 
-/// Reads the font configuration and lists the installed faces again. Existing fonts choose their
-/// faces anew. It is exported because tests that link the library itself need it.
-ORVANE_API void ReloadFonts();
+/// Makes the catalogue again when it is next needed.
+void ForgetCatalog();
 
 }  // namespace posix

@@ -287,6 +287,11 @@ UINT GetProcessOutlines()
     return posix::processOutlines;
 }
 
+void ReloadFonts()
+{
+    posix::ForgetCatalog();
+}
+
 BOOL CheckFontOutlines(HDC dc, OUTLINECHECK* check)
 {
     const posix::FoundFont font = posix::SelectedFont(dc);
