@@ -38,19 +38,19 @@ struct sigaction earlierAction;
 
 /// Puts zeros where a view can no longer be read, from the page of the address to the view's end.
 /// Returns whether the address lies in a view.
-bool PutZeros(std::uintptr_t address)
+bool PutZeros(void* place)
 {
+    const auto address = reinterpret_cast<std::uintptr_t>(place);
     for (const GuardedRange* range = firstRange.load(); range != nullptr; range = range->next)
     {
         const std::uintptr_t end = range->end.load();
         if (range->begin.load() <= address && address < end)
         {
-            const std::uintptr_t page = address / pageBytes * pageBytes;
+            const std::uintptr_t beforePlace = address % pageBytes;
             const int savedErrno = errno;
-            // NOLINTNEXTLINE(performance-no-int-to-ptr): the address that could not be read
             void* const zeros =
-                mmap(reinterpret_cast<void*>(page), end - page, PROT_READ | PROT_WRITE,
-                     MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0);
+                mmap(static_cast<char*>(place) - beforePlace, end - address + beforePlace,
+                     PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0);
             errno = savedErrno;
             return zeros != MAP_FAILED;
         }
@@ -60,7 +60,7 @@ bool PutZeros(std::uintptr_t address)
 
 void OnBusError(int signal, siginfo_t* info, void* context)
 {
-    if (info->si_code == BUS_ADRERR && PutZeros(reinterpret_cast<std::uintptr_t>(info->si_addr)))
+    if (info->si_code == BUS_ADRERR && PutZeros(info->si_addr))
     {
         return;
     }
