@@ -141,7 +141,8 @@ TEST(HostileBmp, AFileThatShrinksAfterItWasOpenedReadsAsZeros)
     std::filesystem::resize_file(file.Path().Text(), 0);
     EXPECT_TRUE(dib.HasLostBytes());
     // The first page, of 4,096 bytes or more, was copied; it holds the header.
-    EXPECT_EQ(dib.GetDIBInfo()->bmiHeader.biHeight, 640);
+    const LONG height = dib.GetDIBInfo()->bmiHeader.biHeight;  // a copy: it may not be aligned
+    EXPECT_EQ(height, 640);
     EXPECT_EQ(dib.Pixels(0, 1), Values{5});
     EXPECT_EQ(dib.Pixels(122879, 1), Values{0});
     EXPECT_EQ(dib.Pixels(70000, 1), Values{0});

@@ -29,16 +29,32 @@ int NoMemory::Requests() const
     return requests;
 }
 
-// The operators for arrays and those that do not throw call this one.
+// A sanitizer replaces each operator by itself, so every one that belongs to std::free is here.
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    requests += isRefusing ? 1 : 0;
+    return isRefusing ? nullptr : std::malloc(size == 0 ? 1 : size);
+}
+
 void* operator new(std::size_t size)
 {
-    void* const memory = isRefusing ? nullptr : std::malloc(size == 0 ? 1 : size);
-    requests += isRefusing ? 1 : 0;
+    void* const memory = operator new(size, std::nothrow);
     if (memory == nullptr)
     {
         throw std::bad_alloc();
     }
     return memory;
+}
+
+void* operator new[](std::size_t size)
+{
+    return operator new(size);
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
+{
+    return operator new(size, std::nothrow);
 }
 
 void operator delete(void* memory) noexcept
@@ -47,6 +63,16 @@ void operator delete(void* memory) noexcept
 }
 
 void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t) noexcept
 {
     std::free(memory);
 }

@@ -32,8 +32,9 @@ public:
         const DWORD compression = info.bmiHeader.biCompression;
         if (compression == BI_RLE8 || compression == BI_RLE4)
         {
-            packed_.emplace(bitmap_->width, rows, static_cast<const BYTE*>(bits),
-                            info.bmiHeader.biSizeImage, compression == BI_RLE4);
+            const DWORD codeBytes = info.bmiHeader.biSizeImage;  // a copy: it may not be aligned
+            packed_.emplace(bitmap_->width, rows, static_cast<const BYTE*>(bits), codeBytes,
+                            compression == BI_RLE4);
             return;
         }
         bitmap_->bits = static_cast<BYTE*>(const_cast<void*>(bits));
