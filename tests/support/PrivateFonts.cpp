@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/PrivateFonts.h"
 
-
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
