@@ -3,6 +3,7 @@
 
 #include "platform/Export.h"
 
+#include <chrono>
 #include <string>
 
 namespace orvane
@@ -15,13 +16,15 @@ namespace orvane
 class ORVANE_API FolderLock
 {
 public:
-    /// Waits for the lock, but no longer than 10 seconds: its owner may have been stopped.
-    explicit FolderLock(const std::string& folder);
+    /// Waits for the lock, but no longer than \p longestWait: its owner may have been stopped. A
+    /// wait of 0 asks once.
+    explicit FolderLock(const std::string& folder,
+                        std::chrono::milliseconds longestWait = std::chrono::seconds(10));
     ~FolderLock();
     FolderLock(const FolderLock&) = delete;
     FolderLock& operator=(const FolderLock&) = delete;
 
-    /// False when somebody else has kept the lock for the whole time, or when there is no such
+    /// False when somebody else has kept the lock for the whole wait, or when there is no such
     /// folder. True also where the system has no locks at all.
     bool IsHeld() const { return isHeld_; }
 

@@ -23,10 +23,9 @@ enum class LockResult
 };
 
 /// Waits for the lock by asking again and again, because the system's own waiting has no end.
-LockResult WaitForLock(int descriptor)
+LockResult WaitForLock(int descriptor, std::chrono::milliseconds longestWait)
 {
     using Clock = std::chrono::steady_clock;
-    constexpr auto longestWait = std::chrono::seconds(10);
     constexpr auto pause = std::chrono::microseconds(500);  // about as long as writing a small file
     const Clock::time_point end = Clock::now() + longestWait;
     while (flock(descriptor, LOCK_EX | LOCK_NB) != 0)
@@ -35,7 +34,7 @@ LockResult WaitForLock(int descriptor)
         {
             return LockResult::Impossible;
         }
-        if (Clock::now() > end)
+        if (Clock::now() >= end)
         {
             return LockResult::Busy;
         }
@@ -46,14 +45,15 @@ LockResult WaitForLock(int descriptor)
 
 }  // namespace
 
-FolderLock::FolderLock(const std::string& folder)
+FolderLock::FolderLock(const std::string& folder, std::chrono::milliseconds longestWait)
 {
     descriptor_ = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor_ < 0 && errno != EACCES)
     {
         return;
     }
-    LockResult result = descriptor_ < 0 ? LockResult::Impossible : WaitForLock(descriptor_);
+    LockResult result =
+        descriptor_ < 0 ? LockResult::Impossible : WaitForLock(descriptor_, longestWait);
     if (result == LockResult::Impossible)
     {
         // Network file systems lock only files that are open for writing.
@@ -64,7 +64,7 @@ FolderLock::FolderLock(const std::string& folder)
         const std::string file = folder + "/.orvane.lock";
         descriptor_ = open(file.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC,
                            S_IRUSR | S_IWUSR);
-        result = descriptor_ < 0 ? LockResult::Impossible : WaitForLock(descriptor_);
+        result = descriptor_ < 0 ? LockResult::Impossible : WaitForLock(descriptor_, longestWait);
     }
     isHeld_ = result != LockResult::Busy;
 }

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 
 namespace
 {
@@ -284,6 +285,42 @@ TEST_F(Fonts, EveryFaceOfACollectionIsFound)
     GLYPHMETRICS metrics = {};
     SelectedFont("Second", -1000).Outline('!', nullptr, &metrics);
     EXPECT_EQ(metrics.gmCellIncX, 321);
+}
+
+TEST_F(Fonts, AFontInstalledSinceTheListingIsFoundAfterReloadFonts)
+{
+    Install({{"Beta", "Regular", "Beta Regular"}});
+    const SelectedFont font("Alpha", -20);
+    EXPECT_EQ(font.Full(), "Beta Regular");
+    const std::string file = NewFile(".ttf");
+    Make({"Alpha", "Regular", "Alpha Regular"}).Write(file);
+    const std::string place = fonts_.Place(file);
+    // Neither a font in use nor an enumeration with a name looks for new files.
+    EXPECT_EQ(font.Full(), "Beta Regular");
+    EXPECT_TRUE(EnumerateFonts("Alpha").empty());
+
+    ReloadFonts();
+    EXPECT_EQ(FullNames(EnumerateFonts("Alpha")), (Names{"Alpha Regular"}));
+    EXPECT_EQ(FullNames(EnumerateFonts(nullptr)), (Names{"Alpha Regular", "Beta Regular"}));
+    EXPECT_EQ(font.Full(), "Alpha Regular");
+
+    std::filesystem::remove(place);
+    ReloadFonts();
+    EXPECT_TRUE(EnumerateFonts("Alpha").empty());
+    EXPECT_EQ(font.Full(), "Alpha Regular");  // a font in use keeps its face
+    EXPECT_EQ(SelectedFont("Alpha", -20).Full(), "Beta Regular");
+}
+
+TEST_F(Fonts, WithoutANewFontReloadFontsGivesTheSameFaces)
+{
+    Install(usualFamily);
+    const Names before = FullNames(EnumerateFonts("Lato"));
+    const SelectedFont font("Lato", -1000);
+    const std::vector<BYTE> outline = font.Outline('C');
+    ReloadFonts();
+    ReloadFonts();
+    EXPECT_EQ(FullNames(EnumerateFonts("Lato")), before);
+    EXPECT_EQ(font.Outline('C'), outline);
 }
 
 TEST_F(Fonts, AFaceInstalledTwiceIsDeliveredOnce)
