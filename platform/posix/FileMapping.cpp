@@ -106,6 +106,18 @@ std::size_t File::WriteCached(const char* bytes, std::size_t count, std::uint64_
     return done;
 }
 
+std::shared_ptr<File> OpenRegularFile(const char* path)
+{
+    const int descriptor = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (descriptor < 0)
+    {
+        return nullptr;
+    }
+    auto file = std::make_shared<File>(descriptor);
+    struct stat status;
+    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) ? file : nullptr;
+}
+
 std::shared_ptr<void> MapBytes(const FileMapping& mapping, std::uint64_t offset, std::size_t count,
                                bool writable)
 {

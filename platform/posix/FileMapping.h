@@ -46,6 +46,10 @@ private:
     int pastCache_ = -1;  ///< a second descriptor, which bypasses the cache; -1 for none
 };
 
+/// Opens a regular file to read it. Null for every other kind of file, such as a pipe, and when the
+/// file cannot be opened. Never waits.
+std::shared_ptr<File> OpenRegularFile(const char* path);
+
 /// A file of which ranges can be mapped into memory.
 struct FileMapping final : KernelObject
 {

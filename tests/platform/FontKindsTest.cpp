@@ -227,6 +227,23 @@ TEST_F(Fonts, ADamagedFontGivesNoOutlinesButDoesNoHarm)
     }
 }
 
+TEST_F(Fonts, AFontThatIsCutOffWhileItIsOpenGivesNoMoreOutlinesButDoesNoHarm)
+{
+    // A long table before the outlines, so that they do not lie on the first page.
+    FontFile font = Make({"Shrunk", "Regular", "Shrunk"});
+    font.Put("AAAA", FontFile::Table(100'000));
+    const std::string file = InstallFile(font);
+    const SelectedFont selected("Shrunk", -1000);
+    EXPECT_FALSE(selected.Outline('H').empty());
+    std::filesystem::resize_file(file, 5'000);
+    for (const UINT character : {'H', 'I', ' '})
+    {
+        DWORD result = 0;
+        selected.Outline(character, &result);
+        EXPECT_EQ(result, GDI_ERROR) << character;
+    }
+}
+
 TEST_F(Fonts, MoreFacesAndSizesThanAreKeptOpenCanTakeTurns)
 {
     // More faces than are kept open, and more sizes than are kept for each.

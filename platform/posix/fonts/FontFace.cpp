@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/fonts/FontFace.h"
 
+#include "platform/posix/FileMapping.h"
 #include "platform/posix/TextConversion.h"
 #include "platform/posix/fonts/FontTables.h"
 #include "platform/posix/fonts/GlyphPolygons.h"
@@ -65,15 +66,41 @@ FT_Library FreeType()
     return library;
 }
 
+/// A font file that is mapped into memory. The bytes that another program cuts off read as 0, so
+/// that reading them does not end the process.
+class MappedFontFile
+{
+public:
+    explicit MappedFontFile(const char* path)
+    {
+        mapping_.file = OpenRegularFile(path);
+        if (mapping_.file != nullptr)
+        {
+            mapping_.size = mapping_.file->Length();
+            bytes_ = MapBytes(mapping_, 0, mapping_.size, false);
+        }
+    }
+
+    /// Null when the file cannot be read.
+    const FT_Byte* Bytes() const { return static_cast<const FT_Byte*>(bytes_.get()); }
+    FT_Long Size() const { return static_cast<FT_Long>(mapping_.size); }
+    bool HasLostBytes() const { return mapping_.file->Length() < mapping_.size; }
+
+private:
+    FileMapping mapping_;
+    std::shared_ptr<void> bytes_;
+};
+
 /// An opened face, with its latest sizes and its last glyph. Used under FreeTypeMutex only.
 class OpenedFace
 {
 public:
     explicit OpenedFace(std::shared_ptr<const InstalledFace> installed)
-        : installed_(std::move(installed))
+        : installed_(std::move(installed)), file_(installed_->file.c_str())
     {
-        if (FreeType() == nullptr ||
-            FT_New_Face(FreeType(), installed_->file.c_str(), installed_->index, &face_) != 0)
+        if (FreeType() == nullptr || file_.Bytes() == nullptr ||
+            FT_New_Memory_Face(FreeType(), file_.Bytes(), file_.Size(), installed_->index,
+                               &face_) != 0)
         {
             face_ = nullptr;
             return;
@@ -236,7 +263,7 @@ private:
         if (!SelectSize(pixelsPerEm) ||
             (FT_Load_Glyph(face_, index, flags) != 0 &&
              FT_Load_Glyph(face_, index, flags | FT_LOAD_NO_HINTING) != 0) ||
-            face_->glyph->format != FT_GLYPH_FORMAT_OUTLINE)
+            face_->glyph->format != FT_GLYPH_FORMAT_OUTLINE || file_.HasLostBytes())
         {
             return false;
         }
@@ -281,6 +308,7 @@ private:
     }
 
     std::shared_ptr<const InstalledFace> installed_;
+    MappedFontFile file_;  // FreeType reads it as long as the face is open
     FT_Face face_ = nullptr;
     std::vector<Size> sizes_;  // the oldest first
     GlyphOutline last_;

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/fonts/FontTables.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
+#include "platform/posix/FileMapping.h"
+
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 #include FT_TRUETYPE_TAGS_H
@@ -28,21 +29,9 @@ constexpr std::uint32_t compactVersion = TTAG_OTTO;
 class FontFileBytes
 {
 public:
-    explicit FontFileBytes(const char* path) : file_(open(path, O_RDONLY | O_CLOEXEC))
-    {
-        struct stat status = {};
-        if (file_ >= 0 && fstat(file_, &status) == 0 && S_ISREG(status.st_mode))
-        {
-            size_ = static_cast<std::uint64_t>(status.st_size);
-        }
-    }
-    ~FontFileBytes()
-    {
-        if (file_ >= 0)
-        {
-            close(file_);
-        }
-    }
+    explicit FontFileBytes(const char* path)
+        : file_(OpenRegularFile(path)), size_(file_ != nullptr ? file_->Length() : 0)
+    {}
     FontFileBytes(const FontFileBytes&) = delete;
     FontFileBytes& operator=(const FontFileBytes&) = delete;
 
@@ -69,7 +58,8 @@ public:
                 room = many_.data();
                 roomSize = size;
             }
-            const ssize_t got = pread(file_, room, roomSize, static_cast<off_t>(offset));
+            const ssize_t got =
+                pread(file_->descriptor, room, roomSize, static_cast<off_t>(offset));
             start_ = offset;
             read_ = got > 0 ? static_cast<std::size_t>(got) : 0;
             bytes_ = room;
@@ -82,8 +72,8 @@ public:
     }
 
 private:
-    int file_;
-    std::uint64_t size_ = 0;
+    std::shared_ptr<File> file_;  // null when the file cannot be read
+    std::uint64_t size_;
     BYTE few_[1024];            // holds most ranges
     std::vector<BYTE> many_;    // holds a longer range
     const BYTE* bytes_ = few_;  // the bytes read last, in few_ or many_
