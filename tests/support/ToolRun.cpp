@@ -205,7 +205,7 @@ int ToolFolder::Start(const std::vector<std::string>& command) const
         {
             putenv(const_cast<char*>(variable.c_str()));
         }
-        for (const int signal : {SIGINT, SIGTERM, SIGPIPE})
+        for (const int signal : {SIGHUP, SIGINT, SIGTERM, SIGPIPE})
         {
             std::signal(signal, SIG_DFL);
         }
