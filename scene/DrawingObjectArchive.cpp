@@ -11,8 +11,6 @@
 namespace
 {
 
-thread_local orvane::TextureFinder* currentFinder = nullptr;
-
 // These bits describe a view of the document, not the document, and are not stored.
 constexpr DWORD unstoredBits = DrawingObject::selectedBit | DrawingObject::showScalingBoxBit |
                                DrawingObject::showExtentsBoxBit;
@@ -47,19 +45,13 @@ void SerializeAll(CArchive& archive, DVector (&centers)[8])
 
 }  // namespace
 
-orvane::TextureFinder::TextureFinder() : previous_(currentFinder)
-{
-    currentFinder = this;
-}
+orvane::TextureFinder::TextureFinder() : place_(*this) {}
 
-orvane::TextureFinder::~TextureFinder()
-{
-    currentFinder = previous_;
-}
+orvane::TextureFinder::~TextureFinder() = default;
 
 orvane::TextureFinder* orvane::TextureFinder::Current()
 {
-    return currentFinder;
+    return NewestOfThread<TextureFinder>::Get();
 }
 
 void DrawingObject::Serialize(CArchive& archive)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/CString.h"
+#include "host/NewestOfThread.h"
 #include "platform/Export.h"
 #include "platform/Fonts.h"
 
@@ -38,7 +39,7 @@ public:
     static FontObserver* Current();
 
 private:
-    FontObserver* previous_;
+    NewestOfThread<FontObserver> place_;
 };
 
 }  // namespace orvane

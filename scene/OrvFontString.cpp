@@ -13,7 +13,6 @@
 #include <cmath>
 #include <cstring>
 #include <string_view>
-#include <utility>
 
 IMPLEMENT_SERIAL(OrvFontString, OrvString, 1 | VERSIONABLE_SCHEMA)
 
@@ -227,17 +226,9 @@ void OrvFontString::DeserializeVersion1(CArchive& archive)
 namespace orvane
 {
 
-namespace
-{
-thread_local FontObserver* currentObserver = nullptr;
-}
+FontObserver::FontObserver() : place_(*this) {}
 
-FontObserver::FontObserver() : previous_(std::exchange(currentObserver, this)) {}
-
-FontObserver::~FontObserver()
-{
-    currentObserver = previous_;
-}
+FontObserver::~FontObserver() = default;
 
 void FontObserver::Loaded(const OrvFontString&, const FontRecord&) {}
 
@@ -248,7 +239,7 @@ const FontRecord* FontObserver::ToStore(const OrvFontString&)
 
 FontObserver* FontObserver::Current()
 {
-    return currentObserver;
+    return NewestOfThread<FontObserver>::Get();
 }
 
 }  // namespace orvane

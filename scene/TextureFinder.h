@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/NewestOfThread.h"
 #include "platform/Export.h"
 
 class TextureMap;
@@ -27,7 +28,7 @@ public:
     static TextureFinder* Current();
 
 private:
-    TextureFinder* previous_;
+    NewestOfThread<TextureFinder> place_;
 };
 
 }  // namespace orvane
