@@ -161,8 +161,8 @@ BOOL CFile::Open(LPCSTR fileName, UINT openFlags, CFileException* error)
     {
         // Readers of records and of 3D Studio files read many small values, and ask for the
         // position or move it in between. A buffer of this class makes these calls cheap. With the
-        // stream's own buffer, reading 20,000 small meshes takes a third more time, because fread
-        // and ftell lock the stream and fseek makes a system call.
+        // stream's own buffer, they are slower, because fread and ftell lock the stream and fseek
+        // makes a system call.
         std::setvbuf(file, nullptr, _IONBF, 0);
         buffer_ = std::make_unique_for_overwrite<char[]>(readBufferSize);
     }

@@ -22,8 +22,8 @@ constexpr std::uint64_t MemoryForFile(std::uint64_t fileBytes)
 /// picture are the square of it, 10 thousand million.
 constexpr int maxPictureSide = 100'000;
 
-/// Bytes of UTF-8: the longest text of a node, its line ends included. Drawing a text takes about
-/// 50 microseconds for each letter even in a small picture, so this many take a few seconds.
+/// Bytes of UTF-8: the longest text of a node, its line ends included. Each letter costs the
+/// same in a small picture as in a large one; this many take seconds, not minutes.
 constexpr std::size_t maxTextBytes = 65'536;
 
 /// Bytes of UTF-8: the longest name of a font or of a view that is looked for. An unknown name is

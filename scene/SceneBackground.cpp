@@ -86,10 +86,10 @@ std::int64_t TileCount(int first, int end, int tile)
 }
 
 /// The bitmap that tiles are drawn with. When there are few tiles, it is the image, scaled to one
-/// tile. Drawing one takes about 10 microseconds, so that a picture of one pixel would take 9 s for
-/// a view of 1280 by 720. When there are many, the bitmap is therefore a copy of several tiles side
-/// by side, which looks the same. A run-length coded image is copied when there are more than four
-/// tiles, because it is decoded anew for each.
+/// tile. Drawing a tile has a fixed cost, however small the tile is, and a picture of one pixel
+/// has nearly a million tiles in a view of 1280 by 720. When there are many, the bitmap is
+/// therefore a copy of several tiles side by side, which looks the same. A run-length coded image
+/// is copied when there are more than four tiles, because it is decoded anew for each.
 class Mosaic
 {
 public:
