@@ -10,11 +10,6 @@
 namespace
 {
 
-std::string AsText(const Bytes& bytes)
-{
-    return {bytes.begin(), bytes.end()};
-}
-
 /// A box with its longest edge along the file's z axis, of one colour.
 Bytes Tower(BYTE red, BYTE green, BYTE blue)
 {

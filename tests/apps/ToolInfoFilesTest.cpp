@@ -61,7 +61,7 @@ TEST_F(ToolInfoFiles, OldRecordsAreListedWithTheVersionsInTheFile)
     bytes.Dword(3).Dword(1).Dword(0);
     bytes.Dword(2).Doubles({40, 1, 40, -1}).Dword(1).Double(1);
     bytes.Dword(0).Dword(1).Dword(1).Dword(1).Dword(1);
-    folder.Write("s.orv", std::string(bytes.Get().begin(), bytes.Get().end()));
+    folder.Write("s.orv", AsText(bytes.Get()));
     EXPECT_EQ(
         Records(InfoAsJson()),
         (std::vector<std::string>{"BoundingElement 1 x2", "Color 1 x2", "CoordinateTransform 1 x2",
@@ -101,11 +101,11 @@ TEST_F(ToolInfoRefusal, NamesTheFileThePlaceAndTheFoundAndExpectedValues)
     // Two objects of other classes.
     RecordBytes text;
     text.NewClass("NamedView", 2).Append(NamedViewRecord("a"));
-    EXPECT_EQ(Refused(std::string(text.Get().begin(), text.Get().end())),
+    EXPECT_EQ(Refused(AsText(text.Get())),
               "orvane: s.orv: byte 15: found class NamedView, expected SceneObject\n");
     RecordBytes unknown;
     unknown.NewClass("Sc\x1Bne", 2);
-    EXPECT_EQ(Refused(std::string(unknown.Get().begin(), unknown.Get().end())),
+    EXPECT_EQ(Refused(AsText(unknown.Get())),
               "orvane: s.orv: byte 11: class Sc\\u001bne is not known\n");
     EXPECT_EQ(Refused("PNG or anything else"),
               "orvane: s.orv: byte 0: found 50 4E, expected FF FF, with which scene files begin\n");

@@ -181,8 +181,7 @@ TEST(ToolPictureFile, IsRefusedWithThePlaceAndTheFoundAndExpectedValues)
         file.height = 2;
         file.pixels = Bytes(16);
         change(file);
-        const Bytes bytes = file.File();
-        return refused(std::string(bytes.begin(), bytes.end()));
+        return refused(AsText(file.File()));
     };
     EXPECT_EQ(refused(""), "byte 0: the file ends, expected \"BM\"\n");
     EXPECT_EQ(refused("This is no picture."), "byte 0: found 54 68, expected 42 4D (BM)\n");

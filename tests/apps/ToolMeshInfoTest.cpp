@@ -12,11 +12,6 @@
 namespace
 {
 
-std::string AsText(const Bytes& bytes)
-{
-    return {bytes.begin(), bytes.end()};
-}
-
 class ToolMeshInfo : public testing::Test
 {
 protected:

@@ -22,15 +22,6 @@ namespace
 
 using orvane::Document;
 
-/// How often destroying an object asks for memory.
-template <typename Object>
-int RequestsOfEnding(std::unique_ptr<Object> object)
-{
-    const NoMemory none;
-    object.reset();
-    return none.Requests();
-}
-
 TEST(DestructorsOfDrawings, ContextsEndWithoutMemory)
 {
     for (const int bits : {8, 16, 24, 32})

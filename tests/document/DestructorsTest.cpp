@@ -38,15 +38,6 @@
 namespace
 {
 
-/// How often destroying an object asks for memory.
-template <typename Object>
-int RequestsOfEnding(std::unique_ptr<Object> object)
-{
-    const NoMemory none;
-    object.reset();
-    return none.Requests();
-}
-
 TEST(Destructors, HandlesAreClosedWithoutMemory)
 {
     const TemporaryFile file("closed.bin", std::string(100, 'x'));

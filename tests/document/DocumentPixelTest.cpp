@@ -3,6 +3,7 @@
 
 #include "orvane/orvane.h"
 #include "platform/OpenGL.h"
+#include "tests/support/BmpFile.h"
 #include "tests/support/DecodedPicture.h"
 #include "tests/support/HostWindow.h"
 #include "tests/support/PictureFile.h"
@@ -159,12 +160,7 @@ TEST(DocumentPictures, ABackgroundPictureIsDrawnIntoAHostsContext)
     const HostWindow window(size.width, size.height);
     REQUIRE_CONTEXT(window);
     ToolFolder folder;
-    // 2 by 1 pixels of 24 bits: blue, then red.
-    const unsigned char bmp[] = {'B', 'M', 62, 0, 0, 0, 0,   0, 0, 0, 54, 0,   0,  0, 40, 0,
-                                 0,   0,   2,  0, 0, 0, 1,   0, 0, 0, 1,  0,   24, 0, 0,  0,
-                                 0,   0,   8,  0, 0, 0, 0,   0, 0, 0, 0,  0,   0,  0, 0,  0,
-                                 0,   0,   0,  0, 0, 0, 255, 0, 0, 0, 0,  255, 0,  0};
-    folder.Write("two.bmp", std::string(reinterpret_cast<const char*>(bmp), sizeof bmp));
+    folder.Write("two.bmp", AsText(BlueAndRed().File()));
     Document document;
     orvane::BackgroundOptions background;
     background.file = folder.Path("two.bmp");

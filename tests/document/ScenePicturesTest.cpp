@@ -53,8 +53,7 @@ protected:
                 file.pixels.push_back(static_cast<BYTE>(byte));
             }
         }
-        const Bytes bytes = file.File();
-        folder.Write(name, std::string(bytes.begin(), bytes.end()));
+        folder.Write(name, AsText(file.File()));
     }
 
     /// Saves a scene without nodes whose background picture has this name.

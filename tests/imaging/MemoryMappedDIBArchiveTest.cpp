@@ -214,7 +214,7 @@ TEST(MemoryMappedDIB, AnotherProgramFindsThePackedBitmapInItsStream)
     }
     const Bytes packed = OnePixelOf8Bits().Packed();
     EXPECT_NE(list->find(std::to_string(packed.size()) + " picture"), std::string::npos) << *list;
-    EXPECT_EQ(OutputOf("gsf cat " + name + " picture"), std::string(packed.begin(), packed.end()));
+    EXPECT_EQ(OutputOf("gsf cat " + name + " picture"), AsText(packed));
 }
 
 TEST(MemoryMappedDIB, MasksAndPackedPixelsComeBackFromAStream)

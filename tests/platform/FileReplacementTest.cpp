@@ -64,6 +64,16 @@ protected:
         std::ifstream file(Path(name));
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
+    /// Owner, group and permissions of a file.
+    struct stat StatusOf(const std::string& name) const
+    {
+        struct stat status = {};
+        if (stat(Path(name).c_str(), &status) != 0)
+        {
+            throw std::runtime_error(name + ": has no status");
+        }
+        return status;
+    }
     std::vector<std::string> Names() const
     {
         std::vector<std::string> names;
@@ -142,8 +152,7 @@ TEST_F(FileReplacementTest, ReplacedFileKeepsItsPermissions)
         Put("a", "old");
         ASSERT_EQ(chmod(Path("a").c_str(), mode), 0);
         ASSERT_FALSE(Replace("a"));
-        struct stat status = {};
-        ASSERT_EQ(stat(Path("a").c_str(), &status), 0);
+        const struct stat status = StatusOf("a");
         EXPECT_EQ(status.st_mode & 07777, mode);
     }
 }
@@ -158,8 +167,7 @@ TEST_F(FileReplacementTest, ReplacedFileKeepsItsOwnerAndGroup)
     ASSERT_EQ(chown(Path("a").c_str(), 1234, 2345), 0);
     ASSERT_EQ(chmod(Path("a").c_str(), 06750), 0);
     ASSERT_FALSE(Replace("a"));
-    struct stat status = {};
-    ASSERT_EQ(stat(Path("a").c_str(), &status), 0);
+    const struct stat status = StatusOf("a");
     EXPECT_EQ(status.st_uid, 1234U);
     EXPECT_EQ(status.st_gid, 2345U);
     EXPECT_EQ(status.st_mode & 07777, 06750U);
@@ -182,8 +190,7 @@ TEST_F(FileReplacementTest, PermissionsOfAGroupThatCannotBeKeptAreNotGivenToAnot
             static_cast<void>(Replace("a"));
         }
     });
-    struct stat status = {};
-    ASSERT_EQ(stat(Path("a").c_str(), &status), 0);
+    const struct stat status = StatusOf("a");
     EXPECT_EQ(Get("a"), "new");
     EXPECT_EQ(status.st_gid, 3456U);
     EXPECT_EQ(status.st_mode & 07777, 04744U);
@@ -195,8 +202,7 @@ TEST_F(FileReplacementTest, NewFileHasThePermissionsOfTheUmask)
     const std::error_code error = Replace("a");
     umask(before);
     ASSERT_FALSE(error);
-    struct stat status = {};
-    ASSERT_EQ(stat(Path("a").c_str(), &status), 0);
+    const struct stat status = StatusOf("a");
     EXPECT_EQ(status.st_mode & 07777, 0640U);
 }
 
@@ -234,8 +240,7 @@ TEST_F(FileReplacementTest, FileSystemWithoutNamelessFilesGivesThemNames)
     ASSERT_EQ(Names().size(), 2U);
     EXPECT_EQ(Names()[0].substr(0, prefix.size()), prefix);
     // Nobody but the owner reads what may be secret.
-    struct stat status = {};
-    ASSERT_EQ(stat(Path(Names()[0]).c_str(), &status), 0);
+    const struct stat status = StatusOf(Names()[0]);
     EXPECT_EQ(status.st_mode & 07777, 0600U);
     ASSERT_FALSE(file.Write("new", 3));
     ASSERT_FALSE(file.Finish());

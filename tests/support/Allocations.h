@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <memory>
+
 /// While an object of this class lives, `new` fails with std::bad_alloc on its thread, as it does
 /// when there is no memory left.
 class NoMemory
@@ -14,3 +16,12 @@ public:
     /// How often memory was asked for since the object was made.
     int Requests() const;
 };
+
+/// How often destroying an object asks for memory.
+template <typename Object>
+int RequestsOfEnding(std::unique_ptr<Object> object)
+{
+    const NoMemory none;
+    object.reset();
+    return none.Requests();
+}

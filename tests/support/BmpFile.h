@@ -69,3 +69,13 @@ inline BmpFile OnePixelOf8Bits()
     file.pixels = {3, 0, 0, 0};
     return file;
 }
+
+/// Two pixels of 24 bits side by side: blue, then red.
+inline BmpFile BlueAndRed()
+{
+    BmpFile file;
+    file.width = 2;
+    file.height = 1;
+    file.pixels = {255, 0, 0, 0, 0, 255, 0, 0};
+    return file;
+}

@@ -10,9 +10,16 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string>
 #include <vector>
 
 using Bytes = std::vector<BYTE>;
+
+/// The bytes as the content of a file.
+inline std::string AsText(const Bytes& bytes)
+{
+    return {bytes.begin(), bytes.end()};
+}
 
 /// Builds the little-endian bytes that a record must have.
 class RecordBytes
