@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "fuzz/DocumentUse.h"
 
+#include "fuzz/Check.h"
 #include "orvane.h"
 #include "orvane/DocumentAccess.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -45,15 +44,6 @@ std::string ContentOf(const std::string& path)
 }
 
 }  // namespace
-
-void Check(bool holds, const char* rule)
-{
-    if (!holds)
-    {
-        std::fprintf(stderr, "does not hold: %s\n", rule);
-        std::abort();
-    }
-}
 
 void UseDocument(orvane::Document& document, const std::string& folder)
 {

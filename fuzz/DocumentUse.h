@@ -8,10 +8,6 @@ namespace orvane
 class Document;
 }
 
-/// Ends the program with a message on standard error when \p holds is false. The fuzzer then keeps
-/// the input as a crash.
-void Check(bool holds, const char* rule);
-
 /// Uses a document in every way that a program would use a file from a stranger: asks for the
 /// bounds of its nodes, moves every node and undoes the move, draws a small picture, picks, saves,
 /// opens the saved file and saves it again. Both saved files must have the same bytes. \p folder is

@@ -7,7 +7,8 @@
 #include <string>
 
 /// A temporary folder with one file for the input, for readers that take a path. All inputs of a
-/// run use the same file, one after the other. The destructor removes the folder.
+/// run use the same file, one after the other. Its name may begin with a folder. The destructor
+/// removes everything.
 class InputFile
 {
 public:
@@ -16,7 +17,7 @@ public:
                   ("orvane-fuzz-" + std::to_string(std::random_device()()))),
           path_((folder_ / name).string())
     {
-        std::filesystem::create_directory(folder_);
+        std::filesystem::create_directories(std::filesystem::path(path_).parent_path());
     }
     ~InputFile()
     {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Uses the input as an application's profile: reads a material from it, writes it back under
 // another index, and reads it again.
-#include "fuzz/DocumentUse.h"
+#include "fuzz/Check.h"
 #include "fuzz/InputFile.h"
 #include "orvane.h"
 

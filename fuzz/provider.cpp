@@ -4,14 +4,13 @@
 #include "contours/Areas.h"
 #include "contours/OutlineTrial.h"
 #include "contours/ProvidedOutline.h"
+#include "fuzz/Check.h"
 #include "orvane.h"
 #include "platform/posix/fonts/GlyphPolygons.h"
 #include "platform/posix/fonts/OutlineTracer.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <cstdlib>
 #include <span>
 #include <vector>
 
@@ -19,15 +18,6 @@ using namespace orvane::contours;
 
 namespace
 {
-
-void Check(bool holds, const char* what)
-{
-    if (!holds)
-    {
-        std::fprintf(stderr, "does not hold: %s\n", what);
-        std::abort();
-    }
-}
 
 /// What the bytes say: the em, the kind of curves, then points of five bytes.
 struct Contours
