@@ -80,8 +80,8 @@ constexpr CallForm callForms[] = {
 };
 static_assert(std::size(callForms) == static_cast<std::size_t>(Call::Count));
 
-/// The calls of one drawing. \param what orvane_record's arguments. The program ends when nothing
-/// was recorded.
+/// The calls of one drawing. The program ends when nothing was recorded.
+/// \param what orvane_record's arguments
 std::vector<std::uint32_t> RecordStream(const std::string& what);
 
 /// Makes the calls again.

@@ -30,8 +30,8 @@ public:
     BmpFile& operator=(const BmpFile&) = delete;
 
     /// Writes the header and reserves the space of the whole file. Throws Error when the disk has
-    /// no room for the file. \param colors the 256 colours of a file of 8 bits; ignored for other
-    /// files
+    /// no room for the file.
+    /// \param colors the 256 colours of a file of 8 bits; ignored for other files
     void Open(const RGBQUAD* colors);
     /// The offset of a block of rows in the file, in bytes.
     /// \param top the block's first row, counted from the picture's upper edge

@@ -37,8 +37,8 @@ ORVANE_API void SizeView(ViewObject& view, const Size& size);
 ORVANE_API std::optional<Size> FramedSize(const ViewObject& view);
 
 /// The size of a picture for which no size is given: FramedSize, or defaultPictureSize. Throws
-/// Error when a side is longer than limits::maxPictureSide. \param path of the scene's file, for
-/// the Error
+/// Error when a side is longer than limits::maxPictureSide.
+/// \param path of the scene's file, for the Error
 ORVANE_API Size UnaskedSize(const ViewObject& view, const std::string& path);
 
 }  // namespace orvane

@@ -15,8 +15,8 @@
 ORVANE_API void PrepareProcess();
 
 /// From now on the files that are being written (see FileReplacement) are removed when a signal
-/// interrupts the process or tells it to end. Only a program may call this, because it
-/// installs signal handlers. The signals still end the process, and ignored signals stay ignored.
+/// interrupts the process or tells it to end. Only a program may call this, because it installs
+/// signal handlers. The signals still end the process, and ignored signals stay ignored.
 ORVANE_API void RemoveUnfinishedFilesWhenInterrupted();
 
 /// Lets an interruption first signal an event, so that the program can stop its work and call
@@ -29,8 +29,8 @@ ORVANE_API void SignalWhenInterrupted(HANDLE event);
 /// returns.
 ORVANE_API void EndIfInterrupted();
 
-/// Ends the process at once with an exit status, on any thread. Unfinished
-/// files are removed; nothing else is cleaned up.
+/// Ends the process at once with an exit status, on any thread. Unfinished files are removed;
+/// nothing else is cleaned up.
 [[noreturn]] ORVANE_API void EndProcess(int status);
 
 /// Bytes of memory that belong to this process alone, whether they are in memory or swapped out.

@@ -129,8 +129,8 @@ public:
     /// other nodes, a view also restores viewStateBits.
     int RestoreFromUndo() override;
     /// Copies the node's part, the drawing modes and the lens length. The angle of view is
-    /// recomputed from the lens length; the rest of the projection, with the
-    /// sizes of the picture in pixels, is not copied.
+    /// recomputed from the lens length; the rest of the projection, with the sizes of the
+    /// picture in pixels, is not copied.
     void CopyFromUndo(const ViewObject& saved);
 
     void Serialize(CArchive& archive) override;

@@ -42,9 +42,10 @@ public:
 
     /// The picture without its pixels. Run-length coded pictures have 8 bits per pixel here.
     const Bitmap& Kind() const { return *bitmap_; }
-    /// Whether rows are quick to get from the lowest up alone.
+    /// Whether rows are quick to read only from the lowest row upward.
     bool IsPacked() const { return packed_.has_value(); }
-    /// The pixels of a row, until the next call. \param y from the top.
+    /// The pixels of a row, valid until the next call.
+    /// \param y from the top.
     const BYTE* Row(int y)
     {
         const int fromBottom = bitmap_->height - 1 - y;
