@@ -10,6 +10,7 @@
 #include "document/PictureFormat.h"
 #include "document/SceneFraming.h"
 #include "document/SceneLights.h"
+#include "document/SceneNames.h"
 #include "document/ScenePick.h"
 #include "document/ScenePictures.h"
 #include "document/TextEncoding.h"
@@ -18,6 +19,7 @@
 #include "orvane/DocumentAccess.h"
 #include "orvane/orvane.h"
 #include "platform/CodePages.h"
+#include "scene/DescendentWalk.h"
 #include "scene/NamedView.h"
 #include "scene/NamedViewList.h"
 #include "scene/OrvFontString.h"
@@ -34,19 +36,18 @@ namespace orvane
 namespace
 {
 
-/// Calls visit(text) for every text of a subtree that has a font.
+/// Calls visit(text) for every text of a scene that has a font.
 template <typename Visit>
-void ForEachText(DrawingObject& node, Visit visit)
+void ForEachText(const DrawingObject& scene, Visit visit)
 {
-    auto* const text = dynamic_cast<OrvFontString*>(&node);
-    if (text != nullptr && text->GetFont() != nullptr)
-    {
-        visit(*text);
-    }
-    for (int i = 0; i < node.GetChildCount(); ++i)
-    {
-        ForEachText(*node.GetChildByIndex(i), visit);
-    }
+    VisitDescendents(scene, [&visit](DrawingObject& node) {
+        auto* const text = dynamic_cast<OrvFontString*>(&node);
+        if (text != nullptr && text->GetFont() != nullptr)
+        {
+            visit(*text);
+        }
+        return true;
+    });
 }
 
 /// All characters of a document's texts, in UTF-8.
@@ -271,10 +272,7 @@ std::vector<Node> Document::Nodes() const
     const SceneObject& scene = *state_->scene.scene;
     std::vector<Node> nodes;
     nodes.reserve(static_cast<std::size_t>(scene.GetChildCount()));
-    for (int i = 0; i < scene.GetChildCount(); ++i)
-    {
-        nodes.push_back(state_->HandleOf(*scene.GetChildByIndex(i)));
-    }
+    ForEachChild(scene, [&](DrawingObject& node, int) { nodes.push_back(state_->HandleOf(node)); });
     return nodes;
 }
 
@@ -363,6 +361,7 @@ std::vector<Hit> Document::Pick(const Size& size, int x, int y) const
     const CodePageScope scope(state_->scene.codePage);
     const KeptContext kept;
     std::vector<Hit> hits;
+    NodeFinder nodes(*state_->scene.scene);
     for (const PickedPart& part : ScenePicker(*state_->ViewFor(size)).Pick(x, y))
     {
         Hit hit;
@@ -370,16 +369,12 @@ std::vector<Hit> Document::Pick(const Size& size, int x, int y) const
         hit.index = part.index;
         hit.part = part.part;
         hit.depth = part.depth;
-        DrawingObject* node = state_->scene.scene.get();
-        for (const int index : part.path)
-        {
-            node = node->GetChildByIndex(index);
-        }
+        DrawingObject& node = nodes.NodeAt(part.path);
         if (part.kind != HitKind::Light)
         {
-            hit.node = state_->HandleOf(*node);
+            hit.node = state_->HandleOf(node);
         }
-        if (const auto* const text = dynamic_cast<const OrvString*>(node);
+        if (const auto* const text = dynamic_cast<const OrvString*>(&node);
             text != nullptr && part.kind == HitKind::Letter)
         {
             const std::string string(*text->GetTextString());

@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <unordered_map>
 
 class DrawingObject;
 
@@ -37,6 +38,7 @@ struct DocumentState : std::enable_shared_from_this<DocumentState>
     /// The nodes that have handles, by the number in the handle. A number is never used twice, so a
     /// handle of a removed node never names another node.
     std::map<unsigned, DrawingObject*> nodes;
+    std::unordered_map<const DrawingObject*, unsigned> numbers;  ///< the other way round
     unsigned lastNumber = 0;
 };
 

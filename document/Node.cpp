@@ -6,6 +6,7 @@
 #include "import3ds/TriangularMeshObject.h"
 #include "orvane/DocumentAccess.h"
 #include "orvane/orvane.h"
+#include "scene/DescendentWalk.h"
 #include "scene/OrvString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
@@ -85,26 +86,27 @@ DrawingObject& DocumentState::NodeOf(const Node& node)
 
 Node DocumentState::HandleOf(DrawingObject& node)
 {
-    const auto known = std::find_if(nodes.begin(), nodes.end(),
-                                    [&node](const auto& entry) { return entry.second == &node; });
-    if (known != nodes.end())
+    if (const auto known = numbers.find(&node); known != numbers.end())
     {
-        return Node(shared_from_this(), known->first);
+        return Node(shared_from_this(), known->second);
     }
     nodes.emplace(++lastNumber, &node);
+    numbers.emplace(&node, lastNumber);
     return Node(shared_from_this(), lastNumber);
 }
 
 void DocumentState::ForgetHandles(const DrawingObject& node)
 {
-    for (int i = 0; i < node.GetChildCount(); ++i)
-    {
-        ForgetHandles(*node.GetChildByIndex(i));
-    }
-    for (auto entry = nodes.begin(); entry != nodes.end();)
-    {
-        entry = entry->second == &node ? nodes.erase(entry) : std::next(entry);
-    }
+    const auto forget = [this](const DrawingObject& forgotten) {
+        if (const auto entry = numbers.find(&forgotten); entry != numbers.end())
+        {
+            nodes.erase(entry->second);
+            numbers.erase(entry);
+        }
+        return true;
+    };
+    forget(node);
+    VisitDescendents(node, forget);
 }
 
 Node::Node() = default;
@@ -192,10 +194,8 @@ std::vector<Node> Node::Children() const
     const DrawingObject& node = DocumentState::NodeOf(*this);
     std::vector<Node> children;
     children.reserve(static_cast<std::size_t>(node.GetChildCount()));
-    for (int i = 0; i < node.GetChildCount(); ++i)
-    {
-        children.push_back(state->HandleOf(*node.GetChildByIndex(i)));
-    }
+    ForEachChild(node,
+                 [&](DrawingObject& child, int) { children.push_back(state->HandleOf(child)); });
     return children;
 }
 

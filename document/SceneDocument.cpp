@@ -14,6 +14,7 @@
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
 #include "platform/Limits.h"
+#include "scene/DescendentWalk.h"
 #include "scene/FontObserver.h"
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
@@ -107,12 +108,11 @@ void CheckTexts(const std::string& file, const DrawingObject& node, NodePath& pa
                     "a text of " + std::to_string(text->GetTextString()->Text().size()) + " bytes",
                     "at most " + std::to_string(limits::maxTextBytes) + " bytes");
     }
-    for (int i = 0; i < node.GetChildCount(); ++i)
-    {
-        path.push_back(i);
-        CheckTexts(file, *node.GetChildByIndex(i), path);
+    ForEachChild(node, [&](const DrawingObject& child, int index) {
+        path.push_back(index);
+        CheckTexts(file, child, path);
         path.pop_back();
-    }
+    });
 }
 
 /// The levels of nodes that are drawn, as limits::maxDrawnLevels counts them.
@@ -124,10 +124,9 @@ int LevelsOf(const DrawingObject& node)
     }
     const auto* const text = dynamic_cast<const OrvFontString*>(&node);
     int below = text != nullptr && text->GetFont() != nullptr ? 1 : 0;
-    for (int i = 0; i < node.GetChildCount(); ++i)
-    {
-        below = std::max(below, LevelsOf(*node.GetChildByIndex(i)));
-    }
+    ForEachChild(node, [&below](const DrawingObject& child, int) {
+        below = std::max(below, LevelsOf(child));
+    });
     return 1 + below;
 }
 
@@ -267,11 +266,12 @@ void SceneDocument::CheckLevels() const
 
 void SceneDocument::ForgetFonts(const DrawingObject& node)
 {
-    keptFonts_->ofTexts.erase(&node);
-    for (int i = 0; i < node.GetChildCount(); ++i)
-    {
-        ForgetFonts(*node.GetChildByIndex(i));
-    }
+    const auto forget = [this](const DrawingObject& forgotten) {
+        keptFonts_->ofTexts.erase(&forgotten);
+        return true;
+    };
+    forget(node);
+    VisitDescendents(node, forget);
 }
 
 std::string SceneDocument::Bytes() const

@@ -4,6 +4,7 @@
 #include "document/EnumNames.h"
 #include "document/TextEncoding.h"
 #include "import3ds/TriangularMeshObject.h"
+#include "scene/DescendentWalk.h"
 #include "scene/OrvString.h"
 
 #include <algorithm>
@@ -31,6 +32,26 @@ std::string PathText(const NodePath& path)
         text += (text.empty() ? "" : ".") + std::to_string(index);
     }
     return text;
+}
+
+DrawingObject& NodeFinder::NodeAt(const NodePath& path)
+{
+    DrawingObject* node = &root_;
+    for (const int index : path)
+    {
+        node = &ChildAt(*node, index);
+    }
+    return *node;
+}
+
+DrawingObject& NodeFinder::ChildAt(const DrawingObject& node, int index)
+{
+    const auto [entry, isNew] = children_.try_emplace(&node);
+    if (isNew)
+    {
+        ForEachChild(node, [&](DrawingObject& child, int) { entry->second.push_back(&child); });
+    }
+    return *entry->second.at(static_cast<std::size_t>(index));
 }
 
 std::string NameOfNode(const DrawingObject& node)

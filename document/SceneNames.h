@@ -4,6 +4,7 @@
 #include "platform/Export.h"
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 class DrawingObject;
@@ -17,6 +18,24 @@ using NodePath = std::vector<int>;
 
 /// The path as "0.2.1".
 ORVANE_API std::string PathText(const NodePath& path);
+
+/// Finds nodes by their paths. The children of each node on a path are listed only once, so that
+/// many paths through nodes with many children are found quickly. The tree must not change
+/// meanwhile.
+class ORVANE_API NodeFinder
+{
+public:
+    /// \param root the node from which paths lead; borrowed
+    explicit NodeFinder(DrawingObject& root) : root_(root) {}
+
+    DrawingObject& NodeAt(const NodePath& path);
+    /// \param index inside of the node's list of children
+    DrawingObject& ChildAt(const DrawingObject& node, int index);
+
+private:
+    DrawingObject& root_;
+    std::unordered_map<const DrawingObject*, std::vector<DrawingObject*>> children_;
+};
 
 /// The characters of a text node or the name of a mesh, in UTF-8; empty for other nodes. The
 /// process's code page must be that of the text.

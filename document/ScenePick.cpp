@@ -9,6 +9,7 @@
 #include "import3ds/TriangularMeshObject.h"
 #include "platform/Errors.h"
 #include "platform/OpenGL.h"
+#include "scene/DescendentWalk.h"
 #include "scene/DrawingParameters.h"
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
@@ -16,7 +17,11 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <optional>
+#include <set>
+#include <tuple>
+#include <unordered_map>
 #include <utility>
 
 namespace orvane
@@ -41,8 +46,8 @@ struct SelectionHit
     GLuint depth;               ///< of the nearest point, from 0 to 0xFFFFFFFF
 };
 
-/// Draws in selection mode, with a larger buffer each time, until the hits fit into it.
-/// Returns no hits if they do not fit into maxBufferSize numbers.
+/// Draws in selection mode, with a larger buffer each time, until the hits fit into it. Throws Error
+/// if they do not fit into maxBufferSize numbers.
 std::vector<SelectionHit> CollectHits(const std::function<int()>& draw)
 {
     std::vector<GLuint> buffer(1u << 14);
@@ -64,6 +69,10 @@ std::vector<SelectionHit> CollectHits(const std::function<int()>& draw)
         {
             buffer.resize(buffer.size() * 4);
             continue;
+        }
+        if (count < 0)
+        {
+            throw Error("OpenGL", "too many parts lie under the pixel");
         }
         std::vector<SelectionHit> hits;
         const GLuint* record = buffer.data();
@@ -112,11 +121,11 @@ public:
         return CollectHits([this] { return view_.Draw(&parameters_); });
     }
 
-    /// Finds those characters of a text, from \p first up to \p end, that are in the window. The
-    /// only name of such a hit is the name of the character's part.
+    /// Finds those characters of a text that are in the window. The names of such a hit are the
+    /// character's index and its part.
     /// \param way the nodes from the scene down to the text
-    std::vector<SelectionHit> Pick(const std::vector<const DrawingObject*>& way,
-                                   OrvFontString& text, std::size_t first, std::size_t end)
+    std::vector<SelectionHit> PickCharacters(const std::vector<const DrawingObject*>& way,
+                                             OrvFontString& text)
     {
         // Draw is called only for the projection that it sets; with ClearAndReturn it draws no
         // nodes.
@@ -129,7 +138,7 @@ public:
             glMultMatrixd(node->GetCompositeMatrix());
         }
         return CollectHits(
-            [&] { return text.GetFont()->DrawCharacters(&text, &parameters_, first, end); });
+            [&] { return text.GetFont()->DrawNamedCharacters(&text, &parameters_); });
     }
 
 private:
@@ -158,7 +167,7 @@ class PartFinder
 {
 public:
     PartFinder(const ViewObject& view, PickWindow& window)
-        : scene_(*view.GetScene()), view_(view), window_(window)
+        : scene_(*view.GetScene()), view_(view), window_(window), nodes_(scene_)
     {}
 
     std::vector<PickedPart> Find()
@@ -169,7 +178,7 @@ public:
         }
         for (const TextHit& hit : texts_)
         {
-            SplitCharacters(hit, 0, hit.text->GetTextString()->Text().size());
+            AddCharacters(hit);
         }
         // If two things have the same depth, a picture shows the thing that is drawn first. The
         // stable sort keeps that thing in front.
@@ -182,51 +191,49 @@ private:
     /// A text that has something in the window.
     struct TextHit
     {
-        OrvFontString* text;
         NodePath path;
-        std::vector<const DrawingObject*> way;  ///< the nodes from the scene down to the text
+        std::vector<SelectionHit> characters;               ///< see PickWindow::PickCharacters
+        std::set<std::pair<GLuint, GLuint>> partsAtDepths;  ///< of the characters
     };
 
     void Add(HitKind kind, const NodePath& path, GLuint index, LetterPart part, GLuint depth)
     {
         constexpr double largestDepth = 4294967295.0;
         const double share = depth / largestDepth;
-        for (PickedPart& known : found_)
+        const auto [place, isNew] = places_.try_emplace({kind, path, index, part}, found_.size());
+        if (isNew)
         {
-            if (known.kind == kind && known.path == path &&
-                known.index == static_cast<int>(index) && known.part == part)
-            {
-                known.depth = std::min(known.depth, share);
-                return;
-            }
+            found_.push_back({kind, path, static_cast<int>(index), part, share});
         }
-        found_.push_back({kind, path, static_cast<int>(index), part, share});
+        PickedPart& known = found_[place->second];
+        known.depth = std::min(known.depth, share);
     }
 
     void FollowNames(const SelectionHit& hit)
     {
-        TextHit at{nullptr, {}, {&scene_}};
+        NodePath path;
+        std::vector<const DrawingObject*> way = {&scene_};
         DrawingObject* node = &scene_;
         for (std::size_t level = 0; level < hit.names.size(); ++level)
         {
             const GLuint name = hit.names[level];
             const bool isLast = level + 1 == hit.names.size();
-            at.text = dynamic_cast<OrvFontString*>(node);
-            if (isLast && at.text != nullptr && name < partNameCount)
+            auto* const text = dynamic_cast<OrvFontString*>(node);
+            if (isLast && text != nullptr && name < partNameCount)
             {
-                // A child of the text may have the same name. Draw the text alone to learn whether
-                // the text itself was hit.
-                NoteText(at);
-                if (name >= static_cast<GLuint>(node->GetChildCount()) || IsOfText(at, hit))
+                // A child of the text may have the same name. The text's own characters tell
+                // whether the text itself was hit.
+                const bool isOfText = IsOfText(*text, path, way, hit);
+                if (name >= static_cast<GLuint>(node->GetChildCount()) || isOfText)
                 {
                     return;
                 }
             }
             if (name < static_cast<GLuint>(node->GetChildCount()))
             {
-                node = node->GetChildByIndex(static_cast<int>(name));
-                at.path.push_back(static_cast<int>(name));
-                at.way.push_back(node);
+                node = &nodes_.ChildAt(*node, static_cast<int>(name));
+                path.push_back(static_cast<int>(name));
+                way.push_back(node);
             }
             else if (node == &scene_)
             {
@@ -235,17 +242,17 @@ private:
             }
             else if (isLast && dynamic_cast<TriangularMeshObject*>(node) != nullptr)
             {
-                Add(HitKind::Triangle, at.path, name, LetterPart::Face, hit.depth);
+                Add(HitKind::Triangle, path, name, LetterPart::Face, hit.depth);
                 return;
             }
             else
             {
-                throw UnpickableNode(*node, at.path, "has an unknown edge style");
+                throw UnpickableNode(*node, path, "has an unknown edge style");
             }
         }
         if (node != &scene_)
         {
-            Add(HitKind::Node, at.path, 0, LetterPart::Face, hit.depth);
+            Add(HitKind::Node, path, 0, LetterPart::Face, hit.depth);
         }
     }
 
@@ -259,60 +266,51 @@ private:
         }
     }
 
-    void NoteText(const TextHit& hit)
+    /// Whether a hit is one of the text's own characters. Picks these when the text is met first.
+    bool IsOfText(OrvFontString& text, const NodePath& path,
+                  const std::vector<const DrawingObject*>& way, const SelectionHit& hit)
     {
-        const bool known = std::any_of(texts_.begin(), texts_.end(), [&hit](const TextHit& other) {
-            return other.text == hit.text;
-        });
-        if (!known && hit.text->GetFont() != nullptr)
+        const auto [place, isNew] = textPlaces_.try_emplace(&text, texts_.size());
+        if (isNew)
         {
-            texts_.push_back(hit);
+            TextHit& added = texts_.emplace_back();
+            added.path = path;
+            if (text.GetFont() != nullptr)
+            {
+                added.characters = window_.PickCharacters(way, text);
+            }
+            for (const SelectionHit& each : added.characters)
+            {
+                added.partsAtDepths.emplace(each.names.back(), each.depth);
+            }
         }
+        return texts_[place->second].partsAtDepths.count({hit.names.back(), hit.depth}) != 0;
     }
 
-    /// Whether a hit is one of the text's own characters.
-    bool IsOfText(const TextHit& text, const SelectionHit& hit)
+    void AddCharacters(const TextHit& text)
     {
-        const std::size_t all = text.text->GetTextString()->Text().size();
-        const std::vector<SelectionHit> own = window_.Pick(text.way, *text.text, 0, all);
-        return std::any_of(own.begin(), own.end(), [&hit](const SelectionHit& each) {
-            return each.names.back() == hit.names.back() && each.depth == hit.depth;
-        });
-    }
-
-    /// Halves a range of characters until each hit belongs to a single character.
-    void SplitCharacters(const TextHit& hit, std::size_t first, std::size_t end)
-    {
-        const std::vector<SelectionHit> hits = window_.Pick(hit.way, *hit.text, first, end);
-        if (hits.empty())
-        {
-            return;
-        }
-        if (end - first > 1)
-        {
-            const std::size_t middle = first + (end - first) / 2;
-            SplitCharacters(hit, first, middle);
-            SplitCharacters(hit, middle, end);
-            return;
-        }
-        for (const SelectionHit& each : hits)
+        for (const SelectionHit& each : text.characters)
         {
             const LetterPart part = DrawsSolids(view_) ? static_cast<LetterPart>(each.names.back())
                                                        : LetterPart::Outline;
-            Add(HitKind::Letter, hit.path, static_cast<GLuint>(first), part, each.depth);
+            Add(HitKind::Letter, text.path, each.names.front(), part, each.depth);
         }
     }
 
     SceneObject& scene_;
     const ViewObject& view_;
     PickWindow& window_;
+    NodeFinder nodes_;
     std::vector<TextHit> texts_;
+    std::unordered_map<const OrvFontString*, std::size_t> textPlaces_;  ///< in texts_
     std::vector<PickedPart> found_;
+    /// In found_.
+    std::map<std::tuple<HitKind, NodePath, GLuint, LetterPart>, std::size_t> places_;
 };
 
 /// Throws Error for a text with an unknown edge style. Drawing such a text leaves a name on
 /// OpenGL's stack, so that all later hits would have wrong names.
-void CheckStyles(const DrawingObject& node, const NodePath& path)
+void CheckStyles(const DrawingObject& node, NodePath& path)
 {
     const auto* const text = dynamic_cast<const OrvString*>(&node);
     if (text != nullptr && (text->GetBevelStyle() < 0 || text->GetBevelStyle() >= edgeStyleCount))
@@ -322,12 +320,11 @@ void CheckStyles(const DrawingObject& node, const NodePath& path)
                                  " where 0 to " + std::to_string(edgeStyleCount - 1) +
                                  " are known");
     }
-    for (int i = 0; i < node.GetChildCount(); ++i)
-    {
-        NodePath below = path;
-        below.push_back(i);
-        CheckStyles(*node.GetChildByIndex(i), below);
-    }
+    ForEachChild(node, [&path](const DrawingObject& child, int index) {
+        path.push_back(index);
+        CheckStyles(child, path);
+        path.pop_back();
+    });
 }
 
 /// The bitmap and the context that the thread's picks draw into. They are kept until the thread
@@ -359,7 +356,8 @@ void MakePickTargetCurrent()
 
 ScenePicker::ScenePicker(const ViewObject& view) : view_(std::make_unique<ViewObject>(view))
 {
-    CheckStyles(*view_->GetScene(), {});
+    NodePath root;
+    CheckStyles(*view_->GetScene(), root);
     MakePickTargetCurrent();
 }
 

@@ -6,6 +6,7 @@
 #include "document/PictureFormat.h"
 #include "imaging/MemoryMappedDIB.h"
 #include "orvane/Error.h"
+#include "scene/DescendentWalk.h"
 #include "scene/SceneObject.h"
 
 #include <algorithm>
@@ -58,15 +59,11 @@ CString CheckedAbsolutePath(const std::string& file)
     return path;
 }
 
-void CheckNodePictures(DrawingObject& node)
+void CheckNodePicture(const DrawingObject& node)
 {
     if (node.GetTexture()->ShouldTexture())
     {
         CheckPicture(node.GetTexture()->filename, NamedBy::Scene);
-    }
-    for (int i = 0; i < node.GetChildCount(); ++i)
-    {
-        CheckNodePictures(*node.GetChildByIndex(i));
     }
 }
 
@@ -147,7 +144,11 @@ bool HasBackgroundPicture(const SceneObject& scene)
 
 void CheckPictures(SceneObject& scene)
 {
-    CheckNodePictures(scene);
+    CheckNodePicture(scene);
+    VisitDescendents(scene, [](const DrawingObject& node) {
+        CheckNodePicture(node);
+        return true;
+    });
     if (HasBackgroundPicture(scene))
     {
         CheckPicture(scene.GetTexture()->filename, NamedBy::Scene);

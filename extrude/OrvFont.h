@@ -80,11 +80,9 @@ public:
     /// when drawing is cancelled; the matrix stack is then as it was before.
     int TextOutA(OrvString* string, DrawingParameters* parameters);
 
-    /// Draws only the characters from \p first up to but not including \p end, at their places in
-    /// the text. Both are indices into the whole string, line ends included. Picking uses this to
-    /// find out which character was hit.
-    int DrawCharacters(OrvString* string, DrawingParameters* parameters, std::size_t first,
-                       std::size_t end);
+    /// Draws the same for a picking pass that asks which character was hit: around each character,
+    /// its index in the whole string, line ends included, is pushed as an OpenGL name.
+    int DrawNamedCharacters(OrvString* string, DrawingParameters* parameters);
 
     /// Measures the text at two scales. Also calls SetFirstLineOffset to store in the text how far
     /// the text's highest point lies above its first baseline, at the text's scale. An empty text
@@ -110,6 +108,13 @@ public:
     DWORD outlineMetricsSize = 0;                  ///< in bytes
 
 protected:
+    enum class CharacterNames
+    {
+        None,
+        Indices
+    };
+    int DrawText(OrvString* string, DrawingParameters* parameters, CharacterNames names);
+
     /// Builds a glyph. When the platform has no outline for the character, a message box reports
     /// it, the glyph becomes an invalid one, and the result is 1. Returns 0 and changes nothing
     /// when the glyph exists already, when the index is out of range, or when the glyph mutex

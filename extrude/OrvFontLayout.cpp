@@ -158,11 +158,15 @@ struct Extents
 
 int OrvFont::TextOutA(OrvString* string, DrawingParameters* parameters)
 {
-    return DrawCharacters(string, parameters, 0, string->textString.Text().size());
+    return DrawText(string, parameters, CharacterNames::None);
 }
 
-int OrvFont::DrawCharacters(OrvString* string, DrawingParameters* parameters, std::size_t first,
-                            std::size_t end)
+int OrvFont::DrawNamedCharacters(OrvString* string, DrawingParameters* parameters)
+{
+    return DrawText(string, parameters, CharacterNames::Indices);
+}
+
+int OrvFont::DrawText(OrvString* string, DrawingParameters* parameters, CharacterNames names)
 {
     const std::string_view text = string->textString.Text();
     if (text.empty())
@@ -208,14 +212,21 @@ int OrvFont::DrawCharacters(OrvString* string, DrawingParameters* parameters, st
                 return 0;
             }
             const int glyphIndex = LookupGlyphIndex(static_cast<unsigned char>(text[k]));
-            const bool isWanted = k >= first && k < end;
-            if (isWanted && solid)
+            if (names == CharacterNames::Indices)
+            {
+                glPushName(static_cast<GLuint>(k));
+            }
+            if (solid)
             {
                 RenderGlyph(glyphIndex, string, extrusion, parameters);
             }
-            else if (isWanted && wireframe)
+            else if (wireframe)
             {
                 DrawGlyph(glyphIndex, string, extrusion, parameters);
+            }
+            if (names == CharacterNames::Indices)
+            {
+                glPopName();
             }
             glTranslated(layout.Step(AdvanceInEms(glyphIndex)), 0, 0);
         }

@@ -3,6 +3,7 @@
 
 #include "imaging/TextureSettings.h"
 #include "platform/OpenGL.h"
+#include "scene/DescendentWalk.h"
 #include "scene/OrvString.h"
 
 #include <algorithm>
@@ -15,21 +16,15 @@ namespace orvane
 namespace
 {
 
-bool HasTransparentText(const DrawingObject& node)
+bool HasTransparentText(const DrawingObject& scene)
 {
-    const auto* const text = dynamic_cast<const OrvString*>(&node);
-    if (text != nullptr && text->IsTransparent())
-    {
-        return true;
-    }
-    for (int i = 0; i < node.GetChildCount(); ++i)
-    {
-        if (HasTransparentText(*node.GetChildByIndex(i)))
-        {
-            return true;
-        }
-    }
-    return false;
+    bool hasOne = false;
+    VisitDescendents(scene, [&hasOne](const DrawingObject& node) {
+        const auto* const text = dynamic_cast<const OrvString*>(&node);
+        hasOne = hasOne || (text != nullptr && text->IsTransparent());
+        return !hasOne;
+    });
+    return hasOne;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "imaging/TextureMap.h"
 #include "orvane/Error.h"
+#include "scene/DescendentWalk.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
 
@@ -11,29 +12,20 @@
 namespace orvane
 {
 
-namespace
-{
-
-void Collect(DrawingObject& node, std::vector<TextureMap*>& textures)
-{
-    // Asked of a constant node, because a node that is not constant would make a texture.
-    if (std::as_const(node).GetTexture()->ShouldTexture())
-    {
-        textures.push_back(node.GetTexture());
-    }
-    for (int i = 0; i < node.GetChildCount(); ++i)
-    {
-        Collect(*node.GetChildByIndex(i), textures);
-    }
-}
-
-}  // namespace
-
 ShownTextures::ShownTextures(const ViewObject& view)
 {
     if (view.ShouldShowTextures())
     {
-        Collect(*view.GetScene(), textures_);
+        const auto collect = [this](DrawingObject& node) {
+            // Asked of a constant node, because a node that is not constant would make a texture.
+            if (std::as_const(node).GetTexture()->ShouldTexture())
+            {
+                textures_.push_back(node.GetTexture());
+            }
+            return true;
+        };
+        collect(*view.GetScene());
+        VisitDescendents(*view.GetScene(), collect);
     }
 }
 

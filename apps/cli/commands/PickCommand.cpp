@@ -8,6 +8,7 @@
 #include "document/OutputFile.h"
 #include "document/SceneDocument.h"
 #include "document/SceneFraming.h"
+#include "document/SceneNames.h"
 #include "document/ScenePick.h"
 #include "document/TextEncoding.h"
 #include "platform/CodePages.h"
@@ -26,6 +27,10 @@ namespace orvane
 namespace
 {
 
+// The most parts that are listed. A scene can have a million of them under one pixel, and each is
+// listed with the whole text that it belongs to.
+constexpr std::size_t mostParts = 1000;
+
 struct PickOptions
 {
     std::string file;
@@ -40,15 +45,14 @@ std::string CharacterOf(const OrvString& text, int index)
     return CodePageToUtf8(std::string(1, (*text.GetTextString())[index]), GetACP());
 }
 
-const DrawingObject& NodeAt(const SceneObject& scene, const NodePath& path)
+/// A scene in which something was picked.
+struct PickedScene
 {
-    const DrawingObject* node = &scene;
-    for (const int index : path)
-    {
-        node = node->GetChildByIndex(index);
-    }
-    return *node;
-}
+    explicit PickedScene(SceneObject& object) : scene(object), nodes(object) {}
+
+    const SceneObject& scene;
+    NodeFinder nodes;
+};
 
 std::string LightName(const SceneObject& scene, int index)
 {
@@ -56,17 +60,17 @@ std::string LightName(const SceneObject& scene, int index)
 }
 
 /// Writes the members of a picked part into the JSON object that is open.
-void WritePart(JsonWriter& json, const SceneObject& scene, const PickedPart& picked)
+void WritePart(JsonWriter& json, PickedScene& scene, const PickedPart& picked)
 {
     if (picked.kind == HitKind::Light)
     {
         json.Member("kind", "light");
         json.Member("light", picked.index);
-        json.Member("name", LightName(scene, picked.index));
+        json.Member("name", LightName(scene.scene, picked.index));
         json.Member("depth", picked.depth);
         return;
     }
-    const DrawingObject& node = NodeAt(scene, picked.path);
+    const DrawingObject& node = scene.nodes.NodeAt(picked.path);
     json.Member("kind", picked.kind == HitKind::Letter     ? "character"
                         : picked.kind == HitKind::Triangle ? "triangle"
                                                            : "node");
@@ -94,7 +98,7 @@ void WritePart(JsonWriter& json, const SceneObject& scene, const PickedPart& pic
 
 /// A JSON object for the nearest part, with an array of the parts behind it; null if nothing was
 /// hit.
-std::string PartsToJson(const SceneObject& scene, const std::vector<PickedPart>& parts)
+std::string PartsToJson(PickedScene& scene, const std::vector<PickedPart>& parts)
 {
     JsonWriter json;
     if (parts.empty())
@@ -117,14 +121,14 @@ std::string PartsToJson(const SceneObject& scene, const std::vector<PickedPart>&
     return json.Result();
 }
 
-std::string PartToText(const SceneObject& scene, const PickedPart& picked)
+std::string PartToText(PickedScene& scene, const PickedPart& picked)
 {
     if (picked.kind == HitKind::Light)
     {
         return "light " + std::to_string(picked.index) + " " +
-               Quoted(LightName(scene, picked.index));
+               Quoted(LightName(scene.scene, picked.index));
     }
-    const DrawingObject& node = NodeAt(scene, picked.path);
+    const DrawingObject& node = scene.nodes.NodeAt(picked.path);
     std::string text = PathText(picked.path) + " " + TitleOf(node);
     switch (picked.kind)
     {
@@ -139,7 +143,7 @@ std::string PartToText(const SceneObject& scene, const PickedPart& picked)
     }
 }
 
-std::string PartsToText(const SceneObject& scene, const std::vector<PickedPart>& parts)
+std::string PartsToText(PickedScene& scene, const std::vector<PickedPart>& parts)
 {
     if (parts.empty())
     {
@@ -165,9 +169,15 @@ void Pick(const PickOptions& options)
     document.CheckLevels();
     ViewObject view(*document.view);
     SizeView(view, size);
-    const std::vector<PickedPart> parts = ScenePicker(view).Pick(pixel.width, pixel.height);
-    WriteToStandardOutput(options.json ? PartsToJson(*document.scene, parts)
-                                       : PartsToText(*document.scene, parts));
+    std::vector<PickedPart> parts = ScenePicker(view).Pick(pixel.width, pixel.height);
+    if (parts.size() > mostParts)
+    {
+        Say(options.file + ": the nearest " + std::to_string(mostParts) + " of " +
+            std::to_string(parts.size()) + " parts under the pixel are listed");
+        parts.resize(mostParts);
+    }
+    PickedScene scene(*document.scene);
+    WriteToStandardOutput(options.json ? PartsToJson(scene, parts) : PartsToText(scene, parts));
 }
 
 }  // namespace

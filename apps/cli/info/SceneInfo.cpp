@@ -14,6 +14,7 @@
 #include "import3ds/ThreeDStudioObject.h"
 #include "import3ds/TriangularMeshObject.h"
 #include "platform/Fonts.h"
+#include "scene/DescendentWalk.h"
 #include "scene/NamedView.h"
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
@@ -99,12 +100,11 @@ void AddRowsOfNode(TextTable& table, const DrawingObject& node, const NodePath& 
                bounded ? Triple(node.GetBoundsGlobalMinimum()) + " to " +
                              Triple(node.GetBoundsGlobalMaximum())
                        : "none"});
-    for (int i = 0; i < node.GetChildCount(); ++i)
-    {
+    ForEachChild(node, [&](const DrawingObject& child, int index) {
         NodePath below = path;
-        below.push_back(i);
-        AddRowsOfNode(table, *node.GetChildByIndex(i), below);
-    }
+        below.push_back(index);
+        AddRowsOfNode(table, child, below);
+    });
 }
 
 std::string CameraText(const ProjectionData& lens)
@@ -190,10 +190,9 @@ std::string SceneToText(const SceneDocument& document)
                                  (scene.ShouldRotateLightsWithScene() ? "scene" : "camera")});
 
     TextTable nodes;
-    for (int i = 0; i < scene.GetChildCount(); ++i)
-    {
-        AddRowsOfNode(nodes, *scene.GetChildByIndex(i), {i});
-    }
+    ForEachChild(scene, [&nodes](const DrawingObject& node, int index) {
+        AddRowsOfNode(nodes, node, {index});
+    });
     TextTable records;
     for (const auto& [record, count] : document.records)
     {

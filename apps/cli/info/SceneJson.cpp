@@ -9,6 +9,7 @@
 #include "import3ds/ThreeDStudioObject.h"
 #include "import3ds/TriangularMeshObject.h"
 #include "platform/Fonts.h"
+#include "scene/DescendentWalk.h"
 #include "scene/NamedView.h"
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
@@ -173,12 +174,11 @@ void WriteNode(JsonWriter& json, const DrawingObject& node, const NodePath& path
     }
     json.Key("children");
     json.BeginArray();
-    for (int i = 0; i < node.GetChildCount(); ++i)
-    {
+    ForEachChild(node, [&](const DrawingObject& child, int index) {
         NodePath below = path;
-        below.push_back(i);
-        WriteNode(json, *node.GetChildByIndex(i), below);
-    }
+        below.push_back(index);
+        WriteNode(json, child, below);
+    });
     json.EndArray();
     json.EndObject();
 }

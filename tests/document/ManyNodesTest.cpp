@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+// A small file can have many nodes, or a text whose letters all lie at one place. What is done with
+// each of them must not cost more because there are many.
+
+#include "document/SceneNames.h"
+#include "orvane/DocumentAccess.h"
+#include "orvane/orvane.h"
+#include "scene/DrawingObject.h"
+#include "scene/OrvString.h"
+#include "scene/SceneObject.h"
+#include "tests/support/Instructions.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using orvane::Document;
+using orvane::Node;
+
+/// How many instructions a call takes in a document of that many empty nodes.
+std::optional<long> InstructionsIn(int nodes, const std::function<void(const Document&)>& call)
+{
+    Document document;
+    for (int i = 0; i < nodes; ++i)
+    {
+        orvane::SceneOf(document).AddChild(new DrawingObject);
+    }
+    call(document);  // what is made only once is made now
+    return CountInstructions([&] { call(document); });
+}
+
+/// Four times as many nodes may take at most six times as many instructions. A walk that looks for
+/// each node from the start of the list takes nearly sixteen times as many.
+void ExpectLinear(const std::function<void(const Document&)>& call)
+{
+    const std::optional<long> few = InstructionsIn(50, call);
+    const std::optional<long> many = InstructionsIn(200, call);
+    if (!few || !many)
+    {
+        GTEST_SKIP() << "the operating system lets no process trace its children";
+    }
+    EXPECT_LT(*many, 6 * *few);
+}
+
+TEST(ManyNodes, AreListedInTimeThatGrowsWithTheirNumber)
+{
+    ExpectLinear([](const Document& document) { static_cast<void>(document.Nodes()); });
+}
+
+TEST(ManyNodes, HandlesOfOneNodeAreEqualAndAreForgottenWithIt)
+{
+    Document document;
+    SceneObject& scene = orvane::SceneOf(document);
+    auto* const parent = new DrawingObject;
+    auto* const child = new DrawingObject;
+    scene.AddChild(parent);
+    parent->AddChild(child);
+    scene.AddChild(new DrawingObject);
+    const std::vector<Node> nodes = document.Nodes();
+    ASSERT_EQ(nodes.size(), 2u);
+    EXPECT_EQ(document.Nodes(), nodes);
+    const std::vector<Node> children = nodes[0].Children();
+    ASSERT_EQ(children.size(), 1u);
+    EXPECT_EQ(&orvane::ObjectOf(children[0]), child);
+    Node removed = nodes[0];
+    removed.Remove();
+    EXPECT_FALSE(nodes[0].IsValid());
+    EXPECT_FALSE(children[0].IsValid());
+    EXPECT_TRUE(nodes[1].IsValid());
+    EXPECT_EQ(document.Nodes(), std::vector<Node>{nodes[1]});
+}
+
+TEST(ManyNodes, FinderTakesPathsOverSeveralLevels)
+{
+    DrawingObject root;
+    auto* const second = new DrawingObject;
+    auto* const deepest = new DrawingObject;
+    root.AddChild(new DrawingObject);
+    root.AddChild(second);
+    second->AddChild(new DrawingObject);
+    second->AddChild(new DrawingObject);
+    second->AddChild(deepest);
+    orvane::NodeFinder finder(root);
+    EXPECT_EQ(&finder.NodeAt({}), &root);
+    EXPECT_EQ(&finder.NodeAt({1}), second);
+    EXPECT_EQ(&finder.NodeAt({1, 2}), deepest);
+    EXPECT_EQ(&finder.ChildAt(*second, 2), deepest);
+}
+
+TEST(ManyLetters, AtOnePlaceAreAllPicked)
+{
+    // With a spacing of minus the width of a letter, all letters are drawn at the same place. A
+    // search that halves the text would draw it thousands of times.
+    Document document;
+    constexpr int letters = 2000;
+    const Node node = document.AddText(std::string(letters, 'I'));
+    auto& text = dynamic_cast<OrvString&>(orvane::ObjectOf(node));
+    text.CalculateBounds();
+    text.SetInterCharacterSpacing(-text.GetScaledDimensions().x / letters);
+    text.CalculateBounds();
+    const orvane::Size picture{64, 64};
+    document.Frame(picture);
+    std::vector<bool> isPicked(letters);
+    for (int y = 2; y < 64; y += 4)
+    {
+        for (const orvane::Hit& hit : document.Pick(picture, 32, y))
+        {
+            EXPECT_EQ(hit.kind, orvane::HitKind::Letter);
+            isPicked.at(static_cast<std::size_t>(hit.index)) = true;
+        }
+    }
+    EXPECT_EQ(std::count(isPicked.begin(), isPicked.end(), true), letters);
+}
+
+}  // namespace
