@@ -46,8 +46,8 @@ struct SelectionHit
     GLuint depth;               ///< of the nearest point, from 0 to 0xFFFFFFFF
 };
 
-/// Draws in selection mode, with a larger buffer each time, until the hits fit into it. Throws Error
-/// if they do not fit into maxBufferSize numbers.
+/// Draws in selection mode, with a larger buffer each time, until the hits fit into it. Throws
+/// Error if they do not fit into maxBufferSize numbers.
 std::vector<SelectionHit> CollectHits(const std::function<int()>& draw)
 {
     std::vector<GLuint> buffer(1u << 14);
