@@ -6,7 +6,9 @@
 #include "document/OptionRange.h"
 #include "document/SceneFraming.h"
 #include "host/CFile.h"
+#include "import3ds/TriangularMeshObject.h"
 #include "orvane/Error.h"
+#include "scene/DescendentWalk.h"
 #include "scene/SceneObject.h"
 
 #include <algorithm>
@@ -51,6 +53,23 @@ DVector NextPlace(SceneObject& scene, const Extent& next)
     const DVector low = ToDVector(scene.GetBoundsLocalMinimum());
     const DVector high = ToDVector(scene.GetBoundsLocalMaximum());
     return DVector(high.x + gap + next.half, (low.y + high.y) / 2, (low.z + high.z) / 2);
+}
+
+/// Bounds do not tell, because a mesh whose first vertex is not a number has none.
+bool AreVerticesFinite(const DrawingObject& import)
+{
+    bool areFinite = true;
+    VisitDescendents(import, [&areFinite](const DrawingObject& node) {
+        const auto* const mesh = dynamic_cast<const TriangularMeshObject*>(&node);
+        for (int i = 0; mesh != nullptr && areFinite && i < mesh->GetVerticies()->GetSize(); ++i)
+        {
+            const Vector& vertex = *mesh->GetVerticies()->GetElement(i);
+            areFinite =
+                std::isfinite(vertex.x) && std::isfinite(vertex.y) && std::isfinite(vertex.z);
+        }
+        return areFinite;
+    });
+    return areFinite;
 }
 
 void CheckMeshOptions(const MeshOptions& options)
@@ -98,7 +117,7 @@ DrawingObject& AddImport(SceneObject& scene, const std::string& path, const Mesh
     const Vector low = node->GetBoundsLocalMinimum();
     const Vector high = node->GetBoundsLocalMaximum();
     const double longest = std::max({high.x - low.x, high.y - low.y, high.z - low.z});
-    if (!std::isfinite(longest))
+    if (!std::isfinite(longest) || !AreVerticesFinite(*node))
     {
         throw Error(path, "a vertex of the file has a coordinate that is infinite or not a number");
     }

@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <vector>
+
 namespace
 {
 
@@ -173,6 +176,30 @@ TEST_F(ToolImport, AFileThatCannotBeImportedIsNamedWithTheReason)
               std::string::npos);
     EXPECT_NE(complaint("empty.3ds").find("empty.3ds: the file contains no mesh"),
               std::string::npos);
+}
+
+TEST_F(ToolImport, AVertexThatIsNoPlaceIsRefusedWhereverItStands)
+{
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+    for (const std::vector<float>& places : {std::vector<float>{notANumber, 0, 0, 1, 0, 0, 0, 1, 0},
+                                             std::vector<float>{0, 0, 0, 1, 0, 0, 0, 1, notANumber},
+                                             std::vector<float>{0, infinity, 0, 1, 0, 0, 0, 1, 0}})
+    {
+        RecordBytes vertices;
+        vertices.Word(3);
+        for (const float place : places)
+        {
+            vertices.Float(place);
+        }
+        const RecordBytes mesh = ObjectChunk(
+            "odd", {ChunkOf(0x4100, {ChunkOf(0x4110, {vertices}), FaceChunk({0, 1, 2, 7})})});
+        folder.Write("odd.3ds", AsText(FileOf({mesh})));
+        EXPECT_NE(Complaint({"render", "-o", "x.png", "--import", "odd.3ds"}, 1)
+                      .find("odd.3ds: a vertex of the file has a coordinate that is infinite or "
+                            "not a number"),
+                  std::string::npos);
+    }
 }
 
 TEST_F(ToolImport, UndamagedPartsOfAFileAreDrawnAndTheDamageIsReported)
