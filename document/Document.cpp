@@ -220,6 +220,11 @@ const std::vector<MissingFont>& Document::MissingFonts() const
     return state_->scene.missingFonts;
 }
 
+std::vector<MissingLetter> Document::MissingLetters() const
+{
+    return MissingLettersOf(state_->scene);
+}
+
 const std::string& Document::Path() const
 {
     return state_->scene.path;

@@ -91,7 +91,11 @@ void Draw(const Document& document, const DrawOptions& options)
     {
         throw Error("OpenGL", "the scene could not be drawn completely");
     }
-    textures.ThrowIfLost();
+    textures.TellLost(options.warn);
+    if (parameters.hasLostBackgroundPicture)
+    {
+        TellLostPicture(state.scene.scene->GetTexture()->filename.Text(), options.warn);
+    }
 }
 
 }  // namespace orvane

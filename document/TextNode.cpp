@@ -3,9 +3,19 @@
 
 #include "document/Colors.h"
 #include "document/OptionRange.h"
+#include "document/SceneDocument.h"
+#include "document/TextEncoding.h"
+#include "extrude/OrvFont.h"
+#include "extrude/OrvGlyph.h"
 #include "geometry/DVector.h"
 #include "material/NamedColor.h"
+#include "platform/CodePages.h"
 #include "scene/OrvFontString.h"
+#include "scene/SceneObject.h"
+
+#include <bitset>
+#include <map>
+#include <string>
 
 namespace orvane
 {
@@ -25,6 +35,72 @@ NamedColor MakeMaterial(const char* name, const ColorVector& color, float highli
     material.SetShininess(shininess);
     return material;
 }
+
+/// The glyph that a font draws for a character. Null when none is built or none is drawn.
+const OrvGlyph* GlyphOf(const OrvFont& font, unsigned char character)
+{
+    const int first = font.textMetric.tmFirstChar;
+    int index = character - first;
+    if (index < 0 || index >= font.glyphs.GetSize())
+    {
+        index = font.textMetric.tmDefaultChar - first;
+    }
+    return index >= 0 && index < font.glyphs.GetSize() ? font.glyphs.GetAt(index) : nullptr;
+}
+
+/// Collects the letters that cannot be built from the texts of a document.
+class MissingLetterSearch
+{
+public:
+    explicit MissingLetterSearch(UINT codePage) : codePage_(codePage) {}
+
+    void LookBelow(const DrawingObject& node)
+    {
+        const auto* const text = dynamic_cast<const OrvFontString*>(&node);
+        if (text != nullptr && text->GetFont() != nullptr)
+        {
+            LookAt(text->GetTextString()->Text(), *text->GetFont());
+        }
+        for (int i = 0; i < node.GetChildCount(); ++i)
+        {
+            LookBelow(*node.GetChildByIndex(i));
+        }
+    }
+    const std::vector<MissingLetter>& Found() const { return found_; }
+
+private:
+    void LookAt(const std::string& text, OrvFont& font)
+    {
+        const std::string name = CodePageToUtf8(static_cast<LPCSTR>(font.GetFullName()), codePage_);
+        std::bitset<256>& known = known_[name];
+        std::string letters;  // the text's letters that no other text has in this font
+        for (const char letter : text)
+        {
+            const auto code = static_cast<unsigned char>(letter);
+            if (!known[code] && letter != '\r' && letter != '\n')
+            {
+                known.set(code);
+                letters += letter;
+            }
+        }
+        OrvFontString measured;
+        measured.AttachFont(&font);
+        measured.SetTextString(CString(letters.data(), static_cast<int>(letters.size())));
+        measured.CalculateBounds();  // builds the glyphs
+        for (const char letter : letters)
+        {
+            const OrvGlyph* const glyph = GlyphOf(font, static_cast<unsigned char>(letter));
+            if (glyph != nullptr && glyph->IsInvalid())
+            {
+                found_.push_back({name, CodePageToUtf8(std::string(1, letter), codePage_)});
+            }
+        }
+    }
+
+    UINT codePage_;
+    std::map<std::string, std::bitset<256>> known_;  ///< by the names of fonts
+    std::vector<MissingLetter> found_;
+};
 
 }  // namespace
 
@@ -66,6 +142,14 @@ std::unique_ptr<OrvFontString> MakeTextNode(const CString& text, OrvFont* font,
     node->SetScale(DVector(1.0, 1.0, options.depth));
     node->CalculateMaximumBevelDepth();
     return node;
+}
+
+std::vector<MissingLetter> MissingLettersOf(const SceneDocument& document)
+{
+    const CodePageScope scope(document.codePage);
+    MissingLetterSearch search(document.codePage);
+    search.LookBelow(*document.scene);
+    return search.Found();
 }
 
 }  // namespace orvane

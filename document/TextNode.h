@@ -6,12 +6,15 @@
 #include "platform/Export.h"
 
 #include <memory>
+#include <vector>
 
 class OrvFont;
 class OrvFontString;
 
 namespace orvane
 {
+
+class SceneDocument;
 
 /// Throws OptionError when a number of the options is out of its range.
 ORVANE_API void CheckTextOptions(const TextOptions& options);
@@ -21,5 +24,9 @@ ORVANE_API void CheckTextOptions(const TextOptions& options);
 /// \param options the font and the texture in them are ignored
 ORVANE_API std::unique_ptr<OrvFontString> MakeTextNode(const CString& text, OrvFont* font,
                                                        const TextOptions& options);
+
+/// The letters of a document's texts whose outlines cannot be read, each once for each font, in the
+/// order of the texts. Builds the letters that no drawing has built yet.
+ORVANE_API std::vector<MissingLetter> MissingLettersOf(const SceneDocument& document);
 
 }  // namespace orvane

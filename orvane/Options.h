@@ -193,8 +193,11 @@ struct MissingPicture
 {
     enum class Reason
     {
-        NotFound,   ///< no file of that name is in a folder that OpenOptions allows
-        NotAllowed  ///< the name leads to a place that OpenOptions does not allow
+        NotFound,    ///< no file of that name is in a folder that OpenOptions allows
+        NotAllowed,  ///< the name leads to a place that OpenOptions does not allow
+        /// The document showed the picture, but its file could not be read completely while it was
+        /// drawn.
+        Unreadable
     };
 
     std::string file;  ///< as the scene names it
@@ -207,6 +210,17 @@ struct MissingFont
     std::string name;  ///< the full name in the file
     std::string used;  ///< the font that the texts have instead; empty when no font is installed
 };
+
+/// A letter of a text that is left out of pictures, because its font's outline of the letter cannot
+/// be read.
+struct MissingLetter
+{
+    std::string font;    ///< the full name
+    std::string letter;  ///< in UTF-8
+};
+
+/// Is told about a texture or background picture that is missing in a drawing, or in parts of it.
+using MissingPictureFunction = std::function<void(const MissingPicture& picture)>;
 
 /// The largest width and the largest height of a picture, in pixels.
 constexpr int largestPictureSide = limits::maxPictureSide;
@@ -232,6 +246,10 @@ struct PictureOptions
     /// that is done, 0 to 1.
     std::function<void(double share)> progress;
     std::optional<Cancellation> cancellation;
+    /// Called, when the picture is drawn, for each texture or background picture whose file could
+    /// not be read completely meanwhile. If no function is set, that is an Error, and no file
+    /// appears.
+    MissingPictureFunction warn;
     /// What the picture may cost, for hosts that draw scenes of strangers. A picture that costs
     /// more is LimitExceeded, and no file appears. Without a value there is no limit.
     std::optional<std::uint64_t> maxPixels;  ///< the width times the height, at least 1
@@ -246,6 +264,8 @@ struct DrawOptions
     /// The size of the picture in pixels. The picture begins in the lower left corner of the
     /// viewport. If no size is set, the picture fills the viewport.
     std::optional<Size> size;
+    /// The same as PictureOptions::warn.
+    MissingPictureFunction warn;
 };
 
 }  // namespace orvane

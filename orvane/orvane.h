@@ -137,7 +137,8 @@ public:
     Document& operator=(Document&& other) noexcept;
 
     /// Reads a scene file (.orv). The options say from which folders the scene may show pictures.
-    /// A picture that is missing or not allowed is left out; see MissingPictures. A scene whose
+    /// A picture that is missing or not allowed is left out; see MissingPictures, and see
+    /// PictureOptions::warn for a picture that goes missing later. A scene whose
     /// nodes nest deeper than limits::maxDrawnLevels is opened, but to draw it or to pick in it is
     /// an Error.
     static Document Open(const std::string& path, const OpenOptions& options = {});
@@ -149,6 +150,9 @@ public:
     /// The fonts that the file named when it was opened and that are not installed, each once. When
     /// no font is installed at all, the texts are not drawn. Save() writes their names again.
     const std::vector<MissingFont>& MissingFonts() const;
+    /// The letters of the document's texts that are left out of pictures, because their outlines
+    /// cannot be read: each letter once for each font.
+    std::vector<MissingLetter> MissingLetters() const;
     /// The file that the document was read from or saved to last; empty when there is none.
     const std::string& Path() const;
 

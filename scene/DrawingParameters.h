@@ -123,6 +123,9 @@ public:
     /// Whether transparent letters write into the depth buffer as opaque letters do. A derived
     /// class can return true to find out which surfaces are in front.
     virtual bool ShouldKeepTransparentDepth() const { return false; }
+    /// Called when the background picture cannot be read, or becomes shorter, while it is drawn, so
+    /// that it is not drawn or only in part. A derived class can tell somebody.
+    virtual void LoseBackgroundPicture() {}
 
 protected:
     int colorResolution = 0;

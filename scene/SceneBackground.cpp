@@ -190,6 +190,10 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters)
             result =
                 DrawBackgroundTexture(parameters, dithered->GetDIBInfo(), dithered->GetDIBBits());
         }
+        else
+        {
+            parameters->LoseBackgroundPicture();
+        }
     }
     Notify(*parameters, "");
     return result;
@@ -206,6 +210,7 @@ int SceneObject::DrawFileBackgroundTexture(DrawingParameters* parameters)
     MemoryMappedDIB picture;
     if (picture.Open(texture.filename) != 1)
     {
+        parameters->LoseBackgroundPicture();
         return 0;
     }
     const int result =
@@ -213,7 +218,12 @@ int SceneObject::DrawFileBackgroundTexture(DrawingParameters* parameters)
     // Another program may have cut the file off meanwhile. The rest of the picture is black then.
     const bool isWhole = !picture.HasLostBytes();
     picture.Close();
-    return isWhole ? result : 0;
+    if (!isWhole)
+    {
+        parameters->LoseBackgroundPicture();
+        return 0;
+    }
+    return result;
 }
 
 int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITMAPINFO* bitmapInfo,

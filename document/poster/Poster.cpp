@@ -11,6 +11,8 @@
 #include "document/poster/PosterTarget.h"
 #include "document/poster/ShownTextures.h"
 #include "orvane/Error.h"
+#include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -108,7 +110,11 @@ void DrawUncommittedPoster(const ViewObject& view, const PosterSettings& setting
     }
     strips.Finish();
     deadline.ThrowIfStopped(settings.output, share);
-    textures.ThrowIfLost();
+    textures.TellLost(options.warn);
+    if (bands.HasLostBackgroundPicture())
+    {
+        TellLostPicture(view.GetScene()->GetTexture()->filename.Text(), options.warn);
+    }
     target.Finish();
 }
 

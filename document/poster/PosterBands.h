@@ -42,6 +42,8 @@ public:
 
     /// Draws a band into the bitmap. Returns false when the scene could not be drawn completely.
     bool Draw(int row, int column);
+    /// Whether the background picture could not be read completely while a band was drawn.
+    bool HasLostBackgroundPicture() const { return parameters_.hasLostBackgroundPicture; }
     /// Copies the band that was drawn last, without its margin, to its place in a strip.
     void CopyTo(Strip& strip, int column) const;
 

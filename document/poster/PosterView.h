@@ -18,9 +18,11 @@ public:
 
     bool ShouldDraw(const DrawingObject& node) const override;
     bool ShouldKeepTransparentDepth() const override { return keepsTransparentDepth; }
+    void LoseBackgroundPicture() override { hasLostBackgroundPicture = true; }
 
     std::vector<const DrawingObject*> hidden;  ///< nodes to leave out, sorted by address
     bool keepsTransparentDepth = false;
+    bool hasLostBackgroundPicture = false;  ///< in any draw with these parameters
 };
 
 /// A copy of a view for pictures. It shows the same scene and does not change the scene.

@@ -7,6 +7,7 @@
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
 
+#include <set>
 #include <utility>
 
 namespace orvane
@@ -29,22 +30,31 @@ ShownTextures::ShownTextures(const ViewObject& view)
     }
 }
 
-void ShownTextures::ThrowIfLost() const
+void ShownTextures::TellLost(const MissingPictureFunction& warn) const
 {
     // The drawing clears the flag of a texture that has no pixels.
-    const TextureMap* lost = nullptr;
+    std::set<std::string> lost;
     for (TextureMap* const texture : textures_)
     {
         if (!texture->ShouldTexture())
         {
             texture->textureFlags |= TextureMap::Valid;
-            lost = lost != nullptr ? lost : texture;
+            lost.insert(texture->filename.Text());
         }
     }
-    if (lost != nullptr)
+    for (const std::string& file : lost)
     {
-        throw Error(lost->filename.Text(), "the texture could not be read when it was drawn");
+        TellLostPicture(file, warn);
     }
+}
+
+void TellLostPicture(const std::string& file, const MissingPictureFunction& warn)
+{
+    if (!warn)
+    {
+        throw Error(file, "the picture could not be read completely when it was drawn");
+    }
+    warn({file, MissingPicture::Reason::Unreadable});
 }
 
 }  // namespace orvane

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "orvane/Options.h"
+
+#include <string>
 #include <vector>
 
 class TextureMap;
@@ -17,12 +20,17 @@ public:
     /// To be made before the drawing. The textures of the view's scene are borrowed.
     explicit ShownTextures(const ViewObject& view);
 
-    /// To be called after the drawing. Throws Error when a texture could not be read. The next
-    /// drawing tries again to read it.
-    void ThrowIfLost() const;
+    /// To be called after the drawing: tells which textures could not be read, each file once. The
+    /// next drawing tries again to read them.
+    /// \param warn if empty, throws Error for the first of them
+    void TellLost(const MissingPictureFunction& warn) const;
 
 private:
     std::vector<TextureMap*> textures_;
 };
+
+/// Tells that a picture could not be read completely while it was drawn. Throws Error when \p warn
+/// is empty.
+void TellLostPicture(const std::string& file, const MissingPictureFunction& warn);
 
 }  // namespace orvane

@@ -325,6 +325,86 @@ TEST(DocumentPictures, ATextureThatCannotBeReadWhenItIsDrawnIsAnErrorUntilItCan)
     EXPECT_TRUE(folder.Has("a.png"));
 }
 
+/// A document with a text and a background picture, which are both of one colour.
+class LostPictures : public testing::Test
+{
+protected:
+    LostPictures()
+    {
+        for (const std::string& name : {texture, background})
+        {
+            std::filesystem::copy_file(picture.Path(), name);
+        }
+        orvane::TextOptions look;
+        look.texture.emplace();
+        look.texture->file = texture;
+        document.AddText("I", look);
+        orvane::BackgroundOptions behind;
+        behind.file = background;
+        document.SetBackground(behind);
+        options.size = size;
+        options.samples = 1;
+    }
+
+    const HeadlessContext context{size.width, size.height};
+    ToolFolder folder;
+    const PictureFile picture{"one-colour", 2, 2, [](int, int) { return Rgb{10, 200, 30}; }};
+    const std::string texture = folder.Path("t.bmp");
+    const std::string background = folder.Path("b.bmp");
+    Document document;
+    orvane::PictureOptions options;
+    std::vector<std::string> lost;
+    const orvane::MissingPictureFunction note = [this](const orvane::MissingPicture& missing) {
+        EXPECT_EQ(missing.reason, orvane::MissingPicture::Reason::Unreadable);
+        lost.push_back(missing.file);
+    };
+};
+
+TEST_F(LostPictures, ABackgroundThatCannotBeReadWhenItIsDrawnIsAnErrorUnlessTheHostIsTold)
+{
+    REQUIRE_CONTEXT(context);
+    std::filesystem::remove(background);
+    for (const char* const name : {"a.png", "a.bmp"})
+    {
+        options.bits = std::string(name) == "a.bmp" ? 8 : 24;  // 8 through a dithered image
+        try
+        {
+            orvane::WritePicture(document, folder.Path(name), options);
+            ADD_FAILURE() << "nothing was thrown";
+        }
+        catch (const orvane::Error& error)
+        {
+            EXPECT_EQ(error.Place(), background);
+        }
+        EXPECT_FALSE(folder.Has(name));
+        options.warn = note;
+        orvane::WritePicture(document, folder.Path(name), options);
+        EXPECT_TRUE(folder.Has(name));
+        EXPECT_EQ(lost, std::vector<std::string>{background});
+        options.warn = nullptr;
+        lost.clear();
+    }
+}
+
+TEST_F(LostPictures, AreToldOnceEachByALargePictureAndByADrawing)
+{
+    REQUIRE_CONTEXT(context);
+    std::filesystem::remove(texture);
+    options.size = Size{3000, 2000};
+    options.warn = note;
+    // The background picture is cut off after the first band.
+    options.progress = [this](double) { std::filesystem::resize_file(background, 60); };
+    orvane::WritePicture(document, folder.Path("a.png"), options);
+    EXPECT_EQ(lost, (std::vector<std::string>{texture, background}));
+
+    lost.clear();
+    orvane::DrawOptions draw;
+    EXPECT_THROW(orvane::Draw(document, draw), orvane::Error);
+    draw.warn = note;
+    orvane::Draw(document, draw);
+    EXPECT_EQ(lost, (std::vector<std::string>{texture, background}));
+}
+
 TEST(DocumentPicking, AHitNamesNodeLetterAndPart)
 {
     const HeadlessContext context(1, 1);

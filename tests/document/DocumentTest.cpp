@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: MIT
 // Documents as a host uses them, without drawing.
 
+#include "document/SceneFraming.h"
+#include "extrude/OrvFont.h"
 #include "host/CArchive.h"
 #include "host/CFile.h"
 #include "orvane/DocumentAccess.h"
 #include "orvane/orvane.h"
 #include "platform/Fonts.h"
+#include "platform/Messages.h"
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+#include "tests/support/FontFile.h"
 #include "tests/support/Json.h"
+#include "tests/support/PrivateFonts.h"
 #include "tests/support/ToolRun.h"
 
 #include <gtest/gtest.h>
@@ -204,6 +209,49 @@ TEST(Document, ErrorsNamePlaceFoundAndExpected)
     EXPECT_THROW(orvane::ParseColor("blurple"), orvane::OptionError);
     EXPECT_THROW(orvane::FindFont("No Such Font"), orvane::Error);
     EXPECT_TRUE(document.Nodes().empty());
+}
+
+TEST(Document, LettersWithoutAReadableOutlineAreToldOnceForEachFont)
+{
+    PrivateFonts installed({});
+    OrvFont fonts[2];
+    for (const int n : {0, 1})
+    {
+        const std::string name = n == 0 ? "First" : "Second";
+        const std::string file = installed.Folder() + "/" + name + ".ttf";
+        // The outline of A, at byte 26 of its table, claims more contours than it has.
+        FontFile::EdgeTest()
+            .Names(name, "Regular", name, name)
+            .PutWord("glyf", 26, 0x7FFF)
+            .Write(file);
+        installed.Install(file);
+        const std::vector<EnumeratedFont> found = EnumerateFonts(name.c_str());
+        ASSERT_EQ(found.size(), 1u);
+        ASSERT_EQ(fonts[n].Create(&found[0].record, &found[0].metrics), 1);
+    }
+    const MessageBoxHandler before =
+        SetMessageBoxHandler([](HWND, LPCSTR, LPCSTR, UINT) { return IDOK; });
+    Document document;
+    EXPECT_TRUE(document.MissingLetters().empty());
+    const std::pair<const char*, OrvFont*> texts[] = {{"BAB\r\nA", &fonts[0]},
+                                                      {"B ", &fonts[1]},
+                                                      {"A", &fonts[0]},
+                                                      {"HA", &fonts[1]},
+                                                      {"A", nullptr}};
+    for (const auto& [text, font] : texts)
+    {
+        auto node = std::make_unique<OrvFontString>();
+        node->SetTextString(text);
+        node->AttachFont(font);
+        orvane::AddNode(orvane::SceneOf(document), std::move(node));
+    }
+    const std::vector<orvane::MissingLetter> missing = document.MissingLetters();
+    SetMessageBoxHandler(before);
+    ASSERT_EQ(missing.size(), 2u);
+    EXPECT_EQ(missing[0].font, "First");
+    EXPECT_EQ(missing[0].letter, "A");
+    EXPECT_EQ(missing[1].font, "Second");
+    EXPECT_EQ(missing[1].letter, "A");
 }
 
 TEST(Document, ASceneObjectAloneOpensWithAViewThatIsFramedForIt)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Bitmaps.h"
+#include "platform/Sync.h"
 #include "scene/DrawingParameters.h"
 #include "scene/SceneObject.h"
 #include "tests/support/FakeRendering.h"
@@ -8,8 +9,91 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace
 {
+
+/// Counts how often the background picture was lost.
+class CountingParameters : public DrawingParameters
+{
+public:
+    void LoseBackgroundPicture() override { ++lost; }
+
+    int lost = 0;
+};
+
+/// A scene with a background of tiles of 16 by 16 pixels, in a view of 16 by 32.
+class TwoTiles : public testing::Test
+{
+protected:
+    TwoTiles()
+    {
+        fake.currentDc = CreateCompatibleDC(nullptr);
+        scene.GetTexture()->Load(picture.Path());
+        scene.GetTexture()->placement = 1;
+        projection.SetScaledSize(16, 32);
+        projection.SetViewSize(16, 32);
+        parameters.SetFlags(0x40B9);
+        parameters.SetProjection(&projection);
+    }
+    ~TwoTiles() override
+    {
+        beforeWaitForSingleObject = nullptr;
+        afterMapViewOfFile = nullptr;
+        DeleteDC(fake.currentDc);
+    }
+
+    const PictureFile picture{"tiles", 16, 16, [](int, int) { return Rgb{1, 2, 3}; }};
+    FakeRendering fake;
+    SceneObject scene;
+    ProjectionData projection;
+    CountingParameters parameters;
+};
+
+TEST_F(TwoTiles, APictureThatIsCutOffBetweenTwoTilesIsToldAsLost)
+{
+    // The drawing looks at its termination event before the second row of tiles.
+    const HANDLE event = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    parameters.SetTerminationEvent(event);
+    bool isOpen = false;
+    afterMapViewOfFile = [&isOpen] { isOpen = true; };
+    EXPECT_EQ(scene.DrawBackground(&parameters), 1);
+    EXPECT_TRUE(isOpen);
+    EXPECT_EQ(parameters.lost, 0);
+
+    isOpen = false;
+    beforeWaitForSingleObject = [&] {
+        if (isOpen)
+        {
+            std::filesystem::resize_file(picture.Path(), 100);
+        }
+    };
+    const GlRecording recording;
+    EXPECT_EQ(scene.DrawBackground(&parameters), 0);
+    EXPECT_EQ(recording.Only({"StretchDIBits"}).size(), 2U);
+    EXPECT_EQ(parameters.lost, 1);
+    CloseHandle(event);
+}
+
+TEST_F(TwoTiles, APictureThatIsGoneIsToldAsLost)
+{
+    std::filesystem::remove(picture.Path());
+    EXPECT_EQ(scene.DrawBackground(&parameters), 0);
+    EXPECT_EQ(parameters.lost, 1);
+    fake.colorBits = 8;  // now through a dithered image
+    EXPECT_EQ(scene.DrawBackground(&parameters), 0);
+    EXPECT_EQ(parameters.lost, 2);
+}
+
+TEST_F(TwoTiles, ADrawingThatIsStoppedLosesNothing)
+{
+    const HANDLE event = CreateEventA(nullptr, TRUE, TRUE, nullptr);
+    parameters.SetTerminationEvent(event);
+    EXPECT_EQ(scene.DrawBackground(&parameters), 0);
+    EXPECT_EQ(parameters.lost, 0);
+    CloseHandle(event);
+}
 
 /// The calls that draw a background of one pixel, as tiles, in a view of that size.
 std::vector<std::string> CallsOfTiles(int viewWidth, int viewHeight)
