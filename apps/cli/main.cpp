@@ -15,7 +15,6 @@
 #include <cstdio>
 #include <exception>
 #include <new>
-#include <sstream>
 #include <string>
 
 namespace orvane
@@ -34,17 +33,10 @@ int Complain(const std::string& message, int status)
     return status;
 }
 
-/// Says what the library would show in a message box, whose text has several lines and may contain
-/// the name of a font.
-int SayMessageBox(HWND, LPCSTR text, LPCSTR, UINT)
+/// The library shows a message box for each letter that it cannot build. The commands tell these
+/// letters themselves, on one line each.
+int IgnoreMessageBox(HWND, LPCSTR, LPCSTR, UINT)
 {
-    std::istringstream words(text != nullptr ? text : "");
-    std::string line;
-    for (std::string word; words >> word;)
-    {
-        line += (line.empty() ? "" : " ") + word;
-    }
-    Say(line);
     return IDOK;
 }
 
@@ -104,7 +96,7 @@ int main(int argc, char** argv)
     using namespace orvane;
 
     PrepareProcess();
-    SetMessageBoxHandler(SayMessageBox);
+    SetMessageBoxHandler(IgnoreMessageBox);
     RemoveUnfinishedFilesWhenInterrupted();
     try
     {

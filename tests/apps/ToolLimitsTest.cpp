@@ -120,6 +120,22 @@ TEST_F(ToolLimits, TooMuchMemoryEndsTheCommand)
     EXPECT_EQ(enough.status, 0) << enough.err;
 }
 
+TEST_F(ToolLimits, InfoAndPickAreLimitedToo)
+{
+    AddText("A");
+    Save();
+    for (const Arguments& command :
+         {Arguments{"info", "s.orv"}, Arguments{"pick", "s.orv", "1,1", "--size", "9x9"}})
+    {
+        Arguments arguments = command;
+        arguments.insert(arguments.end(), {"--max-memory", "1"});
+        ExpectRefusal(folder, arguments, {"--max-memory allows 1"}, 1);
+        arguments.insert(arguments.end(), {"--max-seconds", "1000"});
+        *(arguments.end() - 3) = "4000";
+        EXPECT_EQ(folder.Run(arguments).status, 0);
+    }
+}
+
 TEST_F(ToolLimits, ATextAtTheLimitIsSavedAndOpened)
 {
     folder.Write("t", std::string(orvane::limits::maxTextBytes, 'A'));

@@ -6,9 +6,13 @@
 #include "tests/support/ToolRun.h"
 
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/inotify.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <string>
+#include <thread>
 
 namespace
 {
@@ -126,6 +130,100 @@ TEST_F(ToolMissingFont, TheFontThatIsUsedInsteadIsTold)
         1);
 }
 
+TEST_F(ToolMissingFont, InfoAndPickTellTheFontAndPickCanFail)
+{
+    const std::string told =
+        "orvane: s.orv: the font \"Edge Test Regular\" is not installed, \"Other Regular\" is used "
+        "instead\n";
+    const ToolResult info = folder.Run({"info", "s.orv"});
+    EXPECT_EQ(info.status, 0);
+    EXPECT_EQ(info.err, told);
+    EXPECT_NE(info.out, "");
+    const std::vector<std::string> pick = {"pick", "s.orv", "30,20", "--size", "60x40"};
+    const ToolResult picked = folder.Run(pick);
+    EXPECT_EQ(picked.status, 0);
+    EXPECT_EQ(picked.err, told);
+    EXPECT_NE(picked.out, "");
+    std::vector<std::string> strict = pick;
+    strict.push_back("--strict");
+    const ToolResult failed = folder.Run(strict);
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_EQ(failed.err, told + "orvane: s.orv: --strict: parts of the scene are missing\n");
+    EXPECT_EQ(failed.out, "");
+}
+
+/// Counts how often other programs have closed a file that they had opened.
+class CloseCounter
+{
+public:
+    explicit CloseCounter(const std::string& path) : watch_(inotify_init1(IN_CLOEXEC))
+    {
+        // Openings are watched too: without them, several closings in a row would be one event.
+        inotify_add_watch(watch_, path.c_str(), IN_OPEN | IN_CLOSE);
+    }
+    ~CloseCounter() { close(watch_); }
+    CloseCounter(const CloseCounter&) = delete;
+    CloseCounter& operator=(const CloseCounter&) = delete;
+
+    /// Waits for a number of closings, but no longer than the given milliseconds for each event.
+    /// Returns how many there were.
+    int WaitFor(int count, int milliseconds)
+    {
+        int closings = 0;
+        pollfd event = {watch_, POLLIN, 0};
+        while (closings < count && poll(&event, 1, milliseconds) == 1)
+        {
+            // The event of a file itself has no name, so one event is read at a time.
+            inotify_event change = {};
+            if (read(watch_, &change, sizeof change) != sizeof change)
+            {
+                break;
+            }
+            closings += (change.mask & IN_CLOSE) != 0 ? 1 : 0;
+        }
+        return closings;
+    }
+
+private:
+    int watch_;
+};
+
+TEST(ToolMissingPicture, ABackgroundThatIsCutOffWhileItIsDrawnIsToldOrIsAnError)
+{
+    ToolFolder folder;
+    const std::string background = folder.Path("p.bmp");
+    folder.Write("p.bmp", BmpOfOnePixel());
+    ASSERT_EQ(folder.Run({"render", " ", "--background", "p.bmp", "--save", "s.orv"}).status, 0);
+    // How often the file is read before the drawing. In the runs below it is cut off then, while
+    // the many bands of a large picture are drawn.
+    CloseCounter before(background);
+    ASSERT_EQ(folder.Run({"render", "--scene", "s.orv", "--save", "t.orv"}).status, 0);
+    const int readings = before.WaitFor(1000, 0);
+    ASSERT_GT(readings, 0);
+    for (const bool isStrict : {false, true})
+    {
+        folder.Write("p.bmp", BmpOfOnePixel());
+        std::filesystem::remove(folder.Path("x.png"));
+        CloseCounter now(background);
+        std::thread other([&] {
+            EXPECT_EQ(now.WaitFor(readings, 30'000), readings);
+            std::filesystem::resize_file(background, 10);
+        });
+        std::vector<std::string> command = {"render", "--scene", "s.orv",    "-o",
+                                            "x.png",  "--size",  "4000x4000"};
+        if (isStrict)
+        {
+            command.push_back("--strict");
+        }
+        const ToolResult result = folder.Run(command);
+        other.join();
+        EXPECT_EQ(CountOf("p.bmp", result.err), 1) << result.err;
+        EXPECT_EQ(CountOf("could not be read completely", result.err), 1) << result.err;
+        EXPECT_EQ(result.status, isStrict ? 1 : 0);
+        EXPECT_EQ(folder.Has("x.png"), !isStrict);
+    }
+}
+
 TEST_F(ToolMissing, APictureThatIsGoneMakesStrictFail)
 {
     ToolFolder scenes;
@@ -152,17 +250,31 @@ TEST(ToolMissingLetter, ALetterThatCannotBeBuiltIsToldOnceOnOneLine)
     folder.UseFonts({fonts.Path("broken.ttf")});
     const ToolResult result = folder.Run({"render", "ABA", "A", "-o", "x.png", "--size", "60x40"});
     EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.err,
-              "orvane: Glyph Construction Error: Glyph Number: 35 Character Number: 65 Font Name: "
-              "Edge Test Regular\n");
+    EXPECT_EQ(
+        result.err,
+        "orvane: the letter \"A\" is left out: the font \"Edge Test Regular\" has no readable "
+        "outline of it\n");
     EXPECT_TRUE(folder.Has("x.png"));
 
     const ToolResult strict =
         folder.Run({"render", "ABA", "-o", "y.png", "--size", "60x40", "--strict"});
     EXPECT_EQ(strict.status, 1);
-    EXPECT_EQ(CountOf("Glyph Construction Error", strict.err), 1);
+    EXPECT_EQ(CountOf("the letter \"A\"", strict.err), 1);
     EXPECT_EQ(CountOf("--strict", strict.err), 1);
     EXPECT_FALSE(folder.Has("y.png"));
+
+    // A scene tells it with its name, and so does a pick.
+    ASSERT_EQ(folder.Run({"render", "AB", "--save", "s.orv"}).status, 0);
+    for (const std::vector<std::string>& command :
+         {std::vector<std::string>{"render", "--scene", "s.orv", "-o", "z.png", "--size", "60x40"},
+          {"pick", "s.orv", "30,20", "--size", "60x40"}})
+    {
+        const ToolResult told = folder.Run(command);
+        EXPECT_EQ(told.status, 0);
+        EXPECT_EQ(told.err,
+                  "orvane: s.orv: the letter \"A\" is left out: the font \"Edge Test Regular\" has "
+                  "no readable outline of it\n");
+    }
 }
 
 }  // namespace

@@ -417,9 +417,11 @@ TEST_F(ToolPick, ASceneThatCannotBePickedGivesStatus1)
     AddText("I").SetBevelStyle(7);
     const ToolResult result = Run("1,1");
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err,
-              "orvane: the scene cannot be picked: node 0, OrvFontString \"I\", has the "
-              "edge style 7 where 0 to 2 are known\n");
+    // Before it stands that the font is not installed.
+    EXPECT_TRUE(
+        result.err.ends_with("orvane: the scene cannot be picked: node 0, OrvFontString \"I\", has "
+                             "the edge style 7 where 0 to 2 are known\n"))
+        << result.err;
 
     scene.DestroyChildren();
     DrawingObject* deepest = &scene;

@@ -4,12 +4,13 @@
 #include "apps/cli/Terminal.h"
 #include "apps/cli/info/JsonWriter.h"
 #include "document/SceneDocument.h"
-#include "document/TextEncoding.h"
+#include "document/TextNode.h"
 #include "orvane/Error.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
-#include <cctype>
-#include <string>
+#include <iterator>
 #include <vector>
 
 namespace orvane
@@ -17,9 +18,6 @@ namespace orvane
 
 namespace
 {
-
-/// The messages of letters that could not be built, each once, in the order in which they came.
-std::vector<std::string> unbuiltLetters;
 
 /// Tells the first problems, and how many more there are: a file can have a million of them.
 /// \param place begins each message
@@ -36,79 +34,93 @@ void Tell(const std::string& place, const std::vector<std::string>& problems)
     }
 }
 
-/// The text with each run of white space as one space.
-std::string OnOneLine(const char* text)
+std::string PictureText(const MissingPicture& picture)
 {
-    std::string line;
-    for (const char* at = text; *at != 0; ++at)
+    const std::string name = "the picture " + Quoted(picture.file);
+    switch (picture.reason)
     {
-        const bool isSpace = std::isspace(static_cast<unsigned char>(*at)) != 0;
-        if (!isSpace)
-        {
-            line += *at;
-        }
-        else if (!line.empty() && line.back() != ' ')
-        {
-            line += ' ';
-        }
+        case MissingPicture::Reason::NotFound:
+            return name +
+                   " is left out: there is no such file, and none of that name beside the scene";
+        case MissingPicture::Reason::NotAllowed:
+            return name +
+                   " is left out: it is not in the folder of the scene; --allow-folder with its "
+                   "folder, or --trust, allows it";
+        default:
+            return name +
+                   " is shown only in part or not at all: its file could not be read completely "
+                   "while it was drawn";
     }
-    line.resize(line.find_last_not_of(' ') + 1);
-    return line;
 }
 
-int TakeMessage(HWND, LPCSTR text, LPCSTR, UINT)
+std::string FontText(const MissingFont& font)
 {
-    const std::string line = ToUtf8(OnOneLine(text).c_str());
-    if (std::find(unbuiltLetters.begin(), unbuiltLetters.end(), line) == unbuiltLetters.end())
+    return "the font " + Quoted(font.name) + " is not installed, " +
+           (font.used.empty() ? "and no other font is; its texts are left out"
+                              : Quoted(font.used) + " is used instead");
+}
+
+std::string LetterText(const MissingLetter& letter)
+{
+    return "the letter " + Quoted(letter.letter) + " is left out: the font " + Quoted(letter.font) +
+           " has no readable outline of it";
+}
+
+void AddProblems(std::vector<std::string>& problems, const SceneDocument& document,
+                 MissingKind kind)
+{
+    const auto add = [&problems](const auto& parts, const auto& textOf) {
+        std::transform(parts.begin(), parts.end(), std::back_inserter(problems), textOf);
+    };
+    switch (kind)
     {
-        unbuiltLetters.push_back(line);
+        case MissingKind::Picture:
+            return add(document.missingPictures, PictureText);
+        case MissingKind::Font:
+            return add(document.missingFonts, FontText);
+        case MissingKind::Letter:
+            return add(MissingLettersOf(document), LetterText);
     }
-    return IDOK;
+}
+
+/// The beginning of each message about a document.
+std::string PlaceOf(const SceneDocument& document)
+{
+    return document.path.empty() ? "" : document.path + ": ";
 }
 
 }  // namespace
 
-void TellMissingParts(const SceneDocument& document, Strictness strictness)
+void TellMissingParts(const SceneDocument& document, std::initializer_list<MissingKind> kinds,
+                      Strictness strictness)
 {
     std::vector<std::string> problems;
-    for (const MissingPicture& picture : document.missingPictures)
+    for (const MissingKind kind : kinds)
     {
-        problems.push_back("the picture " + Quoted(picture.file) + " is left out: " +
-                           (picture.reason == MissingPicture::Reason::NotFound
-                                ? "there is no such file, and none of that name beside the scene"
-                                : "it is not in the folder of the scene; --allow-folder with its "
-                                  "folder, or --trust, allows it"));
+        AddProblems(problems, document, kind);
     }
-    for (const MissingFont& font : document.missingFonts)
-    {
-        problems.push_back("the font " + Quoted(font.name) + " is not installed, " +
-                           (font.used.empty() ? "and no other font is; its texts are left out"
-                                              : Quoted(font.used) + " is used instead"));
-    }
-    Tell(document.path + ": ", problems);
+    Tell(PlaceOf(document), problems);
     if (strictness == Strictness::Fail && !problems.empty())
     {
         throw Error(document.path, "--strict: parts of the scene are missing");
     }
 }
 
-UnbuiltLetters::UnbuiltLetters() : previous_(SetMessageBoxHandler(TakeMessage))
+MissingPictureFunction LostPictureTeller(const SceneDocument& document, Strictness strictness)
 {
-    unbuiltLetters.clear();
-}
-
-UnbuiltLetters::~UnbuiltLetters()
-{
-    SetMessageBoxHandler(previous_);
-    Tell("", unbuiltLetters);
-}
-
-void UnbuiltLetters::ThrowIfAny()
-{
-    if (!unbuiltLetters.empty())
+    if (strictness == Strictness::Fail)
     {
-        throw Error("", "--strict: letters are missing");
+        return {};
     }
+    return [place = PlaceOf(document)](const MissingPicture& picture) {
+        Say(place + PictureText(picture));
+    };
+}
+
+void AddStrictOption(CLI::App& command, Strictness& strictness, const std::string& description)
+{
+    command.add_flag_callback(
+        "--strict", [&strictness] { strictness = Strictness::Fail; }, description);
 }
 
 }  // namespace orvane

@@ -1,7 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Messages.h"
+#include "orvane/Options.h"
+
+#include <initializer_list>
+#include <string>
+
+namespace CLI
+{
+class App;
+}
 
 namespace orvane
 {
@@ -15,25 +23,24 @@ enum class Strictness
     Fail
 };
 
-/// Tells on standard error which pictures and fonts a scene names and does not show, each once.
-/// Throws Error when there are any and the command is to fail.
-void TellMissingParts(const SceneDocument& document, Strictness strictness);
-
-/// While an object of this class lives, messages about letters that cannot be built are collected.
-/// At the end of its life they are told on standard error, each once. Make only one at a time.
-class UnbuiltLetters
+/// The parts that a scene can name without showing them.
+enum class MissingKind
 {
-public:
-    UnbuiltLetters();
-    ~UnbuiltLetters();
-    UnbuiltLetters(const UnbuiltLetters&) = delete;
-    UnbuiltLetters& operator=(const UnbuiltLetters&) = delete;
-
-    /// Throws Error when there was such a message.
-    static void ThrowIfAny();
-
-private:
-    MessageBoxHandler previous_;
+    Picture,
+    Font,
+    Letter
 };
+
+/// Tells on standard error which parts of these kinds are missing, each once. Throws Error when
+/// there are any and the command is to fail.
+void TellMissingParts(const SceneDocument& document, std::initializer_list<MissingKind> kinds,
+                      Strictness strictness);
+
+/// For PictureOptions::warn: tells the same of a picture that could not be read while it was drawn.
+/// Empty, so that the drawing throws Error, when the command is to fail.
+MissingPictureFunction LostPictureTeller(const SceneDocument& document, Strictness strictness);
+
+/// Adds --strict to a command.
+void AddStrictOption(CLI::App& command, Strictness& strictness, const std::string& description);
 
 }  // namespace orvane

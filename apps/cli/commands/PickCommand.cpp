@@ -2,6 +2,8 @@
 #include "apps/cli/Errors.h"
 #include "apps/cli/Terminal.h"
 #include "apps/cli/commands/Commands.h"
+#include "apps/cli/commands/CostOptions.h"
+#include "apps/cli/commands/MissingParts.h"
 #include "apps/cli/commands/OptionValues.h"
 #include "apps/cli/info/JsonWriter.h"
 #include "apps/cli/info/NodeTitle.h"
@@ -37,6 +39,8 @@ struct PickOptions
     std::string pixel;
     std::string size;
     bool json = false;
+    CostLimits costs;
+    Strictness strictness = Strictness::GoOn;
 };
 
 /// A character of a text, in UTF-8.
@@ -165,8 +169,11 @@ void Pick(const PickOptions& options)
     {
         throw UsageError("PIXEL: a picture of " + options.size + " has no pixel " + options.pixel);
     }
+    const CostWatch watch(options.costs);
     const SceneDocument document = SceneDocument::Load(options.file, FontProgress());
     document.CheckLevels();
+    // Pictures are not told, because the answer does not depend on them.
+    TellMissingParts(document, {MissingKind::Font, MissingKind::Letter}, options.strictness);
     ViewObject view(*document.view);
     SizeView(view, size);
     std::vector<PickedPart> parts = ScenePicker(view).Pick(pixel.width, pixel.height);
@@ -199,6 +206,9 @@ void AddPickCommand(CLI::App& app)
         ->required()
         ->check(ReadableBy(ParseSize));
     command.add_flag("--json", options->json, "Prints a JSON object, or null");
+    AddStrictOption(command, options->strictness,
+                    "Fails and prints nothing when a font or a letter is\nmissing");
+    AddCostOptions(command, options->costs);
     command.callback([options] { Pick(*options); });
 }
 

@@ -178,6 +178,7 @@ SceneDocument BuildScene(const RenderOptions& options, const Request& request)
         SetDrawingMode(*document.view, DrawingMode::Outline);
     }
     FrameScene(*document.view, request.camera.value_or(CameraOptions()), request.settings.size);
+    TellMissingParts(document, {MissingKind::Letter}, options.strictness);
     return document;
 }
 
@@ -208,7 +209,8 @@ SceneDocument LoadScene(const RenderOptions& options, Request& request)
 {
     SceneDocument document = SceneDocument::Load(options.sceneFile, FontProgress(), options.open);
     document.CheckLevels();
-    TellMissingParts(document, options.strictness);
+    TellMissingParts(document, {MissingKind::Picture, MissingKind::Font, MissingKind::Letter},
+                     options.strictness);
     SceneObject& scene = *document.scene;
     ViewObject& view = *document.view;
     if (const std::optional<Size> framed = FramedSize(view))
@@ -250,13 +252,8 @@ void DrawDocument(const SceneDocument& document, PosterSettings settings, Poster
     SignalWhenInterrupted(EventOf(interruption));
     settings.options.cancellation = interruption;
     ProgressBar progress("Drawing");
-    settings.options.progress = [&progress, strictness](double share) {
-        progress.Show(share);
-        if (strictness == Strictness::Fail)
-        {
-            UnbuiltLetters::ThrowIfAny();
-        }
-    };
+    settings.options.progress = [&progress](double share) { progress.Show(share); };
+    settings.options.warn = LostPictureTeller(document, strictness);
     ViewObject view(*document.view);
     SizeView(view, settings.size);
     DrawUncommittedPoster(view, settings, target);
@@ -302,7 +299,6 @@ void RenderWithin(const RenderOptions& options, const CostWatch& watch)
 void Render(const RenderOptions& options)
 {
     const CostWatch watch(options.costs);
-    const UnbuiltLetters unbuilt;
     try
     {
         RenderWithin(options, watch);
@@ -448,9 +444,8 @@ void AddRenderCommand(CLI::App& app)
         .add_flag("--trust", o.open.trust,
                   "The scene may show pictures from anywhere, not only\nfrom its own folder")
         ->needs(scene);
-    command.add_flag_callback(
-        "--strict", [&o] { o.strictness = Strictness::Fail; },
-        "Fails and writes nothing when a picture, a font or a\nletter is missing");
+    AddStrictOption(command, o.strictness,
+                    "Fails and writes nothing when a picture, a font or a\nletter is missing");
     CLI::Option* const view =
         add("--view", o.view, "NAME", "Draws the scene through a view that is saved in its\nfile")
             ->needs(scene);

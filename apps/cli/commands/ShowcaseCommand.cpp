@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/Terminal.h"
 #include "apps/cli/commands/Commands.h"
+#include "apps/cli/commands/MissingParts.h"
 #include "document/FontChoice.h"
 #include "document/SceneDocument.h"
 #include "document/SceneFraming.h"
@@ -93,6 +94,7 @@ void DrawShowcase(const std::string& output)
     CameraOptions camera;
     camera.turn = {9, 20, 0};
     FrameScene(*document.view, camera, settings.size);
+    TellMissingParts(document, {MissingKind::Letter}, Strictness::GoOn);
     DrawPoster(*document.view, settings, *target);
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/commands/Commands.h"
+#include "apps/cli/commands/CostOptions.h"
 #include "apps/cli/info/MeshFileInfo.h"
 #include "apps/cli/info/SceneInfo.h"
 #include "document/OutputFile.h"
@@ -22,10 +23,12 @@ struct InfoOptions
     bool json = false;
     bool chunks = false;
     std::optional<std::string> dump;
+    CostLimits costs;
 };
 
 void PrintInfo(const InfoOptions& options)
 {
+    const CostWatch watch(options.costs);
     const bool isMeshFile = IsMeshFile(options.file);
     if (!isMeshFile && (options.chunks || options.dump))
     {
@@ -65,6 +68,7 @@ void AddInfoCommand(CLI::App& app)
                     "3D Studio files only: write the vertices, faces\nand normals as text into "
                     "FILE and print nothing\nelse; - is standard output")
         ->option_text("FILE");
+    AddCostOptions(command, options->costs);
     command.callback([options] { PrintInfo(*options); });
 }
 

@@ -2,6 +2,7 @@
 #include "apps/cli/info/SceneInfo.h"
 
 #include "apps/cli/Terminal.h"
+#include "apps/cli/commands/MissingParts.h"
 #include "apps/cli/info/InfoText.h"
 #include "apps/cli/info/JsonWriter.h"
 #include "apps/cli/info/NodeTitle.h"
@@ -208,6 +209,8 @@ std::string SceneToText(const SceneDocument& document)
 std::string DescribeScene(const std::string& path, InfoFormat format)
 {
     const SceneDocument document = SceneDocument::Load(path, FontProgress());
+    // The description marks missing pictures itself.
+    TellMissingParts(document, {MissingKind::Font}, Strictness::GoOn);
     return format == InfoFormat::Json ? SceneToJson(document) : SceneToText(document);
 }
 
