@@ -3,9 +3,9 @@
 
 #include "contours/EdgeChains.h"
 #include "contours/Edges.h"
+#include "platform/Limits.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace orvane::contours
 {
@@ -17,8 +17,7 @@ bool EdgesKeepApart(const FlatOutline& flat)
 
 int CountMeetings(const FlatOutline& flat, int limit, bool* cross)
 {
-    const auto count = static_cast<int>(flat.vertices.size());
-    if (count > std::numeric_limits<unsigned short>::max())
+    if (flat.vertices.size() > limits::maxOutlineVertices)
     {
         return limit + 1;
     }
@@ -65,7 +64,7 @@ int CountMeetings(const FlatOutline& flat, int limit, bool* cross)
             }
         }
         comparisons += std::ssize(open);
-        if (meetings > limit || comparisons > maxComparisons)
+        if (meetings > limit || comparisons > limits::maxEdgeComparisons)
         {
             return limit + 1;
         }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "contours/EdgeChains.h"
 
+#include "platform/Limits.h"
+
 #include <algorithm>
 
 namespace orvane::contours
@@ -32,7 +34,7 @@ bool EdgeChains::EdgesKeepApart(const FlatOutline& flat)
             }
         }
         comparisons += static_cast<std::int64_t>(m);
-        if (comparisons > maxComparisons)
+        if (comparisons > limits::maxEdgeComparisons)
         {
             return false;
         }

@@ -23,7 +23,8 @@ namespace orvane::contours
 class EdgeChains
 {
 public:
-    /// Whether no two edges meet. Also false when the search gives up after maxComparisons.
+    /// Whether no two edges meet. Also false when the search gives up after
+    /// limits::maxEdgeComparisons.
     bool EdgesKeepApart(const FlatOutline& flat);
 
     /// After EdgesKeepApart(flat) has returned true: marks each contour that does not have the

@@ -13,10 +13,6 @@
 namespace orvane::contours
 {
 
-/// Searches for meeting edges give up after this many comparisons of two edges, so that no outline,
-/// however large, holds the program up.
-inline constexpr std::int64_t maxComparisons = 20000000;
-
 /// An edge between two vertices of a contour, with its bounding box.
 struct Edge
 {

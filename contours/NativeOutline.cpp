@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "contours/NativeOutline.h"
 
+#include "platform/Limits.h"
 #include "platform/Truncate.h"
 
 #include <algorithm>
@@ -25,7 +26,7 @@ std::int32_t ScaledCoordinate(std::int32_t value, int numerator, int denominator
 
 std::int32_t CoordinateOf(double units)
 {
-    constexpr double limit = 1 << 24;
+    constexpr double limit = limits::maxOutlineCoordinate;
     return TruncateToLong(std::clamp(std::round(units), -limit, limit)) * 64;
 }
 

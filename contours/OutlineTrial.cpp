@@ -5,6 +5,7 @@
 #include "contours/Crossings.h"
 #include "contours/Directions.h"
 #include "contours/EdgeChains.h"
+#include "platform/Limits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,10 +14,6 @@ namespace orvane::contours
 {
 namespace
 {
-
-/// An outline with more meetings of edges than this is no letter. Filling or repairing it could add
-/// a vertex for every meeting and would take too long.
-constexpr int maxMeetings = 20000;
 
 /// The area filled by the odd rule and the area filled by the non-zero rule may differ by at most
 /// this share of the larger area.
@@ -46,7 +43,8 @@ OutlineVerdict TryOutline(const NativeOutline& outline, int unitsPerEm, Crossing
     else
     {
         bool cross = false;
-        verdict.isHopeless = CountMeetings(flat, maxMeetings, &cross) > maxMeetings;
+        verdict.isHopeless =
+            CountMeetings(flat, limits::maxEdgeMeetings, &cross) > limits::maxEdgeMeetings;
         // The tessellator refuses edges that cross, with two exceptions. Moving vertices apart may
         // uncross the edges, so an outline with vertices at the same place is never presumed to
         // fail. And the tessellator may happen not to compare the two edges;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/CArchive.h"
 #include "host/CArchiveState.h"
+#include "platform/Limits.h"
 
 #include <memory>
 #include <string>
@@ -18,11 +19,6 @@ constexpr WORD classBit = 0x8000;  // set in the number of a class, clear in the
 constexpr WORD longNumberMark = 0x7FFF;  // a number of 32 bits follows
 constexpr DWORD longClassBit = 0x80000000;
 constexpr DWORD largestNumber = 0x3FFFFFFE;
-
-// How deep objects may nest in each other. Each level takes a few stack frames of the readers of
-// its classes, a few kilobytes at most, so 512 levels fit into the smallest usual stack. Scenes
-// nest far less deep.
-constexpr int deepestNesting = 512;
 
 // Adds 1 to a nesting depth while an object of this class exists.
 class NestingLevel
@@ -94,12 +90,12 @@ void CArchive::WriteObject(const CObject* object)
         WriteNumber(known->second, false);
         return;
     }
-    // Storing has the same limit as loading, so that everything stored can be loaded.
     const NestingLevel level(state_->depth);
-    if (state_->depth > deepestNesting)
+    if (state_->depth > orvane::limits::maxObjectNesting)
     {
-        Fail(CArchiveException::generic,
-             "objects nest more than " + std::to_string(deepestNesting) + " deep");
+        Fail(
+            CArchiveException::generic,
+            "objects nest more than " + std::to_string(orvane::limits::maxObjectNesting) + " deep");
     }
     WriteClass(object->GetRuntimeClass());
     AssignNumber(object);
@@ -130,10 +126,11 @@ CObject* CArchive::ReadObject(const CRuntimeClass* requested)
     }
 
     const NestingLevel level(state_->depth);
-    if (state_->depth > deepestNesting)
+    if (state_->depth > orvane::limits::maxObjectNesting)
     {
-        Fail(CArchiveException::generic,
-             "objects nest more than " + std::to_string(deepestNesting) + " deep");
+        Fail(
+            CArchiveException::generic,
+            "objects nest more than " + std::to_string(orvane::limits::maxObjectNesting) + " deep");
     }
     std::unique_ptr<CObject> object(runtimeClass->CreateObject());
     if (object == nullptr)

@@ -2,6 +2,7 @@
 #include "host/CObject.h"
 
 #include "host/CArchive.h"
+#include "platform/Limits.h"
 
 #include <cstring>
 #include <ostream>
@@ -9,10 +10,6 @@
 
 namespace
 {
-
-// The length of the longest class name, in bytes. It limits the memory that a damaged record can
-// take.
-constexpr std::size_t longestClassName = 255;
 
 // The first class in the list of serializable classes, which m_pNextClass links. The pointer is
 // initialized at compile time, because static objects of any source enter classes into the list at
@@ -59,11 +56,11 @@ CRuntimeClass* CRuntimeClass::FromName(LPCSTR name)
 void CRuntimeClass::Store(CArchive& archive) const
 {
     const std::size_t length = std::strlen(m_lpszClassName);
-    if (length > longestClassName)
+    if (length > orvane::limits::maxClassNameBytes)
     {
-        archive.Fail(CArchiveException::badClass, std::string(m_lpszClassName) +
-                                                      ": the class name has more than " +
-                                                      std::to_string(longestClassName) + " bytes");
+        archive.Fail(CArchiveException::badClass,
+                     std::string(m_lpszClassName) + ": the class name has more than " +
+                         std::to_string(orvane::limits::maxClassNameBytes) + " bytes");
     }
     archive << static_cast<WORD>(m_wSchema) << static_cast<WORD>(length);
     archive.Write(m_lpszClassName, static_cast<UINT>(length));
@@ -74,11 +71,11 @@ CRuntimeClass* CRuntimeClass::Load(CArchive& archive, UINT* schema, std::string*
     WORD storedSchema;
     WORD length;
     archive >> storedSchema >> length;
-    if (length > longestClassName)
+    if (length > orvane::limits::maxClassNameBytes)
     {
         return nullptr;
     }
-    char storedName[longestClassName + 1] = {};
+    char storedName[orvane::limits::maxClassNameBytes + 1] = {};
     archive.ReadExactly(storedName, length);
     *schema = storedSchema;
     if (name != nullptr)

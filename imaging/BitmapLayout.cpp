@@ -140,7 +140,7 @@ std::optional<BitmapFault> FindFault(const BITMAPINFO* info, std::uint64_t recor
     const bool isTooMuchToUnpack =
         IsPackedBitmap(info) && (unpacked > limits::MaxUnpackedBytes(needed) ||
                                  header.biWidth > limits::maxPackedRowPixels);
-    if (unpacked == 0 || unpacked > 0xFFFFFFFF || isTooMuchToUnpack)
+    if (unpacked == 0 || unpacked > limits::maxBitmapBytes || isTooMuchToUnpack)
     {
         return fault(offsetof(BITMAPINFOHEADER, biWidth),
                      text(header.biWidth) + " by " + text(header.biHeight) + " pixels",

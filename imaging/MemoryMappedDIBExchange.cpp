@@ -33,7 +33,8 @@ std::vector<DWORD> ReadStream(IStream* stream, std::size_t* size)
     end.QuadPart = 0;
     *size = 0;
     if (FAILED(stream->Seek(start, STREAM_SEEK_END, &end)) ||
-        FAILED(stream->Seek(start, STREAM_SEEK_SET, nullptr)) || end.QuadPart > 0xFFFFFFFF)
+        FAILED(stream->Seek(start, STREAM_SEEK_SET, nullptr)) ||
+        end.QuadPart > orvane::limits::maxBitmapBytes)
     {
         return {};
     }

@@ -5,8 +5,13 @@
 #include <cstdint>
 
 /// The largest inputs that the library takes, in one place. A file from a stranger may name any
-/// number; a number above its limit here is refused with an error that names the limit. Each limit
-/// gives its unit and its reason.
+/// number; a number above its limit here is refused with an error that names the limit, unless the
+/// limit says otherwise. Each limit gives its unit and its reason. docs/reliability.md names the
+/// tests at each limit and beyond it.
+///
+/// Two kinds of limits stand elsewhere: what a file format itself can hold, such as 1,073,741,822
+/// numbered objects in an archive and 80 bytes of a name in a 3D Studio file, stands where the
+/// format is read, and the ranges of options stand in orvane/Options.h.
 namespace orvane::limits
 {
 
@@ -39,6 +44,10 @@ constexpr int maxTextureSide = 16'384;
 /// larger picture is scaled first. The texture itself has far fewer in the end.
 constexpr std::uint64_t maxTexturePixels = std::uint64_t{16} << 20;
 
+/// Bytes: the most pixels of a bitmap, 4 GiB - 1. The header of a BMP file states this number in 32
+/// bits.
+constexpr std::uint64_t maxBitmapBytes = 0xFFFFFFFF;
+
 /// Bytes: the memory that each pixel of a picture takes until it is a texture. Red, green and blue
 /// take 3 bytes, the copies that GLU and OpenGL make take up to 17.
 constexpr unsigned textureBytesPerPixel = 20;
@@ -67,7 +76,50 @@ constexpr int maxPackedRowPixels = 16 << 20;
 
 /// Levels of nodes in a scene that is drawn: the scene is one level, each child is one more, and
 /// the letters of a text are one more. OpenGL promises 32 matrices on its stack; the camera takes
-/// two of them. Scenes are read up to 512 levels.
+/// two of them. Scenes are read up to maxObjectNesting levels.
 constexpr int maxDrawnLevels = 30;
+
+/// Levels of objects inside each other in an archive. Each level takes a few stack frames of the
+/// readers of its classes, a few kilobytes at most, so this many fit into the smallest usual stack.
+/// Storing has the same limit, so that everything stored can be loaded.
+constexpr int maxObjectNesting = 512;
+
+/// Bytes: the longest name of a class in an archive. A damaged record can make a reader take no
+/// more memory than this for a name.
+constexpr std::size_t maxClassNameBytes = 255;
+
+/// Pixels: the largest height of a font, and the largest em square at which an outline is read. A
+/// larger one is reduced to it. It is the largest em square that fonts have, so that every font can
+/// be used at one pixel per design unit, and coordinates still fit 16 bits.
+constexpr int maxFontHeight = 16'384;
+
+/// Design units: the largest coordinate of an outline that the library has made, 16 Mi. A larger
+/// one is reduced to it, so that 64 times a coordinate fits 32 bits.
+constexpr int maxOutlineCoordinate = 1 << 24;
+
+/// Vertices of an outline in which meeting edges are counted. The search keeps the number of an
+/// edge in 16 bits. An outline with more vertices counts as one with too many meetings.
+constexpr std::size_t maxOutlineVertices = 65'535;
+
+/// Comparisons of two edges of an outline. Searches for meeting edges give up after this many, so
+/// that no outline, however large, holds the program up for more than a fraction of a second. The
+/// outline then counts as one with too many meetings.
+constexpr std::int64_t maxEdgeComparisons = 20'000'000;
+
+/// Meetings of edges in an outline. An outline with more is no letter: it is handed over as it is,
+/// because filling or repairing it could add a vertex for every meeting and would take too long.
+constexpr int maxEdgeMeetings = 20'000;
+
+/// Seconds: the shortest time to which a drawing or a command can be limited. A shorter one would
+/// always be over.
+constexpr double minSeconds = 0.001;
+
+/// Seconds: the longest time to which a command can be limited, about 30 years. A clock can count
+/// that many.
+constexpr double maxSeconds = 1e9;
+
+/// MiB: the most memory to which a command can be limited, about a petabyte. In bytes it fits 64
+/// bits.
+constexpr std::int64_t maxMebibytes = 1'000'000'000;
 
 }  // namespace orvane::limits

@@ -11,6 +11,7 @@
 #include "document/poster/PosterTarget.h"
 #include "document/poster/ShownTextures.h"
 #include "orvane/Error.h"
+#include "platform/Limits.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
 
@@ -25,14 +26,12 @@ namespace orvane
 namespace
 {
 
-constexpr double shortestTime = 0.001;  // seconds, for a limit that means something
-
 void CheckCosts(const PosterSettings& settings)
 {
     const PictureOptions& options = settings.options;
     constexpr double most = std::numeric_limits<double>::max();
     CheckRange("maxPixels", static_cast<double>(options.maxPixels.value_or(1)), 1, most);
-    CheckRange("maxSeconds", options.maxSeconds.value_or(1), shortestTime, most);
+    CheckRange("maxSeconds", options.maxSeconds.value_or(1), limits::minSeconds, most);
     const auto pixels = static_cast<std::uint64_t>(settings.Width()) *
                         static_cast<std::uint64_t>(settings.Height());
     if (options.maxPixels && pixels > *options.maxPixels)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "contours/NativeOutline.h"
 
+#include "platform/Limits.h"
 #include "tests/support/NativeOutlines.h"
 
 #include <gtest/gtest.h>
@@ -54,6 +55,11 @@ TEST(NativeOutline, CoordinatesOfUnitsAreRoundedAndLimited)
 {
     EXPECT_EQ(CoordinateOf(2.5), 3 * 64);
     EXPECT_EQ(CoordinateOf(-2.5), -3 * 64);
+    EXPECT_EQ(orvane::limits::maxOutlineCoordinate, 16777216);
+    EXPECT_EQ(CoordinateOf(16777216), 16777216 * 64);
+    EXPECT_EQ(CoordinateOf(16777217), 16777216 * 64);
+    EXPECT_EQ(CoordinateOf(-16777216), -16777216 * 64);
+    EXPECT_EQ(CoordinateOf(-16777217), -16777216 * 64);
     EXPECT_EQ(CoordinateOf(1e30), 16777216 * 64);
     EXPECT_EQ(CoordinateOf(-1e30), -16777216 * 64);
     EXPECT_EQ(WholeUnits(-1), -1);

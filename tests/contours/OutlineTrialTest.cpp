@@ -6,6 +6,7 @@
 #include "contours/Directions.h"
 #include "extrude/OrvGlyph.h"
 #include "outline/TTGlyph.h"
+#include "platform/Limits.h"
 #include "platform/posix/fonts/GlyphPolygons.h"
 #include "tests/support/NativeOutlines.h"
 
@@ -140,6 +141,29 @@ TEST(OutlineTrial, AnOutlineWithTooManyMeetingsIsHopeless)
         scribble.push_back({n % 2 == 0 ? 0 : 9000, (n * 7919) % 9001});
     }
     EXPECT_TRUE(TryOutline(MakeOutline({scribble}), em).isHopeless);
+}
+
+TEST(OutlineTrial, TwentyThousandMeetingsAreNotHopeless)
+{
+    EXPECT_EQ(orvane::limits::maxEdgeMeetings, 20000);
+    // Each of 100 bars crosses each of 50 others, with 4 crossings.
+    std::vector<std::vector<OutlineAt>> bars;
+    for (int n = 0; n < 100; ++n)
+    {
+        const int y = 20 * n;
+        bars.push_back({{-10, y}, {-10, y + 9}, {1000, y + 9}, {1000, y}});
+    }
+    for (int n = 0; n < 50; ++n)
+    {
+        const int x = 20 * n;
+        bars.push_back({{x, -10}, {x, 2000}, {x + 9, 2000}, {x + 9, -10}});
+    }
+    const OutlineVerdict atLimit = TryOutline(MakeOutline(bars), em, CrossingEdges::Presumed);
+    EXPECT_FALSE(atLimit.isHopeless);
+    EXPECT_TRUE(atLimit.isPresumed);
+    // The corner of a square touches the corner of a bar.
+    bars.push_back(SquareAt(1000, -5, 5));
+    EXPECT_TRUE(TryOutline(MakeOutline(bars), em, CrossingEdges::Presumed).isHopeless);
 }
 
 }  // namespace

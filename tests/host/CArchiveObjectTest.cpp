@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/CArchive.h"
 #include "host/CWnd.h"
+#include "platform/Limits.h"
 #include "tests/support/RecordBytes.h"
 #include "tests/support/SampleObjects.h"
 
@@ -400,6 +401,7 @@ TEST(CArchiveObject, EveryCutOfATreeIsEndOfFileAndLeaksNothing)
 
 TEST(CArchiveObject, ObjectsNestUpToTheLimitAndNotBeyond)
 {
+    EXPECT_EQ(orvane::limits::maxObjectNesting, deepest);
     const int before = SampleNode::alive;
     {
         Loader loader(NestedNodes(deepest));
@@ -407,6 +409,15 @@ TEST(CArchiveObject, ObjectsNestUpToTheLimitAndNotBeyond)
         EXPECT_EQ(SampleNode::alive, before + deepest);
     }
     EXPECT_EQ(Cause(NestedNodes(deepest + 1)), CArchiveException::generic);
+    try
+    {
+        Loader(NestedNodes(deepest + 1)).Next();
+        ADD_FAILURE();
+    }
+    catch (const CArchiveException& exception)
+    {
+        EXPECT_TRUE(std::string(exception.what()).ends_with(": objects nest more than 512 deep"));
+    }
     EXPECT_EQ(Cause(NestedNodes(100000)), CArchiveException::generic);
     EXPECT_EQ(SampleNode::alive, before);
 }

@@ -3,6 +3,9 @@
 
 #include "host/CException.h"
 #include "host/CObList.h"
+#include "host/CWnd.h"
+#include "platform/Limits.h"
+#include "tests/support/RecordBytes.h"
 #include "tests/support/SampleObjects.h"
 
 #include <gtest/gtest.h>
@@ -63,6 +66,71 @@ TEST(CObject, DumpNamesTheClass)
     std::ostringstream out;
     SampleBud().Dump(out);
     EXPECT_EQ(out.str().rfind("a SampleBud at ", 0), 0u);
+}
+
+TEST(CObject, TheRootClassHasNoRecord)
+{
+    CWnd window;
+    CObject& object = window;
+    EXPECT_EQ(object.CObject::GetRuntimeClass(), RUNTIME_CLASS(CObject));
+    object.AssertValid();
+    CMemFile file;
+    CArchive archive(&file, CArchive::store);
+    object.CObject::Serialize(archive);
+    archive.Close();
+    EXPECT_TRUE(file.Bytes().empty());
+}
+
+/// What an archive says against its one class; empty when it is taken.
+std::string Refusal(const Bytes& bytes)
+{
+    CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
+    CArchive archive(&file, CArchive::load);
+    try
+    {
+        archive.ReadClass();
+    }
+    catch (const CArchiveException& exception)
+    {
+        const std::string text = exception.what();
+        return text.substr(text.rfind(": ") + 2);
+    }
+    return "";
+}
+
+/// The bytes of a class that is stored alone.
+Bytes StoredClass(const std::string& name)
+{
+    const CRuntimeClass runtimeClass = {name.c_str(), sizeof(CObject),        1,
+                                        nullptr,      RUNTIME_CLASS(CObject), nullptr};
+    CMemFile file;
+    CArchive archive(&file, CArchive::store);
+    archive.WriteClass(&runtimeClass);
+    archive.Close();
+    return file.Bytes();
+}
+
+TEST(CObject, ClassNamesInArchivesHaveAtMost255Bytes)
+{
+    EXPECT_EQ(orvane::limits::maxClassNameBytes, 255U);
+    const std::string longest(255, 'a');
+    const std::string tooLong(256, 'a');
+    EXPECT_EQ(Refusal(RecordBytes().NewClass(longest.c_str(), 1)),
+              "class " + longest + " is not known");
+    EXPECT_EQ(Refusal(RecordBytes().NewClass(tooLong.c_str(), 1)),
+              "the name of a class is empty or too long");
+
+    EXPECT_EQ(StoredClass(longest), RecordBytes().NewClass(longest.c_str(), 1).Get());
+    try
+    {
+        StoredClass(tooLong);
+        ADD_FAILURE();
+    }
+    catch (const CArchiveException& exception)
+    {
+        EXPECT_EQ(exception.what(),
+                  "archive: " + tooLong + ": the class name has more than 255 bytes");
+    }
 }
 
 TEST(CException, IsBothAnObjectAndAStandardException)

@@ -125,6 +125,10 @@ TEST(MemoryMappedDIB, RecordsOfImpossibleBitmapsAreRefused)
     EXPECT_EQ(cause(1, 0, 24, 4), CArchiveException::generic);
     EXPECT_EQ(cause(1, 1, 7, 4), CArchiveException::generic);
     EXPECT_EQ(cause(30000, 30000, 24, 4), CArchiveException::generic);  // out of four bytes
+    // Rows of 4 pixels take 12 bytes, and a record without pixels may take 64 MiB, 67,108,864
+    // bytes.
+    EXPECT_EQ(cause(4, 5592405, 24, 0), CArchiveException::none);
+    EXPECT_EQ(cause(4, 5592406, 24, 0), CArchiveException::generic);
 }
 
 TEST(MemoryMappedDIB, ItsRuntimeClassCreatesIt)

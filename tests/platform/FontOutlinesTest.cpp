@@ -3,6 +3,7 @@
 // units per em, a cell ascent of 810, a descent of 210 and no instructions, so at 1000 pixels per
 // em a unit is a pixel. In comments, "*" marks a point off the curve.
 
+#include "platform/Limits.h"
 #include "tests/support/FontFile.h"
 #include "tests/support/PrivateFonts.h"
 
@@ -293,7 +294,11 @@ TEST_F(FontOutlines, ANegativeHeightMeansTheEmAndAPositiveHeightTheCell)
     EXPECT_EQ(advance(102), 50);
     // 12 points at 96 dots per inch
     EXPECT_EQ(advance(0), 8);
-    // A huge height is reduced to 16384 pixels per em.
+    EXPECT_EQ(orvane::limits::maxFontHeight, 16384);
+    // A larger height is reduced to 16384 pixels per em; the advance is half of them.
+    EXPECT_EQ(advance(-16382), 8191);
+    EXPECT_EQ(advance(-16384), 8192);
+    EXPECT_EQ(advance(-16386), 8192);
     EXPECT_EQ(advance(INT32_MIN), 8192);
     // So is a huge cell: 16384 * 1000 / 1020 is 16063 pixels per em; half an em rounds up.
     EXPECT_EQ(advance(INT32_MAX), 8032);

@@ -4,6 +4,7 @@
 #include "apps/cli/Terminal.h"
 #include "apps/cli/commands/OptionValues.h"
 #include "orvane/Error.h"
+#include "platform/Limits.h"
 #include "platform/Process.h"
 
 #include <CLI/CLI.hpp>
@@ -19,10 +20,6 @@ namespace orvane
 namespace
 {
 
-constexpr double shortestTime = 0.001;                // seconds
-constexpr double longestTime = 1e9;                   // seconds, about 30 years
-constexpr std::int64_t maxMebibytes = 1'000'000'000;  // a petabyte
-
 constexpr std::uint64_t bytesPerMebibyte = std::uint64_t{1} << 20;
 constexpr std::chrono::milliseconds betweenLooks(5);
 
@@ -31,16 +28,14 @@ constexpr double stoppingTime = 0.5;
 
 }  // namespace
 
-void AddCostOptions(CLI::App& command, CostLimits& limits)
+void AddCostOptions(CLI::App& command, CostLimits& costs)
 {
-    command
-        .add_option("--max-seconds", limits.seconds, "Stops when the whole command takes longer")
+    command.add_option("--max-seconds", costs.seconds, "Stops when the whole command takes longer")
         ->option_text("S")
-        ->check(NumberBetween(shortestTime, longestTime));
-    command
-        .add_option("--max-memory", limits.mebibytes, "Stops when more MiB of memory are in use")
+        ->check(NumberBetween(limits::minSeconds, limits::maxSeconds));
+    command.add_option("--max-memory", costs.mebibytes, "Stops when more MiB of memory are in use")
         ->option_text("N")
-        ->check(IntegerBetween(1, maxMebibytes));
+        ->check(IntegerBetween(1, limits::maxMebibytes));
 }
 
 CostWatch::CostWatch(const CostLimits& limits) : limits_(limits)
@@ -65,7 +60,7 @@ void CostWatch::LimitTime(PictureOptions& picture) const
 {
     if (limits_.seconds)
     {
-        picture.maxSeconds = std::max(*limits_.seconds - SecondsPassed(), shortestTime);
+        picture.maxSeconds = std::max(*limits_.seconds - SecondsPassed(), limits::minSeconds);
     }
 }
 

@@ -28,7 +28,7 @@ struct CostLimits
 };
 
 /// Adds --max-seconds and --max-memory to a command.
-void AddCostOptions(CLI::App& command, CostLimits& limits);
+void AddCostOptions(CLI::App& command, CostLimits& costs);
 
 /// Ends the process, with a message and exit status 1, when the command that is running uses more
 /// memory than it may, or does not stop in time by itself. It begins with this object and ends with

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/drawing/BitmapObject.h"
 
+#include "platform/Limits.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -10,8 +12,6 @@ namespace posix
 {
 namespace
 {
-
-constexpr std::uint64_t largestBitmap = 0xFFFFFFFF;  // bytes: the most that biSizeImage can state
 
 bool IsKnownBitCount(int bitCount)
 {
@@ -86,7 +86,7 @@ std::shared_ptr<Bitmap> DescribeBitmap(const BITMAPINFO& info)
         (static_cast<std::size_t>(bitmap->bitCount) * static_cast<std::size_t>(bitmap->width) +
          31) /
         32 * 4;
-    if (bitmap->Size() > largestBitmap)
+    if (bitmap->Size() > orvane::limits::maxBitmapBytes)
     {
         return nullptr;
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/fonts/FaceRecords.h"
 
+#include "platform/Limits.h"
 #include "platform/posix/TextConversion.h"
 
 #include <algorithm>
@@ -17,10 +18,6 @@ namespace
 constexpr int dotsPerInch = 96;
 constexpr int defaultHeight = 16;
 constexpr int enumerationHeight = 32;
-
-/// The largest pixels per em. It is above the largest em square, so that every font can be used at
-/// one pixel per design unit, and coordinates still fit 16 bits.
-constexpr int largestHeight = 16384;
 
 // Bits of tmPitchAndFamily.
 constexpr BYTE variablePitchBit = 1;  // set for fonts whose characters differ in width
@@ -124,13 +121,13 @@ FontSize SizeForHeight(LONG height, const DesignMetrics& design)
 {
     if (height > 0)
     {
-        const int pixels = std::min<int>(height, largestHeight);
+        const int pixels = std::min<int>(height, orvane::limits::maxFontHeight);
         const int cell = CellOf(design);
         const int pixelsPerEm = MultiplyDivide(pixels, design.unitsPerEm, cell);
-        return {pixels, cell, std::clamp(pixelsPerEm, 1, largestHeight)};
+        return {pixels, cell, std::clamp(pixelsPerEm, 1, orvane::limits::maxFontHeight)};
     }
-    const auto pixels = static_cast<int>(
-        std::min<std::int64_t>(height == 0 ? defaultHeight : -std::int64_t{height}, largestHeight));
+    const auto pixels = static_cast<int>(std::min<std::int64_t>(
+        height == 0 ? defaultHeight : -std::int64_t{height}, orvane::limits::maxFontHeight));
     return {pixels, design.unitsPerEm, pixels};
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/fonts/FontFace.h"
 
+#include "platform/Limits.h"
 #include "platform/posix/FileMapping.h"
 #include "platform/posix/TextConversion.h"
 #include "platform/posix/fonts/FontTables.h"
@@ -206,8 +207,7 @@ public:
     /// The pixels per em at which one pixel is one design unit.
     int DesignPixels() const
     {
-        constexpr int most = 16384;  // above, coordinates would not fit 16 bits
-        return std::clamp<int>(face_->units_per_EM, 1, most);
+        return std::clamp<int>(face_->units_per_EM, 1, orvane::limits::maxFontHeight);
     }
 
     /// The index of a character's glyph; 0 when the face lacks the character.
