@@ -227,14 +227,15 @@ std::string Utf8FromUtf16(std::string_view bigEndian)
     Converter converter(ucs4, "UTF-16BE");
     while (!bigEndian.empty())
     {
-        constexpr std::size_t maxBytes = 4;  // of one character
+        constexpr std::size_t unitBytes = 2;
+        constexpr std::size_t maxBytes = 2 * unitBytes;  // of one character
         char32_t character = 0;
         std::size_t length =
             converter.Convert(bigEndian.data(), std::min(maxBytes, bigEndian.size()), &character);
         if (length == 0)
         {
             character = orvane::replacementCharacter;
-            length = 1;
+            length = std::min(unitBytes, bigEndian.size());
         }
         AppendUtf8(utf8, character);
         bigEndian.remove_prefix(length);
