@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What the tool tells of 3D Studio files.
 
+#include "apps/cli/info/ChunkTree.h"
+#include "orvane/Error.h"
 #include "tests/support/Chunks.h"
 #include "tests/support/Json.h"
 #include "tests/support/ToolRun.h"
@@ -201,6 +203,20 @@ TEST_F(ToolMeshInfo, EveryTruncationOfAFileIsDescribedOrRefused)
         folder.Write("x.3ds", whole.substr(0, length));
         const ToolResult result = folder.Run({"info", "--chunks", "--json", "x.3ds"});
         EXPECT_EQ(result.status, length >= 6 ? 0 : 1) << length << result.err;
+    }
+}
+
+TEST(ChunkTree, AFileThatCannotBeOpenedIsNamed)
+{
+    try
+    {
+        orvane::ReadChunkTree("/none/x.3ds");
+        ADD_FAILURE();
+    }
+    catch (const orvane::Error& error)
+    {
+        EXPECT_EQ(error.Place(), "/none/x.3ds");
+        EXPECT_EQ(std::string(error.what()).find("/none/x.3ds", 1), std::string::npos);
     }
 }
 

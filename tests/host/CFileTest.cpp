@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "host/CFile.h"
 
+#include "tests/support/SystemCalls.h"
+
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <limits>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace
@@ -261,6 +266,56 @@ TEST_F(CFileOnDisk, FilePathIsAbsoluteWhileOpen)
     EXPECT_TRUE(file.GetFilePath().IsEmpty());
 }
 
+TEST_F(CFileOnDisk, EveryCauseIsSaidInWords)
+{
+    const auto text = [](int cause) { return std::string(CFileException(cause, -1, "a").what()); };
+    EXPECT_EQ(text(CFileException::none), "a: no error");
+    EXPECT_EQ(text(CFileException::fileNotFound), "a: there is no such file");
+    EXPECT_EQ(text(CFileException::badPath), "a: the path is not valid");
+    EXPECT_EQ(text(CFileException::tooManyOpenFiles), "a: too many files are open");
+    EXPECT_EQ(text(CFileException::accessDenied), "a: access is denied");
+    EXPECT_EQ(text(CFileException::invalidFile), "a: no file is open");
+    EXPECT_EQ(text(CFileException::badSeek), "a: there is no such position");
+    EXPECT_EQ(text(CFileException::hardIO), "a: the device reports an error");
+    EXPECT_EQ(text(CFileException::diskFull), "a: there is no space left");
+    EXPECT_EQ(text(CFileException::endOfFile), "a: the file ends");
+    EXPECT_EQ(text(CFileException::genericException), "a: the file cannot be used");
+}
+
+TEST_F(CFileOnDisk, RefusedWritesAreOfTheCauseThatTheSystemGives)
+{
+    for (const auto& [error, cause] : {std::pair{EIO, +CFileException::hardIO},
+                                       {ENOSPC, +CFileException::diskFull},
+                                       {EFBIG, +CFileException::diskFull},
+                                       {ENFILE, +CFileException::tooManyOpenFiles},
+                                       {EROFS, +CFileException::accessDenied},
+                                       {ELOOP, +CFileException::badPath},
+                                       {EDOM, +CFileException::genericException}})
+    {
+        CFile file(Path("a").c_str(), CFile::modeCreate | CFile::modeWrite);
+        const SystemCalls calls([error = error](const std::string&) { return error; });
+        EXPECT_EQ(Cause([&] { file.Write("x", 1); }), cause) << error;
+    }
+}
+
+TEST_F(CFileOnDisk, AFileThatCannotBeReadOrMeasuredIsReported)
+{
+    // The first byte of a process's memory belongs to nobody.
+    CFile memory("/proc/self/mem", CFile::modeRead);
+    char byte = 0;
+    EXPECT_EQ(Cause([&] { memory.Read(&byte, 1); }), CFileException::hardIO);
+    // A device takes no length.
+    CFile device("/dev/null", CFile::modeWrite);
+    EXPECT_EQ(Cause([&] { device.SetLength(5); }), CFileException::badSeek);
+    // A pipe has no length.
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    CFile end(("/proc/self/fd/" + std::to_string(ends[0])).c_str(), CFile::modeRead);
+    EXPECT_EQ(Cause([&] { end.GetLength(); }), CFileException::badSeek);
+    close(ends[0]);
+    close(ends[1]);
+}
+
 TEST(CFile, NotOpenIsAnInvalidFile)
 {
     CFile file;
@@ -338,4 +393,23 @@ TEST(CMemFile, CloseEmptiesAndOpenIsRefused)
     CFileException error;
     EXPECT_FALSE(file.Open("any", CFile::modeRead, &error));
     EXPECT_EQ(error.m_cause, CFileException::genericException);
+}
+
+TEST(CMemFile, ItIsAFileThatAbortEmpties)
+{
+    CMemFile file;
+    EXPECT_TRUE(file.IsKindOf(RUNTIME_CLASS(CFile)));
+    EXPECT_EQ(file.GetRuntimeClass(), RUNTIME_CLASS(CMemFile));
+    file.Write("abc", 3);
+    file.Abort();
+    EXPECT_EQ(file.GetLength(), 0u);
+}
+
+TEST(CMemFile, ALengthThatNoMemoryHasIsAFullDisk)
+{
+    CMemFile file;
+    file.Write("abc", 3);
+    EXPECT_EQ(Cause([&] { file.SetLength(std::numeric_limits<std::uint64_t>::max()); }),
+              CFileException::diskFull);
+    EXPECT_EQ(file.GetLength(), 3u);
 }

@@ -137,4 +137,46 @@ TEST_F(ThreeDStudioSteps, AListReturns1IfItIsCompleteAnd0IfItIsCutShort)
     EXPECT_EQ(mesh.GetVerticies()->GetSize(), 1);
 }
 
+TEST_F(ThreeDStudioSteps, FacesAndTheirMaterialsAreReadStepByStep)
+{
+    const RecordBytes faces = FaceChunk({0, 1, 2, 7, 0, 2, 1, 7});
+    Open(Joined({faces, ZeroTerminated("red"), Words({1, 1})}));
+    NamedColor red;
+    red.SetName("red");
+    node.materials.Add(NamedColor());
+    node.materials.Add(red);
+    TriangularMeshObject mesh;
+    Chunk3DS chunk(&node.file);
+    ASSERT_EQ(chunk.Initialize(), 1);
+    EXPECT_EQ(node.ParseFaceArray(&chunk, &mesh), 1);
+    ASSERT_EQ(mesh.GetFaces()->GetSize(), 2);
+    EXPECT_EQ((*mesh.GetFaces())[1].b, 2);
+    EXPECT_EQ(node.ParseMeshMaterialGroup(&mesh), 1);
+    EXPECT_EQ((*mesh.GetFaces())[0].material, 0);
+    EXPECT_EQ((*mesh.GetFaces())[1].material, 1);
+    EXPECT_EQ(node.ParseMeshMaterialGroup(&mesh), 0);
+}
+
+TEST_F(ThreeDStudioSteps, ColoursAndAMatrixAreReadStepByStep)
+{
+    Open(RecordBytes()
+             .Floats({0.25f, 0.5f, 0.75f})
+             .Byte(255)
+             .Byte(0)
+             .Byte(51)
+             .Floats({1, 0, 0, 0, 1, 0, 0, 0, 1, 5, 6, 7}));
+    ColorVector color(0, 0, 0, 0.5f);
+    EXPECT_EQ(node.ParseFloatColor(&color), 1);
+    EXPECT_RGBA(color, 0.25f, 0.5f, 0.75f, 0.5f);
+    EXPECT_EQ(node.ParseColor24(&color), 1);
+    EXPECT_EQ(color.red, 1.0f);
+    EXPECT_EQ(color.green, 0.0f);
+    EXPECT_FLOAT_EQ(color.blue, 0.2f);  // 51 / 255
+    TriangularMeshObject mesh;
+    EXPECT_EQ(node.ParseMeshMatrix(&mesh), 1);
+    EXPECT_EQ(node.file.GetPosition(), 63u);  // behind 12 + 3 + 48 bytes
+    EXPECT_EQ(node.ParseColor24(&color), 0);
+    EXPECT_EQ(node.ParseFloatColor(&color), 0);
+}
+
 }  // namespace

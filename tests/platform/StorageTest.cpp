@@ -240,6 +240,34 @@ TEST(Storage, NamesAndModesAreChecked)
     EXPECT_NE(CreateStreamIn(*made, std::u16string(31, u'x').c_str()), nullptr);
 }
 
+TEST(Storage, NullPointersAndReservedArgumentsAreRefused)
+{
+    const TemporaryName name("arguments.stg");
+    MakeSample(name);
+    const std::u16string path = Wide(name.Path());
+    IStorage* storage = nullptr;
+    EXPECT_EQ(StgOpenStorage(path.c_str(), nullptr, STGM_READ, nullptr, 0, nullptr),
+              STG_E_INVALIDPOINTER);
+    EXPECT_EQ(StgOpenStorage(nullptr, nullptr, STGM_READ, nullptr, 0, &storage), STG_E_INVALIDNAME);
+    EXPECT_EQ(StgOpenStorage(path.c_str(), nullptr, STGM_READ, nullptr, 1, &storage),
+              STG_E_INVALIDFUNCTION);
+    EXPECT_EQ(StgOpenStorage(path.c_str(), nullptr, STGM_READ, &name, 0, &storage),
+              STG_E_INVALIDFUNCTION);
+    EXPECT_EQ(storage, nullptr);
+
+    const StoragePointer made = OpenFileOf(name, changing);
+    EXPECT_EQ(made->CreateStream(u"a", creating, 0, 0, nullptr), STG_E_INVALIDPOINTER);
+    EXPECT_EQ(made->OpenStream(u"a", nullptr, STGM_READ, 0, nullptr), STG_E_INVALIDPOINTER);
+    const StreamPointer stream = CreateStreamIn(*made, u"a");
+    EXPECT_EQ(stream->Read(nullptr, 1, nullptr), STG_E_INVALIDPOINTER);
+    EXPECT_EQ(stream->Write(nullptr, 1, nullptr), STG_E_INVALIDPOINTER);
+    EXPECT_EQ(stream->AddRef(), 2U);
+    EXPECT_EQ(stream->Release(), 1U);
+    ULARGE_INTEGER size;
+    size.QuadPart = std::numeric_limits<std::uint64_t>::max();
+    EXPECT_EQ(stream->SetSize(size), STG_E_INSUFFICIENTMEMORY);
+}
+
 TEST(Storage, OtherFilesAreRefused)
 {
     const TemporaryFile words("words.stg", std::string(2000, 'w'));

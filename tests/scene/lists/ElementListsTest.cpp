@@ -10,6 +10,7 @@
 #include "scene/NamedViewList.h"
 #include "scene/SceneTemplate.h"
 #include "scene/SceneTemplateList.h"
+#include "tests/support/RecordBytes.h"
 
 #include <gtest/gtest.h>
 
@@ -120,6 +121,25 @@ TYPED_TEST(ElementLists, RemoveAllOccurancesRemovesEveryOneAndAlwaysReturns1)
     EXPECT_EQ(elements, (decltype(elements){&this->a, &this->c}));
     EXPECT_EQ(this->list.RemoveAllOccurances(&this->b), 1);
     EXPECT_EQ(this->list.GetCount(), 2);
+}
+
+/// What reading a list's record of one new object throws.
+template <typename List>
+int LoadCauseOf(const char* className)
+{
+    List list;
+    return LoadCause(list, RecordBytes().Word(1).NewClass(className, 1));
+}
+
+// The name of a class is read before the object's own record, which these records lack.
+TEST(ElementListRecords, AnObjectOfAnotherClassIsRefused)
+{
+    EXPECT_EQ(LoadCauseOf<NamedTransformList>("NamedView"), CArchiveException::badClass);
+    EXPECT_EQ(LoadCauseOf<NamedTransformList>("NamedTransform"), CArchiveException::endOfFile);
+    EXPECT_EQ(LoadCauseOf<NamedViewList>("NamedTransform"), CArchiveException::badClass);
+    EXPECT_EQ(LoadCauseOf<NamedViewList>("NamedView"), CArchiveException::endOfFile);
+    EXPECT_EQ(LoadCauseOf<SceneTemplateList>("NamedView"), CArchiveException::badClass);
+    EXPECT_EQ(LoadCauseOf<SceneTemplateList>("SceneTemplate"), CArchiveException::endOfFile);
 }
 
 }  // namespace

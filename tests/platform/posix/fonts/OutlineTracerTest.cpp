@@ -122,6 +122,41 @@ TEST(OutlineTracer, CoordinatesBetweenUnitsAreRounded)
     EXPECT_EQ(outline, MakeOutline({{{0, 100}, {100, 100}, {101, 0}, {0, 0}}}));
 }
 
+TEST(OutlineTracer, QuadraticCurvesAmongCubicOnesKeepTheirControlPoints)
+{
+    Cubics shape({{{0, 0}, {50, 80}, {100, 0}}});
+    shape.tags[1] = FT_CURVE_TAG_CONIC;
+    EXPECT_EQ(TraceCubicOutline(shape.outline),
+              Reversed(MakeOutline({{{0, 0}, {50, 80, false}, {100, 0}}}), {true}));
+}
+
+TEST(OutlineTracer, AContourBeginsWithAPointOnTheCurve)
+{
+    const auto trace = [](const std::vector<char>& tags) {
+        Cubics shape({{{0, 0}, {0, 100}, {100, 100}, {100, 0}}});
+        shape.tags = tags;
+        shape.outline.tags = shape.tags.data();
+        return posix::TraceOutline(shape.outline);
+    };
+    constexpr char on = FT_CURVE_TAG_ON;
+    constexpr char off = FT_CURVE_TAG_CONIC;
+    EXPECT_EQ(trace({on, off, on, on}),
+              MakeOutline({{{0, 0}, {0, 100, false}, {100, 100}, {100, 0}}}));
+    // The last point is on the curve, so the contour begins there.
+    EXPECT_EQ(trace({off, on, on, on}),
+              MakeOutline({{{100, 0}, {0, 0, false}, {0, 100}, {100, 100}}}));
+    // Neither is: it begins in their middle, and ends there.
+    EXPECT_EQ(
+        trace({off, on, on, off}),
+        MakeOutline({{{50, 0}, {0, 0, false}, {0, 100}, {100, 100}, {100, 0, false}, {50, 0}}}));
+}
+
+TEST(OutlineTracer, AContourOfOnePointIsDropped)
+{
+    Cubics shape({{{7, 7}}, {{0, 0}, {0, 100}, {100, 0}}});
+    EXPECT_EQ(posix::TraceOutline(shape.outline), MakeOutline({{{0, 0}, {0, 100}, {100, 0}}}));
+}
+
 TEST(OutlineTracer, InvalidOutlinesGiveNoContours)
 {
     // A lone cubic control point
