@@ -46,12 +46,13 @@ DrawingObject& NodeFinder::NodeAt(const NodePath& path)
 
 DrawingObject& NodeFinder::ChildAt(const DrawingObject& node, int index)
 {
-    const auto [entry, isNew] = children_.try_emplace(&node);
-    if (isNew)
+    const auto emplaced = children_.try_emplace(&node);
+    std::vector<DrawingObject*>& children = emplaced.first->second;
+    if (emplaced.second)
     {
-        ForEachChild(node, [&](DrawingObject& child, int) { entry->second.push_back(&child); });
+        ForEachChild(node, [&](DrawingObject& child, int) { children.push_back(&child); });
     }
-    return *entry->second.at(static_cast<std::size_t>(index));
+    return *children.at(static_cast<std::size_t>(index));
 }
 
 std::string NameOfNode(const DrawingObject& node)
