@@ -85,6 +85,8 @@ TEST_F(ToolMissing, StrictFailsWithoutAFontAndWritesNothing)
 TEST_F(ToolMissing, ASceneThatIsSavedWithoutItsFontStillNamesIt)
 {
     ASSERT_EQ(Render({"--save", "t.orv"}).status, 0);
+    EXPECT_EQ(CountOf("Edge Test Regular", folder.Read("t.orv")),
+              CountOf("Edge Test Regular", folder.Read("s.orv")));
     ToolFolder reader;
     reader.UseFonts({edgeTest});
     for (const char* const name : {"s.orv", "t.orv"})

@@ -145,6 +145,24 @@ TEST_F(FileReplacementTest, BytesAreOnTheDiskBeforeTheRenameAndTheNameAfterIt)
                                         "rename", "flush folder"}));
 }
 
+TEST_F(FileReplacementTest, FileThatCannotBeFlushedDoesNotReplaceTheOldOne)
+{
+    Put("a", "old");
+    for (const int error : {EIO, ENOSPC})
+    {
+        const SystemCalls calls(
+            [error](const std::string& call) { return call == "flush file" ? error : 0; });
+        EXPECT_EQ(Replace("a").value(), error);
+        EXPECT_EQ(Get("a"), "old");
+        EXPECT_EQ(Names(), std::vector<std::string>{"a"});
+    }
+    // Some file systems have nothing to flush.
+    const SystemCalls calls(
+        [](const std::string& call) { return call == "flush file" ? EINVAL : 0; });
+    EXPECT_FALSE(Replace("a"));
+    EXPECT_EQ(Get("a"), "new");
+}
+
 TEST_F(FileReplacementTest, ReplacedFileKeepsItsPermissions)
 {
     for (const mode_t mode : {0600, 0640, 0755, 04711})
