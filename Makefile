@@ -12,7 +12,7 @@ export PACKAGES ?=
 WERROR ?= OFF
 CONFIGURE = cmake --preset $(PRESET) -DORVANE_WERROR=$(WERROR)
 
-.PHONY: all demo test bench fuzz soak install format lint clean packages
+.PHONY: all demo test bench fuzz coverage soak install format lint clean packages
 
 all: packages
 	@tools/install-packages test
@@ -48,6 +48,11 @@ fuzz: packages
 	cmake --preset fuzz
 	cmake --build --preset fuzz -j $(JOBS)
 	tools/fuzz build/fuzz seconds $(SECONDS)
+
+# Says which lines of the readers of foreign bytes no test runs.
+coverage: packages
+	@tools/install-packages test
+	tools/coverage
 
 # Mixed work in one process for MINUTES; fails when its memory grows.
 MINUTES ?= 10

@@ -166,9 +166,28 @@ TEST(FilesDeathTest, TheBusSignalReachesTheHandlerThatWasSetBefore)
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_EXIT(
         {
-            std::signal(SIGBUS, [](int) { std::_Exit(7); });
+            static volatile std::sig_atomic_t got = 0;
+            std::signal(SIGBUS, [](int number) { got = number; });
             const ReadView view;
             std::raise(SIGBUS);
+            std::exit(got == SIGBUS ? 7 : 1);
+        },
+        testing::ExitedWithCode(7), "");
+}
+
+TEST(FilesDeathTest, TheBusSignalReachesAHandlerThatTakesItsDetails)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            static volatile std::sig_atomic_t got = 0;
+            struct sigaction action = {};
+            action.sa_flags = SA_SIGINFO;
+            action.sa_sigaction = [](int, siginfo_t* info, void*) { got = info->si_signo; };
+            sigaction(SIGBUS, &action, nullptr);
+            const ReadView view;
+            std::raise(SIGBUS);
+            std::exit(got == SIGBUS ? 7 : 1);
         },
         testing::ExitedWithCode(7), "");
 }
