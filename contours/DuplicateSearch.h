@@ -15,7 +15,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <utility>
 #include <vector>
 
 namespace orvane::contours
@@ -168,7 +167,6 @@ private:
     void SeparateEntries()
     {
         slots_.assign(SlotCountFor(entries_.size()), Slot());
-        usedSlots_ = 0;
         const int count = static_cast<int>(entries_.size());
         for (int i = 0; i < count; ++i)
         {
@@ -215,15 +213,10 @@ private:
         {
             return;
         }
-        if (2 * (usedSlots_ + 1) > slots_.size())
-        {
-            Rehash(2 * slots_.size());
-        }
         Slot& slot = SlotOf(PlaceOf(vertex));
         if (slot.first == unusedSlot)
         {
             slot = {PlaceOf(vertex), endOfChain, endOfChain};
-            ++usedSlots_;
         }
         (slot.first == endOfChain ? slot.first : entries_[slot.last].next) = entry;
         slot.last = entry;
@@ -243,26 +236,10 @@ private:
         return slots_[slot];
     }
 
-    /// Moves the chains into a table of \p slotCount slots. Slots with empty chains become unused.
-    void Rehash(std::size_t slotCount)
-    {
-        const std::vector<Slot> old = std::exchange(slots_, std::vector<Slot>(slotCount));
-        for (const Slot& slot : old)
-        {
-            onStep_();
-            if (slot.first >= 0)
-            {
-                SlotOf(slot.place) = slot;
-            }
-        }
-        usedSlots_ = static_cast<std::size_t>(
-            std::count_if(slots_.begin(), slots_.end(),
-                          [](const Slot& slot) { return slot.first != unusedSlot; }));
-    }
-
     std::vector<Entry> entries_;
-    std::vector<Slot> slots_;  ///< their number is a power of two; at most half are used
-    std::size_t usedSlots_ = 0;
+    /// Their number is a power of two. Fewer than half are used: the vertex that moves the others
+    /// away from a place stays there, so no more places are used than there are entries.
+    std::vector<Slot> slots_;
     std::vector<int> movable_;  ///< entries at one place; a member so that its memory is kept
     OnStep onStep_;
 };
