@@ -76,11 +76,6 @@ ColorVector ToColorVector(const Color& color)
     return {color.red, color.green, color.blue, color.alpha};
 }
 
-Color ToColor(const ColorVector& color)
-{
-    return {color.red, color.green, color.blue, color.alpha};
-}
-
 std::string ColorText(const ColorVector& color)
 {
     std::string text = "#";

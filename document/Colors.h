@@ -11,7 +11,6 @@ namespace orvane
 {
 
 ORVANE_API ColorVector ToColorVector(const Color& color);
-ORVANE_API Color ToColor(const ColorVector& color);
 
 /// The colour as #rrggbb, or as #rrggbbaa when its alpha is below 1. Each part is rounded to the
 /// nearest of 256 steps.
