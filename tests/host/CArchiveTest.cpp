@@ -453,4 +453,14 @@ TEST(CArchiveException, SaysWhatItsCauseMeans)
         EXPECT_TRUE(exception.IsKindOf(RUNTIME_CLASS(CArchiveException)));
         EXPECT_STREQ(exception.what(), "the record's version is not known");
     }
+    const auto text = [](int cause) { return std::string(CArchiveException(cause, "").what()); };
+    EXPECT_EQ(text(CArchiveException::none), "no error");
+    EXPECT_EQ(text(CArchiveException::generic), "the archive cannot be read or written");
+    EXPECT_EQ(text(CArchiveException::readOnly), "a value was stored into an archive that loads");
+    EXPECT_EQ(text(CArchiveException::endOfFile), "the input ends inside a value");
+    EXPECT_EQ(text(CArchiveException::writeOnly), "a value was loaded from an archive that stores");
+    EXPECT_EQ(text(CArchiveException::badIndex),
+              "a reference number belongs to no object or class");
+    EXPECT_EQ(text(CArchiveException::badClass),
+              "an unknown class, or an object of an unexpected class");
 }

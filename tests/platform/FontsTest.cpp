@@ -323,6 +323,28 @@ TEST_F(Fonts, WithoutANewFontReloadFontsGivesTheSameFaces)
     EXPECT_EQ(font.Outline('C'), outline);
 }
 
+TEST_F(Fonts, ThePanoseNumbersDecideTheFamilyOfAFace)
+{
+    // The kind of family and the style of serifs are the first two PANOSE numbers.
+    constexpr std::size_t panose = 32;
+    struct Row
+    {
+        const char* name;
+        int numbers;
+        int family;  // FF_DONTCARE, FF_ROMAN, FF_SWISS, FF_SCRIPT, FF_DECORATIVE
+    };
+    const Row rows[] = {{"Any", 0x0000, 0x00},    {"Text", 0x0200, 0x00},  {"Serif", 0x0202, 0x10},
+                        {"Serifs", 0x020A, 0x10}, {"Plain", 0x020B, 0x20}, {"Hand", 0x0300, 0x40},
+                        {"Ornate", 0x0400, 0x50}, {"Signs", 0x0500, 0x00}};
+    for (const Row& row : rows)
+    {
+        InstallFile(Make({row.name, "Regular", row.name}).PutWord("OS/2", panose, row.numbers));
+        const std::vector<EnumeratedFont> fonts = EnumerateFonts(row.name);
+        ASSERT_EQ(fonts.size(), 1U) << row.name;
+        EXPECT_EQ(fonts[0].metrics.tmPitchAndFamily & 0xF0, row.family) << row.name;
+    }
+}
+
 TEST_F(Fonts, AFaceInstalledTwiceIsDeliveredOnce)
 {
     Install({{"Twice", "Regular", "Twice"}, {"Twice", "Regular", "Twice"}});
