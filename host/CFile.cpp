@@ -139,17 +139,16 @@ BOOL CFile::Open(LPCSTR fileName, UINT openFlags, CFileException* error)
 {
     CFile::Abort();
     errno = 0;
-    std::FILE* file = OpenStream(fileName, openFlags);
+    file_ = OpenStream(fileName, openFlags);
     int osError = errno;
     std::error_code ignored;
-    if (file != nullptr && std::filesystem::is_directory(fileName, ignored))
+    if (file_ != nullptr && std::filesystem::is_directory(fileName, ignored))
     {
         // Some systems open a directory for reading and report the error only when it is read.
-        std::fclose(file);
-        file = nullptr;
+        CFile::Abort();
         osError = EISDIR;
     }
-    if (file == nullptr)
+    if (file_ == nullptr)
     {
         if (error != nullptr)
         {
@@ -157,18 +156,17 @@ BOOL CFile::Open(LPCSTR fileName, UINT openFlags, CFileException* error)
         }
         return FALSE;
     }
+    access_ = openFlags & (modeWrite | modeReadWrite);
+    last_ = Operation::None;
     if ((openFlags & (modeWrite | modeReadWrite)) == 0)
     {
         // Readers of records and of 3D Studio files read many small values, and ask for the
         // position or move it in between. A buffer of this class makes these calls cheap. With the
         // stream's own buffer, they are slower, because fread and ftell lock the stream and fseek
         // makes a system call.
-        std::setvbuf(file, nullptr, _IONBF, 0);
+        std::setvbuf(file_, nullptr, _IONBF, 0);
         buffer_ = std::make_unique_for_overwrite<char[]>(readBufferSize);
     }
-    file_ = file;
-    access_ = openFlags & (modeWrite | modeReadWrite);
-    last_ = Operation::None;
     path_ = std::filesystem::absolute(fileName, ignored).string();
     return TRUE;
 }

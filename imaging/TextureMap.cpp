@@ -25,30 +25,47 @@ CString NameOfFile(const CString& filename)
     return dot >= start ? filename.Mid(start, dot - start) : filename.Mid(start);
 }
 
+// A file or a mapping, whose handle is closed at the end.
+class OpenHandle
+{
+public:
+    explicit OpenHandle(HANDLE handle) : handle_(handle) {}
+    ~OpenHandle()
+    {
+        if (IsOpen())
+        {
+            CloseHandle(handle_);
+        }
+    }
+    OpenHandle(const OpenHandle&) = delete;
+    OpenHandle& operator=(const OpenHandle&) = delete;
+
+    bool IsOpen() const { return handle_ != nullptr && handle_ != INVALID_HANDLE_VALUE; }
+    operator HANDLE() const { return handle_; }
+
+private:
+    HANDLE handle_;
+};
+
 // Reads up to two bytes from the start of a file and returns how many there were; 0 when the file
 // cannot be mapped.
 std::size_t ReadStart(const CString& filename, BYTE (&bytes)[2])
 {
-    const HANDLE file = CreateFileA(filename, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
+    const OpenHandle file(CreateFileA(filename, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file.IsOpen())
     {
         return 0;
     }
-    const HANDLE mapping = CreateFileMappingA(file, nullptr, PAGE_READONLY, 0, 0, nullptr);
+    const OpenHandle mapping(CreateFileMappingA(file, nullptr, PAGE_READONLY, 0, 0, nullptr));
     const std::size_t count = std::min<std::size_t>(GetFileSize(file, nullptr), sizeof bytes);
     const void* const view =
-        mapping != nullptr ? MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, count) : nullptr;
+        mapping.IsOpen() ? MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, count) : nullptr;
     if (view != nullptr)
     {
         std::memcpy(bytes, view, count);
         UnmapViewOfFile(view);
     }
-    if (mapping != nullptr)
-    {
-        CloseHandle(mapping);
-    }
-    CloseHandle(file);
     return view != nullptr ? count : 0;
 }
 

@@ -12,6 +12,7 @@
 #include <cerrno>
 #include <cstring>
 #include <string>
+#include <system_error>
 
 namespace posix
 {
@@ -22,7 +23,10 @@ File::~File()
     {
         close(pastCache_);
     }
-    close(descriptor);
+    if (descriptor >= 0)
+    {
+        close(descriptor);
+    }
 }
 
 std::uint64_t File::Length() const
@@ -108,14 +112,18 @@ std::size_t File::WriteCached(const char* bytes, std::size_t count, std::uint64_
 
 std::shared_ptr<File> OpenRegularFile(const char* path)
 {
-    const int descriptor = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (descriptor < 0)
+    auto file = std::make_shared<File>();
+    file->descriptor = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (file->descriptor < 0)
     {
+        if (errno == EMFILE || errno == ENFILE || errno == ENOMEM || errno == EIO)
+        {
+            throw std::system_error(errno, std::generic_category(), path);
+        }
         return nullptr;
     }
-    auto file = std::make_shared<File>(descriptor);
     struct stat status;
-    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) ? file : nullptr;
+    return fstat(file->descriptor, &status) == 0 && S_ISREG(status.st_mode) ? file : nullptr;
 }
 
 std::shared_ptr<void> MapBytes(const FileMapping& mapping, std::uint64_t offset, std::size_t count,

@@ -15,7 +15,7 @@ namespace posix
 /// An open file. It is closed when its last shared pointer goes.
 struct File final : KernelObject
 {
-    explicit File(int fileDescriptor) : descriptor(fileDescriptor) {}
+    File() = default;
     ~File() override;
 
     /// The file's length in bytes; 0 when the system cannot tell.
@@ -24,7 +24,7 @@ struct File final : KernelObject
     /// Writes bytes and returns how many were written. If not all were, errno has the reason.
     std::size_t Write(const void* bytes, std::size_t count, std::uint64_t offset);
 
-    int descriptor;
+    int descriptor = -1;  ///< owned; -1 for none
     bool isWritable = false;
     bool isPastCache = false;  ///< whether written bytes should bypass the system's file cache
 
@@ -47,7 +47,8 @@ private:
 };
 
 /// Opens a regular file to read it. Null for every other kind of file, such as a pipe, and when the
-/// file cannot be opened. Never waits.
+/// file is not there or may not be read. Never waits. Throws std::system_error when the system
+/// refuses for a reason of its own, such as too many open files.
 std::shared_ptr<File> OpenRegularFile(const char* path);
 
 /// A file of which ranges can be mapped into memory.

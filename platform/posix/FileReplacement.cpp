@@ -123,7 +123,7 @@ struct FileReplacement::State
     std::string folder;           ///< of the target
     bool hadOld = false;          ///< whether there was a file when the new one was begun
     std::FILE* stream = nullptr;  ///< owned
-    int descriptor = -1;          ///< the stream's
+    int descriptor = -1;          ///< the stream's; owned while there is no stream
     Aside aside = Aside::Nothing;
     posix::UnfinishedName name;
 };
@@ -137,6 +137,11 @@ void FileReplacement::State::Close()
     {
         std::fclose(std::exchange(stream, nullptr));
     }
+    else if (descriptor >= 0)
+    {
+        close(descriptor);
+    }
+    descriptor = -1;
 }
 
 std::error_code FileReplacement::State::MakeFile()
@@ -157,13 +162,7 @@ std::error_code FileReplacement::State::MakeFile()
         return error;
     }
     stream = fdopen(descriptor, "wb");
-    if (stream == nullptr)
-    {
-        const std::error_code error = SystemError();
-        close(descriptor);
-        return error;
-    }
-    return {};
+    return stream != nullptr ? std::error_code() : SystemError();
 }
 
 std::error_code FileReplacement::State::MakeNamedFile(mode_t mode)
@@ -190,7 +189,7 @@ std::error_code FileReplacement::State::MakeNamedFile(mode_t mode)
             aside = Aside::New;
             return {};
         }
-        close(descriptor);
+        close(std::exchange(descriptor, -1));
     }
     return SystemError(EEXIST);
 }
@@ -309,13 +308,13 @@ std::error_code FileReplacement::Write(const void* bytes, std::size_t count)
 
 HANDLE FileReplacement::OpenHandle(DWORD flags) const
 {
-    const int descriptor = fcntl(state_->descriptor, F_DUPFD_CLOEXEC, 0);
-    if (descriptor < 0)
+    const auto file = std::make_shared<posix::File>();
+    file->descriptor = fcntl(state_->descriptor, F_DUPFD_CLOEXEC, 0);
+    if (file->descriptor < 0)
     {
         posix::SetError(static_cast<DWORD>(errno), std::strerror(errno));
         return INVALID_HANDLE_VALUE;
     }
-    const auto file = std::make_shared<posix::File>(descriptor);
     file->isWritable = true;
     file->isPastCache = (flags & FILE_FLAG_SEQUENTIAL_SCAN) != 0;
     return posix::AddHandle(file);

@@ -74,16 +74,16 @@ HANDLE CreateFileA(LPCSTR name, DWORD access, DWORD /*share*/, SECURITY_ATTRIBUT
         SetNotRegular(name, status.st_mode);
         return INVALID_HANDLE_VALUE;
     }
-    const int descriptor = name == nullptr ? -1 : open(name, flags, 0666);
-    if (descriptor < 0)
+    const auto file = std::make_shared<posix::File>();
+    file->descriptor = name == nullptr ? -1 : open(name, flags, 0666);
+    if (file->descriptor < 0)
     {
         SetSystemError(name == nullptr ? "a file without a name" : name);
         return INVALID_HANDLE_VALUE;
     }
-    const auto file = std::make_shared<posix::File>(descriptor);
     file->isWritable = writes;
     file->isPastCache = (flagsAndAttributes & FILE_FLAG_SEQUENTIAL_SCAN) != 0;
-    if (fstat(descriptor, &status) != 0 || S_ISDIR(status.st_mode) ||
+    if (fstat(file->descriptor, &status) != 0 || S_ISDIR(status.st_mode) ||
         (!writes && !S_ISREG(status.st_mode)))
     {
         SetNotRegular(name, status.st_mode);

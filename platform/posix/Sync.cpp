@@ -104,12 +104,13 @@ OwnedMutexes* OwnedByThisThread()
 
 void Mutex::Own()
 {
-    owner = std::this_thread::get_id();
-    depth = 1;
+    // This may throw when there is no memory. The mutex must not be owned then.
     if (OwnedMutexes* const owned = OwnedByThisThread())
     {
         owned->Add(shared_from_this());
     }
+    owner = std::this_thread::get_id();
+    depth = 1;
 }
 
 DWORD Mutex::Acquire()

@@ -9,9 +9,12 @@
 #include "platform/posix/fonts/OutlineTracer.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <list>
 #include <mutex>
+#include <new>
 #include <optional>
+#include <system_error>
 #include <vector>
 #include FT_MODULE_H
 #include FT_SFNT_NAMES_H
@@ -49,13 +52,24 @@ std::mutex& FreeTypeMutex()
     return *mutex;
 }
 
+/// Whether a call of FreeType failed. Throws std::bad_alloc when it failed because there is too
+/// little memory, which says nothing about the font: the same call may succeed later.
+bool Failed(FT_Error error)
+{
+    if (FT_ERROR_BASE(error) == FT_Err_Out_Of_Memory)
+    {
+        throw std::bad_alloc();
+    }
+    return error != 0;
+}
+
 /// FreeType's library object, which is never destroyed either. Null when FreeType cannot be
 /// initialised.
 FT_Library FreeType()
 {
     static const FT_Library library = [] {
         FT_Library made = nullptr;
-        if (FT_Init_FreeType(&made) != 0)
+        if (Failed(FT_Init_FreeType(&made)))
         {
             return FT_Library(nullptr);
         }
@@ -79,6 +93,10 @@ public:
         {
             mapping_.size = mapping_.file->Length();
             bytes_ = MapBytes(mapping_, 0, mapping_.size, false);
+            if (bytes_ == nullptr && mapping_.size != 0)
+            {
+                throw std::system_error(errno, std::generic_category(), path);
+            }
         }
     }
 
@@ -99,9 +117,10 @@ public:
     explicit OpenedFace(std::shared_ptr<const InstalledFace> installed)
         : installed_(std::move(installed)), file_(installed_->file.c_str())
     {
+        sizes_.reserve(sizesPerFace);
         if (FreeType() == nullptr || file_.Bytes() == nullptr ||
-            FT_New_Memory_Face(FreeType(), file_.Bytes(), file_.Size(), installed_->index,
-                               &face_) != 0)
+            Failed(FT_New_Memory_Face(FreeType(), file_.Bytes(), file_.Size(), installed_->index,
+                                      &face_)))
         {
             face_ = nullptr;
             return;
@@ -261,8 +280,8 @@ private:
         const FT_Int32 flags = IsCubic() ? usual | FT_LOAD_NO_HINTING : usual;
         // If the instructions of a glyph are broken, it is loaded without them.
         if (!SelectSize(pixelsPerEm) ||
-            (FT_Load_Glyph(face_, index, flags) != 0 &&
-             FT_Load_Glyph(face_, index, flags | FT_LOAD_NO_HINTING) != 0) ||
+            (Failed(FT_Load_Glyph(face_, index, flags)) &&
+             Failed(FT_Load_Glyph(face_, index, flags | FT_LOAD_NO_HINTING))) ||
             face_->glyph->format != FT_GLYPH_FORMAT_OUTLINE || file_.HasLostBytes())
         {
             return false;
@@ -288,7 +307,7 @@ private:
             return face_->size == known->size || FT_Activate_Size(known->size) == 0;
         }
         FT_Size size = nullptr;
-        if (FT_New_Size(face_, &size) != 0)
+        if (Failed(FT_New_Size(face_, &size)))
         {
             return false;
         }

@@ -7,9 +7,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <system_error>
 #include <vector>
 #include FT_TRUETYPE_TAGS_H
 
@@ -30,7 +32,7 @@ class FontFileBytes
 {
 public:
     explicit FontFileBytes(const char* path)
-        : file_(OpenRegularFile(path)), size_(file_ != nullptr ? file_->Length() : 0)
+        : path_(path), file_(OpenRegularFile(path)), size_(file_ != nullptr ? file_->Length() : 0)
     {}
     FontFileBytes(const FontFileBytes&) = delete;
     FontFileBytes& operator=(const FontFileBytes&) = delete;
@@ -41,7 +43,7 @@ public:
     }
 
     /// The bytes of a range, valid until the next call. Empty when the range is not inside the
-    /// file.
+    /// file. Throws std::system_error when the file cannot be read.
     Bytes At(std::uint64_t offset, std::size_t size)
     {
         if (!Has(offset, size))
@@ -60,6 +62,13 @@ public:
             }
             const ssize_t got =
                 pread(file_->descriptor, room, roomSize, static_cast<off_t>(offset));
+            if (got < 0)
+            {
+                // Without an exception, a table that was not read would count as a table that the
+                // font does not have.
+                read_ = 0;
+                throw std::system_error(errno, std::generic_category(), path_);
+            }
             start_ = offset;
             read_ = got > 0 ? static_cast<std::size_t>(got) : 0;
             bytes_ = room;
@@ -72,6 +81,7 @@ public:
     }
 
 private:
+    const char* path_;            // borrowed
     std::shared_ptr<File> file_;  // null when the file cannot be read
     std::uint64_t size_;
     BYTE few_[1024];            // holds most ranges
