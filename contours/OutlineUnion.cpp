@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <new>
 
 namespace orvane::contours
 {
@@ -70,8 +71,8 @@ void UnionVertex::AddTag(const PieceTag& tag)
 }
 
 /// The functions that GLU calls. Their parameter data points to the OutlineUnion. Exceptions must
-/// not pass through GLU, which is written in C, so they are caught here and make Unite return
-/// false.
+/// not pass through GLU, which is written in C, so they are caught here and Unite throws them
+/// again.
 struct UnionCallbacks
 {
     static void CALLBACK Begin(GLenum, void* data) noexcept
@@ -122,9 +123,11 @@ struct UnionCallbacks
 
     static void CALLBACK FlagEdge(GLboolean, void*) noexcept {}
 
-    static void CALLBACK Error(GLenum, void* data) noexcept
+    static void CALLBACK Error(GLenum code, void* data) noexcept
     {
-        static_cast<OutlineUnion*>(data)->failed_ = true;
+        auto& border = *static_cast<OutlineUnion*>(data);
+        border.failed_ = true;
+        border.isOutOfMemory_ = border.isOutOfMemory_ || code == GLU_OUT_OF_MEMORY;
     }
 
 private:
@@ -138,7 +141,7 @@ private:
         }
         catch (...)
         {
-            border.failed_ = true;
+            border.exception_ = std::current_exception();
         }
     }
 };
@@ -156,7 +159,7 @@ bool OutlineUnion::Unite()
     const std::unique_ptr<GLUtesselator, DeleteTessellator> tessellator(gluNewTess());
     if (tessellator == nullptr)
     {
-        return false;
+        throw std::bad_alloc();
     }
     GLUtesselator* const tess = tessellator.get();
     gluTessProperty(tess, GLU_TESS_WINDING_RULE, GLU_TESS_WINDING_NONZERO);
@@ -180,6 +183,16 @@ bool OutlineUnion::Unite()
         gluTessEndContour(tess);
     }
     gluTessEndPolygon(tess);
+    // An outline that was not united because of too little memory must not be taken for one that
+    // cannot be united.
+    if (exception_ != nullptr)
+    {
+        std::rethrow_exception(exception_);
+    }
+    if (isOutOfMemory_)
+    {
+        throw std::bad_alloc();
+    }
     // When there was no memory for a new vertex, its loop contains a null pointer.
     const bool isComplete = std::none_of(loops_.begin(), loops_.end(), [](const auto& loop) {
         return std::find(loop.begin(), loop.end(), nullptr) != loop.end();

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstddef>
 #include <deque>
+#include <exception>
 #include <vector>
 
 namespace orvane::contours
@@ -50,6 +51,7 @@ public:
     UnionVertex& AddVertex(double x, double y);
 
     /// Finds the border. Returns false and leaves no loops when the tessellator reports an error.
+    /// Throws std::bad_alloc when there is too little memory.
     bool Unite();
 
     /// After Unite: the closed loops of the border, with the filled area on their left. The
@@ -66,6 +68,8 @@ private:
     std::vector<std::vector<UnionVertex*>> contours_;
     std::vector<std::vector<const UnionVertex*>> loops_;
     bool failed_ = false;
+    bool isOutOfMemory_ = false;
+    std::exception_ptr exception_;  ///< thrown in a function that the tessellator called
 };
 
 /// The area inside a closed loop, in square units; positive when the loop runs counter-clockwise.

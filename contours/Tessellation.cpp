@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "contours/Tessellation.h"
 
+#include <exception>
 #include <memory>
+#include <new>
 #include <utility>
 
 namespace orvane::contours
@@ -15,15 +17,18 @@ struct Tessellation
 {
     FaceSink* sink;
     GLenum error;
+    std::exception_ptr exception;
 };
-thread_local Tessellation current = {nullptr, 0};
+thread_local Tessellation current = {nullptr, 0, nullptr};
 
 /// Sets the tessellation under way and restores the previous one at its end, also after an
 /// exception.
 class CurrentTessellation
 {
 public:
-    explicit CurrentTessellation(FaceSink& sink) : previous_(std::exchange(current, {&sink, 0})) {}
+    explicit CurrentTessellation(FaceSink& sink)
+        : previous_(std::exchange(current, {&sink, 0, nullptr}))
+    {}
     ~CurrentTessellation() { current = previous_; }
     CurrentTessellation(const CurrentTessellation&) = delete;
     CurrentTessellation& operator=(const CurrentTessellation&) = delete;
@@ -33,7 +38,7 @@ private:
 };
 
 /// Runs the body of a callback. Exceptions must not pass through GLU, which is written in C, so
-/// they are caught here and reported as an error of the tessellation.
+/// they are caught here and thrown again when GLU is done.
 template <typename Action>
 void Guard(Action action) noexcept
 {
@@ -43,7 +48,10 @@ void Guard(Action action) noexcept
     }
     catch (...)
     {
-        current.error = GLU_OUT_OF_MEMORY;
+        if (current.exception == nullptr)
+        {
+            current.exception = std::current_exception();
+        }
     }
 }
 
@@ -87,7 +95,7 @@ bool TessellateFaces(std::span<Corner> corners, std::span<const int> sizes, Face
     const std::unique_ptr<GLUtesselator, DeleteTessellator> tessellator(gluNewTess());
     if (tessellator == nullptr)
     {
-        return false;
+        throw std::bad_alloc();
     }
     const CurrentTessellation scope(sink);
 
@@ -113,6 +121,14 @@ bool TessellateFaces(std::span<Corner> corners, std::span<const int> sizes, Face
         }
     }
     gluEndPolygon(tess);
+    if (current.exception != nullptr)
+    {
+        std::rethrow_exception(current.exception);
+    }
+    if (current.error == GLU_OUT_OF_MEMORY)
+    {
+        throw std::bad_alloc();
+    }
     return current.error == 0;
 }
 

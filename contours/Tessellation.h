@@ -19,8 +19,8 @@ struct Corner
     unsigned short index;  ///< handed to FaceSink::Add
 };
 
-/// Receives the primitives that the tessellator makes, one after the other. When one of these
-/// functions throws, TessellateFaces catches the exception and returns false.
+/// Receives the primitives that the tessellator makes, one after the other. TessellateFaces throws
+/// on what one of these functions throws.
 class FaceSink
 {
 public:
@@ -39,7 +39,8 @@ protected:
 /// make a vertex where two edges cross, and there is none.
 /// \param corners the corners of all contours, one contour after the other
 /// \param sizes the number of corners of each contour
-/// \return false after an error; the caller must then throw away the primitives in \p sink
+/// \return false when the contours cannot be filled; the caller must then throw away the primitives
+/// in \p sink. Throws std::bad_alloc when there is too little memory.
 bool TessellateFaces(std::span<Corner> corners, std::span<const int> sizes, FaceSink& sink);
 
 }  // namespace orvane::contours
