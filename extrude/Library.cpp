@@ -77,9 +77,19 @@ public:
         {
             return nullptr;
         }
-        const POSITION position = next == places_.end() ? registry.AddTail(font)
-                                                        : registry.InsertBefore(next->second, font);
-        places_.emplace_hint(next, name, position);
+        // The index gets its entry first: when there is no memory for one of the two, the registry
+        // must not have a font that its caller deletes.
+        const auto place = places_.emplace_hint(next, name, nullptr);
+        try
+        {
+            place->second = next == places_.end() ? registry.AddTail(font)
+                                                  : registry.InsertBefore(next->second, font);
+        }
+        catch (...)
+        {
+            places_.erase(place);
+            throw;
+        }
         return font;
     }
 

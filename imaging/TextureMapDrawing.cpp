@@ -93,7 +93,9 @@ std::unique_ptr<_RGBImageRecord> Reduced(const _RGBImageRecord& image, PixelSize
             std::copy_n(row + 3 * nearest(x, image.sizeX, size.width), 3, out);
         }
     }
-    return std::make_unique<_RGBImageRecord>(size.width, size.height, data.release());
+    auto reduced = std::make_unique<_RGBImageRecord>(size.width, size.height, data.get());
+    static_cast<void>(data.release());  // the record owns it
+    return reduced;
 }
 
 int SpecifyTexture(const _RGBImageRecord& image, TextureQuality quality)
@@ -102,6 +104,10 @@ int SpecifyTexture(const _RGBImageRecord& image, TextureQuality quality)
     SetFilters(quality);
     GLint limit = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &limit);
+    if (limit <= 0)
+    {
+        return 0;  // no context is current, and GLU would end the process
+    }
     limit = std::min(limit, largestTexture);
     if (quality == TextureQuality::Mipmap)
     {

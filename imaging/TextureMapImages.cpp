@@ -35,6 +35,34 @@ void PlaceRasterAtCorner(int width, int height)
     glRasterPos3dv(corner);
 }
 
+/// Makes the context that was current at the beginning current again at the end.
+class KeptRendering
+{
+public:
+    KeptRendering() = default;
+    ~KeptRendering()
+    {
+        if (!isRestored_)
+        {
+            Restore();
+        }
+    }
+    KeptRendering(const KeptRendering&) = delete;
+    KeptRendering& operator=(const KeptRendering&) = delete;
+
+    /// FALSE when the system refuses; no context is current then.
+    BOOL Restore()
+    {
+        isRestored_ = true;
+        return wglMakeCurrent(dc_, context_);
+    }
+
+private:
+    bool isRestored_ = false;
+    HDC dc_ = wglGetCurrentDC();
+    HGLRC context_ = wglGetCurrentContext();
+};
+
 }  // namespace
 
 _RGBImageRecord* TextureMap::DIBImageLoad(const char* filename)
@@ -76,8 +104,7 @@ int TextureMap::GenerateDitheredImage()
     {
         return 0;
     }
-    const HDC savedDC = wglGetCurrentDC();
-    const HGLRC savedContext = wglGetCurrentContext();
+    KeptRendering kept;
     ProjectionData projection;
     projection.SetScaledSize(pixels->sizeX, pixels->sizeY);
 
@@ -104,13 +131,16 @@ int TextureMap::GenerateDitheredImage()
             glDrawPixels(pixels->sizeX, pixels->sizeY, GL_RGB, GL_UNSIGNED_BYTE, pixels->data);
         }
     }
-    if (made)
-    {
-        ditheredImage = dithered.release();
-    }
     // If the bitmap could not be made, the object is destroyed here, which leaves no context
     // current. So it is destroyed before the earlier context is made current again.
-    dithered.reset();
-    wglMakeCurrent(savedDC, savedContext);
+    if (!made)
+    {
+        dithered.reset();
+    }
+    if (!kept.Restore())
+    {
+        return 0;
+    }
+    ditheredImage = dithered.release();
     return made;
 }

@@ -20,9 +20,10 @@ DrawingObject::DrawingObject()
     InitialDetails();
 }
 
-DrawingObject::DrawingObject(const DrawingObject& other) : CObject(other)
+// The first constructor has made a complete node, so that the destructor frees what is copied when
+// there is no memory for the rest.
+DrawingObject::DrawingObject(const DrawingObject& other) : DrawingObject()
 {
-    InitialDetails();
     CopyFieldsFrom(other);
 }
 

@@ -58,8 +58,17 @@ POSITION DrawingObject::AddChildAfter(DrawingObject* child, POSITION position)
     {
         return nullptr;
     }
-    child->LeaveParentForAdoption();
+    // The list takes the child first: when there is no memory for it, nothing has changed.
     const POSITION added = children.InsertAfter(position, child);
+    try
+    {
+        child->LeaveParentForAdoption();
+    }
+    catch (...)
+    {
+        children.RemoveAt(added);
+        throw;
+    }
     MarkAsChild(child);
     return added;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scene/DescendentWalk.h"
 
+#include <memory>
 #include <unordered_set>
 
 int DrawingObject::SaveToUndo()
@@ -10,7 +11,9 @@ int DrawingObject::SaveToUndo()
 
 int DrawingObject::SaveCopy(DrawingObject* copy)
 {
+    std::unique_ptr<DrawingObject> owned(copy);
     undoStack.Push(copy);
+    static_cast<void>(owned.release());  // the stack owns it
     SaveToExternalUndo();
     return 1;
 }

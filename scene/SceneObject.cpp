@@ -4,6 +4,7 @@
 #include "host/CArchive.h"
 #include "scene/DrawingParameters.h"
 
+#include <memory>
 #include <utility>
 
 IMPLEMENT_SERIAL(SceneObject, DrawingObject, VERSIONABLE_SCHEMA | 3)
@@ -42,7 +43,16 @@ SceneObject::SceneObject(const SceneObject& other, int withLights) : DrawingObje
     if (withLights)
     {
         CreateLights();
-        CopyAll(other);
+        try
+        {
+            CopyAll(other);
+        }
+        catch (...)
+        {
+            DestroyLights();
+            DestroySavedViews();
+            throw;
+        }
     }
 }
 
@@ -100,10 +110,23 @@ LightObject* SceneObject::GetLightByPosition(POSITION position) const
 void SceneObject::CreateLights()
 {
     DestroyLights();
+    try
+    {
+        AddLights();
+    }
+    catch (...)
+    {
+        DestroyLights();
+        throw;
+    }
+}
+
+void SceneObject::AddLights()
+{
     for (int i = 0; i < maximumLightCount; ++i)
     {
         const double angle = 45.0 * i;
-        LightObject* const light = new LightObject;
+        auto light = std::make_unique<LightObject>();
         light->SetDirectional();
         light->SetLightNumber(GL_LIGHT0 + i);
         light->SetParent(this);
@@ -114,7 +137,8 @@ void SceneObject::CreateLights()
         }
         light->Rotate(-30, DVector(1.0, 0.0, 0.0));
         light->Rotate(angle, DVector(0.0, 1.0, 0.0));
-        lights.AddTail(light);
+        lights.AddTail(light.get());
+        static_cast<void>(light.release());  // the list owns it
     }
 }
 
@@ -229,7 +253,9 @@ int SceneObject::SaveCurrentView(const CString& name, const CoordinateTransform*
     }
     else
     {
-        savedViews.AddTail(new NamedView(name, *viewTransform, *projection));
+        auto view = std::make_unique<NamedView>(name, *viewTransform, *projection);
+        savedViews.AddTail(view.get());
+        static_cast<void>(view.release());  // the list owns it
     }
     return 1;
 }

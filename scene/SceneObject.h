@@ -155,5 +155,6 @@ private:
     /// ForceSolidBackground, otherwise to this scene's colour.
     void ClearToBackgroundColor(const DrawingParameters& parameters);
     void ReadColorsAndFlags(CArchive& archive);
+    void AddLights();
     int DeleteViewAt(POSITION position);
 };

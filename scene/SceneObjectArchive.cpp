@@ -82,7 +82,8 @@ void SceneObject::DeserializeLights(CArchive& archive)
     for (auto& light : loaded)
     {
         light->SetParent(this);
-        lights.AddTail(light.release());
+        lights.AddTail(light.get());
+        static_cast<void>(light.release());  // the list owns it
     }
 }
 
@@ -90,6 +91,7 @@ void SceneObject::DeserializeSavedViews(CArchive& archive)
 {
     for (auto& view : ReadOwnedObjects<NamedView>(archive, RUNTIME_CLASS(NamedView)))
     {
-        savedViews.AddTail(view.release());
+        savedViews.AddTail(view.get());
+        static_cast<void>(view.release());  // the list owns it
     }
 }

@@ -269,7 +269,7 @@ int ViewObject::DrawObject(DrawingParameters* parameters)
     }
     glDepthMask(GL_TRUE);
     glClear(GL_DEPTH_BUFFER_BIT);
-    scene->DrawBackground(parameters);
+    isBackgroundDrawn = scene->DrawBackground(parameters) != 0;
     if (parameters->IsRender())
     {
         glShadeModel(GL_SMOOTH);
