@@ -259,17 +259,18 @@ Node Document::AddText(const std::string& text, const TextOptions& options)
     }
     node->CalculateBounds();
     ChangeCodePage(document, codePage);
+    Node added = state_->Add(std::move(node));
     if (options.texture)
     {
         document.view->SetShowTextures();
     }
-    return state_->HandleOf(AddNode(*document.scene, std::move(node)));
+    return added;
 }
 
 Node Document::AddMesh(const std::string& path, const MeshOptions& options)
 {
     const CodePageScope scope(state_->scene.codePage);
-    return state_->HandleOf(AddImport(*state_->scene.scene, path, options));
+    return state_->Add(MakeImport(*state_->scene.scene, path, options));
 }
 
 std::vector<Node> Document::Nodes() const

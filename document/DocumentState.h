@@ -27,6 +27,8 @@ struct DocumentState : std::enable_shared_from_this<DocumentState>
 
     /// A handle of a node in the scene.
     Node HandleOf(DrawingObject& node);
+    /// Adds a node to the scene. Returns its handle.
+    Node Add(std::unique_ptr<DrawingObject> node);
     /// Forgets the handles of a node and of everything below it.
     void ForgetHandles(const DrawingObject& node);
 

@@ -4,6 +4,7 @@
 #include "document/AsciiCase.h"
 #include "document/OptionRange.h"
 #include "document/TextEncoding.h"
+#include "extrude/FontDC.h"
 #include "extrude/Library.h"
 #include "extrude/OrvFont.h"
 #include "extrude/OrvFontList.h"
@@ -11,7 +12,6 @@
 #include "host/CWnd.h"
 #include "orvane/orvane.h"
 #include "platform/CodePages.h"
-#include "platform/DeviceContexts.h"
 #include "platform/Fonts.h"
 
 #include <algorithm>
@@ -36,6 +36,9 @@ constexpr std::array defaultFonts = {"DejaVu Sans Bold", "Liberation Sans Bold",
 /// The code page that the registry's fonts were loaded in; 0 before that.
 UINT registryCodePage = 0;
 
+/// Whether the registry lacks fonts because an exception has ended its filling.
+bool isRegistryIncomplete = false;
+
 /// The font registry reports its progress as the text of a window. This window passes the text on
 /// to a function.
 class StatusLine : public CWnd
@@ -50,30 +53,22 @@ private:
     const std::function<void(const std::string&)>& progress_;
 };
 
+struct PlatformFont : CFont
+{
+    explicit PlatformFont(const LOGFONTA& description) { CreateFontIndirect(&description); }
+};
+
 /// A font that is selected into a device context for as long as this object lives.
 class SelectedFace
 {
 public:
-    explicit SelectedFace(OrvFont& font)
-        : dc_(CreateCompatibleDC(nullptr)),
-          face_(CreateFontIndirectA(&font.GetEnumLogFont()->elfLogFont)),
-          previous_(SelectObject(dc_, face_))
-    {}
-    ~SelectedFace()
-    {
-        SelectObject(dc_, previous_);
-        DeleteObject(face_);
-        DeleteDC(dc_);
-    }
-    SelectedFace(const SelectedFace&) = delete;
-    SelectedFace& operator=(const SelectedFace&) = delete;
+    explicit SelectedFace(OrvFont& font) : face_(font.GetEnumLogFont()->elfLogFont), dc_(face_) {}
 
     HDC Dc() const { return dc_; }
 
 private:
-    HDC dc_;
-    HFONT face_;
-    HGDIOBJ previous_;
+    PlatformFont face_;
+    FontDC dc_;
 };
 
 std::string PlaceOf(const std::string& fontName)
@@ -172,14 +167,16 @@ FontInfo Describe(const OrvFont& font)
 
 void LoadFonts(const std::function<void(const std::string&)>& progress)
 {
-    if (!GetFontList()->IsEmpty())
+    if (!GetFontList()->IsEmpty() && !isRegistryIncomplete)
     {
         registryCodePage = registryCodePage != 0 ? registryCodePage : GetACP();
         return;
     }
     registryCodePage = GetACP();
+    isRegistryIncomplete = true;
     StatusLine status(progress);
     CreateFontList(progress ? 1 : 0, &status);
+    isRegistryIncomplete = false;
 }
 
 OrvFont* ChooseFont(const std::optional<std::string>& wantedName)

@@ -96,7 +96,8 @@ void ImportMeshes(ThreeDStudioObject& node, const std::string& path)
     }
 }
 
-DrawingObject& AddImport(SceneObject& scene, const std::string& path, const MeshOptions& options)
+std::unique_ptr<DrawingObject> MakeImport(SceneObject& scene, const std::string& path,
+                                          const MeshOptions& options)
 {
     CheckMeshOptions(options);
     auto node = std::make_unique<WatchedImport>();
@@ -136,7 +137,7 @@ DrawingObject& AddImport(SceneObject& scene, const std::string& path, const Mesh
     {
         options.warn(damage);
     }
-    return AddNode(scene, std::move(node));
+    return node;
 }
 
 }  // namespace orvane

@@ -17,10 +17,11 @@ namespace orvane
 /// kind.
 ORVANE_API void ImportMeshes(ThreeDStudioObject& node, const std::string& path);
 
-/// Adds the meshes of a 3D Studio file to a scene, sized, turned about their middle and placed.
+/// Makes a node of the meshes of a 3D Studio file, sized, turned about their middle and placed for
+/// the scene, to which the caller adds it with AddNode.
 /// Throws Error also when the file contains no mesh, or when it is damaged and options.warn is
 /// empty.
-ORVANE_API DrawingObject& AddImport(SceneObject& scene, const std::string& path,
-                                    const MeshOptions& options);
+ORVANE_API std::unique_ptr<DrawingObject> MakeImport(SceneObject& scene, const std::string& path,
+                                                     const MeshOptions& options);
 
 }  // namespace orvane

@@ -2,6 +2,7 @@
 // The class Node, and the document's list of the nodes that have handles.
 
 #include "document/DocumentState.h"
+#include "document/SceneFraming.h"
 #include "document/TextEncoding.h"
 #include "import3ds/TriangularMeshObject.h"
 #include "orvane/DocumentAccess.h"
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace orvane
 {
@@ -93,6 +95,22 @@ Node DocumentState::HandleOf(DrawingObject& node)
     nodes.emplace(++lastNumber, &node);
     numbers.emplace(&node, lastNumber);
     return Node(shared_from_this(), lastNumber);
+}
+
+Node DocumentState::Add(std::unique_ptr<DrawingObject> node)
+{
+    // The handle comes first: when there is no memory for it, the scene is still as it was.
+    Node handle = HandleOf(*node);
+    try
+    {
+        AddNode(*scene.scene, std::move(node));
+    }
+    catch (...)
+    {
+        nodes.erase(handle.number_);
+        throw;
+    }
+    return handle;
 }
 
 void DocumentState::ForgetHandles(const DrawingObject& node)

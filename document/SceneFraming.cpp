@@ -72,9 +72,8 @@ bool ZoomWithMargin(ViewObject& view)
 
 DrawingObject& AddNode(SceneObject& scene, std::unique_ptr<DrawingObject> node)
 {
-    DrawingObject& added = *node.release();
-    scene.AddChild(&added);
-    return added;
+    scene.AddChild(node.get());
+    return *node.release();
 }
 
 void CheckCameraOptions(const CameraOptions& options)

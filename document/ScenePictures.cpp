@@ -6,6 +6,8 @@
 #include "document/PictureFormat.h"
 #include "imaging/MemoryMappedDIB.h"
 #include "orvane/Error.h"
+#include "platform/Errors.h"
+#include "platform/Folders.h"
 #include "scene/DescendentWalk.h"
 #include "scene/SceneObject.h"
 
@@ -59,6 +61,16 @@ CString CheckedAbsolutePath(const std::string& file)
     return path;
 }
 
+/// Gives a texture a picture that CheckedAbsolutePath has found to be readable.
+void LoadPicture(TextureMap& texture, const CString& path)
+{
+    texture.Load(path);
+    if ((texture.textureFlags & TextureMap::Valid) == 0)
+    {
+        throw Error(path.Text(), "the picture can no longer be read: " + GetLastErrorText());
+    }
+}
+
 void CheckNodePicture(const DrawingObject& node)
 {
     if (node.GetTexture()->ShouldTexture())
@@ -93,11 +105,9 @@ std::string PlainName(const std::string& file)
 std::map<std::string, fs::path> PicturesIn(const fs::path& folder)
 {
     std::map<std::string, fs::path> pictures;
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error))
+    for (const std::string& name : NamesIn(folder.string()))
     {
-        const fs::path& path = entry->path();
+        const fs::path path = folder / name;
         if (HasExtension(path, ".bmp"))
         {
             fs::path& known = pictures[path.stem()];
@@ -114,7 +124,7 @@ void SetTexture(DrawingObject& node, const TextureOptions& options)
     CheckRange("repeat", options.repeat, 0.001, 1000);
     const CString path = CheckedAbsolutePath(options.file);
     TextureMap& texture = *node.GetTexture();
-    texture.Load(path);
+    LoadPicture(texture, path);
     texture.textureFlags |= TextureMap::Textured;
     texture.SetQuality(static_cast<unsigned long>(options.quality));
     texture.SetRepeatRate(options.repeat);
@@ -130,7 +140,7 @@ void SetBackground(SceneObject& scene, const BackgroundOptions& options)
     texture.Reset();
     if (!path.IsEmpty())
     {
-        texture.Load(path);
+        LoadPicture(texture, path);
         texture.placement = static_cast<DWORD>(options.placement);
         texture.SetHorizontalLocation(options.x);
         texture.SetVerticalLocation(options.y);

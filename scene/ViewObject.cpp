@@ -269,7 +269,7 @@ int ViewObject::DrawObject(DrawingParameters* parameters)
     }
     glDepthMask(GL_TRUE);
     glClear(GL_DEPTH_BUFFER_BIT);
-    isBackgroundDrawn = scene->DrawBackground(parameters) != 0;
+    scene->DrawBackground(parameters);
     if (parameters->IsRender())
     {
         glShadeModel(GL_SMOOTH);

@@ -151,7 +151,6 @@ protected:
     int CalculateChildBounds() override;
 
     DWORD drawingMode = DrawingParameters::renderBit;
-    bool isBackgroundDrawn = true;  ///< whether the last drawing of the background succeeded
     ProjectionData projection;
     CSize zoomDenominator{1, 1};
     CSize zoomNumerator{1, 1};

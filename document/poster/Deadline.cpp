@@ -4,7 +4,6 @@
 #include "orvane/Error.h"
 
 #include <algorithm>
-#include <condition_variable>
 #include <mutex>
 #include <sstream>
 
@@ -31,7 +30,6 @@ void Deadline::Wait(const std::stop_token& end)
 {
     constexpr std::chrono::duration<double> betweenLooks(0.02);  // at the host's cancellation
     std::mutex mutex;
-    std::condition_variable_any ended;
     std::unique_lock lock(mutex);
     while (!end.stop_requested())
     {
@@ -42,7 +40,7 @@ void Deadline::Wait(const std::stop_token& end)
             stop_->Cancel();
             return;
         }
-        ended.wait_for(lock, end, std::min(left, betweenLooks), [] { return false; });
+        ended_.wait_for(lock, end, std::min(left, betweenLooks), [] { return false; });
     }
 }
 

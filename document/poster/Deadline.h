@@ -4,6 +4,7 @@
 #include "orvane/Options.h"
 
 #include <chrono>
+#include <condition_variable>
 #include <optional>
 #include <string>
 #include <thread>
@@ -38,6 +39,8 @@ private:
     std::optional<Cancellation> stop_;
     double seconds_ = 0;
     Clock::time_point start_ = Clock::now();
+    // Made here, because a thread that runs out of memory would end the process.
+    std::condition_variable_any ended_;
     std::jthread thread_;  ///< the last member, because it uses the others
 };
 

@@ -5,6 +5,7 @@
 #include "platform/Rendering.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace orvane
 {
@@ -12,7 +13,14 @@ namespace orvane
 namespace
 {
 
-constexpr GLenum matrices[] = {GL_TEXTURE, GL_PROJECTION, GL_MODELVIEW};
+struct MatrixStack
+{
+    GLenum mode;
+    GLenum depth;
+};
+constexpr MatrixStack matrices[] = {{GL_TEXTURE, GL_TEXTURE_STACK_DEPTH},
+                                    {GL_PROJECTION, GL_PROJECTION_STACK_DEPTH},
+                                    {GL_MODELVIEW, GL_MODELVIEW_STACK_DEPTH}};
 
 }  // namespace
 
@@ -75,9 +83,9 @@ void ResetHostState()
     glDepthRange(0, 1);
     glClearDepth(1);
     glLineWidth(1);
-    for (const GLenum matrix : matrices)
+    for (const MatrixStack& matrix : matrices)
     {
-        glMatrixMode(matrix);
+        glMatrixMode(matrix.mode);
         glLoadIdentity();
     }
 }
@@ -86,19 +94,25 @@ KeptState::KeptState()
 {
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     glPushClientAttrib(GL_CLIENT_ALL_ATTRIB_BITS);
-    for (const GLenum matrix : matrices)
+    for (std::size_t i = 0; i < std::size(matrices); ++i)
     {
-        glMatrixMode(matrix);
+        glMatrixMode(matrices[i].mode);
+        glGetIntegerv(matrices[i].depth, &depths_[i]);
         glPushMatrix();
     }
 }
 
 KeptState::~KeptState()
 {
-    for (const GLenum matrix : matrices)
+    for (std::size_t i = 0; i < std::size(matrices); ++i)
     {
-        glMatrixMode(matrix);
-        glPopMatrix();
+        // There are more matrices to pop when an exception has ended the drawing.
+        glMatrixMode(matrices[i].mode);
+        GLint depth = depths_[i];
+        for (glGetIntegerv(matrices[i].depth, &depth); depth > depths_[i]; --depth)
+        {
+            glPopMatrix();
+        }
     }
     glPopClientAttrib();
     glPopAttrib();

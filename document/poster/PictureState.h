@@ -24,6 +24,9 @@ public:
     ~KeptState();
     KeptState(const KeptState&) = delete;
     KeptState& operator=(const KeptState&) = delete;
+
+private:
+    int depths_[3];  ///< of the matrix stacks, before this object's matrices
 };
 
 }  // namespace orvane

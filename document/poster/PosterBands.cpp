@@ -176,7 +176,9 @@ bool PosterBands::Draw(int row, int column)
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, settings_.options.bits != 32);
     const int drawn = view_.Draw(&parameters_);
     GdiFlush();
-    return drawn != 0;
+    // A background of 8 bits is dithered in a context of its own. When the system refuses to make
+    // this context current again, the rest of the band was not drawn.
+    return drawn != 0 && wglGetCurrentContext() != nullptr;
 }
 
 void PosterBands::CopyTo(Strip& strip, int column) const

@@ -80,7 +80,8 @@ void PosterStrips::End()
         above = {};  // so that no chain of futures keeps the results of all earlier writes
         target_.WriteRows(top, slot.strip, goOn_);
     };
-    slot.written = std::async(std::launch::async, std::move(write));
+    // When the system refuses another thread, this thread writes the strip when it is needed.
+    slot.written = std::async(std::launch::async | std::launch::deferred, std::move(write));
     drawn_ = (drawn_ + 1) % slots_.size();
 }
 

@@ -30,15 +30,22 @@ ShownTextures::ShownTextures(const ViewObject& view)
     }
 }
 
+ShownTextures::~ShownTextures()
+{
+    for (TextureMap* const texture : textures_)
+    {
+        texture->textureFlags |= TextureMap::Valid;
+    }
+}
+
 void ShownTextures::TellLost(const MissingPictureFunction& warn) const
 {
     // The drawing clears the flag of a texture that has no pixels.
     std::set<std::string> lost;
-    for (TextureMap* const texture : textures_)
+    for (const TextureMap* const texture : textures_)
     {
         if (!texture->ShouldTexture())
         {
-            texture->textureFlags |= TextureMap::Valid;
             lost.insert(texture->filename.Text());
         }
     }

@@ -19,9 +19,12 @@ class ShownTextures
 public:
     /// To be made before the drawing. The textures of the view's scene are borrowed.
     explicit ShownTextures(const ViewObject& view);
+    /// The next drawing tries again to read the textures that were lost.
+    ~ShownTextures();
+    ShownTextures(const ShownTextures&) = delete;
+    ShownTextures& operator=(const ShownTextures&) = delete;
 
-    /// To be called after the drawing: tells which textures could not be read, each file once. The
-    /// next drawing tries again to read them.
+    /// To be called after the drawing: tells which textures could not be read, each file once.
     /// \param warn if empty, throws Error for the first of them
     void TellLost(const MissingPictureFunction& warn) const;
 

@@ -169,7 +169,7 @@ SceneDocument BuildScene(const RenderOptions& options, const Request& request)
                     ": the file is damaged, and only its undamaged parts are drawn: " + damage);
             };
         }
-        AddImport(*document.scene, import.file, meshes);
+        AddNode(*document.scene, MakeImport(*document.scene, import.file, meshes));
     }
     SetBackground(*document.scene, request.background.value_or(BackgroundOptions()));
     ChangeLights(*document.scene, options.scene->Lights());
