@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/CWinApp.h"
 
+#include "host/CFile.h"
 #include "platform/FileReplacement.h"
 #include "platform/FolderLock.h"
 #include "platform/Messages.h"
@@ -19,6 +20,7 @@
 #include <filesystem>
 #include <limits>
 #include <mutex>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -135,6 +137,27 @@ std::string FolderOf(const std::string& path)
     return target.parent_path().string();
 }
 
+/// The bytes of a file; nothing when it cannot be read.
+std::optional<std::string> ContentOf(const std::string& path)
+{
+    std::string content;
+    CFile file;
+    if (!file.Open(path.c_str(), CFile::modeRead, nullptr))
+    {
+        return std::nullopt;
+    }
+    try
+    {
+        content.resize(file.GetLength());
+        content.resize(file.Read(content.data(), static_cast<UINT>(content.size())));
+    }
+    catch (const CFileException&)
+    {
+        return std::nullopt;
+    }
+    return content;
+}
+
 /// Replaces a file by a new one with this content. Returns false and leaves the old file unchanged
 /// when any step fails.
 bool ReplaceFile(const std::string& path, const std::string& content)
@@ -170,6 +193,8 @@ struct CWinApp::Profile
     /// Ends changes. The outermost call writes the file if \c isChanged. Returns whether the
     /// changes are in the file, or will be at the end of the outermost call.
     bool EndChanges();
+    /// Returns false when there is too little memory. The content may then be incomplete.
+    bool Set(const std::string& section, const std::string& entry, const std::string& value);
     std::string Find(LPCSTR section, LPCSTR entry, bool* found);
 };
 
@@ -184,7 +209,9 @@ bool CWinApp::Profile::Read()
     const fs::file_status status = fs::status(path, error);
     if (status.type() != fs::file_type::not_found)
     {
-        if (!fs::exists(status) || fs::is_directory(status) || ini.LoadFile(path.c_str()) < 0)
+        const std::optional<std::string> content =
+            fs::is_regular_file(status) ? ContentOf(path) : std::nullopt;
+        if (!content || ini.LoadData(*content) < 0)
         {
             ini.Reset();
             return false;
@@ -204,10 +231,19 @@ bool CWinApp::Profile::BeginChanges()
 {
     if (openChanges == 0)
     {
-        folder.emplace(FolderOf(path));
         Forget();
-        canChange = folder->IsHeld() && Read();
         isChanged = false;
+        canChange = false;
+        folder.emplace(FolderOf(path));
+        try
+        {
+            canChange = folder->IsHeld() && Read();
+        }
+        catch (...)
+        {
+            folder.reset();
+            throw;
+        }
     }
     ++openChanges;
     return canChange;
@@ -219,18 +255,50 @@ bool CWinApp::Profile::EndChanges()
     {
         return canChange;
     }
-    bool isWritten = canChange;
-    if (canChange && isChanged)
+    // The lock ends with the changes, also when there is no memory to write them.
+    struct Unlocking
+    {
+        std::optional<orvane::FolderLock>& lock;
+        ~Unlocking() { lock.reset(); }
+    };
+    const Unlocking unlocking{folder};
+    if (!canChange)
+    {
+        Forget();
+        return false;
+    }
+    if (!isChanged)
+    {
+        return true;
+    }
+    try
     {
         std::string content;
-        isWritten = ini.Save(content) >= 0 && ReplaceFile(path, content);
-        if (!isWritten)
+        if (ini.Save(content) >= 0 && ReplaceFile(path, content))
         {
-            Forget();
+            return true;
         }
     }
-    folder.reset();
-    return isWritten;
+    catch (...)
+    {
+        Forget();
+        throw;
+    }
+    Forget();
+    return false;
+}
+
+bool CWinApp::Profile::Set(const std::string& section, const std::string& entry,
+                           const std::string& value)
+{
+    try
+    {
+        return ini.SetValue(section.c_str(), entry.c_str(), value.c_str(), nullptr, true) >= 0;
+    }
+    catch (const std::bad_alloc&)
+    {
+        return false;
+    }
 }
 
 std::string CWinApp::Profile::Find(LPCSTR section, LPCSTR entry, bool* found)
@@ -308,24 +376,24 @@ BOOL CWinApp::WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value)
     {
         return FALSE;
     }
+    const std::string sectionName = SectionName(section);
+    const std::string entryName = EntryName(entry);
+    // A < at the start would be read as the beginning of a value of several lines.
+    const std::string text = value != nullptr ? Escaped(value, "", "<") : std::string();
     if (!profile_->BeginChanges())
     {
         profile_->EndChanges();
         return FALSE;
     }
-    const std::string sectionName = SectionName(section);
-    const std::string entryName = EntryName(entry);
+    profile_->isChanged = true;
     if (entry == nullptr || value == nullptr)
     {
         ini.Delete(sectionName.c_str(), entry == nullptr ? nullptr : entryName.c_str(), true);
     }
-    else
+    else if (!profile_->Set(sectionName, entryName, text))
     {
-        // A < at the start would be read as the beginning of a value of several lines.
-        ini.SetValue(sectionName.c_str(), entryName.c_str(), Escaped(value, "", "<").c_str(),
-                     nullptr, true);
+        profile_->canChange = false;  // so that no part of several changes is written
     }
-    profile_->isChanged = true;
     return profile_->EndChanges() ? TRUE : FALSE;
 }
 
