@@ -25,3 +25,14 @@ int RequestsOfEnding(std::unique_ptr<Object> object)
     object.reset();
     return none.Requests();
 }
+
+/// Says whether `new` is to fail. Called on every thread, for each call of `new`, and must not
+/// allocate memory itself.
+/// \param caller the instruction to which `new` returns
+using MemoryJudge = bool (*)(const void* caller);
+
+/// \param judge null: memory is given to everybody.
+void SetMemoryJudge(MemoryJudge judge);
+
+/// The blocks of memory that `new` has given and that are not deleted yet.
+long LiveBlocks();
