@@ -100,6 +100,7 @@ Node DocumentState::HandleOf(DrawingObject& node)
 Node DocumentState::Add(std::unique_ptr<DrawingObject> node)
 {
     // The handle comes first: when there is no memory for it, the scene is still as it was.
+    const DrawingObject* const added = node.get();
     Node handle = HandleOf(*node);
     try
     {
@@ -108,6 +109,7 @@ Node DocumentState::Add(std::unique_ptr<DrawingObject> node)
     catch (...)
     {
         nodes.erase(handle.number_);
+        numbers.erase(added);
         throw;
     }
     return handle;
