@@ -8,6 +8,7 @@
 
 #include <charconv>
 #include <cstring>
+#include <mutex>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -227,14 +228,23 @@ KeptCurrent::~KeptCurrent()
 
 const EglSystem* FindEgl(std::string* reason)
 {
-    // Never destroyed, because contexts may be deleted while the process ends.
-    static const Search* const search = new Search;
-    if (!search->system)
+    // A search without a result is repeated by the next call, because the system may have been
+    // short of memory only for a moment. Neither object is destroyed, because contexts may be
+    // deleted while the process ends.
+    static auto* const mutex = new std::mutex;
+    static const EglSystem* found = nullptr;
+    const std::lock_guard lock(*mutex);
+    if (found == nullptr)
     {
-        *reason = search->reasons;
-        return nullptr;
+        const Search search;
+        if (!search.system)
+        {
+            *reason = search.reasons;
+            return nullptr;
+        }
+        found = new EglSystem(*search.system);
     }
-    return &*search->system;
+    return found;
 }
 
 EGLContext CreateEglContext(EGLDisplay display, EGLConfig config, EGLContext shared)
