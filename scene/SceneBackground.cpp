@@ -78,65 +78,87 @@ int FirstTile(double offset, int anchor, int tile)
     return WholePixels(anchor + index * tile - offset);
 }
 
-/// Returns how many tiles cover one axis from \p first to \p end, counting a tile that is cut off.
-/// The positions and the size of a tile are in pixels.
-std::int64_t TileCount(int first, int end, int tile)
+/// The tiles of one axis, in pixels from the left or upper edge of the part of the picture that is
+/// drawn.
+struct TileAxis
 {
-    return (std::int64_t{end} - first + tile - 1) / tile;
-}
+    int first;  ///< where the first tile begins, 0 or less
+    int tile;   ///< the size of a tile
+    int view;   ///< the size of the part that is drawn
+
+    /// How many tiles cover the part, counting a tile that is cut off.
+    std::int64_t Count() const { return (std::int64_t{view} - first + tile - 1) / tile; }
+    bool IsTileLarger() const { return tile > view; }
+};
 
 /// The bitmap that tiles are drawn with. When there are few tiles, it is the image, scaled to one
 /// tile. Drawing a tile has a fixed cost, however small the tile is, and a picture of one pixel
 /// has nearly a million tiles in a view of 1280 by 720. When there are many, the bitmap is
 /// therefore a copy of several tiles side by side, which looks the same. A run-length coded image
-/// is copied when there are more than four tiles, because it is decoded anew for each.
+/// is copied when there are more than four tiles, because it is decoded anew for each. On an axis
+/// on which a tile is larger than the part of the picture that is drawn, the copy has only that
+/// part: a small file may name millions of pixels.
 class Mosaic
 {
 public:
-    Mosaic(const Image& image, int tileWidth, int tileHeight, std::int64_t tileCount)
-        : image_(image), width_(tileWidth), height_(tileHeight)
+    Mosaic(const Image& image, const TileAxis& x, const TileAxis& y) : image_(image), x_(x), y_(y)
     {
-        if (tileCount > (IsPackedBitmap(image.info) ? 4 : maxSingleTiles))
+        if (x.Count() * y.Count() > (IsPackedBitmap(image.info) ? 4 : maxSingleTiles))
         {
-            CopyTiles(tileWidth, tileHeight);
+            CopyTiles();
         }
     }
 
-    int Width() const { return width_; }
-    int Height() const { return height_; }
-    void DrawTo(int x, int y) const { image_.DrawTo(x, y, width_, height_); }
+    /// Where the bitmap is drawn: at first, and again at each step, up to the end of the view.
+    const TileAxis& X() const { return x_; }
+    const TileAxis& Y() const { return y_; }
+    void DrawTo(int x, int y) const { image_.DrawTo(x, y, x_.tile, y_.tile); }
 
 private:
     static constexpr int maxSingleTiles = 4096;
     /// The copy has about this width and height, or those of one tile if they are larger.
     static constexpr int sidePixels = 256;
 
-    void CopyTiles(int tileWidth, int tileHeight)
+    /// The axis of a copy of tiles: several of them, or the part that is drawn.
+    static TileAxis CopyOf(const TileAxis& axis)
     {
-        const int columns = std::max(1, sidePixels / tileWidth);
-        const int rows = std::max(1, sidePixels / tileHeight);
-        if (!copy_.Create(tileWidth * columns, tileHeight * rows, 0, 0, 24, CString()))
+        return axis.IsTileLarger()
+                   ? TileAxis{0, axis.view, axis.view}
+                   : TileAxis{axis.first, axis.tile * std::max(1, sidePixels / axis.tile),
+                              axis.view};
+    }
+
+    void CopyTiles()
+    {
+        const TileAxis copyX = CopyOf(x_);
+        const TileAxis copyY = CopyOf(y_);
+        if (!copy_.Create(copyX.tile, copyY.tile, 0, 0, 24, CString()))
         {
             return;
         }
         const Image tile{copy_.memoryDC, image_.info, image_.bits};
-        for (int i = 0; i < columns; ++i)
+        // The first row of tiles is copied to the others, unless only a part of it is there.
+        const int rowEnd = y_.IsTileLarger() ? copyY.tile : 1;
+        for (std::int64_t y = y_.IsTileLarger() ? y_.first : 0; y < rowEnd; y += y_.tile)
         {
-            tile.DrawTo(i * tileWidth, 0, tileWidth, tileHeight);
+            for (std::int64_t x = x_.IsTileLarger() ? x_.first : 0; x < copyX.tile; x += x_.tile)
+            {
+                tile.DrawTo(static_cast<int>(x), static_cast<int>(y), x_.tile, y_.tile);
+            }
         }
-        width_ = tileWidth * columns;
-        height_ = tileHeight * rows;
         image_ = {image_.dc, copy_.GetDIBInfo(), copy_.GetDIBBits()};
-        for (int i = 1; i < rows; ++i)
+        for (int y = y_.tile; y < copyY.tile; y += y_.tile)
         {
-            StretchDIBits(copy_.memoryDC, 0, i * tileHeight, width_, tileHeight, 0, 0, width_,
-                          tileHeight, image_.bits, image_.info, DIB_RGB_COLORS, SRCCOPY);
+            StretchDIBits(copy_.memoryDC, 0, y, copyX.tile, y_.tile, 0, 0, copyX.tile, y_.tile,
+                          image_.bits, image_.info, DIB_RGB_COLORS, SRCCOPY);
         }
+        x_ = copyX;
+        y_ = copyY;
     }
 
     Image image_;
-    int width_;   ///< of what DrawTo draws, in pixels
-    int height_;  ///< of what DrawTo draws, in pixels
+    TileAxis x_;
+    TileAxis y_;
     MemoryMappedDIB copy_;
 };
 
@@ -265,19 +287,18 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
         {
             return 1;
         }
-        const int firstX = FirstTile(offsetX, anchorX, tileWidth);
-        const int firstY = FirstTile(offsetY, anchorY, tileHeight);
-        const Mosaic mosaic(
-            image, tileWidth, tileHeight,
-            TileCount(firstX, viewWidth, tileWidth) * TileCount(firstY, viewHeight, tileHeight));
-        for (std::int64_t y = firstY; y < viewHeight; y += mosaic.Height())
+        const Mosaic mosaic(image, {FirstTile(offsetX, anchorX, tileWidth), tileWidth, viewWidth},
+                            {FirstTile(offsetY, anchorY, tileHeight), tileHeight, viewHeight});
+        const TileAxis& columns = mosaic.X();
+        const TileAxis& rows = mosaic.Y();
+        for (std::int64_t y = rows.first; y < viewHeight; y += rows.tile)
         {
             // There may be many tiles, so the drawing can be stopped after each row.
-            if (y != firstY && ShouldTerminateDrawing(parameters))
+            if (y != rows.first && ShouldTerminateDrawing(parameters))
             {
                 return 0;
             }
-            for (std::int64_t x = firstX; x < viewWidth; x += mosaic.Width())
+            for (std::int64_t x = columns.first; x < viewWidth; x += columns.tile)
             {
                 mosaic.DrawTo(static_cast<int>(x), static_cast<int>(y));
             }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/Bitmaps.h"
 #include "platform/Messages.h"
 #include "scene/DrawingParameters.h"
 #include "scene/SceneObject.h"
@@ -12,7 +13,6 @@
 
 #include <cmath>
 #include <memory>
-#include <optional>
 
 namespace
 {
@@ -39,6 +39,32 @@ int SourcePixel(int from, int imageSize, int size)
 int FloorModulo(int value, int divisor)
 {
     return (value % divisor + divisor) % divisor;
+}
+
+// A run-length coded image, whose colour table has these colours at their levels of blue.
+Rgb PackedColor(int x, int y)
+{
+    const int level = (5 * x + 40 * y) % 256;
+    return {0, 255 - level, level};
+}
+
+BmpFile PackedImage(int width, int height)
+{
+    BmpFile file{.width = width, .height = height, .bitCount = 8, .compression = BI_RLE8};
+    for (int i = 0; i < 256; ++i)
+    {
+        file.behindHeader.insert(file.behindHeader.end(),
+                                 {static_cast<BYTE>(i), static_cast<BYTE>(255 - i), 0, 0});
+    }
+    for (int y = height - 1; y >= 0; --y)
+    {
+        for (int x = 0; x < width; ++x)
+        {
+            file.pixels.insert(file.pixels.end(), {1, static_cast<BYTE>(PackedColor(x, y).blue)});
+        }
+        file.pixels.insert(file.pixels.end(), {0, y == 0 ? BYTE{1} : BYTE{0}});
+    }
+    return file;
 }
 
 // A scene with that image as its background, and bands of a picture.
@@ -162,6 +188,21 @@ TEST_F(Backgrounds, TilesAreNeverSmallerThanAPixel)
     SizePicture(99, 63, 0.01, 0.01);
     // The centre of a pixel falls on the image's middle.
     ExpectBands([](int, int) { return ImageColor(imageWidth / 2, imageHeight / 2); });
+}
+
+TEST_F(Backgrounds, PackedTilesThatAreWiderOrHigherThanABandLieSideBySide)
+{
+    REQUIRE_CONTEXT(context);
+    for (const auto& [width, height] : {std::pair(40, 2), {2, 40}, {3, 2}})
+    {
+        const TemporaryFile packed("packed.bmp", PackedImage(width, height).File());
+        scene.GetTexture()->Load(packed.Path());
+        Place(1, 5, 3);
+        SizePicture(99, 63);
+        ExpectBands([width, height](int x, int y) {
+            return PackedColor(FloorModulo(x - 5, width), FloorModulo(y - 3, height));
+        });
+    }
 }
 
 TEST_F(Backgrounds, ManyTilesLookLikeFew)

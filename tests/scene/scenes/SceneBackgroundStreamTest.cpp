@@ -95,14 +95,13 @@ TEST_F(TwoTiles, ADrawingThatIsStoppedLosesNothing)
     CloseHandle(event);
 }
 
-/// The calls that draw a background of one pixel, as tiles, in a view of that size.
-std::vector<std::string> CallsOfTiles(int viewWidth, int viewHeight)
+/// The calls that draw a picture file as tiles, in a view of that size.
+std::vector<std::string> CallsOfTiles(const char* path, int viewWidth, int viewHeight)
 {
     FakeRendering fake;
     fake.currentDc = CreateCompatibleDC(nullptr);
-    const PictureFile pixel("pixel", 1, 1, [](int, int) { return Rgb{1, 2, 3}; });
     SceneObject scene;
-    scene.GetTexture()->Load(pixel.Path());
+    scene.GetTexture()->Load(path);
     scene.GetTexture()->placement = 1;
     ProjectionData projection;
     projection.SetScaledSize(viewWidth, viewHeight);
@@ -114,6 +113,13 @@ std::vector<std::string> CallsOfTiles(int viewWidth, int viewHeight)
     EXPECT_EQ(scene.DrawBackground(&parameters), 1);
     DeleteDC(fake.currentDc);
     return recording.Only({"StretchDIBits"});
+}
+
+/// The same for a picture of one pixel.
+std::vector<std::string> CallsOfTiles(int viewWidth, int viewHeight)
+{
+    const PictureFile pixel("pixel", 1, 1, [](int, int) { return Rgb{1, 2, 3}; });
+    return CallsOfTiles(pixel.Path(), viewWidth, viewHeight);
 }
 
 TEST(BackgroundTiles, FewAreDrawnOneByOne)
@@ -131,6 +137,17 @@ TEST(BackgroundTiles, ManyAreDrawnThroughACopyOfSeveral)
     const std::vector<std::string> calls = CallsOfTiles(1280, 720);
     ASSERT_EQ(calls.size(), 256U + 255 + 5 * 3);
     EXPECT_EQ(calls.back(), "StretchDIBits 1024 512 256 256 0 0 256 256");
+}
+
+// A copy of whole tiles took 1.6 GB for this file of 131 bytes.
+TEST(BackgroundTiles, ATileOfMillionsOfPixelsIsCopiedOnlyWhereItIsSeen)
+{
+    const std::vector<std::string> calls =
+        CallsOfTiles(ORVANE_TEST_DATA "/findings/tile-of-2097154-pixels.bmp", 48, 40);
+    // The part of the first tile that is seen, 255 copies of it below, and then all of them.
+    ASSERT_EQ(calls.size(), 1U + 255 + 1);
+    EXPECT_EQ(calls.front(), "StretchDIBits 0 0 2097154 1 0 0 2097154 1");
+    EXPECT_EQ(calls.back(), "StretchDIBits 0 0 48 256 0 0 48 256");
 }
 
 }  // namespace
