@@ -7,6 +7,7 @@
 #include "platform/Messages.h"
 #include "platform/MultibyteCompare.h"
 
+#include <atomic>
 #include <cstdio>
 #include <vector>
 
@@ -32,6 +33,29 @@ void ReportUnbuiltGlyph(int glyphIndex, int character, const CString& fontName)
                   "Font Name: %s  ",
                   glyphIndex, character, static_cast<LPCSTR>(fontName));
     MessageBoxA(nullptr, message, "Orvane", MB_OK | MB_ICONEXCLAMATION);
+}
+
+// Threads that draw into contexts of their own may share a font. Its slots are therefore read and
+// written as atomic values.
+
+/// The glyph in a slot; null while it is not built.
+OrvGlyph* GlyphIn(const OrvGlyphArray& glyphs, int index)
+{
+    // std::atomic_ref takes no constant objects.
+    return std::atomic_ref(const_cast<OrvGlyphArray&>(glyphs).ElementAt(index))
+        .load(std::memory_order_acquire);
+}
+
+/// Puts a glyph into an empty slot. If another thread has filled the slot meanwhile, its glyph
+/// stays, and the given one, which is the same, is deleted.
+void PutGlyph(OrvGlyphArray& glyphs, int index, std::unique_ptr<OrvGlyph> glyph)
+{
+    OrvGlyph* inSlot = nullptr;
+    if (std::atomic_ref(glyphs.ElementAt(index))
+            .compare_exchange_strong(inSlot, glyph.get(), std::memory_order_acq_rel))
+    {
+        static_cast<void>(glyph.release());
+    }
 }
 }  // namespace
 
@@ -93,7 +117,7 @@ unsigned long OrvFont::SizeOf() const
 
 int OrvFont::ConstructOrvGlyph(int glyphIndex)
 {
-    if (glyphIndex < 0 || glyphIndex >= glyphs.GetSize() || glyphs.GetAt(glyphIndex) != nullptr)
+    if (glyphIndex < 0 || glyphIndex >= glyphs.GetSize() || GlyphIn(glyphs, glyphIndex) != nullptr)
     {
         return 0;
     }
@@ -110,7 +134,7 @@ int OrvFont::ConstructOrvGlyph(int glyphIndex)
             ReportUnbuiltGlyph(glyphIndex, character, FullNameOf(enumLogFont));
             glyph = std::make_unique<OrvGlyph>(0, metrics);
             glyph->SetInvalid();
-            glyphs.SetAt(glyphIndex, glyph.release());
+            PutGlyph(glyphs, glyphIndex, std::move(glyph));
             return 1;
         }
         glyph = std::make_unique<OrvGlyph>(size, metrics);
@@ -122,7 +146,7 @@ int OrvFont::ConstructOrvGlyph(int glyphIndex)
     const int built = glyph->ConstructGlyph(ttGlyph, static_cast<float>(EmSquare()));
     if (built)
     {
-        glyphs.SetAt(glyphIndex, glyph.release());
+        PutGlyph(glyphs, glyphIndex, std::move(glyph));
     }
     return built;
 }
@@ -143,11 +167,13 @@ int OrvFont::GetGlyphAdvanceWidth(unsigned short glyphIndex)
     {
         return 0;
     }
-    if (glyphs.GetAt(glyphIndex) == nullptr && !ConstructOrvGlyph(glyphIndex))
+    const OrvGlyph* glyph = GlyphIn(glyphs, glyphIndex);
+    if (glyph == nullptr)
     {
-        return 0;
+        ConstructOrvGlyph(glyphIndex);
+        glyph = GlyphIn(glyphs, glyphIndex);
     }
-    return glyphs.GetAt(glyphIndex)->GetAdvanceWidth();
+    return glyph != nullptr ? glyph->GetAdvanceWidth() : 0;
 }
 
 int OrvFont::CompareName(const OrvFont* other) const
@@ -161,7 +187,7 @@ OrvGlyph* OrvFont::ValidGlyph(int glyphIndex) const
     {
         return nullptr;
     }
-    OrvGlyph* const glyph = glyphs.GetAt(glyphIndex);
+    OrvGlyph* const glyph = GlyphIn(glyphs, glyphIndex);
     return glyph != nullptr && !glyph->IsInvalid() ? glyph : nullptr;
 }
 

@@ -11,7 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <latch>
 #include <stdexcept>
+#include <thread>
 
 namespace
 {
@@ -25,6 +27,12 @@ struct FaceFont : OrvFont
     int Advance(unsigned char character)
     {
         return GetGlyphAdvanceWidth(static_cast<unsigned short>(LookupGlyphIndex(character)));
+    }
+
+    /// The glyph of a character whose advance was asked for in this thread.
+    const OrvGlyph* Glyph(unsigned char character) const
+    {
+        return glyphs.GetAt(LookupGlyphIndex(character));
     }
 };
 
@@ -79,6 +87,36 @@ TEST_F(OrvFontFace, TheOutlineFontIsOneEmHighAndTheWindowsFont20Pixels)
     EXPECT_EQ(small.otmTextMetrics.tmHeight, 20);
     SelectObject(dc, previous);
     DeleteDC(dc);
+}
+
+TEST_F(OrvFontFace, ThreadsThatNeedTheSameGlyphsFirstGetTheSame)
+{
+    constexpr int rounds = 20;
+    constexpr int threadCount = 4;
+    for (int round = 0; round < rounds; ++round)
+    {
+        FaceFont shared;
+        ASSERT_EQ(Create(shared), 1);
+        std::latch start(threadCount);
+        std::vector<std::vector<const OrvGlyph*>> seen(threadCount);
+        std::vector<std::thread> threads;
+        for (std::vector<const OrvGlyph*>& glyphs : seen)
+        {
+            threads.emplace_back([&] {
+                start.arrive_and_wait();
+                for (const char character : {'B', 'C', 'D', 'E'})
+                {
+                    EXPECT_GT(shared.Advance(character), 0);
+                    glyphs.push_back(shared.Glyph(character));
+                }
+            });
+        }
+        for (std::thread& thread : threads)
+        {
+            thread.join();
+        }
+        EXPECT_EQ(seen, std::vector(threadCount, seen[0]));
+    }
 }
 
 TEST_F(OrvFontFace, AGlyphIsBuiltWhenItsAdvanceIsFirstNeededAndThenKept)
