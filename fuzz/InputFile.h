@@ -3,8 +3,10 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <random>
 #include <string>
+#include <string_view>
 
 /// A temporary folder with one file for the input, for readers that take a path. All inputs of a
 /// run use the same file, one after the other. Its name may begin with a folder. The destructor
@@ -28,8 +30,9 @@ public:
     InputFile& operator=(const InputFile&) = delete;
 
     /// Replaces the file's content by the input and returns the file's path.
-    const std::string& Fill(const unsigned char* bytes, std::size_t count) const
+    const std::string& Fill(const unsigned char* bytes, std::size_t count)
     {
+        hash_ = std::hash<std::string_view>()({reinterpret_cast<const char*>(bytes), count});
         if (std::FILE* const file = std::fopen(path_.c_str(), "wb"))
         {
             std::fwrite(bytes, 1, count, file);
@@ -40,8 +43,11 @@ public:
 
     const std::string& Path() const { return path_; }
     std::string Folder() const { return folder_.string(); }
+    /// A number that the bytes of the input decide.
+    std::size_t Hash() const { return hash_; }
 
 private:
     std::filesystem::path folder_;
     std::string path_;
+    std::size_t hash_ = 0;
 };

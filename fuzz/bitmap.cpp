@@ -24,7 +24,7 @@ void ReadInPlace(const CString& path)
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t count)
 {
-    static const InputFile input("input.bmp");
+    static InputFile input("input.bmp");
     const std::string& path = input.Fill(bytes, count);
     ReadInPlace(path.c_str());
 
@@ -46,6 +46,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t co
     {
         return 0;
     }
-    UseDocument(document, input.Folder());
+    UseDocument(document, input);
     return 0;
 }

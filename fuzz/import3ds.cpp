@@ -25,7 +25,7 @@ void WriteMeshes(const std::string& path)
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t count)
 {
-    static const InputFile input("input.3ds");
+    static InputFile input("input.3ds");
     const std::string& path = input.Fill(bytes, count);
     WriteMeshes(path);
 
@@ -40,6 +40,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t co
     {
         return 0;
     }
-    UseDocument(document, input.Folder());
+    UseDocument(document, input);
     return 0;
 }

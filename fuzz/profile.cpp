@@ -9,7 +9,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t count)
 {
-    static const InputFile input("orvane.ini");
+    static InputFile input("orvane.ini");
     const std::string& path = input.Fill(bytes, count);
     CWinApp application;
     application.SetProfilePath(path.c_str());

@@ -21,7 +21,7 @@ void WriteTexture(const std::string& folder)
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t count)
 {
-    static const InputFile input("input.orv");
+    static InputFile input("input.orv");
     static const bool hasTexture = (WriteTexture(input.Folder()), true);
     static_cast<void>(hasTexture);
     std::optional<orvane::Document> document;
@@ -33,6 +33,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t co
     {
         return 0;
     }
-    UseDocument(*document, input.Folder());
+    UseDocument(*document, input);
     return 0;
 }

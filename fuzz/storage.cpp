@@ -7,7 +7,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t count)
 {
-    static const InputFile input;
+    static InputFile input;
     const std::string& path = input.Fill(bytes, count);
     const std::u16string name(path.begin(), path.end());
     IStorage* storage = nullptr;

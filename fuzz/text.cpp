@@ -6,7 +6,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t count)
 {
-    static const InputFile folder;
+    static InputFile input;
+    input.Fill(bytes, count);
     orvane::Document document;
     try
     {
@@ -16,6 +17,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t co
     {
         return 0;
     }
-    UseDocument(document, folder.Folder());
+    UseDocument(document, input);
     return 0;
 }
