@@ -82,11 +82,12 @@ void UseDocument(orvane::Document& document, const InputFile& input)
 
     MakeContextCurrent();
     Try([&] { orvane::Draw(document); });
-    Try([&] { document.Pick(pictureSize, pictureSize.width / 2, pictureSize.height / 2); });
     // A picture in a file has a context of its own and takes as long as everything else together.
+    // Mesa 22.3 keeps the memory of each pick.
     constexpr std::size_t documentsForOneFile = 8;
     if (input.Hash() % documentsForOneFile == 0)
     {
+        Try([&] { document.Pick(pictureSize, pictureSize.width / 2, pictureSize.height / 2); });
         orvane::PictureOptions options;
         options.size = pictureSize;
         options.samples = 1;
