@@ -8,6 +8,9 @@
 // ORVANE_FAULT_FIRST=17 fault_tests             from the 17th call on
 // ORVANE_FAULT_TRACE=1 fault_tests              shows the functions around each refused call
 
+#include "extrude/Library.h"
+#include "extrude/OrvFontList.h"
+#include "platform/Fonts.h"
 #include "platform/Messages.h"
 #include "tests/reliability/Operations.h"
 #include "tests/reliability/Refusals.h"
@@ -299,6 +302,23 @@ public:
 private:
     NamedOperation operation_;
 };
+
+// A bad block of the disk under one font must not hide the others.
+TEST(FontsOnABadDisk, AreLeftOutOfTheRegistryUntilTheyCanBeRead)
+{
+    const PrivateFonts fonts({ORVANE_TEST_DATA "/EdgeTest.ttf"});
+    DetachLibrary();
+    AttachLibrary();
+    ReloadFonts();
+    {
+        const Refusals reads(CallKind::Read, 1, Extent::AllFromThere);
+        EXPECT_EQ(CreateFontList(0, nullptr), 1);
+        EXPECT_GT(Refusals::Refused(), 0);
+    }
+    EXPECT_EQ(GetFontList()->GetCount(), 0);
+    EXPECT_EQ(CreateFontList(0, nullptr), 1);
+    EXPECT_EQ(GetFontList()->GetCount(), 1);
+}
 
 class Total : public testing::Environment
 {

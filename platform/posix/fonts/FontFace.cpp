@@ -401,6 +401,45 @@ DesignMetrics ReadDesign(FT_Face face)
 
 }  // namespace
 
+namespace
+{
+
+/// The measures of a face. No value when its file is damaged. The caller holds FreeTypeMutex.
+std::optional<DesignMetrics> FindDesign(const std::shared_ptr<const InstalledFace>& face)
+{
+    const auto unlessUnreadable = [](auto read) -> std::optional<DesignMetrics> {
+        try
+        {
+            return read();
+        }
+        catch (const std::system_error& error)
+        {
+            // A bad block of the disk under one font must not hide the other fonts.
+            if (error.code() == std::errc::io_error)
+            {
+                return std::nullopt;
+            }
+            throw;
+        }
+    };
+    const std::optional<DesignMetrics> design =
+        unlessUnreadable([&face] { return ReadDesignTables(*face); });
+    if (design)
+    {
+        return design;
+    }
+    return unlessUnreadable([&face]() -> std::optional<DesignMetrics> {
+        const FT_Face opened = Open(face).Face();
+        if (opened == nullptr || opened->units_per_EM == 0)
+        {
+            return std::nullopt;
+        }
+        return ReadDesign(opened);
+    });
+}
+
+}  // namespace
+
 std::shared_ptr<const DesignMetrics> DesignOf(const std::shared_ptr<const InstalledFace>& face)
 {
     if (face->kind != OutlineKind::TrueType && face->kind != OutlineKind::Cubic)
@@ -410,15 +449,10 @@ std::shared_ptr<const DesignMetrics> DesignOf(const std::shared_ptr<const Instal
     const std::lock_guard lock(FreeTypeMutex());
     if (!face->design)
     {
-        std::optional<DesignMetrics> design = ReadDesignTables(*face);
+        std::optional<DesignMetrics> design = FindDesign(face);
         if (!design)
         {
-            const FT_Face opened = Open(face).Face();
-            if (opened == nullptr || opened->units_per_EM == 0)
-            {
-                return nullptr;
-            }
-            design = ReadDesign(opened);
+            return nullptr;
         }
         // The tables describe the default instance, so the weight of a named instance is taken from
         // fontconfig.
