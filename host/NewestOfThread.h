@@ -13,16 +13,16 @@ template <typename Owner>
 class NewestOfThread
 {
 public:
-    explicit NewestOfThread(Owner& owner) : previous_(std::exchange(newest_, &owner)) {}
-    ~NewestOfThread() { newest_ = previous_; }
+    explicit NewestOfThread(Owner& owner) : previous_(std::exchange(newest, &owner)) {}
+    ~NewestOfThread() { newest = previous_; }
     NewestOfThread(const NewestOfThread&) = delete;
     NewestOfThread& operator=(const NewestOfThread&) = delete;
 
     /// Null when the thread has no object of the class.
-    static Owner* Get() { return newest_; }
+    static Owner* Get() { return newest; }
 
 private:
-    static inline thread_local Owner* newest_ = nullptr;
+    static inline thread_local Owner* newest = nullptr;
 
     Owner* previous_;
 };
