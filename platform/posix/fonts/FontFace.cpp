@@ -422,7 +422,7 @@ std::optional<DesignMetrics> FindDesign(const std::shared_ptr<const InstalledFac
             throw;
         }
     };
-    const std::optional<DesignMetrics> design =
+    std::optional<DesignMetrics> design =
         unlessUnreadable([&face] { return ReadDesignTables(*face); });
     if (design)
     {
