@@ -9,6 +9,7 @@
 #include "scene/OrvString.h"
 #include "scene/SceneObject.h"
 #include "tests/support/Instructions.h"
+#include "tests/support/ToolRun.h"
 
 #include <gtest/gtest.h>
 
@@ -94,19 +95,27 @@ TEST(ManyNodes, FinderTakesPathsOverSeveralLevels)
     EXPECT_EQ(&finder.ChildAt(*second, 2), deepest);
 }
 
-TEST(ManyLetters, AtOnePlaceAreAllPicked)
+constexpr orvane::Size picture{64, 64};
+
+/// A document in which all letters are drawn at nearly the same place: the spacing is minus the
+/// width of a letter.
+Document DocumentOfPiledLetters(int letters)
 {
-    // With a spacing of minus the width of a letter, all letters are drawn at the same place. A
-    // search that halves the text would draw it thousands of times.
     Document document;
-    constexpr int letters = 2000;
-    const Node node = document.AddText(std::string(letters, 'I'));
+    const Node node = document.AddText(std::string(static_cast<std::size_t>(letters), 'I'));
     auto& text = dynamic_cast<OrvString&>(orvane::ObjectOf(node));
     text.CalculateBounds();
-    text.SetInterCharacterSpacing(-text.GetScaledDimensions().x / letters);
+    text.SetInterCharacterSpacing(-static_cast<float>(text.GetScaledDimensions().x / letters));
     text.CalculateBounds();
-    const orvane::Size picture{64, 64};
     document.Frame(picture);
+    return document;
+}
+
+TEST(ManyLetters, AtOnePlaceAreAllPicked)
+{
+    // A search that halves the text would draw it thousands of times.
+    constexpr int letters = 2000;
+    const Document document = DocumentOfPiledLetters(letters);
     std::vector<bool> isPicked(letters);
     for (int y = 2; y < 64; y += 4)
     {
@@ -117,6 +126,20 @@ TEST(ManyLetters, AtOnePlaceAreAllPicked)
         }
     }
     EXPECT_EQ(std::count(isPicked.begin(), isPicked.end(), true), letters);
+}
+
+TEST(ManyLetters, TheToolListsTheNearestThousandParts)
+{
+    ToolFolder folder;
+    Document document = DocumentOfPiledLetters(2000);
+    const std::size_t parts = document.Pick(picture, 32, 32).size();
+    ASSERT_GT(parts, 1000u);
+    document.Save(folder.Path("piled.orv"));
+    const ToolResult result = folder.Run({"pick", "piled.orv", "32,32", "--size", "64x64"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(std::count(result.out.begin(), result.out.end(), '\n'), 1000);
+    EXPECT_EQ(result.err, "orvane: piled.orv: the nearest 1000 of " + std::to_string(parts) +
+                              " parts under the pixel are listed\n");
 }
 
 }  // namespace
