@@ -28,23 +28,27 @@ void TranslateZ(double distance)
 
 }  // namespace
 
-LightObject::LightObject() : quadric(gluNewQuadric())
+// The quadric is made last, because the destructor does not run when a constructor throws.
+
+LightObject::LightObject()
 {
     // The flashlight is drawn as large as the scaled dimensions, so the dimensions must not stay 0.
     EnsureDetails().unscaledDimensions = EnsureDetails().scaledDimensions = DVector(1.0, 1.0, 1.0);
     Reset();
     LightObject::CalculateBounds();
+    quadric = gluNewQuadric();
 }
 
 LightObject::LightObject(const LightObject& other)
     : DrawingObject(other),
-      quadric(gluNewQuadric()),
       lightFlags(other.lightFlags),
       lightNumber(other.lightNumber),
       spotCutoffAngle(other.spotCutoffAngle),
       spotExponent(other.spotExponent),
       colors(other.colors)
-{}
+{
+    quadric = gluNewQuadric();
+}
 
 LightObject& LightObject::operator=(const LightObject& other)
 {

@@ -72,7 +72,7 @@ public:
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
 
-    GLUquadric* quadric;  ///< owned
+    GLUquadric* quadric = nullptr;  ///< owned
     DWORD lightFlags = 0;
     DWORD lightNumber = GL_LIGHT0;
     double spotCutoffAngle = 180.0;
