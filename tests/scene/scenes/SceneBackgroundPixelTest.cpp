@@ -199,7 +199,7 @@ TEST_F(Backgrounds, PackedTilesThatAreWiderOrHigherThanABandLieSideBySide)
         scene.GetTexture()->Load(packed.Path());
         Place(1, 5, 3);
         SizePicture(99, 63);
-        ExpectBands([width, height](int x, int y) {
+        ExpectBands([width = width, height = height](int x, int y) {
             return PackedColor(FloorModulo(x - 5, width), FloorModulo(y - 3, height));
         });
     }
