@@ -31,9 +31,11 @@
 namespace
 {
 
-constexpr long mostCalls = 100000;    // more would be a loop without an end
-constexpr unsigned mostSeconds = 30;  // for an attempt; more would be a lock that is held
-constexpr int mostMessages = 20;      // for one kind of calls
+constexpr long mostCalls = 100000;  // more would be a loop without an end
+// An attempt that does not end, because a lock is held, for example, is ended after this time, so
+// that the message names the refused call. Attempts take less than a second.
+constexpr unsigned mostSeconds = 100;
+constexpr int mostMessages = 20;  // for one kind of calls
 constexpr int roundsToFillCaches = 20;
 
 /// What is going on, for the case that it ends the process.
@@ -145,7 +147,6 @@ private:
     bool Refuse(long number)
     {
         Describe(number);
-        alarm(mostSeconds);
         complaint_[0] = '\0';
         const Holdings before;
         const bool isMade = RefuseWatched(number);
@@ -190,6 +191,7 @@ private:
 
     bool RefuseWatched(long number)
     {
+        alarm(mostSeconds);
         operation_.Prepare();
         messagesShown = 0;
         char failureText[300] = {};  // no memory can be had while calls are refused
