@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <latch>
 #include <stdexcept>
 #include <thread>
@@ -29,10 +30,11 @@ struct FaceFont : OrvFont
         return GetGlyphAdvanceWidth(static_cast<unsigned short>(LookupGlyphIndex(character)));
     }
 
-    /// The glyph of a character whose advance was asked for in this thread.
-    const OrvGlyph* Glyph(unsigned char character) const
+    /// The glyph of a character whose advance was asked for in this thread. Other threads may put
+    /// the same glyph into the slot meanwhile.
+    const OrvGlyph* Glyph(unsigned char character)
     {
-        return glyphs.GetAt(LookupGlyphIndex(character));
+        return std::atomic_ref(glyphs.ElementAt(LookupGlyphIndex(character))).load();
     }
 };
 
