@@ -10,8 +10,8 @@
 ///     document.AddText("Hello");
 ///     orvane::WritePicture(document, "hello.png");
 ///
-/// Strings are UTF-8. A failed call throws an Error and leaves the document as it was. When there is
-/// too little memory, it throws std::bad_alloc instead, and when the system has no more files or
+/// Strings are UTF-8. A failed call throws an Error and leaves the document as it was. When there
+/// is too little memory, it throws std::bad_alloc instead, and when the system has no more files or
 /// threads for the process, std::system_error. A document and its nodes are used by one thread at a
 /// time, and only one thread at a time may use documents that have texts, because texts share their
 /// fonts. Outside of the namespace `orvane` this header adds no names except macros that begin with

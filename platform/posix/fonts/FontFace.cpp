@@ -2,14 +2,13 @@
 #include "platform/posix/fonts/FontFace.h"
 
 #include "platform/Limits.h"
-#include "platform/posix/FileMapping.h"
 #include "platform/posix/TextConversion.h"
 #include "platform/posix/fonts/FontTables.h"
 #include "platform/posix/fonts/GlyphPolygons.h"
+#include "platform/posix/fonts/MappedFontFile.h"
 #include "platform/posix/fonts/OutlineTracer.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <list>
 #include <mutex>
 #include <new>
@@ -80,35 +79,6 @@ FT_Library FreeType()
     }();
     return library;
 }
-
-/// A font file that is mapped into memory. The bytes that another program cuts off read as 0, so
-/// that reading them does not end the process.
-class MappedFontFile
-{
-public:
-    explicit MappedFontFile(const char* path)
-    {
-        mapping_.file = OpenRegularFile(path);
-        if (mapping_.file != nullptr)
-        {
-            mapping_.size = mapping_.file->Length();
-            bytes_ = MapBytes(mapping_, 0, mapping_.size, false);
-            if (bytes_ == nullptr && mapping_.size != 0)
-            {
-                throw std::system_error(errno, std::generic_category(), path);
-            }
-        }
-    }
-
-    /// Null when the file cannot be read.
-    const FT_Byte* Bytes() const { return static_cast<const FT_Byte*>(bytes_.get()); }
-    FT_Long Size() const { return static_cast<FT_Long>(mapping_.size); }
-    bool HasLostBytes() const { return mapping_.file->Length() < mapping_.size; }
-
-private:
-    FileMapping mapping_;
-    std::shared_ptr<void> bytes_;
-};
 
 /// An opened face, with its latest sizes and its last glyph. Used under FreeTypeMutex only.
 class OpenedFace
