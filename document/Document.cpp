@@ -36,20 +36,6 @@ namespace orvane
 namespace
 {
 
-/// Calls visit(text) for every text of a scene that has a font.
-template <typename Visit>
-void ForEachText(const DrawingObject& scene, Visit visit)
-{
-    VisitDescendents(scene, [&visit](DrawingObject& node) {
-        auto* const text = dynamic_cast<OrvFontString*>(&node);
-        if (text != nullptr && text->GetFont() != nullptr)
-        {
-            visit(*text);
-        }
-        return true;
-    });
-}
-
 /// All characters of a document's texts, in UTF-8.
 std::string AllTexts(const SceneDocument& document)
 {

@@ -10,7 +10,6 @@
 #include "geometry/DVector.h"
 #include "material/NamedColor.h"
 #include "platform/CodePages.h"
-#include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 
 #include <bitset>
@@ -54,21 +53,8 @@ class MissingLetterSearch
 public:
     explicit MissingLetterSearch(UINT codePage) : codePage_(codePage) {}
 
-    void LookBelow(const DrawingObject& node)
-    {
-        const auto* const text = dynamic_cast<const OrvFontString*>(&node);
-        if (text != nullptr && text->GetFont() != nullptr)
-        {
-            LookAt(text->GetTextString()->Text(), *text->GetFont());
-        }
-        for (int i = 0; i < node.GetChildCount(); ++i)
-        {
-            LookBelow(*node.GetChildByIndex(i));
-        }
-    }
     const std::vector<MissingLetter>& Found() const { return found_; }
 
-private:
     void LookAt(const std::string& text, OrvFont& font)
     {
         const std::string name = CodePageToUtf8(static_cast<LPCSTR>(font.GetFullName()), codePage_);
@@ -82,6 +68,10 @@ private:
                 known.set(code);
                 letters += letter;
             }
+        }
+        if (letters.empty())
+        {
+            return;
         }
         OrvFontString measured;
         measured.AttachFont(&font);
@@ -97,6 +87,7 @@ private:
         }
     }
 
+private:
     UINT codePage_;
     std::map<std::string, std::bitset<256>> known_;  ///< by the names of fonts
     std::vector<MissingLetter> found_;
@@ -148,7 +139,9 @@ std::vector<MissingLetter> MissingLettersOf(const SceneDocument& document)
 {
     const CodePageScope scope(document.codePage);
     MissingLetterSearch search(document.codePage);
-    search.LookBelow(*document.scene);
+    ForEachText(*document.scene, [&search](const OrvFontString& text) {
+        search.LookAt(text.GetTextString()->Text(), *text.GetFont());
+    });
     return search.Found();
 }
 

@@ -4,12 +4,13 @@
 #include "host/CString.h"
 #include "orvane/Options.h"
 #include "platform/Export.h"
+#include "scene/DescendentWalk.h"
+#include "scene/OrvFontString.h"
 
 #include <memory>
 #include <vector>
 
 class OrvFont;
-class OrvFontString;
 
 namespace orvane
 {
@@ -24,6 +25,20 @@ ORVANE_API void CheckTextOptions(const TextOptions& options);
 /// \param options the font and the texture in them are ignored
 ORVANE_API std::unique_ptr<OrvFontString> MakeTextNode(const CString& text, OrvFont* font,
                                                        const TextOptions& options);
+
+/// Calls visit(text) for every text of a scene that has a font.
+template <typename Visit>
+void ForEachText(const DrawingObject& scene, Visit visit)
+{
+    VisitDescendents(scene, [&visit](DrawingObject& node) {
+        auto* const text = dynamic_cast<OrvFontString*>(&node);
+        if (text != nullptr && text->GetFont() != nullptr)
+        {
+            visit(*text);
+        }
+        return true;
+    });
+}
 
 /// The letters of a document's texts whose outlines cannot be read, each once for each font, in the
 /// order of the texts. Builds the letters that no drawing has built yet.

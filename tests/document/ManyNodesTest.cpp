@@ -55,6 +55,11 @@ TEST(ManyNodes, AreListedInTimeThatGrowsWithTheirNumber)
     ExpectLinear([](const Document& document) { static_cast<void>(document.Nodes()); });
 }
 
+TEST(ManyNodes, AreSearchedForMissingLettersInTimeThatGrowsWithTheirNumber)
+{
+    ExpectLinear([](const Document& document) { static_cast<void>(document.MissingLetters()); });
+}
+
 TEST(ManyNodes, HandlesOfOneNodeAreEqualAndAreForgottenWithIt)
 {
     Document document;
