@@ -19,8 +19,8 @@ struct Corner
     unsigned short index;  ///< handed to FaceSink::Add
 };
 
-/// Receives the primitives that the tessellator makes, one after the other. When one of
-/// these functions throws, TessellateFaces throws the same exception when GLU is done.
+/// Receives the primitives that the tessellator makes, one after the other. When one of these
+/// functions throws, TessellateFaces throws the same exception when GLU is done.
 class FaceSink
 {
 public:

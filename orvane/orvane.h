@@ -140,9 +140,8 @@ public:
 
     /// Reads a scene file (.orv). The options say from which folders the scene may show pictures.
     /// A picture that is missing or not allowed is left out; see MissingPictures, and see
-    /// PictureOptions::warn for a picture that goes missing later. A scene whose
-    /// nodes nest deeper than limits::maxDrawnLevels is opened, but to draw it or to pick in it is
-    /// an Error.
+    /// PictureOptions::warn for a picture that goes missing later. A scene whose nodes nest deeper
+    /// than limits::maxDrawnLevels is opened, but to draw it or to pick in it is an Error.
     static Document Open(const std::string& path, const OpenOptions& options = {});
     /// Writes a scene file, which appears under its name only when it is complete.
     void Save(const std::string& path);

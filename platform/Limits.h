@@ -27,8 +27,8 @@ constexpr std::uint64_t MemoryForFile(std::uint64_t fileBytes)
 /// picture are the square of it, 10 thousand million.
 constexpr int maxPictureSide = 100'000;
 
-/// Bytes of UTF-8: the longest text of a node, its line ends included. Each letter is
-/// drawn in every band of a picture, so this many take seconds even in a small one.
+/// Bytes of UTF-8: the longest text of a node, its line ends included. Each letter is drawn in
+/// every band of a picture, so this many take seconds even in a small one.
 constexpr std::size_t maxTextBytes = 65'536;
 
 /// Bytes of UTF-8: the longest name of a font or of a view that is looked for. An unknown name is

@@ -369,11 +369,6 @@ DesignMetrics ReadDesign(FT_Face face)
     return DesignFrom(tables);
 }
 
-}  // namespace
-
-namespace
-{
-
 /// The measures of a face. No value when its file is damaged. The caller holds FreeTypeMutex.
 std::optional<DesignMetrics> FindDesign(const std::shared_ptr<const InstalledFace>& face)
 {
