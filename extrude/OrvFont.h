@@ -9,6 +9,7 @@
 #include "platform/Fonts.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 
 class DVector;
@@ -16,6 +17,21 @@ class DrawingParameters;
 class ExtrusionData;
 class NamedColor;
 class OrvString;
+
+namespace orvane
+{
+class SurfaceRecorder;
+
+/// Where a text has a letter, in object units.
+struct PlacedLetter
+{
+    std::size_t character;  ///< its index in the text, line ends included
+    int line;               ///< 0 for the first line
+    int glyphIndex;
+    double x;  ///< the letter's origin
+    double y;  ///< the baseline
+};
+}  // namespace orvane
 
 /// One installed TrueType face: its platform fonts, its metrics and its glyphs. A glyph is built
 /// when a text first needs it and kept until the font is destroyed.
@@ -84,6 +100,15 @@ public:
     /// its index in the whole string, line ends included, is pushed as an OpenGL name.
     int DrawNamedCharacters(OrvString* string, DrawingParameters* parameters);
 
+    /// Builds the glyphs that a text needs, and calls \p visit with each letter and its place, in
+    /// the order of the text. TextOutA draws the letters at the same places.
+    void PlaceLetters(OrvString* string,
+                      const std::function<void(const orvane::PlacedLetter&)>& visit);
+    /// Records the surfaces that RenderGlyph draws. Records nothing when the glyph is invalid or
+    /// not built.
+    void RecordGlyph(int glyphIndex, const OrvString& string, const ExtrusionData& extrusion,
+                     orvane::SurfaceRecorder& recorder) const;
+
     /// Measures the text at two scales. Also calls SetFirstLineOffset to store in the text how far
     /// the text's highest point lies above its first baseline, at the text's scale. An empty text
     /// gets sizes of 0 and keeps its offset. A text whose glyphs are all invalid gets the offset
@@ -114,6 +139,14 @@ protected:
         Indices
     };
     int DrawText(OrvString* string, DrawingParameters* parameters, CharacterNames names);
+    /// Tells \p target where the lines and letters of a text are. Returns 0 as soon as the target
+    /// wants to stop.
+    template <typename Target>
+    int LayOut(OrvString* string, const ExtrusionData& extrusion, Target& target);
+    /// Emits the surfaces of a letter with the materials and the edge style of a text.
+    template <typename Sink>
+    static void EmitGlyph(const OrvGlyph& glyph, const OrvString& string,
+                          const ExtrusionData& extrusion, Sink& sink);
 
     /// Builds a glyph. When the platform has no outline for the character, a message box reports
     /// it, the glyph becomes an invalid one, and the result is 1. Returns 0 and changes nothing

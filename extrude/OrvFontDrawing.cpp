@@ -4,6 +4,8 @@
 #include "extrude/ExtrusionData.h"
 #include "extrude/OrvFont.h"
 #include "extrude/OrvGlyph.h"
+#include "extrude/SurfaceSink.h"
+#include "geometry/SurfaceRecorder.h"
 #include "material/ApplyMaterial.h"
 #include "material/NamedColor.h"
 #include "material/Unlit.h"
@@ -11,40 +13,20 @@
 #include "scene/DrawingParameters.h"
 #include "scene/OrvString.h"
 
+#include <type_traits>
+
 using orvane::BevelSides;
 using orvane::EdgeStyle;
+using orvane::MeshPart;
 
 namespace
 {
-// The names that a selection pass pushes for the parts of a glyph.
-constexpr GLuint facesName = 0;
-constexpr GLuint wallsName = 1;
-constexpr GLuint bevelsName = 2;
-
-using Routine = decltype(&OrvGlyph::RenderFaces);
-
-// The tables below have one column for each value of BevelSides: front, back, both. The tables
-// rings and wireframes have two rows: one for bevelled and one for rounded edges. Square edges need
-// no table.
+// The tables of surfaces and wireframes have one column for each value of BevelSides: front, back,
+// both. The tables rings and wireframes have two rows: one for bevelled and one for rounded edges.
+// Square edges need no table.
 constexpr int ringStyleCount = orvane::edgeStyleCount - 1;
 
-constexpr Routine walls[orvane::bevelSidesCount] = {&OrvGlyph::RenderEdgesFrontBevelOnly,
-                                                    &OrvGlyph::RenderEdgesBackBevelOnly,
-                                                    &OrvGlyph::RenderEdgesBevelled};
-
-struct Rings
-{
-    Routine front;
-    Routine back;
-};
-constexpr Rings rings[ringStyleCount][orvane::bevelSidesCount] = {
-    {{&OrvGlyph::RenderFrontBevelBevelled, &OrvGlyph::RenderBackBevelFlat},
-     {&OrvGlyph::RenderFrontBevelFlat, &OrvGlyph::RenderBackBevelBevelled},
-     {&OrvGlyph::RenderFrontBevelBevelled, &OrvGlyph::RenderBackBevelBevelled}},
-    {{&OrvGlyph::RenderFrontRoundRounded, &OrvGlyph::RenderBackBevelFlat},
-     {&OrvGlyph::RenderFrontBevelFlat, &OrvGlyph::RenderBackRoundRounded},
-     {&OrvGlyph::RenderFrontRoundRounded, &OrvGlyph::RenderBackRoundRounded}}};
-
+using Routine = decltype(&OrvGlyph::RenderFaces);
 constexpr Routine wireframes[ringStyleCount][orvane::bevelSidesCount] = {
     {&OrvGlyph::DrawFrontFaceBevelled, &OrvGlyph::DrawBackFaceBevelled,
      &OrvGlyph::DrawBothFacesBevelled},
@@ -80,21 +62,44 @@ bool IsWallEmpty(BevelSides sides, const ExtrusionData& extrusion)
     return back == front;
 }
 
-void PushName(bool naming, GLuint name)
+/// Draws letters, and gives their parts names in a selection pass: the numbers of MeshPart.
+class LetterDrawing : public orvane::OpenGLSink
 {
-    if (naming)
-    {
-        glPushName(name);
-    }
-}
+public:
+    LetterDrawing(OrvFont& font, const DrawingParameters& parameters)
+        : font_(font),
+          naming_(parameters.IsSelecting() != 0),
+          keepsDepth_(parameters.ShouldKeepTransparentDepth())
+    {}
 
-void PopName(bool naming)
-{
-    if (naming)
+    void BeginPart(MeshPart part) const
     {
-        glPopName();
+        if (naming_)
+        {
+            glPushName(static_cast<GLuint>(part));
+        }
     }
-}
+    void EndPart() const
+    {
+        if (naming_)
+        {
+            glPopName();
+        }
+    }
+    void UseMaterial(const NamedColor& material) const
+    {
+        font_.SetMaterialColors(material);
+        if (material.IsTransparent() && keepsDepth_)
+        {
+            glDepthMask(GL_TRUE);
+        }
+    }
+
+private:
+    OrvFont& font_;
+    bool naming_;
+    bool keepsDepth_;
+};
 }  // namespace
 
 int OrvFont::SetMaterialColors(const NamedColor& material)
@@ -114,75 +119,106 @@ int OrvFont::SetMaterialColors(const NamedColor& material)
     return 1;
 }
 
-int OrvFont::RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData& extrusion,
-                         DrawingParameters* parameters)
+template <typename Sink>
+void OrvFont::EmitGlyph(const OrvGlyph& glyph, const OrvString& string,
+                        const ExtrusionData& extrusion, Sink& sink)
 {
-    OrvGlyph* const glyph = ValidGlyph(glyphIndex);
-    if (glyph == nullptr)
+    using Surface = OrvGlyph::GlyphSurface;
+    struct Rings
     {
-        return 0;
-    }
-    const bool naming = parameters->IsSelecting() != 0;
-    const Edges edges(*string);
-    const auto setMaterial = [&](const NamedColor& material) {
-        SetMaterialColors(material);
-        if (material.IsTransparent() && parameters->ShouldKeepTransparentDepth())
-        {
-            glDepthMask(GL_TRUE);
-        }
+        Surface front;
+        Surface back;
     };
+    static constexpr Surface walls[orvane::bevelSidesCount] = {
+        Surface::WallOfFrontEdge, Surface::WallOfBackEdge, Surface::WallOfBothEdges};
+    static constexpr Rings rings[ringStyleCount][orvane::bevelSidesCount] = {
+        {{Surface::FrontBevel, Surface::BackFlat},
+         {Surface::FrontFlat, Surface::BackBevel},
+         {Surface::FrontBevel, Surface::BackBevel}},
+        {{Surface::FrontRound, Surface::BackFlat},
+         {Surface::FrontFlat, Surface::BackRound},
+         {Surface::FrontRound, Surface::BackRound}}};
 
-    setMaterial(string->faceColor);
-    PushName(naming, facesName);
-    glyph->RenderFaces(extrusion);
-    PopName(naming);
+    // Surfaces are compiled for the two sinks that SurfaceSink.h names.
+    using SurfaceSink =
+        std::conditional_t<std::is_base_of_v<orvane::OpenGLSink, Sink>, orvane::OpenGLSink, Sink>;
+    const auto emit = [&](Surface surface) {
+        glyph.EmitSurface(surface, extrusion, static_cast<SurfaceSink&>(sink));
+    };
+    const Edges edges(string);
 
-    PushName(naming, wallsName);
+    sink.UseMaterial(string.faceColor);
+    sink.BeginPart(MeshPart::Face);
+    emit(Surface::Faces);
+    sink.EndPart();
+
+    sink.BeginPart(MeshPart::Edge);
     if (edges.style == EdgeStyle::Square)
     {
-        if (string->ShouldUseEdgeColor())
+        if (string.ShouldUseEdgeColor())
         {
-            setMaterial(string->edgeColor);
+            sink.UseMaterial(string.edgeColor);
         }
-        glyph->RenderEdgesUnbevelled(extrusion);
-        PopName(naming);
-        return 1;
+        emit(Surface::PlainWall);
+        sink.EndPart();
+        return;
     }
     if (!edges.IsRingStyle())
     {
         // An unknown style. The walls' name stays pushed, which is required; see
         // AnUnknownStyleDrawsTheFacesAndLeavesItsNamePushed.
-        return 1;
+        return;
     }
     bool edgeColorIsSet = false;
     if (edges.AreKnownSides() && !IsWallEmpty(edges.sides, extrusion))
     {
-        if (string->ShouldUseEdgeColor())
+        if (string.ShouldUseEdgeColor())
         {
-            setMaterial(string->edgeColor);
+            sink.UseMaterial(string.edgeColor);
             edgeColorIsSet = true;
         }
-        (glyph->*walls[edges.column])(extrusion);
+        emit(walls[edges.column]);
     }
-    PopName(naming);
+    sink.EndPart();
 
-    PushName(naming, bevelsName);
-    if (string->ShouldUseBevelColor())
+    sink.BeginPart(MeshPart::Bevel);
+    if (string.ShouldUseBevelColor())
     {
-        setMaterial(string->bevelColor);
+        sink.UseMaterial(string.bevelColor);
     }
     else if (edgeColorIsSet)
     {
-        setMaterial(string->faceColor);
+        sink.UseMaterial(string.faceColor);
     }
     if (edges.AreKnownSides())
     {
         const Rings& ring = rings[edges.Row()][edges.column];
-        (glyph->*ring.front)(extrusion);
-        (glyph->*ring.back)(extrusion);
+        emit(ring.front);
+        emit(ring.back);
     }
-    PopName(naming);
+    sink.EndPart();
+}
+
+int OrvFont::RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData& extrusion,
+                         DrawingParameters* parameters)
+{
+    const OrvGlyph* const glyph = ValidGlyph(glyphIndex);
+    if (glyph == nullptr)
+    {
+        return 0;
+    }
+    LetterDrawing drawing(*this, *parameters);
+    EmitGlyph(*glyph, *string, extrusion, drawing);
     return 1;
+}
+
+void OrvFont::RecordGlyph(int glyphIndex, const OrvString& string, const ExtrusionData& extrusion,
+                          orvane::SurfaceRecorder& recorder) const
+{
+    if (const OrvGlyph* const glyph = ValidGlyph(glyphIndex))
+    {
+        EmitGlyph(*glyph, string, extrusion, recorder);
+    }
 }
 
 int OrvFont::DrawGlyph(int glyphIndex, OrvString* string, const ExtrusionData& extrusion,
@@ -193,12 +229,12 @@ int OrvFont::DrawGlyph(int glyphIndex, OrvString* string, const ExtrusionData& e
     {
         return 0;
     }
-    const bool naming = parameters->IsSelecting() != 0;
     const Edges edges(*string);
 
     SetMaterialColors(string->GetExtentsBoxColor());
     const Unlit unlit;
-    PushName(naming, facesName);
+    const LetterDrawing drawing(*this, *parameters);
+    drawing.BeginPart(MeshPart::Face);
     if (edges.style == EdgeStyle::Square)
     {
         glyph->Draw(extrusion);
@@ -207,7 +243,7 @@ int OrvFont::DrawGlyph(int glyphIndex, OrvString* string, const ExtrusionData& e
     {
         (glyph->*wireframes[edges.Row()][edges.column])(extrusion);
     }
-    PopName(naming);
+    drawing.EndPart();
     glDisable(GL_COLOR_MATERIAL);
     return 1;
 }

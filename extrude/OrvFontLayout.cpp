@@ -166,24 +166,21 @@ int OrvFont::DrawNamedCharacters(OrvString* string, DrawingParameters* parameter
     return DrawText(string, parameters, CharacterNames::Indices);
 }
 
-int OrvFont::DrawText(OrvString* string, DrawingParameters* parameters, CharacterNames names)
+template <typename Target>
+int OrvFont::LayOut(OrvString* string, const ExtrusionData& extrusion, Target& target)
 {
     const std::string_view text = string->textString.Text();
     if (text.empty())
     {
         return 1;
     }
-    const ExtrusionData extrusion = string->GetExtrusionData();
     const Layout layout(*string, extrusion);
-    const bool solid = parameters->IsRender() != 0;
-    const bool wireframe = parameters->IsOutline() != 0;
     const auto alignment = static_cast<orvane::Alignment>(string->GetJustification());
     double lineY = string->GetScaledDimensions().y / 2 - string->GetFirstLineOffset();
 
     for (TextLine line = LineFrom(text, 0); line.first < text.size(); line = LineAfter(text, line))
     {
-        glPushMatrix();
-        glTranslated(0, lineY, 0);
+        target.BeginLine(lineY);
 
         double x = -layout.allowance;
         Span width = {std::min(0.0, x), std::max(0.0, x)};
@@ -202,38 +199,97 @@ int OrvFont::DrawText(OrvString* string, DrawingParameters* parameters, Characte
                 width.Include(x);
             }
         }
-        glTranslated(AlignmentOffset(alignment, width), 0, 0);
+        target.MoveRight(AlignmentOffset(alignment, width));
 
         for (std::size_t k = line.first; k < line.end; ++k)
         {
-            if (string->ShouldTerminateDrawing(parameters))
+            if (target.ShouldStop())
             {
-                glPopMatrix();
+                target.EndLine();
                 return 0;
             }
             const int glyphIndex = LookupGlyphIndex(static_cast<unsigned char>(text[k]));
-            if (names == CharacterNames::Indices)
+            target.Letter(k, glyphIndex);
+            target.MoveRight(layout.Step(AdvanceInEms(glyphIndex)));
+        }
+        lineY -= layout.LineStep();
+        target.EndLine();
+    }
+    return 1;
+}
+
+int OrvFont::DrawText(OrvString* string, DrawingParameters* parameters, CharacterNames names)
+{
+    struct Drawing
+    {
+        void BeginLine(double y) const
+        {
+            glPushMatrix();
+            glTranslated(0, y, 0);
+        }
+        void MoveRight(double distance) const { glTranslated(distance, 0, 0); }
+        bool ShouldStop() const { return string->ShouldTerminateDrawing(parameters) != 0; }
+        void Letter(std::size_t character, int glyphIndex) const
+        {
+            if (named)
             {
-                glPushName(static_cast<GLuint>(k));
+                glPushName(static_cast<GLuint>(character));
             }
             if (solid)
             {
-                RenderGlyph(glyphIndex, string, extrusion, parameters);
+                font->RenderGlyph(glyphIndex, string, extrusion, parameters);
             }
             else if (wireframe)
             {
-                DrawGlyph(glyphIndex, string, extrusion, parameters);
+                font->DrawGlyph(glyphIndex, string, extrusion, parameters);
             }
-            if (names == CharacterNames::Indices)
+            if (named)
             {
                 glPopName();
             }
-            glTranslated(layout.Step(AdvanceInEms(glyphIndex)), 0, 0);
         }
-        lineY -= layout.LineStep();
-        glPopMatrix();
-    }
-    return 1;
+        void EndLine() const { glPopMatrix(); }
+
+        OrvFont* font;
+        OrvString* string;
+        const ExtrusionData& extrusion;
+        DrawingParameters* parameters;
+        bool named;
+        bool solid;
+        bool wireframe;
+    };
+    const ExtrusionData extrusion = string->GetExtrusionData();
+    const Drawing drawing = {this,
+                             string,
+                             extrusion,
+                             parameters,
+                             names == CharacterNames::Indices,
+                             parameters->IsRender() != 0,
+                             parameters->IsOutline() != 0};
+    return LayOut(string, extrusion, drawing);
+}
+
+void OrvFont::PlaceLetters(OrvString* string,
+                           const std::function<void(const orvane::PlacedLetter&)>& visit)
+{
+    struct Pen
+    {
+        void BeginLine(double y) { letter = {0, letter.line + 1, 0, 0, y}; }
+        void MoveRight(double distance) { letter.x += distance; }
+        bool ShouldStop() const { return false; }
+        void Letter(std::size_t character, int glyphIndex)
+        {
+            letter.character = character;
+            letter.glyphIndex = glyphIndex;
+            visit(letter);
+        }
+        void EndLine() const {}
+
+        const std::function<void(const orvane::PlacedLetter&)>& visit;
+        orvane::PlacedLetter letter = {0, -1, 0, 0, 0};
+    };
+    Pen pen = {visit};
+    LayOut(string, string->GetExtrusionData(), pen);
 }
 
 void OrvFont::CalculateStringExtents(OrvString* string, DVector* unscaledSize, DVector* scaledSize,

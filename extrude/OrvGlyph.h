@@ -77,7 +77,7 @@ public:
     /// Does nothing.
     int PrepareTransparencyPass(int) const { return 1; }
 
-    // Faces (OrvGlyphFaces.cpp). They always fill the letter's own outline, whatever the edges.
+    // Faces (OrvGlyphSurfaces.cpp). They always fill the letter's own outline, whatever the edges.
 
     /// Draws one face at \p z, with \p normal as the normal of all its vertices.
     /// \param front 0 for the back face, which looks to -z; anything else for the front face.
@@ -85,7 +85,7 @@ public:
     /// Draws the back face, then the front face.
     int RenderFaces(const ExtrusionData& data) const;
 
-    // Walls and bevels (OrvGlyphBevels.cpp).
+    // Walls and bevels (OrvGlyphSurfaces.cpp).
 
     /// Draws the side wall between two levels.
     /// \param bevelled 0 for a wall along the letter's own outline; anything else for a wall along
@@ -109,8 +109,8 @@ public:
     /// Draws both faces and both bevels, without the wall.
     int RenderBevelled(const ExtrusionData& data) const;
 
-    // Rounded edges (OrvGlyphRounds.cpp). Each consists of two bands that meet at 45 degrees on the
-    // quarter circle; their normals make the edge look round.
+    // Rounded edges (OrvGlyphSurfaces.cpp). Each consists of two bands that meet at 45 degrees on
+    // the quarter circle; their normals make the edge look round.
     int RenderFrontRoundRounded(const ExtrusionData& data) const;
     int RenderBackRoundRounded(const ExtrusionData& data) const;
     /// Draws both faces, the wall and both rounded edges.
@@ -155,6 +155,33 @@ private:
     /// Decides the winding of the primitive that the tessellator has just finished.
     int AddTessellationPolygon(FaceCollector& faces);
 
+    /// A surface of a letter. An edge is bevelled or rounded; each wall lies between the edges that
+    /// its name tells.
+    enum class GlyphSurface
+    {
+        Faces,  ///< the back face, then the front face
+        PlainWall,
+        WallOfFrontEdge,
+        WallOfBackEdge,
+        WallOfBothEdges,
+        FrontFlat,
+        BackFlat,
+        FrontBevel,
+        BackBevel,
+        FrontRound,
+        BackRound
+    };
+    friend class OrvFont;  // chooses the surfaces of a letter
+
+    /// Emits a surface into a sink (extrude/SurfaceSink.h).
+    template <typename Sink>
+    void EmitSurface(GlyphSurface surface, const ExtrusionData& data, Sink& sink) const;
+    template <typename Sink>
+    void EmitFace(float z, const Vector& normal, int isFront, const ExtrusionData& data,
+                  Sink& sink) const;
+    /// Emits a surface into OpenGL. Returns 1.
+    int RenderSurface(GlyphSurface surface, const ExtrusionData& data) const;
+
     // The two functions below are inline, in extrude/OrvGlyphRings.h.
 
     /// Computes where \p vertex lies on the outlines of a draw. Returns 1.
@@ -166,6 +193,6 @@ private:
                               tagVERTEXPOINTS* points, int wantBevel, int wantRound,
                               Vertex::Edges edges) const;
     /// Emits the quads between the two rings of a band, at the levels \p zA and \p zB.
-    template <typename Band>
-    void EmitBand(const ExtrusionData& data, float zA, float zB) const;
+    template <typename Band, typename Sink>
+    void EmitBand(const ExtrusionData& data, float zA, float zB, Sink& sink) const;
 };

@@ -4,7 +4,7 @@
 /// \file
 /// How OrvGlyph emits the sides of a letter: rings, the bands of quads between them, vertices and
 /// normals. Inline, because the code runs for every vertex of every draw. Only the sources of
-/// OrvGlyph include this header.
+/// OrvGlyph include this header. A sink takes what is emitted; see extrude/SurfaceSink.h.
 ///
 /// A ring is one closed run around a contour at one z. A band joins two rings with quads. Every
 /// side surface of a letter is a band: the wall, a bevel, a flat band in the plane of a face, and
@@ -12,8 +12,8 @@
 
 #include "extrude/ExtrusionData.h"
 #include "extrude/OrvGlyph.h"
+#include "extrude/SurfaceSink.h"
 #include "extrude/VertexPoints.h"
-#include "platform/OpenGL.h"
 
 /// Which outline a ring runs along; see tagVERTEXPOINTS.
 enum class RingPoint
@@ -56,24 +56,29 @@ struct Band
     static constexpr Vertex::Edges endEdge = farEdge;
 };
 
-/// As long as an object lives, OpenGL treats the outside of a letter as its front. The constructor
-/// sets GL_CW for a letter that is mirrored by a negative scale in x or y but not both, because all
-/// its windings are reversed. For any other letter it sets GL_CCW, and so does the destructor.
+/// Whether a negative scale in x or y, but not both, mirrors a letter and so reverses all its
+/// windings.
+inline bool IsMirrored(const ExtrusionData& data)
+{
+    return !(double{data.scale.x} * data.scale.y >= 0);
+}
+
+/// As long as an object lives, the sink treats the outside of a letter as its front: GL_CW is the
+/// front of a letter that is mirrored, GL_CCW that of any other. The destructor sets GL_CCW.
+template <typename Sink>
 class OutsideIsFront
 {
 public:
-    explicit OutsideIsFront(const ExtrusionData& data)
+    OutsideIsFront(const ExtrusionData& data, Sink& sink) : sink_(sink)
     {
-        glFrontFace(IsMirrored(data) ? GL_CW : GL_CCW);
+        sink_.FrontFace(IsMirrored(data) ? GL_CW : GL_CCW);
     }
-    ~OutsideIsFront() { glFrontFace(GL_CCW); }
+    ~OutsideIsFront() { sink_.FrontFace(GL_CCW); }
     OutsideIsFront(const OutsideIsFront&) = delete;
     OutsideIsFront& operator=(const OutsideIsFront&) = delete;
 
-    static bool IsMirrored(const ExtrusionData& data)
-    {
-        return !(double{data.scale.x} * data.scale.y >= 0);
-    }
+private:
+    Sink& sink_;
 };
 
 /// Returns \p from + \p factor * \p offset, component by component.
@@ -115,8 +120,8 @@ inline int OrvGlyph::CalculateVertexPoints(const PointScales& scales, const Vert
 
 /// Emits one vertex: the point on the outline \p outline, at \p z. When the draw is textured, the
 /// texture coordinate comes first.
-template <RingPoint outline>
-void EmitVertex(const ExtrusionData& data, const tagVERTEXPOINTS& points, float z)
+template <RingPoint outline, typename Sink>
+void EmitVertex(const ExtrusionData& data, const tagVERTEXPOINTS& points, float z, Sink& sink)
 {
     const auto choose = [](const Vector2D& plain, const Vector2D& round, const Vector2D& bevel) {
         return outline == RingPoint::Outline ? plain : outline == RingPoint::Round ? round : bevel;
@@ -128,33 +133,34 @@ void EmitVertex(const ExtrusionData& data, const tagVERTEXPOINTS& points, float 
             choose(points.texPoint, points.texRoundPoint, points.texBevelPoint);
         const Vector2D coordinate =
             (data.ShouldScaleTextureWithObject() ? place : unscaled) * data.textureRepeat;
-        glTexCoord2fv(coordinate);
+        sink.TexCoord(coordinate);
     }
-    glVertex3f(place.x, place.y, z);
+    sink.Vertex(place.x, place.y, z);
 }
 
-inline void EmitFaceNormal(Vertex::Faces face)
+template <typename Sink>
+void EmitFaceNormal(Vertex::Faces face, Sink& sink)
 {
-    glNormal3f(0.0f, 0.0f, face == Vertex::FrontFace ? 1.0f : -1.0f);
+    sink.Normal(0.0f, 0.0f, face == Vertex::FrontFace ? 1.0f : -1.0f);
 }
 
-template <RingNormal rule, Vertex::Faces face>
-void EmitNormal(const Vertex& vertex, Vertex::Edges edge)
+template <RingNormal rule, Vertex::Faces face, typename Sink>
+void EmitNormal(const Vertex& vertex, Vertex::Edges edge, Sink& sink)
 {
     if constexpr (rule == RingNormal::Face)
     {
-        EmitFaceNormal(face);
+        EmitFaceNormal(face, sink);
     }
     else
     {
         const Vector normal = rule == RingNormal::Bevel ? vertex.GetBevelNormal(face, edge)
                                                         : vertex.GetEdgeNormal(edge);
-        glNormal3f(normal.x, normal.y, normal.z);
+        sink.Normal(normal.x, normal.y, normal.z);
     }
 }
 
 /// Emits a band: joins ring a at \p zA to ring b at \p zB with one quad for each segment of the
-/// outline, around every contour. Each contour is one glBegin and glEnd.
+/// outline, around every contour. Each contour is one Begin and End.
 ///
 /// The quad of the segment from vertex i to the next vertex j has the corners a[i], b[i], b[j],
 /// a[j] in this order. The last segment of a contour ends at its first vertex.
@@ -163,11 +169,11 @@ void EmitNormal(const Vertex& vertex, Vertex::Edges edge)
 /// On a smooth curve, the two segments that meet at a vertex get the same normal there, so the
 /// shading is smooth; at a sharp corner each gets its own, so the corner stays visible.
 ///
-/// glNormal3f is called only where the normal can change: once for each contour when both rings
+/// Normal is called only where the normal can change: once for each contour when both rings
 /// have Face normals, once for each segment end when both rings share another rule, otherwise once
 /// for each vertex.
-template <typename Band>
-void OrvGlyph::EmitBand(const ExtrusionData& data, float zA, float zB) const
+template <typename Band, typename Sink>
+void OrvGlyph::EmitBand(const ExtrusionData& data, float zA, float zB, Sink& sink) const
 {
     constexpr Ring a = Band::a;
     constexpr Ring b = Band::b;
@@ -182,10 +188,10 @@ void OrvGlyph::EmitBand(const ExtrusionData& data, float zA, float zB) const
         const TTPolyContour& contour = *contours.GetElement(c);
         const int count = contour.GetVertexCount();
         const Vertex* const first = contour.GetVertexElement(0);
-        glBegin(GL_QUADS);
+        sink.Begin(GL_QUADS);
         if constexpr (oneNormalPerContour)
         {
-            EmitFaceNormal(Band::face);
+            EmitFaceNormal(Band::face, sink);
         }
         for (int i = 0; i < count; ++i)
         {
@@ -196,27 +202,27 @@ void OrvGlyph::EmitBand(const ExtrusionData& data, float zA, float zB) const
             CalculateVertexPoints(scales, &start, &points, wantBevel, wantRound, Vertex::NextEdge);
             if constexpr (!oneNormalPerContour)
             {
-                EmitNormal<a.normal, Band::face>(start, Vertex::NextEdge);
+                EmitNormal<a.normal, Band::face>(start, Vertex::NextEdge, sink);
             }
-            EmitVertex<a.point>(data, points, zA);
+            EmitVertex<a.point>(data, points, zA, sink);
             if constexpr (!oneNormalPerEnd)
             {
-                EmitNormal<b.normal, Band::face>(start, Vertex::NextEdge);
+                EmitNormal<b.normal, Band::face>(start, Vertex::NextEdge, sink);
             }
-            EmitVertex<b.point>(data, points, zB);
+            EmitVertex<b.point>(data, points, zB, sink);
 
             CalculateVertexPoints(scales, &end, &points, wantBevel, wantRound, Band::endEdge);
             if constexpr (!oneNormalPerContour)
             {
-                EmitNormal<b.normal, Band::face>(end, Vertex::PreviousEdge);
+                EmitNormal<b.normal, Band::face>(end, Vertex::PreviousEdge, sink);
             }
-            EmitVertex<b.point>(data, points, zB);
+            EmitVertex<b.point>(data, points, zB, sink);
             if constexpr (!oneNormalPerEnd)
             {
-                EmitNormal<a.normal, Band::face>(end, Vertex::PreviousEdge);
+                EmitNormal<a.normal, Band::face>(end, Vertex::PreviousEdge, sink);
             }
-            EmitVertex<a.point>(data, points, zA);
+            EmitVertex<a.point>(data, points, zA, sink);
         }
-        glEnd();
+        sink.End();
     }
 }

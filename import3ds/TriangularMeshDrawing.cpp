@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "geometry/SurfaceRecorder.h"
 #include "import3ds/TriangularMeshObject.h"
 #include "material/NamedColorArray.h"
 #include "material/Unlit.h"
@@ -75,13 +76,10 @@ int TriangularMeshObject::DrawRendered(DrawingParameters* parameters)
             currentMaterial = face.material;
             PrepareMaterialColors(MaterialOf(face));
         }
-        const Vector& faceNormal = ElementOrZero(faceNormals, index);
         for (const WORD corner : {face.a, face.b, face.c})
         {
             const int vertex = VertexOfCorner(corner);
-            const Vector& vertexNormal = ElementOrZero(vertexNormals, vertex);
-            const bool smooth = std::fabs(vertexNormal.Dot(faceNormal)) >= smoothingThreshold;
-            glNormal3fv(smooth ? &vertexNormal.x : &faceNormal.x);
+            glNormal3fv(&CornerNormal(index, vertex).x);
             EmitVertex(ElementOrZero(vertices, vertex));
         }
         glEnd();
@@ -91,6 +89,39 @@ int TriangularMeshObject::DrawRendered(DrawingParameters* parameters)
     glEnable(GL_CULL_FACE);
     glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, 0);
     return 1;
+}
+
+const Vector& TriangularMeshObject::CornerNormal(int faceIndex, int vertex) const
+{
+    const Vector& faceNormal = ElementOrZero(faceNormals, faceIndex);
+    const Vector& vertexNormal = ElementOrZero(vertexNormals, vertex);
+    const bool smooth = std::fabs(vertexNormal.Dot(faceNormal)) >= smoothingThreshold;
+    return smooth ? vertexNormal : faceNormal;
+}
+
+void TriangularMeshObject::RecordSurface(orvane::SurfaceRecorder& recorder) const
+{
+    if (!HasMaterials() || vertices.GetSize() == 0)
+    {
+        return;
+    }
+    recorder.BeginPart(orvane::MeshPart::Surface);
+    recorder.FrontFace(GL_CCW);
+    recorder.Begin(GL_TRIANGLES);
+    for (int i = 0; i < faces.GetSize(); ++i)
+    {
+        const TriangularFace& face = *faces.GetElement(i);
+        recorder.UseMaterial(MaterialOf(face));
+        for (const WORD corner : {face.a, face.b, face.c})
+        {
+            const int vertex = VertexOfCorner(corner);
+            const Vector normal = -CornerNormal(i, vertex);
+            recorder.Normal(normal.x, normal.y, normal.z);
+            const Vector& place = ElementOrZero(vertices, vertex);
+            recorder.Vertex(place.x, place.y, place.z);
+        }
+    }
+    recorder.End();
 }
 
 int TriangularMeshObject::DrawOutline(DrawingParameters* parameters)

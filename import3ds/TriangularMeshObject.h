@@ -9,6 +9,11 @@
 
 class NamedColorArray;
 
+namespace orvane
+{
+class SurfaceRecorder;
+}
+
 /// An imported mesh: vertices, triangular faces with a material each, and the normals of both. It
 /// is drawn as lit triangles or as outlines.
 ///
@@ -74,6 +79,8 @@ public:
     /// Draws lit triangles, each with its index as its OpenGL name. Returns 0 if the drawing was
     /// cancelled before it began.
     int DrawRendered(DrawingParameters* parameters);
+    /// Records the triangles that DrawRendered draws, with normals that point out of the solid.
+    void RecordSurface(orvane::SurfaceRecorder& recorder) const;
     /// Draws a line loop for each face. While picking, each loop has the face's index as its OpenGL
     /// name. Returns 0 if the drawing was cancelled before it began.
     int DrawOutline(DrawingParameters* parameters);
@@ -117,6 +124,9 @@ private:
     /// The element, or a zero vector past the end.
     static const Vector& ElementOrZero(const VectorArray& vectors, int index);
     bool HasMaterials() const;
+    /// The normal of a face's corner: that of the corner's vertex or of the face, as
+    /// smoothingThreshold says.
+    const Vector& CornerNormal(int faceIndex, int vertex) const;
     NamedColor& MaterialOf(const TriangularFace& face) const;
     template <typename DrawFace>
     void ForEachFace(DrawingParameters* parameters, DrawFace drawFace) const;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "geometry/MeshVertex.h"
 #include "material/NamedColor.h"
 #include "platform/Export.h"
 
@@ -16,23 +17,6 @@ class TextureMap;
 
 namespace orvane
 {
-
-/// The surface of a solid that a group of triangles belongs to.
-enum class MeshPart
-{
-    Face,    ///< the front and the back face of letters
-    Edge,    ///< the side walls of letters
-    Bevel,   ///< the bevelled, rounded or profiled edges of letters
-    Surface  ///< of an imported mesh
-};
-
-/// One corner of triangles. The texture coordinate is 0, 0 where the node has no texture.
-struct MeshVertex
-{
-    float position[3];
-    float normal[3];   ///< of unit length, out of the solid
-    float texture[2];  ///< u to the right and v up, in pictures
-};
 
 /// Triangles of one node that look alike.
 struct MeshGroup

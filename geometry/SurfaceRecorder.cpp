@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+#include "geometry/SurfaceRecorder.h"
+
+#include <cstring>
+#include <utility>
+
+namespace orvane
+{
+
+namespace
+{
+constexpr std::size_t firstSlotCount = 1024;  // a power of 2
+
+/// Negative zero becomes zero, so that equal numbers have equal bits.
+float WithoutNegativeZero(float value)
+{
+    return value + 0.0f;
+}
+
+std::size_t HashOf(const MeshVertex& vertex)
+{
+    std::uint64_t words[sizeof vertex / sizeof(std::uint64_t)];
+    static_assert(sizeof words == sizeof vertex);
+    std::memcpy(words, &vertex, sizeof vertex);
+    std::uint64_t hash = 0;
+    for (const std::uint64_t word : words)
+    {
+        // The multiplier of the golden ratio spreads neighbouring numbers (Knuth, The Art of
+        // Computer Programming, volume 3, section 6.4).
+        hash = (hash ^ word) * 0x9E3779B97F4A7C15u;
+        hash ^= hash >> 32;
+    }
+    return static_cast<std::size_t>(hash);
+}
+}  // namespace
+
+SurfaceRecorder::SurfaceRecorder() : slots_(firstSlotCount) {}
+
+void SurfaceRecorder::Clear()
+{
+    vertices_.clear();
+    indices_.clear();
+    runs_.clear();
+    slots_.assign(slots_.size(), 0);
+    next_ = {};
+}
+
+void SurfaceRecorder::Begin(GLenum primitive)
+{
+    primitive_ = primitive;
+    count_ = 0;
+}
+
+void SurfaceRecorder::Normal(float x, float y, float z)
+{
+    next_.normal[0] = WithoutNegativeZero(x);
+    next_.normal[1] = WithoutNegativeZero(y);
+    next_.normal[2] = WithoutNegativeZero(z);
+}
+
+void SurfaceRecorder::TexCoord(const Vector2D& coordinate)
+{
+    next_.texture[0] = WithoutNegativeZero(coordinate.x);
+    next_.texture[1] = WithoutNegativeZero(coordinate.y);
+}
+
+void SurfaceRecorder::Vertex(float x, float y, float z)
+{
+    next_.position[0] = WithoutNegativeZero(x);
+    next_.position[1] = WithoutNegativeZero(y);
+    next_.position[2] = WithoutNegativeZero(z);
+    const std::uint32_t index = IndexOf(next_);
+    const std::size_t corner = count_++;
+    switch (primitive_)
+    {
+        case GL_QUADS:
+            corners_[corner % 4] = index;
+            if (corner % 4 == 3)
+            {
+                AddTriangle(corners_[0], corners_[1], corners_[3]);
+                AddTriangle(corners_[1], corners_[2], corners_[3]);
+            }
+            break;
+        case GL_TRIANGLE_FAN:
+            if (corner >= 2)
+            {
+                AddTriangle(corners_[0], corners_[1], index);
+            }
+            corners_[corner == 0 ? 0 : 1] = index;
+            break;
+        case GL_TRIANGLE_STRIP:
+            // The two corners before this one are in both slots, in turn, so that every other
+            // triangle takes them in the opposite order, as a strip does.
+            if (corner >= 2)
+            {
+                AddTriangle(corners_[0], corners_[1], index);
+            }
+            corners_[corner % 2] = index;
+            break;
+        default:  // GL_TRIANGLES, the only other primitive of a letter
+            corners_[corner % 3] = index;
+            if (corner % 3 == 2)
+            {
+                AddTriangle(corners_[0], corners_[1], corners_[2]);
+            }
+            break;
+    }
+}
+
+std::uint32_t SurfaceRecorder::IndexOf(const MeshVertex& vertex)
+{
+    const std::size_t mask = slots_.size() - 1;
+    for (std::size_t slot = HashOf(vertex) & mask;; slot = (slot + 1) & mask)
+    {
+        if (slots_[slot] == 0)
+        {
+            vertices_.push_back(vertex);
+            const auto index = static_cast<std::uint32_t>(vertices_.size() - 1);
+            slots_[slot] = index + 1;
+            if (2 * vertices_.size() > slots_.size())
+            {
+                Grow();
+            }
+            return index;
+        }
+        if (std::memcmp(&vertices_[slots_[slot] - 1], &vertex, sizeof vertex) == 0)
+        {
+            return slots_[slot] - 1;
+        }
+    }
+}
+
+void SurfaceRecorder::Grow()
+{
+    std::vector<std::uint32_t> slots(2 * slots_.size());
+    const std::size_t mask = slots.size() - 1;
+    for (std::size_t i = 0; i < vertices_.size(); ++i)
+    {
+        std::size_t slot = HashOf(vertices_[i]) & mask;
+        while (slots[slot] != 0)
+        {
+            slot = (slot + 1) & mask;
+        }
+        slots[slot] = static_cast<std::uint32_t>(i + 1);
+    }
+    slots_ = std::move(slots);
+}
+
+void SurfaceRecorder::AddTriangle(std::uint32_t a, std::uint32_t b, std::uint32_t c)
+{
+    if (clockwise_)
+    {
+        std::swap(b, c);
+    }
+    if (runs_.empty() || runs_.back().part != part_ || runs_.back().material != material_)
+    {
+        runs_.push_back({part_, material_, indices_.size(), 0});
+    }
+    runs_.back().indexCount += 3;
+    indices_.insert(indices_.end(), {a, b, c});
+}
+
+}  // namespace orvane

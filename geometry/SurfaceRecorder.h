@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "geometry/MeshVertex.h"
+#include "geometry/Vector2D.h"
+#include "platform/Export.h"
+#include "platform/OpenGL.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+class NamedColor;
+
+namespace orvane
+{
+
+/// A sink (extrude/SurfaceSink.h) that keeps the triangles of one letter. Corners share a vertex
+/// when their positions, normals and texture coordinates are equal. The corners of a triangle run
+/// counter-clockwise seen from outside the letter. A quad becomes the triangles that the renderer
+/// makes of it: corners 0, 1, 3 and corners 1, 2, 3.
+class ORVANE_API SurfaceRecorder
+{
+public:
+    /// Consecutive triangles of the same part and material.
+    struct Run
+    {
+        MeshPart part;
+        const NamedColor* material;  ///< borrowed from the text
+        std::size_t firstIndex;
+        std::size_t indexCount;
+    };
+
+    SurfaceRecorder();
+
+    /// Forgets the letter. Texture coordinates are 0, 0 until the next call of TexCoord.
+    void Clear();
+
+    const std::vector<MeshVertex>& Vertices() const { return vertices_; }
+    const std::vector<std::uint32_t>& Indices() const { return indices_; }
+    const std::vector<Run>& Runs() const { return runs_; }
+
+    // What a letter is drawn with. Each holds for the vertices that follow.
+    void BeginPart(MeshPart part) { part_ = part; }
+    void EndPart() {}
+    void UseMaterial(const NamedColor& material) { material_ = &material; }
+
+    void FrontFace(GLenum mode) { clockwise_ = mode == GL_CW; }
+    void Begin(GLenum primitive);
+    void End() {}
+    void Normal(float x, float y, float z);
+    void TexCoord(const Vector2D& coordinate);
+    void Vertex(float x, float y, float z);
+
+private:
+    std::uint32_t IndexOf(const MeshVertex& vertex);
+    void Grow();
+    void AddTriangle(std::uint32_t a, std::uint32_t b, std::uint32_t c);
+
+    std::vector<MeshVertex> vertices_;
+    std::vector<std::uint32_t> indices_;
+    std::vector<Run> runs_;
+    /// Open addressing: the index of a vertex plus 1, or 0 in a free slot. Its size is a power
+    /// of 2.
+    std::vector<std::uint32_t> slots_;
+
+    MeshPart part_ = MeshPart::Face;
+    const NamedColor* material_ = nullptr;
+    bool clockwise_ = false;
+    MeshVertex next_ = {};
+    GLenum primitive_ = GL_TRIANGLES;
+    std::size_t count_ = 0;          ///< vertices since Begin
+    std::uint32_t corners_[4] = {};  ///< of the primitive in hand
+};
+
+}  // namespace orvane

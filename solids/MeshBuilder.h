@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Export.h"
+#include "solids/SolidMesh.h"
+
+class DrawingObject;
+
+namespace orvane
+{
+
+struct MeshBuildOptions
+{
+    /// Whether vertices are in world coordinates, where the transforms of the node and of all nodes
+    /// above it are applied. Otherwise they are in the coordinates of their nodes.
+    bool inWorldCoordinates = true;
+    /// Whether each letter has groups of its own, in the order of its text. Otherwise a text has
+    /// one group for each part and material.
+    bool separateLetters = false;
+};
+
+/// The triangles that drawing a node and everything below it would draw: those of texts and of
+/// imported meshes. Boxes, lights and deleted nodes are left out. The normals are those that
+/// drawing uses, except that those of imported meshes, which point inward, are turned round, and
+/// that a normal of length 0 is replaced by that of its triangle.
+///
+/// Corners share a vertex within a letter and within an imported mesh. Builds the letters that no
+/// drawing has built yet. Needs no OpenGL context.
+ORVANE_API SolidMesh BuildMesh(DrawingObject& node, const MeshBuildOptions& options = {});
+
+}  // namespace orvane
