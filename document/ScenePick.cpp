@@ -137,8 +137,7 @@ public:
         {
             glMultMatrixd(node->GetCompositeMatrix());
         }
-        return CollectHits(
-            [&] { return text.GetFont()->DrawNamedCharacters(&text, &parameters_); });
+        return CollectHits([&] { return text.DrawNamedCharacters(&parameters_); });
     }
 
 private:

@@ -2,9 +2,9 @@
 // OrvFont: drawing one glyph with the materials and the edge style of a text.
 #include "extrude/EdgeStyle.h"
 #include "extrude/ExtrusionData.h"
+#include "extrude/LetterDrawing.h"
 #include "extrude/OrvFont.h"
 #include "extrude/OrvGlyph.h"
-#include "extrude/SurfaceSink.h"
 #include "geometry/SurfaceRecorder.h"
 #include "material/ApplyMaterial.h"
 #include "material/NamedColor.h"
@@ -17,6 +17,7 @@
 
 using orvane::BevelSides;
 using orvane::EdgeStyle;
+using orvane::LetterDrawing;
 using orvane::MeshPart;
 
 namespace
@@ -61,45 +62,6 @@ bool IsWallEmpty(BevelSides sides, const ExtrusionData& extrusion)
     const float front = sides == BevelSides::Back ? extrusion.frontZ : extrusion.frontBevelZ;
     return back == front;
 }
-
-/// Draws letters, and gives their parts names in a selection pass: the numbers of MeshPart.
-class LetterDrawing : public orvane::OpenGLSink
-{
-public:
-    LetterDrawing(OrvFont& font, const DrawingParameters& parameters)
-        : font_(font),
-          naming_(parameters.IsSelecting() != 0),
-          keepsDepth_(parameters.ShouldKeepTransparentDepth())
-    {}
-
-    void BeginPart(MeshPart part) const
-    {
-        if (naming_)
-        {
-            glPushName(static_cast<GLuint>(part));
-        }
-    }
-    void EndPart() const
-    {
-        if (naming_)
-        {
-            glPopName();
-        }
-    }
-    void UseMaterial(const NamedColor& material) const
-    {
-        font_.SetMaterialColors(material);
-        if (material.IsTransparent() && keepsDepth_)
-        {
-            glDepthMask(GL_TRUE);
-        }
-    }
-
-private:
-    OrvFont& font_;
-    bool naming_;
-    bool keepsDepth_;
-};
 }  // namespace
 
 int OrvFont::SetMaterialColors(const NamedColor& material)

@@ -179,6 +179,27 @@ int OrvFontString::SaveToUndo()
     return SaveCopy(new OrvFontString(*this));
 }
 
+void OrvFontString::PlaceSolids(const std::function<void(const orvane::PlacedLetter&)>& visit)
+{
+    if (font != nullptr)
+    {
+        font->PlaceLetters(this, visit);
+    }
+}
+
+void OrvFontString::RecordSolid(int glyphIndex, orvane::SurfaceRecorder& recorder)
+{
+    if (font != nullptr)
+    {
+        font->RecordGlyph(glyphIndex, *this, GetExtrusionData(), recorder);
+    }
+}
+
+int OrvFontString::DrawNamedCharacters(DrawingParameters* parameters)
+{
+    return font != nullptr ? font->DrawNamedCharacters(this, parameters) : 1;
+}
+
 void OrvFontString::Serialize(CArchive& archive)
 {
     OrvString::Serialize(archive);

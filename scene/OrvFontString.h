@@ -3,7 +3,15 @@
 
 #include "scene/OrvString.h"
 
+#include <functional>
+
 class OrvFont;
+
+namespace orvane
+{
+struct PlacedLetter;
+class SurfaceRecorder;
+}  // namespace orvane
 
 /// A text with the font that measures and draws it. The front faces lie in the plane z = 0, and the
 /// letters extend towards negative z. Vertically the text is centred on y = 0. A left-justified
@@ -50,6 +58,19 @@ public:
 
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
+
+    // The solids that a text is made of. Here each letter is a solid; a derived class may have
+    // others.
+
+    /// Calls \p visit with each solid and its place, in the order of the text. Its glyphIndex is
+    /// what RecordSolid takes.
+    virtual void PlaceSolids(const std::function<void(const orvane::PlacedLetter&)>& visit);
+    /// Records the surfaces of a solid. Records nothing for a letter that is not built.
+    virtual void RecordSolid(int glyphIndex, orvane::SurfaceRecorder& recorder);
+    /// Draws the text for a picking pass that asks which character was hit: around each solid, the
+    /// index of its first character is pushed as an OpenGL name. Returns 0 when drawing is
+    /// cancelled.
+    virtual int DrawNamedCharacters(DrawingParameters* parameters);
 
 protected:
     OrvFont* font = nullptr;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "solids/MeshBuilder.h"
 
-#include "extrude/ExtrusionData.h"
 #include "extrude/OrvFont.h"
 #include "geometry/SurfaceRecorder.h"
 #include "imaging/TextureMap.h"
@@ -196,28 +195,27 @@ void MeshBuilder::Add(DrawingObject& root)
 
 void MeshBuilder::AddText(OrvFontString& text, const MeshTransform& transform)
 {
-    OrvFont* const font = text.GetFont();
-    if (font == nullptr)
+    if (text.GetFont() == nullptr)
     {
         return;
     }
     MeshNode& node = AddNode(text, transform);
     node.name = NameOf(*text.GetTextString());
-    const ExtrusionData extrusion = text.GetExtrusionData();
-    if (extrusion.ShouldTexture())
+    const TextureMap& texture = *std::as_const(text).GetTexture();
+    if (texture.ShouldTexture())
     {
-        node.texture = std::make_shared<const TextureMap>(*std::as_const(text).GetTexture());
+        node.texture = std::make_shared<const TextureMap>(texture);
     }
 
     const MeshTransform placement = PlacementOf(transform);
     std::unordered_map<int, Shape> shapes;  // by glyph index
-    font->PlaceLetters(&text, [&](const PlacedLetter& letter) {
+    text.PlaceSolids([&](const PlacedLetter& letter) {
         const auto found = shapes.try_emplace(letter.glyphIndex);
         Shape& shape = found.first->second;
         if (found.second)
         {
             recorder_.Clear();
-            font->RecordGlyph(letter.glyphIndex, text, extrusion, recorder_);
+            text.RecordSolid(letter.glyphIndex, recorder_);
             shape = Shape(recorder_, placement);
         }
         const std::uint32_t first = AddVertices(shape, placement.Apply({letter.x, letter.y, 0}));
