@@ -42,6 +42,8 @@ CostWatch::CostWatch(const CostLimits& limits) : limits_(limits)
 {
     if (limits_.seconds || limits_.mebibytes)
     {
+        // Here as well, because a short command may be over before the thread has begun.
+        CheckCosts();
         thread_ = std::jthread([this](const std::stop_token& end) { Watch(end); });
     }
 }
@@ -71,20 +73,25 @@ void CostWatch::Watch(const std::stop_token& end)
     std::unique_lock lock(mutex);
     while (!end.stop_requested())
     {
-        const double seconds = SecondsPassed();
-        if (limits_.seconds && seconds > *limits_.seconds + stoppingTime)
-        {
-            EndProcessWith(NumberText(seconds) + " seconds are over, and --max-seconds allows " +
-                           NumberText(*limits_.seconds));
-        }
-        const std::uint64_t mebibytes = limits_.mebibytes ? MemoryInUse() / bytesPerMebibyte : 0;
-        if (limits_.mebibytes && mebibytes >= *limits_.mebibytes)
-        {
-            EndProcessWith(std::to_string(mebibytes) +
-                           " MiB of memory are in use, and --max-memory allows " +
-                           std::to_string(*limits_.mebibytes));
-        }
+        CheckCosts();
         ended.wait_for(lock, end, betweenLooks, [] { return false; });
+    }
+}
+
+void CostWatch::CheckCosts()
+{
+    const double seconds = SecondsPassed();
+    if (limits_.seconds && seconds > *limits_.seconds + stoppingTime)
+    {
+        EndProcessWith(NumberText(seconds) + " seconds are over, and --max-seconds allows " +
+                       NumberText(*limits_.seconds));
+    }
+    const std::uint64_t mebibytes = limits_.mebibytes ? MemoryInUse() / bytesPerMebibyte : 0;
+    if (limits_.mebibytes && mebibytes >= *limits_.mebibytes)
+    {
+        EndProcessWith(std::to_string(mebibytes) +
+                       " MiB of memory are in use, and --max-memory allows " +
+                       std::to_string(*limits_.mebibytes));
     }
 }
 

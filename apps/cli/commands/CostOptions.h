@@ -51,6 +51,8 @@ private:
 
     double SecondsPassed() const;
     void Watch(const std::stop_token& end);
+    /// Ends the process when it costs more than the limits allow.
+    void CheckCosts();
     void EndProcessWith(const std::string& problem);
 
     CostLimits limits_;
