@@ -8,6 +8,7 @@ pkg_check_modules(EGL REQUIRED IMPORTED_TARGET egl)
 pkg_check_modules(FREETYPE REQUIRED IMPORTED_TARGET freetype2)
 pkg_check_modules(FONTCONFIG REQUIRED IMPORTED_TARGET fontconfig)
 pkg_check_modules(PNG REQUIRED IMPORTED_TARGET libpng)
+pkg_check_modules(ZLIB REQUIRED IMPORTED_TARGET zlib)
 pkg_check_modules(GSF REQUIRED IMPORTED_TARGET libgsf-1)
 pkg_check_modules(SIMPLEINI REQUIRED IMPORTED_TARGET simpleini)
 find_package(Threads REQUIRED)
@@ -26,14 +27,18 @@ orvane_add_usage(orvane_usage INTERFACE)
 # Every source is compiled once, into objects that the library is made of.
 add_library(orvane_objects OBJECT)
 foreach(folder IN ITEMS
-    platform host geometry outline extrude material imaging scene import3ds contours solids document)
+    platform host geometry outline extrude material imaging scene import3ds contours solids exchange document)
   add_subdirectory(${folder})
 endforeach()
 set_target_properties(orvane_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
 target_compile_definitions(orvane_objects PRIVATE ORVANE_BUILDING)
 # SimpleIni is header-only and EGL, FreeType, fontconfig and libgsf stay behind platform/: users see GL and GLU.
 target_include_directories(orvane_objects SYSTEM PRIVATE ${SIMPLEINI_INCLUDE_DIRS})
-set(private_libraries PkgConfig::EGL PkgConfig::FREETYPE PkgConfig::FONTCONFIG PkgConfig::GSF PkgConfig::PNG Threads::Threads)
+set(private_libraries PkgConfig::EGL PkgConfig::FREETYPE PkgConfig::FONTCONFIG PkgConfig::GSF PkgConfig::PNG PkgConfig::ZLIB
+  Threads::Threads)
+if(ORVANE_WITH_GLTF)
+  list(APPEND private_libraries tinygltf)
+endif()
 target_link_libraries(orvane_objects PRIVATE orvane_usage ${private_libraries})
 
 if(BUILD_SHARED_LIBS)

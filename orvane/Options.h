@@ -258,6 +258,45 @@ struct PictureOptions
     std::optional<double> maxSeconds;
 };
 
+/// The formats of files with meshes. docs/exchange.md describes what each of them holds.
+enum class MeshFormat
+{
+    Glb,      ///< glTF 2.0 in one binary file
+    Gltf,     ///< glTF 2.0 in one text file
+    Stl,      ///< binary STL: triangles only
+    ThreeMf,  ///< 3MF, for printers
+    Obj,      ///< Wavefront OBJ with its materials in a file beside it
+    Ply       ///< binary PLY
+};
+
+/// The unit of length in a mesh file.
+enum class LengthUnit
+{
+    None,  ///< numbers without a unit; metres where the format demands a unit
+    Millimeter,
+    Centimeter,
+    Inch
+};
+
+/// The axis that points up in a mesh file.
+enum class UpAxis
+{
+    Y,  ///< letters stand on the plane of x and z, and lie on their backs for a program with z up
+    Z   ///< letters stand on the plane of x and y
+};
+
+/// How a mesh file is made.
+struct MeshFileOptions
+{
+    /// If it is not set, the ending of the file's name decides: .glb, .gltf, .stl, .3mf, .obj or
+    /// .ply.
+    std::optional<MeshFormat> format;
+    LengthUnit unit = LengthUnit::None;
+    double em = 1;  ///< how large one em is, in units: 0.000001 to 1000000
+    UpAxis up = UpAxis::Y;
+    std::string name;  ///< of the whole, where the format holds one; in UTF-8
+};
+
 /// How a document is drawn into the current OpenGL context.
 struct DrawOptions
 {

@@ -2,44 +2,17 @@
 #include "solids/MeshMeasures.h"
 
 #include "solids/NodeTransform.h"
+#include "solids/PositionWelder.h"
 
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <cmath>
 #include <cstdint>
-#include <unordered_map>
 
 namespace orvane
 {
 
 namespace
 {
-
-/// A corner's position, comparable bit by bit: 0 and -0 are the same, and not-a-number is equal to
-/// itself.
-using PositionBits = std::array<std::uint32_t, 3>;
-
-struct PositionHash
-{
-    std::size_t operator()(const PositionBits& bits) const
-    {
-        // Odd factors spread the bits of each coordinate over the whole number.
-        const std::uint64_t mixed = bits[0] * 0x9E3779B97F4A7C15u ^ bits[1] * 0xC2B2AE3D27D4EB4Fu ^
-                                    bits[2] * 0x165667B19E3779F9u;
-        return mixed ^ mixed >> 29;
-    }
-};
-
-PositionBits BitsOf(const float (&position)[3])
-{
-    PositionBits bits;
-    for (std::size_t axis = 0; axis < 3; ++axis)
-    {
-        bits[axis] = std::bit_cast<std::uint32_t>(position[axis] == 0 ? 0.0f : position[axis]);
-    }
-    return bits;
-}
 
 /// Measures the triangles of a node.
 class NodeMeasurer
@@ -74,14 +47,13 @@ public:
 private:
     void AddTriangle(const std::uint32_t* corners)
     {
-        Point3 points[3];
+        MeshPoint points[3];
         std::uint32_t welded[3];
         for (int i = 0; i < 3; ++i)
         {
             const float(&local)[3] = mesh_.vertices[corners[i]].position;
             points[i] = transform_.PositionInWorld(local);
-            const auto next = static_cast<std::uint32_t>(positions_.size());
-            welded[i] = positions_.try_emplace(BitsOf(local), next).first->second;
+            welded[i] = welder_.NumberOf(local);
             used_.push_back(corners[i]);
             const float world[3] = {static_cast<float>(points[i][0]),
                                     static_cast<float>(points[i][1]),
@@ -102,7 +74,7 @@ private:
         // tetrahedra would cancel each other out and leave their rounding errors.
         middle_ = measures_.triangles == 0 ? points[0] : middle_;
         ++measures_.triangles;
-        const Point3 normal = Cross(Minus(points[1], points[0]), Minus(points[2], points[0]));
+        const MeshPoint normal = Cross(Minus(points[1], points[0]), Minus(points[2], points[0]));
         doubleArea_ += std::sqrt(Dot(normal, normal));
         sixfoldVolume_ += Dot(Minus(points[0], middle_), normal);
     }
@@ -110,10 +82,10 @@ private:
     const SolidMesh& mesh_;
     NodeTransform transform_;
     MeshMeasures measures_;
-    Point3 middle_ = {};
+    MeshPoint middle_ = {};
     double sixfoldVolume_ = 0;
     double doubleArea_ = 0;
-    std::unordered_map<PositionBits, std::uint32_t, PositionHash> positions_;
+    PositionWelder welder_;
     std::vector<std::uint32_t> used_;  ///< vertices, as often as corners are there
     /// The edges by their two positions, the smaller number first: those that lead from the
     /// smaller number to the larger, and the others.

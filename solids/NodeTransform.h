@@ -2,37 +2,53 @@
 #pragma once
 
 #include "platform/Export.h"
-
-#include <array>
+#include "solids/MeshTransform.h"
 
 namespace orvane
 {
 
-using Point3 = std::array<double, 3>;
+inline MeshPoint Minus(const MeshPoint& a, const MeshPoint& b)
+{
+    return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
+}
 
-Point3 Minus(const Point3& a, const Point3& b);
-Point3 Cross(const Point3& a, const Point3& b);
-double Dot(const Point3& a, const Point3& b);
+inline MeshPoint Cross(const MeshPoint& a, const MeshPoint& b)
+{
+    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+}
 
-/// Takes positions and normals of a mesh's node to the world.
+inline double Dot(const MeshPoint& a, const MeshPoint& b)
+{
+    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
+}
+
+/// Of length 1, or 0, 0, 0 when the vector has no length.
+ORVANE_API MeshPoint Unit(const MeshPoint& vector);
+
+/// Takes the vertices of a mesh's node to the world.
 class ORVANE_API NodeTransform
 {
 public:
-    /// \param matrix 16 numbers, column by column, whose last row is 0, 0, 0, 1
-    explicit NodeTransform(const std::array<double, 16>& matrix);
+    /// \param matrix as MeshNode::transform
+    explicit NodeTransform(const std::array<double, 16>& matrix)
+        : forPositions_{matrix}, forNormals_(forPositions_.ForNormals())
+    {}
 
-    Point3 PositionInWorld(const float (&local)[3]) const;
-    /// Of unit length and perpendicular to the same surface as before. 0, 0, 0 when the matrix
-    /// squeezes the normal to nothing.
-    Point3 NormalInWorld(const float (&local)[3]) const;
+    MeshPoint PositionInWorld(const float (&local)[3]) const
+    {
+        return forPositions_.Apply({local[0], local[1], local[2]});
+    }
+    /// Of unit length; 0, 0, 0 when the transform squeezes the normal to nothing.
+    MeshPoint NormalInWorld(const float (&local)[3]) const
+    {
+        return Unit(forNormals_.Apply({local[0], local[1], local[2]}, 0));
+    }
     /// Triangles that run counter-clockwise in the node's coordinates run clockwise in the world.
-    bool IsMirrored() const { return isMirrored_; }
+    bool IsMirrored() const { return forPositions_.IsMirroring(); }
 
 private:
-    std::array<double, 16> matrix_;
-    /// The rows of the matrix that leads normals to the world, up to a factor.
-    std::array<Point3, 3> normalRows_;
-    bool isMirrored_ = false;
+    MeshTransform forPositions_;
+    MeshTransform forNormals_;
 };
 
 }  // namespace orvane
