@@ -110,6 +110,12 @@ constexpr std::int64_t maxEdgeComparisons = 20'000'000;
 /// because filling or repairing it could add a vertex for every meeting and would take too long.
 constexpr int maxEdgeMeetings = 20'000;
 
+/// Steps of an edge profile. Each is a ring around every letter that has the profile.
+constexpr std::size_t maxProfileSteps = 64;
+
+/// Ems: the largest offset and the largest height of a step of an edge profile.
+constexpr double maxProfileReach = 10;
+
 /// Seconds: the shortest time to which a drawing or a command can be limited. A shorter one would
 /// always be over.
 constexpr double minSeconds = 0.001;
