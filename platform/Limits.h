@@ -116,6 +116,10 @@ constexpr std::size_t maxProfileSteps = 64;
 /// Ems: the largest offset and the largest height of a step of an edge profile.
 constexpr double maxProfileReach = 10;
 
+/// Ems: how far a region with profiled edges may reach from the origin. Its points lie on a grid of
+/// 512 units per em at the least.
+constexpr double maxRegionSide = 16'000;
+
 /// Seconds: the shortest time to which a drawing or a command can be limited. A shorter one would
 /// always be over.
 constexpr double minSeconds = 0.001;

@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: MIT
+#include "profiles/EdgeSurface.h"
+
+#include "orvane/Error.h"
+#include "profiles/BandRidges.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orvane::profiles
+{
+
+namespace
+{
+
+/// How often a band is cut into narrower bands before ridge points alone make its ridges.
+constexpr int maxRefinements = 6;
+/// The most levels that refinements make.
+constexpr std::size_t maxLevels = 100;
+
+double ReachOf(const EdgeProfile& profile)
+{
+    CheckProfile(profile);
+    double reach = 0;
+    // Inward offsets never leave the region.
+    for (const ProfileStep& step : profile.steps)
+    {
+        reach = std::max(reach, profile.reachesMiddle ? 0 : std::abs(step.offset));
+    }
+    return reach;
+}
+
+}  // namespace
+
+EdgeSurface::EdgeSurface(const PlaneRegion& region, const EdgeProfile& profile, Faces faces)
+    : offsets_(region, profile.corners, ReachOf(profile)), corners_(profile.corners), faces_(faces)
+{
+    AddLevels(profile);
+    FindBands();
+}
+
+void EdgeSurface::AddLevels(const EdgeProfile& profile)
+{
+    const double unit = profile.reachesMiddle ? MiddleOffset() : UnitsPerEm();
+    for (const ProfileStep& step : profile.steps)
+    {
+        if (!levels_.empty())
+        {
+            // A band from inside of the outline to outside of it gets the outline as a level,
+            // because distances are measured from there.
+            const ProfileStep& last = (&step)[-1];
+            const double part = last.offset / (last.offset - step.offset);
+            if (last.offset * step.offset < 0)
+            {
+                levels_.push_back({RingAt(0), last.height + (step.height - last.height) * part});
+            }
+        }
+        levels_.push_back({RingAt(step.offset * unit), step.height});
+    }
+    refinements_.assign(levels_.size(), 0);
+}
+
+/// The smallest inward offset, in grid units, at which nothing is left of the region; up to 2 units
+/// more.
+double EdgeSurface::MiddleOffset() const
+{
+    double left = 0;
+    double gone = 4;
+    while (!offsets_.At(-gone).edges.empty())
+    {
+        left = gone;
+        gone *= 2;
+    }
+    while (gone - left > 2)
+    {
+        const double middle = (gone + left) / 2;
+        (offsets_.At(-middle).edges.empty() ? gone : left) = middle;
+    }
+    return gone;
+}
+
+std::size_t EdgeSurface::RingAt(double offset)
+{
+    for (std::size_t i = 0; i < rings_.size(); ++i)
+    {
+        if (std::abs(found_[i].wanted - offset) < RegionOffsets::minSeparation)
+        {
+            return i;
+        }
+    }
+    found_.push_back({offset, offset, 0});
+    rings_.push_back(offsets_.At(offset));
+    return rings_.size() - 1;
+}
+
+void EdgeSurface::FindBands()
+{
+    while (!Fill(rings_[levels_.front().ring], firstFill_))
+    {
+        TryNextOffset(levels_.front().ring);
+    }
+    while (faces_ == Faces::Both && !Fill(rings_[levels_.back().ring], lastFill_))
+    {
+        TryNextOffset(levels_.back().ring);
+    }
+    std::vector<double> cuts;
+    for (std::size_t i = 0; i + 1 < levels_.size();)
+    {
+        bands_.resize(i + 1);
+        cuts.clear();
+        const bool mayRefine = refinements_[i] < maxRefinements && levels_.size() < maxLevels;
+        if (!FindBand(i, mayRefine ? &cuts : nullptr))
+        {
+            Repair(i);
+            FindBands();
+            return;
+        }
+        if (cuts.empty())
+        {
+            ++i;
+            continue;
+        }
+        Refine(i, cuts);
+    }
+}
+
+/// Puts levels at \p cuts, which are offsets in grid units in the order from level \p index to the
+/// next.
+void EdgeSurface::Refine(std::size_t index, const std::vector<double>& cuts)
+{
+    const Level upper = levels_[index];
+    const Level lower = levels_[index + 1];
+    const double from = found_[upper.ring].actual;
+    const double way = found_[lower.ring].actual - from;
+    std::vector<Level> levels;
+    for (const double cut : cuts)
+    {
+        const double height = upper.height + (lower.height - upper.height) * (cut - from) / way;
+        levels.push_back({RingAt(cut), height, true});
+    }
+    const auto at = static_cast<std::ptrdiff_t>(index) + 1;
+    const int times = ++refinements_[index];
+    levels_.insert(levels_.begin() + at, levels.begin(), levels.end());
+    refinements_.insert(refinements_.begin() + at, levels.size(), times);
+}
+
+/// One of the rings of a band meets itself, or the two meet. A step of the profile is replaced. An
+/// extra level is left out, and the band that it was put into is not cut again.
+void EdgeSurface::Repair(std::size_t index)
+{
+    std::vector<IndexTriangle> unused;
+    const bool isUpperGood = Fill(rings_[levels_[index].ring], unused);
+    const auto extra = [this](std::size_t level) {
+        return level < levels_.size() && levels_[level].isExtra ? level : 0;
+    };
+    const std::size_t bad = isUpperGood ? index + 1 : index;
+    const std::size_t other = isUpperGood ? index : index + 1;
+    const std::size_t out = extra(bad) != 0 ? bad : extra(other);
+    if (out == 0)
+    {
+        TryNextOffset(levels_[bad].ring);
+        return;
+    }
+    levels_.erase(levels_.begin() + static_cast<std::ptrdiff_t>(out));
+    refinements_.erase(refinements_.begin() + static_cast<std::ptrdiff_t>(out));
+    refinements_[out - 1] = maxRefinements;
+}
+
+/// Replaces a ring that cannot be used by that of an offset a few grid units beside it, where
+/// rounding makes other corners.
+void EdgeSurface::TryNextOffset(std::size_t ring)
+{
+    constexpr int maxTries = 16;
+    constexpr double step = 3;
+    FoundRing& found = found_[ring];
+    if (found.tries == maxTries)
+    {
+        throw Error("profile, offset " + std::to_string(found.wanted / UnitsPerEm()) + " em",
+                    "a border that cannot be filled, even a little beside it",
+                    "contours that keep apart");
+    }
+    ++found.tries;
+    const double distance = step * ((found.tries + 1) / 2);
+    found.actual = found.wanted + (found.tries % 2 == 0 ? distance : -distance);
+    rings_[ring] = offsets_.At(found.actual);
+}
+
+bool EdgeSurface::Fill(const Ring& ring, std::vector<IndexTriangle>& triangles)
+{
+    triangles.clear();
+    if (ring.edges.empty())
+    {
+        return true;
+    }
+    if (triangulation_.Build(ring.points) != Triangulation::Outcome::Done)
+    {
+        return false;
+    }
+    for (const RingEdge& edge : ring.edges)
+    {
+        if (triangulation_.AddEdge(edge.from, edge.to, 1) != Triangulation::Outcome::Done)
+        {
+            return false;
+        }
+    }
+    if (!triangulation_.FindInside(1))
+    {
+        return false;
+    }
+    AppendInside(triangulation_, false, triangles);
+    return true;
+}
+
+bool EdgeSurface::FindBand(std::size_t index, std::vector<double>* cuts)
+{
+    const Level& upperLevel = levels_[index];
+    const Level& lowerLevel = levels_[index + 1];
+    Band& band = bands_[index];
+    band = {};
+    const Ring& upper = rings_[upperLevel.ring];
+    const Ring& lower = rings_[lowerLevel.ring];
+    if (upperLevel.ring == lowerLevel.ring || (upper.edges.empty() && lower.edges.empty()))
+    {
+        return true;
+    }
+
+    const int upperCount = static_cast<int>(upper.points.size());
+    points_ = upper.points;
+    points_.insert(points_.end(), lower.points.begin(), lower.points.end());
+    if (triangulation_.Build(points_) != Triangulation::Outcome::Done)
+    {
+        return false;
+    }
+    for (const RingEdge& edge : upper.edges)
+    {
+        if (triangulation_.AddEdge(edge.from, edge.to, -1) != Triangulation::Outcome::Done)
+        {
+            return false;
+        }
+    }
+    for (const RingEdge& edge : lower.edges)
+    {
+        if (triangulation_.AddEdge(upperCount + edge.from, upperCount + edge.to, 1) !=
+            Triangulation::Outcome::Done)
+        {
+            return false;
+        }
+    }
+    const double from = found_[upperLevel.ring].actual;
+    const double to = found_[lowerLevel.ring].actual;
+    if (!triangulation_.FindInside(from < to ? 1 : -1))
+    {
+        return false;
+    }
+
+    if (upperLevel.height != lowerLevel.height)
+    {
+        BandRidges ridges(triangulation_, {upper, from}, {lower, to}, corners_, UnitsPerEm());
+        if (cuts != nullptr)
+        {
+            *cuts = ridges.Cuts();
+            if (!cuts->empty())
+            {
+                return true;
+            }
+        }
+        ridges.AddPoints(band.ridge);
+    }
+    AppendInside(triangulation_, from > to, band.triangles);
+    return true;
+}
+
+}  // namespace orvane::profiles

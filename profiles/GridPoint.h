@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Points on the grid that profiled solids are computed on, with exact tests of their order.
+
+#include "contours/PlanePoint.h"
+
+#include <cstdint>
+
+namespace orvane::profiles
+{
+
+/// The largest coordinate of a point on the grid. Every coordinate is a float without rounding, and
+/// the products of Turn fit 64 bits.
+inline constexpr std::int32_t maxGridCoordinate = 1 << 24;
+
+/// A point in whole grid units; see Grid for the size of a unit.
+using GridPoint = contours::PlanePoint<std::int32_t>;
+
+/// Twice the area of a triangle: positive when \p c lies to the left of the way from \p a to \p b,
+/// and 0 when the three lie on one line. Exact.
+inline std::int64_t Turn(const GridPoint& a, const GridPoint& b, const GridPoint& c)
+{
+    return (std::int64_t{b.x} - a.x) * (std::int64_t{c.y} - a.y) -
+           (std::int64_t{b.y} - a.y) * (std::int64_t{c.x} - a.x);
+}
+
+}  // namespace orvane::profiles
