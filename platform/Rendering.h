@@ -112,6 +112,10 @@ ORVANE_API void ReleaseAdoptedContext();
 
 #endif
 
+/// The address of an OpenGL function that is newer than OpenGL 1.1, null when there is none. The
+/// address does not tell whether the current context has the function; its version does.
+ORVANE_API void* GetOpenGLFunction(const char* name);
+
 /// Makes the current context cut every quadrilateral along the same diagonal, also one that lies
 /// partly outside the picture. The colours between its corners depend on the diagonal, so the bands
 /// of a large picture would not match otherwise. With flat shading, the colour then comes from

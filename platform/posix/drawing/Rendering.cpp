@@ -253,6 +253,11 @@ BOOL wglShareLists(HGLRC handle, HGLRC otherHandle)
     return other->CreateContext(context->context);
 }
 
+void* GetOpenGLFunction(const char* name)
+{
+    return reinterpret_cast<void*>(eglGetProcAddress(name));
+}
+
 void CutQuadsAlike()
 {
     // The clipper of the software renderer always splits quadrilaterals by this convention.
