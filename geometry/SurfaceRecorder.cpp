@@ -41,6 +41,7 @@ void SurfaceRecorder::Clear()
     vertices_.clear();
     indices_.clear();
     runs_.clear();
+    renderedIndices_.clear();
     slots_.assign(slots_.size(), 0);
     next_ = {};
 }
@@ -79,12 +80,15 @@ void SurfaceRecorder::Vertex(float x, float y, float z)
             {
                 AddTriangle(corners_[0], corners_[1], corners_[3]);
                 AddTriangle(corners_[1], corners_[2], corners_[3]);
+                AddRendered(corners_[0], corners_[1], corners_[2]);
+                AddRendered(corners_[0], corners_[2], corners_[3]);
             }
             break;
         case GL_TRIANGLE_FAN:
             if (corner >= 2)
             {
                 AddTriangle(corners_[0], corners_[1], index);
+                AddRendered(corners_[0], corners_[1], index);
             }
             corners_[corner == 0 ? 0 : 1] = index;
             break;
@@ -94,6 +98,7 @@ void SurfaceRecorder::Vertex(float x, float y, float z)
             if (corner >= 2)
             {
                 AddTriangle(corners_[0], corners_[1], index);
+                AddRendered(corners_[0], corners_[1], index);
             }
             corners_[corner % 2] = index;
             break;
@@ -102,6 +107,7 @@ void SurfaceRecorder::Vertex(float x, float y, float z)
             if (corner % 3 == 2)
             {
                 AddTriangle(corners_[0], corners_[1], corners_[2]);
+                AddRendered(corners_[0], corners_[1], corners_[2]);
             }
             break;
     }
@@ -158,6 +164,15 @@ void SurfaceRecorder::AddTriangle(std::uint32_t a, std::uint32_t b, std::uint32_
     }
     runs_.back().indexCount += 3;
     indices_.insert(indices_.end(), {a, b, c});
+}
+
+void SurfaceRecorder::AddRendered(std::uint32_t a, std::uint32_t b, std::uint32_t c)
+{
+    if (clockwise_)
+    {
+        std::swap(a, b);
+    }
+    renderedIndices_.insert(renderedIndices_.end(), {a, b, c});
 }
 
 }  // namespace orvane

@@ -39,6 +39,10 @@ public:
     const std::vector<MeshVertex>& Vertices() const { return vertices_; }
     const std::vector<std::uint32_t>& Indices() const { return indices_; }
     const std::vector<Run>& Runs() const { return runs_; }
+    /// The same triangles in the same order, but quads are cut between corners 0 and 2: the
+    /// software renderer does so in immediate mode, unless a quad lies partly outside the picture.
+    /// The last corner of a triangle is that of the drawing; the others may have changed places.
+    const std::vector<std::uint32_t>& RenderedIndices() const { return renderedIndices_; }
 
     // What a letter is drawn with. Each holds for the vertices that follow.
     void BeginPart(MeshPart part) { part_ = part; }
@@ -56,10 +60,12 @@ private:
     std::uint32_t IndexOf(const MeshVertex& vertex);
     void Grow();
     void AddTriangle(std::uint32_t a, std::uint32_t b, std::uint32_t c);
+    void AddRendered(std::uint32_t a, std::uint32_t b, std::uint32_t c);
 
     std::vector<MeshVertex> vertices_;
     std::vector<std::uint32_t> indices_;
     std::vector<Run> runs_;
+    std::vector<std::uint32_t> renderedIndices_;
     /// Open addressing: the index of a vertex plus 1, or 0 in a free slot. Its size is a power
     /// of 2.
     std::vector<std::uint32_t> slots_;
