@@ -103,10 +103,12 @@ set(ORVANE_PUBLIC_HEADERS
   scene/SceneTemplate.h
   scene/SceneTemplateList.h
   scene/SizingHandles.h
+  scene/SolidDrawer.h
   scene/ViewObject.h
   import3ds/Chunk3DS.h
   import3ds/ThreeDStudioObject.h
   import3ds/TriangularFace.h
   import3ds/TriangularFaceArray.h
   import3ds/TriangularMeshObject.h
+  solids/MeshCache.h
 )

@@ -5,6 +5,7 @@
 #include "material/Unlit.h"
 #include "platform/OpenGL.h"
 #include "scene/DrawingParameters.h"
+#include "scene/SolidDrawer.h"
 
 #include <cmath>
 
@@ -19,6 +20,21 @@ void EmitVertex(const Vector& vertex)
     glVertex3fv(&vertex.x);
 }
 
+// Draws the mesh as a solid, with the drawer of the parameters when it draws the mesh.
+int DrawSolid(TriangularMeshObject& mesh, DrawingParameters& parameters)
+{
+    orvane::SolidDrawer* const drawer = parameters.GetSolidDrawer();
+    if (drawer != nullptr && !parameters.IsSelecting())
+    {
+        const orvane::SolidDrawing drawing = drawer->DrawSurface(mesh, parameters);
+        if (drawing != orvane::SolidDrawing::NotDrawn)
+        {
+            return drawing == orvane::SolidDrawing::Drawn ? 1 : 0;
+        }
+    }
+    return mesh.DrawRendered(&parameters);
+}
+
 }  // namespace
 
 int TriangularMeshObject::DrawObject(DrawingParameters* parameters)
@@ -30,7 +46,7 @@ int TriangularMeshObject::DrawObject(DrawingParameters* parameters)
     int drawn = 1;
     if (parameters->IsRender())
     {
-        drawn = DrawRendered(parameters);
+        drawn = DrawSolid(*this, *parameters);
     }
     else if (parameters->IsOutline())
     {

@@ -95,4 +95,6 @@
 #include "scene/SceneTemplate.h"
 #include "scene/SceneTemplateList.h"
 #include "scene/SizingHandles.h"
+#include "scene/SolidDrawer.h"
 #include "scene/ViewObject.h"
+#include "solids/MeshCache.h"

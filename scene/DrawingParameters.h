@@ -11,6 +11,11 @@ class CWnd;
 class DrawingObject;
 class ProjectionData;
 
+namespace orvane
+{
+class SolidDrawer;
+}
+
 /// The settings of one draw call: what it shows, and how. The same object is passed to every node
 /// of the tree, and nodes change it: the walk over children sets ShowObject, and a textured node
 /// makes its texture the current one.
@@ -117,6 +122,11 @@ public:
     HWND GetMessageWindowHandle() const { return messageWindowHandle; }
     void SetMessageWindowHandle(HWND window) { messageWindowHandle = window; }
 
+    /// Draws the solids of texts and imported meshes in their place, null for none. With a drawer
+    /// such as orvane::MeshCache, an unchanged scene is drawn faster again and again.
+    orvane::SolidDrawer* GetSolidDrawer() const { return solidDrawer; }
+    void SetSolidDrawer(orvane::SolidDrawer* drawer) { solidDrawer = drawer; }
+
     /// Whether to draw a node and its subtree. Every node calls this before it draws anything. A
     /// derived class can leave nodes out; this class draws all.
     virtual bool ShouldDraw(const DrawingObject&) const { return true; }
@@ -136,4 +146,5 @@ protected:
     void* terminationEvent = nullptr;
     CWnd* messageWindow = nullptr;
     HWND messageWindowHandle = nullptr;
+    orvane::SolidDrawer* solidDrawer = nullptr;
 };

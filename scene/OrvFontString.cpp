@@ -8,6 +8,7 @@
 #include "host/RecordVersion.h"
 #include "scene/DrawingParameters.h"
 #include "scene/FontObserver.h"
+#include "scene/SolidDrawer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -79,6 +80,21 @@ orvane::FontRecord RecordOf(const OrvFont* font)
     return font != nullptr ? orvane::FontRecord{font->GetFullName(), *font->GetEnumLogFont()}
                            : orvane::FontRecord();
 }
+
+/// Draws the letters of a text, with the drawer of the parameters when it draws them.
+int DrawLetters(OrvFontString& text, OrvFont& font, DrawingParameters& parameters)
+{
+    orvane::SolidDrawer* const drawer = parameters.GetSolidDrawer();
+    if (drawer != nullptr && parameters.IsRender() && !parameters.IsSelecting())
+    {
+        const orvane::SolidDrawing drawing = drawer->DrawLetters(text, parameters);
+        if (drawing != orvane::SolidDrawing::NotDrawn)
+        {
+            return drawing == orvane::SolidDrawing::Drawn ? 1 : 0;
+        }
+    }
+    return font.TextOutA(&text, &parameters);
+}
 }  // namespace
 
 OrvFontString::OrvFontString() = default;
@@ -131,7 +147,8 @@ int OrvFontString::DrawObject(DrawingParameters* parameters)
     {
         return 1;
     }
-    if ((parameters->IsRender() || parameters->IsOutline()) && !font->TextOutA(this, parameters))
+    if ((parameters->IsRender() || parameters->IsOutline()) &&
+        !DrawLetters(*this, *font, *parameters))
     {
         return 0;
     }

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Export.h"
+
+class DrawingParameters;
+class OrvFontString;
+class TriangularMeshObject;
+
+namespace orvane
+{
+
+/// How far a SolidDrawer came with a node.
+enum class SolidDrawing
+{
+    Drawn,
+    Stopped,  ///< the drawing was cancelled; the picture is incomplete
+    NotDrawn  ///< the drawer cannot draw this node now; nothing has changed
+};
+
+/// Draws the solids of texts and imported meshes in their place. DrawingParameters name the drawer
+/// of a draw; it is asked when solids are drawn, but not in a picking pass. A node that the drawer
+/// does not draw draws itself.
+class ORVANE_API SolidDrawer
+{
+public:
+    virtual ~SolidDrawer() = default;
+
+    /// Draws what OrvFont::TextOutA would draw. The text has a font.
+    virtual SolidDrawing DrawLetters(OrvFontString& text, DrawingParameters& parameters) = 0;
+    /// Draws what TriangularMeshObject::DrawRendered would draw.
+    virtual SolidDrawing DrawSurface(TriangularMeshObject& mesh, DrawingParameters& parameters) = 0;
+};
+
+}  // namespace orvane

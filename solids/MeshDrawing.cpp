@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#include "solids/MeshDrawing.h"
+
+#include <array>
+#include <cstring>
+
+namespace orvane
+{
+
+namespace
+{
+std::array<float, 17> NumbersOf(const NamedColor& material)
+{
+    std::array<float, 17> numbers;
+    std::size_t next = 0;
+    for (const ColorVector& color : {material.GetAmbientColor(), material.GetDiffuseColor(),
+                                     material.GetEmissionColor(), material.GetSpecularColor()})
+    {
+        for (const float number : {color.red, color.green, color.blue, color.alpha})
+        {
+            numbers[next++] = number;
+        }
+    }
+    numbers[next] = material.GetShininess();
+    return numbers;
+}
+}  // namespace
+
+bool MeshDrawing::AreSame(const NamedColor& a, const NamedColor& b)
+{
+    // Bit by bit: a number that is no number is equal to itself.
+    const auto numbersA = NumbersOf(a);
+    const auto numbersB = NumbersOf(b);
+    return std::memcmp(numbersA.data(), numbersB.data(), sizeof numbersA) == 0;
+}
+
+void MeshDrawing::SetCurrentAttributes(const MeshVertex& vertex, bool isTextured)
+{
+    glNormal3fv(vertex.normal);
+    if (isTextured)
+    {
+        glTexCoord2fv(vertex.texture);
+    }
+}
+
+void MeshDrawing::AppendVertex(const MeshVertex& vertex, bool isTextured,
+                               std::vector<float>& numbers)
+{
+    if (isTextured)
+    {
+        numbers.insert(numbers.end(), std::begin(vertex.texture), std::end(vertex.texture));
+    }
+    numbers.insert(numbers.end(), std::begin(vertex.normal), std::end(vertex.normal));
+    numbers.insert(numbers.end(), std::begin(vertex.position), std::end(vertex.position));
+}
+
+}  // namespace orvane

@@ -1,0 +1,307 @@
+// SPDX-License-Identifier: MIT
+#include "solids/TextMeshDrawing.h"
+
+#include "extrude/ExtrusionData.h"
+#include "extrude/LetterDrawing.h"
+#include "extrude/OrvFont.h"
+#include "extrude/OrvGlyph.h"
+#include "scene/DrawingParameters.h"
+#include "scene/OrvFontString.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace orvane
+{
+
+namespace
+{
+
+/// Whether the edges of a bevelled or rounded letter take up its whole depth, so that it has no
+/// wall. True also for unknown sides, because such a letter has neither walls nor bevels.
+bool IsWallEmpty(BevelSides sides, const ExtrusionData& extrusion)
+{
+    switch (sides)
+    {
+        case BevelSides::Front:
+            return extrusion.backZ == extrusion.frontBevelZ;
+        case BevelSides::Back:
+            return extrusion.backBevelZ == extrusion.frontZ;
+        case BevelSides::Both:
+            return extrusion.backBevelZ == extrusion.frontBevelZ;
+        default:
+            return true;
+    }
+}
+
+/// The glyph that a font draws for an index; null when there is none.
+const OrvGlyph* DrawableGlyph(const OrvFont& font, int index)
+{
+    if (index < 0 || index >= font.glyphCount || index >= font.glyphs.GetSize())
+    {
+        return nullptr;
+    }
+    const OrvGlyph* const glyph = font.glyphs.GetAt(index);
+    return glyph != nullptr && !glyph->IsInvalid() ? glyph : nullptr;
+}
+
+}  // namespace
+
+/// The parts that the letters of a text have, and their materials. Parts of equal materials have
+/// the same pointer.
+struct TextMeshDrawing::Materials
+{
+    Materials(const OrvFontString& text, const ExtrusionData& extrusion)
+        : face(text.GetFaceColor()), edge(text.GetEdgeColor()), bevel(text.GetBevelColor())
+    {
+        const auto style = static_cast<EdgeStyle>(text.GetBevelStyle());
+        const bool isSquare = style == EdgeStyle::Square;
+        const bool hasRings = style == EdgeStyle::Bevel || style == EdgeStyle::Round;
+        partCount = isSquare ? 2 : hasRings ? 3 : 1;
+        const auto sides = static_cast<BevelSides>(text.GetBevelLocation());
+        if (text.ShouldUseEdgeColor() && (isSquare || !IsWallEmpty(sides, extrusion)) &&
+            !AreSame(edge, face))
+        {
+            ofParts[1] = &edge;
+        }
+        if (text.ShouldUseBevelColor() && !AreSame(bevel, face))
+        {
+            ofParts[2] = AreSame(bevel, edge) ? &edge : &bevel;
+        }
+    }
+    Materials(const Materials&) = delete;
+    Materials& operator=(const Materials&) = delete;
+
+    NamedColor face;
+    NamedColor edge;
+    NamedColor bevel;
+    std::size_t partCount;
+    const NamedColor* ofParts[3] = {&face, &face, &face};
+};
+
+TextMeshDrawing::ShapeInputs::ShapeInputs(const OrvFontString& text, const ExtrusionData& extrusion)
+    : font(text.GetFont()),
+      fontRecord(*std::as_const(*text.GetFont()).GetEnumLogFont()),
+      extrusionNumbers{extrusion.backBevelZ,  extrusion.backZ,        extrusion.backRoundZ,
+                       extrusion.bevelDepth,  extrusion.frontBevelZ,  extrusion.frontZ,
+                       extrusion.frontRoundZ, extrusion.scale.x,      extrusion.scale.y,
+                       extrusion.scale.z,     extrusion.textureRepeat},
+      extrusionFlags(extrusion.flags),
+      style(text.GetBevelStyle()),
+      location(text.GetBevelLocation())
+{}
+
+bool TextMeshDrawing::ShapeInputs::operator==(const ShapeInputs& other) const
+{
+    // Floats are compared bit by bit, so that a number that is no number is equal to itself.
+    return font == other.font && extrusionFlags == other.extrusionFlags && style == other.style &&
+           location == other.location &&
+           std::memcmp(&fontRecord, &other.fontRecord, sizeof fontRecord) == 0 &&
+           std::memcmp(extrusionNumbers.data(), other.extrusionNumbers.data(),
+                       sizeof extrusionNumbers) == 0;
+}
+
+TextMeshDrawing::LayoutInputs::LayoutInputs(const OrvFontString& string)
+    : text(string.GetTextString()->Text()),
+      stringFlags(string.stringFlags),
+      justification(string.GetJustification()),
+      firstLineOffset(string.GetFirstLineOffset()),
+      characterSpacing(string.GetInterCharacterSpacing()),
+      lineSpacing(string.GetInterLineSpacing()),
+      height(string.GetScaledDimensions().y)
+{}
+
+std::size_t TextMeshDrawing::Bytes() const
+{
+    return buffers_.Bytes() + numbers_.size() * sizeof(float) +
+           indices_.size() * sizeof(std::uint32_t) + shapes_.size() * sizeof(Shape) +
+           letters_.size() * sizeof(Letter) + lines_.size() * sizeof(Line) +
+           layoutInputs_.text.size();
+}
+
+SolidDrawing TextMeshDrawing::Draw(OrvFontString& text, DrawingParameters& parameters,
+                                   std::size_t room)
+{
+    const ExtrusionData extrusion = text.GetExtrusionData();
+    Update(text, extrusion);
+    if (!hasDrawable_)
+    {
+        return SolidDrawing::Drawn;
+    }
+    if (!areUploaded_)
+    {
+        // The shapes are in this object and in the buffers.
+        if (2 * (numbers_.size() * sizeof(float) + indices_.size() * sizeof(std::uint32_t)) > room)
+        {
+            buffers_.Free();
+            return SolidDrawing::NotDrawn;
+        }
+        buffers_.Set(numbers_, isTextured_, indices_);
+        areUploaded_ = true;
+    }
+    const SolidDrawing result = DrawLetters(text, parameters, Materials(text, extrusion));
+    if (const Shape* const last = LastShape())
+    {
+        SetCurrentAttributes(last->lastVertex, isTextured_);
+    }
+    return result;
+}
+
+void TextMeshDrawing::Update(OrvFontString& text, const ExtrusionData& extrusion)
+{
+    const ShapeInputs shapeInputs(text, extrusion);
+    LayoutInputs layoutInputs(text);
+    const bool areShapesKept =
+        shapeInputs_ != nullptr && shapeInputs == *shapeInputs_ && AreGlyphsKept(*text.GetFont());
+    if (areShapesKept && layoutInputs == layoutInputs_)
+    {
+        return;
+    }
+    if (!areShapesKept)
+    {
+        shapes_.clear();
+        numbers_.clear();
+        indices_.clear();
+        areUploaded_ = false;
+        isTextured_ = extrusion.ShouldTexture() != 0;
+        shapeInputs_ = std::make_unique<ShapeInputs>(shapeInputs);
+    }
+    letters_.clear();
+    lines_.clear();
+    hasDrawable_ = false;
+    int line = -1;
+    double x = 0;
+    text.GetFont()->PlaceLetters(&text, [&](const PlacedLetter& letter) {
+        const Shape& shape = ShapeOf(text, extrusion, letter.glyphIndex);
+        if (letter.line != line)
+        {
+            line = letter.line;
+            x = 0;
+            lines_.push_back({letter.y, 0});
+        }
+        letters_.push_back({&shape, letter.x - x});
+        lines_.back().endLetter = letters_.size();
+        x = letter.x;
+        hasDrawable_ = hasDrawable_ || shape.glyph != nullptr;
+    });
+    layoutInputs_ = std::move(layoutInputs);
+}
+
+bool TextMeshDrawing::AreGlyphsKept(const OrvFont& font) const
+{
+    return std::all_of(shapes_.begin(), shapes_.end(), [&font](const auto& each) {
+        return each.second.glyph == DrawableGlyph(font, each.first);
+    });
+}
+
+const TextMeshDrawing::Shape& TextMeshDrawing::ShapeOf(OrvFontString& text,
+                                                       const ExtrusionData& extrusion,
+                                                       int glyphIndex)
+{
+    const auto found = shapes_.try_emplace(glyphIndex);
+    Shape& shape = found.first->second;
+    if (found.second)
+    {
+        AddShape(text, extrusion, glyphIndex, shape);
+    }
+    return shape;
+}
+
+void TextMeshDrawing::AddShape(OrvFontString& text, const ExtrusionData& extrusion, int glyphIndex,
+                               Shape& shape)
+{
+    shape.glyph = DrawableGlyph(*text.GetFont(), glyphIndex);
+    if (shape.glyph == nullptr)
+    {
+        return;
+    }
+    recorder_.Clear();
+    text.GetFont()->RecordGlyph(glyphIndex, text, extrusion, recorder_);
+    if (recorder_.Vertices().empty())
+    {
+        return;
+    }
+    areUploaded_ = false;
+    shape.firstVertex = numbers_.size() / MeshBuffers::FloatsPerVertex(isTextured_);
+    shape.endVertex = shape.firstVertex + recorder_.Vertices().size();
+    for (const MeshVertex& vertex : recorder_.Vertices())
+    {
+        AppendVertex(vertex, isTextured_, numbers_);
+    }
+    const std::size_t first = indices_.size();
+    for (const std::uint32_t vertex : recorder_.RenderedIndices())
+    {
+        indices_.push_back(static_cast<std::uint32_t>(shape.firstVertex) + vertex);
+    }
+    shape.partBorders.fill(first);
+    for (const SurfaceRecorder::Run& run : recorder_.Runs())
+    {
+        for (auto part = static_cast<std::size_t>(run.part); part < partCount; ++part)
+        {
+            shape.partBorders[part + 1] = first + run.firstIndex + run.indexCount;
+        }
+    }
+    shape.lastVertex = recorder_.Vertices()[recorder_.RenderedIndices().back()];
+}
+
+SolidDrawing TextMeshDrawing::DrawLetters(OrvFontString& text, DrawingParameters& parameters,
+                                          const Materials& materials) const
+{
+    const LetterDrawing state(*text.GetFont(), parameters);
+    const MeshBuffers::Binding binding(buffers_);
+    glFrontFace(GL_CCW);
+    const NamedColor* current = nullptr;
+    std::size_t next = 0;
+    for (const Line& line : lines_)
+    {
+        glPushMatrix();
+        glTranslated(0, line.y, 0);
+        for (; next < line.endLetter; ++next)
+        {
+            if (text.ShouldTerminateDrawing(&parameters))
+            {
+                glPopMatrix();
+                return SolidDrawing::Stopped;
+            }
+            const Letter& letter = letters_[next];
+            glTranslated(letter.step, 0, 0);
+            const Shape& shape = *letter.shape;
+            if (shape.glyph == nullptr)
+            {
+                continue;
+            }
+            for (std::size_t part = 0; part < materials.partCount;)
+            {
+                const NamedColor* const material = materials.ofParts[part];
+                const std::size_t first = shape.partBorders[part];
+                while (part < materials.partCount && materials.ofParts[part] == material)
+                {
+                    ++part;
+                }
+                if (current != material)
+                {
+                    current = material;
+                    state.UseMaterial(*material);
+                }
+                if (shape.partBorders[part] > first)
+                {
+                    binding.DrawTriangles(first, shape.partBorders[part] - first, shape.firstVertex,
+                                          shape.endVertex - 1);
+                }
+            }
+        }
+        glPopMatrix();
+    }
+    return SolidDrawing::Drawn;
+}
+
+const TextMeshDrawing::Shape* TextMeshDrawing::LastShape() const
+{
+    const auto last = std::find_if(letters_.rbegin(), letters_.rend(), [](const Letter& letter) {
+        return letter.shape->endVertex > letter.shape->firstVertex;
+    });
+    return last != letters_.rend() ? last->shape : nullptr;
+}
+
+}  // namespace orvane
