@@ -5,6 +5,7 @@
 #include "platform/Errors.h"
 #include "platform/Files.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -128,23 +129,29 @@ void OutputFile::Commit()
     }
 }
 
-void OutputFile::CommitBoth(OutputFile& first, OutputFile& second)
+void OutputFile::CommitAll(const std::vector<OutputFile*>& files)
 {
-    // A stream goes last, because it takes nothing back.
-    (first.kind_ == Kind::Regular ? first : second).Finish();
-    first.Finish();
-    second.Finish();
-    if (first.kind_ != Kind::Regular || second.kind_ != Kind::Regular)
+    // Streams go last, because they take nothing back.
+    std::vector<OutputFile*> regular;
+    std::vector<FileReplacement*> replacements;
+    for (OutputFile* const file : files)
     {
-        first.Commit();
-        second.Commit();
-        return;
+        if (file->IsRegular())
+        {
+            file->Finish();
+            regular.push_back(file);
+            replacements.push_back(&file->replacement_);
+        }
+    }
+    for (OutputFile* const file : files)
+    {
+        file->Finish();
     }
     const FileReplacement* refused = nullptr;
-    if (const std::error_code error =
-            FileReplacement::PlaceAll({&first.replacement_, &second.replacement_}, &refused))
+    if (const std::error_code error = FileReplacement::PlaceAll(replacements, &refused))
     {
-        (refused == &first.replacement_ ? first : second).Fail(error.value());
+        const auto place = std::find(replacements.begin(), replacements.end(), refused);
+        regular[static_cast<std::size_t>(place - replacements.begin())]->Fail(error.value());
     }
 }
 

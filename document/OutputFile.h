@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace orvane
 {
@@ -42,9 +43,12 @@ public:
     /// Puts the file in its place, after finishing it if need be. Throws Error when it cannot.
     void Commit();
 
-    /// Commits both files or neither: when the second cannot be put in its place, the first is
-    /// taken back. Bytes on standard output, devices and pipes cannot be taken back.
-    static void CommitBoth(OutputFile& first, OutputFile& second);
+    /// Commits all files or none: when one cannot be put in its place, those before it are taken
+    /// back. Bytes on standard output, devices and pipes cannot be taken back.
+    static void CommitAll(const std::vector<OutputFile*>& files);
+
+    /// Whether the bytes go to a regular file, and not to standard output, a device or a pipe.
+    bool IsRegular() const { return kind_ == Kind::Regular; }
 
 private:
     enum class Kind

@@ -5,10 +5,10 @@
 #include "platform/Types.h"
 
 #include <cstddef>
-#include <initializer_list>
 #include <memory>
 #include <string>
 #include <system_error>
+#include <vector>
 
 namespace orvane
 {
@@ -59,7 +59,7 @@ public:
     /// Puts several finished files in their places, or none: when one cannot be placed, those
     /// before it are taken back. An interruption of the process waits meanwhile.
     /// \param refused set to the file that could not be placed; may be null
-    static std::error_code PlaceAll(std::initializer_list<FileReplacement*> files,
+    static std::error_code PlaceAll(const std::vector<FileReplacement*>& files,
                                     const FileReplacement** refused);
 
 private:

@@ -347,7 +347,7 @@ std::error_code FileReplacement::Place()
     return PlaceAll({this}, nullptr);
 }
 
-std::error_code FileReplacement::PlaceAll(std::initializer_list<FileReplacement*> files,
+std::error_code FileReplacement::PlaceAll(const std::vector<FileReplacement*>& files,
                                           const FileReplacement** refused)
 {
     {

@@ -318,7 +318,7 @@ public:
         orvane::OutputFile second(folder + "2.orv");
         first.Write("first", 5);
         second.Write("second", 6);
-        orvane::OutputFile::CommitBoth(first, second);
+        orvane::OutputFile::CommitAll({&first, &second});
     }
 };
 

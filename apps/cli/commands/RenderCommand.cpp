@@ -293,7 +293,7 @@ void RenderWithin(const RenderOptions& options, const CostWatch& watch)
         saved->Commit();
         return;
     }
-    OutputFile::CommitBoth(target->Output(), *saved);
+    OutputFile::CommitAll({&target->Output(), saved.get()});
 }
 
 void Render(const RenderOptions& options)
