@@ -61,6 +61,24 @@ struct EnumNames<LetterPart>
     static constexpr std::array names = {"face", "edge", "bevel", "outline"};
 };
 
+template <>
+struct EnumNames<MeshFormat>
+{
+    static constexpr std::array names = {"glb", "gltf", "stl", "3mf", "obj", "ply"};
+};
+
+template <>
+struct EnumNames<LengthUnit>
+{
+    static constexpr std::array names = {"none", "mm", "cm", "in"};
+};
+
+template <>
+struct EnumNames<UpAxis>
+{
+    static constexpr std::array names = {"y", "z"};
+};
+
 /// The name of a value that may come from a file; the number itself when it has no name.
 template <typename Enum>
 std::string NameOfNumber(unsigned long number)

@@ -260,6 +260,7 @@ int GltfBuilder::AddMesh(const std::vector<const MeshGroup*>& groups, const std:
         part->second.push_back(group);
     }
     std::vector<tinygltf::Primitive> primitives;
+    primitives.reserve(parts.size());
     for (const auto& part : parts)
     {
         primitives.push_back(MakePrimitive(part.second, transform));

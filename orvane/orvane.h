@@ -3,8 +3,8 @@
 
 /// \file
 /// Solid text and meshes in three dimensions, as documents: build a document, save it, open it
-/// again, write a picture of it, draw it into a window, and find the letter or triangle under a
-/// pixel.
+/// again, write a picture or a mesh file of it, draw it into a window, and find the letter or
+/// triangle under a pixel.
 ///
 ///     orvane::Document document;
 ///     document.AddText("Hello");
@@ -209,6 +209,14 @@ private:
 /// host's OpenGL context is current again afterwards.
 ORVANE_API void WritePicture(const Document& document, const std::string& path,
                              const PictureOptions& options = {});
+
+/// Writes the triangles of a document's texts and meshes into a file for other programs: printers,
+/// viewers, engines. The format follows from the ending of the name: .glb, .gltf, .stl, .3mf, .obj
+/// or .ply. Files that belong to it, such as the materials of an .obj, are put beside it. The files
+/// appear under their names together when they are complete. The path "-" is standard output,
+/// which needs MeshFileOptions::format. glTF files also get the document's camera and lights.
+ORVANE_API void WriteMesh(const Document& document, const std::string& path,
+                          const MeshFileOptions& options = {});
 
 /// Draws a document into the viewport of the current OpenGL context, which must have the
 /// compatibility profile and a depth buffer. The colours and depths in the viewport are replaced;

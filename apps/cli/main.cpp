@@ -63,7 +63,8 @@ int Run(CLI::App& app, int argc, char** argv)
         app.parse(argc, argv);
         if (app.get_subcommands().empty())
         {
-            throw UsageError("a subcommand is needed: render, info, pick, fonts or showcase");
+            throw UsageError(
+                "a subcommand is needed: render, export, info, pick, fonts or showcase");
         }
     }
     catch (const CLI::Success& question)
@@ -100,13 +101,14 @@ int main(int argc, char** argv)
     RemoveUnfinishedFilesWhenInterrupted();
     try
     {
-        CLI::App app("Turns text into solid letters and draws them.", "orvane");
+        CLI::App app("Turns text into solid letters, and draws or writes them.", "orvane");
         // Allow at most one subcommand, so that the name of another subcommand after it is ordinary
         // text.
         app.require_subcommand(0, 1);
         app.set_version_flag("--version", ORVANE_VERSION);
         app.get_formatter()->column_width(helpColumn);
         AddRenderCommand(app);
+        AddExportCommand(app);
         AddInfoCommand(app);
         AddPickCommand(app);
         AddFontsCommand(app);

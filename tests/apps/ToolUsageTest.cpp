@@ -138,6 +138,18 @@ INSTANTIATE_TEST_SUITE_P(
         Misuse{"ViewAndCamera",
                {"render", "--scene", "s.orv", "-o", "x.png", "--view", "a", "--turn", "1,2,3"},
                "--turn"},
+        Misuse{"UnknownMeshFormat", {"export", "x", "-o", "x.dae"}, "x.dae"},
+        Misuse{"UnknownMeshFormatByName", {"export", "x", "-o", "x", "--format", "dae"}, "dae"},
+        Misuse{"MissingOutputOfExport", {"export", "x"}, "--output"},
+        Misuse{"NothingToExport", {"export", "-o", "x.stl"}, "a text, --import or --scene"},
+        Misuse{"StandardOutputWithoutFormat", {"export", "x", "-o", "-"}, "format"},
+        Misuse{"EmOfNoSize", {"export", "x", "-o", "x.stl", "--em", "0"}, "--em"},
+        Misuse{"UnknownUnit", {"export", "x", "-o", "x.stl", "--unit", "ft"}, "ft"},
+        Misuse{"UnknownUp", {"export", "x", "-o", "x.stl", "--up", "x"}, "--up"},
+        Misuse{"GltfWithZUp", {"export", "x", "-o", "x.glb", "--up", "z"}, "--up"},
+        Misuse{"BackgroundOfAMesh",
+               {"export", "x", "-o", "x.stl", "--background", "red"},
+               "--background"},
         Misuse{"TwoFilters", {"fonts", "sans", "serif"}, "serif"}),
     [](const testing::TestParamInfo<Misuse>& info) { return std::string(info.param.name); });
 
@@ -188,7 +200,7 @@ TEST(ToolUsage, TheDocumentNamesExactlyTheOptionsOfTheHelpTexts)
 {
     ToolFolder folder;
     std::string help;
-    for (const char* const command : {"render", "info", "pick", "fonts", "showcase"})
+    for (const char* const command : {"render", "export", "info", "pick", "fonts", "showcase"})
     {
         help += folder.Run({command, "--help"}).out;
     }
@@ -196,10 +208,11 @@ TEST(ToolUsage, TheDocumentNamesExactlyTheOptionsOfTheHelpTexts)
     EXPECT_EQ(OptionsIn(ReadDocument()), OptionsIn(help));
 }
 
-TEST(ToolUsage, TheDocumentHasTheDefaultsOfTheHelpText)
+TEST(ToolUsage, TheDocumentHasTheDefaultsOfTheHelpTexts)
 {
     ToolFolder folder;
-    const std::string help = folder.Run({"render", "--help"}).out;
+    const std::string help =
+        folder.Run({"render", "--help"}).out + folder.Run({"export", "--help"}).out;
     const std::string document = ReadDocument();
     // "| `--bevel D` | `0.035` | ..."
     const std::regex row(R"(\| `(?:-o`, `)?(--[a-z-]+)[^|]*(?:\\\|[^|]*)*` \| `([^`]+)` \|)");

@@ -338,6 +338,17 @@ private:
     orvane::PictureOptions options_;
 };
 
+/// A mesh file and the materials beside it: both or neither.
+class Export : public Writing
+{
+public:
+    explicit Export(const std::string& name) : Writing({name, "mesh.mtl"}), name_(name) {}
+    void Attempt() override { orvane::WriteMesh(*document, folder + name_); }
+
+private:
+    std::string name_;
+};
+
 class Load : public WithDocument
 {
 public:
@@ -442,6 +453,9 @@ const std::vector<NamedOperation>& Operations()
         Named<Draw>("Draw"),
         Named<Save>("Save"),
         Named<SaveTwo>("SaveTwo"),
+        Named<Export>("ExportObj", "mesh.obj"),
+        Named<Export>("ExportGlb", "mesh.glb"),
+        Named<Export>("Export3mf", "mesh.3mf"),
         Named<Load>("Load"),
         Named<Import>("Import"),
         Named<Poster>("PngPoster", "picture.png", 24),

@@ -12,6 +12,7 @@ namespace orvane
 // Each function adds one subcommand, which runs when the command line names it. A subcommand throws
 // UsageError or Error.
 void AddRenderCommand(CLI::App& app);
+void AddExportCommand(CLI::App& app);
 void AddFontsCommand(CLI::App& app);
 void AddInfoCommand(CLI::App& app);
 void AddPickCommand(CLI::App& app);

@@ -282,4 +282,19 @@ bool lexical_cast(const std::string& text, LightsFollow& follow)
     return TakeNamed(text, follow);
 }
 
+bool lexical_cast(const std::string& text, MeshFormat& format)
+{
+    return TakeNamed(text, format);
+}
+
+bool lexical_cast(const std::string& text, LengthUnit& unit)
+{
+    return TakeNamed(text, unit);
+}
+
+bool lexical_cast(const std::string& text, UpAxis& axis)
+{
+    return TakeNamed(text, axis);
+}
+
 }  // namespace orvane

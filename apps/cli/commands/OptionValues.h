@@ -84,5 +84,8 @@ bool lexical_cast(const std::string& text, Alignment& alignment);
 bool lexical_cast(const std::string& text, TextureQuality& quality);
 bool lexical_cast(const std::string& text, BackgroundPlacement& placement);
 bool lexical_cast(const std::string& text, LightsFollow& follow);
+bool lexical_cast(const std::string& text, MeshFormat& format);
+bool lexical_cast(const std::string& text, LengthUnit& unit);
+bool lexical_cast(const std::string& text, UpAxis& axis);
 
 }  // namespace orvane

@@ -34,9 +34,12 @@ long DefaultLensLength()
 
 }  // namespace
 
-SceneOptions::SceneOptions(CLI::App& command)
+SceneOptions::SceneOptions(CLI::App& command, SceneUse use)
 {
-    AddBackground(command);
+    if (use == SceneUse::Picture)
+    {
+        AddBackground(command);
+    }
     AddTexture(command);
     AddLights(command);
     AddCamera(command);
@@ -160,7 +163,7 @@ std::optional<BackgroundOptions> SceneOptions::Background() const
     const bool isPicture = backgroundText_ && IsPicture(*backgroundText_);
     for (const CLI::Option* const option : {placement_, place_})
     {
-        if (!isPicture && option->count() > 0)
+        if (!isPicture && option != nullptr && option->count() > 0)
         {
             throw UsageError(option->get_name() +
                              ": a background picture is required (--background FILE.bmp)");

@@ -16,6 +16,13 @@ class Option;
 namespace orvane
 {
 
+/// What a command makes of a scene.
+enum class SceneUse
+{
+    Picture,
+    Mesh  ///< a file that has no background
+};
+
 /// The options about everything around a text: its texture, the background, the lights and the
 /// camera. Camera(), Background() and Texture() have a value only if one of their options was
 /// given.
@@ -23,7 +30,7 @@ class SceneOptions
 {
 public:
     /// Adds the options to a command, which must live as long as this object.
-    explicit SceneOptions(CLI::App& command);
+    SceneOptions(CLI::App& command, SceneUse use);
     SceneOptions(const SceneOptions&) = delete;
     SceneOptions& operator=(const SceneOptions&) = delete;
 

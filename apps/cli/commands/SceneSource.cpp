@@ -1,0 +1,292 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/commands/SceneSource.h"
+
+#include "apps/cli/Errors.h"
+#include "apps/cli/Terminal.h"
+#include "apps/cli/commands/OptionAdder.h"
+#include "document/DrawingModes.h"
+#include "document/FontChoice.h"
+#include "document/MeshImport.h"
+#include "document/OptionRange.h"
+#include "document/SceneFraming.h"
+#include "document/SceneLights.h"
+#include "document/ScenePictures.h"
+#include "document/TextEncoding.h"
+#include "document/TextNode.h"
+#include "orvane/orvane.h"
+#include "platform/CodePages.h"
+#include "platform/Fonts.h"
+#include "scene/OrvFontString.h"
+#include "scene/SceneObject.h"
+#include "scene/ViewObject.h"
+
+#include <CLI/CLI.hpp>
+
+namespace orvane
+{
+
+namespace
+{
+
+/// Sets the document's camera to the saved view of a name (in UTF-8).
+void TakeSavedView(const SceneDocument& document, const std::string& name)
+{
+    CheckName("view", name);
+    ViewObject& view = *document.view;
+    if (view.RestoreSavedView(Utf8ToCodePage(name, document.codePage).text.c_str()))
+    {
+        view.SaveReferenceAspect();  // the saved view may have another lens
+        return;
+    }
+    const NamedViewList& views = *view.GetSavedViews();
+    std::string problem = "no view \"" + name + "\" is saved; saved views:";
+    problem += views.IsEmpty() ? " none" : "";
+    for (POSITION position = views.GetHeadPosition(); position != nullptr;)
+    {
+        problem += " \"" + ToUtf8(views.GetNext(position)->GetName());
+        problem += position != nullptr ? "\"," : "\"";
+    }
+    throw Error(document.path, problem);
+}
+
+}  // namespace
+
+void SceneSource::AddTexts()
+{
+    const int most = CLI::detail::expected_max_vector_size;
+    // If an option allows extra arguments, CLI11 reads the text "[a,b]" as a list. So this option
+    // expects the largest possible number of texts and allows no extra arguments. The test
+    // TextThatLooksLikeAnythingElseIsText checks this.
+    command_
+        .add_option(
+            "TEXT", CLI::callback_t([this](const CLI::results_t& texts) {
+                texts_ = texts;
+                return true;
+            }),
+            "Each argument is a line, in UTF-8; put -- before\nlines that begin with a minus")
+        ->expected(most, most)
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->option_text("...");
+    ofText_ = {OptionAdder(command_)("--text-file", textFile_, "FILE",
+                                     "Reads more lines, in UTF-8; they come after TEXT")};
+}
+
+void SceneSource::AddSceneFileAndLook()
+{
+    OptionAdder add(command_);
+    const bool isForPicture = use_ == SceneUse::Picture;
+    ofScene_ = add("--scene", sceneFile_, "FILE",
+                   std::string(isForPicture ? "Draws" : "Writes") +
+                       " the scene in a file that --save has written,\ninstead of a text");
+    add("--allow-folder", open_.allowedFolders, "FOLDER",
+        "The scene may show pictures from this folder too;\nmay be repeated")
+        ->allow_extra_args(false)
+        ->check(CLI::ExistingDirectory)
+        ->needs(ofScene_);
+    command_
+        .add_flag("--trust", open_.trust,
+                  "The scene may show pictures from anywhere, not only\nfrom its own folder")
+        ->needs(ofScene_);
+    AddStrictOption(command_, strictness,
+                    "Fails and writes nothing when a picture, a font or a\nletter is missing");
+    ofView_ = add("--view", view_, "NAME",
+                  isForPicture ? "Draws the scene through a view that is saved in its\nfile"
+                               : "The camera of the file is this view, which is saved\nin the "
+                                 "scene's file")
+                  ->needs(ofScene_);
+    const std::vector<CLI::Option*> ofLook = AddLook();
+    ofText_.insert(ofText_.end(), ofLook.begin(), ofLook.end());
+}
+
+std::vector<CLI::Option*> SceneSource::AddLook()
+{
+    OptionAdder add(command_);
+    TextOptions& text = text_;
+    return {
+        add("--font", text.font, "NAME",
+            "A full name as \"orvane fonts\" lists it [DejaVu Sans\nBold, or the first of some "
+            "others]"),
+        add.Choice("--style", text.edgeStyle, "How the edges of the letters are cut"),
+        add.Length("--bevel", text.bevelWidth, 0, 100,
+                   "Width of bevels and roundings in ems; at most the\n"
+                   "depth, or half of it with bevels on both faces"),
+        add.Choice("--bevel-on", text.bevelSides, "Which faces have bevels"),
+        add.Length("--depth", text.depth, 0, 100, "Depth of the letters in ems"),
+        add.Choice("--align", text.alignment, "How the lines are aligned"),
+        add.Length("--char-spacing", text.characterSpacing, -100, 100,
+                   "Space added between characters, in ems"),
+        add.Length("--line-spacing", text.lineSpacing, -100, 100,
+                   "Space added between lines, in ems"),
+        add.Colour("--face-color", text.faceColor, "COLOR [" + ColorText(text.faceColor) + "]",
+                   "Colour of the fronts and backs: a name (gold, navy,\n...), #rgb, #rrggbb or "
+                   "#rrggbbaa"),
+        add.Colour("--edge-color", text.edgeColor, "COLOR",
+                   "Colour of the sides [half as bright as the face]"),
+        add.Colour("--bevel-color", text.bevelColor, "COLOR",
+                   "Colour of the bevels [lighter than the face]"),
+    };
+}
+
+void SceneSource::AddSurroundings()
+{
+    imports_ = std::make_unique<ImportOptions>(command_);
+    surroundings_ = std::make_unique<SceneOptions>(command_, use_);
+    ofText_.insert(ofText_.end(), surroundings_->ofTexture.begin(), surroundings_->ofTexture.end());
+    for (CLI::Option* const option : ofText_)
+    {
+        option->excludes(ofScene_);
+    }
+    for (CLI::Option* const option : surroundings_->ofCamera)
+    {
+        option->excludes(ofView_);
+    }
+}
+
+SceneSource::Request SceneSource::Check() const
+{
+    Request request;
+    request.hasText = !texts_.empty() || !textFile_.empty();
+    request.imports = imports_->Parse();
+    const bool hasContent = request.hasText || !request.imports.empty();
+    if (sceneFile_.empty() != hasContent)
+    {
+        const std::string command = command_.get_name() + ": ";
+        throw UsageError(command +
+                         (hasContent ? "--scene cannot be combined with a text or --import"
+                          : use_ == SceneUse::Picture
+                              ? "nothing to draw; a text, --import or --scene is required"
+                              : "nothing to write; a text, --import or --scene is required"));
+    }
+    request.camera = surroundings_->Camera();
+    request.background = surroundings_->Background();
+    request.texture = surroundings_->Texture();
+    if (request.texture && sceneFile_.empty() && !request.hasText)
+    {
+        throw UsageError("--texture: a text is required, on which the texture is laid");
+    }
+    return request;
+}
+
+SceneDocument SceneSource::Make(const Request& request, std::optional<Size>& size,
+                                bool asOutlines) const
+{
+    if (IsFile())
+    {
+        return Load(request, size, asOutlines);
+    }
+    size = size.value_or(defaultPictureSize);
+    return Build(request, *size, asOutlines);
+}
+
+std::vector<std::string> SceneSource::GatherLines() const
+{
+    std::vector<std::string> lines;
+    for (const std::string& text : texts_)
+    {
+        const std::vector<std::string> more = SplitLines(text);
+        lines.insert(lines.end(), more.begin(), more.end());
+        if (more.empty())
+        {
+            lines.emplace_back();
+        }
+    }
+    if (!textFile_.empty())
+    {
+        const std::vector<std::string> more = ReadLines(textFile_);
+        lines.insert(lines.end(), more.begin(), more.end());
+    }
+    return lines;
+}
+
+std::unique_ptr<DrawingObject> SceneSource::BuildText() const
+{
+    const EncodedText encoded = EncodeLines(GatherLines());
+    SetProcessCodePage(encoded.codePage);
+    LoadFonts(FontProgress());  // after SetProcessCodePage, because fonts keep the code page
+    OrvFont* const font = ChooseFont(text_.font);
+    CheckCharacters(*font, encoded.text);
+    return MakeTextNode(encoded.text, font, text_);
+}
+
+/// A document with the text and, after it, the imported meshes.
+SceneDocument SceneSource::Build(const Request& request, const Size& size, bool asOutlines) const
+{
+    std::unique_ptr<DrawingObject> text = request.hasText ? BuildText() : nullptr;
+    SceneDocument document;
+    SetFirstLights(*document.scene);
+    if (text != nullptr)
+    {
+        DrawingObject& node = AddNode(*document.scene, std::move(text));
+        if (request.texture)
+        {
+            SetTexture(node, *request.texture);
+            document.view->SetShowTextures();
+        }
+    }
+    for (const Import& import : request.imports)
+    {
+        MeshOptions meshes = import.options;
+        if (strictness == Strictness::GoOn)
+        {
+            meshes.warn = [&import](const std::string& damage) {
+                Say(import.file +
+                    ": the file is damaged, and only its undamaged parts are drawn: " + damage);
+            };
+        }
+        AddNode(*document.scene, MakeImport(*document.scene, import.file, meshes));
+    }
+    SetBackground(*document.scene, request.background.value_or(BackgroundOptions()));
+    ChangeLights(*document.scene, surroundings_->Lights());
+    if (asOutlines)
+    {
+        SetDrawingMode(*document.view, DrawingMode::Outline);
+    }
+    FrameScene(*document.view, request.camera.value_or(CameraOptions()), size);
+    TellMissingParts(document, {MissingKind::Letter}, strictness);
+    return document;
+}
+
+/// A document from a file, changed by the options. Without --size the picture gets the size that
+/// the document was framed for.
+SceneDocument SceneSource::Load(const Request& request, std::optional<Size>& size,
+                                bool asOutlines) const
+{
+    SceneDocument document = SceneDocument::Load(sceneFile_, FontProgress(), open_);
+    document.CheckLevels();
+    TellMissingParts(document, {MissingKind::Picture, MissingKind::Font, MissingKind::Letter},
+                     strictness);
+    SceneObject& scene = *document.scene;
+    ViewObject& view = *document.view;
+    if (const std::optional<Size> framed = FramedSize(view))
+    {
+        // A view that was just read has the right aspect ratio, but not yet its size in pixels.
+        view.SetUnscaledSize(framed->width, framed->height);
+    }
+    if (!size)
+    {
+        size = UnaskedSize(view, sceneFile_);
+    }
+    if (!view_.empty())
+    {
+        TakeSavedView(document, view_);
+    }
+    if (request.background)
+    {
+        SetBackground(scene, *request.background);
+    }
+    ChangeLights(scene, surroundings_->Lights());
+    if (asOutlines)
+    {
+        SetDrawingMode(view, DrawingMode::Outline);
+    }
+    CheckPictures(scene);
+    scene.CalculateBounds();
+    if (request.camera)
+    {
+        FrameScene(view, *request.camera, *size);
+    }
+    return document;
+}
+
+}  // namespace orvane

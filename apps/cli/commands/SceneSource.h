@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "apps/cli/commands/ImportOptions.h"
+#include "apps/cli/commands/MissingParts.h"
+#include "apps/cli/commands/SceneOptions.h"
+#include "document/SceneDocument.h"
+#include "orvane/Options.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orvane
+{
+
+/// The options that say which scene a command draws or writes: lines of text and 3D Studio files,
+/// or a scene file. CLI11 has checked each value by itself.
+class SceneSource
+{
+public:
+    /// What the command line asks for, after the options have been checked together.
+    struct Request
+    {
+        bool hasText = false;
+        std::vector<Import> imports;
+        std::optional<CameraOptions> camera;
+        std::optional<BackgroundOptions> background;
+        std::optional<TextureOptions> texture;
+    };
+
+    /// The options are added to the command in three steps, between which it may add its own. The
+    /// command must live as long as this object.
+    SceneSource(CLI::App& command, SceneUse use) : command_(command), use_(use) {}
+    SceneSource(const SceneSource&) = delete;
+    SceneSource& operator=(const SceneSource&) = delete;
+    void AddTexts();
+    void AddSceneFileAndLook();
+    void AddSurroundings();
+
+    /// Throws UsageError when the options contradict each other.
+    Request Check() const;
+    bool IsFile() const { return !sceneFile_.empty(); }
+    /// The document that is asked for.
+    /// \param size of its picture. For a scene file it is set to the size that the document was
+    /// framed for, unless it has a value.
+    SceneDocument Make(const Request& request, std::optional<Size>& size, bool asOutlines) const;
+
+    Strictness strictness = Strictness::GoOn;
+
+private:
+    std::unique_ptr<DrawingObject> BuildText() const;
+    SceneDocument Build(const Request& request, const Size& size, bool asOutlines) const;
+    SceneDocument Load(const Request& request, std::optional<Size>& size, bool asOutlines) const;
+    std::vector<std::string> GatherLines() const;
+    std::vector<CLI::Option*> AddLook();
+
+    CLI::App& command_;
+    SceneUse use_;
+    std::vector<std::string> texts_;
+    std::string textFile_;
+    std::string sceneFile_;
+    OpenOptions open_;
+    std::string view_;
+    TextOptions text_;
+    std::unique_ptr<ImportOptions> imports_;
+    std::unique_ptr<SceneOptions> surroundings_;
+    std::vector<CLI::Option*> ofText_;
+    CLI::Option* ofScene_ = nullptr;
+    CLI::Option* ofView_ = nullptr;
+};
+
+}  // namespace orvane
