@@ -12,7 +12,7 @@ export PACKAGES ?=
 WERROR ?= OFF
 CONFIGURE = cmake --preset $(PRESET) -DORVANE_WERROR=$(WERROR)
 
-.PHONY: all demo test bench fuzz coverage soak install format lint clean packages
+.PHONY: all demo test bench judge fuzz coverage soak install format lint clean packages
 
 all: packages
 	@tools/install-packages test
@@ -40,6 +40,15 @@ bench: packages
 	$(CONFIGURE) -DORVANE_BUILD_BENCH=ON
 	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane_bench
 	$(BUILD)/bin/orvane_bench
+
+# Other programs judge what is written: every script in tools/judge, each of which says what it needs.
+judge: packages
+	@tools/install-packages judge
+	$(CONFIGURE)
+	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane_cli
+	@failed=; for judge in tools/judge/*; do \
+	  if [ -f $$judge ] && [ -x $$judge ]; then echo "$$judge:"; $$judge $(BUILD) || failed="$$failed $$judge"; fi; \
+	done; [ -z "$$failed" ] || { echo "failed:$$failed"; exit 1; }
 
 # Runs every fuzz target, all of them together for SECONDS.
 SECONDS ?= 60
