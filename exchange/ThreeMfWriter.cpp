@@ -236,13 +236,13 @@ private:
         out_.Text("</vertices>\n<triangles>\n");
         for (const ObjectTriangles::Triangle& triangle : object.triangles)
         {
-            WriteTag("<triangle",
-                     {{"v1", triangle.corners[0]},
-                      {"v2", triangle.corners[1]},
-                      {"v3", triangle.corners[2]},
-                      {"pid", materialGroup},
-                      {"p1", triangle.material}},
-                     "/>\n");
+            const std::array<std::uint32_t, 3>& corners = triangle.corners;
+            WriteTag("<triangle", {{"v1", corners[0]}, {"v2", corners[1]}, {"v3", corners[2]}}, "");
+            if (triangle.material != usual)
+            {
+                WriteTag("", {{"pid", materialGroup}, {"p1", triangle.material}}, "");
+            }
+            out_.Text("/>\n");
         }
         out_.Text("</triangles>\n</mesh>\n</object>\n");
     }
