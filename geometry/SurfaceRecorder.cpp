@@ -17,6 +17,14 @@ float WithoutNegativeZero(float value)
     return value + 0.0f;
 }
 
+/// Faster than vector's insert of three elements.
+void Append(std::vector<std::uint32_t>& indices, std::uint32_t a, std::uint32_t b, std::uint32_t c)
+{
+    indices.push_back(a);
+    indices.push_back(b);
+    indices.push_back(c);
+}
+
 std::size_t HashOf(const MeshVertex& vertex)
 {
     std::uint64_t words[sizeof vertex / sizeof(std::uint64_t)];
@@ -163,7 +171,7 @@ void SurfaceRecorder::AddTriangle(std::uint32_t a, std::uint32_t b, std::uint32_
         runs_.push_back({part_, material_, indices_.size(), 0});
     }
     runs_.back().indexCount += 3;
-    indices_.insert(indices_.end(), {a, b, c});
+    Append(indices_, a, b, c);
 }
 
 void SurfaceRecorder::AddRendered(std::uint32_t a, std::uint32_t b, std::uint32_t c)
@@ -172,7 +180,7 @@ void SurfaceRecorder::AddRendered(std::uint32_t a, std::uint32_t b, std::uint32_
     {
         std::swap(a, b);
     }
-    renderedIndices_.insert(renderedIndices_.end(), {a, b, c});
+    Append(renderedIndices_, a, b, c);
 }
 
 }  // namespace orvane

@@ -10,6 +10,7 @@
 #include "solids/MeshMaterials.h"
 #include "solids/MeshTransform.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -59,6 +60,17 @@ MeshPoint PointOf(const float (&vector)[3])
     return {vector[0], vector[1], vector[2]};
 }
 
+/// Makes room for so many elements. The room grows at least to the double, so that many small
+/// nodes do not copy all elements again and again.
+template <typename Element>
+void Reserve(std::vector<Element>& elements, std::size_t count)
+{
+    if (count > elements.capacity())
+    {
+        elements.reserve(std::max(count, 2 * elements.capacity()));
+    }
+}
+
 /// The triangles of a letter or an imported mesh. They are turned and scaled as they will be in the
 /// mesh, but not moved to their place.
 struct Shape
@@ -87,13 +99,16 @@ Shape::Shape(const SurfaceRecorder& recorder, const MeshTransform& placement)
         }
     }
     const MeshTransform forNormals = placement.ForNormals();
+    const bool isMoved = !placement.IsIdentity();
     points.reserve(vertices.size());
     std::vector<bool> hasNormal(vertices.size());
     for (std::size_t i = 0; i < vertices.size(); ++i)
     {
         MeshVertex& vertex = vertices[i];
-        points.push_back(placement.Apply(PointOf(vertex.position), 0));
-        hasNormal[i] = SetNormal(forNormals.Apply(PointOf(vertex.normal), 0), vertex.normal);
+        const MeshPoint point = PointOf(vertex.position);
+        const MeshPoint normal = PointOf(vertex.normal);
+        points.push_back(isMoved ? placement.Apply(point, 0) : point);
+        hasNormal[i] = SetNormal(isMoved ? forNormals.Apply(normal, 0) : normal, vertex.normal);
     }
     ReplaceMissingNormals(hasNormal);
 }
@@ -209,6 +224,9 @@ void MeshBuilder::AddText(OrvFontString& text, const MeshTransform& transform)
 
     const MeshTransform placement = PlacementOf(transform);
     std::unordered_map<int, Shape> shapes;  // by glyph index
+    std::vector<std::pair<PlacedLetter, const Shape*>> letters;
+    std::size_t vertexCount = mesh_.vertices.size();
+    std::size_t indexCount = mesh_.indices.size();
     text.PlaceSolids([&](const PlacedLetter& letter) {
         const auto found = shapes.try_emplace(letter.glyphIndex);
         Shape& shape = found.first->second;
@@ -218,6 +236,16 @@ void MeshBuilder::AddText(OrvFontString& text, const MeshTransform& transform)
             text.RecordSolid(letter.glyphIndex, recorder_);
             shape = Shape(recorder_, placement);
         }
+        letters.emplace_back(letter, &shape);
+        vertexCount += shape.vertices.size();
+        indexCount += shape.indices.size();
+    });
+    Reserve(mesh_.vertices, vertexCount);
+    Reserve(mesh_.indices, indexCount);
+    for (const auto& each : letters)
+    {
+        const PlacedLetter& letter = each.first;
+        const Shape& shape = *each.second;
         const std::uint32_t first = AddVertices(shape, placement.Apply({letter.x, letter.y, 0}));
         for (const SurfaceRecorder::Run& run : shape.runs)
         {
@@ -234,7 +262,7 @@ void MeshBuilder::AddText(OrvFontString& text, const MeshTransform& transform)
                 mesh_.groups.back().line = letter.line;
             }
         }
-    });
+    }
     AddBuckets();
 }
 
