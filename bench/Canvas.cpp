@@ -7,10 +7,11 @@
 #include <cstdio>
 #include <cstdlib>
 
-Canvas::Canvas() : dc_(CreateCompatibleDC(nullptr))
+Canvas::Canvas(int pictureWidth, int pictureHeight) : dc_(CreateCompatibleDC(nullptr))
 {
     BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, width, height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    info.bmiHeader = {
+        sizeof info.bmiHeader, pictureWidth, pictureHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     bitmap_ = CreateDIBSection(dc_, &info, DIB_RGB_COLORS, nullptr, nullptr, 0);
     previous_ = SelectObject(dc_, bitmap_);
     PIXELFORMATDESCRIPTOR format{};

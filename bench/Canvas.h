@@ -14,7 +14,7 @@ public:
     static constexpr int width = 640;
     static constexpr int height = 360;
 
-    Canvas();
+    explicit Canvas(int pictureWidth = width, int pictureHeight = height);
     ~Canvas();
     Canvas(const Canvas&) = delete;
     Canvas& operator=(const Canvas&) = delete;

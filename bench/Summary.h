@@ -22,9 +22,10 @@ double Median(std::vector<double> values);
 /// work can take.
 struct Paired
 {
-    double ours;   ///< median, in seconds
-    double floor;  ///< median, in seconds
-    double ratio;  ///< median of ours / floor, each of one turn
+    double ours;            ///< median, in seconds
+    double floor;           ///< median, in seconds
+    double ratio;           ///< median of ours / floor, each of one turn
+    double processorRatio;  ///< the same of the processor's time, of all threads together
 };
 /// Runs two functions in turns, so that a busy machine slows both alike.
 Paired TimeInTurns(int turns, const std::function<void()>& ours,

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 
 namespace
 {
@@ -52,6 +53,12 @@ Paired TimeInTurns(int turns, const std::function<void()>& ours, const std::func
     std::vector<double> our;
     std::vector<double> least;
     std::vector<double> ratios;
+    std::vector<double> processorRatios;
+    const auto time = [](const std::function<void()>& function, std::vector<double>& seconds) {
+        const std::clock_t start = std::clock();
+        seconds.push_back(Seconds(function));
+        return static_cast<double>(std::clock() - start);
+    };
     // One untimed run of each fills the caches.
     ours();
     floor();
@@ -59,19 +66,22 @@ Paired TimeInTurns(int turns, const std::function<void()>& ours, const std::func
     {
         // The two take turns in going first, so that neither always finds the caches filled by the
         // other.
+        double ourProcessor = 0;
+        double leastProcessor = 0;
         if (i % 2 == 0)
         {
-            our.push_back(Seconds(ours));
-            least.push_back(Seconds(floor));
+            ourProcessor = time(ours, our);
+            leastProcessor = time(floor, least);
         }
         else
         {
-            least.push_back(Seconds(floor));
-            our.push_back(Seconds(ours));
+            leastProcessor = time(floor, least);
+            ourProcessor = time(ours, our);
         }
         ratios.push_back(our.back() / least.back());
+        processorRatios.push_back(ourProcessor / std::max(leastProcessor, 1.0));
     }
-    return {Median(our), Median(least), Median(ratios)};
+    return {Median(our), Median(least), Median(ratios), Median(processorRatios)};
 }
 
 void AddSummary(const std::string& what, const std::string& figure)
