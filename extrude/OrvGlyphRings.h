@@ -118,22 +118,32 @@ inline int OrvGlyph::CalculateVertexPoints(const PointScales& scales, const Vert
     return 1;
 }
 
+/// Emits the texture coordinate of the point on the outline \p outline. A function of its own,
+/// which is not inlined: few draws are textured, and all others are faster without it between.
+template <RingPoint outline, typename Sink>
+[[gnu::noinline]] void EmitTexCoord(const ExtrusionData& data, const tagVERTEXPOINTS& points,
+                                    const Vector2D& place, Sink& sink)
+{
+    const Vector2D unscaled = outline == RingPoint::Outline ? points.texPoint
+                              : outline == RingPoint::Round ? points.texRoundPoint
+                                                            : points.texBevelPoint;
+    const Vector2D coordinate =
+        (data.ShouldScaleTextureWithObject() ? place : unscaled) * data.textureRepeat;
+    sink.TexCoord(coordinate);
+}
+
 /// Emits one vertex: the point on the outline \p outline, at \p z. When the draw is textured, the
 /// texture coordinate comes first.
 template <RingPoint outline, typename Sink>
-void EmitVertex(const ExtrusionData& data, const tagVERTEXPOINTS& points, float z, Sink& sink)
+inline void EmitVertex(const ExtrusionData& data, const tagVERTEXPOINTS& points, float z,
+                       Sink& sink)
 {
-    const auto choose = [](const Vector2D& plain, const Vector2D& round, const Vector2D& bevel) {
-        return outline == RingPoint::Outline ? plain : outline == RingPoint::Round ? round : bevel;
-    };
-    const Vector2D place = choose(points.point, points.roundPoint, points.bevelPoint);
+    const Vector2D& place = outline == RingPoint::Outline ? points.point
+                            : outline == RingPoint::Round ? points.roundPoint
+                                                          : points.bevelPoint;
     if (data.ShouldTexture())
     {
-        const Vector2D unscaled =
-            choose(points.texPoint, points.texRoundPoint, points.texBevelPoint);
-        const Vector2D coordinate =
-            (data.ShouldScaleTextureWithObject() ? place : unscaled) * data.textureRepeat;
-        sink.TexCoord(coordinate);
+        EmitTexCoord<outline>(data, points, place, sink);
     }
     sink.Vertex(place.x, place.y, z);
 }
