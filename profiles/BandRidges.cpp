@@ -16,6 +16,11 @@ using contours::DoublePoint;
 /// by more than 151 degrees, where the cosine of half the turn is 1/4 and its sine 0.968.
 constexpr double cutTipTurn = 2 * 0.96824583655;
 
+double Size(const DoublePoint& way)
+{
+    return std::sqrt(Dot(way, way));
+}
+
 DoublePoint Way(const GridPoint& from, const GridPoint& to)
 {
     return {double{1} * to.x - from.x, double{1} * to.y - from.y};
@@ -79,7 +84,7 @@ double BandRidges::DistanceToEdge(int halfEdge, const GridPoint& place) const
     {
         return DistanceToTip(along <= 0 ? start : end, place);
     }
-    return Length(way - edge * std::clamp(along, 0.0, 1.0));
+    return Size(way - edge * std::clamp(along, 0.0, 1.0));
 }
 
 /// The offset at which the tip around a corner of the base reaches a place.
@@ -90,12 +95,12 @@ double BandRidges::DistanceToTip(int point, const GridPoint& place) const
     const DoublePoint before = Way(triangulation_.Point(beside.before), corner);
     const DoublePoint after = Way(corner, triangulation_.Point(beside.after));
     const DoublePoint way = Way(corner, place);
-    const double distance = std::max(std::abs(Cross(before, way)) / Length(before),
-                                     std::abs(Cross(after, way)) / Length(after));
+    const double distance = std::max(std::abs(Cross(before, way)) / Size(before),
+                                     std::abs(Cross(after, way)) / Size(after));
     // A tip that would reach beyond 4 offsets is cut off at 1 offset.
-    const DoublePoint out = before / Length(before) - after / Length(after);
-    const bool isCut = Length(out) > cutTipTurn;
-    return isCut ? std::max(distance, Dot(way, out) / Length(out)) : distance;
+    const DoublePoint out = before / Size(before) - after / Size(after);
+    const bool isCut = Size(out) > cutTipTurn;
+    return isCut ? std::max(distance, Dot(way, out) / Size(out)) : distance;
 }
 
 double BandRidges::DistanceToBase(int triangle, const GridPoint& place)
@@ -204,8 +209,7 @@ BandRidges::WrongTriangle BandRidges::JudgeSloping(int triangle, double area)
         const GridPoint& to = triangulation_.Point(triangulation_.End(edge));
         const GridPoint& apex = triangulation_.Point(triangulation_.Apex(edge));
         constexpr double muchFarther = 1.2;
-        const GridPoint way = to - from;
-        const double length = std::hypot(way.x, way.y);
+        const double length = Size(Way(from, to));
         if (2 * area < muchFarther * span * length)
         {
             continue;
@@ -227,7 +231,7 @@ BandRidges::WrongTriangle BandRidges::JudgeSloping(int triangle, double area)
 
 std::vector<double> BandRidges::Cuts()
 {
-    constexpr double wrongSize = 0.008;      // ems: the cube of it may be wrong
+    constexpr double wrongSize = 0.004;      // ems: the cube of it may be wrong
     constexpr double minPart = 0.05;         // of the wrong volume: less is no reason for a level
     constexpr double sameDistance = 0.9;     // of the farthest triangle of a group
     constexpr double shortOf = 63.0 / 64;    // of the distance: leaves a strip of a 64th

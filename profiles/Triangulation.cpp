@@ -226,7 +226,15 @@ void Triangulation::FlipPending()
         {
             const int twin = Twin(edge);
             Flip(edge);
-            pending_.insert(pending_.end(), {edge, Next(edge), twin, Next(twin)});
+            // While points are added, an edge is pending because the new point lies opposite, and
+            // it lies opposite of these two now.
+            pending_.push_back(edge);
+            pending_.push_back(Next(twin));
+            if (!windings_.empty())
+            {
+                pending_.push_back(Next(edge));
+                pending_.push_back(twin);
+            }
         }
     }
 }
