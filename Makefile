@@ -44,8 +44,8 @@ bench: packages
 # Other programs judge what is written: every script in tools/judge, each of which says what it needs.
 judge: packages
 	@tools/install-packages judge
-	$(CONFIGURE)
-	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane_cli
+	$(CONFIGURE) -DORVANE_BUILD_TOOLS=ON
+	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane_cli judge-solids
 	@failed=; for judge in tools/judge/*; do \
 	  if [ -f $$judge ] && [ -x $$judge ]; then echo "$$judge:"; $$judge $(BUILD) || failed="$$failed $$judge"; fi; \
 	done; [ -z "$$failed" ] || { echo "failed:$$failed"; exit 1; }
