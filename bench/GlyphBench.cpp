@@ -5,6 +5,8 @@
 #include "bench/Scenes.h"
 #include "bench/Summary.h"
 #include "orvane.h"
+#include "profiles/ProfileSolid.h"
+#include "profiles/RegionOffsets.h"
 
 #include <benchmark/benchmark.h>
 #include <fontconfig/fontconfig.h>
@@ -239,6 +241,64 @@ void Measure()
     AddSummary("bytes held by a built glyph", std::to_string(bytes / codeCount));
 }
 const SummaryPart part("glyph", Measure);
+
+/// Times the rings and the solids of profiled edges against GLU's tessellation of the same
+/// outlines.
+void MeasureProfiles()
+{
+    const OutlineSource source;
+    std::vector<orvane::PlaneRegion> regions;
+    std::vector<Contours> contours;
+    for (int code = firstCode; code <= lastCode; ++code)
+    {
+        std::vector<BYTE> buffer;
+        GLYPHMETRICS metrics;
+        const DWORD size = source.Read(static_cast<UINT>(code), buffer, metrics);
+        TTGlyph outline;
+        outline.FromGlyphOutline(buffer.data(), size);
+        TTPolyGlyph flat;
+        flat.FromTTGlyph(outline, 2048.0f);
+        flat.CorrectDuplicateVerticies();
+        regions.push_back(orvane::RegionOf(flat));
+        contours.push_back(ContoursOf(flat));
+    }
+    const auto tessellate = [&] {
+        for (Contours& glyph : contours)
+        {
+            Tessellate(glyph);
+        }
+    };
+    const auto summarize = [](const std::string& what, const Paired& times) {
+        char figure[100];
+        std::snprintf(figure, sizeof figure, "%.1f us a glyph, %.2f x GLU tessellation (%.1f us)",
+                      times.ours / codeCount * 1e6, times.ratio, times.floor / codeCount * 1e6);
+        AddSummary(what, figure);
+    };
+    for (const char* name : {"chamfer 0.02", "round 0.02", "round -0.02"})
+    {
+        const orvane::EdgeProfile profile = orvane::ParseProfile(name);
+        const auto rings = [&] {
+            for (const orvane::PlaneRegion& region : regions)
+            {
+                const orvane::profiles::RegionOffsets offsets(region, profile.corners, 0.02);
+                for (const orvane::ProfileStep& step : profile.steps)
+                {
+                    benchmark::DoNotOptimize(offsets.At(step.offset * offsets.UnitsPerEm()));
+                }
+            }
+        };
+        const auto solids = [&] {
+            for (const orvane::PlaneRegion& region : regions)
+            {
+                benchmark::DoNotOptimize(orvane::BuildProfileSolid(region, profile));
+            }
+        };
+        summarize(std::string("rings of the profile ") + name, TimeInTurns(15, rings, tessellate));
+        summarize(std::string("solids of the profile ") + name,
+                  TimeInTurns(15, solids, tessellate));
+    }
+}
+const SummaryPart profilePart("profiles", MeasureProfiles);
 
 /// Builds every glyph, as a new font does.
 void BuildAll(UINT outlines)
