@@ -272,7 +272,7 @@ enum class MeshFormat
 /// The unit of length in a mesh file.
 enum class LengthUnit
 {
-    None,  ///< numbers without a unit; metres where the format demands a unit
+    Plain,  ///< numbers without a unit; metres where the format demands a unit
     Millimeter,
     Centimeter,
     Inch
@@ -291,7 +291,7 @@ struct MeshFileOptions
     /// If it is not set, the ending of the file's name decides: .glb, .gltf, .stl, .3mf, .obj or
     /// .ply.
     std::optional<MeshFormat> format;
-    LengthUnit unit = LengthUnit::None;
+    LengthUnit unit = LengthUnit::Plain;
     double em = 1;  ///< how large one em is, in units: 0.000001 to 1000000
     UpAxis up = UpAxis::Y;
     std::string name;  ///< of the whole, where the format holds one; in UTF-8

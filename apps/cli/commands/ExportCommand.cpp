@@ -42,7 +42,7 @@ struct ExportOptions
 std::string UnitOf(MeshFormat format, LengthUnit unit)
 {
     const bool isGltf = format == MeshFormat::Glb || format == MeshFormat::Gltf;
-    const bool isUnnamed3mf = format == MeshFormat::ThreeMf && unit == LengthUnit::None;
+    const bool isUnnamed3mf = format == MeshFormat::ThreeMf && unit == LengthUnit::Plain;
     return isGltf || isUnnamed3mf ? "m" : NameOf(unit);
 }
 
