@@ -180,7 +180,8 @@ void EdgeSurface::TryNextOffset(std::size_t ring)
                     "contours that keep apart");
     }
     ++found.tries;
-    const double distance = step * ((found.tries + 1) / 2);
+    const int away = (found.tries + 1) / 2;  // 1, 1, 2, 2, ...: below and above in turns
+    const double distance = step * away;
     found.actual = found.wanted + (found.tries % 2 == 0 ? distance : -distance);
     rings_[ring] = offsets_.At(found.actual);
 }
