@@ -78,8 +78,9 @@ void SurfaceRecorder::Vertex(float x, float y, float z)
     next_.position[0] = WithoutNegativeZero(x);
     next_.position[1] = WithoutNegativeZero(y);
     next_.position[2] = WithoutNegativeZero(z);
-    const std::uint32_t index = IndexOf(next_);
     const std::size_t corner = count_++;
+    const std::uint32_t index =
+        IsCornerOfQuadBefore(corner) ? corners_[3 - corner % 4] : IndexOf(next_);
     switch (primitive_)
     {
         case GL_QUADS:
@@ -119,6 +120,12 @@ void SurfaceRecorder::Vertex(float x, float y, float z)
             }
             break;
     }
+}
+
+bool SurfaceRecorder::IsCornerOfQuadBefore(std::size_t corner) const
+{
+    return primitive_ == GL_QUADS && corner >= 4 && corner % 4 < 2 &&
+           std::memcmp(&vertices_[corners_[3 - corner % 4]], &next_, sizeof next_) == 0;
 }
 
 std::uint32_t SurfaceRecorder::IndexOf(const MeshVertex& vertex)

@@ -57,6 +57,9 @@ public:
     void Vertex(float x, float y, float z);
 
 private:
+    /// Whether the next vertex, corner 0 or 1 of a quad, is corner 3 or 2 of the quad before it in
+    /// a band. Where a band is smooth, this spares the search.
+    bool IsCornerOfQuadBefore(std::size_t corner) const;
     std::uint32_t IndexOf(const MeshVertex& vertex);
     void Grow();
     void AddTriangle(std::uint32_t a, std::uint32_t b, std::uint32_t c);
