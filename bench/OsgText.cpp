@@ -4,6 +4,7 @@
 
 #include <osg/DisplaySettings>
 #include <osg/GLExtensions>
+#include <osg/Notify>
 #include <osg/RenderInfo>
 #include <osg/State>
 #include <osgText/Font>
@@ -27,6 +28,7 @@ public:
         static unsigned contexts = 0;
         osg::DisplaySettings::instance()->setMaxNumberOfGraphicsContexts(contexts + 1);
         state_->setContextID(contexts++);
+        osg::setNotifyLevel(osg::FATAL);  // it warns of each space, which has no outline
         state_->initializeExtensionProcs();
         info_.setState(state_.get());
         if (job.isBevelled)
