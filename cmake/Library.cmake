@@ -11,6 +11,7 @@ pkg_check_modules(PNG REQUIRED IMPORTED_TARGET libpng)
 pkg_check_modules(ZLIB REQUIRED IMPORTED_TARGET zlib)
 pkg_check_modules(GSF REQUIRED IMPORTED_TARGET libgsf-1)
 pkg_check_modules(POLYCLIPPING REQUIRED IMPORTED_TARGET polyclipping)
+pkg_check_modules(PUGIXML REQUIRED IMPORTED_TARGET pugixml)
 pkg_check_modules(SIMPLEINI REQUIRED IMPORTED_TARGET simpleini)
 find_package(Threads REQUIRED)
 
@@ -37,7 +38,7 @@ target_compile_definitions(orvane_objects PRIVATE ORVANE_BUILDING)
 # SimpleIni is header-only and EGL, FreeType, fontconfig and libgsf stay behind platform/: users see GL and GLU.
 target_include_directories(orvane_objects SYSTEM PRIVATE ${SIMPLEINI_INCLUDE_DIRS})
 set(private_libraries PkgConfig::EGL PkgConfig::FREETYPE PkgConfig::FONTCONFIG PkgConfig::GSF PkgConfig::PNG PkgConfig::ZLIB
-  PkgConfig::POLYCLIPPING Threads::Threads)
+  PkgConfig::POLYCLIPPING PkgConfig::PUGIXML Threads::Threads)
 if(ORVANE_WITH_GLTF)
   list(APPEND private_libraries tinygltf)
 endif()

@@ -119,6 +119,40 @@ constexpr double maxProfileReach = 10;
 /// Ems: how far a region with profiled edges may reach from the origin. Its points lie on a grid of
 /// 512 units per em at the least.
 constexpr double maxRegionSide = 16'000;
+/// Bytes: the largest SVG file, 16 MiB. A million line segments, which is another limit, take about
+/// as many. The tree that the file becomes takes up to 20 times the memory.
+constexpr std::size_t maxSvgBytes = std::size_t{16} << 20;
+
+/// Levels of elements inside each other in an SVG file, those that a use element puts there
+/// included. Each level takes a few stack frames of the reader, about a kilobyte each.
+constexpr int maxSvgNesting = 256;
+
+/// Elements that an SVG file draws, those that use elements put there counted each time. A few use
+/// elements that refer to groups of each other could ask for millions.
+constexpr int maxSvgElements = 200'000;
+
+/// Notices about an SVG file, because a file may have any number of unknown elements.
+constexpr std::size_t maxSvgNotices = 100;
+
+/// Dashes and gaps in the pattern of a stroke. Every element inside inherits the pattern.
+constexpr std::size_t maxSvgDashes = 1'000;
+
+/// Colours of an SVG file. Each is a solid with a material of its own.
+constexpr std::size_t maxShapeColors = 1'000;
+
+/// Line segments of the areas in a file, after curves, strokes and repeated elements are cut into
+/// lines. Each takes some hundred bytes while it is read. A single path has at most as many
+/// commands.
+constexpr int maxShapeSegments = 1'000'000;
+
+/// Ems: the largest coordinate in a file of areas. Farther points would leave too few bits for
+/// the details of the picture.
+constexpr double maxShapeCoordinate = 1e6;
+
+/// Steps of the search for crossing edges in a file of areas. As many edges as maxShapeSegments
+/// allows take nearly all of them when each crosses one or two others. The search takes a few
+/// seconds until it gives up.
+constexpr std::int64_t maxShapeSteps = 1'000'000'000;
 
 /// Seconds: the shortest time to which a drawing or a command can be limited. A shorter one would
 /// always be over.

@@ -241,8 +241,8 @@ WorkLimit::WorkLimit(std::string place, std::int64_t maxSteps)
 
 void WorkLimit::Fail() const
 {
-    throw Error(place_, "outlines that need more than " + std::to_string(maxSteps_) + " steps",
-                "outlines with fewer crossings");
+    throw Error(place_, "a picture that takes more than " + std::to_string(maxSteps_) + " steps",
+                "one with fewer crossings and repetitions");
 }
 
 void CutWhereTheyMeet(std::vector<GridEdge>& edges, WorkLimit& work)

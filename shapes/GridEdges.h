@@ -44,11 +44,11 @@ struct GridEdge
     std::int32_t sign = 1;  ///< -1 when from and to are exchanged, compared with the uncut edge
 };
 
-/// Counts the steps of a search and ends it with an Error when there are too many.
+/// Counts the steps of a reader's work and ends it with an Error when there are too many.
 class WorkLimit
 {
 public:
-    /// \param place for the Error: what is being searched
+    /// \param place for the Error: the file
     WorkLimit(std::string place, std::int64_t maxSteps);
     void Add(std::int64_t steps)
     {

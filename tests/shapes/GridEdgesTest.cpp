@@ -136,7 +136,7 @@ TEST(GridEdges, TheSearchEndsWhenItTakesTooManySteps)
     catch (const Error& error)
     {
         EXPECT_STREQ(error.what(),
-                     "logo.svg: found outlines that need more than 5000 steps, expected "
-                     "outlines with fewer crossings");
+                     "logo.svg: found a picture that takes more than 5000 steps, expected one with "
+                     "fewer crossings and repetitions");
     }
 }
