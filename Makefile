@@ -45,7 +45,7 @@ bench: packages
 judge: packages
 	@tools/install-packages judge
 	$(CONFIGURE) -DORVANE_BUILD_TOOLS=ON
-	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane_cli judge-solids
+	cmake --build --preset $(PRESET) -j $(JOBS) --target orvane_cli judge-solids judge-svg
 	@failed=; for judge in tools/judge/*; do \
 	  if [ -f $$judge ] && [ -x $$judge ]; then echo "$$judge:"; $$judge $(BUILD) || failed="$$failed $$judge"; fi; \
 	done; [ -z "$$failed" ] || { echo "failed:$$failed"; exit 1; }
