@@ -26,6 +26,12 @@ struct EnumNames<BevelSides>
 };
 
 template <>
+struct EnumNames<LetterFusion>
+{
+    static constexpr std::array names = {"none", "line", "text"};
+};
+
+template <>
 struct EnumNames<Alignment>
 {
     static constexpr std::array names = {"left", "center", "right"};

@@ -11,6 +11,7 @@
 #include "material/NamedColor.h"
 #include "platform/CodePages.h"
 #include "scene/SceneObject.h"
+#include "solids/OrvProfileString.h"
 
 #include <bitset>
 #include <map>
@@ -33,6 +34,21 @@ NamedColor MakeMaterial(const char* name, const ColorVector& color, float highli
     material.SetSpecularColor({highlight, highlight, highlight, 1});
     material.SetShininess(shininess);
     return material;
+}
+
+std::unique_ptr<OrvFontString> MakeNodeWithEdges(const TextOptions& options)
+{
+    if (options.profile)
+    {
+        auto node = std::make_unique<OrvProfileString>();
+        node->SetProfile(ParseProfile(*options.profile, options.bevelWidth));
+        node->SetFusion(options.fusion);
+        return node;
+    }
+    auto node = std::make_unique<OrvFontString>();
+    node->SetBevelStyle(static_cast<int>(options.edgeStyle));
+    node->SetBevelDepth(static_cast<float>(options.bevelWidth));
+    return node;
 }
 
 /// The glyph that a font draws for a character. Null when none is built or none is drawn.
@@ -101,6 +117,10 @@ void CheckTextOptions(const TextOptions& options)
     CheckRange("depth", options.depth, 0, 100);
     CheckRange("characterSpacing", options.characterSpacing, -100, 100);
     CheckRange("lineSpacing", options.lineSpacing, -100, 100);
+    if (options.profile)
+    {
+        ParseProfile(*options.profile, options.bevelWidth);
+    }
     if (options.texture)
     {
         CheckRange("repeat", options.texture->repeat, 0.001, 1000);
@@ -117,12 +137,10 @@ std::unique_ptr<OrvFontString> MakeTextNode(const CString& text, OrvFont* font,
     const ColorVector bevel =
         options.bevelColor ? ToColorVector(*options.bevelColor) : Mix(face, white, 0.3f);
 
-    auto node = std::make_unique<OrvFontString>();
+    std::unique_ptr<OrvFontString> node = MakeNodeWithEdges(options);
     node->AttachFont(font);
     node->SetTextString(text);
-    node->SetBevelStyle(static_cast<int>(options.edgeStyle));
     node->SetBevelLocation(static_cast<int>(options.bevelSides));
-    node->SetBevelDepth(static_cast<float>(options.bevelWidth));
     node->SetJustification(static_cast<int>(options.alignment));
     node->SetInterCharacterSpacing(static_cast<float>(options.characterSpacing));
     node->SetInterLineSpacing(static_cast<float>(options.lineSpacing));

@@ -88,6 +88,14 @@ struct TextOptions
     /// half the depth when both faces have bevels.
     double bevelWidth = 0.035;
     BevelSides bevelSides = BevelSides::Both;
+    /// If it is set, the letters are closed solids whose edges have this profile, and edgeStyle is
+    /// ignored. Either a name, which may be followed by the width if it is not bevelWidth:
+    /// "chamfer", "round", "cove", "step", "ogee", "chisel", "cove -0.03". A profile of a positive
+    /// width lies outside of the letter's outline, one of a negative width inside. Or offsets and
+    /// heights of the profile's steps, from the face on: "0,0 0.02,-0.01 0.04,-0.04".
+    std::optional<std::string> profile;
+    /// Of a text with a profile: which letters are joined before their edges are cut.
+    LetterFusion fusion = LetterFusion::None;
     double depth = 0.3;  ///< from the front face to the back face: 0 to 100
     Alignment alignment = Alignment::Center;
     double characterSpacing = 0;  ///< added between characters: -100 to 100

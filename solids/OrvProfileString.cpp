@@ -1,0 +1,350 @@
+// SPDX-License-Identifier: MIT
+#include "solids/OrvProfileString.h"
+
+#include "extrude/ExtrusionData.h"
+#include "extrude/LetterDrawing.h"
+#include "extrude/OrvFont.h"
+#include "geometry/SurfaceRecorder.h"
+#include "host/RecordVersion.h"
+#include "orvane/Error.h"
+#include "solids/ProfileTextSolids.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace orvane
+{
+
+IMPLEMENT_SERIAL(OrvProfileString, OrvFontString, 1 | VERSIONABLE_SCHEMA)
+
+namespace
+{
+
+constexpr double firstWidth = 0.03;  // ems
+
+double SignOf(double value)
+{
+    return value < 0 ? -1.0 : 1.0;
+}
+
+/// How far a profile reaches out of the outline; 0 for one that does not.
+double ReachOf(const EdgeProfile& profile)
+{
+    double reach = 0;
+    for (const ProfileStep& step : profile.steps)
+    {
+        reach = std::max(reach, step.offset);
+    }
+    return profile.reachesMiddle ? 0 : reach;
+}
+
+/// The profile, made smaller if it is deeper than there is room for.
+EdgeProfile Fitted(EdgeProfile profile, double room)
+{
+    const double depth = profile.steps.empty() ? 0 : -profile.steps.back().height;
+    if (depth <= room)
+    {
+        return profile;
+    }
+    const double factor = room / depth;
+    for (ProfileStep& step : profile.steps)
+    {
+        step.height = std::max(step.height * factor, -room);
+        if (!profile.reachesMiddle)
+        {
+            step.offset *= factor;
+        }
+    }
+    return profile;
+}
+
+}  // namespace
+
+OrvProfileString::OrvProfileString()
+    : profile_(NamedProfile("chamfer", firstWidth)), smoothAngle_(ProfileSolidOptions().smoothAngle)
+{
+    UseReachAsBevel();
+}
+
+OrvProfileString::OrvProfileString(const OrvProfileString& other)
+    : OrvFontString(other),
+      profile_(other.profile_),
+      fusion_(other.fusion_),
+      smoothAngle_(other.smoothAngle_)
+{}
+
+OrvProfileString::~OrvProfileString() = default;
+
+OrvProfileString& OrvProfileString::operator=(const OrvProfileString& other)
+{
+    OrvFontString::operator=(other);
+    profile_ = other.profile_;
+    fusion_ = other.fusion_;
+    smoothAngle_ = other.smoothAngle_;
+    solids_.reset();
+    return *this;
+}
+
+void OrvProfileString::SetProfile(const EdgeProfile& profile)
+{
+    CheckProfile(profile);
+    profile_ = profile;
+    UseReachAsBevel();
+}
+
+// The font lays out and measures letters whose bevels are as wide as the profile reaches.
+void OrvProfileString::UseReachAsBevel()
+{
+    const double reach = ReachOf(profile_);
+    bevelDepth = static_cast<float>(reach);
+    bevelStyle = static_cast<int>(reach > 0 ? EdgeStyle::Bevel : EdgeStyle::Square);
+}
+
+ProfileTextSettings OrvProfileString::CurrentSettings() const
+{
+    const DVector scale = GetScale();
+    const bool scalesProfile = ShouldScaleBevels() != 0;
+    ProfileTextSettings settings;
+    settings.font = font;
+    settings.sides = IsFrontFaceOnly()  ? ProfileSides::Front
+                     : IsBackFaceOnly() ? ProfileSides::Back
+                                        : ProfileSides::Both;
+    settings.fusion = fusion_;
+    settings.smoothAngle = smoothAngle_;
+    settings.depth = std::fabs(scale.z);
+    settings.profile = Fitted(
+        profile_, settings.sides == ProfileSides::Both ? settings.depth / 2 : settings.depth);
+    settings.scaleX = scalesProfile ? 1 : std::fabs(scale.x);
+    settings.scaleY = scalesProfile ? 1 : std::fabs(scale.y);
+    settings.stretchX = scalesProfile ? scale.x : SignOf(scale.x);
+    settings.stretchY = scalesProfile ? scale.y : SignOf(scale.y);
+    settings.stretchZ = SignOf(scale.z);
+    return settings;
+}
+
+ProfileTextSolids& OrvProfileString::CurrentSolids()
+{
+    std::vector<PlacedLetter> letters;
+    const bool isJoined = fusion_ != LetterFusion::None;
+    font->PlaceLetters(this, [&](const PlacedLetter& letter) {
+        if (isJoined)
+        {
+            letters.push_back(letter);
+        }
+    });
+    const ProfileTextSettings settings = CurrentSettings();
+    if (solids_ == nullptr || !solids_->AreOf(settings, letters))
+    {
+        solids_ = std::make_unique<ProfileTextSolids>(settings, std::move(letters));
+    }
+    return *solids_;
+}
+
+template <typename Sink>
+void OrvProfileString::EmitSolid(const ProfileTextSolid& solid, Sink& sink) const
+{
+    const ExtrusionData extrusion = GetExtrusionData();
+    const bool isTextured = extrusion.ShouldTexture() != 0;
+    // A texture coordinate is a place in ems, unless the texture is scaled with the text.
+    Vector2D repeat(extrusion.textureRepeat, extrusion.textureRepeat);
+    if (!extrusion.ShouldScaleTextureWithObject())
+    {
+        repeat = Vector2D(repeat.x / std::fabs(extrusion.scale.x),
+                          repeat.y / std::fabs(extrusion.scale.y));
+    }
+    const bool isMirrored =
+        (extrusion.scale.x < 0) != ((extrusion.scale.y < 0) != (extrusion.scale.z < 0));
+
+    const auto emit = [&](std::size_t first, std::size_t end) {
+        sink.FrontFace(isMirrored ? GL_CW : GL_CCW);
+        sink.Begin(GL_TRIANGLES);
+        for (std::size_t i = first; i < end; ++i)
+        {
+            const ProfileTextSolid::Corner& corner = solid.corners[i];
+            sink.Normal(corner.normal[0], corner.normal[1], corner.normal[2]);
+            if (isTextured)
+            {
+                sink.TexCoord(Vector2D(corner.place[0] * repeat.x, corner.place[1] * repeat.y));
+            }
+            sink.Vertex(corner.place[0], corner.place[1], corner.place[2]);
+        }
+        sink.End();
+        sink.FrontFace(GL_CCW);
+    };
+
+    sink.UseMaterial(faceColor);
+    sink.BeginPart(MeshPart::Face);
+    emit(0, solid.firstOfEdge);
+    sink.EndPart();
+    sink.BeginPart(MeshPart::Edge);
+    sink.UseMaterial(ShouldUseEdgeColor() ? edgeColor : faceColor);
+    emit(solid.firstOfEdge, solid.firstOfBevel);
+    sink.EndPart();
+    sink.BeginPart(MeshPart::Bevel);
+    sink.UseMaterial(ShouldUseBevelColor() ? bevelColor : faceColor);
+    emit(solid.firstOfBevel, solid.corners.size());
+    sink.EndPart();
+}
+
+void OrvProfileString::PlaceSolids(const std::function<void(const PlacedLetter&)>& visit)
+{
+    if (font == nullptr)
+    {
+        return;
+    }
+    const ProfileTextSolids& solids = CurrentSolids();
+    if (fusion_ == LetterFusion::None)
+    {
+        font->PlaceLetters(this, visit);
+        return;
+    }
+    int previous = -1;
+    for (const PlacedLetter& letter : solids.Letters())
+    {
+        const int number = fusion_ == LetterFusion::Line ? letter.line : 0;
+        if (number != previous)
+        {
+            visit({letter.character, letter.line, number, 0, 0});
+        }
+        previous = number;
+    }
+}
+
+void OrvProfileString::RecordSolid(int glyphIndex, SurfaceRecorder& recorder)
+{
+    if (solids_ != nullptr)
+    {
+        EmitSolid(solids_->Of(glyphIndex), recorder);
+    }
+}
+
+int OrvProfileString::DrawSolids(DrawingParameters* parameters, bool named)
+{
+    LetterDrawing drawing(*font, *parameters);
+    bool isCancelled = false;
+    PlaceSolids([&](const PlacedLetter& letter) {
+        isCancelled = isCancelled || ShouldTerminateDrawing(parameters);
+        if (isCancelled)
+        {
+            return;
+        }
+        if (named)
+        {
+            glPushName(static_cast<GLuint>(letter.character));
+        }
+        glPushMatrix();
+        glTranslated(letter.x, letter.y, 0);
+        EmitSolid(solids_->Of(letter.glyphIndex), drawing);
+        glPopMatrix();
+        if (named)
+        {
+            glPopName();
+        }
+    });
+    return isCancelled ? 0 : 1;
+}
+
+int OrvProfileString::DrawObject(DrawingParameters* parameters)
+{
+    if (font == nullptr || !parameters->IsRender())
+    {
+        return OrvFontString::DrawObject(parameters);
+    }
+    if (ShouldTerminateDrawing(parameters) || !DrawSolids(parameters, false))
+    {
+        return 0;
+    }
+    DrawingObject::DrawObject(parameters);
+    return 1;
+}
+
+int OrvProfileString::DrawNamedCharacters(DrawingParameters* parameters)
+{
+    return font == nullptr || !parameters->IsRender()
+               ? OrvFontString::DrawNamedCharacters(parameters)
+               : DrawSolids(parameters, true);
+}
+
+int OrvProfileString::CalculateBounds()
+{
+    UseReachAsBevel();
+    OrvFontString::CalculateBounds();
+    // The bounds hold bevels only if letters move apart by them. The font measures with bevels that
+    // are at most as wide as the letters are deep, or half as wide with profiles on both faces; the
+    // profile may reach further.
+    const double held = ShouldAdjustSpacingForBevels() ? GetAllowableBevelDepth() : 0.0f;
+    const double beyond = ReachOf(CurrentSettings().profile) - held;
+    if (font == nullptr || GetTextString()->IsEmpty() || beyond <= 0)
+    {
+        return 1;
+    }
+    const DVector scale = GetScale();
+    const bool scalesProfile = ShouldScaleBevels() != 0;
+    const DVector margin(beyond * (scalesProfile ? std::fabs(scale.x) : 1),
+                         beyond * (scalesProfile ? std::fabs(scale.y) : 1), 0);
+    const Vector minimum(DVector(bounds.GetLocalMinimum()) - margin);
+    const Vector maximum(DVector(bounds.GetLocalMaximum()) + margin);
+    Sphere sphere;
+    sphere.CalculateSphere(minimum, maximum);
+    bounds.AccumulateLocalBounds(minimum, maximum, sphere);
+    bounds.CalculateBounds(transform);
+    return 1;
+}
+
+int OrvProfileString::SaveToUndo()
+{
+    return SaveCopy(new OrvProfileString(*this));
+}
+
+int OrvProfileString::RestoreFromUndo()
+{
+    return RestoreSavedCopy<OrvProfileString>();
+}
+
+void OrvProfileString::Serialize(CArchive& archive)
+{
+    OrvFontString::Serialize(archive);
+    if (archive.IsLoading())
+    {
+        ReadRecordVersion(archive, RUNTIME_CLASS(OrvProfileString));
+        DeserializeVersion1(archive);
+        return;
+    }
+    WriteRecordVersion(archive, RUNTIME_CLASS(OrvProfileString));
+    archive << CString(ProfileText(profile_).c_str());
+    archive << LONG{static_cast<int>(fusion_)};
+    archive << smoothAngle_;
+}
+
+void OrvProfileString::DeserializeVersion1(CArchive& archive)
+{
+    CString text;
+    LONG fusion = 0;
+    archive >> text;
+    archive >> fusion;
+    archive >> smoothAngle_;
+    try
+    {
+        SetProfile(ParseProfile(text.Text()));
+    }
+    catch (const Error& error)
+    {
+        AfxThrowArchiveException(CArchiveException::generic, error.what());
+    }
+    if (fusion < 0 || fusion >= letterFusionCount)
+    {
+        AfxThrowArchiveException(CArchiveException::generic,
+                                 "the fusion of a text is " + std::to_string(fusion) +
+                                     "; expected 0 to " + std::to_string(letterFusionCount - 1));
+    }
+    fusion_ = static_cast<LetterFusion>(fusion);
+    if (!(smoothAngle_ >= 0 && smoothAngle_ <= 180))
+    {
+        AfxThrowArchiveException(CArchiveException::generic,
+                                 "the smooth angle of a text is not 0 to 180 degrees");
+    }
+    solids_.reset();
+}
+
+}  // namespace orvane

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "extrude/EdgeStyle.h"
+#include "platform/Export.h"
+#include "profiles/EdgeProfile.h"
+#include "scene/OrvFontString.h"
+
+#include <memory>
+
+namespace orvane
+{
+
+class ProfileTextSolids;
+struct ProfileTextSettings;
+struct ProfileTextSolid;
+
+/// A text whose letters are closed solids. Their edges have a profile, which never crosses itself:
+/// strokes that meet are joined, and strokes that are too thin end in a ridge.
+///
+/// The front faces lie in the plane z = 0 like those of other texts. Where a profile reaches out of
+/// the outline, letters and lines move apart by its reach if AdjustSpacingForBevels is set. While
+/// ScaleBevels is set, the profile is scaled with the letters; otherwise it keeps its size whatever
+/// the text's scale is. A profile that is deeper than the letter, or than half of it when both
+/// faces have one, is made smaller. The location of the bevels (SetBevelLocation) says which faces
+/// have the profile; a number without a name counts as both.
+///
+/// While outlines are drawn, and not solids, the text draws those of OrvFontString. In a picking
+/// pass, the solid of joined letters has the name of its first letter.
+///
+/// Its record is that of OrvFontString, then the version, the profile as text, the fusion and the
+/// smooth angle.
+class ORVANE_API OrvProfileString : public OrvFontString
+{
+    DECLARE_SERIAL(OrvProfileString)
+
+public:
+    OrvProfileString();
+    OrvProfileString(const OrvProfileString& other);
+    ~OrvProfileString() override;
+    /// Copies all but the solids, which are made again when they are needed.
+    OrvProfileString& operator=(const OrvProfileString& other);
+
+    /// A new text has the profile "chamfer" with a width of 0.03 outside of the outline.
+    const EdgeProfile& GetProfile() const { return profile_; }
+    /// The bounds change at the next CalculateBounds. Throws Error for a profile that CheckProfile
+    /// refuses.
+    void SetProfile(const EdgeProfile& profile);
+
+    LetterFusion GetFusion() const { return fusion_; }
+    void SetFusion(LetterFusion fusion) { fusion_ = fusion; }
+
+    /// Degrees; see ProfileSolidOptions::smoothAngle.
+    double GetSmoothAngle() const { return smoothAngle_; }
+    void SetSmoothAngle(double degrees) { smoothAngle_ = degrees; }
+
+    int CalculateBounds() override;
+    /// Returns 0 when drawing is cancelled.
+    int DrawObject(DrawingParameters* parameters) override;
+
+    int DrawNamedCharacters(DrawingParameters* parameters) override;
+    void PlaceSolids(const std::function<void(const PlacedLetter&)>& visit) override;
+    void RecordSolid(int glyphIndex, SurfaceRecorder& recorder) override;
+
+    int SaveToUndo() override;
+    int RestoreFromUndo() override;
+
+    void Serialize(CArchive& archive) override;
+    void DeserializeVersion1(CArchive& archive);
+
+private:
+    ProfileTextSettings CurrentSettings() const;
+    /// The solids for the current settings and, where letters are joined, for the current text.
+    /// Builds the glyphs of the text.
+    ProfileTextSolids& CurrentSolids();
+    template <typename Sink>
+    void EmitSolid(const ProfileTextSolid& solid, Sink& sink) const;
+    int DrawSolids(DrawingParameters* parameters, bool named);
+    void UseReachAsBevel();
+
+    EdgeProfile profile_;
+    LetterFusion fusion_ = LetterFusion::None;
+    double smoothAngle_;
+    std::unique_ptr<ProfileTextSolids> solids_;  ///< null until they are needed
+};
+
+}  // namespace orvane

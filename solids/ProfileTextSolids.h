@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "extrude/EdgeStyle.h"
+#include "extrude/OrvFont.h"
+#include "profiles/EdgeProfile.h"
+#include "profiles/PlaneRegion.h"
+#include "profiles/ProfileSolid.h"
+
+#include <cstddef>
+#include <map>
+#include <vector>
+
+namespace orvane
+{
+
+/// All that the solids of a text with profiles are made from, except its characters and their
+/// places.
+struct ProfileTextSettings
+{
+    bool operator==(const ProfileTextSettings&) const = default;
+
+    const OrvFont* font;
+    EdgeProfile profile;
+    ProfileSides sides;
+    LetterFusion fusion;
+    double smoothAngle;
+    double depth;  ///< of the letters; not negative
+    /// Letters are scaled by these factors, which are not negative, before their edges are cut.
+    double scaleX, scaleY;
+    /// The finished solids are scaled by these factors.
+    double stretchX, stretchY, stretchZ;
+};
+
+/// The corners of a solid's triangles, those of the face first, then of the edge and the bevel.
+struct ProfileTextSolid
+{
+    struct Corner
+    {
+        float place[3];
+        float normal[3];
+    };
+
+    ProfileTextSolid() = default;
+    ProfileTextSolid(const ProfileSolid& solid, const ProfileTextSettings& settings);
+
+    std::vector<Corner> corners;
+    std::size_t firstOfEdge = 0;
+    std::size_t firstOfBevel = 0;
+};
+
+/// The solids that a text with profiles consists of. Each is made when it is first needed.
+class ProfileTextSolids
+{
+public:
+    /// \param letters those that are joined, line by line; empty when each letter is a solid
+    ProfileTextSolids(const ProfileTextSettings& settings, std::vector<PlacedLetter> letters)
+        : settings_(settings), letters_(std::move(letters))
+    {}
+
+    /// Whether the solids are those of these settings and joined letters.
+    bool AreOf(const ProfileTextSettings& settings, const std::vector<PlacedLetter>& letters) const;
+
+    const std::vector<PlacedLetter>& Letters() const { return letters_; }
+
+    /// \param number the index of a glyph that is built, or the number of a line of joined letters,
+    /// which is 0 when all lines are joined
+    const ProfileTextSolid& Of(int number);
+
+private:
+    PlaneRegion RegionOf(int number) const;
+    PlaneRegion RegionOfGlyph(int glyphIndex) const;
+
+    ProfileTextSettings settings_;
+    std::vector<PlacedLetter> letters_;
+    std::map<int, ProfileTextSolid> solids_;  ///< by number
+};
+
+}  // namespace orvane
