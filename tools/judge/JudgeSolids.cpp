@@ -2,8 +2,8 @@
 // judge-solids [--letters] [--every N] [--slices N] [--no-meshes] [FILTER]
 //
 // Makes the solid of every glyph of every installed face with every named profile, at five widths
-// outward and inward, and writes the meshes to standard output for profiles.mjs. Judges them itself,
-// too: edges, volume, and the volume found by slicing.
+// outward and inward, and writes the meshes to standard output for profiles.mjs. Judges them
+// itself, too: edges, volume, and the volume found by slicing.
 //
 //   --letters    only the characters of the western code page
 //   --every N    only every Nth glyph

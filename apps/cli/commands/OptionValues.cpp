@@ -262,6 +262,11 @@ bool lexical_cast(const std::string& text, BevelSides& sides)
     return TakeNamed(text, sides);
 }
 
+bool lexical_cast(const std::string& text, LetterFusion& fusion)
+{
+    return TakeNamed(text, fusion);
+}
+
 bool lexical_cast(const std::string& text, Alignment& alignment)
 {
     return TakeNamed(text, alignment);

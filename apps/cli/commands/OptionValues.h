@@ -80,6 +80,7 @@ bool lexical_cast(const std::string& text, Size& size);
 bool lexical_cast(const std::string& text, Vector3& angles);
 bool lexical_cast(const std::string& text, EdgeStyle& style);
 bool lexical_cast(const std::string& text, BevelSides& sides);
+bool lexical_cast(const std::string& text, LetterFusion& fusion);
 bool lexical_cast(const std::string& text, Alignment& alignment);
 bool lexical_cast(const std::string& text, TextureQuality& quality);
 bool lexical_cast(const std::string& text, BackgroundPlacement& placement);

@@ -16,6 +16,7 @@
 #include "orvane/orvane.h"
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
+#include "profiles/EdgeProfile.h"
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
@@ -27,6 +28,23 @@ namespace orvane
 
 namespace
 {
+
+/// The value of --style for texts with a profile, beside the names of EdgeStyle.
+constexpr const char* profileStyle = "profile";
+
+/// What is wrong with a value of --profile, and with which step; empty when it can be read.
+std::string ProblemOfProfile(const std::string& text)
+{
+    try
+    {
+        ParseProfile(text);
+        return {};
+    }
+    catch (const Error& error)
+    {
+        return error.what();
+    }
+}
 
 /// Sets the document's camera to the saved view of a name (in UTF-8).
 void TakeSavedView(const SceneDocument& document, const std::string& name)
@@ -103,15 +121,32 @@ std::vector<CLI::Option*> SceneSource::AddLook()
 {
     OptionAdder add(command_);
     TextOptions& text = text_;
-    return {
+    std::vector<std::string> styles = NamesOf<EdgeStyle>();
+    styles.emplace_back(profileStyle);
+    style_ = NameOf(text.edgeStyle);
+    std::vector<CLI::Option*> look = {
         add("--font", text.font, "NAME",
             "A full name as \"orvane fonts\" lists it [DejaVu Sans\nBold, or the first of some "
             "others]"),
-        add.Choice("--style", text.edgeStyle, "How the edges of the letters are cut"),
+        add("--style", style_, Alternatives(styles) + " [" + style_ + "]",
+            "How the edges of the letters are cut; profile makes\nclosed solids")
+            ->check(CLI::IsMember(styles)),
         add.Length("--bevel", text.bevelWidth, 0, 100,
                    "Width of bevels and roundings in ems; at most the\n"
                    "depth, or half of it with bevels on both faces"),
         add.Choice("--bevel-on", text.bevelSides, "Which faces have bevels"),
+    };
+    ofProfile_ = {
+        add("--profile", profile_, "NAME|LIST [chamfer]",
+            "Cross section of the edges of --style profile: chamfer,\nround, cove, step, ogee, "
+            "chisel, with a width if it is\nnot that of --bevel (\"round -0.02\" is inside), or "
+            "steps\n(\"0,0 0.02,-0.01 0.04,-0.04\")")
+            ->check(CLI::Validator(ProblemOfProfile, "")),
+        add.Choice("--profile-on", text.bevelSides, "Which faces have the profile"),
+        add.Choice("--fuse", text.fusion, "Which letters of --style profile become one solid"),
+    };
+    look.insert(look.end(), ofProfile_.begin(), ofProfile_.end());
+    const std::vector<CLI::Option*> others = {
         add.Length("--depth", text.depth, 0, 100, "Depth of the letters in ems"),
         add.Choice("--align", text.alignment, "How the lines are aligned"),
         add.Length("--char-spacing", text.characterSpacing, -100, 100,
@@ -126,6 +161,20 @@ std::vector<CLI::Option*> SceneSource::AddLook()
         add.Colour("--bevel-color", text.bevelColor, "COLOR",
                    "Colour of the bevels [lighter than the face]"),
     };
+    look.insert(look.end(), others.begin(), others.end());
+    return look;
+}
+
+TextOptions SceneSource::Look() const
+{
+    TextOptions text = text_;
+    if (style_ == profileStyle)
+    {
+        text.profile = profile_.empty() ? "chamfer" : profile_;
+        return text;
+    }
+    lexical_cast(style_, text.edgeStyle);
+    return text;
 }
 
 void SceneSource::AddSurroundings()
@@ -157,6 +206,13 @@ SceneSource::Request SceneSource::Check() const
                           : use_ == SceneUse::Picture
                               ? "nothing to draw; a text, --import or --scene is required"
                               : "nothing to write; a text, --import or --scene is required"));
+    }
+    for (const CLI::Option* const option : ofProfile_)
+    {
+        if (option->count() > 0 && style_ != profileStyle)
+        {
+            throw UsageError(option->get_name() + ": --style profile is required");
+        }
     }
     request.camera = surroundings_->Camera();
     request.background = surroundings_->Background();
@@ -206,7 +262,7 @@ std::unique_ptr<DrawingObject> SceneSource::BuildText() const
     LoadFonts(FontProgress());  // after SetProcessCodePage, because fonts keep the code page
     OrvFont* const font = ChooseFont(text_.font);
     CheckCharacters(*font, encoded.text);
-    return MakeTextNode(encoded.text, font, text_);
+    return MakeTextNode(encoded.text, font, Look());
 }
 
 /// A document with the text and, after it, the imported meshes.

@@ -55,6 +55,7 @@ private:
     SceneDocument Load(const Request& request, std::optional<Size>& size, bool asOutlines) const;
     std::vector<std::string> GatherLines() const;
     std::vector<CLI::Option*> AddLook();
+    TextOptions Look() const;
 
     CLI::App& command_;
     SceneUse use_;
@@ -63,7 +64,11 @@ private:
     std::string sceneFile_;
     OpenOptions open_;
     std::string view_;
+    /// The look of the text, without what depends on two options: Look has all.
     TextOptions text_;
+    std::string style_;    ///< a name of an EdgeStyle, or profileStyle
+    std::string profile_;  ///< as TextOptions::profile takes it
+    std::vector<CLI::Option*> ofProfile_;
     std::unique_ptr<ImportOptions> imports_;
     std::unique_ptr<SceneOptions> surroundings_;
     std::vector<CLI::Option*> ofText_;

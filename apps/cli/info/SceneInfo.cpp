@@ -8,6 +8,7 @@
 #include "apps/cli/info/NodeTitle.h"
 #include "apps/cli/info/TextTable.h"
 #include "document/Colors.h"
+#include "document/EnumNames.h"
 #include "document/SceneDocument.h"
 #include "document/SceneNames.h"
 #include "document/TextEncoding.h"
@@ -20,6 +21,7 @@
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+#include "solids/OrvProfileString.h"
 
 #include <cmath>
 #include <cstdio>
@@ -48,6 +50,15 @@ std::string TextureText(const TextureMap& texture)
 
 std::string EdgesText(const OrvString& text)
 {
+    if (const auto* const profiled = dynamic_cast<const OrvProfileString*>(&text))
+    {
+        std::string edges = "profile \"" + ProfileText(profiled->GetProfile()) + "\" on " +
+                            LocationName(text.GetBevelLocation());
+        edges += text.ShouldScaleBevels() ? ", scales" : "";
+        return edges + (profiled->GetFusion() == LetterFusion::None
+                            ? ""
+                            : ", fuses each " + NameOf(profiled->GetFusion()));
+    }
     std::string edges = StyleName(text.GetBevelStyle());
     if (!text.ShouldSquareEdges())
     {

@@ -2,6 +2,7 @@
 #include "apps/cli/info/InfoText.h"
 #include "apps/cli/info/JsonWriter.h"
 #include "apps/cli/info/SceneInfo.h"
+#include "document/EnumNames.h"
 #include "document/SceneDocument.h"
 #include "document/SceneNames.h"
 #include "document/TextEncoding.h"
@@ -14,6 +15,7 @@
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+#include "solids/OrvProfileString.h"
 
 #include <cmath>
 
@@ -105,8 +107,17 @@ void WriteText(JsonWriter& json, const OrvString& text)
     {
         json.Null();
     }
-    json.Member("style", StyleName(text.GetBevelStyle()));
-    json.Member("bevel", text.GetBevelDepth());
+    if (const auto* const profiled = dynamic_cast<const OrvProfileString*>(&text))
+    {
+        json.Member("style", "profile");
+        json.Member("profile", ProfileText(profiled->GetProfile()));
+        json.Member("fusion", NameOf(profiled->GetFusion()));
+    }
+    else
+    {
+        json.Member("style", StyleName(text.GetBevelStyle()));
+        json.Member("bevel", text.GetBevelDepth());
+    }
     json.Member("bevelOn", LocationName(text.GetBevelLocation()));
     json.Member("bevelScales", text.ShouldScaleBevels() != 0);
     json.Member("align", SideName(text.GetJustification()));
