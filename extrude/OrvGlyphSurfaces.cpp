@@ -6,7 +6,6 @@
 // OrvGlyph: faces, side walls, edges cut off at 45 degrees, and rounded edges.
 
 using orvane::OpenGLSink;
-using orvane::SurfaceRecorder;
 
 namespace
 {
@@ -118,7 +117,8 @@ void OrvGlyph::EmitSurface(GlyphSurface surface, const ExtrusionData& data, Sink
 }
 
 template void OrvGlyph::EmitSurface(GlyphSurface, const ExtrusionData&, OpenGLSink&) const;
-template void OrvGlyph::EmitSurface(GlyphSurface, const ExtrusionData&, SurfaceRecorder&) const;
+template void OrvGlyph::EmitSurface(GlyphSurface, const ExtrusionData&,
+                                    orvane::SurfaceRecorder&) const;
 
 int OrvGlyph::RenderSurface(GlyphSurface surface, const ExtrusionData& data) const
 {

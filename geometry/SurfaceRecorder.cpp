@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "geometry/SurfaceRecorder.h"
 
-#include <cstring>
+#include <array>
+#include <bit>
 #include <utility>
 
 namespace orvane
@@ -25,13 +26,18 @@ void Append(std::vector<std::uint32_t>& indices, std::uint32_t a, std::uint32_t 
     indices.push_back(c);
 }
 
+using VertexBits = std::array<std::uint64_t, sizeof(MeshVertex) / sizeof(std::uint64_t)>;
+
+/// Whether two vertices are equal. A number that is no number is equal to itself.
+bool HaveSameBits(const MeshVertex& a, const MeshVertex& b)
+{
+    return std::bit_cast<VertexBits>(a) == std::bit_cast<VertexBits>(b);
+}
+
 std::size_t HashOf(const MeshVertex& vertex)
 {
-    std::uint64_t words[sizeof vertex / sizeof(std::uint64_t)];
-    static_assert(sizeof words == sizeof vertex);
-    std::memcpy(words, &vertex, sizeof vertex);
     std::uint64_t hash = 0;
-    for (const std::uint64_t word : words)
+    for (const std::uint64_t word : std::bit_cast<VertexBits>(vertex))
     {
         // The multiplier of the golden ratio spreads neighbouring numbers (Knuth, The Art of
         // Computer Programming, volume 3, section 6.4).
@@ -125,7 +131,7 @@ void SurfaceRecorder::Vertex(float x, float y, float z)
 bool SurfaceRecorder::IsCornerOfQuadBefore(std::size_t corner) const
 {
     return primitive_ == GL_QUADS && corner >= 4 && corner % 4 < 2 &&
-           std::memcmp(&vertices_[corners_[3 - corner % 4]], &next_, sizeof next_) == 0;
+           HaveSameBits(vertices_[corners_[3 - corner % 4]], next_);
 }
 
 std::uint32_t SurfaceRecorder::IndexOf(const MeshVertex& vertex)
@@ -144,7 +150,7 @@ std::uint32_t SurfaceRecorder::IndexOf(const MeshVertex& vertex)
             }
             return index;
         }
-        if (std::memcmp(&vertices_[slots_[slot] - 1], &vertex, sizeof vertex) == 0)
+        if (HaveSameBits(vertices_[slots_[slot] - 1], vertex))
         {
             return slots_[slot] - 1;
         }

@@ -82,7 +82,7 @@ double ExtentOf(std::span<const PlacedRegion> regions)
 double UnitsPerEmFor(double extent)
 {
     double units = 1 << 18;
-    while (extent * units > maxGridCoordinate / 2)
+    while (extent * units > maxGridCoordinate / 2.0)
     {
         units /= 2;
     }

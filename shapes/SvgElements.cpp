@@ -108,7 +108,8 @@ Path PolylinePath(const SvgDocument& document, pugi::xml_node element, const Svg
             }
             return points;
         });
-    limit.Add(static_cast<double>(numbers.size() / 2));
+    const std::size_t points = numbers.size() / 2;
+    limit.Add(static_cast<double>(points));
     Path path;
     for (std::size_t i = 0; i + 1 < numbers.size(); i += 2)
     {

@@ -2,7 +2,8 @@
 #include "solids/MeshDrawing.h"
 
 #include <array>
-#include <cstring>
+#include <bit>
+#include <cstdint>
 
 namespace orvane
 {
@@ -29,9 +30,8 @@ std::array<float, 17> NumbersOf(const NamedColor& material)
 bool MeshDrawing::AreSame(const NamedColor& a, const NamedColor& b)
 {
     // Bit by bit: a number that is no number is equal to itself.
-    const auto numbersA = NumbersOf(a);
-    const auto numbersB = NumbersOf(b);
-    return std::memcmp(numbersA.data(), numbersB.data(), sizeof numbersA) == 0;
+    using Bits = std::array<std::uint32_t, std::tuple_size_v<decltype(NumbersOf(a))>>;
+    return std::bit_cast<Bits>(NumbersOf(a)) == std::bit_cast<Bits>(NumbersOf(b));
 }
 
 void MeshDrawing::SetCurrentAttributes(const MeshVertex& vertex, bool isTextured)
