@@ -17,8 +17,8 @@ namespace orvane
 
 /// A sink (extrude/SurfaceSink.h) that keeps the triangles of one letter. Corners share a vertex
 /// when their positions, normals and texture coordinates are equal. The corners of a triangle run
-/// counter-clockwise seen from outside the letter. A quad becomes two triangles: corners 0, 1, 3 and
-/// corners 1, 2, 3.
+/// counter-clockwise seen from outside the letter. A quad becomes two triangles: corners 0, 1, 3
+/// and corners 1, 2, 3.
 class ORVANE_API SurfaceRecorder
 {
 public:
