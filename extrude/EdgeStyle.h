@@ -32,9 +32,9 @@ constexpr int bevelSidesCount = 3;
 /// Which letters of a text with a profile become one solid before their edges are cut.
 enum class LetterFusion : int
 {
-    None = 0,  ///< each letter is a solid
-    Line = 1,  ///< each line is a solid
-    Text = 2   ///< all lines are one solid
+    Separate = 0,  ///< each letter is a solid
+    Line = 1,      ///< each line is a solid
+    Text = 2       ///< all lines are one solid
 };
 /// The number of named values of LetterFusion.
 constexpr int letterFusionCount = 3;

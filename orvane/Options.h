@@ -95,7 +95,7 @@ struct TextOptions
     /// heights of the profile's steps, from the face on: "0,0 0.02,-0.01 0.04,-0.04".
     std::optional<std::string> profile;
     /// Of a text with a profile: which letters are joined before their edges are cut.
-    LetterFusion fusion = LetterFusion::None;
+    LetterFusion fusion = LetterFusion::Separate;
     double depth = 0.3;  ///< from the front face to the back face: 0 to 100
     Alignment alignment = Alignment::Center;
     double characterSpacing = 0;  ///< added between characters: -100 to 100

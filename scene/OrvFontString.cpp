@@ -80,21 +80,6 @@ orvane::FontRecord RecordOf(const OrvFont* font)
     return font != nullptr ? orvane::FontRecord{font->GetFullName(), *font->GetEnumLogFont()}
                            : orvane::FontRecord();
 }
-
-/// Draws the letters of a text, with the drawer of the parameters when it draws them.
-int DrawLetters(OrvFontString& text, OrvFont& font, DrawingParameters& parameters)
-{
-    orvane::SolidDrawer* const drawer = parameters.GetSolidDrawer();
-    if (drawer != nullptr && parameters.IsRender() && !parameters.IsSelecting())
-    {
-        const orvane::SolidDrawing drawing = drawer->DrawLetters(text, parameters);
-        if (drawing != orvane::SolidDrawing::NotDrawn)
-        {
-            return drawing == orvane::SolidDrawing::Drawn ? 1 : 0;
-        }
-    }
-    return font.TextOutA(&text, &parameters);
-}
 }  // namespace
 
 OrvFontString::OrvFontString() = default;
@@ -147,13 +132,26 @@ int OrvFontString::DrawObject(DrawingParameters* parameters)
     {
         return 1;
     }
-    if ((parameters->IsRender() || parameters->IsOutline()) &&
-        !DrawLetters(*this, *font, *parameters))
+    if ((parameters->IsRender() || parameters->IsOutline()) && !DrawLetters(parameters))
     {
         return 0;
     }
     DrawingObject::DrawObject(parameters);
     return 1;
+}
+
+int OrvFontString::DrawLetters(DrawingParameters* parameters)
+{
+    orvane::SolidDrawer* const drawer = parameters->GetSolidDrawer();
+    if (drawer != nullptr && parameters->IsRender() && !parameters->IsSelecting())
+    {
+        const orvane::SolidDrawing drawing = drawer->DrawLetters(*this, *parameters);
+        if (drawing != orvane::SolidDrawing::NotDrawn)
+        {
+            return drawing == orvane::SolidDrawing::Drawn ? 1 : 0;
+        }
+    }
+    return font->TextOutA(this, parameters);
 }
 
 int OrvFontString::Resize(const DVector& point, int handle)

@@ -73,5 +73,9 @@ public:
     virtual int DrawNamedCharacters(DrawingParameters* parameters);
 
 protected:
+    /// Draws the text's solids or outlines, solids with the drawer of the parameters if it draws
+    /// them. The text has a font. Returns 0 when drawing is cancelled.
+    virtual int DrawLetters(DrawingParameters* parameters);
+
     OrvFont* font = nullptr;
 };

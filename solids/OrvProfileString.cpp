@@ -126,7 +126,7 @@ ProfileTextSettings OrvProfileString::CurrentSettings() const
 ProfileTextSolids& OrvProfileString::CurrentSolids()
 {
     std::vector<PlacedLetter> letters;
-    const bool isJoined = fusion_ != LetterFusion::None;
+    const bool isJoined = fusion_ != LetterFusion::Separate;
     font->PlaceLetters(this, [&](const PlacedLetter& letter) {
         if (isJoined)
         {
@@ -194,7 +194,7 @@ void OrvProfileString::PlaceSolids(const std::function<void(const PlacedLetter&)
         return;
     }
     const ProfileTextSolids& solids = CurrentSolids();
-    if (fusion_ == LetterFusion::None)
+    if (fusion_ == LetterFusion::Separate)
     {
         font->PlaceLetters(this, visit);
         return;
@@ -245,18 +245,10 @@ int OrvProfileString::DrawSolids(DrawingParameters* parameters, bool named)
     return isCancelled ? 0 : 1;
 }
 
-int OrvProfileString::DrawObject(DrawingParameters* parameters)
+int OrvProfileString::DrawLetters(DrawingParameters* parameters)
 {
-    if (font == nullptr || !parameters->IsRender())
-    {
-        return OrvFontString::DrawObject(parameters);
-    }
-    if (ShouldTerminateDrawing(parameters) || !DrawSolids(parameters, false))
-    {
-        return 0;
-    }
-    DrawingObject::DrawObject(parameters);
-    return 1;
+    return parameters->IsRender() ? DrawSolids(parameters, false)
+                                  : OrvFontString::DrawLetters(parameters);
 }
 
 int OrvProfileString::DrawNamedCharacters(DrawingParameters* parameters)

@@ -55,8 +55,6 @@ public:
     void SetSmoothAngle(double degrees) { smoothAngle_ = degrees; }
 
     int CalculateBounds() override;
-    /// Returns 0 when drawing is cancelled.
-    int DrawObject(DrawingParameters* parameters) override;
 
     int DrawNamedCharacters(DrawingParameters* parameters) override;
     void PlaceSolids(const std::function<void(const PlacedLetter&)>& visit) override;
@@ -67,6 +65,9 @@ public:
 
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
+
+protected:
+    int DrawLetters(DrawingParameters* parameters) override;
 
 private:
     ProfileTextSettings CurrentSettings() const;
@@ -79,7 +80,7 @@ private:
     void UseReachAsBevel();
 
     EdgeProfile profile_;
-    LetterFusion fusion_ = LetterFusion::None;
+    LetterFusion fusion_ = LetterFusion::Separate;
     double smoothAngle_;
     std::unique_ptr<ProfileTextSolids> solids_;  ///< null until they are needed
 };

@@ -78,7 +78,7 @@ PlaneRegion ProfileTextSolids::RegionOfGlyph(int glyphIndex) const
 
 PlaneRegion ProfileTextSolids::RegionOf(int number) const
 {
-    if (settings_.fusion == LetterFusion::None)
+    if (settings_.fusion == LetterFusion::Separate)
     {
         return RegionOfGlyph(number);
     }

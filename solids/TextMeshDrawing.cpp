@@ -9,6 +9,9 @@
 #include "scene/OrvFontString.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -95,11 +98,12 @@ TextMeshDrawing::ShapeInputs::ShapeInputs(const OrvFontString& text, const Extru
 bool TextMeshDrawing::ShapeInputs::operator==(const ShapeInputs& other) const
 {
     // Floats are compared bit by bit, so that a number that is no number is equal to itself.
+    using NumberBits = std::array<std::uint32_t, std::tuple_size_v<decltype(extrusionNumbers)>>;
     return font == other.font && extrusionFlags == other.extrusionFlags && style == other.style &&
            location == other.location &&
            std::memcmp(&fontRecord, &other.fontRecord, sizeof fontRecord) == 0 &&
-           std::memcmp(extrusionNumbers.data(), other.extrusionNumbers.data(),
-                       sizeof extrusionNumbers) == 0;
+           std::bit_cast<NumberBits>(extrusionNumbers) ==
+               std::bit_cast<NumberBits>(other.extrusionNumbers);
 }
 
 TextMeshDrawing::LayoutInputs::LayoutInputs(const OrvFontString& string)

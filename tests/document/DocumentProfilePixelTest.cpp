@@ -41,7 +41,7 @@ Document Framed(LetterFusion fusion)
 
 TEST(DocumentProfile, EachLetterIsPicked)
 {
-    const Document document = Framed(LetterFusion::None);
+    const Document document = Framed(LetterFusion::Separate);
     // The text is centred: I lies left of the middle, the left stem of H right of it.
     for (int x = 0; x < size.width; ++x)
     {
@@ -74,8 +74,9 @@ TEST(DocumentProfile, AJoinedLineIsPickedAsItsFirstLetter)
 TEST(DocumentProfile, APoorProfileIsAnErrorAndAddsNothing)
 {
     Document document;
-    EXPECT_THROW(document.AddText("x", Profiled("0,0 0.1", LetterFusion::None)), orvane::Error);
-    EXPECT_THROW(document.AddText("x", Profiled("bevelled", LetterFusion::None)), orvane::Error);
+    EXPECT_THROW(document.AddText("x", Profiled("0,0 0.1", LetterFusion::Separate)), orvane::Error);
+    EXPECT_THROW(document.AddText("x", Profiled("bevelled", LetterFusion::Separate)),
+                 orvane::Error);
     EXPECT_TRUE(document.Nodes().empty());
 }
 

@@ -187,7 +187,7 @@ TEST_F(OrvProfileStringTest, UndoBringsBackProfileAndFusion)
     text.SetFusion(LetterFusion::Line);
     ASSERT_EQ(text.RestoreFromUndo(), 1);
     EXPECT_EQ(text.GetProfile(), before);
-    EXPECT_EQ(text.GetFusion(), LetterFusion::None);
+    EXPECT_EQ(text.GetFusion(), LetterFusion::Separate);
 }
 
 // Records.

@@ -55,7 +55,7 @@ std::string EdgesText(const OrvString& text)
         std::string edges = "profile \"" + ProfileText(profiled->GetProfile()) + "\" on " +
                             LocationName(text.GetBevelLocation());
         edges += text.ShouldScaleBevels() ? ", scales" : "";
-        return edges + (profiled->GetFusion() == LetterFusion::None
+        return edges + (profiled->GetFusion() == LetterFusion::Separate
                             ? ""
                             : ", fuses each " + NameOf(profiled->GetFusion()));
     }
