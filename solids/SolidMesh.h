@@ -26,7 +26,8 @@ struct MeshGroup
     int node = 0;                ///< in SolidMesh::nodes
     MeshPart part = MeshPart::Face;
     int material = 0;  ///< in SolidMesh::materials
-    /// The letter's index in the bytes of its text; -1 for a group that is not one letter's.
+    /// The letter's index in the bytes of its text, that of the first letter for joined letters; -1
+    /// for a group that is not one solid's.
     int letter = -1;
     int line = -1;  ///< of the letter; -1 as for letter
 };
@@ -59,7 +60,8 @@ struct MeshBounds
 /// to the right and y up, and the front faces of letters look to +z. The corners of a triangle run
 /// counter-clockwise seen from outside the solid.
 ///
-/// Corners share a vertex when their positions, normals and texture coordinates are the same bits.
+/// Within a letter and within an imported mesh, corners share a vertex when their positions,
+/// normals and texture coordinates are equal.
 struct SolidMesh
 {
     std::vector<MeshVertex> vertices;
