@@ -9,6 +9,7 @@
 #include "scene/OrvFontString.h"
 #include "solids/MeshMaterials.h"
 #include "solids/MeshTransform.h"
+#include "solids/NodeTransform.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,12 +33,8 @@ std::string NameOf(const CString& name)
 /// The direction of a triangle's normal, of any length; +z for a triangle without area.
 MeshPoint NormalOf(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c)
 {
-    const MeshPoint u = {b[0] - a[0], b[1] - a[1], b[2] - a[2]};
-    const MeshPoint v = {c[0] - a[0], c[1] - a[1], c[2] - a[2]};
-    const MeshPoint cross = {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2],
-                             u[0] * v[1] - u[1] * v[0]};
-    const bool hasArea = cross[0] != 0 || cross[1] != 0 || cross[2] != 0;
-    return hasArea ? cross : MeshPoint{0, 0, 1};
+    const MeshPoint cross = Cross(Minus(b, a), Minus(c, a));
+    return cross != MeshPoint{0, 0, 0} ? cross : MeshPoint{0, 0, 1};
 }
 
 /// Gives a normal the length 1. Normals of letters are shorter or longer by up to 0.0001, because
@@ -45,7 +42,7 @@ MeshPoint NormalOf(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c)
 /// 0, infinite or no number.
 bool SetNormal(const MeshPoint& vector, float (&normal)[3])
 {
-    const double square = vector[0] * vector[0] + vector[1] * vector[1] + vector[2] * vector[2];
+    const double square = Dot(vector, vector);
     constexpr double rounding = 1e-3;  // of the square of the length
     const double length = std::fabs(square - 1) < rounding ? 1 : std::sqrt(square);
     for (std::size_t axis = 0; axis < 3; ++axis)

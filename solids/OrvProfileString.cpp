@@ -229,13 +229,15 @@ int OrvProfileString::DrawSolids(DrawingParameters* parameters, bool named)
         {
             return;
         }
+        // Before anything is pushed, because there may be too little memory.
+        const ProfileTextSolid& solid = solids_->Of(letter.glyphIndex);
         if (named)
         {
             glPushName(static_cast<GLuint>(letter.character));
         }
         glPushMatrix();
         glTranslated(letter.x, letter.y, 0);
-        EmitSolid(solids_->Of(letter.glyphIndex), drawing);
+        EmitSolid(solid, drawing);
         glPopMatrix();
         if (named)
         {
@@ -266,15 +268,14 @@ int OrvProfileString::CalculateBounds()
     // are at most as wide as the letters are deep, or half as wide with profiles on both faces; the
     // profile may reach further.
     const double held = ShouldAdjustSpacingForBevels() ? GetAllowableBevelDepth() : 0.0f;
-    const double beyond = ReachOf(CurrentSettings().profile) - held;
+    const ProfileTextSettings settings = CurrentSettings();
+    const double beyond = ReachOf(settings.profile) - held;
     if (font == nullptr || GetTextString()->IsEmpty() || beyond <= 0)
     {
         return 1;
     }
-    const DVector scale = GetScale();
-    const bool scalesProfile = ShouldScaleBevels() != 0;
-    const DVector margin(beyond * (scalesProfile ? std::fabs(scale.x) : 1),
-                         beyond * (scalesProfile ? std::fabs(scale.y) : 1), 0);
+    const DVector margin(beyond * std::fabs(settings.stretchX),
+                         beyond * std::fabs(settings.stretchY), 0);
     const Vector minimum(DVector(bounds.GetLocalMinimum()) - margin);
     const Vector maximum(DVector(bounds.GetLocalMaximum()) + margin);
     Sphere sphere;

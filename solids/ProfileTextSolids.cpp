@@ -108,11 +108,17 @@ PlaneRegion ProfileTextSolids::RegionOf(int number) const
 
 const ProfileTextSolid& ProfileTextSolids::Of(int number)
 {
-    const auto found = solids_.try_emplace(number);
-    ProfileTextSolid& solid = found.first->second;
-    if (!found.second || settings_.depth == 0 || settings_.stretchX == 0 || settings_.stretchY == 0)
+    const auto known = solids_.find(number);
+    // When there is too little memory for a new solid, none is kept, and the next call tries again.
+    return known != solids_.end() ? known->second
+                                  : solids_.emplace(number, Build(number)).first->second;
+}
+
+ProfileTextSolid ProfileTextSolids::Build(int number) const
+{
+    if (settings_.depth == 0 || settings_.stretchX == 0 || settings_.stretchY == 0)
     {
-        return solid;
+        return {};
     }
     ProfileSolidOptions options;
     options.depth = settings_.depth;
@@ -124,14 +130,13 @@ const ProfileTextSolid& ProfileTextSolids::Of(int number)
     {
         try
         {
-            solid =
-                ProfileTextSolid(BuildProfileSolid(RegionOf(number), profile, options), settings_);
-            break;
+            return ProfileTextSolid(BuildProfileSolid(RegionOf(number), profile, options),
+                                    settings_);
         }
         catch (const Error&)
         {}
     }
-    return solid;
+    return {};
 }
 
 }  // namespace orvane

@@ -68,6 +68,7 @@ public:
     const ProfileTextSolid& Of(int number);
 
 private:
+    ProfileTextSolid Build(int number) const;
     PlaneRegion RegionOf(int number) const;
     PlaneRegion RegionOfGlyph(int glyphIndex) const;
 

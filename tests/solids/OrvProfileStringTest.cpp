@@ -2,15 +2,18 @@
 #include "solids/OrvProfileString.h"
 
 #include "extrude/OrvGlyph.h"
+#include "geometry/SurfaceRecorder.h"
 #include "orvane/Error.h"
 #include "solids/MeshBuilder.h"
 #include "solids/MeshMeasures.h"
+#include "tests/support/Allocations.h"
 #include "tests/support/RecordBytes.h"
 #include "tests/support/StubFont.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <new>
 
 namespace
 {
@@ -164,6 +167,36 @@ TEST_F(OrvProfileStringTest, ASizeThatIsNoNumberGivesNoSolid)
     EXPECT_EQ(orvane::BuildMesh(text).TriangleCount(), 0u);
     text.SetScale(DVector(1, 1, 0));
     EXPECT_EQ(orvane::BuildMesh(text).TriangleCount(), 0u);
+}
+
+TEST_F(OrvProfileStringTest, ASolidForWhichThereIsTooLittleMemoryIsMadeLater)
+{
+    static int granted;
+    text.SetProfile(ParseProfile("0,0 0.125,-0.125"));
+    text.CalculateBounds();
+    const std::size_t whole = orvane::BuildMesh(text).indices.size();
+    int refusals = 0;
+    for (int requests = 0; requests < 60; ++requests)
+    {
+        OrvProfileString copy = text;
+        copy.PlaceSolids([](const orvane::PlacedLetter&) {});
+        orvane::SurfaceRecorder recorder;
+        granted = requests;
+        SetMemoryJudge([](const void*) { return granted-- <= 0; });
+        try
+        {
+            copy.RecordSolid(StubFont::IndexOf('A'), recorder);
+        }
+        catch (const std::bad_alloc&)
+        {
+            ++refusals;
+        }
+        SetMemoryJudge(nullptr);
+        recorder.Clear();
+        copy.RecordSolid(StubFont::IndexOf('A'), recorder);
+        EXPECT_EQ(recorder.Indices().size(), whole) << requests;
+    }
+    EXPECT_GT(refusals, 10);
 }
 
 TEST_F(OrvProfileStringTest, WithoutAFontThereIsNoSolid)
