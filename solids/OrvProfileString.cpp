@@ -126,13 +126,10 @@ ProfileTextSettings OrvProfileString::CurrentSettings() const
 ProfileTextSolids& OrvProfileString::CurrentSolids()
 {
     std::vector<PlacedLetter> letters;
-    const bool isJoined = fusion_ != LetterFusion::Separate;
-    font->PlaceLetters(this, [&](const PlacedLetter& letter) {
-        if (isJoined)
-        {
-            letters.push_back(letter);
-        }
-    });
+    if (fusion_ != LetterFusion::Separate)
+    {
+        font->PlaceLetters(this, [&](const PlacedLetter& letter) { letters.push_back(letter); });
+    }
     const ProfileTextSettings settings = CurrentSettings();
     if (solids_ == nullptr || !solids_->AreOf(settings, letters))
     {

@@ -72,7 +72,6 @@ protected:
 private:
     ProfileTextSettings CurrentSettings() const;
     /// The solids for the current settings and, where letters are joined, for the current text.
-    /// Builds the glyphs of the text.
     ProfileTextSolids& CurrentSolids();
     template <typename Sink>
     void EmitSolid(const ProfileTextSolid& solid, Sink& sink) const;
