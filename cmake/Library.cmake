@@ -30,7 +30,7 @@ orvane_add_usage(orvane_usage INTERFACE)
 add_library(orvane_objects OBJECT)
 foreach(folder IN ITEMS
     platform host geometry outline extrude material imaging scene import3ds contours shapes solids profiles exchange
-    document)
+    markup document)
   add_subdirectory(${folder})
 endforeach()
 set_target_properties(orvane_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)

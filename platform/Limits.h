@@ -154,6 +154,19 @@ constexpr double maxShapeCoordinate = 1e6;
 /// seconds until it gives up.
 constexpr std::int64_t maxShapeSteps = 1'000'000'000;
 
+/// Bytes of UTF-8: the longest text with markup, 1 MiB. Its text alone has maxTextBytes at most.
+constexpr std::size_t maxMarkupBytes = std::size_t{1} << 20;
+
+/// Elements inside each other in a text with markup. Each copies the style around it.
+constexpr std::size_t maxMarkupNesting = 64;
+
+/// Parts of a text that differ in style. Each holds its style, up to about 5 kilobytes.
+constexpr std::size_t maxTextSpans = 10'000;
+
+/// OpenType features, and axes of variable fonts, that the style of a part of a text can set. Fonts
+/// have up to some dozens of each.
+constexpr std::size_t maxSpanSettings = 64;
+
 /// Seconds: the shortest time to which a drawing or a command can be limited. A shorter one would
 /// always be over.
 constexpr double minSeconds = 0.001;
