@@ -47,6 +47,7 @@ set(ORVANE_PUBLIC_HEADERS
   geometry/DVector.h
   geometry/ExtentObject.h
   geometry/Line.h
+  geometry/MeshVertex.h
   geometry/Point.h
   geometry/ProjectionData.h
   geometry/Sphere.h
@@ -110,5 +111,9 @@ set(ORVANE_PUBLIC_HEADERS
   import3ds/TriangularFace.h
   import3ds/TriangularFaceArray.h
   import3ds/TriangularMeshObject.h
+  profiles/EdgeProfile.h
+  solids/MeshBuilder.h
   solids/MeshCache.h
+  solids/OrvProfileString.h
+  solids/SolidMesh.h
 )

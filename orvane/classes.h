@@ -97,4 +97,6 @@
 #include "scene/SizingHandles.h"
 #include "scene/SolidDrawer.h"
 #include "scene/ViewObject.h"
+#include "solids/MeshBuilder.h"
 #include "solids/MeshCache.h"
+#include "solids/OrvProfileString.h"

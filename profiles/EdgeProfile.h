@@ -19,7 +19,10 @@ struct ProfileStep
     /// Where the ring lies, in ems: 0 in the plane of the face, negative behind it.
     double height = 0;
 
-    bool operator==(const ProfileStep&) const = default;
+    friend bool operator==(const ProfileStep& a, const ProfileStep& b)
+    {
+        return a.offset == b.offset && a.height == b.height;
+    }
 };
 
 /// How a ring goes around a corner of the outline that it moves away from.
@@ -43,7 +46,10 @@ struct EdgeProfile
     /// stroke: a ring at -1 shrinks to a ridge there, and to nothing in all narrower strokes.
     bool reachesMiddle = false;
 
-    bool operator==(const EdgeProfile&) const = default;
+    friend bool operator==(const EdgeProfile& a, const EdgeProfile& b)
+    {
+        return a.steps == b.steps && a.corners == b.corners && a.reachesMiddle == b.reachesMiddle;
+    }
 };
 
 /// The names of the profiles that NamedProfile makes, in the order of the documentation.

@@ -12,5 +12,13 @@ int main()
     text->AttachFont(GetFontList()->GetHead());
     text->SetTextString("installed");
     scene.AddChild(text);
-    std::printf("%d\n", scene.GetChildByIndex(0) == text ? 1 : 0);
+
+    orvane::OrvProfileString solid;
+    solid.SetProfile(orvane::ParseProfile("round 0.02"));
+    solid.AttachFont(GetFontList()->GetHead());
+    solid.SetTextString("solid");
+    solid.CalculateBounds();
+    const orvane::SolidMesh mesh = orvane::BuildMesh(solid);
+    std::printf("%d %d\n", scene.GetChildByIndex(0) == text ? 1 : 0,
+                mesh.TriangleCount() > 0 && mesh.nodes[0].name == "solid" ? 1 : 0);
 }

@@ -23,5 +23,14 @@ int main(int argc, char** argv)
     orvane::Document document;
     document.AddText("installed");
     document.Save(argc > 1 ? argv[1] : "installed.orv");
+
+    orvane::TextOptions look;
+    look.profile = "chamfer 0.02";
+    look.fusion = orvane::LetterFusion::Line;
+    orvane::Document plate;
+    plate.AddText("solid", look);
+    orvane::MeshFileOptions options;
+    options.solid = true;
+    orvane::WriteMesh(plate, "installed.stl", options);
     std::printf("%s %zu\n", ORVANE_VERSION, document.Nodes().size());
 }
