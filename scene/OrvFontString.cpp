@@ -151,6 +151,11 @@ int OrvFontString::DrawLetters(DrawingParameters* parameters)
             return drawing == orvane::SolidDrawing::Drawn ? 1 : 0;
         }
     }
+    return DrawLettersDirectly(parameters);
+}
+
+int OrvFontString::DrawLettersDirectly(DrawingParameters* parameters)
+{
     return font->TextOutA(this, parameters);
 }
 

@@ -73,9 +73,13 @@ public:
     virtual int DrawNamedCharacters(DrawingParameters* parameters);
 
 protected:
-    /// Draws the text's solids or outlines, solids with the drawer of the parameters if it draws
-    /// them. The text has a font. Returns 0 when drawing is cancelled.
-    virtual int DrawLetters(DrawingParameters* parameters);
+    /// Draws the text's solids or outlines in immediate mode. The text has a font. Returns 0 when
+    /// drawing is cancelled.
+    virtual int DrawLettersDirectly(DrawingParameters* parameters);
 
     OrvFont* font = nullptr;
+
+private:
+    /// The same, but solids are drawn with the drawer of the parameters if it draws them.
+    int DrawLetters(DrawingParameters* parameters);
 };

@@ -26,7 +26,7 @@ class ORVANE_API SolidDrawer
 public:
     virtual ~SolidDrawer() = default;
 
-    /// Draws what OrvFont::TextOutA would draw. The text has a font.
+    /// Draws the text as it would draw itself in immediate mode. The text has a font.
     virtual SolidDrawing DrawLetters(OrvFontString& text, DrawingParameters& parameters) = 0;
     /// Draws what TriangularMeshObject::DrawRendered would draw.
     virtual SolidDrawing DrawSurface(TriangularMeshObject& mesh, DrawingParameters& parameters) = 0;

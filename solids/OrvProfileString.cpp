@@ -6,10 +6,12 @@
 #include "extrude/OrvFont.h"
 #include "geometry/SurfaceRecorder.h"
 #include "host/RecordVersion.h"
+#include "material/Unlit.h"
 #include "orvane/Error.h"
 #include "solids/ProfileTextSolids.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
 
@@ -107,6 +109,7 @@ ProfileTextSettings OrvProfileString::CurrentSettings() const
     const bool scalesProfile = ShouldScaleBevels() != 0;
     ProfileTextSettings settings;
     settings.font = font;
+    settings.fontRecord = font != nullptr ? *font->GetEnumLogFont() : ENUMLOGFONTA{};
     settings.sides = IsFrontFaceOnly()  ? ProfileSides::Front
                      : IsBackFaceOnly() ? ProfileSides::Back
                                         : ProfileSides::Both;
@@ -219,6 +222,7 @@ void OrvProfileString::RecordSolid(int glyphIndex, SurfaceRecorder& recorder)
 int OrvProfileString::DrawSolids(DrawingParameters* parameters, bool named)
 {
     LetterDrawing drawing(*font, *parameters);
+    const bool isRendered = parameters->IsRender() != 0;
     bool isCancelled = false;
     PlaceSolids([&](const PlacedLetter& letter) {
         isCancelled = isCancelled || ShouldTerminateDrawing(parameters);
@@ -228,13 +232,21 @@ int OrvProfileString::DrawSolids(DrawingParameters* parameters, bool named)
         }
         // Before anything is pushed, because there may be too little memory.
         const ProfileTextSolid& solid = solids_->Of(letter.glyphIndex);
+        const SolidLines* const lines = isRendered ? nullptr : &solids_->LinesOf(letter.glyphIndex);
         if (named)
         {
             glPushName(static_cast<GLuint>(letter.character));
         }
         glPushMatrix();
         glTranslated(letter.x, letter.y, 0);
-        EmitSolid(solid, drawing);
+        if (lines != nullptr)
+        {
+            EmitLines(*lines, drawing);
+        }
+        else
+        {
+            EmitSolid(solid, drawing);
+        }
         glPopMatrix();
         if (named)
         {
@@ -244,15 +256,31 @@ int OrvProfileString::DrawSolids(DrawingParameters* parameters, bool named)
     return isCancelled ? 0 : 1;
 }
 
-int OrvProfileString::DrawLetters(DrawingParameters* parameters)
+// Like OrvFont::DrawGlyph: unlit, in the colour of the text's box, under the name of the faces.
+void OrvProfileString::EmitLines(const std::vector<std::array<float, 3>>& lines,
+                                 const LetterDrawing& drawing)
 {
-    return parameters->IsRender() ? DrawSolids(parameters, false)
-                                  : OrvFontString::DrawLetters(parameters);
+    font->SetMaterialColors(extentsBoxColor);
+    const Unlit unlit;
+    drawing.BeginPart(MeshPart::Face);
+    glBegin(GL_LINES);
+    for (const std::array<float, 3>& end : lines)
+    {
+        glVertex3f(end[0], end[1], end[2]);
+    }
+    glEnd();
+    drawing.EndPart();
+    glDisable(GL_COLOR_MATERIAL);
+}
+
+int OrvProfileString::DrawLettersDirectly(DrawingParameters* parameters)
+{
+    return DrawSolids(parameters, false);
 }
 
 int OrvProfileString::DrawNamedCharacters(DrawingParameters* parameters)
 {
-    return font == nullptr || !parameters->IsRender()
+    return font == nullptr || !(parameters->IsRender() || parameters->IsOutline())
                ? OrvFontString::DrawNamedCharacters(parameters)
                : DrawSolids(parameters, true);
 }

@@ -6,11 +6,14 @@
 #include "profiles/EdgeProfile.h"
 #include "scene/OrvFontString.h"
 
+#include <array>
 #include <memory>
+#include <vector>
 
 namespace orvane
 {
 
+class LetterDrawing;
 class ProfileTextSolids;
 struct ProfileTextSettings;
 struct ProfileTextSolid;
@@ -25,8 +28,9 @@ struct ProfileTextSolid;
 /// faces have one, is made smaller. The location of the bevels (SetBevelLocation) says which faces
 /// have the profile; a number without a name counts as both.
 ///
-/// While outlines are drawn, and not solids, the text draws those of OrvFontString. In a picking
-/// pass, the solid of joined letters has the name of its first letter.
+/// While outlines are drawn, and not solids, the text draws the rings of the profile's steps and
+/// the sharp edges of its solids. In a picking pass, the solid of joined letters has the name of
+/// its first letter.
 ///
 /// Its record is that of OrvFontString, then the version, the profile as text, the fusion and the
 /// smooth angle.
@@ -67,14 +71,18 @@ public:
     void DeserializeVersion1(CArchive& archive);
 
 protected:
-    int DrawLetters(DrawingParameters* parameters) override;
+    int DrawLettersDirectly(DrawingParameters* parameters) override;
 
 private:
+    friend class TextMeshDrawing;  // compares the settings of its triangles with these
+
     ProfileTextSettings CurrentSettings() const;
     /// The solids for the current settings and, where letters are joined, for the current text.
     ProfileTextSolids& CurrentSolids();
+    void EmitLines(const std::vector<std::array<float, 3>>& lines, const LetterDrawing& drawing);
     template <typename Sink>
     void EmitSolid(const ProfileTextSolid& solid, Sink& sink) const;
+    /// Draws all solids, or their lines.
     int DrawSolids(DrawingParameters* parameters, bool named);
     void UseReachAsBevel();
 

@@ -7,9 +7,19 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 
 namespace orvane
 {
+
+bool ProfileTextSettings::operator==(const ProfileTextSettings& other) const
+{
+    return font == other.font && profile == other.profile && sides == other.sides &&
+           fusion == other.fusion && smoothAngle == other.smoothAngle && depth == other.depth &&
+           scaleX == other.scaleX && scaleY == other.scaleY && stretchX == other.stretchX &&
+           stretchY == other.stretchY && stretchZ == other.stretchZ &&
+           std::memcmp(&fontRecord, &other.fontRecord, sizeof fontRecord) == 0;
+}
 
 ProfileTextSolid::ProfileTextSolid(const ProfileSolid& solid, const ProfileTextSettings& settings)
 {
@@ -112,6 +122,14 @@ const ProfileTextSolid& ProfileTextSolids::Of(int number)
     // When there is too little memory for a new solid, none is kept, and the next call tries again.
     return known != solids_.end() ? known->second
                                   : solids_.emplace(number, Build(number)).first->second;
+}
+
+const SolidLines& ProfileTextSolids::LinesOf(int number)
+{
+    const auto known = lines_.find(number);
+    return known != lines_.end()
+               ? known->second
+               : lines_.emplace(number, orvane::LinesOf(Of(number), settings_)).first->second;
 }
 
 ProfileTextSolid ProfileTextSolids::Build(int number) const

@@ -3,10 +3,12 @@
 
 #include "extrude/EdgeStyle.h"
 #include "extrude/OrvFont.h"
+#include "platform/Fonts.h"
 #include "profiles/EdgeProfile.h"
 #include "profiles/PlaneRegion.h"
 #include "profiles/ProfileSolid.h"
 
+#include <array>
 #include <cstddef>
 #include <map>
 #include <vector>
@@ -18,9 +20,10 @@ namespace orvane
 /// places.
 struct ProfileTextSettings
 {
-    bool operator==(const ProfileTextSettings&) const = default;
+    bool operator==(const ProfileTextSettings& other) const;
 
     const OrvFont* font;
+    ENUMLOGFONTA fontRecord;
     EdgeProfile profile;
     ProfileSides sides;
     LetterFusion fusion;
@@ -49,6 +52,13 @@ struct ProfileTextSolid
     std::size_t firstOfBevel = 0;
 };
 
+/// The ends of lines, two for each.
+using SolidLines = std::vector<std::array<float, 3>>;
+
+/// The lines that show the shape of a solid: the rings of the profile's steps, and the edges at
+/// which the surface is not smooth. The other edges of triangles are left out.
+SolidLines LinesOf(const ProfileTextSolid& solid, const ProfileTextSettings& settings);
+
 /// The solids that a text with profiles consists of. Each is made when it is first needed.
 class ProfileTextSolids
 {
@@ -66,6 +76,8 @@ public:
     /// \param number the index of a glyph that is built, or the number of a line of joined letters,
     /// which is 0 when all lines are joined
     const ProfileTextSolid& Of(int number);
+    /// The lines of the same solid.
+    const SolidLines& LinesOf(int number);
 
 private:
     ProfileTextSolid Build(int number) const;
@@ -75,6 +87,7 @@ private:
     ProfileTextSettings settings_;
     std::vector<PlacedLetter> letters_;
     std::map<int, ProfileTextSolid> solids_;  ///< by number
+    std::map<int, SolidLines> lines_;         ///< by number
 };
 
 }  // namespace orvane

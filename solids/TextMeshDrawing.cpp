@@ -6,13 +6,14 @@
 #include "extrude/OrvFont.h"
 #include "extrude/OrvGlyph.h"
 #include "scene/DrawingParameters.h"
-#include "scene/OrvFontString.h"
+#include "solids/OrvProfileString.h"
 
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <typeinfo>
 #include <utility>
 
 namespace orvane
@@ -49,6 +50,14 @@ const OrvGlyph* DrawableGlyph(const OrvFont& font, int index)
     return glyph != nullptr && !glyph->IsInvalid() ? glyph : nullptr;
 }
 
+/// The text as one with profiles; null when it is another one.
+const OrvProfileString* Profiled(const OrvFontString& text)
+{
+    // Comparing types spares most texts the search through base classes, which takes longer.
+    return typeid(text) == typeid(OrvFontString) ? nullptr
+                                                 : dynamic_cast<const OrvProfileString*>(&text);
+}
+
 }  // namespace
 
 /// The parts that the letters of a text have, and their materials. Parts of equal materials have
@@ -58,20 +67,19 @@ struct TextMeshDrawing::Materials
     Materials(const OrvFontString& text, const ExtrusionData& extrusion)
         : face(text.GetFaceColor()), edge(text.GetEdgeColor()), bevel(text.GetBevelColor())
     {
+        if (Profiled(text) != nullptr)
+        {
+            partCount = 3;
+            SetMaterials(text.ShouldUseEdgeColor() != 0, text.ShouldUseBevelColor() != 0);
+            return;
+        }
         const auto style = static_cast<EdgeStyle>(text.GetBevelStyle());
         const bool isSquare = style == EdgeStyle::Square;
         const bool hasRings = style == EdgeStyle::Bevel || style == EdgeStyle::Round;
         partCount = isSquare ? 2 : hasRings ? 3 : 1;
         const auto sides = static_cast<BevelSides>(text.GetBevelLocation());
-        if (text.ShouldUseEdgeColor() && (isSquare || !IsWallEmpty(sides, extrusion)) &&
-            !AreSame(edge, face))
-        {
-            ofParts[1] = &edge;
-        }
-        if (text.ShouldUseBevelColor() && !AreSame(bevel, face))
-        {
-            ofParts[2] = AreSame(bevel, edge) ? &edge : &bevel;
-        }
+        SetMaterials(text.ShouldUseEdgeColor() && (isSquare || !IsWallEmpty(sides, extrusion)),
+                     text.ShouldUseBevelColor() != 0);
     }
     Materials(const Materials&) = delete;
     Materials& operator=(const Materials&) = delete;
@@ -81,6 +89,19 @@ struct TextMeshDrawing::Materials
     NamedColor bevel;
     std::size_t partCount;
     const NamedColor* ofParts[3] = {&face, &face, &face};
+
+private:
+    void SetMaterials(bool usesEdge, bool usesBevel)
+    {
+        if (usesEdge && !AreSame(edge, face))
+        {
+            ofParts[1] = &edge;
+        }
+        if (usesBevel && !AreSame(bevel, face))
+        {
+            ofParts[2] = AreSame(bevel, edge) ? &edge : &bevel;
+        }
+    }
 };
 
 TextMeshDrawing::ShapeInputs::ShapeInputs(const OrvFontString& text, const ExtrusionData& extrusion)
@@ -93,14 +114,19 @@ TextMeshDrawing::ShapeInputs::ShapeInputs(const OrvFontString& text, const Extru
       extrusionFlags(extrusion.flags),
       style(text.GetBevelStyle()),
       location(text.GetBevelLocation())
-{}
+{
+    if (const auto* const profiled = Profiled(text))
+    {
+        profile = profiled->CurrentSettings();
+    }
+}
 
 bool TextMeshDrawing::ShapeInputs::operator==(const ShapeInputs& other) const
 {
     // Floats are compared bit by bit, so that a number that is no number is equal to itself.
     using NumberBits = std::array<std::uint32_t, std::tuple_size_v<decltype(extrusionNumbers)>>;
     return font == other.font && extrusionFlags == other.extrusionFlags && style == other.style &&
-           location == other.location &&
+           location == other.location && profile == other.profile &&
            std::memcmp(&fontRecord, &other.fontRecord, sizeof fontRecord) == 0 &&
            std::bit_cast<NumberBits>(extrusionNumbers) ==
                std::bit_cast<NumberBits>(other.extrusionNumbers);
@@ -121,7 +147,7 @@ std::size_t TextMeshDrawing::Bytes() const
     return buffers_.Bytes() + numbers_.size() * sizeof(float) +
            indices_.size() * sizeof(std::uint32_t) + shapes_.size() * sizeof(Shape) +
            letters_.size() * sizeof(Letter) + lines_.size() * sizeof(Line) +
-           layoutInputs_.text.size();
+           (layoutInputs_ ? layoutInputs_->text.size() : 0);
 }
 
 SolidDrawing TextMeshDrawing::Draw(OrvFontString& text, DrawingParameters& parameters,
@@ -156,78 +182,99 @@ void TextMeshDrawing::Update(OrvFontString& text, const ExtrusionData& extrusion
 {
     const ShapeInputs shapeInputs(text, extrusion);
     LayoutInputs layoutInputs(text);
-    const bool areShapesKept =
-        shapeInputs_ != nullptr && shapeInputs == *shapeInputs_ && AreGlyphsKept(*text.GetFont());
-    if (areShapesKept && layoutInputs == layoutInputs_)
+    const bool isFused =
+        shapeInputs.profile && shapeInputs.profile->fusion != LetterFusion::Separate;
+    const bool isLayoutKept = layoutInputs_ == layoutInputs;
+    const bool areShapesKept = shapeInputs_ != nullptr && shapeInputs == *shapeInputs_ &&
+                               AreGlyphsKept(*text.GetFont()) && (isLayoutKept || !isFused);
+    if (areShapesKept && isLayoutKept)
     {
         return;
     }
+    layoutInputs_.reset();  // in case there is too little memory for what follows
     if (!areShapesKept)
     {
+        shapeInputs_ = std::make_unique<ShapeInputs>(shapeInputs);
         shapes_.clear();
         numbers_.clear();
         indices_.clear();
         areUploaded_ = false;
         isTextured_ = extrusion.ShouldTexture() != 0;
-        shapeInputs_ = std::make_unique<ShapeInputs>(shapeInputs);
     }
+    PlaceLetters(text);
+    layoutInputs_ = std::move(layoutInputs);
+}
+
+void TextMeshDrawing::PlaceLetters(OrvFontString& text)
+{
     letters_.clear();
     lines_.clear();
     hasDrawable_ = false;
+    const bool isProfiled = shapeInputs_->profile.has_value();
     int line = -1;
     double x = 0;
-    text.GetFont()->PlaceLetters(&text, [&](const PlacedLetter& letter) {
-        const Shape& shape = ShapeOf(text, extrusion, letter.glyphIndex);
-        if (letter.line != line)
+    text.PlaceSolids([&](const PlacedLetter& letter) {
+        const Shape& shape = ShapeOf(text, letter.glyphIndex);
+        if (isProfiled)
         {
-            line = letter.line;
-            x = 0;
-            lines_.push_back({letter.y, 0});
+            letters_.push_back({&shape, 0});
+            lines_.push_back({letter.x, letter.y, letters_.size()});
         }
-        letters_.push_back({&shape, letter.x - x});
-        lines_.back().endLetter = letters_.size();
-        x = letter.x;
-        hasDrawable_ = hasDrawable_ || shape.glyph != nullptr;
+        else
+        {
+            if (letter.line != line)
+            {
+                line = letter.line;
+                x = 0;
+                lines_.push_back({0, letter.y, 0});
+            }
+            letters_.push_back({&shape, letter.x - x});
+            lines_.back().endLetter = letters_.size();
+            x = letter.x;
+        }
+        hasDrawable_ = hasDrawable_ || shape.isDrawn;
     });
-    layoutInputs_ = std::move(layoutInputs);
 }
 
 bool TextMeshDrawing::AreGlyphsKept(const OrvFont& font) const
 {
-    return std::all_of(shapes_.begin(), shapes_.end(), [&font](const auto& each) {
-        return each.second.glyph == DrawableGlyph(font, each.first);
-    });
+    return shapeInputs_->profile ||
+           std::all_of(shapes_.begin(), shapes_.end(), [&font](const auto& each) {
+               return each.second.glyph == DrawableGlyph(font, each.first);
+           });
 }
 
-const TextMeshDrawing::Shape& TextMeshDrawing::ShapeOf(OrvFontString& text,
-                                                       const ExtrusionData& extrusion,
-                                                       int glyphIndex)
+const TextMeshDrawing::Shape& TextMeshDrawing::ShapeOf(OrvFontString& text, int number)
 {
-    const auto found = shapes_.try_emplace(glyphIndex);
-    Shape& shape = found.first->second;
-    if (found.second)
+    const auto found = shapes_.find(number);
+    return found != shapes_.end() ? found->second
+                                  : shapes_.emplace(number, MakeShape(text, number)).first->second;
+}
+
+TextMeshDrawing::Shape TextMeshDrawing::MakeShape(OrvFontString& text, int number)
+{
+    Shape shape;
+    shape.isDrawn = shapeInputs_->profile.has_value();
+    if (!shape.isDrawn)
     {
-        AddShape(text, extrusion, glyphIndex, shape);
+        shape.glyph = DrawableGlyph(*text.GetFont(), number);
+        shape.isDrawn = shape.glyph != nullptr;
     }
-    return shape;
-}
-
-void TextMeshDrawing::AddShape(OrvFontString& text, const ExtrusionData& extrusion, int glyphIndex,
-                               Shape& shape)
-{
-    shape.glyph = DrawableGlyph(*text.GetFont(), glyphIndex);
-    if (shape.glyph == nullptr)
+    if (!shape.isDrawn)
     {
-        return;
+        return shape;
     }
     recorder_.Clear();
-    text.GetFont()->RecordGlyph(glyphIndex, text, extrusion, recorder_);
+    text.RecordSolid(number, recorder_);
     if (recorder_.Vertices().empty())
     {
-        return;
+        return shape;
     }
     areUploaded_ = false;
-    shape.firstVertex = numbers_.size() / MeshBuffers::FloatsPerVertex(isTextured_);
+    const std::size_t floats = MeshBuffers::FloatsPerVertex(isTextured_);
+    // Vertices that a failure for want of memory left incomplete belong to no shape.
+    numbers_.resize(numbers_.size() - numbers_.size() % floats);
+    shape.firstVertex = numbers_.size() / floats;
     shape.endVertex = shape.firstVertex + recorder_.Vertices().size();
     for (const MeshVertex& vertex : recorder_.Vertices())
     {
@@ -247,6 +294,7 @@ void TextMeshDrawing::AddShape(OrvFontString& text, const ExtrusionData& extrusi
         }
     }
     shape.lastVertex = recorder_.Vertices()[recorder_.RenderedIndices().back()];
+    return shape;
 }
 
 SolidDrawing TextMeshDrawing::DrawLetters(OrvFontString& text, DrawingParameters& parameters,
@@ -260,7 +308,7 @@ SolidDrawing TextMeshDrawing::DrawLetters(OrvFontString& text, DrawingParameters
     for (const Line& line : lines_)
     {
         glPushMatrix();
-        glTranslated(0, line.y, 0);
+        glTranslated(line.x, line.y, 0);
         for (; next < line.endLetter; ++next)
         {
             if (text.ShouldTerminateDrawing(&parameters))
@@ -269,9 +317,12 @@ SolidDrawing TextMeshDrawing::DrawLetters(OrvFontString& text, DrawingParameters
                 return SolidDrawing::Stopped;
             }
             const Letter& letter = letters_[next];
-            glTranslated(letter.step, 0, 0);
+            if (letter.step != 0)
+            {
+                glTranslated(letter.step, 0, 0);
+            }
             const Shape& shape = *letter.shape;
-            if (shape.glyph == nullptr)
+            if (!shape.isDrawn)
             {
                 continue;
             }

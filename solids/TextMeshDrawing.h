@@ -4,8 +4,10 @@
 #include "geometry/SurfaceRecorder.h"
 #include "platform/Fonts.h"
 #include "solids/MeshDrawing.h"
+#include "solids/ProfileTextSolids.h"
 
 #include <array>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -18,7 +20,8 @@ namespace orvane
 {
 
 /// The shapes of the different letters of a text, in one buffer, and the places of its letters. A
-/// letter is drawn with the matrices of immediate mode, so that it covers the same pixels.
+/// letter is drawn with the matrices of immediate mode, so that it covers the same pixels. In a
+/// text with profiles (OrvProfileString) the solids take the part of letters.
 class TextMeshDrawing final : public MeshDrawing
 {
 public:
@@ -35,7 +38,9 @@ private:
     /// A letter with its origin at 0, 0.
     struct Shape
     {
-        const OrvGlyph* glyph = nullptr;  ///< borrowed; null when the letter cannot be drawn
+        /// Borrowed; null when the letter cannot be drawn, and in a text with profiles.
+        const OrvGlyph* glyph = nullptr;
+        bool isDrawn = false;  ///< also without triangles, as a space of a text with profiles
         std::size_t firstVertex = 0;
         std::size_t endVertex = 0;
         /// The parts follow each other in the indices. Part i begins at partBorders[i].
@@ -47,8 +52,10 @@ private:
         const Shape* shape;
         double step;  ///< from the letter before, or from the beginning of the line, along x
     };
+    /// Letters that are placed one from another. In a text with profiles each solid is a line.
     struct Line
     {
+        double x;
         double y;
         std::size_t endLetter;
     };
@@ -64,6 +71,7 @@ private:
         DWORD extrusionFlags;
         int style;
         int location;
+        std::optional<ProfileTextSettings> profile;  ///< of an OrvProfileString
     };
     /// All that the places of letters are made from, besides the numbers of ShapeInputs.
     struct LayoutInputs
@@ -83,17 +91,18 @@ private:
     struct Materials;
 
     void Update(OrvFontString& text, const ExtrusionData& extrusion);
+    void PlaceLetters(OrvFontString& text);
     bool AreGlyphsKept(const OrvFont& font) const;
-    const Shape& ShapeOf(OrvFontString& text, const ExtrusionData& extrusion, int glyphIndex);
-    void AddShape(OrvFontString& text, const ExtrusionData& extrusion, int glyphIndex,
-                  Shape& shape);
+    const Shape& ShapeOf(OrvFontString& text, int number);
+    /// \param number a glyph's index, or what else RecordSolid takes
+    Shape MakeShape(OrvFontString& text, int number);
     SolidDrawing DrawLetters(OrvFontString& text, DrawingParameters& parameters,
                              const Materials& materials) const;
     /// The shape of the last letter that has vertices; null when no letter has.
     const Shape* LastShape() const;
 
     std::unique_ptr<ShapeInputs> shapeInputs_;  ///< null before the first draw
-    LayoutInputs layoutInputs_;
+    std::optional<LayoutInputs> layoutInputs_;  ///< empty while letters are not placed
     bool isTextured_ = false;
     SurfaceRecorder recorder_;
     std::unordered_map<int, Shape> shapes_;  ///< by glyph index

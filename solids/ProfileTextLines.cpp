@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: MIT
+// The lines that show the shape of a profiled solid.
+#include "geometry/MeshVertex.h"
+#include "solids/PositionWelder.h"
+#include "solids/ProfileTextSolids.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+namespace orvane
+{
+
+namespace
+{
+
+using Corner = ProfileTextSolid::Corner;
+
+/// One side of a triangle, from one of its corners to the next.
+struct Side
+{
+    std::uint64_t ends;    ///< the numbers of the two positions, the smaller one in the upper half
+    std::uint32_t corner;  ///< the first one's index
+    std::uint32_t next;    ///< the other one's index
+};
+
+class LineFinder
+{
+public:
+    LineFinder(const ProfileTextSolid& solid, const ProfileTextSettings& settings);
+    SolidLines Find() const;
+
+private:
+    bool IsStep(float z) const;
+    bool IsFlat(std::uint32_t corner) const;
+    MeshPart PartOf(std::uint32_t corner) const;
+    bool IsShown(const Side& a, const Side& b) const;
+    /// Whether the surface has an edge where two triangles meet at one of their corners.
+    bool IsSharp(std::uint32_t a, std::uint32_t b) const;
+
+    const ProfileTextSolid& solid_;
+    std::vector<double> heights_;  ///< of the rings of the profile's steps
+};
+
+LineFinder::LineFinder(const ProfileTextSolid& solid, const ProfileTextSettings& settings)
+    : solid_(solid)
+{
+    for (const ProfileStep& step : settings.profile.steps)
+    {
+        if (settings.sides != ProfileSides::Back)
+        {
+            heights_.push_back(settings.stretchZ * step.height);
+        }
+        if (settings.sides != ProfileSides::Front)
+        {
+            heights_.push_back(settings.stretchZ * (-settings.depth - step.height));
+        }
+    }
+}
+
+bool LineFinder::IsStep(float z) const
+{
+    constexpr double rounding = 1e-5;  // ems
+    return std::any_of(heights_.begin(), heights_.end(),
+                       [z](double height) { return std::fabs(z - height) < rounding; });
+}
+
+bool LineFinder::IsFlat(std::uint32_t corner) const
+{
+    const Corner* const triangle = &solid_.corners[corner - corner % 3];
+    return triangle[0].place[2] == triangle[1].place[2] &&
+           triangle[0].place[2] == triangle[2].place[2];
+}
+
+MeshPart LineFinder::PartOf(std::uint32_t corner) const
+{
+    return corner < solid_.firstOfEdge    ? MeshPart::Face
+           : corner < solid_.firstOfBevel ? MeshPart::Edge
+                                          : MeshPart::Bevel;
+}
+
+bool LineFinder::IsSharp(std::uint32_t a, std::uint32_t b) const
+{
+    // Triangles that are shaded as one surface may have slightly different normals at a corner,
+    // because each takes those of its own neighbours.
+    constexpr float cosine = 0.985f;  // of 10 degrees
+    const float(&first)[3] = solid_.corners[a].normal;
+    const float(&second)[3] = solid_.corners[b].normal;
+    return first[0] * second[0] + first[1] * second[1] + first[2] * second[2] < cosine;
+}
+
+bool LineFinder::IsShown(const Side& a, const Side& b) const
+{
+    if (PartOf(a.corner) != PartOf(b.corner))
+    {
+        return true;
+    }
+    // The two triangles run along their common side in opposite directions.
+    if (IsSharp(a.corner, b.next) || IsSharp(a.next, b.corner))
+    {
+        return true;
+    }
+    const float z = solid_.corners[a.corner].place[2];
+    return PartOf(a.corner) == MeshPart::Bevel && z == solid_.corners[a.next].place[2] &&
+           IsStep(z) && !(IsFlat(a.corner) && IsFlat(b.corner));
+}
+
+SolidLines LineFinder::Find() const
+{
+    PositionWelder welder;
+    std::vector<std::uint32_t> numbers;
+    for (const Corner& corner : solid_.corners)
+    {
+        numbers.push_back(welder.NumberOf(corner.place));
+    }
+    std::vector<Side> sides;
+    for (std::uint32_t corner = 0; corner < numbers.size(); ++corner)
+    {
+        const std::uint32_t next = corner % 3 == 2 ? corner - 2 : corner + 1;
+        const auto [low, high] = std::minmax(numbers[corner], numbers[next]);
+        sides.push_back({std::uint64_t{low} << 32 | high, corner, next});
+    }
+    std::sort(sides.begin(), sides.end(),
+              [](const Side& a, const Side& b) { return a.ends < b.ends; });
+    SolidLines lines;
+    for (std::size_t first = 0; first < sides.size();)
+    {
+        std::size_t end = first;
+        while (end < sides.size() && sides[end].ends == sides[first].ends)
+        {
+            ++end;
+        }
+        // Where a solid touches itself, more than two triangles share a side.
+        if (end - first != 2 || IsShown(sides[first], sides[first + 1]))
+        {
+            for (const std::uint32_t corner : {sides[first].corner, sides[first].next})
+            {
+                const float(&place)[3] = solid_.corners[corner].place;
+                lines.push_back({place[0], place[1], place[2]});
+            }
+        }
+        first = end;
+    }
+    return lines;
+}
+
+}  // namespace
+
+SolidLines LinesOf(const ProfileTextSolid& solid, const ProfileTextSettings& settings)
+{
+    return LineFinder(solid, settings).Find();
+}
+
+}  // namespace orvane
