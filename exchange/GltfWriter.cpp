@@ -114,16 +114,23 @@ private:
         return static_cast<int>(model.bufferViews.size() - 1);
     }
 
-    template <typename Number>
-    void Append(Number number)
+    /// Room for bytes at the end of the buffer. Valid until the buffer grows.
+    unsigned char* AddRoom(std::size_t bytes)
     {
-        unsigned char bytes[sizeof(Number)];
-        std::memcpy(bytes, &number, sizeof(Number));
+        Data().resize(Data().size() + bytes);
+        return Data().data() + Data().size() - bytes;
+    }
+
+    /// Stores a number, and moves \p place behind it.
+    template <typename Number>
+    static void Store(Number number, unsigned char*& place)
+    {
+        std::memcpy(place, &number, sizeof(Number));
         if constexpr (std::endian::native == std::endian::big)
         {
-            std::reverse(bytes, bytes + sizeof(Number));
+            std::reverse(place, place + sizeof(Number));
         }
-        Data().insert(Data().end(), bytes, bytes + sizeof(Number));
+        place += sizeof(Number);
     }
 
     int AddAccessor(std::size_t offset, int target, int type, int componentType, std::size_t count)
@@ -292,6 +299,7 @@ tinygltf::Primitive GltfBuilder::MakePrimitive(const std::vector<const MeshGroup
 int GltfBuilder::AddPositions(const MeshPiece& piece, const NodeTransform& transform)
 {
     const std::size_t offset = Data().size();
+    unsigned char* place = AddRoom(3 * sizeof(float) * piece.vertices.size());
     MeshBounds bounds;
     for (const std::uint32_t vertex : piece.vertices)
     {
@@ -301,7 +309,7 @@ int GltfBuilder::AddPositions(const MeshPiece& piece, const NodeTransform& trans
         bounds.Include(stored);
         for (const float number : stored)
         {
-            Append(number);
+            Store(number, place);
         }
     }
     const int index = AddAccessor(offset, TINYGLTF_TARGET_ARRAY_BUFFER, TINYGLTF_TYPE_VEC3,
@@ -315,6 +323,7 @@ int GltfBuilder::AddPositions(const MeshPiece& piece, const NodeTransform& trans
 int GltfBuilder::AddNormals(const MeshPiece& piece, const NodeTransform& transform)
 {
     const std::size_t offset = Data().size();
+    unsigned char* place = AddRoom(3 * sizeof(float) * piece.vertices.size());
     for (const std::uint32_t vertex : piece.vertices)
     {
         MeshPoint normal = transform.NormalInWorld(mesh_.vertices[vertex].normal);
@@ -324,7 +333,7 @@ int GltfBuilder::AddNormals(const MeshPiece& piece, const NodeTransform& transfo
         }
         for (const double number : normal)
         {
-            Append(static_cast<float>(number));
+            Store(static_cast<float>(number), place);
         }
     }
     return AddAccessor(offset, TINYGLTF_TARGET_ARRAY_BUFFER, TINYGLTF_TYPE_VEC3,
@@ -334,11 +343,12 @@ int GltfBuilder::AddNormals(const MeshPiece& piece, const NodeTransform& transfo
 int GltfBuilder::AddTextureCoordinates(const MeshPiece& piece)
 {
     const std::size_t offset = Data().size();
+    unsigned char* place = AddRoom(2 * sizeof(float) * piece.vertices.size());
     for (const std::uint32_t vertex : piece.vertices)
     {
         const float(&texture)[2] = mesh_.vertices[vertex].texture;
-        Append(texture[0]);
-        Append(1 - texture[1]);  // in glTF v points down
+        Store(texture[0], place);
+        Store(1 - texture[1], place);  // in glTF v points down
     }
     return AddAccessor(offset, TINYGLTF_TARGET_ARRAY_BUFFER, TINYGLTF_TYPE_VEC2,
                        TINYGLTF_COMPONENT_TYPE_FLOAT, piece.vertices.size());
@@ -349,9 +359,11 @@ int GltfBuilder::AddIndices(const MeshPiece& piece)
     // The largest number of each size means a new strip of triangles, not a vertex.
     const bool areShort = piece.vertices.size() <= std::numeric_limits<std::uint16_t>::max();
     const std::size_t offset = Data().size();
+    unsigned char* place =
+        AddRoom((areShort ? sizeof(std::uint16_t) : sizeof(std::uint32_t)) * piece.indices.size());
     for (const std::uint32_t index : piece.indices)
     {
-        areShort ? Append(static_cast<std::uint16_t>(index)) : Append(index);
+        areShort ? Store(static_cast<std::uint16_t>(index), place) : Store(index, place);
     }
     return AddAccessor(
         offset, TINYGLTF_TARGET_ELEMENT_ARRAY_BUFFER, TINYGLTF_TYPE_SCALAR,

@@ -170,6 +170,8 @@ std::array<unsigned char, 4> ColorBytes(const ColorVector& color)
 
 void CheckMesh(const SolidMesh& mesh)
 {
+    std::vector<int> checkedFor(mesh.vertices.size(),
+                                -1);  // the node that a vertex was checked for
     for (const MeshGroup& group : mesh.groups)
     {
         if (group.indexCount > mesh.indices.size() ||
@@ -190,7 +192,11 @@ void CheckMesh(const SolidMesh& mesh)
                 throw Error("node \"" + node.name + "\"", "vertex " + std::to_string(vertex),
                             "a number below " + std::to_string(mesh.vertices.size()));
             }
-            CheckVertex(mesh.vertices[vertex], vertex, node, transform);
+            if (checkedFor[vertex] != group.node)
+            {
+                CheckVertex(mesh.vertices[vertex], vertex, node, transform);
+                checkedFor[vertex] = group.node;
+            }
         }
     }
 }

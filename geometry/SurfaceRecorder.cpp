@@ -12,12 +12,6 @@ namespace
 {
 constexpr std::size_t firstSlotCount = 1024;  // a power of 2
 
-/// Negative zero becomes zero, so that equal numbers have equal bits.
-float WithoutNegativeZero(float value)
-{
-    return value + 0.0f;
-}
-
 /// Faster than vector's insert of three elements.
 void Append(std::vector<std::uint32_t>& indices, std::uint32_t a, std::uint32_t b, std::uint32_t c)
 {
@@ -36,19 +30,23 @@ bool HaveSameBits(const MeshVertex& a, const MeshVertex& b)
 
 std::size_t HashOf(const MeshVertex& vertex)
 {
+    // Large odd multipliers, another one for each word, spread neighbouring numbers over the upper
+    // bits (Knuth, The Art of Computer Programming, volume 3, section 6.4).
+    constexpr VertexBits multipliers = {0x9E3779B97F4A7C15u, 0xC2B2AE3D27D4EB4Fu,
+                                        0x165667B19E3779F9u, 0xD6E8FEB86659FD93u};
+    const VertexBits words = std::bit_cast<VertexBits>(vertex);
     std::uint64_t hash = 0;
-    for (const std::uint64_t word : std::bit_cast<VertexBits>(vertex))
+    for (std::size_t i = 0; i < words.size(); ++i)
     {
-        // The multiplier of the golden ratio spreads neighbouring numbers (Knuth, The Art of
-        // Computer Programming, volume 3, section 6.4).
-        hash = (hash ^ word) * 0x9E3779B97F4A7C15u;
-        hash ^= hash >> 32;
+        hash += (words[i] ^ words[i] >> 32) * multipliers[i];
     }
-    return static_cast<std::size_t>(hash);
+    return static_cast<std::size_t>(hash ^ hash >> 32);
 }
 }  // namespace
 
-SurfaceRecorder::SurfaceRecorder() : slots_(firstSlotCount) {}
+SurfaceRecorder::SurfaceRecorder(Diagonals diagonals)
+    : slots_(firstSlotCount), diagonals_(diagonals)
+{}
 
 void SurfaceRecorder::Clear()
 {
@@ -66,19 +64,6 @@ void SurfaceRecorder::Begin(GLenum primitive)
     count_ = 0;
 }
 
-void SurfaceRecorder::Normal(float x, float y, float z)
-{
-    next_.normal[0] = WithoutNegativeZero(x);
-    next_.normal[1] = WithoutNegativeZero(y);
-    next_.normal[2] = WithoutNegativeZero(z);
-}
-
-void SurfaceRecorder::TexCoord(const Vector2D& coordinate)
-{
-    next_.texture[0] = WithoutNegativeZero(coordinate.x);
-    next_.texture[1] = WithoutNegativeZero(coordinate.y);
-}
-
 void SurfaceRecorder::Vertex(float x, float y, float z)
 {
     next_.position[0] = WithoutNegativeZero(x);
@@ -93,17 +78,13 @@ void SurfaceRecorder::Vertex(float x, float y, float z)
             corners_[corner % 4] = index;
             if (corner % 4 == 3)
             {
-                AddTriangle(corners_[0], corners_[1], corners_[3]);
-                AddTriangle(corners_[1], corners_[2], corners_[3]);
-                AddRendered(corners_[0], corners_[1], corners_[2]);
-                AddRendered(corners_[0], corners_[2], corners_[3]);
+                AddQuad();
             }
             break;
         case GL_TRIANGLE_FAN:
             if (corner >= 2)
             {
                 AddTriangle(corners_[0], corners_[1], index);
-                AddRendered(corners_[0], corners_[1], index);
             }
             corners_[corner == 0 ? 0 : 1] = index;
             break;
@@ -113,7 +94,6 @@ void SurfaceRecorder::Vertex(float x, float y, float z)
             if (corner >= 2)
             {
                 AddTriangle(corners_[0], corners_[1], index);
-                AddRendered(corners_[0], corners_[1], index);
             }
             corners_[corner % 2] = index;
             break;
@@ -122,7 +102,6 @@ void SurfaceRecorder::Vertex(float x, float y, float z)
             if (corner % 3 == 2)
             {
                 AddTriangle(corners_[0], corners_[1], corners_[2]);
-                AddRendered(corners_[0], corners_[1], corners_[2]);
             }
             break;
     }
@@ -173,27 +152,36 @@ void SurfaceRecorder::Grow()
     slots_ = std::move(slots);
 }
 
+void SurfaceRecorder::AddQuad()
+{
+    const auto [a, b, c, d] = corners_;
+    AddToRun(6);
+    Append(indices_, a, clockwise_ ? d : b, clockwise_ ? b : d);
+    Append(indices_, b, clockwise_ ? d : c, clockwise_ ? c : d);
+    if (diagonals_ == Diagonals::UsualAndRendered)
+    {
+        Append(renderedIndices_, clockwise_ ? b : a, clockwise_ ? a : b, c);
+        Append(renderedIndices_, clockwise_ ? c : a, clockwise_ ? a : c, d);
+    }
+}
+
 void SurfaceRecorder::AddTriangle(std::uint32_t a, std::uint32_t b, std::uint32_t c)
 {
-    if (clockwise_)
+    AddToRun(3);
+    Append(indices_, a, clockwise_ ? c : b, clockwise_ ? b : c);
+    if (diagonals_ == Diagonals::UsualAndRendered)
     {
-        std::swap(b, c);
+        Append(renderedIndices_, clockwise_ ? b : a, clockwise_ ? a : b, c);
     }
+}
+
+void SurfaceRecorder::AddToRun(std::size_t indexCount)
+{
     if (runs_.empty() || runs_.back().part != part_ || runs_.back().material != material_)
     {
         runs_.push_back({part_, material_, indices_.size(), 0});
     }
-    runs_.back().indexCount += 3;
-    Append(indices_, a, b, c);
-}
-
-void SurfaceRecorder::AddRendered(std::uint32_t a, std::uint32_t b, std::uint32_t c)
-{
-    if (clockwise_)
-    {
-        std::swap(a, b);
-    }
-    Append(renderedIndices_, a, b, c);
+    runs_.back().indexCount += indexCount;
 }
 
 }  // namespace orvane

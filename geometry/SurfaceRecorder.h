@@ -31,7 +31,14 @@ public:
         std::size_t indexCount;
     };
 
-    SurfaceRecorder();
+    /// The diagonals that quads are cut along.
+    enum class Diagonals
+    {
+        UsualAndRendered,
+        Usual  ///< RenderedIndices stays empty, which is faster
+    };
+
+    explicit SurfaceRecorder(Diagonals diagonals = Diagonals::UsualAndRendered);
 
     /// Forgets the letter. Texture coordinates are 0, 0 until the next call of TexCoord.
     void Clear();
@@ -52,18 +59,32 @@ public:
     void FrontFace(GLenum mode) { clockwise_ = mode == GL_CW; }
     void Begin(GLenum primitive);
     void End() {}
-    void Normal(float x, float y, float z);
-    void TexCoord(const Vector2D& coordinate);
+    void Normal(float x, float y, float z)
+    {
+        next_.normal[0] = WithoutNegativeZero(x);
+        next_.normal[1] = WithoutNegativeZero(y);
+        next_.normal[2] = WithoutNegativeZero(z);
+    }
+    void TexCoord(const Vector2D& coordinate)
+    {
+        next_.texture[0] = WithoutNegativeZero(coordinate.x);
+        next_.texture[1] = WithoutNegativeZero(coordinate.y);
+    }
     void Vertex(float x, float y, float z);
 
 private:
+    /// Negative zero becomes zero, so that equal numbers have equal bits.
+    static float WithoutNegativeZero(float value) { return value + 0.0f; }
     /// Whether the next vertex, corner 0 or 1 of a quad, is corner 3 or 2 of the quad before it in
     /// a band. Where a band is smooth, this spares the search.
     bool IsCornerOfQuadBefore(std::size_t corner) const;
     std::uint32_t IndexOf(const MeshVertex& vertex);
     void Grow();
+    void AddQuad();
+    /// A triangle that is the same whatever the diagonals of quads are.
     void AddTriangle(std::uint32_t a, std::uint32_t b, std::uint32_t c);
-    void AddRendered(std::uint32_t a, std::uint32_t b, std::uint32_t c);
+    /// Counts indices of the part and material in hand that are about to be added.
+    void AddToRun(std::size_t indexCount);
 
     std::vector<MeshVertex> vertices_;
     std::vector<std::uint32_t> indices_;
@@ -73,6 +94,7 @@ private:
     /// of 2.
     std::vector<std::uint32_t> slots_;
 
+    Diagonals diagonals_;
     MeshPart part_ = MeshPart::Face;
     const NamedColor* material_ = nullptr;
     bool clockwise_ = false;

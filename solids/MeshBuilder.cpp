@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <map>
 #include <stdexcept>
@@ -68,66 +69,12 @@ void Reserve(std::vector<Element>& elements, std::size_t count)
     }
 }
 
-/// The triangles of a letter or an imported mesh. They are turned and scaled as they will be in the
-/// mesh, but not moved to their place.
-struct Shape
+/// Exchanges two corners of each triangle.
+void TurnRound(std::vector<std::uint32_t>& indices, std::size_t first)
 {
-    Shape() = default;
-    Shape(const SurfaceRecorder& recorder, const MeshTransform& placement);
-
-    std::vector<MeshPoint> points;     ///< the position of each vertex
-    std::vector<MeshVertex> vertices;  ///< without positions
-    std::vector<std::uint32_t> indices;
-    std::vector<SurfaceRecorder::Run> runs;
-
-private:
-    /// \param hasNormal of each vertex
-    void ReplaceMissingNormals(const std::vector<bool>& hasNormal);
-};
-
-Shape::Shape(const SurfaceRecorder& recorder, const MeshTransform& placement)
-    : vertices(recorder.Vertices()), indices(recorder.Indices()), runs(recorder.Runs())
-{
-    if (placement.IsMirroring())
+    for (std::size_t i = first; i < indices.size(); i += 3)
     {
-        for (std::size_t i = 0; i < indices.size(); i += 3)
-        {
-            std::swap(indices[i + 1], indices[i + 2]);
-        }
-    }
-    const MeshTransform forNormals = placement.ForNormals();
-    const bool isMoved = !placement.IsIdentity();
-    points.reserve(vertices.size());
-    std::vector<bool> hasNormal(vertices.size());
-    for (std::size_t i = 0; i < vertices.size(); ++i)
-    {
-        MeshVertex& vertex = vertices[i];
-        const MeshPoint point = PointOf(vertex.position);
-        const MeshPoint normal = PointOf(vertex.normal);
-        points.push_back(isMoved ? placement.Apply(point, 0) : point);
-        hasNormal[i] = SetNormal(isMoved ? forNormals.Apply(normal, 0) : normal, vertex.normal);
-    }
-    ReplaceMissingNormals(hasNormal);
-}
-
-void Shape::ReplaceMissingNormals(const std::vector<bool>& hasNormal)
-{
-    for (std::size_t i = 0; i < indices.size(); ++i)
-    {
-        const std::uint32_t index = indices[i];
-        if (hasNormal[index])
-        {
-            continue;
-        }
-        // The vertex may belong to several triangles, so each gets a vertex of its own.
-        const std::size_t first = i - i % 3;
-        MeshVertex vertex = vertices[index];
-        SetNormal(NormalOf(points[indices[first]], points[indices[first + 1]],
-                           points[indices[first + 2]]),
-                  vertex.normal);
-        indices[i] = static_cast<std::uint32_t>(vertices.size());
-        vertices.push_back(vertex);
-        points.push_back(MeshPoint(points[index]));
+        std::swap(indices[i + 1], indices[i + 2]);
     }
 }
 
@@ -145,28 +92,69 @@ private:
     {
         MeshPart part;
         int material;
-        std::vector<std::uint32_t> indices;
+        std::size_t indexCount = 0;
+        std::size_t nextIndex = 0;  ///< in the mesh: of the next triangle
+    };
+    /// Consecutive triangles of a shape, all in one bucket.
+    struct Run
+    {
+        std::size_t bucket;      ///< in buckets_
+        std::size_t firstIndex;  ///< in shapeIndices_
+        std::size_t indexCount;
+    };
+    /// A letter or an imported mesh of the node in hand.
+    struct Shape
+    {
+        std::size_t firstVertex;  ///< in shapeVertices_
+        std::size_t vertexCount;
+        std::size_t firstRun;  ///< in runs_
+        std::size_t endRun;
+    };
+    /// A shape at its place in the mesh.
+    struct PlacedShape
+    {
+        Shape shape;
+        PlacedLetter letter;
+        std::size_t firstVertex;  ///< in the mesh
     };
 
     void AddText(OrvFontString& text, const MeshTransform& transform);
+    void AddLetters(OrvFontString& text, const MeshTransform& placement);
     void AddImportedMesh(const TriangularMeshObject& object, const MeshTransform& transform);
     MeshNode& AddNode(DrawingObject& object, const MeshTransform& transform);
-    /// Adds the vertices of a shape, moved from the origin of its node to a place.
-    /// Returns the index of the first vertex in the mesh.
-    std::uint32_t AddVertices(const Shape& shape, const MeshPoint& place);
-    Bucket& BucketOf(const SurfaceRecorder::Run& run);
-    void AddBuckets();
-    void AddGroup(MeshPart part, int material, std::size_t indexCount);
+    void ForgetShapes();
+    /// Keeps the triangles of the recorder, with the normals that they will have in the mesh.
+    Shape KeepShape(const MeshTransform& placement);
+    void ReplaceMissingNormals(const Shape& shape, std::size_t firstIndex,
+                               const MeshTransform& placement);
+    std::size_t BucketOf(const SurfaceRecorder::Run& run);
+    /// Adds the vertices of all shapes of the node to the mesh.
+    void AddShapes(std::vector<PlacedShape>& shapes, const MeshTransform& placement);
+    void AddVertices(const PlacedShape& placed, const MeshTransform& placement);
+    template <typename Visit>
+    void ForEachRun(const std::vector<PlacedShape>& shapes, Visit visit) const;
+    /// Adds the triangles with a group for each run of each letter.
+    void AddGroupsOfLetters(const std::vector<PlacedShape>& shapes);
+    /// Adds the triangles with a group for each bucket.
+    void AddGroupsOfBuckets(const std::vector<PlacedShape>& shapes);
+    /// \param first where the run's indices stand in the mesh
+    void SetIndices(const PlacedShape& placed, const Run& run, std::size_t first);
+    void AddGroup(const Bucket& bucket, std::size_t firstIndex, std::size_t indexCount);
     MeshTransform PlacementOf(const MeshTransform& transform) const
     {
         return options_.inWorldCoordinates ? transform : MeshTransform();
     }
 
     MeshBuildOptions options_;
-    SurfaceRecorder recorder_;
+    SurfaceRecorder recorder_{SurfaceRecorder::Diagonals::Usual};
     MeshMaterials materials_;
-    std::vector<Bucket> buckets_;                                   ///< of the node in hand
+    // Of the node in hand:
+    std::vector<Bucket> buckets_;
     std::map<std::pair<MeshPart, int>, std::size_t> bucketPlaces_;  ///< by part and material
+    std::vector<Run> runs_;
+    std::vector<MeshVertex> shapeVertices_;    ///< where they were recorded
+    std::vector<std::uint32_t> shapeIndices_;  ///< counted from the first vertex of the shape
+    std::vector<bool> hasNormal_;              ///< of the vertices of the shape in hand
     SolidMesh mesh_;
 };
 
@@ -220,47 +208,26 @@ void MeshBuilder::AddText(OrvFontString& text, const MeshTransform& transform)
     }
 
     const MeshTransform placement = PlacementOf(transform);
-    std::unordered_map<int, Shape> shapes;  // by glyph index
-    std::vector<std::pair<PlacedLetter, const Shape*>> letters;
-    std::size_t vertexCount = mesh_.vertices.size();
-    std::size_t indexCount = mesh_.indices.size();
+    AddLetters(text, placement);
+}
+
+void MeshBuilder::AddLetters(OrvFontString& text, const MeshTransform& placement)
+{
+    ForgetShapes();
+    std::unordered_map<int, Shape> known;  // by glyph index
+    std::vector<PlacedShape> shapes;
     text.PlaceSolids([&](const PlacedLetter& letter) {
-        const auto found = shapes.try_emplace(letter.glyphIndex);
-        Shape& shape = found.first->second;
+        const auto found = known.try_emplace(letter.glyphIndex);
         if (found.second)
         {
             recorder_.Clear();
             text.RecordSolid(letter.glyphIndex, recorder_);
-            shape = Shape(recorder_, placement);
+            found.first->second = KeepShape(placement);
         }
-        letters.emplace_back(letter, &shape);
-        vertexCount += shape.vertices.size();
-        indexCount += shape.indices.size();
+        shapes.push_back({found.first->second, letter, 0});
     });
-    Reserve(mesh_.vertices, vertexCount);
-    Reserve(mesh_.indices, indexCount);
-    for (const auto& each : letters)
-    {
-        const PlacedLetter& letter = each.first;
-        const Shape& shape = *each.second;
-        const std::uint32_t first = AddVertices(shape, placement.Apply({letter.x, letter.y, 0}));
-        for (const SurfaceRecorder::Run& run : shape.runs)
-        {
-            std::vector<std::uint32_t>& indices =
-                options_.separateLetters ? mesh_.indices : BucketOf(run).indices;
-            for (std::size_t i = run.firstIndex; i < run.firstIndex + run.indexCount; ++i)
-            {
-                indices.push_back(first + shape.indices[i]);
-            }
-            if (options_.separateLetters)
-            {
-                AddGroup(run.part, materials_.IndexOf(*run.material), run.indexCount);
-                mesh_.groups.back().letter = static_cast<int>(letter.character);
-                mesh_.groups.back().line = letter.line;
-            }
-        }
-    }
-    AddBuckets();
+    AddShapes(shapes, placement);
+    options_.separateLetters ? AddGroupsOfLetters(shapes) : AddGroupsOfBuckets(shapes);
 }
 
 void MeshBuilder::AddImportedMesh(const TriangularMeshObject& object,
@@ -271,17 +238,11 @@ void MeshBuilder::AddImportedMesh(const TriangularMeshObject& object,
     MeshNode& node = AddNode(const_cast<TriangularMeshObject&>(object), transform);
     node.name = NameOf(object.name);
     const MeshTransform placement = PlacementOf(transform);
-    const Shape shape(recorder_, placement);
-    const std::uint32_t first = AddVertices(shape, placement.Apply({0, 0, 0}));
-    for (const SurfaceRecorder::Run& run : shape.runs)
-    {
-        Bucket& bucket = BucketOf(run);
-        for (std::size_t i = run.firstIndex; i < run.firstIndex + run.indexCount; ++i)
-        {
-            bucket.indices.push_back(first + shape.indices[i]);
-        }
-    }
-    AddBuckets();
+    ForgetShapes();
+    const PlacedLetter atOrigin = {0, -1, 0, 0, 0};
+    std::vector<PlacedShape> shapes = {{KeepShape(placement), atOrigin, 0}};
+    AddShapes(shapes, placement);
+    AddGroupsOfBuckets(shapes);
 }
 
 MeshNode& MeshBuilder::AddNode(DrawingObject& object, const MeshTransform& transform)
@@ -295,56 +256,195 @@ MeshNode& MeshBuilder::AddNode(DrawingObject& object, const MeshTransform& trans
     return node;
 }
 
-std::uint32_t MeshBuilder::AddVertices(const Shape& shape, const MeshPoint& place)
+void MeshBuilder::ForgetShapes()
 {
-    const std::size_t first = mesh_.vertices.size();
-    if (shape.vertices.size() > std::numeric_limits<std::uint32_t>::max() - first)
-    {
-        throw std::length_error("a mesh has at most 4,294,967,295 vertices");
-    }
-    mesh_.vertices.insert(mesh_.vertices.end(), shape.vertices.begin(), shape.vertices.end());
-    for (std::size_t i = 0; i < shape.points.size(); ++i)
-    {
-        for (std::size_t axis = 0; axis < 3; ++axis)
-        {
-            mesh_.vertices[first + i].position[axis] =
-                static_cast<float>(shape.points[i][axis] + place[axis]);
-        }
-    }
-    return static_cast<std::uint32_t>(first);
+    buckets_.clear();
+    bucketPlaces_.clear();
+    runs_.clear();
+    shapeVertices_.clear();
+    shapeIndices_.clear();
 }
 
-MeshBuilder::Bucket& MeshBuilder::BucketOf(const SurfaceRecorder::Run& run)
+MeshBuilder::Shape MeshBuilder::KeepShape(const MeshTransform& placement)
+{
+    const std::size_t firstIndex = shapeIndices_.size();
+    Shape shape = {shapeVertices_.size(), recorder_.Vertices().size(), runs_.size(), 0};
+    for (const SurfaceRecorder::Run& run : recorder_.Runs())
+    {
+        runs_.push_back({BucketOf(run), firstIndex + run.firstIndex, run.indexCount});
+    }
+    shape.endRun = runs_.size();
+    shapeVertices_.insert(shapeVertices_.end(), recorder_.Vertices().begin(),
+                          recorder_.Vertices().end());
+    shapeIndices_.insert(shapeIndices_.end(), recorder_.Indices().begin(),
+                         recorder_.Indices().end());
+    if (placement.IsMirroring())
+    {
+        TurnRound(shapeIndices_, firstIndex);
+    }
+    const MeshTransform forNormals = placement.ForNormals();
+    const bool isMoved = !placement.IsIdentity();
+    bool haveAllNormals = true;
+    hasNormal_.assign(shape.vertexCount, true);
+    for (std::size_t i = 0; i < shape.vertexCount; ++i)
+    {
+        MeshVertex& vertex = shapeVertices_[shape.firstVertex + i];
+        const MeshPoint normal = PointOf(vertex.normal);
+        if (!SetNormal(isMoved ? forNormals.Apply(normal, 0) : normal, vertex.normal))
+        {
+            hasNormal_[i] = false;
+            haveAllNormals = false;
+        }
+    }
+    if (!haveAllNormals)
+    {
+        ReplaceMissingNormals(shape, firstIndex, placement);
+        shape.vertexCount = shapeVertices_.size() - shape.firstVertex;
+    }
+    return shape;
+}
+
+void MeshBuilder::ReplaceMissingNormals(const Shape& shape, std::size_t firstIndex,
+                                        const MeshTransform& placement)
+{
+    const auto pointOf = [&](std::size_t index) {
+        const MeshVertex& vertex = shapeVertices_[shape.firstVertex + shapeIndices_[index]];
+        const MeshPoint point = PointOf(vertex.position);
+        return placement.IsIdentity() ? point : placement.Apply(point, 0);
+    };
+    for (std::size_t i = firstIndex; i < shapeIndices_.size(); ++i)
+    {
+        const std::uint32_t index = shapeIndices_[i];
+        if (index >= shape.vertexCount || hasNormal_[index])
+        {
+            continue;
+        }
+        // The vertex may belong to several triangles, so each gets a vertex of its own.
+        const std::size_t first = i - (i - firstIndex) % 3;
+        MeshVertex vertex = shapeVertices_[shape.firstVertex + index];
+        SetNormal(NormalOf(pointOf(first), pointOf(first + 1), pointOf(first + 2)), vertex.normal);
+        shapeIndices_[i] = static_cast<std::uint32_t>(shapeVertices_.size() - shape.firstVertex);
+        shapeVertices_.push_back(vertex);
+    }
+}
+
+std::size_t MeshBuilder::BucketOf(const SurfaceRecorder::Run& run)
 {
     const int material = materials_.IndexOf(*run.material);
     const auto [place, isNew] = bucketPlaces_.try_emplace({run.part, material}, buckets_.size());
     if (isNew)
     {
-        buckets_.push_back({run.part, material, {}});
+        buckets_.push_back({run.part, material, 0, 0});
     }
-    return buckets_[place->second];
+    return place->second;
 }
 
-void MeshBuilder::AddBuckets()
+void MeshBuilder::AddShapes(std::vector<PlacedShape>& shapes, const MeshTransform& placement)
 {
+    std::size_t vertexCount = mesh_.vertices.size();
+    for (PlacedShape& placed : shapes)
+    {
+        placed.firstVertex = vertexCount;
+        vertexCount += placed.shape.vertexCount;
+    }
+    if (vertexCount > std::numeric_limits<std::uint32_t>::max())
+    {
+        throw std::length_error("a mesh has at most 4,294,967,295 vertices");
+    }
+    Reserve(mesh_.vertices, vertexCount);
+    for (const PlacedShape& placed : shapes)
+    {
+        AddVertices(placed, placement);
+    }
+}
+
+template <typename Visit>
+void MeshBuilder::ForEachRun(const std::vector<PlacedShape>& shapes, Visit visit) const
+{
+    for (const PlacedShape& placed : shapes)
+    {
+        for (std::size_t run = placed.shape.firstRun; run < placed.shape.endRun; ++run)
+        {
+            visit(placed, runs_[run]);
+        }
+    }
+}
+
+void MeshBuilder::AddGroupsOfLetters(const std::vector<PlacedShape>& shapes)
+{
+    std::size_t next = mesh_.indices.size();
+    std::size_t end = next;
+    ForEachRun(shapes, [&end](const PlacedShape&, const Run& run) { end += run.indexCount; });
+    Reserve(mesh_.indices, end);
+    mesh_.indices.resize(end);
+    ForEachRun(shapes, [&](const PlacedShape& placed, const Run& run) {
+        AddGroup(buckets_[run.bucket], next, run.indexCount);
+        mesh_.groups.back().letter = static_cast<int>(placed.letter.character);
+        mesh_.groups.back().line = placed.letter.line;
+        SetIndices(placed, run, next);
+        next += run.indexCount;
+    });
+}
+
+void MeshBuilder::AddGroupsOfBuckets(const std::vector<PlacedShape>& shapes)
+{
+    ForEachRun(shapes, [this](const PlacedShape&, const Run& run) {
+        buckets_[run.bucket].indexCount += run.indexCount;
+    });
+    std::size_t end = mesh_.indices.size();
     for (Bucket& bucket : buckets_)
     {
-        mesh_.indices.insert(mesh_.indices.end(), bucket.indices.begin(), bucket.indices.end());
-        AddGroup(bucket.part, bucket.material, bucket.indices.size());
-        bucket.indices = {};
+        AddGroup(bucket, end, bucket.indexCount);
+        bucket.nextIndex = end;
+        end += bucket.indexCount;
     }
-    buckets_.clear();
-    bucketPlaces_.clear();
+    Reserve(mesh_.indices, end);
+    mesh_.indices.resize(end);
+    ForEachRun(shapes, [this](const PlacedShape& placed, const Run& run) {
+        std::size_t& next = buckets_[run.bucket].nextIndex;
+        SetIndices(placed, run, next);
+        next += run.indexCount;
+    });
 }
 
-void MeshBuilder::AddGroup(MeshPart part, int material, std::size_t indexCount)
+void MeshBuilder::AddVertices(const PlacedShape& placed, const MeshTransform& placement)
+{
+    const MeshPoint place = placement.Apply({placed.letter.x, placed.letter.y, 0});
+    const bool isMoved = !placement.IsIdentity();
+    const auto first =
+        shapeVertices_.begin() + static_cast<std::ptrdiff_t>(placed.shape.firstVertex);
+    const auto end = first + static_cast<std::ptrdiff_t>(placed.shape.vertexCount);
+    for (auto vertex = first; vertex != end; ++vertex)
+    {
+        MeshPoint point = PointOf(vertex->position);
+        if (isMoved)
+        {
+            point = placement.Apply(point, 0);
+        }
+        MeshVertex& moved = mesh_.vertices.emplace_back(*vertex);
+        for (std::size_t axis = 0; axis < 3; ++axis)
+        {
+            moved.position[axis] = static_cast<float>(point[axis] + place[axis]);
+        }
+    }
+}
+
+void MeshBuilder::SetIndices(const PlacedShape& placed, const Run& run, std::size_t first)
+{
+    const auto firstVertex = static_cast<std::uint32_t>(placed.firstVertex);
+    const std::uint32_t* const indices = shapeIndices_.data() + run.firstIndex;
+    std::transform(indices, indices + run.indexCount, mesh_.indices.data() + first,
+                   [firstVertex](std::uint32_t index) { return firstVertex + index; });
+}
+
+void MeshBuilder::AddGroup(const Bucket& bucket, std::size_t firstIndex, std::size_t indexCount)
 {
     MeshGroup& group = mesh_.groups.emplace_back();
-    group.firstIndex = mesh_.indices.size() - indexCount;
+    group.firstIndex = firstIndex;
     group.indexCount = indexCount;
     group.node = static_cast<int>(mesh_.nodes.size()) - 1;
-    group.part = part;
-    group.material = material;
+    group.part = bucket.part;
+    group.material = bucket.material;
 }
 
 }  // namespace
