@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <set>
+#include <string_view>
 
 namespace orvane
 {
@@ -14,16 +16,23 @@ namespace orvane
 namespace
 {
 
-/// A name that every reader takes as one word. Characters other than ASCII letters and digits
-/// become low lines.
+/// A name that readers take as one word. ASCII characters other than letters and digits become low
+/// lines, and so do the spaces of Unicode. All other characters stay, in UTF-8.
 std::string AsWord(const std::string& name)
 {
+    // The next line, and the space that does not break lines.
+    constexpr std::string_view spaces[] = {"\xC2\x85", "\xC2\xA0"};
     std::string word;
-    for (const unsigned char each : name)
+    for (std::size_t i = 0; i < name.size(); ++i)
     {
+        const unsigned char each = static_cast<unsigned char>(name[i]);
         const bool isPlain = (each >= '0' && each <= '9') || (each >= 'A' && each <= 'Z') ||
-                             (each >= 'a' && each <= 'z');
-        word += isPlain ? static_cast<char>(each) : '_';
+                             (each >= 'a' && each <= 'z') || each >= 0x80;
+        const std::string_view pair = std::string_view(name).substr(i, 2);
+        const bool isSpace =
+            std::find(std::begin(spaces), std::end(spaces), pair) != std::end(spaces);
+        word += isPlain && !isSpace ? name[i] : '_';
+        i += isSpace ? 1 : 0;
     }
     return word.empty() ? "_" : word;
 }

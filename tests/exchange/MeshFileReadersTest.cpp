@@ -17,6 +17,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <set>
 
 using orvane::MeshFileOptions;
 using orvane::MeshFormat;
@@ -33,6 +34,7 @@ struct ReadMesh
     float maximum[3] = {-1e30f, -1e30f, -1e30f};
     std::map<std::string, std::size_t> trianglesOfColors;  ///< by red, green and blue, 0 to 255
     double sixfoldVolume = 0;
+    std::set<std::string> names;  ///< of nodes
 
     void Add(const aiMesh& mesh, const aiMatrix4x4& m, const aiScene& scene)
     {
@@ -76,6 +78,7 @@ struct ReadMesh
     {
         aiMatrix4x4 matrix = above;
         aiMultiplyMatrix4(&matrix, &node.mTransformation);
+        names.insert(node.mName.C_Str());
         for (unsigned i = 0; i < node.mNumMeshes; ++i)
         {
             Add(*scene.mMeshes[node.mMeshes[i]], matrix, scene);
@@ -160,5 +163,18 @@ INSTANTIATE_TEST_SUITE_P(
                     std::pair(MeshFormat::Stl, ".stl"), std::pair(MeshFormat::ThreeMf, ".3mf"),
                     std::pair(MeshFormat::Obj, ".obj"), std::pair(MeshFormat::Ply, ".ply")),
     [](const auto& info) { return std::string(info.param.second).substr(1); });
+
+TEST(MeshFileNames, OfObjAndGltfFilesAreUtf8)
+{
+    SolidMesh mesh;
+    AddCube(mesh, "\xC3\x84ra");
+    EXPECT_EQ(ReadBack(WriteInMemory(mesh, MeshFormat::Obj), ".obj").names.count("\xC3\x84ra"), 1u);
+    const std::vector<MeshFormat> built = FormatsOfThisBuild();
+    if (std::find(built.begin(), built.end(), MeshFormat::Glb) != built.end())
+    {
+        EXPECT_EQ(ReadBack(WriteInMemory(mesh, MeshFormat::Glb), ".glb").names.count("\xC3\x84ra"),
+                  1u);
+    }
+}
 
 #endif

@@ -43,6 +43,14 @@ TEST(ObjWriter, TheVerticesOfEveryNodeAreNumberedOn)
     EXPECT_EQ(text.find("49"), std::string::npos);
 }
 
+TEST(ObjWriter, NamesAreUtf8WithoutSpacesAndSigns)
+{
+    SolidMesh mesh;
+    AddCube(mesh, "\xC3\x84ra\xC2\xA0\xD0\x90#1\xC2\x85");
+    const std::string text = WriteInMemory(mesh, MeshFormat::Obj).Text();
+    EXPECT_NE(text.find("o \xC3\x84ra_\xD0\x90_1_\n"), std::string::npos);
+}
+
 TEST(ObjWriter, MaterialsOfTheSameNameGetNamesOfTheirOwn)
 {
     SolidMesh mesh;
