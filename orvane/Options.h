@@ -303,6 +303,14 @@ struct MeshFileOptions
     double em = 1;  ///< how large one em is, in units: 0.000001 to 1000000
     UpAxis up = UpAxis::Y;
     std::string name;  ///< of the whole, where the format holds one; in UTF-8
+    /// Whether the file is to have closed meshes only. Texts with square, bevelled or rounded edges
+    /// are then written with the profile of the same measures; the document does not change.
+    bool solid = false;
+    /// Called with a sentence about the edges that were replaced because of `solid`.
+    std::function<void(const std::string& note)> note;
+    /// Called with a sentence about meshes that are not closed although `solid` is set. They are
+    /// still written. If no function is set, such a mesh is an Error.
+    std::function<void(const std::string& problem)> warn;
 };
 
 /// How a document is drawn into the current OpenGL context.

@@ -7,9 +7,11 @@
 #include "import3ds/TriangularMeshObject.h"
 #include "platform/CodePages.h"
 #include "scene/OrvFontString.h"
+#include "solids/ClosedText.h"
 #include "solids/MeshMaterials.h"
 #include "solids/MeshTransform.h"
 #include "solids/NodeTransform.h"
+#include "solids/OrvProfileString.h"
 
 #include <algorithm>
 #include <cmath>
@@ -208,6 +210,12 @@ void MeshBuilder::AddText(OrvFontString& text, const MeshTransform& transform)
     }
 
     const MeshTransform placement = PlacementOf(transform);
+    if (options_.closedTexts && dynamic_cast<const OrvProfileString*>(&text) == nullptr)
+    {
+        AddLetters(*MakeClosedText(text), placement);
+        materials_.ForgetAddresses();
+        return;
+    }
     AddLetters(text, placement);
 }
 

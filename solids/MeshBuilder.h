@@ -17,6 +17,9 @@ struct MeshBuildOptions
     /// Whether each letter has groups of its own, in the order of its text. Otherwise a text has
     /// one group for each part and material.
     bool separateLetters = false;
+    /// Whether texts with described edges are built as closed solids: those of MakeClosedText
+    /// (solids/ClosedText.h). BuildMesh then throws what MakeClosedText throws.
+    bool closedTexts = false;
 };
 
 /// The triangles that drawing a node and everything below it would draw: those of texts and of

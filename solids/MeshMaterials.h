@@ -17,8 +17,10 @@ class MeshMaterials
 {
 public:
     /// The index of a material in the mesh. Adds the material when it is new. It must not change as
-    /// long as this object lives.
+    /// long as this object lives, or until ForgetAddresses.
     int IndexOf(const NamedColor& material);
+    /// From now on, the materials that IndexOf was called with may change or cease to exist.
+    void ForgetAddresses() { byAddress_.clear(); }
     std::vector<NamedColor> Take() { return std::move(materials_); }
 
 private:

@@ -7,6 +7,7 @@
 #include "document/SceneFraming.h"
 #include "document/TextEncoding.h"
 #include "document/meshes/SceneMesh.h"
+#include "document/meshes/SolidNotes.h"
 #include "orvane/Error.h"
 #include "orvane/orvane.h"
 #include "scene/ViewObject.h"
@@ -113,7 +114,8 @@ void WriteMesh(const Document& document, const std::string& path, const MeshFile
     const CodePageScope scope(state.scene.codePage);
     const std::unique_ptr<ViewObject> view =
         state.ViewFor(UnaskedSize(*state.scene.view, state.scene.path));
-    MeshScene scene = MakeMeshScene(*view, file.Format());
+    MeshScene scene = MakeMeshScene(*view, file.Format(), options);
+    TellSolidNotes(scene.mesh, options, path);
     PlaceScene(scene, file.Format(), options);
     file.Write(scene);
     file.Commit();

@@ -123,13 +123,15 @@ void AddLights(const SceneObject& scene, const MeshTransform& above, MeshScene& 
 
 }  // namespace
 
-MeshScene MakeMeshScene(const ViewObject& view, MeshFormat format)
+MeshScene MakeMeshScene(const ViewObject& view, MeshFormat format,
+                        const MeshFileOptions& fileOptions)
 {
     MeshScene result;
     SceneObject& scene = *view.GetScene();
     MeshBuildOptions options;
     options.inWorldCoordinates = !IsGltf(format);
     options.separateLetters = format == MeshFormat::ThreeMf;  // whose objects are lines
+    options.closedTexts = fileOptions.solid;
     result.mesh = BuildMesh(scene, options);
     if (!view.ShouldShowTextures())
     {

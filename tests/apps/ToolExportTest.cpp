@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The command export.
 
+#include "tests/support/Chunks.h"
 #include "tests/support/Json.h"
 #include "tests/support/ToolRun.h"
 
@@ -18,6 +19,14 @@ std::uint32_t TrianglesOfStl(const std::string& file)
     std::memcpy(&triangles, file.data() + 80, 4);
     EXPECT_EQ(file.size(), 84 + 50 * std::size_t{triangles});
     return triangles;
+}
+
+/// A 3D Studio file with one triangle, which encloses nothing.
+Bytes OpenMesh()
+{
+    const RecordBytes vertices = VertexChunk({0, 0, 0, 10, 0, 0, 10, 10, 0});
+    return FileOf(
+        {ObjectChunk("leaf", {ChunkOf(0x4100, {vertices, FaceChunk({0, 1, 2, 7}, {})})})});
 }
 
 }  // namespace
@@ -133,4 +142,70 @@ TEST(ToolExport, JsonAndTheFileCannotBothGoToStandardOutput)
     const ToolResult result = folder.Run({"export", "I", "-o", "-", "--format", "stl", "--json"});
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "");
+}
+
+TEST(ToolExport, SolidMakesEveryEdgeClosedAndTellsWhatBecameOfIt)
+{
+    struct Case
+    {
+        std::vector<std::string> look;
+        const char* told;
+    };
+    const Case cases[] = {
+        {{"--style", "square"}, "square edges became the plain walls of closed solids in 1 text"},
+        {{"--style", "bevel", "--bevel", "0.04"},
+         "bevelled edges became the profile \"chamfer 0.04\" in 1 text"},
+        {{"--style", "round", "--bevel", "0.05"},
+         "rounded edges became the profile \"round 0.05\" in 1 text"},
+        {{"--style", "profile", "--profile", "ogee"}, nullptr},
+    };
+    for (const Case& each : cases)
+    {
+        ToolFolder folder;
+        std::vector<std::string> arguments = {"export", "Rag&8",  "-o",
+                                              "a.stl",  "--json", "--solid"};
+        arguments.insert(arguments.end(), each.look.begin(), each.look.end());
+        const ToolResult result = folder.Run(arguments);
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(result.err,
+                  each.told == nullptr ? "" : std::string("orvane: ") + each.told + '\n');
+        EXPECT_EQ(Json::parse(result.out)["closed"], true);
+    }
+}
+
+TEST(ToolExport, SolidKeepsTheSizeOfBevels)
+{
+    ToolFolder folder;
+    // An I of DejaVu Sans Bold is a rectangle: 1493 units high and 385 wide, of 2048 an em.
+    const ToolResult result = folder.Run({"export", "I", "-o", "i.stl", "--json", "--solid",
+                                          "--style", "bevel", "--bevel", "0.05", "--depth", "0.5",
+                                          "--font", "DejaVu Sans Bold", "--bevel-on", "front"});
+    const double height = 1493 / 2048.0;
+    const double width = 385 / 2048.0;
+    // The chamfer grows by 0.05 on each side over a depth of 0.05: the integral of
+    // (height + 2 t) (width + 2 t).
+    const double chamfer =
+        height * width * 0.05 + (height + width) * 0.05 * 0.05 + 4 * 0.05 * 0.05 * 0.05 / 3;
+    EXPECT_NEAR(Json::parse(result.out)["volume"].get<double>(),
+                chamfer + (height + 0.1) * (width + 0.1) * 0.45, 1e-4);
+}
+
+TEST(ToolExport, SolidTellsMeshesThatAreOpenAndStrictFails)
+{
+    ToolFolder folder;
+    folder.Write("leaf.3ds", AsText(OpenMesh()));
+    const std::vector<std::string> arguments = {"export", "--import", "leaf.3ds",
+                                                "-o",     "a.stl",    "--solid"};
+    const ToolResult result = folder.Run(arguments);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "orvane: 1 part is not closed: \"leaf\"\n");
+    EXPECT_EQ(TrianglesOfStl(folder.Read("a.stl")), 1u);
+
+    std::vector<std::string> strict = arguments;
+    strict[4] = "b.stl";
+    strict.emplace_back("--strict");
+    const ToolResult refused = folder.Run(strict);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.err, "orvane: b.stl: 1 part is not closed: \"leaf\"\n");
+    EXPECT_FALSE(folder.Has("b.stl"));
 }

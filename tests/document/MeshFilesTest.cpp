@@ -5,6 +5,7 @@
 #include "scene/SceneObject.h"
 #include "tests/support/BmpFile.h"
 #include "tests/support/Json.h"
+#include "tests/support/MeshFile.h"
 #include "tests/support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
@@ -276,4 +277,44 @@ TEST_F(MeshFiles, ADocumentWithoutContentIsAFileWithoutTriangles)
     EXPECT_EQ(TrianglesIn("empty.stl"), 0u);
     WriteMesh(Document(), Path("empty.glb"));
     EXPECT_FALSE(ReadGlb("empty.glb").contains("meshes"));
+}
+
+TEST_F(MeshFiles, SolidTextsAreClosedAndTheDocumentDoesNotChange)
+{
+    Document document;
+    orvane::TextOptions look;
+    look.edgeStyle = orvane::EdgeStyle::Round;
+    look.bevelWidth = 0.0625;
+    document.AddText("Rag", look);
+    document.AddText("&8", look);
+    WriteMesh(document, Path("drawn.stl"));  // measures the texts, which a scene file has
+    document.Save(Path("before.orv"));
+
+    MeshFileOptions options;
+    options.solid = true;
+    std::vector<std::string> notes;
+    options.note = [&notes](const std::string& note) { notes.push_back(note); };
+    WriteMesh(document, Path("solid.stl"), options);
+    EXPECT_EQ(notes, std::vector<std::string>{
+                         "rounded edges became the profile \"round 0.0625\" in 2 texts"});
+    EXPECT_NE(TrianglesIn("solid.stl"), TrianglesIn("drawn.stl"));
+    document.Save(Path("after.orv"));
+    EXPECT_EQ(Read("after.orv") == Read("before.orv"), true);
+}
+
+TEST_F(MeshFiles, AnOpenMeshIsAnErrorOnlyWhenSolidIsAskedForAndNobodyIsTold)
+{
+    const MeshLists triangle = {{0, 0, 0, 10, 0, 0, 10, 10, 0}, {0, 1, 2, 7}};
+    const TemporaryFile leaf("leaf.3ds", MeshFile(1, triangle, 1));
+    Document document;
+    document.AddMesh(static_cast<const char*>(leaf.Path()));
+    WriteMesh(document, Path("drawn.stl"));
+    MeshFileOptions options;
+    options.solid = true;
+    EXPECT_THROW(WriteMesh(document, Path("a.stl"), options), Error);
+    EXPECT_EQ(Names(), std::set<std::string>{"drawn.stl"});
+    std::vector<std::string> problems;
+    options.warn = [&problems](const std::string& problem) { problems.push_back(problem); };
+    WriteMesh(document, Path("a.stl"), options);
+    EXPECT_EQ(problems, std::vector<std::string>{"1 part is not closed: \"mesh0\""});
 }

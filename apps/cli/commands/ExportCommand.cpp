@@ -10,6 +10,7 @@
 #include "document/OutputFile.h"
 #include "document/meshes/MeshFile.h"
 #include "document/meshes/SceneMesh.h"
+#include "document/meshes/SolidNotes.h"
 #include "orvane/orvane.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
@@ -97,6 +98,20 @@ std::string MeasuresToJson(const MeshScene& scene, const ExportOptions& options,
     return json.Result();
 }
 
+/// The options, with functions that tell on standard error what --solid did and could not do. With
+/// --strict, a mesh that is not closed is an error.
+MeshFileOptions NotesOf(const ExportOptions& options)
+{
+    const auto say = [](const std::string& message) { Say(message); };
+    MeshFileOptions mesh = options.mesh;
+    mesh.note = say;
+    if (options.source.strictness == Strictness::GoOn)
+    {
+        mesh.warn = say;
+    }
+    return mesh;
+}
+
 void Export(const ExportOptions& options)
 {
     if (options.json && options.output == "-")
@@ -111,7 +126,8 @@ void Export(const ExportOptions& options)
     PlaceScene(scene, file.Format(), options.mesh);  // checks the options
     std::optional<Size> size;
     const SceneDocument document = options.source.Make(request, size, false);
-    scene = MakeMeshScene(*document.view, file.Format());
+    scene = MakeMeshScene(*document.view, file.Format(), options.mesh);
+    TellSolidNotes(scene.mesh, NotesOf(options), options.output);
     PlaceScene(scene, file.Format(), options.mesh);
     file.Write(scene);
     file.Commit();
@@ -149,6 +165,9 @@ void AddExportCommand(CLI::App& app)
     OptionAdder add(command);
     o.source.AddTexts();
     AddFile(add, o);
+    command.add_flag("--solid", o.mesh.solid,
+                     "Closed meshes only: square, bevelled and rounded edges\nbecome profiles of "
+                     "the same measures");
     command.add_flag("--json", o.json,
                      "Prints a JSON object with the measures of each text\nand mesh");
     AddCostOptions(command, o.costs);
