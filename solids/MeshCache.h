@@ -35,6 +35,9 @@ struct BufferFunctions;
 /// because some renderers cut it along its other diagonal. While OpenGL is to draw lines or points
 /// in place of filled polygons, or with flat shading, nodes draw themselves.
 ///
+/// The context must have OpenGL's fixed functions, because matrices, lights and materials are set
+/// as in immediate mode. For a core profile, BuildMesh (solids/MeshBuilder.h) gives the triangles.
+///
 /// A cache belongs to the context that is current when it draws first. That context must be current
 /// at each later draw, in Clear and in the destructor. Use it on one thread at a time.
 class ORVANE_API MeshCache final : public SolidDrawer
