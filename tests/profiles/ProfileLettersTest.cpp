@@ -8,6 +8,7 @@
 #include "tests/support/FontFigures.h"
 #include "tests/support/PrivateFonts.h"
 #include "tests/support/SlicedVolume.h"
+#include "tests/support/TriangleCrossings.h"
 
 #include <gtest/gtest.h>
 
@@ -76,6 +77,23 @@ TEST_P(ProfileLetters, VolumesAgreeWithThoseOfSlices)
                                 0.005 * sliced)
                         << static_cast<char>(character) << ' ' << ProfileText(profile);
                 }
+            }
+        }
+    }
+}
+
+TEST_P(ProfileLetters, NoTriangleCrossesAnother)
+{
+    for (const UINT character : {'8', 'R', 'g', '&', 'W', 'k', '@', '%'})
+    {
+        const PlaneRegion region = Letter(font_, character);
+        for (const std::string& name : ProfileNames())
+        {
+            for (const double width : {0.08, -0.08, 0.01, -0.02})
+            {
+                const ProfileSolid solid = BuildProfileSolid(region, NamedProfile(name, width));
+                EXPECT_EQ(FindCrossings(solid).crossings, 0)
+                    << static_cast<char>(character) << ' ' << name << ' ' << width;
             }
         }
     }

@@ -5,55 +5,69 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
+#include <numeric>
 #include <vector>
 
 using namespace orvane;
 
 std::string WhyNotClosed(const ProfileSolid& solid)
 {
-    using Edge = std::pair<std::uint32_t, std::uint32_t>;
-    std::vector<Edge> edges;
+    const std::size_t count = solid.positions.size();
+    // The edges in the order of their starts; starts[i] is the first one from position i.
+    std::vector<std::uint32_t> starts(count + 2);
     for (std::size_t i = 0; i < solid.triangles.size(); ++i)
     {
-        const std::string name = "triangle " + std::to_string(i);
+        const auto name = [i] { return "triangle " + std::to_string(i); };
         const SolidTriangle& triangle = solid.triangles[i];
         for (int corner = 0; corner < 3; ++corner)
         {
             const std::uint32_t from = triangle.corners[corner];
-            const std::uint32_t to = triangle.corners[(corner + 1) % 3];
-            if (from >= solid.positions.size())
+            if (from >= count)
             {
-                return name + " has a corner without a position";
+                return name() + " has a corner without a position";
             }
-            if (from == to)
+            if (from == triangle.corners[(corner + 1) % 3])
             {
-                return name + " uses a position twice";
+                return name() + " uses a position twice";
             }
-            edges.emplace_back(from, to);
+            ++starts[from + 2];
             const auto& normal = triangle.normals[corner];
-            const double length = std::hypot(normal[0], normal[1], normal[2]);
-            if (!(std::abs(length - 1) < 1e-4))
+            const float square =
+                normal[0] * normal[0] + normal[1] * normal[1] + normal[2] * normal[2];
+            if (!(std::abs(square - 1) < 2e-4F))
             {
-                return name + " has a normal of length " + std::to_string(length);
+                return name() + " has a normal of length " + std::to_string(std::sqrt(square));
             }
         }
     }
-    std::sort(edges.begin(), edges.end());
-    const auto nameOf = [](const Edge& edge) {
-        return "the edge from position " + std::to_string(edge.first) + " to " +
-               std::to_string(edge.second);
-    };
-    const auto repeated = std::adjacent_find(edges.begin(), edges.end());
-    if (repeated != edges.end())
+    std::partial_sum(starts.begin(), starts.end(), starts.begin());
+    std::vector<std::uint32_t> ends(3 * solid.triangles.size());
+    for (const SolidTriangle& triangle : solid.triangles)
     {
-        return nameOf(*repeated) + " is used twice in the same direction";
-    }
-    for (const Edge& edge : edges)
-    {
-        if (!std::binary_search(edges.begin(), edges.end(), Edge(edge.second, edge.first)))
+        for (int corner = 0; corner < 3; ++corner)
         {
-            return nameOf(edge) + " has a triangle on one side only";
+            ends[starts[triangle.corners[corner] + 1]++] = triangle.corners[(corner + 1) % 3];
+        }
+    }
+    const auto edgesBetween = [&](std::uint32_t from, std::uint32_t to) {
+        return std::count(ends.begin() + starts[from], ends.begin() + starts[from + 1], to);
+    };
+    for (std::uint32_t from = 0; from < count; ++from)
+    {
+        for (std::uint32_t i = starts[from]; i < starts[from + 1]; ++i)
+        {
+            const auto name = [&] {
+                return "the edge from position " + std::to_string(from) + " to " +
+                       std::to_string(ends[i]);
+            };
+            if (edgesBetween(from, ends[i]) != 1)
+            {
+                return name() + " is used twice in the same direction";
+            }
+            if (edgesBetween(ends[i], from) != 1)
+            {
+                return name() + " has a triangle on one side only";
+            }
         }
     }
     return {};
