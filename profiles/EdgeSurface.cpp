@@ -13,11 +13,6 @@ namespace orvane::profiles
 namespace
 {
 
-/// How often a band is cut into narrower bands before ridge points alone make its ridges.
-constexpr int maxRefinements = 6;
-/// The most levels that refinements make.
-constexpr std::size_t maxLevels = 100;
-
 double ReachOf(const EdgeProfile& profile)
 {
     CheckProfile(profile);
@@ -33,7 +28,7 @@ double ReachOf(const EdgeProfile& profile)
 }  // namespace
 
 EdgeSurface::EdgeSurface(const PlaneRegion& region, const EdgeProfile& profile, Faces faces)
-    : offsets_(region, profile.corners, ReachOf(profile)), corners_(profile.corners), faces_(faces)
+    : offsets_(region, profile.corners, ReachOf(profile)), faces_(faces)
 {
     AddLevels(profile);
     FindBands();
@@ -57,7 +52,6 @@ void EdgeSurface::AddLevels(const EdgeProfile& profile)
         }
         levels_.push_back({RingAt(step.offset * unit), step.height});
     }
-    refinements_.assign(levels_.size(), 0);
 }
 
 /// The smallest inward offset, in grid units, at which nothing is left of the region; up to 2 units
@@ -103,67 +97,21 @@ void EdgeSurface::FindBands()
     {
         TryNextOffset(levels_.back().ring);
     }
-    std::vector<double> cuts;
-    for (std::size_t i = 0; i + 1 < levels_.size();)
+    bands_.resize(levels_.size() - 1);
+    for (std::size_t i = 0; i < bands_.size();)
     {
-        bands_.resize(i + 1);
-        cuts.clear();
-        const bool mayRefine = refinements_[i] < maxRefinements && levels_.size() < maxLevels;
-        if (!FindBand(i, mayRefine ? &cuts : nullptr))
-        {
-            Repair(i);
-            FindBands();
-            return;
-        }
-        if (cuts.empty())
+        if (FindBand(i))
         {
             ++i;
             continue;
         }
-        Refine(i, cuts);
-    }
-}
-
-/// Puts levels at \p cuts, which are offsets in grid units in the order from level \p index to the
-/// next.
-void EdgeSurface::Refine(std::size_t index, const std::vector<double>& cuts)
-{
-    const Level upper = levels_[index];
-    const Level lower = levels_[index + 1];
-    const double from = found_[upper.ring].actual;
-    const double way = found_[lower.ring].actual - from;
-    std::vector<Level> levels;
-    for (const double cut : cuts)
-    {
-        const double height = upper.height + (lower.height - upper.height) * (cut - from) / way;
-        levels.push_back({RingAt(cut), height, true});
-    }
-    const auto at = static_cast<std::ptrdiff_t>(index) + 1;
-    const int times = ++refinements_[index];
-    levels_.insert(levels_.begin() + at, levels.begin(), levels.end());
-    refinements_.insert(refinements_.begin() + at, levels.size(), times);
-}
-
-/// One of the rings of a band meets itself, or the two meet. A step of the profile is replaced. An
-/// extra level is left out, and the band that it was put into is not cut again.
-void EdgeSurface::Repair(std::size_t index)
-{
-    std::vector<IndexTriangle> unused;
-    const bool isUpperGood = Fill(rings_[levels_[index].ring], unused);
-    const auto extra = [this](std::size_t level) {
-        return level < levels_.size() && levels_[level].isExtra ? level : 0;
-    };
-    const std::size_t bad = isUpperGood ? index + 1 : index;
-    const std::size_t other = isUpperGood ? index : index + 1;
-    const std::size_t out = extra(bad) != 0 ? bad : extra(other);
-    if (out == 0)
-    {
-        TryNextOffset(levels_[bad].ring);
+        // One of the two rings meets itself, or they meet.
+        std::vector<IndexTriangle> unused;
+        const bool isUpperGood = Fill(rings_[levels_[i].ring], unused);
+        TryNextOffset(levels_[isUpperGood ? i + 1 : i].ring);
+        FindBands();
         return;
     }
-    levels_.erase(levels_.begin() + static_cast<std::ptrdiff_t>(out));
-    refinements_.erase(refinements_.begin() + static_cast<std::ptrdiff_t>(out));
-    refinements_[out - 1] = maxRefinements;
 }
 
 /// Replaces a ring that cannot be used by that of an offset a few grid units beside it, where
@@ -212,22 +160,16 @@ bool EdgeSurface::Fill(const Ring& ring, std::vector<IndexTriangle>& triangles)
     return true;
 }
 
-bool EdgeSurface::FindBand(std::size_t index, std::vector<double>* cuts)
+bool EdgeSurface::Join(const Ring& upper, const Ring& lower, int winding,
+                       std::span<const BandSkeleton::Node> nodes)
 {
-    const Level& upperLevel = levels_[index];
-    const Level& lowerLevel = levels_[index + 1];
-    Band& band = bands_[index];
-    band = {};
-    const Ring& upper = rings_[upperLevel.ring];
-    const Ring& lower = rings_[lowerLevel.ring];
-    if (upperLevel.ring == lowerLevel.ring || (upper.edges.empty() && lower.edges.empty()))
-    {
-        return true;
-    }
-
     const int upperCount = static_cast<int>(upper.points.size());
     points_ = upper.points;
     points_.insert(points_.end(), lower.points.begin(), lower.points.end());
+    for (const BandSkeleton::Node& node : nodes)
+    {
+        points_.push_back(node.place);
+    }
     if (triangulation_.Build(points_) != Triangulation::Outcome::Done)
     {
         return false;
@@ -247,25 +189,47 @@ bool EdgeSurface::FindBand(std::size_t index, std::vector<double>* cuts)
             return false;
         }
     }
+    return triangulation_.FindInside(winding);
+}
+
+bool EdgeSurface::FindBand(std::size_t index)
+{
+    const Level& upperLevel = levels_[index];
+    const Level& lowerLevel = levels_[index + 1];
+    Band& band = bands_[index];
+    band = {};
+    const Ring& upper = rings_[upperLevel.ring];
+    const Ring& lower = rings_[lowerLevel.ring];
+    if (upperLevel.ring == lowerLevel.ring || (upper.edges.empty() && lower.edges.empty()))
+    {
+        return true;
+    }
+
     const double from = found_[upperLevel.ring].actual;
     const double to = found_[lowerLevel.ring].actual;
-    if (!triangulation_.FindInside(from < to ? 1 : -1))
+    const int winding = from < to ? 1 : -1;
+    if (!Join(upper, lower, winding, {}))
     {
         return false;
     }
-
     if (upperLevel.height != lowerLevel.height)
     {
-        BandRidges ridges(triangulation_, {upper, from}, {lower, to}, corners_, UnitsPerEm());
-        if (cuts != nullptr)
+        BandRidges ridges(triangulation_, {upper, from}, {lower, to}, offsets_.ArcStep(),
+                          UnitsPerEm());
+        const BandSkeleton skeleton = ridges.FindSkeleton();
+        if (!skeleton.Lines().empty())
         {
-            *cuts = ridges.Cuts();
-            if (!cuts->empty())
+            // A node that rounding has put onto a ring is no point of a triangle.
+            if (Join(upper, lower, winding, skeleton.Nodes()))
             {
-                return true;
+                ridges.AddSkeleton(skeleton, band.ridge);
+            }
+            else
+            {
+                Join(upper, lower, winding, {});
             }
         }
-        ridges.AddPoints(band.ridge);
+        ridges.CutChords(band.ridge);
     }
     AppendInside(triangulation_, from > to, band.triangles);
     return true;

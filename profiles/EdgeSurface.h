@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "profiles/BandSkeleton.h"
 #include "profiles/EdgeProfile.h"
 #include "profiles/RegionOffsets.h"
 #include "profiles/Triangulation.h"
 
 #include <array>
+#include <span>
 #include <vector>
 
 namespace orvane::profiles
@@ -16,7 +18,6 @@ struct Level
 {
     std::size_t ring = 0;  ///< in EdgeSurface::Rings()
     double height = 0;     ///< in ems; 0 in the plane of the face, negative behind it
-    bool isExtra = false;  ///< not a step of the profile: put in for the sake of a ridge
 };
 
 /// A triangle, as three points.
@@ -42,9 +43,7 @@ struct Band
 ///
 /// The band between two levels fills the area between their rings. Each edge of a ring is an edge
 /// of one triangle above and of one below, so that bands, walls and faces fit together. Where a
-/// stroke vanishes between two levels, or two strokes meet, further levels are put in just short of
-/// the places where that happens, and what is still flat gets ridge points, at heights that follow
-/// from their distance to the ring.
+/// stroke vanishes between two levels, or two strokes meet, the band has ridges; see BandRidges.
 class EdgeSurface
 {
 public:
@@ -84,23 +83,21 @@ private:
     double MiddleOffset() const;
     std::size_t RingAt(double offset);
     void FindBands();
-    /// Computes a band. When levels should be put into it first, \p cuts receives their offsets;
-    /// null when none may be. Returns false when the two rings cannot be joined.
-    bool FindBand(std::size_t index, std::vector<double>* cuts);
-    void Refine(std::size_t index, const std::vector<double>& cuts);
-    /// Replaces one of the rings of a band that cannot be joined, or leaves one out.
-    void Repair(std::size_t index);
+    /// Computes a band. Returns false when the two rings cannot be joined.
+    bool FindBand(std::size_t index);
+    /// Triangulates the band between two rings, with nodes in it. Returns false when they cannot be
+    /// joined.
+    bool Join(const Ring& upper, const Ring& lower, int winding,
+              std::span<const BandSkeleton::Node> nodes);
     void TryNextOffset(std::size_t ring);
     /// Finds triangles that fill a ring. Returns false when it meets itself.
     bool Fill(const Ring& ring, std::vector<IndexTriangle>& triangles);
 
     RegionOffsets offsets_;
-    ProfileCorners corners_;
     Faces faces_;
     std::vector<FoundRing> found_;  ///< of each ring
     std::vector<Ring> rings_;
     std::vector<Level> levels_;
-    std::vector<int> refinements_;  ///< of each level: how often the band below it was cut
     std::vector<Band> bands_;
     std::vector<IndexTriangle> firstFill_;
     std::vector<IndexTriangle> lastFill_;

@@ -6,6 +6,7 @@
 
 #include "contours/PlanePoint.h"
 
+#include <cmath>
 #include <cstdint>
 
 namespace orvane::profiles
@@ -17,6 +18,17 @@ inline constexpr std::int32_t maxGridCoordinate = 1 << 24;
 
 /// A point in whole grid units; see Grid for the size of a unit.
 using GridPoint = contours::PlanePoint<std::int32_t>;
+
+inline contours::DoublePoint PointOf(const GridPoint& place)
+{
+    return {double{1} * place.x, double{1} * place.y};
+}
+
+inline GridPoint NearestGridPoint(const contours::DoublePoint& place)
+{
+    return {static_cast<std::int32_t>(std::lround(place.x)),
+            static_cast<std::int32_t>(std::lround(place.y))};
+}
 
 /// Twice the area of a triangle: positive when \p c lies to the left of the way from \p a to \p b,
 /// and 0 when the three lie on one line. Exact.

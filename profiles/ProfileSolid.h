@@ -62,10 +62,9 @@ struct ProfileSolidOptions
 /// An offset at which nothing is left of the region has no ring: the surface ends before it, in a
 /// ridge. A region without area gives a solid without triangles.
 ///
-/// Where strokes vanish or meet between two steps of the profile, further rings are put in, at
-/// least 0.002 em apart, until the volume between the surface and the exact one is about (0.008
-/// em)^3 or less in each band. Rings stop a 64th of the stroke's half width or 0.002 em short of a
-/// ridge; points on the ridge, at their exact distance from the ring, close the surface.
+/// Between two steps of the profile the surface is made of planes, one for each edge of the
+/// outline. Where strokes vanish or meet, the planes meet in ridges and valleys, the straight
+/// skeleton; its points lie at their exact distance from the ring.
 ///
 /// Throws Error when the profile or a coordinate is wrong, when the profiles are deeper than the
 /// letter, and when a ring cannot be filled.

@@ -47,6 +47,9 @@ public:
 
     double UnitsPerEm() const { return grid_.unitsPerEm; }
 
+    /// Radians between the points of an arc; 0 when rings go around corners in tips.
+    double ArcStep() const { return corners_ == ProfileCorners::Round ? arcStep_ : 0; }
+
     /// The border of the area that is grown by an offset, in grid units, or shrunk by a negative
     /// one. Empty when nothing is left. Of two offsets, the larger one's area contains the other's;
     /// the borders are apart when the offsets differ by at least minSeparation.

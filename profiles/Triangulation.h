@@ -38,7 +38,8 @@ public:
 
     /// Makes an edge of a contour an edge of two triangles.
     /// \param winding what is added to the winding on the left of the way: 1, or -1 for a contour
-    /// whose area is taken away.
+    /// whose area is taken away. 0 makes an edge of no contour, after FindInside only, because that
+    /// may flip it.
     Outcome AddEdge(int from, int to, int winding);
     int TouchedPoint() const { return touchedPoint_; }
 
