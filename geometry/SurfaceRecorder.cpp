@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "geometry/SurfaceRecorder.h"
 
-#include <array>
-#include <bit>
 #include <utility>
 
 namespace orvane
@@ -19,30 +17,32 @@ void Append(std::vector<std::uint32_t>& indices, std::uint32_t a, std::uint32_t 
     indices.push_back(b);
     indices.push_back(c);
 }
+}  // namespace
 
-using VertexBits = std::array<std::uint64_t, sizeof(MeshVertex) / sizeof(std::uint64_t)>;
-
-/// Whether two vertices are equal. A number that is no number is equal to itself.
-bool HaveSameBits(const MeshVertex& a, const MeshVertex& b)
-{
-    return std::bit_cast<VertexBits>(a) == std::bit_cast<VertexBits>(b);
-}
-
-std::size_t HashOf(const MeshVertex& vertex)
+std::size_t SurfaceRecorder::HashOf(const VertexBits& vertex)
 {
     // Large odd multipliers, another one for each word, spread neighbouring numbers over the upper
     // bits (Knuth, The Art of Computer Programming, volume 3, section 6.4).
     constexpr VertexBits multipliers = {0x9E3779B97F4A7C15u, 0xC2B2AE3D27D4EB4Fu,
                                         0x165667B19E3779F9u, 0xD6E8FEB86659FD93u};
-    const VertexBits words = std::bit_cast<VertexBits>(vertex);
     std::uint64_t hash = 0;
-    for (std::size_t i = 0; i < words.size(); ++i)
+    for (std::size_t i = 0; i < vertex.size(); ++i)
     {
-        hash += (words[i] ^ words[i] >> 32) * multipliers[i];
+        hash += (vertex[i] ^ vertex[i] >> 32) * multipliers[i];
     }
     return static_cast<std::size_t>(hash ^ hash >> 32);
 }
-}  // namespace
+
+bool SurfaceRecorder::IsNext(std::uint32_t index) const
+{
+    const VertexBits vertex = std::bit_cast<VertexBits>(vertices_[index]);
+    std::uint64_t difference = 0;
+    for (std::size_t i = 0; i < vertex.size(); ++i)
+    {
+        difference |= vertex[i] ^ next_[i];
+    }
+    return difference == 0;
+}
 
 SurfaceRecorder::SurfaceRecorder(Diagonals diagonals)
     : slots_(firstSlotCount), diagonals_(diagonals)
@@ -56,6 +56,7 @@ void SurfaceRecorder::Clear()
     renderedIndices_.clear();
     slots_.assign(slots_.size(), 0);
     next_ = {};
+    normalX_ = 0;
 }
 
 void SurfaceRecorder::Begin(GLenum primitive)
@@ -66,12 +67,11 @@ void SurfaceRecorder::Begin(GLenum primitive)
 
 void SurfaceRecorder::Vertex(float x, float y, float z)
 {
-    next_.position[0] = WithoutNegativeZero(x);
-    next_.position[1] = WithoutNegativeZero(y);
-    next_.position[2] = WithoutNegativeZero(z);
+    next_[0] = PairOf(x, y);
+    next_[1] = PairOf(z, normalX_);
     const std::size_t corner = count_++;
     const std::uint32_t index =
-        IsCornerOfQuadBefore(corner) ? corners_[3 - corner % 4] : IndexOf(next_);
+        IsCornerOfQuadBefore(corner) ? corners_[3 - corner % 4] : IndexOfNext();
     switch (primitive_)
     {
         case GL_QUADS:
@@ -110,17 +110,17 @@ void SurfaceRecorder::Vertex(float x, float y, float z)
 bool SurfaceRecorder::IsCornerOfQuadBefore(std::size_t corner) const
 {
     return primitive_ == GL_QUADS && corner >= 4 && corner % 4 < 2 &&
-           HaveSameBits(vertices_[corners_[3 - corner % 4]], next_);
+           IsNext(corners_[3 - corner % 4]);
 }
 
-std::uint32_t SurfaceRecorder::IndexOf(const MeshVertex& vertex)
+std::uint32_t SurfaceRecorder::IndexOfNext()
 {
     const std::size_t mask = slots_.size() - 1;
-    for (std::size_t slot = HashOf(vertex) & mask;; slot = (slot + 1) & mask)
+    for (std::size_t slot = HashOf(next_) & mask;; slot = (slot + 1) & mask)
     {
         if (slots_[slot] == 0)
         {
-            vertices_.push_back(vertex);
+            vertices_.push_back(std::bit_cast<MeshVertex>(next_));
             const auto index = static_cast<std::uint32_t>(vertices_.size() - 1);
             slots_[slot] = index + 1;
             if (2 * vertices_.size() > slots_.size())
@@ -129,7 +129,7 @@ std::uint32_t SurfaceRecorder::IndexOf(const MeshVertex& vertex)
             }
             return index;
         }
-        if (HaveSameBits(vertices_[slots_[slot] - 1], vertex))
+        if (IsNext(slots_[slot] - 1))
         {
             return slots_[slot] - 1;
         }
@@ -142,7 +142,7 @@ void SurfaceRecorder::Grow()
     const std::size_t mask = slots.size() - 1;
     for (std::size_t i = 0; i < vertices_.size(); ++i)
     {
-        std::size_t slot = HashOf(vertices_[i]) & mask;
+        std::size_t slot = HashOf(std::bit_cast<VertexBits>(vertices_[i])) & mask;
         while (slots[slot] != 0)
         {
             slot = (slot + 1) & mask;

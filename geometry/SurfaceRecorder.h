@@ -6,6 +6,8 @@
 #include "platform/Export.h"
 #include "platform/OpenGL.h"
 
+#include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -61,24 +63,32 @@ public:
     void End() {}
     void Normal(float x, float y, float z)
     {
-        next_.normal[0] = WithoutNegativeZero(x);
-        next_.normal[1] = WithoutNegativeZero(y);
-        next_.normal[2] = WithoutNegativeZero(z);
+        normalX_ = x;
+        next_[2] = PairOf(y, z);
     }
-    void TexCoord(const Vector2D& coordinate)
-    {
-        next_.texture[0] = WithoutNegativeZero(coordinate.x);
-        next_.texture[1] = WithoutNegativeZero(coordinate.y);
-    }
+    void TexCoord(const Vector2D& coordinate) { next_[3] = PairOf(coordinate.x, coordinate.y); }
     void Vertex(float x, float y, float z);
 
 private:
-    /// Negative zero becomes zero, so that equal numbers have equal bits.
-    static float WithoutNegativeZero(float value) { return value + 0.0f; }
+    /// The bits of a MeshVertex: two of its numbers in each word. Vertices are put together, hashed
+    /// and compared as words, because a processor waits when it reads a word that was just written
+    /// as two numbers.
+    using VertexBits = std::array<std::uint64_t, sizeof(MeshVertex) / sizeof(std::uint64_t)>;
+
+    /// Two numbers as they lie in memory. Negative zero becomes zero, so that equal numbers have
+    /// equal bits.
+    static std::uint64_t PairOf(float first, float second)
+    {
+        return std::bit_cast<std::uint64_t>(std::array<float, 2>{first + 0.0f, second + 0.0f});
+    }
+    static std::size_t HashOf(const VertexBits& vertex);
+    /// Whether the next vertex is this one. A number that is no number is equal to itself.
+    bool IsNext(std::uint32_t index) const;
     /// Whether the next vertex, corner 0 or 1 of a quad, is corner 3 or 2 of the quad before it in
     /// a band. Where a band is smooth, this spares the search.
     bool IsCornerOfQuadBefore(std::size_t corner) const;
-    std::uint32_t IndexOf(const MeshVertex& vertex);
+    /// The index of the next vertex, which is added if it is new.
+    std::uint32_t IndexOfNext();
     void Grow();
     void AddQuad();
     /// A triangle that is the same whatever the diagonals of quads are.
@@ -98,7 +108,8 @@ private:
     MeshPart part_ = MeshPart::Face;
     const NamedColor* material_ = nullptr;
     bool clockwise_ = false;
-    MeshVertex next_ = {};
+    float normalX_ = 0;
+    VertexBits next_ = {};  ///< the vertex that is being put together
     GLenum primitive_ = GL_TRIANGLES;
     std::size_t count_ = 0;          ///< vertices since Begin
     std::uint32_t corners_[4] = {};  ///< of the primitive in hand
