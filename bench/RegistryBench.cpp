@@ -2,11 +2,11 @@
 // Times the making of the font registry in a new process against fc-list, fontconfig's own program
 // for listing fonts. With FONTCONFIG_FILE, other fonts than the installed ones are measured.
 
+#include "bench/Command.h"
 #include "bench/Summary.h"
 #include "orvane.h"
 
 #include <cstdio>
-#include <cstdlib>
 
 namespace
 {
@@ -14,15 +14,9 @@ namespace
 void Measure()
 {
     // The registry of this process may be filled already, so the tool is started each time.
-    const auto run = [](const char* command) {
-        if (std::system(command) != 0)
-        {
-            std::fprintf(stderr, "bench: %s: failed\n", command);
-            std::exit(1);
-        }
-    };
     const Paired times = TimeInTurns(
-        7, [&] { run(ORVANE_TOOL " fonts > /dev/null"); }, [&] { run("fc-list > /dev/null"); });
+        7, [&] { RunCommand(ORVANE_TOOL " fonts > /dev/null"); },
+        [&] { RunCommand("fc-list > /dev/null"); });
     CreateFontList(0, nullptr);
     char figure[100];
     std::snprintf(figure, sizeof figure, "%.3f s, %.2f x fc-list (%.3f s), %d faces", times.ours,
