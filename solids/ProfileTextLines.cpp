@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The lines that show the shape of a profiled solid.
 #include "geometry/MeshVertex.h"
+#include "solids/NodeTransform.h"
 #include "solids/PositionWelder.h"
 #include "solids/ProfileTextSolids.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <numbers>
 
 namespace orvane
 {
@@ -35,15 +37,19 @@ private:
     bool IsFlat(std::uint32_t corner) const;
     MeshPart PartOf(std::uint32_t corner) const;
     bool IsShown(const Side& a, const Side& b) const;
-    /// Whether the surface has an edge where two triangles meet at one of their corners.
-    bool IsSharp(std::uint32_t a, std::uint32_t b) const;
+    /// Whether two corners at the same place, of triangles that meet there, are shaded differently.
+    bool AreApart(std::uint32_t a, std::uint32_t b) const;
+    /// Whether the surface has an edge along the common side of two triangles.
+    bool IsSharp(const Side& a, const Side& b) const;
+    MeshPoint NormalOf(std::uint32_t corner) const;
 
     const ProfileTextSolid& solid_;
     std::vector<double> heights_;  ///< of the rings of the profile's steps
+    double cosine_;                ///< of the smooth angle
 };
 
 LineFinder::LineFinder(const ProfileTextSolid& solid, const ProfileTextSettings& settings)
-    : solid_(solid)
+    : solid_(solid), cosine_(std::cos(settings.smoothAngle * std::numbers::pi / 180))
 {
     for (const ProfileStep& step : settings.profile.steps)
     {
@@ -79,7 +85,18 @@ MeshPart LineFinder::PartOf(std::uint32_t corner) const
                                           : MeshPart::Bevel;
 }
 
-bool LineFinder::IsSharp(std::uint32_t a, std::uint32_t b) const
+MeshPoint LineFinder::NormalOf(std::uint32_t corner) const
+{
+    MeshPoint places[3];
+    for (std::size_t k = 0; k < 3; ++k)
+    {
+        const float(&place)[3] = solid_.corners[corner - corner % 3 + k].place;
+        places[k] = {place[0], place[1], place[2]};
+    }
+    return Unit(Cross(Minus(places[1], places[0]), Minus(places[2], places[0])));
+}
+
+bool LineFinder::AreApart(std::uint32_t a, std::uint32_t b) const
 {
     // Triangles that are shaded as one surface may have slightly different normals at a corner,
     // because each takes those of its own neighbours.
@@ -89,14 +106,33 @@ bool LineFinder::IsSharp(std::uint32_t a, std::uint32_t b) const
     return first[0] * second[0] + first[1] * second[1] + first[2] * second[2] < cosine;
 }
 
+bool LineFinder::IsSharp(const Side& a, const Side& b) const
+{
+    // The two triangles run along their common side in opposite directions.
+    const bool areStartsApart = AreApart(a.corner, b.next);
+    const bool areEndsApart = AreApart(a.next, b.corner);
+    if (areStartsApart && areEndsApart)
+    {
+        return true;
+    }
+    // A sharp edge that ends in a face has the face's normal there. A smooth surface that ends in a
+    // ridge has different normals there; its triangles meet at a small angle.
+    // However flat the profile is, a corner of the outline is seen from the front.
+    const MeshPoint first = NormalOf(a.corner);
+    const MeshPoint second = NormalOf(b.corner);
+    const double turn = first[0] * second[0] + first[1] * second[1];
+    const double level = std::hypot(first[0], first[1]) * std::hypot(second[0], second[1]);
+    return (areStartsApart || areEndsApart) &&
+           (Dot(first, second) < cosine_ || turn < cosine_ * level);
+}
+
 bool LineFinder::IsShown(const Side& a, const Side& b) const
 {
     if (PartOf(a.corner) != PartOf(b.corner))
     {
         return true;
     }
-    // The two triangles run along their common side in opposite directions.
-    if (IsSharp(a.corner, b.next) || IsSharp(a.next, b.corner))
+    if (IsSharp(a, b))
     {
         return true;
     }

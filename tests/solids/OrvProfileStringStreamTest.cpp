@@ -2,6 +2,7 @@
 // What a text with profiles tells OpenGL around its triangles.
 #include "solids/OrvProfileString.h"
 
+#include "document/FontChoice.h"
 #include "scene/DrawingParameters.h"
 #include "solids/MeshCache.h"
 #include "tests/support/Allocations.h"
@@ -167,6 +168,22 @@ TEST_F(OrvProfileStringLines, LieWhereTheRingsLie)
     EXPECT_EQ(ends[0], 8 + 4);
     EXPECT_EQ(ends[1], 8 + 4 + 4);
     EXPECT_EQ(ends[2], 8 + 4);
+}
+
+TEST_F(OrvProfileStringLines, AreOnlyRingsWhereALetterIsSmooth)
+{
+    orvane::LoadFonts();
+    text.AttachFont(orvane::ChooseFont("DejaVu Sans"));
+    text.SetTextString("o");
+    for (const char* const profile : {"0,0", "chamfer 0.02", "round -0.02"})
+    {
+        const std::vector<GlVertex> ends = Ends(profile, BevelSides::Both);
+        EXPECT_GT(ends.size(), 100u);
+        for (std::size_t i = 0; i < ends.size(); i += 2)
+        {
+            EXPECT_EQ(ends[i].position[2], ends[i + 1].position[2]) << profile;
+        }
+    }
 }
 
 TEST_F(OrvProfileStringLines, HaveTheNamesOfFacesAndCharactersInAPickingPass)
