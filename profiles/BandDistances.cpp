@@ -79,12 +79,13 @@ void BandDistances::ShapeGap(Corner& gap, int point, double side, double arcStep
     if (arcStep > 0 && cosine <= std::cos(arcStep))
     {
         const double turn = std::atan2(Cross(gap.before, gap.after), cosine);
-        const double steps = std::ceil(std::abs(turn) / arcStep);
+        const int steps = static_cast<int>(std::ceil(std::abs(turn) / arcStep));
         const double rise = 1 / std::cos(turn / steps / 2);
-        for (double step = 0.5; step < steps; ++step)
+        for (int step = 0; step < steps; ++step)
         {
-            const double sine = std::sin(turn * step / steps);
-            const double across = std::cos(turn * step / steps);
+            const double angle = turn * (step + 0.5) / steps;
+            const double sine = std::sin(angle);
+            const double across = std::cos(angle);
             const DoublePoint direction = {gap.before.x * across - gap.before.y * sine,
                                            gap.before.x * sine + gap.before.y * across};
             const Slope slope = SlopeBeside(corner, direction, side * rise);

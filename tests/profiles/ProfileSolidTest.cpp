@@ -159,6 +159,46 @@ TEST(ProfileSolid, AChiselledRectangleIsAHipRoof)
     EXPECT_NEAR(TopOf(solid, SolidPart::Bevel), 0, 0.0005);
 }
 
+TEST(ProfileSolid, EveryPlaneOfAChiselRisesFromAnEdgeOfTheOutline)
+{
+    // Strokes of different widths, which meet at right and at slanted angles, and a hole.
+    const PlaneRegion region = {
+        {{{0, 0}, {0, 2}, {0.3, 2}, {1.5, 1.1}, {1.5, 0.9}, {0.5, 0.25}, {1.9, 0.1}, {1.9, 0}},
+         {{0.3, 0.6}, {1.1, 0.8}, {0.3, 1.5}}}};
+    const ProfileSolid solid = Build(region, "chisel 0.25");
+    double rise = 0;
+    for (const SolidTriangle& triangle : solid.triangles)
+    {
+        if (triangle.part != SolidPart::Bevel)
+        {
+            continue;
+        }
+        const auto& a = solid.positions[triangle.corners[0]];
+        const auto& b = solid.positions[triangle.corners[1]];
+        const auto& c = solid.positions[triangle.corners[2]];
+        const double u[3] = {double{b[0]} - a[0], double{b[1]} - a[1], double{b[2]} - a[2]};
+        const double v[3] = {double{c[0]} - a[0], double{c[1]} - a[1], double{c[2]} - a[2]};
+        const double normal[3] = {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2],
+                                  u[0] * v[1] - u[1] * v[0]};
+        const double level = std::hypot(normal[0], normal[1]);
+        // All planes are as steep as each other.
+        rise = rise == 0 ? level / normal[2] : rise;
+        EXPECT_NEAR(level / normal[2], rise, 0.002 * rise);
+        double least = 1;  // of the sines between the plane's direction and an edge's normal
+        for (const Contour& contour : region.contours)
+        {
+            for (std::size_t i = 0; i < contour.size(); ++i)
+            {
+                const contours::DoublePoint way = contour[(i + 1) % contour.size()] - contour[i];
+                least = std::min(
+                    least, std::abs(way.x * normal[0] + way.y * normal[1]) / (level * Length(way)));
+            }
+        }
+        EXPECT_LT(least, 0.002);
+    }
+    EXPECT_GT(rise, 0);
+}
+
 TEST(ProfileSolid, AStrokeThatVanishesEndsInARidgeBelowTheFace)
 {
     // A rectangle of 2 by 0.1 is used up at half the profile's width.
