@@ -14,6 +14,11 @@ pkg_check_modules(POLYCLIPPING REQUIRED IMPORTED_TARGET polyclipping)
 pkg_check_modules(PUGIXML REQUIRED IMPORTED_TARGET pugixml)
 pkg_check_modules(SIMPLEINI REQUIRED IMPORTED_TARGET simpleini)
 find_package(Threads REQUIRED)
+if(ORVANE_WITH_SHAPING)
+  pkg_check_modules(HARFBUZZ REQUIRED IMPORTED_TARGET harfbuzz)
+  pkg_check_modules(FRIBIDI REQUIRED IMPORTED_TARGET fribidi)
+  pkg_check_modules(UNIBREAK REQUIRED IMPORTED_TARGET libunibreak)
+endif()
 
 # What compiling against the library needs, on a target that links nothing yet: the library's own sources and the
 # parts of the tool use it, which are linked with the library in one program and with its objects in another.
@@ -33,6 +38,9 @@ foreach(folder IN ITEMS
     markup document)
   add_subdirectory(${folder})
 endforeach()
+if(ORVANE_WITH_SHAPING)
+  add_subdirectory(shaping)
+endif()
 set_target_properties(orvane_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
 target_compile_definitions(orvane_objects PRIVATE ORVANE_BUILDING)
 # SimpleIni is header-only and EGL, FreeType, fontconfig and libgsf stay behind platform/: users see GL and GLU.
@@ -41,6 +49,9 @@ set(private_libraries PkgConfig::EGL PkgConfig::FREETYPE PkgConfig::FONTCONFIG P
   PkgConfig::POLYCLIPPING PkgConfig::PUGIXML Threads::Threads)
 if(ORVANE_WITH_GLTF)
   list(APPEND private_libraries tinygltf)
+endif()
+if(ORVANE_WITH_SHAPING)
+  list(APPEND private_libraries PkgConfig::HARFBUZZ PkgConfig::FRIBIDI PkgConfig::UNIBREAK)
 endif()
 target_link_libraries(orvane_objects PRIVATE orvane_usage ${private_libraries})
 

@@ -31,6 +31,10 @@ constexpr int maxPictureSide = 100'000;
 /// every band of a picture, so this many take seconds even in a small one.
 constexpr std::size_t maxTextBytes = 65'536;
 
+/// Combining marks in a row in a text that is shaped. Letters of living languages have up to 4,
+/// and no serious text has more than 30 (Unicode Standard Annex #15, stream-safe texts).
+constexpr std::size_t maxClusterMarks = 100;
+
 /// Bytes of UTF-8: the longest name of a font or of a view that is looked for. An unknown name is
 /// compared with every known name, letter by letter. Fonts have names of at most 63 bytes.
 constexpr std::size_t maxNameBytes = 1'024;

@@ -237,9 +237,8 @@ CatalogState& TheState()
     return *state;
 }
 
-/// The catalogue for the process's settings, which is made if there is none yet. The caller holds
-/// the lock.
-std::shared_ptr<const FontCatalog> Catalog(CatalogState& state)
+/// Lists the installed faces if they are not listed. The caller holds the lock.
+void ListFaces(CatalogState& state)
 {
     if (!state.listed)
     {
@@ -247,6 +246,13 @@ std::shared_ptr<const FontCatalog> Catalog(CatalogState& state)
         state.listed = true;
         state.catalog = nullptr;
     }
+}
+
+/// The catalogue for the process's settings, which is made if there is none yet. The caller holds
+/// the lock.
+std::shared_ptr<const FontCatalog> Catalog(CatalogState& state)
+{
+    ListFaces(state);
     const UINT codePage = GetACP();
     const UINT outlines = GetProcessOutlines();
     if (!state.catalog || state.catalog->CodePage() != codePage ||
@@ -272,6 +278,13 @@ std::shared_ptr<const FontCatalog> FreshCatalog()
     const std::lock_guard lock(state.mutex);
     state.listed = state.listed && !InstalledFacesChanged();
     return Catalog(state);
+}
+
+void EnsureFacesAreListed()
+{
+    CatalogState& state = TheState();
+    const std::lock_guard lock(state.mutex);
+    ListFaces(state);
 }
 
 void ForgetCatalog()

@@ -151,6 +151,10 @@ std::shared_ptr<const FontCatalog> CurrentCatalog();
 /// The same, but the catalogue is made again if fonts were installed or removed since it was made.
 std::shared_ptr<const FontCatalog> FreshCatalog();
 
+/// Lists the installed faces, and so reads the font configuration, unless that was done since
+/// ForgetCatalog.
+void EnsureFacesAreListed();
+
 /// Makes the catalogue again when it is next needed.
 void ForgetCatalog();
 

@@ -9,6 +9,7 @@
 #include "platform/posix/fonts/OutlineTracer.h"
 
 #include <algorithm>
+#include <cmath>
 #include <list>
 #include <mutex>
 #include <new>
@@ -16,6 +17,7 @@
 #include <system_error>
 #include <vector>
 #include FT_MODULE_H
+#include FT_MULTIPLE_MASTERS_H
 #include FT_SFNT_NAMES_H
 #include FT_SIZES_H
 #include FT_TRUETYPE_TABLES_H
@@ -106,6 +108,7 @@ public:
             face_ = nullptr;
             return;
         }
+        SetAxes();
         if (face_->charmap == nullptr && FT_Select_Charmap(face_, FT_ENCODING_MS_SYMBOL) != 0 &&
             face_->num_charmaps > 0)
         {
@@ -129,14 +132,13 @@ public:
 
     bool IsCubic() const { return installed_->kind == OutlineKind::Cubic; }
 
-    /// Loads a character's glyph. Null when it cannot be loaded.
-    const GlyphOutline* Load(int pixelsPerEm, char32_t character, BYTE code, UINT outlines)
+    /// Loads a glyph. Null when it cannot be loaded.
+    const GlyphOutline* Load(int pixelsPerEm, FT_UInt index, UINT outlines)
     {
         if (face_ == nullptr || (IsCubic() && outlines == OUTLINES_AS_IS))
         {
             return nullptr;
         }
-        const FT_UInt index = IndexOf(character, code);
         if (lastPixelsPerEm_ == pixelsPerEm && lastIndex_ == index && lastOutlines_ == outlines)
         {
             return &last_;
@@ -215,6 +217,21 @@ public:
     }
 
 private:
+    /// Moves a variable font to the values of its axes.
+    void SetAxes()
+    {
+        std::vector<FT_Fixed> coordinates;
+        for (const orvane::AxisValue& axis : installed_->axes)
+        {
+            coordinates.push_back(std::lround(axis.value * 0x10000));
+        }
+        if (!coordinates.empty())
+        {
+            FT_Set_Var_Design_Coordinates(face_, static_cast<FT_UInt>(coordinates.size()),
+                                          coordinates.data());
+        }
+    }
+
     /// Returns the outline to hand over for a glyph; null when the glyph cannot be loaded.
     /// \param own receives the font's own outline if it was loaded at \p pixelsPerEm on the way;
     /// otherwise left empty
@@ -387,8 +404,10 @@ std::optional<DesignMetrics> FindDesign(const std::shared_ptr<const InstalledFac
             throw;
         }
     };
+    // The measures in the tables of a variable font are those of its default instance.
     std::optional<DesignMetrics> design =
-        unlessUnreadable([&face] { return ReadDesignTables(*face); });
+        face->axes.empty() ? unlessUnreadable([&face] { return ReadDesignTables(*face); })
+                           : std::nullopt;
     if (design)
     {
         return design;
@@ -433,8 +452,17 @@ std::shared_ptr<const DesignMetrics> DesignOf(const std::shared_ptr<const Instal
 bool UseGlyph(const std::shared_ptr<const InstalledFace>& face, int pixelsPerEm, char32_t character,
               BYTE code, UINT outlines, const std::function<void(const GlyphOutline&)>& use)
 {
+    std::unique_lock lock(FreeTypeMutex());
+    const FT_UInt index = Open(face).IndexOf(character, code);
+    lock.unlock();
+    return UseGlyphOfIndex(face, pixelsPerEm, index, outlines, use);
+}
+
+bool UseGlyphOfIndex(const std::shared_ptr<const InstalledFace>& face, int pixelsPerEm, UINT index,
+                     UINT outlines, const std::function<void(const GlyphOutline&)>& use)
+{
     const std::lock_guard lock(FreeTypeMutex());
-    const GlyphOutline* const glyph = Open(face).Load(pixelsPerEm, character, code, outlines);
+    const GlyphOutline* const glyph = Open(face).Load(pixelsPerEm, index, outlines);
     if (glyph != nullptr)
     {
         use(*glyph);

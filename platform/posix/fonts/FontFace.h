@@ -41,6 +41,10 @@ std::shared_ptr<const DesignMetrics> DesignOf(const std::shared_ptr<const Instal
 bool UseGlyph(const std::shared_ptr<const InstalledFace>& face, int pixelsPerEm, char32_t character,
               BYTE code, UINT outlines, const std::function<void(const GlyphOutline&)>& use);
 
+/// The same for the glyph with a number. False also when the face has fewer glyphs.
+bool UseGlyphOfIndex(const std::shared_ptr<const InstalledFace>& face, int pixelsPerEm, UINT index,
+                     UINT outlines, const std::function<void(const GlyphOutline&)>& use);
+
 /// The number of a face's glyphs; 0 when its file cannot be read.
 UINT GlyphCountOf(const std::shared_ptr<const InstalledFace>& face);
 

@@ -6,6 +6,7 @@
 #include "platform/posix/fonts/FaceRecords.h"
 #include "platform/posix/fonts/FontCatalog.h"
 #include "platform/posix/fonts/FontFace.h"
+#include "platform/posix/fonts/FontHandles.h"
 
 #include <algorithm>
 #include <atomic>
@@ -15,11 +16,11 @@
 namespace posix
 {
 
-/// The installed face that was chosen for a description. The catalogue owns the face.
+/// The face that was chosen for a description.
 struct FoundFont
 {
     std::shared_ptr<const FontCatalog> catalog;
-    const CatalogFace* face = nullptr;
+    std::shared_ptr<const CatalogFace> face;
     bool named = false;  ///< whether the face has the name that was asked for
     std::shared_ptr<const DesignMetrics> design;
     FontSize size;
@@ -29,11 +30,18 @@ struct FoundFont
 struct Font : GdiObject
 {
     explicit Font(const LOGFONTA& logFont) : GdiObject(GdiKind::Font), description(logFont) {}
+    explicit Font(FoundFont only)
+        : GdiObject(GdiKind::Font), description(), hasOnlyFace(true), found(std::move(only))
+    {}
 
     /// The face in the current catalogue. It is null when no face is usable or the file of the
     /// chosen face cannot be read.
     FoundFont Find()
     {
+        if (hasOnlyFace)
+        {
+            return found;
+        }
         const std::lock_guard lock(mutex);
         const std::shared_ptr<const FontCatalog> catalog = CurrentCatalog();
         if (searched != catalog)
@@ -74,7 +82,7 @@ struct Font : GdiObject
         }
         if (result.design)
         {
-            result.face = face;
+            result.face = std::shared_ptr<const CatalogFace>(catalog, face);
             result.named = named;
             result.size = SizeForHeight(description.lfHeight, *result.design);
         }
@@ -82,6 +90,7 @@ struct Font : GdiObject
     }
 
     const LOGFONTA description;
+    const bool hasOnlyFace = false;  ///< whether \c found is given and never changes
     std::mutex mutex;
     FoundFont found;
     std::shared_ptr<const FontCatalog> searched;  // the catalogue that \c found was chosen from
@@ -154,6 +163,31 @@ int Deliver(const CatalogFace& face, UINT codePage, FONTENUMPROCA callback, LPAR
 }
 
 }  // namespace
+
+HFONT MakeFontOfFace(const std::shared_ptr<const InstalledFace>& face, LONG height)
+{
+    const std::shared_ptr<const DesignMetrics> design = DesignOf(face);
+    const UINT outlines = GetProcessOutlines();
+    if (!design || (face->kind == OutlineKind::Cubic && outlines == OUTLINES_AS_IS))
+    {
+        return nullptr;
+    }
+    FoundFont found;
+    found.catalog = std::make_shared<const FontCatalog>(
+        std::vector<std::shared_ptr<const InstalledFace>>(), GetACP(), outlines);
+    auto only = std::make_shared<CatalogFace>();
+    only->installed = face;
+    only->usable = true;
+    only->family = only->faceName = face->family;
+    only->style = face->style;
+    only->full = face->full;
+    found.face = std::move(only);
+    found.named = true;
+    found.design = design;
+    found.size = SizeForHeight(height, *design);
+    return static_cast<HFONT>(AddHandle(std::make_shared<Font>(std::move(found))));
+}
+
 }  // namespace posix
 
 HFONT CreateFontIndirectA(const LOGFONTA* description)
@@ -219,6 +253,8 @@ UINT GetOutlineTextMetricsA(HDC dc, UINT size, OUTLINETEXTMETRICA* metrics)
 DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETRICS* metrics, DWORD size,
                        LPVOID buffer, const MAT2* matrix)
 {
+    const bool isIndex = (format & GGO_GLYPH_INDEX) != 0;
+    format &= ~GGO_GLYPH_INDEX;
     if ((format != GGO_NATIVE && format != GGO_METRICS) || metrics == nullptr ||
         matrix == nullptr || !posix::IsIdentity(*matrix))
     {
@@ -229,7 +265,6 @@ DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETRICS* metric
     {
         return GDI_ERROR;
     }
-    const auto code = static_cast<BYTE>(character);
     DWORD result = GDI_ERROR;
     const auto use = [&](const posix::GlyphOutline& glyph) {
         *metrics = posix::BoxOf(glyph.metrics, font);
@@ -248,6 +283,13 @@ DWORD GetGlyphOutlineA(HDC dc, UINT character, UINT format, GLYPHMETRICS* metric
             result = whole;
         }
     };
+    if (isIndex)
+    {
+        posix::UseGlyphOfIndex(font.face->installed, font.size.pixelsPerEm, character,
+                               font.catalog->Outlines(), use);
+        return result;
+    }
+    const auto code = static_cast<BYTE>(character);
     posix::UseGlyph(font.face->installed, font.size.pixelsPerEm,
                     posix::CharacterOf(code, font.catalog->CodePage()), code,
                     font.catalog->Outlines(), use);

@@ -4,6 +4,8 @@
 /// \file
 /// The fonts of the machine, as fontconfig lists them. No font file is opened here.
 
+#include "platform/ShapingFace.h"
+
 #include <memory>
 #include <string>
 #include <string_view>
@@ -44,6 +46,9 @@ struct InstalledFace
     bool italic = false;     ///< italic or oblique
     bool monospaced = false;
     OutlineKind kind = OutlineKind::Other;
+    /// For a variable font, the values of all its axes in their order, or none for those of
+    /// \c index.
+    std::vector<orvane::AxisValue> axes;
 
     /// The measures, once the file has been read. Only FontFace.cpp uses it, under its lock.
     mutable std::shared_ptr<const DesignMetrics> design;
