@@ -80,7 +80,7 @@ TEST(ShapingFace, MeasuresAreThoseOfTheFontsTables)
     EXPECT_TRUE(face->Axes().empty());
 
     // OS/2 of Liberation Sans.
-    const FaceMetrics& liberation = InstalledFace("Liberation Sans")->Metrics();
+    const FaceMetrics liberation = InstalledFace("Liberation Sans")->Metrics();
     EXPECT_EQ(liberation.capHeight, 1409 / 2048.0);
     EXPECT_EQ(liberation.xHeight, 1082 / 2048.0);
 }
