@@ -48,4 +48,11 @@ TEST(LineBreaks, HanLinesEndBetweenLettersButNotBeforeTheirFullStop)
     EXPECT_EQ(Marked(U"\u51FA\u5178: \u30D5"), "?|?: |?");
 }
 
+// libunibreak 1.1 would end the process.
+TEST(LineBreaks, LinesEndBetweenFlagsAndNoncharactersDoNoHarm)
+{
+    EXPECT_EQ(Marked(U"\U0001F1E9\U0001F1EA\U0001F1EB\U0001F1F7"), "??|??");
+    EXPECT_EQ(FindLineBreaks(U"a\uFFFFb", "").size(), 3U);
+}
+
 }  // namespace
