@@ -65,7 +65,7 @@ function faceFor(language, probe) {
   const format = '%{file}\t%{index}\t%{family[0]}\n';
   if (!folder) {
     const tag = language === 'zh' ? 'zh-cn' : language;
-    return execFileSync('fc-match', ['-f', format, `Noto Sans,Noto Naskh Arabic,sans-serif:lang=${tag}:outline=true:variable=false`])
+    return execFileSync('fc-match', ['-f', format, `sans-serif:lang=${tag}:outline=true:variable=false`])
       .toString().trim().split('\t');
   }
   const code = probe.codePointAt(0).toString(16);
@@ -125,4 +125,5 @@ for (const [script, name, direction, languages] of scripts) {
 }
 rmSync(scratch, { recursive: true });
 console.log(`shaping: ${different} of ${compared} texts differ; ${unset} have letters that the font lacks`);
-process.exit(different === 0 && compared >= 10000 ? 0 : 1);
+// Fonts that lack the letters would make the comparison worthless.
+process.exit(different === 0 && compared - unset >= 10000 ? 0 : 1);
