@@ -30,7 +30,7 @@ public:
         for (std::size_t n = 2; n < corners_.size(); n += type_ == GL_TRIANGLES ? 3 : 1)
         {
             const std::size_t first = type_ == GL_TRIANGLE_FAN ? 0 : n - 2;
-            twiceArea_ += std::llabs(TwiceTriangleArea(PointOf(first), PointOf(n - 1), PointOf(n)));
+            twiceArea_ += std::llabs(Turn(PointOf(first), PointOf(n - 1), PointOf(n)));
         }
     }
 

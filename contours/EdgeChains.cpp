@@ -115,7 +115,7 @@ bool EdgeChains::AddRing(const FlatVertex* vertices, int offset, int size)
         {
             const std::int64_t along =
                 x * further + (std::int64_t{b.y} - a.y) * (std::int64_t{c.y} - b.y);
-            if ((along < 0 && TwiceTriangleArea(b, a, c) == 0) || (x == 0 && a.y == b.y))
+            if ((along < 0 && Turn(b, a, c) == 0) || (x == 0 && a.y == b.y))
             {
                 return false;
             }
@@ -206,7 +206,7 @@ bool EdgeChains::IsInside(const FlatOutline& flat, const Ring& ring, const Short
         const ShortPoint b = flat.vertices[i].point;
         if ((a.y <= place.y) != (b.y <= place.y))
         {
-            isInside ^= (TwiceTriangleArea(a, b, place) > 0) == (b.y > a.y);
+            isInside ^= (Turn(a, b, place) > 0) == (b.y > a.y);
         }
         a = b;
     }

@@ -60,18 +60,18 @@ inline bool EdgesMeet(const std::vector<FlatVertex>& vertices, const Edge& a, co
         const std::int64_t along =
             (std::int64_t{before.x} - corner.x) * (std::int64_t{after.x} - corner.x) +
             (std::int64_t{before.y} - corner.y) * (std::int64_t{after.y} - corner.y);
-        return along > 0 && TwiceTriangleArea(corner, before, after) == 0;
+        return along > 0 && Turn(corner, before, after) == 0;
     }
-    const int fromSide = SignOf(TwiceTriangleArea(at(a.from), at(a.to), at(b.from)));
-    const int toSide = SignOf(TwiceTriangleArea(at(a.from), at(a.to), at(b.to)));
+    const int fromSide = SignOf(Turn(at(a.from), at(a.to), at(b.from)));
+    const int toSide = SignOf(Turn(at(a.from), at(a.to), at(b.to)));
     if (fromSide * toSide > 0)
     {
         return false;
     }
     // For two edges on one line all these signs are 0, so they count as meeting. That is right,
     // because their boxes overlap.
-    const int sides = SignOf(TwiceTriangleArea(at(b.from), at(b.to), at(a.from))) *
-                      SignOf(TwiceTriangleArea(at(b.from), at(b.to), at(a.to)));
+    const int sides = SignOf(Turn(at(b.from), at(b.to), at(a.from))) *
+                      SignOf(Turn(at(b.from), at(b.to), at(a.to)));
     if (cross != nullptr && fromSide * toSide < 0 && sides < 0)
     {
         *cross = true;

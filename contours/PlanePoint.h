@@ -5,7 +5,9 @@
 /// Points and directions in the plane of an outline.
 
 #include <cmath>
+#include <concepts>
 #include <cstdint>
+#include <type_traits>
 
 namespace orvane::contours
 {
@@ -29,6 +31,8 @@ struct PlanePoint
 using ShortPoint = PlanePoint<std::int16_t>;
 /// Vertices before their fractions are dropped, and normals.
 using FloatPoint = PlanePoint<float>;
+/// Points that are rounded to a grid, in whole units of it.
+using GridPoint = PlanePoint<std::int32_t>;
 /// Points of curves that are being cut or converted.
 using DoublePoint = PlanePoint<double>;
 
@@ -45,13 +49,15 @@ Number Cross(const PlanePoint<Number>& a, const PlanePoint<Number>& b)
     return a.x * b.y - a.y * b.x;
 }
 
-/// Twice the area of the triangle of three points; positive when \p b lies to the left of the way
-/// from \p origin to \p a, and 0 when the three lie on one line. Exact for any coordinates.
-inline std::int64_t TwiceTriangleArea(const ShortPoint& origin, const ShortPoint& a,
-                                      const ShortPoint& b)
+/// Twice the area of the triangle of three points; positive when \p c lies to the left of the way
+/// from \p a to \p b, and 0 when the three lie on one line. Exact for whole coordinates between
+/// -2^29 and 2^29.
+template <std::integral Number>
+std::int64_t Turn(const PlanePoint<Number>& a, const PlanePoint<Number>& b,
+                  const std::type_identity_t<PlanePoint<Number>>& c)
 {
-    return (std::int64_t{a.x} - origin.x) * (std::int64_t{b.y} - origin.y) -
-           (std::int64_t{a.y} - origin.y) * (std::int64_t{b.x} - origin.x);
+    return (std::int64_t{b.x} - a.x) * (std::int64_t{c.y} - a.y) -
+           (std::int64_t{b.y} - a.y) * (std::int64_t{c.x} - a.x);
 }
 
 inline double Length(const DoublePoint& way)

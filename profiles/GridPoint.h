@@ -17,7 +17,8 @@ namespace orvane::profiles
 inline constexpr std::int32_t maxGridCoordinate = 1 << 24;
 
 /// A point in whole grid units; see Grid for the size of a unit.
-using GridPoint = contours::PlanePoint<std::int32_t>;
+using contours::GridPoint;
+using contours::Turn;
 
 inline contours::DoublePoint PointOf(const GridPoint& place)
 {
@@ -28,14 +29,6 @@ inline GridPoint NearestGridPoint(const contours::DoublePoint& place)
 {
     return {static_cast<std::int32_t>(std::lround(place.x)),
             static_cast<std::int32_t>(std::lround(place.y))};
-}
-
-/// Twice the area of a triangle: positive when \p c lies to the left of the way from \p a to \p b,
-/// and 0 when the three lie on one line. Exact.
-inline std::int64_t Turn(const GridPoint& a, const GridPoint& b, const GridPoint& c)
-{
-    return (std::int64_t{b.x} - a.x) * (std::int64_t{c.y} - a.y) -
-           (std::int64_t{b.y} - a.y) * (std::int64_t{c.x} - a.x);
 }
 
 }  // namespace orvane::profiles

@@ -28,7 +28,7 @@ bool TurnsLess(const GridPoint& a, const GridPoint& b)
     {
         return IsInFirstHalf(a);
     }
-    return SideOf({}, a, b) > 0;
+    return Turn(GridPoint(), a, b) > 0;
 }
 
 /// Follows the edges of a border.
@@ -130,7 +130,7 @@ bool IsNearLine(const GridPoint& before, const GridPoint& corner, const GridPoin
                          y * (static_cast<double>(corner.y) - before.y);
     const double squaredLength = x * x + y * y;
     return along > 0 && along < squaredLength &&
-           std::abs(static_cast<double>(SideOf(before, after, corner))) <= std::sqrt(squaredLength);
+           std::abs(static_cast<double>(Turn(before, after, corner))) <= std::sqrt(squaredLength);
 }
 
 /// A contour without the corners that hardly turn. A corner stays when leaving it out, together

@@ -39,10 +39,17 @@ std::int32_t PixelOf(double coordinate)
     return static_cast<std::int32_t>(std::floor(coordinate + 0.5));
 }
 
+enum class SearchFor
+{
+    All,
+    Any  ///< the search ends at the first meeting
+};
+
 class MeetingSearch
 {
 public:
-    MeetingSearch(const std::vector<GridEdge>& edges, WorkLimit& work) : edges_(edges), work_(work)
+    MeetingSearch(const std::vector<GridEdge>& edges, WorkLimit& work, SearchFor goal)
+        : edges_(edges), work_(work), goal_(goal)
     {}
 
     Meetings Find()
@@ -56,6 +63,10 @@ public:
                 const GridBox box = BoxOf(edges_[part[i]]);
                 for (std::size_t j = i + 1; j < part.size(); ++j)
                 {
+                    if (IsDone())
+                    {
+                        return;
+                    }
                     if (box.Overlaps(BoxOf(edges_[part[j]])))
                     {
                         Compare(part[i], part[j]);
@@ -69,15 +80,23 @@ public:
 private:
     /// A crossing takes memory, and cuts edges into more edges, which are compared again.
     static constexpr std::int64_t stepsOfCrossing = 400;
+    /// An end on another edge takes memory.
+    static constexpr std::int64_t stepsOfTouch = 100;
+
+    bool IsDone() const
+    {
+        return goal_ == SearchFor::Any &&
+               !(meetings_.touches.empty() && meetings_.crossings.empty());
+    }
 
     void Compare(std::uint32_t first, std::uint32_t second)
     {
         const GridEdge& a = edges_[first];
         const GridEdge& b = edges_[second];
-        const std::int64_t fromSide = SideOf(a.from, a.to, b.from);
-        const std::int64_t toSide = SideOf(a.from, a.to, b.to);
-        const std::int64_t ownFromSide = SideOf(b.from, b.to, a.from);
-        const std::int64_t ownToSide = SideOf(b.from, b.to, a.to);
+        const std::int64_t fromSide = Turn(a.from, a.to, b.from);
+        const std::int64_t toSide = Turn(a.from, a.to, b.to);
+        const std::int64_t ownFromSide = Turn(b.from, b.to, a.from);
+        const std::int64_t ownToSide = Turn(b.from, b.to, a.to);
         if (HaveSameSign(fromSide, toSide) || HaveSameSign(ownFromSide, ownToSide))
         {
             return;
@@ -105,12 +124,14 @@ private:
         if (side == 0 && BoxOf(edges_[edge]).Contains(end) && end != edges_[edge].from &&
             end != edges_[edge].to)
         {
+            work_.Add(stepsOfTouch);
             meetings_.touches.push_back({edge, end});
         }
     }
 
     const std::vector<GridEdge>& edges_;
     WorkLimit& work_;
+    SearchFor goal_;
     Meetings meetings_;
 };
 
@@ -126,10 +147,10 @@ bool PassesThrough(const GridEdge& edge, const GridPoint& pixel)
     // In half steps, the corners have whole coordinates.
     const GridPoint from = edge.from * 2;
     const GridPoint to = edge.to * 2;
-    const std::int64_t lowLeft = SideOf(from, to, {2 * pixel.x - 1, 2 * pixel.y - 1});
-    const std::int64_t lowRight = SideOf(from, to, {2 * pixel.x + 1, 2 * pixel.y - 1});
-    const std::int64_t highLeft = SideOf(from, to, {2 * pixel.x - 1, 2 * pixel.y + 1});
-    const std::int64_t highRight = SideOf(from, to, {2 * pixel.x + 1, 2 * pixel.y + 1});
+    const std::int64_t lowLeft = Turn(from, to, {2 * pixel.x - 1, 2 * pixel.y - 1});
+    const std::int64_t lowRight = Turn(from, to, {2 * pixel.x + 1, 2 * pixel.y - 1});
+    const std::int64_t highLeft = Turn(from, to, {2 * pixel.x - 1, 2 * pixel.y + 1});
+    const std::int64_t highRight = Turn(from, to, {2 * pixel.x + 1, 2 * pixel.y + 1});
     const auto [least, most] = std::minmax({lowLeft, lowRight, highLeft, highRight});
     return (least < 0 && most > 0) || lowLeft == 0;
 }
@@ -249,7 +270,7 @@ void CutWhereTheyMeet(std::vector<GridEdge>& edges, WorkLimit& work)
 {
     for (;;)
     {
-        Meetings meetings = MeetingSearch(edges, work).Find();
+        Meetings meetings = MeetingSearch(edges, work, SearchFor::All).Find();
         const bool anyCross = !meetings.crossings.empty();
         std::vector<Cut>& cuts = anyCross ? meetings.crossings : meetings.touches;
         if (anyCross)
@@ -271,7 +292,7 @@ bool DoAnyMeet(const std::vector<GridEdge>& edges, WorkLimit& work)
 {
     std::vector<GridEdge> each = edges;
     EraseRepeated(each);
-    const Meetings meetings = MeetingSearch(edges, work).Find();
+    const Meetings meetings = MeetingSearch(edges, work, SearchFor::Any).Find();
     return each.size() < edges.size() || !meetings.touches.empty() || !meetings.crossings.empty();
 }
 

@@ -15,7 +15,8 @@ namespace orvane::shapes
 {
 
 /// A point of the grid. Coordinates lie between -maxGridCoordinate and maxGridCoordinate.
-using GridPoint = contours::PlanePoint<std::int32_t>;
+using contours::GridPoint;
+using contours::Turn;
 
 /// The differences of such coordinates in half steps take 30 bits and their products 60, so that
 /// the side of a point, even of the corner of a pixel, is exact in 64 bits.
@@ -25,14 +26,6 @@ constexpr std::int32_t maxGridCoordinate = (1 << 28) - 1;
 inline bool ComesBefore(const GridPoint& a, const GridPoint& b)
 {
     return a.x != b.x ? a.x < b.x : a.y < b.y;
-}
-
-/// Positive when \p point lies to the left of the way from \p from to \p to, 0 when the three lie
-/// on one line. Exact.
-inline std::int64_t SideOf(const GridPoint& from, const GridPoint& to, const GridPoint& point)
-{
-    return (std::int64_t{to.x} - from.x) * (std::int64_t{point.y} - from.y) -
-           (std::int64_t{to.y} - from.y) * (std::int64_t{point.x} - from.x);
 }
 
 /// An edge and the line that it is a part of.

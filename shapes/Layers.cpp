@@ -300,11 +300,11 @@ private:
             const GridEdge& second = (*edges)[b];
             if (first.from == second.from)
             {
-                return SideOf(first.from, first.to, second.to) > 0;
+                return Turn(first.from, first.to, second.to) > 0;
             }
             return ComesBefore(first.from, second.from)
-                       ? SideOf(first.from, first.to, second.from) > 0
-                       : SideOf(second.from, second.to, first.from) < 0;
+                       ? Turn(first.from, first.to, second.from) > 0
+                       : Turn(second.from, second.to, first.from) < 0;
         }
     };
     using Crossed = std::set<std::uint32_t, IsLower>;

@@ -46,10 +46,10 @@ inline bool Touches(const GridEdge& edge, const GridBox& box)
     {
         return false;
     }
-    const auto [least, most] = std::minmax({SideOf(edge.from, edge.to, {box.left, box.low}),
-                                            SideOf(edge.from, edge.to, {box.right, box.low}),
-                                            SideOf(edge.from, edge.to, {box.left, box.high}),
-                                            SideOf(edge.from, edge.to, {box.right, box.high})});
+    const auto [least, most] = std::minmax({Turn(edge.from, edge.to, {box.left, box.low}),
+                                            Turn(edge.from, edge.to, {box.right, box.low}),
+                                            Turn(edge.from, edge.to, {box.left, box.high}),
+                                            Turn(edge.from, edge.to, {box.right, box.high})});
     return least <= 0 && most >= 0;
 }
 

@@ -99,7 +99,7 @@ TEST(GridEdges, ManyCrossingEdgesMeetOnlyAtTheirEndsAfterwards)
                     continue;
                 }
                 const auto sideSign = [](const GridEdge& edge, const GridPoint& point) {
-                    const std::int64_t side = SideOf(edge.from, edge.to, point);
+                    const std::int64_t side = Turn(edge.from, edge.to, point);
                     return side < 0 ? -1 : side > 0 ? 1 : 0;
                 };
                 EXPECT_FALSE(sideSign(a, b.from) * sideSign(a, b.to) < 0 &&
