@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "document/Colors.h"
 
-#include "document/AsciiCase.h"
+#include "host/AsciiCase.h"
 #include "orvane/orvane.h"
 
 #include <algorithm>
@@ -105,6 +105,17 @@ ColorVector Mix(const ColorVector& a, const ColorVector& b, float share)
 {
     const auto mix = [share](float from, float to) { return from + (to - from) * share; };
     return {mix(a.red, b.red), mix(a.green, b.green), mix(a.blue, b.blue), mix(a.alpha, b.alpha)};
+}
+
+NamedColor MakeMaterial(const char* name, const ColorVector& color, float highlight,
+                        float shininess)
+{
+    NamedColor material(name);
+    material.SetAmbientColor(Shade(color, 0.85f));
+    material.SetDiffuseColor(color);
+    material.SetSpecularColor({highlight, highlight, highlight, 1});
+    material.SetShininess(shininess);
+    return material;
 }
 
 }  // namespace orvane

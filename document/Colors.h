@@ -2,6 +2,7 @@
 #pragma once
 
 #include "material/ColorVector.h"
+#include "material/NamedColor.h"
 #include "orvane/Options.h"
 #include "platform/Export.h"
 
@@ -21,5 +22,10 @@ ORVANE_API ColorVector Shade(const ColorVector& color, float factor);
 
 /// A colour between two others: \p a where \p share is 0, \p b where it is 1.
 ORVANE_API ColorVector Mix(const ColorVector& a, const ColorVector& b, float share);
+
+/// A material of one colour with a white highlight. Where only ambient light falls on it, it is 15
+/// % darker.
+ORVANE_API NamedColor MakeMaterial(const char* name, const ColorVector& color, float highlight,
+                                   float shininess);
 
 }  // namespace orvane

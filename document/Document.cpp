@@ -15,6 +15,7 @@
 #include "document/ScenePictures.h"
 #include "document/TextEncoding.h"
 #include "document/TextNode.h"
+#include "document/outlines/OutlineImport.h"
 #include "extrude/OrvFont.h"
 #include "orvane/DocumentAccess.h"
 #include "orvane/orvane.h"
@@ -25,6 +26,7 @@
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+#include "solids/OrvOutlineShape.h"
 
 #include <algorithm>
 #include <map>
@@ -257,6 +259,20 @@ Node Document::AddMesh(const std::string& path, const MeshOptions& options)
 {
     const CodePageScope scope(state_->scene.codePage);
     return state_->Add(MakeImport(*state_->scene.scene, path, options));
+}
+
+AddedOutlines Document::AddOutlines(const std::string& path, const OutlineOptions& options)
+{
+    SceneDocument& document = state_->scene;
+    const CodePageScope scope(document.codePage);
+    OutlineImport made = MakeOutlines(*document.scene, path, options);
+    AddedOutlines added = {Node(), std::move(made.notices)};
+    added.node = state_->Add(std::move(made.node));
+    if (options.texture)
+    {
+        document.view->SetShowTextures();
+    }
+    return added;
 }
 
 std::vector<Node> Document::Nodes() const

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "document/FontChoice.h"
 
-#include "document/AsciiCase.h"
 #include "document/OptionRange.h"
 #include "document/TextEncoding.h"
 #include "extrude/FontDC.h"
 #include "extrude/Library.h"
 #include "extrude/OrvFont.h"
 #include "extrude/OrvFontList.h"
+#include "host/AsciiCase.h"
 #include "host/CString.h"
 #include "host/CWnd.h"
 #include "orvane/orvane.h"

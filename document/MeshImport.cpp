@@ -84,6 +84,14 @@ void CheckMeshOptions(const MeshOptions& options)
 
 }  // namespace
 
+void PlaceInScene(SceneObject& scene, DrawingObject& node, const std::optional<Vector3>& at)
+{
+    const Extent extent = ExtentOf(node);
+    const DVector place = at ? DVector(at->x, at->y, at->z) : NextPlace(scene, extent);
+    node.SetTranslation(place - extent.middle);
+    node.CalculateBounds();
+}
+
 void ImportMeshes(ThreeDStudioObject& node, const std::string& path)
 {
     CFile file;
@@ -128,11 +136,7 @@ std::unique_ptr<DrawingObject> MakeImport(SceneObject& scene, const std::string&
         node->GetTransform()->SetScale(DVector(factor, factor, factor));
         node->CalculateBounds();
     }
-    const Extent extent = ExtentOf(*node);
-    const DVector place = options.at ? DVector(options.at->x, options.at->y, options.at->z)
-                                     : NextPlace(scene, extent);
-    node->SetTranslation(place - extent.middle);
-    node->CalculateBounds();
+    PlaceInScene(scene, *node, options.at);
     if (!damage.empty())
     {
         options.warn(damage);

@@ -3,6 +3,7 @@
 
 #include "document/DocumentState.h"
 #include "document/SceneFraming.h"
+#include "document/SceneNames.h"
 #include "document/TextEncoding.h"
 #include "import3ds/TriangularMeshObject.h"
 #include "orvane/DocumentAccess.h"
@@ -11,6 +12,7 @@
 #include "scene/OrvString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+#include "solids/OrvOutlineShape.h"
 
 #include <algorithm>
 #include <cmath>
@@ -162,6 +164,7 @@ NodeKind Node::Kind() const
     const DrawingObject& node = DocumentState::NodeOf(*this);
     return dynamic_cast<const OrvString*>(&node) != nullptr              ? NodeKind::Text
            : dynamic_cast<const TriangularMeshObject*>(&node) != nullptr ? NodeKind::Mesh
+           : dynamic_cast<const OrvOutlineShape*>(&node) != nullptr      ? NodeKind::Outlines
            : node.HasChildren()                                          ? NodeKind::Group
                                                                          : NodeKind::Other;
 }
@@ -189,10 +192,9 @@ std::string Node::Text() const
 std::string Node::Name() const
 {
     const std::shared_ptr<DocumentState> state = DocumentState::Of(*this);
-    const auto* const mesh =
-        dynamic_cast<const TriangularMeshObject*>(&DocumentState::NodeOf(*this));
+    const DrawingObject& node = DocumentState::NodeOf(*this);
     const CodePageScope scope(state->scene.codePage);
-    return mesh != nullptr ? ToUtf8(mesh->name) : std::string();
+    return Kind() == NodeKind::Text ? std::string() : NameOfNode(node);
 }
 
 std::vector<int> Node::Path() const

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "document/PictureFormat.h"
 
-#include "document/AsciiCase.h"
+#include "host/AsciiCase.h"
 #include "orvane/Error.h"
 
 #include <filesystem>

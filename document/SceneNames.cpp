@@ -4,8 +4,10 @@
 #include "document/EnumNames.h"
 #include "document/TextEncoding.h"
 #include "import3ds/TriangularMeshObject.h"
+#include "platform/Utf8.h"
 #include "scene/DescendentWalk.h"
 #include "scene/OrvString.h"
+#include "solids/OrvOutlineShape.h"
 
 #include <algorithm>
 
@@ -64,6 +66,10 @@ std::string NameOfNode(const DrawingObject& node)
     if (const auto* const mesh = dynamic_cast<const TriangularMeshObject*>(&node))
     {
         return ToUtf8(mesh->name);
+    }
+    if (const auto* const outlines = dynamic_cast<const OrvOutlineShape*>(&node))
+    {
+        return ValidUtf8(outlines->GetFileName().Text());
     }
     return {};
 }

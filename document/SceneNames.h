@@ -37,8 +37,8 @@ private:
     std::unordered_map<const DrawingObject*, std::vector<DrawingObject*>> children_;
 };
 
-/// The characters of a text node or the name of a mesh, in UTF-8; empty for other nodes. The
-/// process's code page must be that of the text.
+/// The characters of a text node, the name of a mesh or the name of the file of outlines, in UTF-8;
+/// empty for other nodes. The process's code page must be that of the text.
 ORVANE_API std::string NameOfNode(const DrawingObject& node);
 
 // Names for numbers from a scene's file. A number that has no name becomes its digits.

@@ -14,6 +14,7 @@
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+#include "solids/OrvOutlineShape.h"
 
 #include <algorithm>
 #include <functional>
@@ -228,6 +229,12 @@ private:
                     return;
                 }
             }
+            auto* const outlines = dynamic_cast<OrvOutlineShape*>(node);
+            if (outlines != nullptr && name >= static_cast<GLuint>(node->GetChildCount()))
+            {
+                AddArea(path, name - static_cast<GLuint>(node->GetChildCount()), hit);
+                return;
+            }
             if (name < static_cast<GLuint>(node->GetChildCount()))
             {
                 node = &nodes_.ChildAt(*node, static_cast<int>(name));
@@ -263,6 +270,14 @@ private:
         {
             Add(HitKind::Light, {}, name - first, LetterPart::Face, depth);
         }
+    }
+
+    /// \param hit ends with the number of the area's part
+    void AddArea(const NodePath& path, GLuint area, const SelectionHit& hit)
+    {
+        const LetterPart part =
+            DrawsSolids(view_) ? static_cast<LetterPart>(hit.names.back()) : LetterPart::Outline;
+        Add(HitKind::Area, path, area, part, hit.depth);
     }
 
     /// Whether a hit is one of the text's own characters. Picks these when the text is met first.

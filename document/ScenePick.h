@@ -21,9 +21,9 @@ struct PickedPart
     HitKind kind = HitKind::Node;
     NodePath path;  ///< of the node; empty for a light
     /// The index of the character in the text's string, in which a line end counts as two
-    /// characters; or of the triangle in the mesh; or of the light.
+    /// characters; or of the triangle in the mesh; or of the area of outlines; or of the light.
     int index = 0;
-    LetterPart part = LetterPart::Face;  ///< of a letter
+    LetterPart part = LetterPart::Face;  ///< of a letter or an area
     double depth = 0;  ///< of the nearest point: 0 at the near clipping plane, 1 at the far one
 
     bool operator==(const PickedPart&) const = default;

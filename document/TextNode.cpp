@@ -23,19 +23,6 @@ namespace orvane
 namespace
 {
 
-/// A material of one colour with a white highlight. Where only ambient light falls on it, it is
-/// 15 % darker.
-NamedColor MakeMaterial(const char* name, const ColorVector& color, float highlight,
-                        float shininess)
-{
-    NamedColor material(name);
-    material.SetAmbientColor(Shade(color, 0.85f));
-    material.SetDiffuseColor(color);
-    material.SetSpecularColor({highlight, highlight, highlight, 1});
-    material.SetShininess(shininess);
-    return material;
-}
-
 std::unique_ptr<OrvFontString> MakeNodeWithEdges(const TextOptions& options)
 {
     if (options.profile)

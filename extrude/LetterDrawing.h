@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "extrude/OrvFont.h"
 #include "extrude/SurfaceSink.h"
 #include "geometry/MeshVertex.h"
+#include "material/ApplyMaterial.h"
 #include "material/NamedColor.h"
 #include "platform/OpenGL.h"
 #include "scene/DrawingParameters.h"
@@ -11,13 +11,13 @@
 namespace orvane
 {
 
-/// Draws letters, and gives their parts names in a selection pass: the numbers of MeshPart.
+/// Draws letters and other solids, and gives their parts names in a selection pass: the numbers of
+/// MeshPart.
 class LetterDrawing : public OpenGLSink
 {
 public:
-    LetterDrawing(OrvFont& font, const DrawingParameters& parameters)
-        : font_(font),
-          naming_(parameters.IsSelecting() != 0),
+    explicit LetterDrawing(const DrawingParameters& parameters)
+        : naming_(parameters.IsSelecting() != 0),
           keepsDepth_(parameters.ShouldKeepTransparentDepth())
     {}
 
@@ -37,7 +37,7 @@ public:
     }
     void UseMaterial(const NamedColor& material) const
     {
-        font_.SetMaterialColors(material);
+        ApplyBlendedMaterial(material);
         if (material.IsTransparent() && keepsDepth_)
         {
             glDepthMask(GL_TRUE);
@@ -45,7 +45,6 @@ public:
     }
 
 private:
-    OrvFont& font_;
     bool naming_;
     bool keepsDepth_;
 };

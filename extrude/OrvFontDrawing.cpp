@@ -66,18 +66,7 @@ bool IsWallEmpty(BevelSides sides, const ExtrusionData& extrusion)
 
 int OrvFont::SetMaterialColors(const NamedColor& material)
 {
-    ApplyMaterial(GL_FRONT_AND_BACK, material);
-    if (material.IsTransparent())
-    {
-        glEnable(GL_BLEND);
-        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-        glDepthMask(GL_FALSE);
-    }
-    else
-    {
-        glDisable(GL_BLEND);
-        glDepthMask(GL_TRUE);
-    }
+    ApplyBlendedMaterial(material);
     return 1;
 }
 
@@ -169,7 +158,7 @@ int OrvFont::RenderGlyph(int glyphIndex, OrvString* string, const ExtrusionData&
     {
         return 0;
     }
-    LetterDrawing drawing(*this, *parameters);
+    LetterDrawing drawing(*parameters);
     EmitGlyph(*glyph, *string, extrusion, drawing);
     return 1;
 }
@@ -195,7 +184,7 @@ int OrvFont::DrawGlyph(int glyphIndex, OrvString* string, const ExtrusionData& e
 
     SetMaterialColors(string->GetExtentsBoxColor());
     const Unlit unlit;
-    const LetterDrawing drawing(*this, *parameters);
+    const LetterDrawing drawing(*parameters);
     drawing.BeginPart(MeshPart::Face);
     if (edges.style == EdgeStyle::Square)
     {

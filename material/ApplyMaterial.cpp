@@ -21,3 +21,19 @@ void ApplyMaterial(GLenum face, const Color& material)
     glMaterialf(face, GL_SHININESS, material.GetShininess());
     glColor4fv(selfLit ? &emission.red : &diffuse.red);
 }
+
+void ApplyBlendedMaterial(const Color& material)
+{
+    ApplyMaterial(GL_FRONT_AND_BACK, material);
+    if (material.IsTransparent())
+    {
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        glDepthMask(GL_FALSE);
+    }
+    else
+    {
+        glDisable(GL_BLEND);
+        glDepthMask(GL_TRUE);
+    }
+}

@@ -12,3 +12,7 @@
 /// emits light, OpenGL keeps its ambient and diffuse settings, and the emission becomes the current
 /// colour.
 ORVANE_API void ApplyMaterial(GLenum face, const Color& material);
+
+/// Makes the material current for front and back faces, and switches blending on for a transparent
+/// material, which then writes no depths, and off for an opaque one.
+void ApplyBlendedMaterial(const Color& material);

@@ -106,6 +106,33 @@ struct TextOptions
     std::optional<TextureOptions> texture;
 };
 
+/// How the areas of an SVG file become solids: one for each colour, with a material of that colour.
+/// Lengths are in ems.
+struct OutlineOptions
+{
+    /// The width or the height of all that the file draws, 0.001 to 1000; not both. If neither is
+    /// set, the height of the file's viewBox is 1.
+    std::optional<double> width;
+    std::optional<double> height;
+    double depth = 0.3;  ///< from the front face to the back face: 0.000001 to 100
+    /// The cross section of the edges, as in TextOptions::profile. If it is not set, the walls are
+    /// plain. Solids of neighbouring colours overlap where a profile reaches out of the outline.
+    std::optional<std::string> profile;
+    /// The width of a profile that is named without one; negative inside of the outline.
+    double profileWidth = -0.02;
+    BevelSides profileSides = BevelSides::Both;  ///< the faces that have the profile
+    /// The place for the middle of what the file draws. If it is not set, it stands to the right of
+    /// everything that is in the scene already; in an empty scene, around the origin.
+    std::optional<Vector3> at;
+    Alignment alignment = Alignment::Center;  ///< how it stands at the origin of its node
+    std::optional<TextureOptions> texture;
+    /// What the colour currentColor of SVG means where the file does not say.
+    Color currentColor = Rgb(0xF2B333);
+    /// How far straight lines may deviate from the curves that they stand for: 0.000001 to 0.1,
+    /// where the height of the viewBox is 1.
+    double tolerance = 0.0002;
+};
+
 /// How the meshes of a 3D Studio file stand in a scene.
 struct MeshOptions
 {

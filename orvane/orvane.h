@@ -35,7 +35,8 @@ enum class NodeKind
     Text,
     Mesh,
     Group,  ///< has children but draws nothing itself: an imported file, for example
-    Other
+    Other,
+    Outlines  ///< solids made of the areas of an SVG file
 };
 
 /// A box with edges along the axes.
@@ -61,7 +62,8 @@ public:
     NodeKind Kind() const;
     /// The characters of a text, whose lines end with "\n"; empty for other nodes.
     std::string Text() const;
-    /// The name that a mesh has in its file; empty for other nodes.
+    /// The name that a mesh has in its file, or the name of the SVG file that outlines come from,
+    /// as it was given; empty for other nodes.
     std::string Name() const;
     /// The way from the scene down to the node: the index of a child on each level. {0, 2, 1} is
     /// child 1 of child 2 of the scene's child 0; the tool `orvane` writes this path as "0.2.1".
@@ -101,7 +103,8 @@ enum class HitKind
     Letter,
     Triangle,  ///< of a mesh
     Node,      ///< a node as a whole, which shows no letters or triangles, such as a box
-    Light      ///< found only when the document shows its lights
+    Light,     ///< found only when the document shows its lights
+    Area       ///< of an SVG file: the solid of one colour
 };
 
 enum class LetterPart
@@ -117,15 +120,24 @@ struct Hit
 {
     HitKind kind = HitKind::Node;
     Node node;  ///< IsValid() is false for a light
-    /// The index of the letter in Text(), counted in characters; of the triangle in the mesh; or of
-    /// the light. 0 for a node as a whole.
+    /// The index of the letter in Text(), counted in characters; of the triangle in the mesh; of
+    /// the light; or of the area, in the order of the colours in the file. 0 for a node as a whole.
     int index = 0;
     std::string letter;  ///< in UTF-8; empty unless the hit is a letter
-    LetterPart part = LetterPart::Face;
+    LetterPart part = LetterPart::Face;  ///< of a letter or an area
     double depth = 0;  ///< of the nearest point: 0 at the near clipping plane, 1 at the far one
 };
 
-/// A scene of texts and meshes with its lights, its background and its camera.
+/// What Document::AddOutlines has added.
+struct AddedOutlines
+{
+    Node node;
+    /// What the file has and the document does not show as other programs do: each kind once, with
+    /// the file and the line where it is first met.
+    std::vector<std::string> notices;
+};
+
+/// A scene of texts, outlines and meshes with its lights, its background and its camera.
 ///
 /// A new document is empty, with the lights and the background of the default options. The camera
 /// of a document that was never framed is placed for each picture so that everything is seen;
@@ -165,6 +177,10 @@ public:
     Node AddText(const std::string& text, const TextOptions& options = {});
     /// Adds the meshes of a 3D Studio file (.3ds) with their materials.
     Node AddMesh(const std::string& path, const MeshOptions& options = {});
+    /// Adds the areas of an SVG file as solids, one for each colour. The node keeps the areas, so
+    /// that a saved document does not need the file.
+    [[nodiscard]] AddedOutlines AddOutlines(const std::string& path,
+                                            const OutlineOptions& options = {});
     /// The nodes that stand directly in the scene.
     std::vector<Node> Nodes() const;
 

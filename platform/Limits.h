@@ -123,6 +123,13 @@ constexpr double maxProfileReach = 10;
 /// Ems: how far a region with profiled edges may reach from the origin. Its points lie on a grid of
 /// 512 units per em at the least.
 constexpr double maxRegionSide = 16'000;
+
+/// Steps of building the solid of an area that is no letter: for each corner, the edges at its
+/// height, times the rings of its profile. The union and the offsets of contours take about as many;
+/// this many take about ten seconds. A solid that would take more has square edges, and one that
+/// would take more even so is left out.
+constexpr std::int64_t maxSolidSteps = 500'000'000;
+
 /// Bytes: the largest SVG file, 16 MiB. A million line segments, which is another limit, take about
 /// as many. The tree that the file becomes takes up to 20 times the memory.
 constexpr std::size_t maxSvgBytes = std::size_t{16} << 20;
@@ -141,7 +148,8 @@ constexpr std::size_t maxSvgNotices = 100;
 /// Dashes and gaps in the pattern of a stroke. Every element inside inherits the pattern.
 constexpr std::size_t maxSvgDashes = 1'000;
 
-/// Colours of an SVG file. Each is a solid with a material of its own.
+/// Colours of an SVG file, and areas of a node that is made of one. Each is a solid with a material
+/// of its own.
 constexpr std::size_t maxShapeColors = 1'000;
 
 /// Line segments of the areas in a file, after curves, strokes and repeated elements are cut into
@@ -153,9 +161,10 @@ constexpr int maxShapeSegments = 1'000'000;
 /// the details of the picture.
 constexpr double maxShapeCoordinate = 1e6;
 
-/// Steps of the search for crossing edges in a file of areas. As many edges as maxShapeSegments
-/// allows take nearly all of them when each crosses one or two others. The search takes a few
-/// seconds until it gives up.
+/// Steps of the work on a file of areas. Bytes of attributes and texts are steps of its reader, so
+/// that elements which are used again and again end it. Comparisons of edges are steps of the
+/// search for crossings, which counts anew. As many edges as maxShapeSegments allows take nearly
+/// all of them when each crosses one or two others. Either takes a few seconds until it gives up.
 constexpr std::int64_t maxShapeSteps = 1'000'000'000;
 
 /// Bytes of UTF-8: the longest text with markup, 1 MiB. Its text alone has maxTextBytes at most.

@@ -3,6 +3,8 @@
 
 #include <utf8.h>
 
+#include <iterator>
+#include <string>
 #include <string_view>
 
 namespace orvane
@@ -31,6 +33,15 @@ void ForEachCharacter(std::string_view utf8, Take take)
             ++at;
         }
     }
+}
+
+/// The text with U+FFFD in place of each sequence of bytes that is no character.
+inline std::string ValidUtf8(std::string_view text)
+{
+    std::string valid;
+    utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid),
+                          replacementCharacter);
+    return valid;
 }
 
 }  // namespace orvane

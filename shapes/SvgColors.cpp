@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shapes/SvgColors.h"
 
-#include "document/AsciiCase.h"
+#include "host/AsciiCase.h"
 #include "shapes/SvgText.h"
 
 #include <algorithm>

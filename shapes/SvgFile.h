@@ -72,16 +72,13 @@ struct SvgDrawing
     std::vector<SvgNotice> notices;
 };
 
-/// Reads an SVG file. Nothing but this file is opened: references to other files are ignored with a
-/// notice. Throws Error, which names the file and the line, when the file cannot be opened, is no
-/// SVG file or goes beyond a limit of platform/Limits.h, and OptionError for an option.
+/// Reads an SVG file that is in memory. References to other files are ignored with a notice. Throws
+/// Error, which names the file and the line, when the bytes are no SVG file or go beyond a limit of
+/// platform/Limits.h, and OptionError for an option.
 ///
 /// A file without a viewBox has the one that its width and height make. A file without either is as
 /// large as what it draws.
-ORVANE_API SvgDrawing ReadSvgFile(const std::string& path, const SvgOptions& options = {});
-
-/// Reads an SVG file that is in memory.
-/// \param name for errors
+/// \param name of the file, for errors
 ORVANE_API SvgDrawing ReadSvg(std::string_view bytes, const std::string& name,
                               const SvgOptions& options = {});
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shaping/FontQuery.h"
 
-#include "document/AsciiCase.h"
+#include "host/AsciiCase.h"
 #include "document/OptionRange.h"
 #include "orvane/Error.h"
 

@@ -6,16 +6,19 @@
 #include "imaging/TextureMap.h"
 #include "import3ds/TriangularMeshObject.h"
 #include "platform/CodePages.h"
+#include "platform/Utf8.h"
 #include "scene/OrvFontString.h"
 #include "solids/ClosedText.h"
 #include "solids/MeshMaterials.h"
 #include "solids/MeshTransform.h"
 #include "solids/NodeTransform.h"
+#include "solids/OrvOutlineShape.h"
 #include "solids/OrvProfileString.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <filesystem>
 #include <limits>
 #include <map>
 #include <stdexcept>
@@ -121,7 +124,13 @@ private:
     };
 
     void AddText(OrvFontString& text, const MeshTransform& transform);
-    void AddLetters(OrvFontString& text, const MeshTransform& placement);
+    void AddOutlines(OrvOutlineShape& outlines, const MeshTransform& transform);
+    /// Adds a node that consists of solids, but not yet the solids.
+    void AddSolidNode(DrawingObject& object, const MeshTransform& transform,
+                      const std::string& name);
+    /// Adds the solids of a text or of outlines.
+    template <typename Node>
+    void AddSolids(Node& node, const MeshTransform& placement);
     void AddImportedMesh(const TriangularMeshObject& object, const MeshTransform& transform);
     MeshNode& AddNode(DrawingObject& object, const MeshTransform& transform);
     void ForgetShapes();
@@ -182,6 +191,10 @@ void MeshBuilder::Add(DrawingObject& root)
         {
             AddText(*text, transform);
         }
+        else if (auto* const outlines = dynamic_cast<OrvOutlineShape*>(next.node))
+        {
+            AddOutlines(*outlines, transform);
+        }
         else if (auto* const object = dynamic_cast<TriangularMeshObject*>(next.node))
         {
             AddImportedMesh(*object, transform);
@@ -201,35 +214,48 @@ void MeshBuilder::AddText(OrvFontString& text, const MeshTransform& transform)
     {
         return;
     }
-    MeshNode& node = AddNode(text, transform);
-    node.name = NameOf(*text.GetTextString());
-    const TextureMap& texture = *std::as_const(text).GetTexture();
+    AddSolidNode(text, transform, NameOf(*text.GetTextString()));
+    const MeshTransform placement = PlacementOf(transform);
+    if (options_.closedTexts && dynamic_cast<const OrvProfileString*>(&text) == nullptr)
+    {
+        AddSolids(*MakeClosedText(text), placement);
+        materials_.ForgetAddresses();
+        return;
+    }
+    AddSolids(text, placement);
+}
+
+void MeshBuilder::AddOutlines(OrvOutlineShape& outlines, const MeshTransform& transform)
+{
+    const std::filesystem::path file = outlines.GetFileName().Text();
+    AddSolidNode(outlines, transform, ValidUtf8(file.stem().string()));
+    AddSolids(outlines, PlacementOf(transform));
+}
+
+void MeshBuilder::AddSolidNode(DrawingObject& object, const MeshTransform& transform,
+                               const std::string& name)
+{
+    MeshNode& node = AddNode(object, transform);
+    node.name = name;
+    const TextureMap& texture = *std::as_const(object).GetTexture();
     if (texture.ShouldTexture())
     {
         node.texture = std::make_shared<const TextureMap>(texture);
     }
-
-    const MeshTransform placement = PlacementOf(transform);
-    if (options_.closedTexts && dynamic_cast<const OrvProfileString*>(&text) == nullptr)
-    {
-        AddLetters(*MakeClosedText(text), placement);
-        materials_.ForgetAddresses();
-        return;
-    }
-    AddLetters(text, placement);
 }
 
-void MeshBuilder::AddLetters(OrvFontString& text, const MeshTransform& placement)
+template <typename Node>
+void MeshBuilder::AddSolids(Node& node, const MeshTransform& placement)
 {
     ForgetShapes();
     std::unordered_map<int, Shape> known;  // by glyph index
     std::vector<PlacedShape> shapes;
-    text.PlaceSolids([&](const PlacedLetter& letter) {
+    node.PlaceSolids([&](const PlacedLetter& letter) {
         const auto found = known.try_emplace(letter.glyphIndex);
         if (found.second)
         {
             recorder_.Clear();
-            text.RecordSolid(letter.glyphIndex, recorder_);
+            node.RecordSolid(letter.glyphIndex, recorder_);
             found.first->second = KeepShape(placement);
         }
         shapes.push_back({found.first->second, letter, 0});

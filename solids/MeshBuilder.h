@@ -22,8 +22,8 @@ struct MeshBuildOptions
     bool closedTexts = false;
 };
 
-/// The triangles that drawing a node and everything below it would draw: those of texts and of
-/// imported meshes. Boxes, lights and deleted nodes are left out. The normals are those that
+/// The triangles that drawing a node and everything below it would draw: those of texts, outlines
+/// and imported meshes. Boxes, lights and deleted nodes are left out. The normals are those that
 /// drawing uses, except that those of imported meshes, which point inward, are turned round, and
 /// that a normal of length 0 is replaced by that of its triangle.
 ///

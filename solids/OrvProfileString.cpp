@@ -25,42 +25,6 @@ namespace
 
 constexpr double firstWidth = 0.03;  // ems
 
-double SignOf(double value)
-{
-    return value < 0 ? -1.0 : 1.0;
-}
-
-/// How far a profile reaches out of the outline; 0 for one that does not.
-double ReachOf(const EdgeProfile& profile)
-{
-    double reach = 0;
-    for (const ProfileStep& step : profile.steps)
-    {
-        reach = std::max(reach, step.offset);
-    }
-    return profile.reachesMiddle ? 0 : reach;
-}
-
-/// The profile, made smaller if it is deeper than there is room for.
-EdgeProfile Fitted(EdgeProfile profile, double room)
-{
-    const double depth = profile.steps.empty() ? 0 : -profile.steps.back().height;
-    if (depth <= room)
-    {
-        return profile;
-    }
-    const double factor = room / depth;
-    for (ProfileStep& step : profile.steps)
-    {
-        step.height = std::max(step.height * factor, -room);
-        if (!profile.reachesMiddle)
-        {
-            step.offset *= factor;
-        }
-    }
-    return profile;
-}
-
 }  // namespace
 
 OrvProfileString::OrvProfileString()
@@ -105,25 +69,13 @@ void OrvProfileString::UseReachAsBevel()
 
 ProfileTextSettings OrvProfileString::CurrentSettings() const
 {
-    const DVector scale = GetScale();
-    const bool scalesProfile = ShouldScaleBevels() != 0;
-    ProfileTextSettings settings;
-    settings.font = font;
-    settings.fontRecord = font != nullptr ? *font->GetEnumLogFont() : ENUMLOGFONTA{};
-    settings.sides = IsFrontFaceOnly()  ? ProfileSides::Front
-                     : IsBackFaceOnly() ? ProfileSides::Back
-                                        : ProfileSides::Both;
-    settings.fusion = fusion_;
-    settings.smoothAngle = smoothAngle_;
-    settings.depth = std::fabs(scale.z);
-    settings.profile = Fitted(
-        profile_, settings.sides == ProfileSides::Both ? settings.depth / 2 : settings.depth);
-    settings.scaleX = scalesProfile ? 1 : std::fabs(scale.x);
-    settings.scaleY = scalesProfile ? 1 : std::fabs(scale.y);
-    settings.stretchX = scalesProfile ? scale.x : SignOf(scale.x);
-    settings.stretchY = scalesProfile ? scale.y : SignOf(scale.y);
-    settings.stretchZ = SignOf(scale.z);
-    return settings;
+    const ProfileSides sides = IsFrontFaceOnly()  ? ProfileSides::Front
+                               : IsBackFaceOnly() ? ProfileSides::Back
+                                                  : ProfileSides::Both;
+    const ProfileScaling scaling =
+        ShouldScaleBevels() ? ProfileScaling::WithNode : ProfileScaling::Fixed;
+    return {font, font != nullptr ? *font->GetEnumLogFont() : ENUMLOGFONTA{}, fusion_,
+            SettingsFor(GetScale(), profile_, sides, smoothAngle_, scaling)};
 }
 
 ProfileTextSolids& OrvProfileString::CurrentSolids()
@@ -142,49 +94,12 @@ ProfileTextSolids& OrvProfileString::CurrentSolids()
 }
 
 template <typename Sink>
-void OrvProfileString::EmitSolid(const ProfileTextSolid& solid, Sink& sink) const
+void OrvProfileString::EmitSolid(const SolidSurface& surface, Sink& sink) const
 {
-    const ExtrusionData extrusion = GetExtrusionData();
-    const bool isTextured = extrusion.ShouldTexture() != 0;
-    // A texture coordinate is a place in ems, unless the texture is scaled with the text.
-    Vector2D repeat(extrusion.textureRepeat, extrusion.textureRepeat);
-    if (!extrusion.ShouldScaleTextureWithObject())
-    {
-        repeat = Vector2D(repeat.x / std::fabs(extrusion.scale.x),
-                          repeat.y / std::fabs(extrusion.scale.y));
-    }
-    const bool isMirrored =
-        (extrusion.scale.x < 0) != ((extrusion.scale.y < 0) != (extrusion.scale.z < 0));
-
-    const auto emit = [&](std::size_t first, std::size_t end) {
-        sink.FrontFace(isMirrored ? GL_CW : GL_CCW);
-        sink.Begin(GL_TRIANGLES);
-        for (std::size_t i = first; i < end; ++i)
-        {
-            const ProfileTextSolid::Corner& corner = solid.corners[i];
-            sink.Normal(corner.normal[0], corner.normal[1], corner.normal[2]);
-            if (isTextured)
-            {
-                sink.TexCoord(Vector2D(corner.place[0] * repeat.x, corner.place[1] * repeat.y));
-            }
-            sink.Vertex(corner.place[0], corner.place[1], corner.place[2]);
-        }
-        sink.End();
-        sink.FrontFace(GL_CCW);
-    };
-
-    sink.UseMaterial(faceColor);
-    sink.BeginPart(MeshPart::Face);
-    emit(0, solid.firstOfEdge);
-    sink.EndPart();
-    sink.BeginPart(MeshPart::Edge);
-    sink.UseMaterial(ShouldUseEdgeColor() ? edgeColor : faceColor);
-    emit(solid.firstOfEdge, solid.firstOfBevel);
-    sink.EndPart();
-    sink.BeginPart(MeshPart::Bevel);
-    sink.UseMaterial(ShouldUseBevelColor() ? bevelColor : faceColor);
-    emit(solid.firstOfBevel, solid.corners.size());
-    sink.EndPart();
+    const SurfaceMaterials materials = {faceColor, ShouldUseEdgeColor() ? edgeColor : faceColor,
+                                        ShouldUseBevelColor() ? bevelColor : faceColor};
+    const DVector scale = GetScale();
+    EmitSurface(surface, materials, SurfaceTexture(CurrentDetails().texture, scale), scale, sink);
 }
 
 void OrvProfileString::PlaceSolids(const std::function<void(const PlacedLetter&)>& visit)
@@ -221,7 +136,7 @@ void OrvProfileString::RecordSolid(int glyphIndex, SurfaceRecorder& recorder)
 
 int OrvProfileString::DrawSolids(DrawingParameters* parameters, bool named)
 {
-    LetterDrawing drawing(*font, *parameters);
+    LetterDrawing drawing(*parameters);
     const bool isRendered = parameters->IsRender() != 0;
     bool isCancelled = false;
     PlaceSolids([&](const PlacedLetter& letter) {
@@ -231,7 +146,7 @@ int OrvProfileString::DrawSolids(DrawingParameters* parameters, bool named)
             return;
         }
         // Before anything is pushed, because there may be too little memory.
-        const ProfileTextSolid& solid = solids_->Of(letter.glyphIndex);
+        const SolidSurface& solid = solids_->Of(letter.glyphIndex);
         const SolidLines* const lines = isRendered ? nullptr : &solids_->LinesOf(letter.glyphIndex);
         if (named)
         {
@@ -293,7 +208,7 @@ int OrvProfileString::CalculateBounds()
     // are at most as wide as the letters are deep, or half as wide with profiles on both faces; the
     // profile may reach further.
     const double held = ShouldAdjustSpacingForBevels() ? GetAllowableBevelDepth() : 0.0f;
-    const ProfileTextSettings settings = CurrentSettings();
+    const SolidSettings settings = CurrentSettings().solid;
     const double beyond = ReachOf(settings.profile) - held;
     if (font == nullptr || GetTextString()->IsEmpty() || beyond <= 0)
     {

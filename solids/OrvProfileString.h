@@ -16,7 +16,7 @@ namespace orvane
 class LetterDrawing;
 class ProfileTextSolids;
 struct ProfileTextSettings;
-struct ProfileTextSolid;
+struct SolidSurface;
 
 /// A text whose letters are closed solids. Their edges have a profile, which never crosses itself:
 /// strokes that meet are joined, and strokes that are too thin end in a ridge.
@@ -81,7 +81,7 @@ private:
     ProfileTextSolids& CurrentSolids();
     void EmitLines(const std::vector<std::array<float, 3>>& lines, const LetterDrawing& drawing);
     template <typename Sink>
-    void EmitSolid(const ProfileTextSolid& solid, Sink& sink) const;
+    void EmitSolid(const SolidSurface& surface, Sink& sink) const;
     /// Draws all solids, or their lines.
     int DrawSolids(DrawingParameters* parameters, bool named);
     void UseReachAsBevel();

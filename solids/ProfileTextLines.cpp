@@ -16,7 +16,7 @@ namespace orvane
 namespace
 {
 
-using Corner = ProfileTextSolid::Corner;
+using Corner = SolidSurface::Corner;
 
 /// One side of a triangle, from one of its corners to the next.
 struct Side
@@ -29,7 +29,7 @@ struct Side
 class LineFinder
 {
 public:
-    LineFinder(const ProfileTextSolid& solid, const ProfileTextSettings& settings);
+    LineFinder(const SolidSurface& solid, const SolidSettings& settings);
     SolidLines Find() const;
 
 private:
@@ -43,12 +43,12 @@ private:
     bool IsSharp(const Side& a, const Side& b) const;
     MeshPoint NormalOf(std::uint32_t corner) const;
 
-    const ProfileTextSolid& solid_;
+    const SolidSurface& solid_;
     std::vector<double> heights_;  ///< of the rings of the profile's steps
     double cosine_;                ///< of the smooth angle
 };
 
-LineFinder::LineFinder(const ProfileTextSolid& solid, const ProfileTextSettings& settings)
+LineFinder::LineFinder(const SolidSurface& solid, const SolidSettings& settings)
     : solid_(solid), cosine_(std::cos(settings.smoothAngle * std::numbers::pi / 180))
 {
     for (const ProfileStep& step : settings.profile.steps)
@@ -182,7 +182,7 @@ SolidLines LineFinder::Find() const
 
 }  // namespace
 
-SolidLines LinesOf(const ProfileTextSolid& solid, const ProfileTextSettings& settings)
+SolidLines LinesOf(const SolidSurface& solid, const SolidSettings& settings)
 {
     return LineFinder(solid, settings).Find();
 }

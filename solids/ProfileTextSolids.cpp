@@ -5,8 +5,6 @@
 #include "orvane/Error.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <cstring>
 
 namespace orvane
@@ -14,44 +12,8 @@ namespace orvane
 
 bool ProfileTextSettings::operator==(const ProfileTextSettings& other) const
 {
-    return font == other.font && profile == other.profile && sides == other.sides &&
-           fusion == other.fusion && smoothAngle == other.smoothAngle && depth == other.depth &&
-           scaleX == other.scaleX && scaleY == other.scaleY && stretchX == other.stretchX &&
-           stretchY == other.stretchY && stretchZ == other.stretchZ &&
+    return font == other.font && fusion == other.fusion && solid == other.solid &&
            std::memcmp(&fontRecord, &other.fontRecord, sizeof fontRecord) == 0;
-}
-
-ProfileTextSolid::ProfileTextSolid(const ProfileSolid& solid, const ProfileTextSettings& settings)
-{
-    const double stretch[3] = {settings.stretchX, settings.stretchY, settings.stretchZ};
-    corners.reserve(3 * solid.triangles.size());
-    const auto add = [&](SolidPart part) {
-        for (const SolidTriangle& triangle : solid.triangles)
-        {
-            for (std::size_t k = 0; triangle.part == part && k < 3; ++k)
-            {
-                const std::array<float, 3>& place = solid.positions[triangle.corners[k]];
-                double normal[3];
-                double square = 0;
-                Corner& corner = corners.emplace_back();
-                for (std::size_t axis = 0; axis < 3; ++axis)
-                {
-                    corner.place[axis] = static_cast<float>(stretch[axis] * place[axis]);
-                    normal[axis] = triangle.normals[k][axis] / stretch[axis];
-                    square += normal[axis] * normal[axis];
-                }
-                for (std::size_t axis = 0; axis < 3; ++axis)
-                {
-                    corner.normal[axis] = static_cast<float>(normal[axis] / std::sqrt(square));
-                }
-            }
-        }
-    };
-    add(SolidPart::Face);
-    firstOfEdge = corners.size();
-    add(SolidPart::Edge);
-    firstOfBevel = corners.size();
-    add(SolidPart::Bevel);
 }
 
 bool ProfileTextSolids::AreOf(const ProfileTextSettings& settings,
@@ -75,14 +37,7 @@ PlaneRegion ProfileTextSolids::RegionOfGlyph(int glyphIndex) const
     {
         region = orvane::RegionOf(*glyph);
     }
-    for (std::vector<contours::DoublePoint>& contour : region.contours)
-    {
-        for (contours::DoublePoint& point : contour)
-        {
-            point.x *= settings_.scaleX;
-            point.y *= settings_.scaleY;
-        }
-    }
+    ScaleRegion(region, settings_.solid);
     return region;
 }
 
@@ -111,12 +66,13 @@ PlaneRegion ProfileTextSolids::RegionOf(int number) const
             region = RegionOfGlyph(letter->glyphIndex);
         }
         placed.push_back(
-            {&region, {letter->x / settings_.stretchX, letter->y / settings_.stretchY}});
+            {&region,
+             {letter->x / settings_.solid.stretchX, letter->y / settings_.solid.stretchY}});
     }
     return JoinRegions(placed);
 }
 
-const ProfileTextSolid& ProfileTextSolids::Of(int number)
+const SolidSurface& ProfileTextSolids::Of(int number)
 {
     const auto known = solids_.find(number);
     // When there is too little memory for a new solid, none is kept, and the next call tries again.
@@ -129,32 +85,26 @@ const SolidLines& ProfileTextSolids::LinesOf(int number)
     const auto known = lines_.find(number);
     return known != lines_.end()
                ? known->second
-               : lines_.emplace(number, orvane::LinesOf(Of(number), settings_)).first->second;
+               : lines_.emplace(number, orvane::LinesOf(Of(number), settings_.solid)).first->second;
 }
 
-ProfileTextSolid ProfileTextSolids::Build(int number) const
+SolidSurface ProfileTextSolids::Build(int number) const
 {
-    if (settings_.depth == 0 || settings_.stretchX == 0 || settings_.stretchY == 0)
+    const SolidSettings& settings = settings_.solid;
+    if (settings.depth == 0 || settings.stretchX == 0 || settings.stretchY == 0)
     {
         return {};
     }
-    ProfileSolidOptions options;
-    options.depth = settings_.depth;
-    options.sides = settings_.sides;
-    options.smoothAngle = settings_.smoothAngle;
     // A letter whose edges cannot be cut keeps square edges. It is left out if that cannot be done
     // either, because its size is no number, for example.
-    for (const EdgeProfile& profile : {settings_.profile, EdgeProfile{{ProfileStep{}}}})
+    try
     {
-        try
-        {
-            return ProfileTextSolid(BuildProfileSolid(RegionOf(number), profile, options),
-                                    settings_);
-        }
-        catch (const Error&)
-        {}
+        return BuildSolid(RegionOf(number), settings).surface;
     }
-    return {};
+    catch (const Error&)
+    {
+        return {};
+    }
 }
 
 }  // namespace orvane

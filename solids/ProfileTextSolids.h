@@ -4,12 +4,10 @@
 #include "extrude/EdgeStyle.h"
 #include "extrude/OrvFont.h"
 #include "platform/Fonts.h"
-#include "profiles/EdgeProfile.h"
 #include "profiles/PlaneRegion.h"
-#include "profiles/ProfileSolid.h"
+#include "solids/SolidSurface.h"
 
 #include <array>
-#include <cstddef>
 #include <map>
 #include <vector>
 
@@ -24,32 +22,8 @@ struct ProfileTextSettings
 
     const OrvFont* font;
     ENUMLOGFONTA fontRecord;
-    EdgeProfile profile;
-    ProfileSides sides;
     LetterFusion fusion;
-    double smoothAngle;
-    double depth;  ///< of the letters; not negative
-    /// Letters are scaled by these factors, which are not negative, before their edges are cut.
-    double scaleX, scaleY;
-    /// The finished solids are scaled by these factors.
-    double stretchX, stretchY, stretchZ;
-};
-
-/// The corners of a solid's triangles, those of the face first, then of the edge and the bevel.
-struct ProfileTextSolid
-{
-    struct Corner
-    {
-        float place[3];
-        float normal[3];
-    };
-
-    ProfileTextSolid() = default;
-    ProfileTextSolid(const ProfileSolid& solid, const ProfileTextSettings& settings);
-
-    std::vector<Corner> corners;
-    std::size_t firstOfEdge = 0;
-    std::size_t firstOfBevel = 0;
+    SolidSettings solid;
 };
 
 /// The ends of lines, two for each.
@@ -57,7 +31,7 @@ using SolidLines = std::vector<std::array<float, 3>>;
 
 /// The lines that show the shape of a solid: the rings of the profile's steps, and the edges at
 /// which the surface is not smooth. The other edges of triangles are left out.
-SolidLines LinesOf(const ProfileTextSolid& solid, const ProfileTextSettings& settings);
+SolidLines LinesOf(const SolidSurface& solid, const SolidSettings& settings);
 
 /// The solids that a text with profiles consists of. Each is made when it is first needed.
 class ProfileTextSolids
@@ -75,19 +49,19 @@ public:
 
     /// \param number the index of a glyph that is built, or the number of a line of joined letters,
     /// which is 0 when all lines are joined
-    const ProfileTextSolid& Of(int number);
+    const SolidSurface& Of(int number);
     /// The lines of the same solid.
     const SolidLines& LinesOf(int number);
 
 private:
-    ProfileTextSolid Build(int number) const;
+    SolidSurface Build(int number) const;
     PlaneRegion RegionOf(int number) const;
     PlaneRegion RegionOfGlyph(int glyphIndex) const;
 
     ProfileTextSettings settings_;
     std::vector<PlacedLetter> letters_;
-    std::map<int, ProfileTextSolid> solids_;  ///< by number
-    std::map<int, SolidLines> lines_;         ///< by number
+    std::map<int, SolidSurface> solids_;  ///< by number
+    std::map<int, SolidLines> lines_;     ///< by number
 };
 
 }  // namespace orvane

@@ -26,10 +26,10 @@ struct MeshGroup
     int node = 0;                ///< in SolidMesh::nodes
     MeshPart part = MeshPart::Face;
     int material = 0;  ///< in SolidMesh::materials
-    /// The letter's index in the bytes of its text, that of the first letter for joined letters; -1
-    /// for a group that is not one solid's.
+    /// The letter's index in the bytes of its text, that of the first letter for joined letters;
+    /// the index of an area of outlines; -1 for a group that is not one solid's.
     int letter = -1;
-    int line = -1;  ///< of the letter; -1 as for letter
+    int line = -1;  ///< of the letter; the index of the area; -1 as for letter
 };
 
 /// A node whose triangles are in a mesh.
@@ -37,7 +37,8 @@ struct MeshNode
 {
     /// Borrowed; valid for as long as the scene has the node.
     DrawingObject* object = nullptr;
-    /// In UTF-8: the characters of a text, or the name that an imported mesh has in its file.
+    /// In UTF-8: the characters of a text, the name of the file of outlines without its ending, or
+    /// the name that an imported mesh has in its file.
     std::string name;
     /// Leads from the coordinates of this node's vertices to those of the world: 16 numbers as
     /// glMultMatrixd takes them. The identity when the vertices are in world coordinates already.

@@ -300,7 +300,7 @@ TextMeshDrawing::Shape TextMeshDrawing::MakeShape(OrvFontString& text, int numbe
 SolidDrawing TextMeshDrawing::DrawLetters(OrvFontString& text, DrawingParameters& parameters,
                                           const Materials& materials) const
 {
-    const LetterDrawing state(*text.GetFont(), parameters);
+    const LetterDrawing state(parameters);
     const MeshBuffers::Binding binding(buffers_);
     glFrontFace(GL_CCW);
     const NamedColor* current = nullptr;

@@ -5,6 +5,7 @@
 #include "platform/OpenGL.h"
 #include "scene/DescendentWalk.h"
 #include "scene/OrvString.h"
+#include "solids/OrvOutlineShape.h"
 
 #include <algorithm>
 #include <functional>
@@ -16,12 +17,13 @@ namespace orvane
 namespace
 {
 
-bool HasTransparentText(const DrawingObject& scene)
+bool HasTransparentSolid(const DrawingObject& scene)
 {
     bool hasOne = false;
     VisitDescendents(scene, [&hasOne](const DrawingObject& node) {
-        const auto* const text = dynamic_cast<const OrvString*>(&node);
-        hasOne = hasOne || (text != nullptr && text->IsTransparent());
+        const bool isBlended = dynamic_cast<const OrvString*>(&node) != nullptr ||
+                               dynamic_cast<const OrvOutlineShape*>(&node) != nullptr;
+        hasOne = hasOne || (isBlended && node.IsTransparent());
         return !hasOne;
     });
     return hasOne;
@@ -52,7 +54,7 @@ bool PosterParameters::ShouldDraw(const DrawingObject& node) const
 }
 
 PosterView::PosterView(const ViewObject& view, int samples)
-    : ViewObject(view), background_(*scene, 0), hasTransparentText_(HasTransparentText(*scene))
+    : ViewObject(view), background_(*scene, 0), hasTransparentSolid_(HasTransparentSolid(*scene))
 {
     TextureMap& picture = *background_.GetTexture();
     if (picture.placement == static_cast<DWORD>(BackgroundPlacement::Stretch))
@@ -74,7 +76,7 @@ int PosterView::DrawObject(DrawingParameters* parameters)
 
 int PosterView::DrawChildren(DrawingParameters* parameters)
 {
-    if (!hasTransparentText_ || !parameters->IsRender())
+    if (!hasTransparentSolid_ || !parameters->IsRender())
     {
         return ViewObject::DrawChildren(parameters);
     }

@@ -43,7 +43,7 @@ public:
 
 private:
     SceneObject background_;  ///< a copy of the scene's background, placed for the drawing's pixels
-    bool hasTransparentText_;
+    bool hasTransparentSolid_;
 };
 
 }  // namespace orvane

@@ -387,6 +387,26 @@ private:
     std::string path_ = WriteInput("mesh.3ds", MeshFile(2, Box(), 2));
 };
 
+class AddOutlines : public WithDocument
+{
+public:
+    AddOutlines()
+    {
+        std::ofstream(path_) << "<svg viewBox='0 0 4 4'><text>a</text><rect width='3' height='3'/>"
+                                "<circle fill='red' cx='2' cy='2' r='1'/></svg>";
+    }
+    void Attempt() override
+    {
+        orvane::OutlineOptions options;
+        options.profile = "chamfer";
+        static_cast<void>(document->AddOutlines(path_, options));
+    }
+    std::string State() override { return BytesOf(*document); }
+
+private:
+    std::string path_ = TemporaryFolder() + "logo.svg";
+};
+
 class Profile : public Operation
 {
 public:
@@ -458,6 +478,7 @@ const std::vector<NamedOperation>& Operations()
         Named<Export>("Export3mf", "mesh.3mf"),
         Named<Load>("Load"),
         Named<Import>("Import"),
+        Named<AddOutlines>("AddOutlines"),
         Named<Poster>("PngPoster", "picture.png", 24),
         Named<Poster>("BmpPoster", "picture.bmp", 8),
         Named<WriteProfile>("WriteProfile"),

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Files that are damaged, hostile or too large.
+#include "document/outlines/OutlineImport.h"
 #include "platform/Limits.h"
 #include "tests/shapes/SvgReading.h"
 

@@ -4,11 +4,11 @@
 #include "apps/cli/commands/Commands.h"
 #include "apps/cli/commands/OutlinesOption.h"
 #include "apps/cli/info/JsonWriter.h"
-#include "document/AsciiCase.h"
 #include "document/FontChoice.h"
 #include "document/OutputFile.h"
 #include "document/TextEncoding.h"
 #include "extrude/OrvFont.h"
+#include "host/AsciiCase.h"
 #include "orvane/orvane.h"
 #include "platform/Fonts.h"
 

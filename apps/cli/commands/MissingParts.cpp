@@ -21,7 +21,8 @@ namespace
 
 /// Tells the first problems, and how many more there are: a file can have a million of them.
 /// \param place begins each message
-void Tell(const std::string& place, const std::vector<std::string>& problems)
+/// \param rest ends the message about those that are not told
+void Tell(const std::string& place, const std::vector<std::string>& problems, const char* rest)
 {
     constexpr std::size_t mostTold = 10;
     for (std::size_t i = 0; i < std::min(problems.size(), mostTold); ++i)
@@ -30,7 +31,7 @@ void Tell(const std::string& place, const std::vector<std::string>& problems)
     }
     if (problems.size() > mostTold)
     {
-        Say(place + std::to_string(problems.size() - mostTold) + " more are missing");
+        Say(place + std::to_string(problems.size() - mostTold) + rest);
     }
 }
 
@@ -99,10 +100,20 @@ void TellMissingParts(const SceneDocument& document, std::initializer_list<Missi
     {
         AddProblems(problems, document, kind);
     }
-    Tell(PlaceOf(document), problems);
+    Tell(PlaceOf(document), problems, " more are missing");
     if (strictness == Strictness::Fail && !problems.empty())
     {
         throw Error(document.path, "--strict: parts of the scene are missing");
+    }
+}
+
+void TellNotices(const std::string& file, const std::vector<std::string>& notices,
+                 Strictness strictness)
+{
+    Tell("", notices, " more parts of the file are not supported");
+    if (strictness == Strictness::Fail && !notices.empty())
+    {
+        throw Error(file, "--strict: parts of the file are not supported");
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <initializer_list>
 #include <string>
+#include <vector>
 
 namespace CLI
 {
@@ -35,6 +36,11 @@ enum class MissingKind
 /// there are any and the command is to fail.
 void TellMissingParts(const SceneDocument& document, std::initializer_list<MissingKind> kinds,
                       Strictness strictness);
+
+/// Tells on standard error what an SVG file has that is not shown as other programs show it. Throws
+/// Error when there is anything and the command is to fail.
+void TellNotices(const std::string& file, const std::vector<std::string>& notices,
+                 Strictness strictness);
 
 /// For PictureOptions::warn: tells the same of a picture that could not be read while it was drawn.
 /// Empty, so that the drawing throws Error, when the command is to fail.

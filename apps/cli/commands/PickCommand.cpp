@@ -18,6 +18,7 @@
 #include "scene/OrvString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+#include "solids/OrvOutlineShape.h"
 
 #include <CLI/CLI.hpp>
 
@@ -49,6 +50,12 @@ std::string CharacterOf(const OrvString& text, int index)
     return CodePageToUtf8(std::string(1, (*text.GetTextString())[index]), GetACP());
 }
 
+/// The name of an area's material, which is its colour in the SVG file.
+std::string AreaName(const DrawingObject& node, int area)
+{
+    return ToUtf8(dynamic_cast<const OrvOutlineShape&>(node).Material(area).GetName());
+}
+
 /// A scene in which something was picked.
 struct PickedScene
 {
@@ -77,6 +84,7 @@ void WritePart(JsonWriter& json, PickedScene& scene, const PickedPart& picked)
     const DrawingObject& node = scene.nodes.NodeAt(picked.path);
     json.Member("kind", picked.kind == HitKind::Letter     ? "character"
                         : picked.kind == HitKind::Triangle ? "triangle"
+                        : picked.kind == HitKind::Area     ? "area"
                                                            : "node");
     json.Key("path");
     json.BeginArray(JsonWriter::Layout::OneLine);
@@ -96,6 +104,12 @@ void WritePart(JsonWriter& json, PickedScene& scene, const PickedPart& picked)
     else if (picked.kind == HitKind::Triangle)
     {
         json.Member("index", picked.index);
+    }
+    else if (picked.kind == HitKind::Area)
+    {
+        json.Member("index", picked.index);
+        json.Member("color", AreaName(node, picked.index));
+        json.Member("part", NameOf(picked.part));
     }
     json.Member("depth", picked.depth);
 }
@@ -142,6 +156,9 @@ std::string PartToText(PickedScene& scene, const PickedPart& picked)
                    NameOf(picked.part);
         case HitKind::Triangle:
             return text + ", triangle " + std::to_string(picked.index);
+        case HitKind::Area:
+            return text + ", area " + std::to_string(picked.index) + " " +
+                   Quoted(AreaName(node, picked.index)) + ", " + NameOf(picked.part);
         default:
             return text;
     }

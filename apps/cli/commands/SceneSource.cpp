@@ -13,6 +13,7 @@
 #include "document/ScenePictures.h"
 #include "document/TextEncoding.h"
 #include "document/TextNode.h"
+#include "document/outlines/OutlineImport.h"
 #include "orvane/orvane.h"
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
@@ -20,6 +21,7 @@
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+#include "solids/OrvOutlineShape.h"
 
 #include <CLI/CLI.hpp>
 
@@ -107,7 +109,8 @@ void SceneSource::AddSceneFileAndLook()
                   "The scene may show pictures from anywhere, not only\nfrom its own folder")
         ->needs(ofScene_);
     AddStrictOption(command_, strictness,
-                    "Fails and writes nothing when a picture, a font or a\nletter is missing");
+                    "Fails and writes nothing when a picture, a font or a\nletter is missing, or a "
+                    "part of an SVG file is not\nsupported");
     ofView_ = add("--view", view_, "NAME",
                   isForPicture ? "Draws the scene through a view that is saved in its\nfile"
                                : "The camera of the file is this view, which is saved\nin the "
@@ -177,11 +180,31 @@ TextOptions SceneSource::Look() const
     return text;
 }
 
+void SceneSource::SetLook(OutlineOptions& outlines) const
+{
+    outlines.depth = text_.depth;
+    outlines.profileSides = text_.bevelSides;
+    outlines.alignment = text_.alignment;
+    outlines.currentColor = text_.faceColor;
+    outlines.profileWidth = -text_.bevelWidth;
+    const TextOptions text = Look();
+    if (text.profile)
+    {
+        outlines.profile = text.profile;
+    }
+    else if (text.edgeStyle != EdgeStyle::Square && text.bevelWidth > 0)
+    {
+        outlines.profile = text.edgeStyle == EdgeStyle::Bevel ? "chamfer" : "round";
+    }
+}
+
 void SceneSource::AddSurroundings()
 {
+    outlines_ = std::make_unique<OutlineFileOptions>(command_);
     imports_ = std::make_unique<ImportOptions>(command_);
     surroundings_ = std::make_unique<SceneOptions>(command_, use_);
     ofText_.insert(ofText_.end(), surroundings_->ofTexture.begin(), surroundings_->ofTexture.end());
+    ofText_.insert(ofText_.end(), outlines_->all.begin(), outlines_->all.end());
     for (CLI::Option* const option : ofText_)
     {
         option->excludes(ofScene_);
@@ -197,15 +220,19 @@ SceneSource::Request SceneSource::Check() const
     Request request;
     request.hasText = !texts_.empty() || !textFile_.empty();
     request.imports = imports_->Parse();
-    const bool hasContent = request.hasText || !request.imports.empty();
+    request.outlines = outlines_->Parse();
+    const bool hasSolids = request.hasText || !request.outlines.empty();
+    const bool hasContent = hasSolids || !request.imports.empty();
     if (sceneFile_.empty() != hasContent)
     {
         const std::string command = command_.get_name() + ": ";
         throw UsageError(command +
-                         (hasContent ? "--scene cannot be combined with a text or --import"
-                          : use_ == SceneUse::Picture
-                              ? "nothing to draw; a text, --import or --scene is required"
-                              : "nothing to write; a text, --import or --scene is required"));
+                         (hasContent ? "--scene cannot be combined with a text, --outline-file or "
+                                       "--import"
+                                     : std::string("nothing to ") +
+                                           (use_ == SceneUse::Picture ? "draw" : "write") +
+                                           "; a text, --outline-file, --import or --scene is "
+                                           "required"));
     }
     for (const CLI::Option* const option : ofProfile_)
     {
@@ -217,9 +244,20 @@ SceneSource::Request SceneSource::Check() const
     request.camera = surroundings_->Camera();
     request.background = surroundings_->Background();
     request.texture = surroundings_->Texture();
-    if (request.texture && sceneFile_.empty() && !request.hasText)
+    if (request.texture && sceneFile_.empty() && !hasSolids)
     {
-        throw UsageError("--texture: a text is required, on which the texture is laid");
+        throw UsageError(
+            "--texture: a text or --outline-file is required, on which the texture is "
+            "laid");
+    }
+    if (!request.outlines.empty() && text_.depth == 0)
+    {
+        throw UsageError("--depth: --outline-file needs a depth above 0");
+    }
+    for (OutlineFile& outlines : request.outlines)
+    {
+        SetLook(outlines.options);
+        outlines.options.texture = request.texture;
     }
     return request;
 }
@@ -265,7 +303,18 @@ std::unique_ptr<DrawingObject> SceneSource::BuildText() const
     return MakeTextNode(encoded.text, font, Look());
 }
 
-/// A document with the text and, after it, the imported meshes.
+void SceneSource::AddOutlines(SceneDocument& document, const OutlineFile& outlines) const
+{
+    OutlineImport made = MakeOutlines(*document.scene, outlines.file, outlines.options);
+    TellNotices(outlines.file, made.notices, strictness);
+    AddNode(*document.scene, std::move(made.node));
+    if (outlines.options.texture)
+    {
+        document.view->SetShowTextures();
+    }
+}
+
+/// A document with the text and, after it, the imported meshes and the outlines.
 SceneDocument SceneSource::Build(const Request& request, const Size& size, bool asOutlines) const
 {
     std::unique_ptr<DrawingObject> text = request.hasText ? BuildText() : nullptr;
@@ -291,6 +340,10 @@ SceneDocument SceneSource::Build(const Request& request, const Size& size, bool 
             };
         }
         AddNode(*document.scene, MakeImport(*document.scene, import.file, meshes));
+    }
+    for (const OutlineFile& outlines : request.outlines)
+    {
+        AddOutlines(document, outlines);
     }
     SetBackground(*document.scene, request.background.value_or(BackgroundOptions()));
     ChangeLights(*document.scene, surroundings_->Lights());

@@ -3,6 +3,7 @@
 
 #include "apps/cli/commands/ImportOptions.h"
 #include "apps/cli/commands/MissingParts.h"
+#include "apps/cli/commands/OutlineFileOptions.h"
 #include "apps/cli/commands/SceneOptions.h"
 #include "document/SceneDocument.h"
 #include "orvane/Options.h"
@@ -15,8 +16,8 @@
 namespace orvane
 {
 
-/// The options that say which scene a command draws or writes: lines of text and 3D Studio files,
-/// or a scene file. CLI11 has checked each value by itself.
+/// The options that say which scene a command draws or writes: lines of text, SVG files and
+/// 3D Studio files, or a scene file. CLI11 has checked each value by itself.
 class SceneSource
 {
 public:
@@ -25,6 +26,7 @@ public:
     {
         bool hasText = false;
         std::vector<Import> imports;
+        std::vector<OutlineFile> outlines;  ///< complete
         std::optional<CameraOptions> camera;
         std::optional<BackgroundOptions> background;
         std::optional<TextureOptions> texture;
@@ -56,6 +58,8 @@ private:
     std::vector<std::string> GatherLines() const;
     std::vector<CLI::Option*> AddLook();
     TextOptions Look() const;
+    void SetLook(OutlineOptions& outlines) const;
+    void AddOutlines(SceneDocument& document, const OutlineFile& outlines) const;
 
     CLI::App& command_;
     SceneUse use_;
@@ -70,6 +74,7 @@ private:
     std::string profile_;  ///< as TextOptions::profile takes it
     std::vector<CLI::Option*> ofProfile_;
     std::unique_ptr<ImportOptions> imports_;
+    std::unique_ptr<OutlineFileOptions> outlines_;
     std::unique_ptr<SceneOptions> surroundings_;
     std::vector<CLI::Option*> ofText_;
     CLI::Option* ofScene_ = nullptr;

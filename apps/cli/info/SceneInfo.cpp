@@ -21,6 +21,7 @@
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+#include "solids/OrvOutlineShape.h"
 #include "solids/OrvProfileString.h"
 
 #include <cmath>
@@ -81,12 +82,42 @@ void AddRowsOfText(TextTable& table, const OrvString& text)
     table.Add({"", "bevel", MaterialText(text.GetBevelColor())});
 }
 
+std::string AreaText(const PlaneRegion& region)
+{
+    std::size_t corners = 0;
+    for (const std::vector<contours::DoublePoint>& contour : region.contours)
+    {
+        corners += contour.size();
+    }
+    return CountText(static_cast<int>(region.contours.size()), "contour", "contours") + " of " +
+           CountText(static_cast<int>(corners), "corner", "corners");
+}
+
+void AddRowsOfOutlines(TextTable& table, const OrvOutlineShape& outlines)
+{
+    const std::string profile = ProfileText(outlines.GetProfile());
+    table.Add({"", "edges",
+               outlines.GetProfile().steps.size() > 1
+                   ? "profile \"" + profile + "\" on " + NameOf(outlines.GetProfileSides())
+                   : NameOf(EdgeStyle::Square)});
+    table.Add({"", "align", NameOf(outlines.GetAlignment())});
+    for (int area = 0; area < outlines.AreaCount(); ++area)
+    {
+        table.Add({"", "area",
+                   MaterialText(outlines.Material(area)) + ", " + AreaText(outlines.Region(area))});
+    }
+}
+
 void AddRowsOfNode(TextTable& table, const DrawingObject& node, const NodePath& path)
 {
     table.AddLine(PathText(path), TitleOf(node) + (node.IsDeleted() ? ", deleted" : ""));
     if (const auto* const text = dynamic_cast<const OrvString*>(&node))
     {
         AddRowsOfText(table, *text);
+    }
+    else if (const auto* const outlines = dynamic_cast<const OrvOutlineShape*>(&node))
+    {
+        AddRowsOfOutlines(table, *outlines);
     }
     else if (const auto* const mesh = dynamic_cast<const TriangularMeshObject*>(&node))
     {

@@ -15,6 +15,7 @@
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+#include "solids/OrvOutlineShape.h"
 #include "solids/OrvProfileString.h"
 
 #include <cmath>
@@ -131,6 +132,30 @@ void WriteText(JsonWriter& json, const OrvString& text)
     json.EndObject();
 }
 
+void WriteOutlines(JsonWriter& json, const OrvOutlineShape& outlines)
+{
+    json.Member("name", NameOfNode(outlines));
+    json.Member("profile", ProfileText(outlines.GetProfile()));
+    json.Member("profileOn", NameOf(outlines.GetProfileSides()));
+    json.Member("align", NameOf(outlines.GetAlignment()));
+    json.Key("areas");
+    json.BeginArray();
+    for (int area = 0; area < outlines.AreaCount(); ++area)
+    {
+        json.BeginObject();
+        json.Key("contours");
+        json.BeginArray(JsonWriter::Layout::OneLine);
+        for (const std::vector<contours::DoublePoint>& contour : outlines.Region(area).contours)
+        {
+            json.Value(static_cast<int>(contour.size()));
+        }
+        json.EndArray();
+        WriteMaterial(json, "material", outlines.Material(area));
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
 void WriteMesh(JsonWriter& json, const TriangularMeshObject& mesh)
 {
     json.Member("name", NameOfNode(mesh));
@@ -165,6 +190,10 @@ void WriteNode(JsonWriter& json, const DrawingObject& node, const NodePath& path
     if (const auto* const text = dynamic_cast<const OrvString*>(&node))
     {
         WriteText(json, *text);
+    }
+    else if (const auto* const outlines = dynamic_cast<const OrvOutlineShape*>(&node))
+    {
+        WriteOutlines(json, *outlines);
     }
     else if (const auto* const mesh = dynamic_cast<const TriangularMeshObject*>(&node))
     {

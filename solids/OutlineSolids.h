@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "profiles/PlaneRegion.h"
+#include "solids/SolidSurface.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace orvane
+{
+
+/// The flat areas of a node. Nodes and their copies for undo share them.
+using SharedRegions = std::shared_ptr<const std::vector<PlaneRegion>>;
+
+/// All that the solids of flat areas are made from.
+struct OutlineSettings
+{
+    bool operator==(const OutlineSettings&) const = default;
+
+    SharedRegions regions;
+    /// How far the areas are moved before they are scaled, in ems.
+    contours::DoublePoint offset;
+    SolidSettings solid;
+};
+
+/// The steps of limits::maxSolidSteps for a profile of one ring.
+std::int64_t StepsOfSolid(const PlaneRegion& region);
+
+/// The solids of flat areas. Each is made when it is first needed.
+class OutlineSolids
+{
+public:
+    explicit OutlineSolids(OutlineSettings settings);
+
+    bool AreOf(const OutlineSettings& settings) const { return settings == settings_; }
+    /// \param area the index of an area
+    const BuiltSolid& Of(std::size_t area);
+
+private:
+    OutlineSettings settings_;
+    std::vector<std::optional<BuiltSolid>> solids_;
+};
+
+}  // namespace orvane
