@@ -123,7 +123,7 @@ struct Hit
     /// The index of the letter in Text(), counted in characters; of the triangle in the mesh; of
     /// the light; or of the area, in the order of the colours in the file. 0 for a node as a whole.
     int index = 0;
-    std::string letter;  ///< in UTF-8; empty unless the hit is a letter
+    std::string letter;                  ///< in UTF-8; empty unless the hit is a letter
     LetterPart part = LetterPart::Face;  ///< of a letter or an area
     double depth = 0;  ///< of the nearest point: 0 at the near clipping plane, 1 at the far one
 };
