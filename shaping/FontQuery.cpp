@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "shaping/FontQuery.h"
 
-#include "host/AsciiCase.h"
 #include "document/OptionRange.h"
+#include "host/AsciiCase.h"
 #include "orvane/Error.h"
 
 #include <algorithm>
