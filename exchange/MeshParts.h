@@ -7,11 +7,11 @@
 #include "solids/SolidMesh.h"
 
 #include <array>
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace orvane
@@ -58,7 +58,11 @@ struct MeshLook
     /// Whether the back of triangles is seen, because an imported mesh may be open.
     bool isTwoSided = false;
 
-    friend auto operator<=>(const MeshLook&, const MeshLook&) = default;
+    bool operator<(const MeshLook& other) const
+    {
+        return std::tie(material, texture, isTwoSided) <
+               std::tie(other.material, other.texture, other.isTwoSided);
+    }
 };
 
 /// The looks of a mesh, each once.

@@ -230,6 +230,7 @@ private:
     std::string picture_ = Picture("texture.bmp");
 };
 
+/// Draws also a text whose letters are one solid with profiled edges.
 class Draw : public WithDocument
 {
 public:
@@ -238,6 +239,10 @@ public:
     void Prepare() override
     {
         WithDocument::Prepare();
+        orvane::TextOptions options;
+        options.profile = "round";
+        options.fusion = orvane::LetterFusion::Line;
+        document->AddText("AA", options);
         glClear(GL_COLOR_BUFFER_BIT);
         isDrawn_ = false;
     }
@@ -398,7 +403,7 @@ public:
     void Attempt() override
     {
         orvane::OutlineOptions options;
-        options.profile = "chamfer";
+        options.profile = "round";
         static_cast<void>(document->AddOutlines(path_, options));
     }
     std::string State() override { return BytesOf(*document); }
