@@ -169,7 +169,8 @@ std::shared_ptr<const ShapingFace> OpenFace(const FaceFile& file, std::vector<st
     }
     for (const std::string& notice : told)
     {
-        notices->push_back(place + ": " + notice);
+        notices->push_back(place);
+        notices->back().append(": ").append(notice);
     }
     return face;
 }

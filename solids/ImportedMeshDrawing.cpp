@@ -105,7 +105,7 @@ SolidDrawing ImportedMeshDrawing::Draw(TriangularMeshObject& mesh, DrawingParame
     if (colors == nullptr || colors->GetSize() == 0 || mesh.GetVerticies()->GetSize() == 0 ||
         faceCount == 0 || faceCount * bytesPerFace > room)
     {
-        buffers_.Free();
+        buffers.Free();
         inputs_ = {};
         return SolidDrawing::NotDrawn;
     }
@@ -127,7 +127,7 @@ SolidDrawing ImportedMeshDrawing::Draw(TriangularMeshObject& mesh, DrawingParame
 SolidDrawing ImportedMeshDrawing::DrawRanges(TriangularMeshObject& mesh,
                                              DrawingParameters& parameters) const
 {
-    const MeshBuffers::Binding binding(buffers_);
+    const MeshBuffers::Binding binding(buffers);
     for (const Range& range : ranges_)
     {
         mesh.PrepareMaterialColors(*mesh.materialColors->GetElement(range.material));
@@ -170,12 +170,12 @@ void ImportedMeshDrawing::Build(const TriangularMeshObject& mesh)
         const auto material = static_cast<int>(run.material - mesh.materialColors->GetElement(0));
         ranges_.push_back({material, run.firstIndex, run.indexCount});
     }
-    buffers_.Set(numbers, false, recorder.Indices());
+    buffers.Set(numbers, false, recorder.Indices());
 }
 
 std::size_t ImportedMeshDrawing::Bytes() const
 {
-    return buffers_.Bytes() + inputs_.faces.size() * sizeof(WORD) +
+    return buffers.Bytes() + inputs_.faces.size() * sizeof(WORD) +
            inputs_.vectors.size() * sizeof(float) + ranges_.size() * sizeof(Range);
 }
 

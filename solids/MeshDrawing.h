@@ -18,7 +18,7 @@ class MeshDrawing
 {
 public:
     explicit MeshDrawing(std::shared_ptr<const BufferFunctions> functions)
-        : buffers_(std::move(functions))
+        : buffers(std::move(functions))
     {}
     virtual ~MeshDrawing() = default;
     MeshDrawing(const MeshDrawing&) = delete;
@@ -36,7 +36,7 @@ protected:
     static void AppendVertex(const MeshVertex& vertex, bool isTextured,
                              std::vector<float>& numbers);
 
-    MeshBuffers buffers_;
+    MeshBuffers buffers;
 };
 
 }  // namespace orvane

@@ -31,6 +31,10 @@ OrvOutlineShape::~OrvOutlineShape() = default;
 
 OrvOutlineShape& OrvOutlineShape::operator=(const OrvOutlineShape& other)
 {
+    if (this == &other)
+    {
+        return *this;
+    }
     DrawingObject::operator=(other);
     regions_ = other.regions_;
     materials_ = other.materials_;

@@ -144,7 +144,7 @@ TextMeshDrawing::LayoutInputs::LayoutInputs(const OrvFontString& string)
 
 std::size_t TextMeshDrawing::Bytes() const
 {
-    return buffers_.Bytes() + numbers_.size() * sizeof(float) +
+    return buffers.Bytes() + numbers_.size() * sizeof(float) +
            indices_.size() * sizeof(std::uint32_t) + shapes_.size() * sizeof(Shape) +
            letters_.size() * sizeof(Letter) + lines_.size() * sizeof(Line) +
            (layoutInputs_ ? layoutInputs_->text.size() : 0);
@@ -164,10 +164,10 @@ SolidDrawing TextMeshDrawing::Draw(OrvFontString& text, DrawingParameters& param
         // The shapes are in this object and in the buffers.
         if (2 * (numbers_.size() * sizeof(float) + indices_.size() * sizeof(std::uint32_t)) > room)
         {
-            buffers_.Free();
+            buffers.Free();
             return SolidDrawing::NotDrawn;
         }
-        buffers_.Set(numbers_, isTextured_, indices_);
+        buffers.Set(numbers_, isTextured_, indices_);
         areUploaded_ = true;
     }
     const SolidDrawing result = DrawLetters(text, parameters, Materials(text, extrusion));
@@ -301,7 +301,7 @@ SolidDrawing TextMeshDrawing::DrawLetters(OrvFontString& text, DrawingParameters
                                           const Materials& materials) const
 {
     const LetterDrawing state(parameters);
-    const MeshBuffers::Binding binding(buffers_);
+    const MeshBuffers::Binding binding(buffers);
     glFrontFace(GL_CCW);
     const NamedColor* current = nullptr;
     std::size_t next = 0;
