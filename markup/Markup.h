@@ -3,6 +3,7 @@
 
 #include "orvane/Options.h"
 #include "platform/Export.h"
+#include "platform/ShapingFace.h"
 
 #include <cstddef>
 #include <optional>
@@ -12,13 +13,6 @@
 
 namespace orvane
 {
-
-/// The value of a variable font's axis.
-struct AxisSetting
-{
-    std::string tag;  ///< four characters, such as "wght"
-    double value = 0;
-};
 
 /// How a part of a text differs from the text around it.
 struct SpanStyle
@@ -37,7 +31,7 @@ struct SpanStyle
     /// OpenType features, such as "liga=0" or "smcp". A later one overrules an earlier one.
     std::vector<std::string> features;
     /// Each axis once.
-    std::vector<AxisSetting> axes;
+    std::vector<AxisValue> axes;
 };
 
 /// Bytes \p begin to \p end - 1 of a text, which have one style.

@@ -161,7 +161,7 @@ void SetAxes(const std::string& value, SpanStyle& style)
                                 "an axis of four characters with a value, such as wght=650"};
         }
         const auto known = std::find_if(style.axes.begin(), style.axes.end(),
-                                        [&](const AxisSetting& s) { return s.tag == tag; });
+                                        [&](const AxisValue& s) { return s.tag == tag; });
         if (known != style.axes.end())
         {
             known->value = number;
@@ -270,7 +270,7 @@ bool AreEqual(const SpanStyle& a, const SpanStyle& b)
         return std::tie(style.font, style.bold, style.italic, style.size, style.rise,
                         style.features);
     };
-    const auto haveEqualAxes = [](const AxisSetting& x, const AxisSetting& y) {
+    const auto haveEqualAxes = [](const AxisValue& x, const AxisValue& y) {
         return x.tag == y.tag && x.value == y.value;
     };
     return plain(a) == plain(b) && AreEqual(a.face, b.face) && AreEqual(a.edge, b.edge) &&
