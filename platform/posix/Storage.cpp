@@ -1,63 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Storage.h"
 
-#include "platform/FileReplacement.h"
+#include "platform/posix/CompoundFile.h"
 
-#include <gsf/gsf-infile-msole.h>
-#include <gsf/gsf-infile.h>
-#include <gsf/gsf-input-stdio.h>
-#include <gsf/gsf-outfile-msole.h>
-#include <gsf/gsf-outfile.h>
-#include <gsf/gsf-output-memory.h>
-#include <gsf/gsf-utils.h>
+#include <glib.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <map>
 #include <memory>
 #include <new>
 #include <string>
 #include <vector>
+
+using orvane::Compound;
+using orvane::Content;
+using orvane::KeyOf;
 
 namespace
 {
 
 constexpr std::size_t longestName = 31;
 constexpr DWORD accessBits = STGM_WRITE | STGM_READWRITE;
-
-/// Releases a reference to an object of libgsf, the library that reads and writes the files.
-struct Unreferrer
-{
-    void operator()(void* object) const { g_object_unref(object); }
-};
-template <typename Object>
-using Counted = std::unique_ptr<Object, Unreferrer>;
-
-/// As long as this object exists, libgsf writes no messages about damaged files to standard error.
-class Quiet
-{
-public:
-    Quiet()
-        : handler_(g_log_set_handler(
-              domain, G_LOG_LEVEL_MASK, [](const gchar*, GLogLevelFlags, const gchar*, gpointer) {},
-              nullptr))
-    {}
-    ~Quiet() { g_log_remove_handler(domain, handler_); }
-    Quiet(const Quiet&) = delete;
-    Quiet& operator=(const Quiet&) = delete;
-
-private:
-    static constexpr const char* domain = "libgsf:msole";
-    guint handler_;
-};
-
-void Begin()
-{
-    static const bool begun = (gsf_init(), true);
-    static_cast<void>(begun);
-}
 
 /// Empty when the text is not valid UTF-16.
 std::string ToUtf8(const OLECHAR* text)
@@ -78,127 +43,6 @@ bool IsStreamName(const OLECHAR* name)
                return character >= 32 &&
                       std::u16string_view(u"/\\:!").find(character) == std::u16string_view::npos;
            });
-}
-
-/// The key by which a stream is found: its name with A to Z in lower case.
-std::string KeyOf(std::string name)
-{
-    for (char& character : name)
-    {
-        character = g_ascii_toupper(character);
-    }
-    return name;
-}
-
-struct Content
-{
-    std::string name;  // UTF-8
-    std::vector<BYTE> bytes;
-};
-
-/// The contents of a compound file, shared by its storage and its streams.
-struct Compound
-{
-    std::string path;
-    DWORD access = STGM_READ;
-    std::map<std::string, std::shared_ptr<Content>> streams;  // by KeyOf their names
-    bool isChanged = false;
-
-    bool IsWritable() const { return access != STGM_READ; }
-};
-
-bool WriteContent(GsfOutfile* file, const Content& content)
-{
-    const Counted<GsfOutput> child(gsf_outfile_new_child(file, content.name.c_str(), FALSE));
-    const bool isWritten = child != nullptr && (content.bytes.empty() ||
-                                                gsf_output_write(child.get(), content.bytes.size(),
-                                                                 content.bytes.data()));
-    return child != nullptr && gsf_output_close(child.get()) && isWritten;
-}
-
-/// Puts the bytes in the place of the old file, which stays if there is an error before.
-HRESULT ReplaceFile(const std::string& path, const guint8* bytes, std::size_t count)
-{
-    orvane::FileReplacement file;
-    if (file.Begin(path))
-    {
-        return STG_E_ACCESSDENIED;
-    }
-    return file.Write(bytes, count) || file.Finish() || file.Place() ? STG_E_WRITEFAULT : S_OK;
-}
-
-/// Writes the file. Never throws, because a storage that ends writes its changes.
-HRESULT WriteCompound(Compound& compound) noexcept
-try
-{
-    const Counted<GsfOutput> output(gsf_output_memory_new());
-    const Counted<GsfOutfile> file(gsf_outfile_msole_new(output.get()));
-    bool isWritten = true;
-    for (const auto& [key, content] : compound.streams)
-    {
-        isWritten = isWritten && WriteContent(file.get(), *content);
-    }
-    // This closes \c output, too.
-    isWritten = gsf_output_close(GSF_OUTPUT(file.get())) && isWritten;
-    const HRESULT result =
-        isWritten ? ReplaceFile(compound.path,
-                                gsf_output_memory_get_bytes(GSF_OUTPUT_MEMORY(output.get())),
-                                static_cast<std::size_t>(gsf_output_size(output.get())))
-                  : STG_E_WRITEFAULT;
-    compound.isChanged = compound.isChanged && FAILED(result);
-    return result;
-}
-catch (const std::bad_alloc&)
-{
-    return STG_E_INSUFFICIENTMEMORY;
-}
-
-/// Reads a stream to its end. It does not trust the stated length, which in a damaged file can be
-/// any number.
-std::vector<BYTE> ReadAll(GsfInput* input)
-{
-    constexpr std::size_t piece = 65536;
-    std::vector<BYTE> bytes;
-    for (;;)
-    {
-        const gsf_off_t left = gsf_input_remaining(input);
-        const std::size_t count =
-            std::min(piece, static_cast<std::size_t>(std::max<gsf_off_t>(left, 0)));
-        const guint8* const data = count == 0 ? nullptr : gsf_input_read(input, count, nullptr);
-        if (data == nullptr)
-        {
-            return bytes;
-        }
-        bytes.insert(bytes.end(), data, data + count);
-    }
-}
-
-HRESULT ReadCompound(Compound& compound)
-{
-    const Counted<GsfInput> input(gsf_input_stdio_new(compound.path.c_str(), nullptr));
-    if (input == nullptr)
-    {
-        return STG_E_FILENOTFOUND;
-    }
-    const Quiet quiet;
-    const Counted<GsfInfile> file(gsf_infile_msole_new(input.get(), nullptr));
-    if (file == nullptr)
-    {
-        return STG_E_OLDFORMAT;
-    }
-    for (int i = 0; i < gsf_infile_num_children(file.get()); ++i)
-    {
-        const char* const name = gsf_infile_name_by_index(file.get(), i);
-        const Counted<GsfInput> child(gsf_infile_child_by_index(file.get(), i));
-        const bool isStorage = child != nullptr && GSF_IS_INFILE(child.get()) &&
-                               gsf_infile_num_children(GSF_INFILE(child.get())) >= 0;
-        if (child != nullptr && name != nullptr && !isStorage)
-        {
-            compound.streams[KeyOf(name)] =
-                std::make_shared<Content>(Content{name, ReadAll(child.get())});
-        }
-    }
-    return S_OK;
 }
 
 /// An implementation of AddRef and Release.
@@ -387,7 +231,7 @@ public:
 
     HRESULT Commit(DWORD) override
     {
-        return compound_->isChanged ? WriteCompound(*compound_) : S_OK;
+        return compound_->isChanged ? orvane::WriteCompound(*compound_) : S_OK;
     }
 
     HRESULT DestroyElement(const OLECHAR* name) override
@@ -427,7 +271,6 @@ std::shared_ptr<Compound> Named(const OLECHAR* name, DWORD mode, IStorage** stor
         *reason = STG_E_INVALIDNAME;
         return nullptr;
     }
-    Begin();
     return compound;
 }
 
@@ -449,7 +292,7 @@ HRESULT StgCreateDocfile(const OLECHAR* name, DWORD mode, DWORD, IStorage** stor
     {
         return STG_E_FILEALREADYEXISTS;
     }
-    result = WriteCompound(*compound);
+    result = orvane::WriteCompound(*compound);
     if (SUCCEEDED(result))
     {
         *storage = new Storage(compound);
@@ -477,7 +320,7 @@ HRESULT StgOpenStorage(const OLECHAR* name, IStorage* priority, DWORD mode, cons
     }
     try
     {
-        result = ReadCompound(*compound);
+        result = orvane::ReadCompound(*compound);
     }
     catch (const std::bad_alloc&)
     {

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <limits>
@@ -298,6 +299,53 @@ TEST(Storage, ADamagedFileDoesNoHarm)
             EXPECT_LE(stream == nullptr ? 0 : ReadText(*stream).size(), 100003U);
             storage->Release();
         }
+    }
+}
+
+/// Where the root entry of the sample's directory starts: in the sector that the header names,
+/// which sectors of 512 bytes follow the header.
+std::size_t RootOf(const std::vector<BYTE>& sample)
+{
+    EXPECT_EQ(sample[0x1E], 9);  // 2 to the power of 9
+    return 512 * (1 + sample[0x30] + 256 * std::size_t{sample[0x31]});
+}
+
+TEST(Storage, AStreamThatCannotBeReadIsLeftOutWithoutAMessage)
+{
+    const TemporaryName name("unread.stg");
+    MakeSample(name);
+    std::vector<BYTE> bytes = name.Read();
+    constexpr std::size_t entrySize = 0x80;
+    for (std::size_t entry = 1; entry <= 3; ++entry)
+    {
+        // 3,840 bytes, in a chain of sectors for fewer.
+        bytes[RootOf(bytes) + entry * entrySize + 0x78] = 0x00;
+        bytes[RootOf(bytes) + entry * entrySize + 0x79] = 0x0F;
+    }
+    const TemporaryFile file("damaged.stg", bytes);
+    testing::internal::CaptureStderr();
+    const StoragePointer storage = OpenFileOf(file);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(OpenStreamIn(*storage, u"short"), nullptr);
+}
+
+// An entry beside the root would never be freed.
+TEST(Storage, ARootWithSiblingsIsRefused)
+{
+    const TemporaryName name("siblings.stg");
+    MakeSample(name);
+    const std::vector<BYTE> whole = name.Read();
+    for (const std::size_t link : {RootOf(whole) + 0x44, RootOf(whole) + 0x48})
+    {
+        std::vector<BYTE> linked = whole;
+        ASSERT_EQ(linked[link], 0xFF);
+        std::fill_n(linked.begin() + static_cast<std::ptrdiff_t>(link), 4, BYTE{0});
+        linked[link] = 1;
+        const TemporaryFile file("linked.stg", linked);
+        IStorage* storage = nullptr;
+        EXPECT_EQ(
+            StgOpenStorage(Wide(file.Path()).c_str(), nullptr, STGM_READ, nullptr, 0, &storage),
+            STG_E_OLDFORMAT);
     }
 }
 
