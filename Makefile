@@ -50,13 +50,13 @@ judge: packages
 	  if [ -f $$judge ] && [ -x $$judge ]; then echo "$$judge:"; $$judge $(BUILD) || failed="$$failed $$judge"; fi; \
 	done; [ -z "$$failed" ] || { echo "failed:$$failed"; exit 1; }
 
-# Runs every fuzz target, all of them together for SECONDS.
+# Runs every fuzz target, all of them together for SECONDS, or each with as many changed inputs as RUNS says.
 SECONDS ?= 60
 fuzz: packages
 	@tools/install-packages lint fuzz
 	cmake --preset fuzz
 	cmake --build --preset fuzz -j $(JOBS)
-	tools/fuzz build/fuzz seconds $(SECONDS)
+	tools/fuzz build/fuzz $(if $(RUNS),runs $(RUNS),seconds $(SECONDS))
 
 # Says which lines of the readers of foreign bytes no test runs.
 coverage: packages
