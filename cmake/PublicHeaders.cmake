@@ -116,4 +116,5 @@ set(ORVANE_PUBLIC_HEADERS
   solids/MeshCache.h
   solids/OrvProfileString.h
   solids/SolidMesh.h
+  solids/UncutSolid.h
 )

@@ -335,8 +335,8 @@ struct MeshFileOptions
     bool solid = false;
     /// Called with a sentence about the edges that were replaced because of `solid`.
     std::function<void(const std::string& note)> note;
-    /// Called with a sentence about meshes that are not closed although `solid` is set. They are
-    /// still written. If no function is set, such a mesh is an Error.
+    /// Called with a sentence about meshes that are not closed, or letters without their profile,
+    /// although `solid` is set. They are still written. If no function is set, they are an Error.
     std::function<void(const std::string& problem)> warn;
 };
 

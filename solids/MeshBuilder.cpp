@@ -218,7 +218,9 @@ void MeshBuilder::AddText(OrvFontString& text, const MeshTransform& transform)
     const MeshTransform placement = PlacementOf(transform);
     if (options_.closedTexts && dynamic_cast<const OrvProfileString*>(&text) == nullptr)
     {
-        AddSolids(*MakeClosedText(text), placement);
+        const std::unique_ptr<OrvProfileString> closed = MakeClosedText(text);
+        AddSolids(*closed, placement);
+        mesh_.nodes.back().uncut = closed->UncutSolids();
         materials_.ForgetAddresses();
         return;
     }

@@ -118,6 +118,22 @@ const BuiltSolid& OrvOutlineShape::Solid(int area)
     return CurrentSolids().Of(static_cast<std::size_t>(area));
 }
 
+std::vector<UncutSolid> OrvOutlineShape::UncutSolids()
+{
+    std::vector<UncutSolid> uncut;
+    const OutlineSolids& solids = CurrentSolids();
+    for (int area = 0; area < AreaCount(); ++area)
+    {
+        const BuiltSolid* const solid = solids.Known(static_cast<std::size_t>(area));
+        if (solid != nullptr && solid->outcome != SolidOutcome::Profiled)
+        {
+            uncut.push_back({static_cast<std::size_t>(area), area,
+                             solid->outcome == SolidOutcome::Missing, solid->problem});
+        }
+    }
+    return uncut;
+}
+
 int OrvOutlineShape::CalculateBounds()
 {
     bounds.ResetLocalBounds();

@@ -6,6 +6,7 @@
 #include "profiles/EdgeProfile.h"
 #include "profiles/PlaneRegion.h"
 #include "scene/DrawingObject.h"
+#include "solids/UncutSolid.h"
 
 #include <functional>
 #include <memory>
@@ -85,6 +86,8 @@ public:
 
     /// The solid of an area; builds it if that was not done yet.
     const BuiltSolid& Solid(int area);
+    /// The solids that have been built and do not have the profile.
+    std::vector<UncutSolid> UncutSolids();
 
     /// Sets the dimensions, which are those of the box around the areas, and computes the bounds,
     /// which also hold what a profile adds, and the children. Always returns 1.

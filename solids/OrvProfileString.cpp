@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <set>
 #include <string>
 
 namespace orvane
@@ -130,8 +131,24 @@ void OrvProfileString::RecordSolid(int glyphIndex, SurfaceRecorder& recorder)
 {
     if (solids_ != nullptr)
     {
-        EmitSolid(solids_->Of(glyphIndex), recorder);
+        EmitSolid(solids_->Of(glyphIndex).surface, recorder);
     }
+}
+
+std::vector<UncutSolid> OrvProfileString::UncutSolids()
+{
+    std::vector<UncutSolid> uncut;
+    std::set<int> seen;
+    PlaceSolids([&](const PlacedLetter& letter) {
+        const BuiltSolid* const solid = solids_->Known(letter.glyphIndex);
+        if (solid != nullptr && solid->outcome != SolidOutcome::Profiled &&
+            seen.insert(letter.glyphIndex).second)
+        {
+            uncut.push_back({letter.character, letter.line, solid->outcome == SolidOutcome::Missing,
+                             solid->problem});
+        }
+    });
+    return uncut;
 }
 
 int OrvProfileString::DrawSolids(DrawingParameters* parameters, bool named)
@@ -146,7 +163,7 @@ int OrvProfileString::DrawSolids(DrawingParameters* parameters, bool named)
             return;
         }
         // Before anything is pushed, because there may be too little memory.
-        const SolidSurface& solid = solids_->Of(letter.glyphIndex);
+        const SolidSurface& solid = solids_->Of(letter.glyphIndex).surface;
         const SolidLines* const lines = isRendered ? nullptr : &solids_->LinesOf(letter.glyphIndex);
         if (named)
         {

@@ -5,6 +5,7 @@
 #include "platform/Export.h"
 #include "profiles/EdgeProfile.h"
 #include "scene/OrvFontString.h"
+#include "solids/UncutSolid.h"
 
 #include <array>
 #include <memory>
@@ -63,6 +64,11 @@ public:
     int DrawNamedCharacters(DrawingParameters* parameters) override;
     void PlaceSolids(const std::function<void(const PlacedLetter&)>& visit) override;
     void RecordSolid(int glyphIndex, SurfaceRecorder& recorder) override;
+
+    /// The solids that have been built for drawing or for a mesh and do not have the profile, each
+    /// once. A letter keeps square edges when they cannot be cut. It is left out when that cannot
+    /// be done either, or when the text has no width, height or depth.
+    std::vector<UncutSolid> UncutSolids();
 
     int SaveToUndo() override;
     int RestoreFromUndo() override;

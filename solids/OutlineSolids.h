@@ -38,6 +38,11 @@ public:
     bool AreOf(const OutlineSettings& settings) const { return settings == settings_; }
     /// \param area the index of an area
     const BuiltSolid& Of(std::size_t area);
+    /// The same if it was built before; null otherwise.
+    const BuiltSolid* Known(std::size_t area) const
+    {
+        return solids_[area] ? &*solids_[area] : nullptr;
+    }
 
 private:
     OutlineSettings settings_;

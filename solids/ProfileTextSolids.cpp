@@ -72,7 +72,13 @@ PlaneRegion ProfileTextSolids::RegionOf(int number) const
     return JoinRegions(placed);
 }
 
-const SolidSurface& ProfileTextSolids::Of(int number)
+const BuiltSolid* ProfileTextSolids::Known(int number) const
+{
+    const auto known = solids_.find(number);
+    return known != solids_.end() ? &known->second : nullptr;
+}
+
+const BuiltSolid& ProfileTextSolids::Of(int number)
 {
     const auto known = solids_.find(number);
     // When there is too little memory for a new solid, none is kept, and the next call tries again.
@@ -85,25 +91,19 @@ const SolidLines& ProfileTextSolids::LinesOf(int number)
     const auto known = lines_.find(number);
     return known != lines_.end()
                ? known->second
-               : lines_.emplace(number, orvane::LinesOf(Of(number), settings_.solid)).first->second;
+               : lines_.emplace(number, orvane::LinesOf(Of(number).surface, settings_.solid))
+                     .first->second;
 }
 
-SolidSurface ProfileTextSolids::Build(int number) const
+BuiltSolid ProfileTextSolids::Build(int number) const
 {
-    const SolidSettings& settings = settings_.solid;
-    if (settings.depth == 0 || settings.stretchX == 0 || settings.stretchY == 0)
-    {
-        return {};
-    }
-    // A letter whose edges cannot be cut keeps square edges. It is left out if that cannot be done
-    // either, because its size is no number, for example.
     try
     {
-        return BuildSolid(RegionOf(number), settings).surface;
+        return BuildSolid(RegionOf(number), settings_.solid);
     }
-    catch (const Error&)
+    catch (const Error& error)
     {
-        return {};
+        return {{}, SolidOutcome::Missing, error.what()};  // joined letters are too far apart
     }
 }
 

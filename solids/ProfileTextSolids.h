@@ -49,19 +49,21 @@ public:
 
     /// \param number the index of a glyph that is built, or the number of a line of joined letters,
     /// which is 0 when all lines are joined
-    const SolidSurface& Of(int number);
+    const BuiltSolid& Of(int number);
+    /// The same if it was built before; null otherwise.
+    const BuiltSolid* Known(int number) const;
     /// The lines of the same solid.
     const SolidLines& LinesOf(int number);
 
 private:
-    SolidSurface Build(int number) const;
+    BuiltSolid Build(int number) const;
     PlaneRegion RegionOf(int number) const;
     PlaneRegion RegionOfGlyph(int glyphIndex) const;
 
     ProfileTextSettings settings_;
     std::vector<PlacedLetter> letters_;
-    std::map<int, SolidSurface> solids_;  ///< by number
-    std::map<int, SolidLines> lines_;     ///< by number
+    std::map<int, BuiltSolid> solids_;  ///< by number
+    std::map<int, SolidLines> lines_;   ///< by number
 };
 
 }  // namespace orvane

@@ -4,6 +4,7 @@
 #include "geometry/MeshVertex.h"
 #include "material/NamedColor.h"
 #include "platform/Export.h"
+#include "solids/UncutSolid.h"
 
 #include <array>
 #include <cstddef>
@@ -44,6 +45,8 @@ struct MeshNode
     /// glMultMatrixd takes them. The identity when the vertices are in world coordinates already.
     std::array<double, 16> transform = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
     std::shared_ptr<const TextureMap> texture;  ///< null for a node that is drawn without one
+    /// The letters of which MeshBuildOptions::closedTexts could not make what it promises.
+    std::vector<UncutSolid> uncut;
 };
 
 /// A box with edges along the axes. A new box is empty: its minimum is larger than its maximum.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "document/meshes/SolidNotes.h"
 
+#include "document/meshes/UncutParts.h"
 #include "orvane/Error.h"
 #include "profiles/EdgeProfile.h"
 #include "scene/OrvFontString.h"
@@ -76,6 +77,24 @@ void TellReplacements(const SolidMesh& mesh, const MeshFileOptions& options)
     }
 }
 
+/// What is wrong with the nodes that are not closed; empty when there is none.
+std::string OpenNodesOf(const SolidMesh& mesh)
+{
+    const SolidMeasures measures = MeasureMesh(mesh);
+    std::vector<std::string> open;
+    for (std::size_t i = 0; i < measures.nodes.size(); ++i)
+    {
+        if (measures.nodes[i].triangles > 0 && !measures.nodes[i].isClosed)
+        {
+            open.push_back(mesh.nodes[i].name);
+        }
+    }
+    return open.empty()
+               ? ""
+               : std::to_string(open.size()) + (open.size() == 1 ? " part is" : " parts are") +
+                     " not closed: " + ListOf(open);
+}
+
 }  // namespace
 
 void TellSolidNotes(const SolidMesh& mesh, const MeshFileOptions& options, const std::string& path)
@@ -88,27 +107,26 @@ void TellSolidNotes(const SolidMesh& mesh, const MeshFileOptions& options, const
     {
         TellReplacements(mesh, options);
     }
-    const SolidMeasures measures = MeasureMesh(mesh);
-    std::vector<std::string> open;
-    for (std::size_t i = 0; i < measures.nodes.size(); ++i)
+    std::vector<std::string> problems = UncutLettersOf(mesh);
+    constexpr std::size_t mostTold = 10;
+    if (problems.size() > mostTold)
     {
-        if (measures.nodes[i].triangles > 0 && !measures.nodes[i].isClosed)
+        const std::size_t more = problems.size() - mostTold;
+        problems.resize(mostTold);
+        problems.push_back(std::to_string(more) + " more letters are not as solids should be");
+    }
+    if (const std::string open = OpenNodesOf(mesh); !open.empty())
+    {
+        problems.push_back(open);
+    }
+    for (const std::string& problem : problems)
+    {
+        if (!options.warn)
         {
-            open.push_back(mesh.nodes[i].name);
+            throw Error(path, problem);
         }
+        options.warn(problem);
     }
-    if (open.empty())
-    {
-        return;
-    }
-    const std::string problem = std::to_string(open.size()) +
-                                (open.size() == 1 ? " part is" : " parts are") +
-                                " not closed: " + ListOf(open);
-    if (!options.warn)
-    {
-        throw Error(path, problem);
-    }
-    options.warn(problem);
 }
 
 }  // namespace orvane

@@ -6,13 +6,13 @@
 #include "document/MeshImport.h"
 #include "document/OptionRange.h"
 #include "document/ScenePictures.h"
+#include "document/meshes/UncutParts.h"
 #include "host/CFile.h"
 #include "orvane/Error.h"
 #include "platform/Limits.h"
 #include "profiles/EdgeProfile.h"
 #include "scene/SceneObject.h"
 #include "solids/OrvOutlineShape.h"
-#include "solids/SolidSurface.h"
 
 #include <algorithm>
 #include <cmath>
@@ -77,14 +77,11 @@ void AddNoticesOfSolids(OrvOutlineShape& node, const std::string& path,
 {
     for (int area = 0; area < node.AreaCount(); ++area)
     {
-        const BuiltSolid& solid = node.Solid(area);
-        if (solid.outcome != SolidOutcome::Profiled)
-        {
-            notices.push_back(path + ": the area of the colour " + node.Material(area).GetName() +
-                              (solid.outcome == SolidOutcome::Square ? " keeps square edges: "
-                                                                     : " is left out: ") +
-                              solid.problem);
-        }
+        node.Solid(area);
+    }
+    for (const std::string& sentence : UncutAreasOf(node))
+    {
+        notices.push_back(path + ": " + sentence);
     }
 }
 

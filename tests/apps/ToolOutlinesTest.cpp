@@ -141,6 +141,22 @@ TEST_F(ToolOutlines, FaceColorIsTheCurrentColour)
     EXPECT_NE(folder.Run({"info", "a.orv"}).out.find("#123456"), std::string::npos);
 }
 
+TEST_F(ToolOutlines, ColoursOfSidesAndBevelsNeedAText)
+{
+    for (const char* const option : {"--edge-color", "--bevel-color"})
+    {
+        const Arguments arguments = {"render", "--outline-file", "logo.svg", option,
+                                     "red",    "--save",         "a.orv"};
+        const ToolResult result = folder.Run(arguments);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_NE(result.err.find(std::string(option) + ": a text is required"), std::string::npos)
+            << result.err;
+        Arguments withText = arguments;
+        withText.emplace_back("I");
+        EXPECT_EQ(folder.Run(withText).status, 0);
+    }
+}
+
 TEST_F(ToolOutlines, WhatIsNotSupportedIsToldAndFailsWithStrict)
 {
     folder.Write("text.svg", withText);

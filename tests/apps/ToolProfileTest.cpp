@@ -48,6 +48,61 @@ TEST(ToolProfile, EveryNamedProfileIsExportedAsClosedSolids)
     }
 }
 
+TEST(ToolProfile, ATextWithoutADepthIsToldAndFailsWithStrict)
+{
+    const std::string told =
+        "the text \"Ada\" is left out: solids need a width, a height and a depth\n";
+    for (const Arguments& command : {Arguments{"render", "-o", "a.png", "--size", "40x30"},
+                                     {"render", "--save", "a.orv"},
+                                     {"export", "-o", "a.stl"},
+                                     {"export", "-o", "a.stl", "--solid"}})
+    {
+        ToolFolder folder;
+        Arguments arguments = command;
+        arguments.insert(arguments.end(), {"Ada", "--style", "profile", "--depth", "0"});
+        const ToolResult result = folder.Run(arguments);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.err, "orvane: " + told);
+        EXPECT_TRUE(folder.Has(command[2]));
+
+        ToolFolder strict;
+        arguments.emplace_back("--strict");
+        const ToolResult refused = strict.Run(arguments);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_EQ(refused.err,
+                  "orvane: " + told + "orvane: --strict: parts of the scene are missing\n");
+        EXPECT_TRUE(strict.Names().empty());
+    }
+
+    ToolFolder folder;
+    ASSERT_EQ(folder.Run({"render", "Ada", "--style", "profile", "--depth", "0", "--save", "a.orv"})
+                  .status,
+              0);
+    const ToolResult scene =
+        folder.Run({"render", "--scene", "a.orv", "-o", "a.png", "--size", "40x30"});
+    EXPECT_EQ(scene.status, 0);
+    EXPECT_EQ(scene.err, "orvane: a.orv: " + told);
+}
+
+TEST(ToolProfile, SolidTellsATextWithoutADepthAndStrictFails)
+{
+    ToolFolder folder;
+    const Arguments arguments = {"export", "Ada", "--style", "square", "--depth",
+                                 "0",      "-o",  "a.stl",   "--solid"};
+    const ToolResult result = folder.Run(arguments);
+    EXPECT_EQ(result.status, 0);
+    const std::string told =
+        "the text \"Ada\" is left out: solids need a width, a height and a depth\n";
+    EXPECT_NE(result.err.find("orvane: " + told), std::string::npos) << result.err;
+    Arguments strict = arguments;
+    strict[7] = "b.stl";
+    strict.emplace_back("--strict");
+    const ToolResult refused = folder.Run(strict);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.err.find("orvane: b.stl: " + told), std::string::npos) << refused.err;
+    EXPECT_FALSE(folder.Has("b.stl"));
+}
+
 TEST(ToolProfile, OptionsOfProfilesNeedTheirStyle)
 {
     ToolFolder folder;

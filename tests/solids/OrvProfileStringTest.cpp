@@ -169,6 +169,34 @@ TEST_F(OrvProfileStringTest, ASizeThatIsNoNumberGivesNoSolid)
     EXPECT_EQ(orvane::BuildMesh(text).TriangleCount(), 0u);
 }
 
+TEST_F(OrvProfileStringTest, EachSolidWithoutTheProfileIsListedOnceItIsBuilt)
+{
+    text.SetTextString("DBAA");
+    text.SetScale(DVector(1, 1, 0.5));
+    Measured();
+    EXPECT_TRUE(text.UncutSolids().empty());
+    // A region may reach 16,000 em from the origin. B is 0.75 em high and reaches to 0.5, A to 1.
+    text.SetScale(DVector(1, 20000, 0.5));
+    EXPECT_TRUE(text.UncutSolids().empty()) << "Nothing has been built at this size.";
+    Measured();
+    const std::vector<orvane::UncutSolid> uncut = text.UncutSolids();
+    ASSERT_EQ(uncut.size(), 1u);
+    EXPECT_EQ(uncut[0].index, 2u);
+    EXPECT_EQ(uncut[0].line, 0);
+    EXPECT_TRUE(uncut[0].isLeftOut);
+    EXPECT_NE(uncut[0].problem.find("20000"), std::string::npos) << uncut[0].problem;
+    EXPECT_NE(uncut[0].problem.find("16000"), std::string::npos) << uncut[0].problem;
+
+    text.SetFusion(LetterFusion::Line);
+    text.SetTextString("D\r\nDA");
+    text.SetScale(DVector(1, 40000, 0.5));
+    Measured();
+    const std::vector<orvane::UncutSolid> lines = text.UncutSolids();
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].index, 3u);
+    EXPECT_EQ(lines[0].line, 1);
+}
+
 TEST_F(OrvProfileStringTest, ASolidForWhichThereIsTooLittleMemoryIsMadeLater)
 {
     static int granted;

@@ -128,6 +128,7 @@ void Export(const ExportOptions& options)
     const SceneDocument document = options.source.Make(request, size, false);
     scene = MakeMeshScene(*document.view, file.Format(), options.mesh);
     TellSolidNotes(scene.mesh, NotesOf(options), options.output);
+    options.source.TellUncutSolids(document);
     PlaceScene(scene, file.Format(), options.mesh);
     file.Write(scene);
     file.Commit();

@@ -5,6 +5,7 @@
 #include "apps/cli/info/JsonWriter.h"
 #include "document/SceneDocument.h"
 #include "document/TextNode.h"
+#include "document/meshes/UncutParts.h"
 #include "orvane/Error.h"
 
 #include <CLI/CLI.hpp>
@@ -73,6 +74,7 @@ void AddProblems(std::vector<std::string>& problems, const SceneDocument& docume
     const auto add = [&problems](const auto& parts, const auto& textOf) {
         std::transform(parts.begin(), parts.end(), std::back_inserter(problems), textOf);
     };
+    const auto sentence = [](const std::string& text) { return text; };
     switch (kind)
     {
         case MissingKind::Picture:
@@ -81,6 +83,10 @@ void AddProblems(std::vector<std::string>& problems, const SceneDocument& docume
             return add(document.missingFonts, FontText);
         case MissingKind::Letter:
             return add(MissingLettersOf(document), LetterText);
+        case MissingKind::TextProfile:
+            return add(UncutTextsOf(document), sentence);
+        case MissingKind::OutlineProfile:
+            return add(UncutOutlinesOf(document), sentence);
     }
 }
 

@@ -24,12 +24,14 @@ enum class Strictness
     Fail
 };
 
-/// The parts that a scene can name without showing them.
+/// The parts that a scene can name without showing them as it asks for.
 enum class MissingKind
 {
     Picture,
     Font,
-    Letter
+    Letter,
+    TextProfile,    ///< of the solids of texts that were drawn or made into a mesh
+    OutlineProfile  ///< of such solids of outlines
 };
 
 /// Tells on standard error which parts of these kinds are missing, each once. Throws Error when

@@ -111,6 +111,7 @@ void RenderWithin(const RenderOptions& options, const CostWatch& watch)
         }
         DrawDocument(document, request.settings, *target, watch, options.source.strictness);
     }
+    options.source.TellUncutSolids(document);
     if (!saved)
     {
         target->Output().Commit();

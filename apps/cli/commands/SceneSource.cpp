@@ -159,12 +159,15 @@ std::vector<CLI::Option*> SceneSource::AddLook()
         add.Colour("--face-color", text.faceColor, "COLOR [" + ColorText(text.faceColor) + "]",
                    "Colour of the fronts and backs: a name (gold, navy,\n...), #rgb, #rrggbb or "
                    "#rrggbbaa"),
+    };
+    ofSides_ = {
         add.Colour("--edge-color", text.edgeColor, "COLOR",
                    "Colour of the sides [half as bright as the face]"),
         add.Colour("--bevel-color", text.bevelColor, "COLOR",
                    "Colour of the bevels [lighter than the face]"),
     };
     look.insert(look.end(), others.begin(), others.end());
+    look.insert(look.end(), ofSides_.begin(), ofSides_.end());
     return look;
 }
 
@@ -250,6 +253,15 @@ SceneSource::Request SceneSource::Check() const
             "--texture: a text or --outline-file is required, on which the texture is "
             "laid");
     }
+    for (const CLI::Option* const option : ofSides_)
+    {
+        if (option->count() > 0 && !request.outlines.empty() && !request.hasText)
+        {
+            throw UsageError(option->get_name() +
+                             ": a text is required; the solids of --outline-file have the colours "
+                             "of the file on all sides");
+        }
+    }
     if (!request.outlines.empty() && text_.depth == 0)
     {
         throw UsageError("--depth: --outline-file needs a depth above 0");
@@ -271,6 +283,15 @@ SceneDocument SceneSource::Make(const Request& request, std::optional<Size>& siz
     }
     size = size.value_or(defaultPictureSize);
     return Build(request, *size, asOutlines);
+}
+
+void SceneSource::TellUncutSolids(const SceneDocument& document) const
+{
+    TellMissingParts(document, {MissingKind::TextProfile}, strictness);
+    if (IsFile())
+    {
+        TellMissingParts(document, {MissingKind::OutlineProfile}, strictness);
+    }
 }
 
 std::vector<std::string> SceneSource::GatherLines() const

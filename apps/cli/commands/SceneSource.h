@@ -48,6 +48,9 @@ public:
     /// \param size of its picture. For a scene file it is set to the size that the document was
     /// framed for, unless it has a value.
     SceneDocument Make(const Request& request, std::optional<Size>& size, bool asOutlines) const;
+    /// Tells which of the solids that have been built do not have the profile that is asked for.
+    /// Throws Error when there are any and the command is to fail. Make has told it of SVG files.
+    void TellUncutSolids(const SceneDocument& document) const;
 
     Strictness strictness = Strictness::GoOn;
 
@@ -73,6 +76,7 @@ private:
     std::string style_;    ///< a name of an EdgeStyle, or profileStyle
     std::string profile_;  ///< as TextOptions::profile takes it
     std::vector<CLI::Option*> ofProfile_;
+    std::vector<CLI::Option*> ofSides_;  ///< the colours of sides and bevels
     std::unique_ptr<ImportOptions> imports_;
     std::unique_ptr<OutlineFileOptions> outlines_;
     std::unique_ptr<SceneOptions> surroundings_;

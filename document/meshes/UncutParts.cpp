@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+#include "document/meshes/UncutParts.h"
+
+#include "document/SceneDocument.h"
+#include "document/TextEncoding.h"
+#include "document/TextNode.h"
+#include "extrude/OrvFont.h"
+#include "platform/CodePages.h"
+#include "scene/DescendentWalk.h"
+#include "scene/SceneObject.h"
+#include "solids/OrvOutlineShape.h"
+#include "solids/OrvProfileString.h"
+#include "solids/SolidMesh.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+namespace orvane
+{
+
+namespace
+{
+
+/// Collects sentences, each once, in the order in which they come.
+class Sentences
+{
+public:
+    void Add(std::vector<std::string> sentences)
+    {
+        for (std::string& sentence : sentences)
+        {
+            if (known_.insert(sentence).second)
+            {
+                ordered_.push_back(std::move(sentence));
+            }
+        }
+    }
+    std::vector<std::string> Take() { return std::move(ordered_); }
+
+private:
+    std::set<std::string> known_;
+    std::vector<std::string> ordered_;
+};
+
+std::string Utf8Of(const std::string& text)
+{
+    return CodePageToUtf8(text, GetACP());
+}
+
+/// The beginning of a text's first line, in quotes.
+std::string NameOf(const std::string& text)
+{
+    constexpr std::size_t mostBytes = 40;
+    const std::size_t length = std::min(text.find_first_of("\r\n"), text.size());
+    const std::string name = '"' + Utf8Of(text.substr(0, std::min(length, mostBytes))) + '"';
+    return length > mostBytes ? name + "..." : name;
+}
+
+bool HasSize(const OrvFontString& text)
+{
+    const DVector scale = text.GetScale();
+    return scale.x != 0 && scale.y != 0 && scale.z != 0;
+}
+
+const char* OutcomeOf(const UncutSolid& solid)
+{
+    return solid.isLeftOut ? " is left out: " : " keeps square edges: ";
+}
+
+/// \param uncut the solids of the text that do not have the profile
+std::vector<std::string> SentencesOf(const OrvFontString& text, LetterFusion fusion,
+                                     const std::vector<UncutSolid>& uncut)
+{
+    const std::string letters = text.GetTextString()->Text();
+    if (!HasSize(text) && letters.find_first_not_of(" \r\n") != std::string::npos)
+    {
+        return {"the text " + NameOf(letters) +
+                " is left out: solids need a width, a height and a depth"};
+    }
+    std::vector<std::string> sentences;
+    const std::string font =
+        uncut.empty() ? "" : Utf8Of(static_cast<LPCSTR>(text.GetFont()->GetFullName()));
+    for (const UncutSolid& solid : uncut)
+    {
+        std::string name = "the letter \"" + Utf8Of(letters.substr(solid.index, 1)) +
+                           "\" of the font \"" + font + '"';
+        if (fusion != LetterFusion::Separate)
+        {
+            name = fusion == LetterFusion::Line
+                       ? "line " + std::to_string(solid.line + 1) + " of the text "
+                       : "the text ";
+            name += NameOf(letters);
+        }
+        sentences.push_back(name + OutcomeOf(solid) + solid.problem);
+    }
+    return sentences;
+}
+
+}  // namespace
+
+std::vector<std::string> UncutLettersOf(const SolidMesh& mesh)
+{
+    Sentences sentences;
+    for (const MeshNode& node : mesh.nodes)
+    {
+        if (!node.uncut.empty())
+        {
+            sentences.Add(SentencesOf(dynamic_cast<const OrvFontString&>(*node.object),
+                                      LetterFusion::Separate, node.uncut));
+        }
+    }
+    return sentences.Take();
+}
+
+std::vector<std::string> UncutAreasOf(OrvOutlineShape& outlines)
+{
+    std::vector<std::string> sentences;
+    for (const UncutSolid& solid : outlines.UncutSolids())
+    {
+        const std::string color = outlines.Material(static_cast<int>(solid.index)).GetName();
+        sentences.push_back("the area of the colour " + color + OutcomeOf(solid) + solid.problem);
+    }
+    return sentences;
+}
+
+std::vector<std::string> UncutTextsOf(const SceneDocument& document)
+{
+    const CodePageScope scope(document.codePage);
+    Sentences sentences;
+    ForEachText(*document.scene, [&sentences](OrvFontString& text) {
+        if (auto* const profiled = dynamic_cast<OrvProfileString*>(&text))
+        {
+            sentences.Add(SentencesOf(text, profiled->GetFusion(), profiled->UncutSolids()));
+        }
+    });
+    return sentences.Take();
+}
+
+std::vector<std::string> UncutOutlinesOf(const SceneDocument& document)
+{
+    Sentences sentences;
+    VisitDescendents(*document.scene, [&sentences](DrawingObject& node) {
+        if (auto* const outlines = dynamic_cast<OrvOutlineShape*>(&node))
+        {
+            sentences.Add(UncutAreasOf(*outlines));
+        }
+        return true;
+    });
+    return sentences.Take();
+}
+
+}  // namespace orvane
