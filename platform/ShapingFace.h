@@ -144,6 +144,15 @@ struct ShapedGlyph
     bool isSafeToBreak = true;
 };
 
+/// The box around a glyph in ems, from the glyph's origin, y upward.
+struct GlyphBox
+{
+    double left = 0;
+    double bottom = 0;
+    double right = 0;
+    double top = 0;
+};
+
 /// A face opened for shaping. It never changes, and any thread may use it. Faces that are opened
 /// twice are the same object while it lives.
 class ORVANE_API ShapingFace
@@ -177,12 +186,21 @@ public:
     /// The value of each axis in this face, in the order of Axes.
     const std::vector<AxisValue>& AxisValues() const;
 
+    /// All characters that the face has, sorted.
+    std::vector<char32_t> Characters() const;
+    /// The tags of all OpenType features of the face, sorted, each once.
+    std::vector<std::string> Features() const;
+
     /// The number of a character's glyph; 0 when the face lacks the character.
     std::uint32_t GlyphOf(char32_t character) const;
     /// Whether the face can show a character with its marks, or any other characters that belong
     /// together. Ignorable characters do not count. A letter may be composed of others that the
     /// face has.
     bool Covers(const char32_t* characters, std::size_t count) const;
+
+    /// The box that the font states for a glyph, at the face's axes. No value for a glyph without
+    /// an outline, such as a space.
+    std::optional<GlyphBox> BoxOf(std::uint32_t glyph) const;
 
     /// The glyphs of a run in the order in which they stand from left to right.
     /// Positions are whole design units, as numbers of ems. Throws std::bad_alloc.

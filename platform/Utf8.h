@@ -35,6 +35,14 @@ void ForEachCharacter(std::string_view utf8, Take take)
     }
 }
 
+/// A character, which must be valid, in UTF-8.
+inline std::string Utf8Of(char32_t character)
+{
+    std::string text;
+    utf8::unchecked::append(character, std::back_inserter(text));
+    return text;
+}
+
 /// The text with U+FFFD in place of each sequence of bytes that is no character.
 inline std::string ValidUtf8(std::string_view text)
 {

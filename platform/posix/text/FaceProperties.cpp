@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
+#include <set>
 
 namespace posix
 {
@@ -84,6 +86,21 @@ std::vector<orvane::FaceInstance> FaceInstances(hb_face_t* face,
         }
     }
     return instances;
+}
+
+std::vector<std::string> FaceFeatures(hb_face_t* face)
+{
+    std::set<std::string> features;
+    for (const hb_tag_t table : {HB_OT_TAG_GSUB, HB_OT_TAG_GPOS})
+    {
+        std::vector<hb_tag_t> tags(
+            hb_ot_layout_table_get_feature_tags(face, table, 0, nullptr, nullptr));
+        auto count = static_cast<unsigned>(tags.size());
+        hb_ot_layout_table_get_feature_tags(face, table, 0, &count, tags.data());
+        tags.resize(count);
+        std::transform(tags.begin(), tags.end(), std::inserter(features, features.end()), TagText);
+    }
+    return {features.begin(), features.end()};
 }
 
 orvane::FaceMetrics MeasuresOf(hb_font_t* font)

@@ -29,6 +29,7 @@ struct HbDestroy
 using HbBlob = std::unique_ptr<hb_blob_t, HbDestroy<hb_blob_destroy>>;
 using HbFace = std::unique_ptr<hb_face_t, HbDestroy<hb_face_destroy>>;
 using HbFont = std::unique_ptr<hb_font_t, HbDestroy<hb_font_destroy>>;
+using HbSet = std::unique_ptr<hb_set_t, HbDestroy<hb_set_destroy>>;
 using HbBuffer = std::unique_ptr<hb_buffer_t, HbDestroy<hb_buffer_destroy>>;
 
 /// A name in English or, without one, in the language that HarfBuzz lists first.
@@ -37,6 +38,9 @@ std::string FaceName(hb_face_t* face, hb_ot_name_id_t name);
 std::vector<orvane::FaceAxis> FaceAxes(hb_face_t* face);
 std::vector<orvane::FaceInstance> FaceInstances(hb_face_t* face,
                                                 const std::vector<orvane::FaceAxis>& axes);
+
+/// The tags of the features of a face's GSUB and GPOS tables, sorted, each once.
+std::vector<std::string> FaceFeatures(hb_face_t* face);
 
 /// The measures of a font whose scale is its design units.
 orvane::FaceMetrics MeasuresOf(hb_font_t* font);

@@ -113,9 +113,10 @@ public:
           isPowerOfTwo_((unitsPerEm & (unitsPerEm - 1)) == 0)
     {}
 
-    double operator()(hb_position_t units) const
+    double operator()(std::int64_t units) const
     {
-        return isPowerOfTwo_ ? units * emsPerUnit_ : units == 0 ? 0 : units / unitsPerEm_;
+        const auto number = static_cast<double>(units);
+        return isPowerOfTwo_ ? number * emsPerUnit_ : units == 0 ? 0 : number / unitsPerEm_;
     }
 
 private:
@@ -316,6 +317,39 @@ const std::vector<FaceInstance>& ShapingFace::Instances() const
 const std::vector<AxisValue>& ShapingFace::AxisValues() const
 {
     return parts_->settings;
+}
+
+std::vector<char32_t> ShapingFace::Characters() const
+{
+    const posix::HbSet characters(hb_set_create());
+    hb_face_collect_unicodes(parts_->face.get(), characters.get());
+    std::vector<char32_t> list;
+    list.reserve(hb_set_get_population(characters.get()));
+    for (hb_codepoint_t next = HB_SET_VALUE_INVALID; hb_set_next(characters.get(), &next) != 0;)
+    {
+        list.push_back(next);
+    }
+    return list;
+}
+
+std::vector<std::string> ShapingFace::Features() const
+{
+    return posix::FaceFeatures(parts_->face.get());
+}
+
+std::optional<GlyphBox> ShapingFace::BoxOf(std::uint32_t glyph) const
+{
+    hb_glyph_extents_t extents = {};
+    if (hb_font_get_glyph_extents(parts_->font.get(), glyph, &extents) == 0 ||
+        (extents.width == 0 && extents.height == 0))
+    {
+        return std::nullopt;
+    }
+    // HarfBuzz counts the height downward from the top.
+    const EmScale ems(parts_->metrics.unitsPerEm);
+    const std::int64_t left = extents.x_bearing;
+    const std::int64_t top = extents.y_bearing;
+    return GlyphBox{ems(left), ems(top + extents.height), ems(left + extents.width), ems(top)};
 }
 
 std::uint32_t ShapingFace::GlyphOf(char32_t character) const
