@@ -28,11 +28,6 @@ namespace orvane
 namespace
 {
 
-// Wide and heavy faces make the best solids. The first of these is in a package that the library
-// depends on.
-constexpr std::array defaultFonts = {"DejaVu Sans Bold", "Liberation Sans Bold",
-                                     "DejaVu Serif Bold"};
-
 /// The code page that the registry's fonts were loaded in; 0 before that.
 UINT registryCodePage = 0;
 

@@ -4,6 +4,7 @@
 #include "platform/Export.h"
 #include "platform/Types.h"
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <string>
@@ -15,6 +16,11 @@ struct OUTLINECHECK;
 
 namespace orvane
 {
+
+/// The full names of the fonts for texts that name none, the preferred first: wide and heavy faces
+/// make the best solids. The first of these is in a package that the library depends on.
+inline constexpr std::array defaultFonts = {"DejaVu Sans Bold", "Liberation Sans Bold",
+                                            "DejaVu Serif Bold"};
 
 /// Fills the registry of installed fonts, in the process's code page, unless it has fonts already.
 /// \param progress called with a line about each font that is added; may be empty

@@ -44,10 +44,10 @@ std::size_t LineOfMisfit(const std::vector<std::string>& lines, const std::strin
     return misfit;
 }
 
-Error TextTooLong(const std::string& place, const std::string& foundBytes)
+Error TextTooLong(const std::string& place, const std::string& foundBytes, std::size_t mostBytes)
 {
     return Error(place, foundBytes + " bytes of text",
-                 "at most " + std::to_string(limits::maxTextBytes) + " bytes");
+                 "at most " + std::to_string(mostBytes) + " bytes");
 }
 
 }  // namespace
@@ -75,11 +75,11 @@ std::vector<std::string> SplitLines(const std::string& text)
     return lines;
 }
 
-std::vector<std::string> ReadLines(const std::string& path)
+std::string ReadText(const std::string& path, std::size_t mostBytes)
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
                                                                std::fclose);
-    constexpr std::size_t most = limits::maxTextBytes + sizeof utf8::bom;
+    const std::size_t most = mostBytes + sizeof utf8::bom;
     std::string text(most + 1, '\0');
     text.resize(file ? std::fread(text.data(), 1, text.size(), file.get()) : 0);
     if (!file || std::ferror(file.get()) != 0)
@@ -88,13 +88,18 @@ std::vector<std::string> ReadLines(const std::string& path)
     }
     if (text.size() > most)
     {
-        throw TextTooLong(path, "more than " + std::to_string(limits::maxTextBytes));
+        throw TextTooLong(path, "more than " + std::to_string(mostBytes), mostBytes);
     }
     if (utf8::starts_with_bom(text.begin(), text.end()))
     {
         text.erase(0, sizeof utf8::bom);
     }
-    return SplitLines(text);
+    return text;
+}
+
+std::vector<std::string> ReadLines(const std::string& path)
+{
+    return SplitLines(ReadText(path, limits::maxTextBytes));
 }
 
 void CheckTextLength(const std::vector<std::string>& lines)
@@ -107,7 +112,7 @@ void CheckTextLength(const std::vector<std::string>& lines)
     }
     if (bytes > limits::maxTextBytes)
     {
-        throw TextTooLong("text", std::to_string(bytes));
+        throw TextTooLong("text", std::to_string(bytes), limits::maxTextBytes);
     }
 }
 

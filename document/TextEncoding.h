@@ -15,9 +15,12 @@ namespace orvane
 /// last line. A tab becomes four spaces, because fonts have no glyph for it.
 ORVANE_API std::vector<std::string> SplitLines(const std::string& text);
 
-/// The lines of a file, which may also be a pipe or a device, without the byte order mark of UTF-8.
-/// Throws Error when the file cannot be read, or is longer than limits::maxTextBytes and a byte
-/// order mark. Reading ends with the first byte beyond that.
+/// The text of a file, which may also be a pipe or a device, without the byte order mark of UTF-8.
+/// Throws Error when the file cannot be read, or is longer than \p mostBytes and a byte order mark.
+/// Reading ends with the first byte beyond that.
+ORVANE_API std::string ReadText(const std::string& path, std::size_t mostBytes);
+
+/// The lines of a file of at most limits::maxTextBytes bytes, read as ReadText does.
 ORVANE_API std::vector<std::string> ReadLines(const std::string& path);
 
 /// Throws Error when lines have more than limits::maxTextBytes bytes together with the CR LF

@@ -63,8 +63,12 @@ int Run(CLI::App& app, int argc, char** argv)
         app.parse(argc, argv);
         if (app.get_subcommands().empty())
         {
-            throw UsageError(
-                "a subcommand is needed: render, export, info, pick, fonts or showcase");
+            std::string names;
+            for (const CLI::App* const command : app.get_subcommands({}))
+            {
+                names += (names.empty() ? "" : ", ") + command->get_name();
+            }
+            throw UsageError("a subcommand is needed: " + names);
         }
     }
     catch (const CLI::Success& question)
@@ -111,6 +115,9 @@ int main(int argc, char** argv)
         AddExportCommand(app);
         AddInfoCommand(app);
         AddPickCommand(app);
+#if defined(ORVANE_WITH_SHAPING)
+        AddLayoutCommand(app);
+#endif
         AddFontsCommand(app);
         AddShowcaseCommand(app);
         return Run(app, argc, argv);

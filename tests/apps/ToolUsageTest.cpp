@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <regex>
@@ -209,7 +210,16 @@ TEST(ToolUsage, TheDocumentNamesExactlyTheOptionsOfTheHelpTexts)
         help += folder.Run({command, "--help"}).out;
     }
     help += folder.Run({"--help"}).out;
-    EXPECT_EQ(OptionsIn(ReadDocument()), OptionsIn(help));
+    const std::set<std::string> documented = OptionsIn(ReadDocument());
+#if defined(ORVANE_WITH_SHAPING)
+    help += folder.Run({"layout", "--help"}).out;
+    EXPECT_EQ(documented, OptionsIn(help));
+#else
+    // The document is about a tool that sets texts of any language, too.
+    const std::set<std::string> options = OptionsIn(help);
+    EXPECT_TRUE(
+        std::includes(documented.begin(), documented.end(), options.begin(), options.end()));
+#endif
 }
 
 TEST(ToolUsage, TheDocumentHasTheDefaultsOfTheHelpTexts)

@@ -15,6 +15,7 @@ void AddRenderCommand(CLI::App& app);
 void AddExportCommand(CLI::App& app);
 void AddFontsCommand(CLI::App& app);
 void AddInfoCommand(CLI::App& app);
+void AddLayoutCommand(CLI::App& app);  ///< not without ORVANE_WITH_SHAPING
 void AddPickCommand(CLI::App& app);
 void AddShowcaseCommand(CLI::App& app);
 

@@ -20,22 +20,6 @@ namespace orvane
 namespace
 {
 
-/// Tells the first problems, and how many more there are: a file can have a million of them.
-/// \param place begins each message
-/// \param rest ends the message about those that are not told
-void Tell(const std::string& place, const std::vector<std::string>& problems, const char* rest)
-{
-    constexpr std::size_t mostTold = 10;
-    for (std::size_t i = 0; i < std::min(problems.size(), mostTold); ++i)
-    {
-        Say(place + problems[i]);
-    }
-    if (problems.size() > mostTold)
-    {
-        Say(place + std::to_string(problems.size() - mostTold) + rest);
-    }
-}
-
 std::string PictureText(const MissingPicture& picture)
 {
     const std::string name = "the picture " + Quoted(picture.file);
@@ -98,6 +82,19 @@ std::string PlaceOf(const SceneDocument& document)
 
 }  // namespace
 
+void TellFirst(const std::string& place, const std::vector<std::string>& problems, const char* rest)
+{
+    constexpr std::size_t mostTold = 10;
+    for (std::size_t i = 0; i < std::min(problems.size(), mostTold); ++i)
+    {
+        Say(place + problems[i]);
+    }
+    if (problems.size() > mostTold)
+    {
+        Say(place + std::to_string(problems.size() - mostTold) + rest);
+    }
+}
+
 void TellMissingParts(const SceneDocument& document, std::initializer_list<MissingKind> kinds,
                       Strictness strictness)
 {
@@ -106,7 +103,7 @@ void TellMissingParts(const SceneDocument& document, std::initializer_list<Missi
     {
         AddProblems(problems, document, kind);
     }
-    Tell(PlaceOf(document), problems, " more are missing");
+    TellFirst(PlaceOf(document), problems, " more are missing");
     if (strictness == Strictness::Fail && !problems.empty())
     {
         throw Error(document.path, "--strict: parts of the scene are missing");
@@ -116,7 +113,7 @@ void TellMissingParts(const SceneDocument& document, std::initializer_list<Missi
 void TellNotices(const std::string& file, const std::vector<std::string>& notices,
                  Strictness strictness)
 {
-    Tell("", notices, " more parts of the file are not supported");
+    TellFirst("", notices, " more parts of the file are not supported");
     if (strictness == Strictness::Fail && !notices.empty())
     {
         throw Error(file, "--strict: parts of the file are not supported");

@@ -34,6 +34,13 @@ enum class MissingKind
     OutlineProfile  ///< of such solids of outlines
 };
 
+/// Tells the first problems on standard error, and how many more there are: a file can have a
+/// million of them.
+/// \param place begins each message
+/// \param rest ends the message about those that are not told
+void TellFirst(const std::string& place, const std::vector<std::string>& problems,
+               const char* rest);
+
 /// Tells on standard error which parts of these kinds are missing, each once. Throws Error when
 /// there are any and the command is to fail.
 void TellMissingParts(const SceneDocument& document, std::initializer_list<MissingKind> kinds,

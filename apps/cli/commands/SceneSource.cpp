@@ -73,23 +73,8 @@ void TakeSavedView(const SceneDocument& document, const std::string& name)
 
 void SceneSource::AddTexts()
 {
-    const int most = CLI::detail::expected_max_vector_size;
-    // If an option allows extra arguments, CLI11 reads the text "[a,b]" as a list. So this option
-    // expects the largest possible number of texts and allows no extra arguments. The test
-    // TextThatLooksLikeAnythingElseIsText checks this.
-    command_
-        .add_option(
-            "TEXT", CLI::callback_t([this](const CLI::results_t& texts) {
-                texts_ = texts;
-                return true;
-            }),
-            "Each argument is a line, in UTF-8; put -- before\nlines that begin with a minus")
-        ->expected(most, most)
-        ->allow_extra_args(false)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->option_text("...");
-    ofText_ = {OptionAdder(command_)("--text-file", textFile_, "FILE",
-                                     "Reads more lines, in UTF-8; they come after TEXT")};
+    texts_ = std::make_unique<TextArguments>(command_);
+    ofText_ = {texts_->FileOption()};
 }
 
 void SceneSource::AddSceneFileAndLook()
@@ -221,7 +206,7 @@ void SceneSource::AddSurroundings()
 SceneSource::Request SceneSource::Check() const
 {
     Request request;
-    request.hasText = !texts_.empty() || !textFile_.empty();
+    request.hasText = texts_->AreGiven();
     request.imports = imports_->Parse();
     request.outlines = outlines_->Parse();
     const bool hasSolids = request.hasText || !request.outlines.empty();
@@ -294,29 +279,9 @@ void SceneSource::TellUncutSolids(const SceneDocument& document) const
     }
 }
 
-std::vector<std::string> SceneSource::GatherLines() const
-{
-    std::vector<std::string> lines;
-    for (const std::string& text : texts_)
-    {
-        const std::vector<std::string> more = SplitLines(text);
-        lines.insert(lines.end(), more.begin(), more.end());
-        if (more.empty())
-        {
-            lines.emplace_back();
-        }
-    }
-    if (!textFile_.empty())
-    {
-        const std::vector<std::string> more = ReadLines(textFile_);
-        lines.insert(lines.end(), more.begin(), more.end());
-    }
-    return lines;
-}
-
 std::unique_ptr<DrawingObject> SceneSource::BuildText() const
 {
-    const EncodedText encoded = EncodeLines(GatherLines());
+    const EncodedText encoded = EncodeLines(texts_->Lines());
     SetProcessCodePage(encoded.codePage);
     LoadFonts(FontProgress());  // after SetProcessCodePage, because fonts keep the code page
     OrvFont* const font = ChooseFont(text_.font);

@@ -5,6 +5,7 @@
 #include "apps/cli/commands/MissingParts.h"
 #include "apps/cli/commands/OutlineFileOptions.h"
 #include "apps/cli/commands/SceneOptions.h"
+#include "apps/cli/commands/TextArguments.h"
 #include "document/SceneDocument.h"
 #include "orvane/Options.h"
 
@@ -58,7 +59,6 @@ private:
     std::unique_ptr<DrawingObject> BuildText() const;
     SceneDocument Build(const Request& request, const Size& size, bool asOutlines) const;
     SceneDocument Load(const Request& request, std::optional<Size>& size, bool asOutlines) const;
-    std::vector<std::string> GatherLines() const;
     std::vector<CLI::Option*> AddLook();
     TextOptions Look() const;
     void SetLook(OutlineOptions& outlines) const;
@@ -66,8 +66,7 @@ private:
 
     CLI::App& command_;
     SceneUse use_;
-    std::vector<std::string> texts_;
-    std::string textFile_;
+    std::unique_ptr<TextArguments> texts_;
     std::string sceneFile_;
     OpenOptions open_;
     std::string view_;

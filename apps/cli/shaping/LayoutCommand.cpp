@@ -1,0 +1,319 @@
+// SPDX-License-Identifier: MIT
+#include "apps/cli/PrintableText.h"
+#include "apps/cli/commands/Commands.h"
+#include "apps/cli/commands/CostOptions.h"
+#include "apps/cli/commands/OptionValues.h"
+#include "apps/cli/info/JsonWriter.h"
+#include "apps/cli/info/TextTable.h"
+#include "apps/cli/shaping/ShapedTextOptions.h"
+#include "document/OutputFile.h"
+#include "platform/Utf8.h"
+#include "shaping/CheckedText.h"
+#include "shaping/ScriptNames.h"
+#include "shaping/TextShaper.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace orvane
+{
+
+namespace
+{
+
+struct Options
+{
+    explicit Options(CLI::App& command) : text(command) {}
+
+    ShapedTextOptions text;
+    bool json = false;
+    Strictness strictness = Strictness::GoOn;
+    CostLimits costs;
+};
+
+/// The number of a font in its collection.
+int NumberInFile(const FaceFile& file)
+{
+    return file.index & 0xFFFF;
+}
+
+std::string_view TextOf(std::string_view text, const PlacedGlyph& glyph)
+{
+    return text.substr(glyph.textBegin, glyph.textEnd - glyph.textBegin);
+}
+
+/// The box of a glyph at its place.
+std::optional<GlyphBox> PlacedBox(const TextLayout& layout, const PlacedGlyph& glyph)
+{
+    const std::optional<GlyphBox> box = layout.faces[glyph.face]->BoxOf(glyph.glyph);
+    if (!box)
+    {
+        return std::nullopt;
+    }
+    return GlyphBox{glyph.x + box->left * glyph.size, glyph.y + box->bottom * glyph.size,
+                    glyph.x + box->right * glyph.size, glyph.y + box->top * glyph.size};
+}
+
+void Widen(std::optional<GlyphBox>& whole, const std::optional<GlyphBox>& part)
+{
+    if (!whole || !part)
+    {
+        whole = whole ? whole : part;
+        return;
+    }
+    whole->left = std::min(whole->left, part->left);
+    whole->bottom = std::min(whole->bottom, part->bottom);
+    whole->right = std::max(whole->right, part->right);
+    whole->top = std::max(whole->top, part->top);
+}
+
+/// The end of the glyphs of the same characters.
+std::size_t EndOfCluster(const TextLayout& layout, std::size_t first, std::size_t end)
+{
+    const PlacedGlyph& glyph = layout.glyphs[first];
+    std::size_t last = first + 1;
+    while (last < end && layout.glyphs[last].textBegin == glyph.textBegin &&
+           layout.glyphs[last].textEnd == glyph.textEnd)
+    {
+        ++last;
+    }
+    return last;
+}
+
+void WriteBox(JsonWriter& json, const std::optional<GlyphBox>& box)
+{
+    if (box)
+    {
+        json.Numbers("box", box->left, box->bottom, box->right, box->top);
+        return;
+    }
+    json.Key("box");
+    json.Null();
+}
+
+void WriteFonts(JsonWriter& json, const TextLayout& layout)
+{
+    json.Key("fonts");
+    json.BeginArray();
+    for (const std::shared_ptr<const ShapingFace>& face : layout.faces)
+    {
+        json.BeginObject(JsonWriter::Layout::OneLine);
+        json.Member("name", face->FullName());
+        json.Member("family", face->FamilyName());
+        json.Member("style", face->StyleName());
+        json.Member("file", face->File().file);
+        json.Member("index", NumberInFile(face->File()));
+        json.Key("axes");
+        json.BeginObject();
+        for (const AxisValue& axis : face->AxisValues())
+        {
+            json.Member(axis.tag, axis.value);
+        }
+        json.EndObject();
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
+/// Writes the glyphs from \p first to \p end - 1, which stand for the same characters.
+void WriteCluster(JsonWriter& json, std::string_view text, const TextLayout& layout,
+                  std::size_t first, std::size_t end)
+{
+    const PlacedGlyph& leftmost = layout.glyphs[first];
+    std::optional<GlyphBox> box;
+    for (std::size_t n = first; n < end; ++n)
+    {
+        Widen(box, PlacedBox(layout, layout.glyphs[n]));
+    }
+    json.BeginObject();
+    json.Member("begin", leftmost.textBegin);
+    json.Member("end", leftmost.textEnd);
+    json.Member("text", TextOf(text, leftmost));
+    json.Member("rightToLeft", leftmost.isRightToLeft);
+    WriteBox(json, box);
+    json.Key("glyphs");
+    json.BeginArray();
+    for (std::size_t n = first; n < end; ++n)
+    {
+        const PlacedGlyph& glyph = layout.glyphs[n];
+        json.BeginObject(JsonWriter::Layout::OneLine);
+        json.Member("font", glyph.face);
+        json.Member("id", glyph.glyph);
+        json.Member("x", glyph.x);
+        json.Member("y", glyph.y);
+        json.Member("advance", glyph.advance);
+        json.Member("size", glyph.size);
+        WriteBox(json, PlacedBox(layout, glyph));
+        json.EndObject();
+    }
+    json.EndArray();
+    json.EndObject();
+}
+
+void WriteLine(JsonWriter& json, std::string_view text, const TextLayout& layout,
+               const TextLine& line)
+{
+    json.BeginObject();
+    json.Member("begin", line.textBegin);
+    json.Member("end", line.textEnd);
+    json.Member("rightToLeft", line.isRightToLeft);
+    json.Member("endsParagraph", line.endsParagraph);
+    json.Member("left", line.left);
+    json.Member("width", line.width);
+    json.Member("baseline", line.baseline);
+    json.Member("ascent", line.ascent);
+    json.Member("descent", line.descent);
+    json.Key("clusters");
+    json.BeginArray();
+    const std::size_t end = line.firstGlyph + line.glyphCount;
+    for (std::size_t first = line.firstGlyph; first < end;)
+    {
+        const std::size_t next = EndOfCluster(layout, first, end);
+        WriteCluster(json, text, layout, first, next);
+        first = next;
+    }
+    json.EndArray();
+    json.EndObject();
+}
+
+void WriteMissing(JsonWriter& json, const TextLayout& layout)
+{
+    json.Key("missing");
+    json.BeginArray();
+    for (const MissingCharacter& missing : layout.missing)
+    {
+        const ScriptTag script = ScriptOf(missing.character);
+        const std::string package = PackageForScript(script);
+        json.BeginObject(JsonWriter::Layout::OneLine);
+        json.Member("character", Utf8Of(missing.character));
+        json.Member("codePoint", CodePointName(missing.character));
+        json.Member("offset", missing.offset);
+        json.Member("script", ScriptLetters(script));
+        json.Key("package");
+        if (package.empty())
+        {
+            json.Null();
+        }
+        else
+        {
+            json.Value(package);
+        }
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
+std::string LayoutToJson(std::string_view text, const TextLayout& layout)
+{
+    JsonWriter json;
+    json.BeginObject();
+    json.Member("text", text);
+    json.Member("width", layout.width);
+    json.Member("top", layout.top);
+    json.Member("bottom", layout.bottom);
+    WriteFonts(json, layout);
+    json.Key("lines");
+    json.BeginArray();
+    for (const TextLine& line : layout.lines)
+    {
+        WriteLine(json, text, layout, line);
+    }
+    json.EndArray();
+    WriteMissing(json, layout);
+    json.EndObject();
+    return json.Result();
+}
+
+/// The numbers with a blank between them.
+std::string NumbersText(std::initializer_list<double> numbers)
+{
+    std::string text;
+    for (const double number : numbers)
+    {
+        text += (text.empty() ? "" : " ") + NumberText(number);
+    }
+    return text;
+}
+
+std::string FontText(const ShapingFace& face)
+{
+    std::string text = Quoted(face.FullName()) + " in " + Quoted(face.File().file);
+    const int number = NumberInFile(face.File());
+    text += number == 0 ? "" : ", number " + std::to_string(number);
+    for (const AxisValue& axis : face.AxisValues())
+    {
+        text += ", " + Printable(axis.tag) + "=" + NumberText(axis.value);
+    }
+    return text;
+}
+
+/// The glyphs of a line, one a row.
+std::string GlyphTable(std::string_view text, const TextLayout& layout, const TextLine& line)
+{
+    TextTable table;
+    table.Add({"bytes", "text", "font", "glyph", "x", "y", "advance", "box"});
+    for (std::size_t n = line.firstGlyph; n < line.firstGlyph + line.glyphCount; ++n)
+    {
+        const PlacedGlyph& glyph = layout.glyphs[n];
+        const std::optional<GlyphBox> box = PlacedBox(layout, glyph);
+        table.Add({std::to_string(glyph.textBegin) + "-" + std::to_string(glyph.textEnd),
+                   Quoted(TextOf(text, glyph)), std::to_string(glyph.face),
+                   std::to_string(glyph.glyph), NumberText(glyph.x), NumberText(glyph.y),
+                   NumberText(glyph.advance),
+                   box ? NumbersText({box->left, box->bottom, box->right, box->top}) : "none"});
+    }
+    return table.Text();
+}
+
+std::string LayoutToText(std::string_view text, const TextLayout& layout)
+{
+    std::string told;
+    for (std::size_t n = 0; n < layout.faces.size(); ++n)
+    {
+        told += "font " + std::to_string(n) + ": " + FontText(*layout.faces[n]) + "\n";
+    }
+    for (std::size_t n = 0; n < layout.lines.size(); ++n)
+    {
+        const TextLine& line = layout.lines[n];
+        told += "line " + std::to_string(n) + ": bytes " + std::to_string(line.textBegin) + "-" +
+                std::to_string(line.textEnd) + ", " +
+                (line.isRightToLeft ? "right to left" : "left to right") + ", x " +
+                NumberText(line.left) + " to " + NumberText(line.left + line.width) +
+                ", baseline " + NumberText(line.baseline) + ", ascent " + NumberText(line.ascent) +
+                ", descent " + NumberText(line.descent) + "\n" + GlyphTable(text, layout, line);
+    }
+    return told;
+}
+
+void PrintLayout(const Options& options)
+{
+    const CostWatch watch(options.costs);
+    const ShapedText shaped = options.text.Read(options.strictness);
+    const TextLayout layout = TextShaper().LayOut(shaped.text, shaped.options);
+    TellMissingCharacters(layout.missing, options.strictness);
+    WriteToStandardOutput(options.json ? LayoutToJson(shaped.text, layout)
+                                       : LayoutToText(shaped.text, layout));
+}
+
+}  // namespace
+
+void AddLayoutCommand(CLI::App& app)
+{
+    CLI::App& command =
+        *app.add_subcommand("layout", "Tell the glyphs and the lines of a text of any language");
+    const auto options = std::make_shared<Options>(command);
+    command.add_flag("--json", options->json, "Prints a JSON object");
+    AddStrictOption(
+        command, options->strictness,
+        "Takes no other fonts than those that are named; fails\nand prints nothing when "
+        "they lack a character");
+    AddCostOptions(command, options->costs);
+    command.callback([options] { PrintLayout(*options); });
+}
+
+}  // namespace orvane
