@@ -53,6 +53,10 @@ ORVANE_API std::vector<InstalledFont> FindFallbackFonts(char32_t character,
                                                         const std::string& language,
                                                         const FontLooks& looks, std::size_t count);
 
+/// All installed faces with outlines, sorted by family, style and file, each once. The named
+/// instances of a variable font are faces of their own.
+ORVANE_API std::vector<InstalledFont> InstalledFonts();
+
 /// The names of all families with outlines, sorted, each once.
 ORVANE_API std::vector<std::string> InstalledFamilies();
 

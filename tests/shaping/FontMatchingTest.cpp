@@ -44,6 +44,8 @@ TEST(FontMatching, FontsThatAreInstalledLaterAreFoundAfterReloadFonts)
         EXPECT_EQ(FindFontOfFamily("Later", {})->fullName, "Later Regular");
         EXPECT_EQ(FindFallbackFonts(U'A', "en", {}, 3).size(), 1U);
         EXPECT_EQ(InstalledFamilies(), std::vector<std::string>{"Later"});
+        ASSERT_EQ(InstalledFonts().size(), 1U);
+        EXPECT_EQ(InstalledFonts()[0].fullName, "Later Regular");
     }
     std::filesystem::remove_all(folder);
     EXPECT_TRUE(FindFontOfFamily("DejaVu Sans", {}));

@@ -4,6 +4,9 @@
 #include "apps/cli/commands/Commands.h"
 #include "apps/cli/commands/OutlinesOption.h"
 #include "apps/cli/info/JsonWriter.h"
+#if defined(ORVANE_WITH_SHAPING)
+#include "apps/cli/shaping/FontSearch.h"
+#endif
 #include "document/FontChoice.h"
 #include "document/OutputFile.h"
 #include "document/TextEncoding.h"
@@ -28,6 +31,9 @@ struct FontsOptions
     std::string filter;
     std::optional<std::string> check;
     bool json = false;
+#if defined(ORVANE_WITH_SHAPING)
+    FontSearch search;
+#endif
 };
 
 bool ContainsIgnoringCase(const std::string& text, const std::string& part)
@@ -82,22 +88,37 @@ void AddFontsCommand(CLI::App& app)
         "FILTER", options->filter, "Lists only names that contain this, in upper or lower\ncase");
     CLI::Option* const json =
         command.add_flag("--json", options->json, "Prints a JSON array of objects");
-    command
-        .add_option("--check", options->check,
-                    "Counts how many glyphs of this font were repaired,\n"
-                    "turned, converted, or could not be repaired")
-        ->option_text("NAME")
-        ->excludes(filter, json);
+    CLI::Option* const check =
+        command
+            .add_option("--check", options->check,
+                        "Counts how many glyphs of this font were repaired,\n"
+                        "turned, converted, or could not be repaired")
+            ->option_text("NAME")
+            ->excludes(filter, json);
+#if defined(ORVANE_WITH_SHAPING)
+    for (CLI::Option* const option : AddFontSearchOptions(command, options->search))
+    {
+        check->excludes(option);
+    }
+#endif
     AddOutlinesOption(command);
     command.callback([options] {
         if (options->check)
         {
             CheckFont(*options->check);
+            return;
         }
-        else
+#if defined(ORVANE_WITH_SHAPING)
+        if (options->search.IsAsked())
         {
-            ListFonts(*options);
+            WriteToStandardOutput(
+                SearchFonts(options->search, options->json, [&](const std::string& name) {
+                    return ContainsIgnoringCase(name, options->filter);
+                }));
+            return;
         }
+#endif
+        ListFonts(*options);
     });
 }
 

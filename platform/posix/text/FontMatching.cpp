@@ -9,7 +9,6 @@
 #include <limits>
 #include <list>
 #include <mutex>
-#include <set>
 #include <tuple>
 
 namespace orvane
@@ -322,19 +321,43 @@ std::vector<InstalledFont> FindFallbackFonts(char32_t character, const std::stri
     return found;
 }
 
-std::vector<std::string> InstalledFamilies()
+std::vector<InstalledFont> InstalledFonts()
 {
-    std::set<std::string> families;
+    std::vector<InstalledFont> installed;
     const std::shared_ptr<FcConfig> config = Configuration();
     const FontSet fonts = config ? ListFonts(config.get(), nullptr, {}) : nullptr;
     for (int n = 0; fonts && n < fonts->nfont; ++n)
     {
-        if (IsUsable(fonts->fonts[n]))
+        // A variable font is listed once more as a whole.
+        if (IsUsable(fonts->fonts[n]) && !PatternFlag(fonts->fonts[n], FC_VARIABLE))
         {
-            families.insert(PatternText(fonts->fonts[n], FC_FAMILY));
+            installed.push_back(Describe(fonts->fonts[n], FontLooks()));
         }
     }
-    return {families.begin(), families.end()};
+    const auto keyOf = [](const InstalledFont& font) {
+        return std::tie(font.family, font.style, font.file.file, font.file.index);
+    };
+    std::sort(installed.begin(), installed.end(),
+              [&](const InstalledFont& a, const InstalledFont& b) { return keyOf(a) < keyOf(b); });
+    installed.erase(std::unique(installed.begin(), installed.end(),
+                                [&](const InstalledFont& a, const InstalledFont& b) {
+                                    return keyOf(a) == keyOf(b);
+                                }),
+                    installed.end());
+    return installed;
+}
+
+std::vector<std::string> InstalledFamilies()
+{
+    std::vector<std::string> families;
+    for (InstalledFont& font : InstalledFonts())
+    {
+        if (families.empty() || families.back() != font.family)
+        {
+            families.push_back(std::move(font.family));
+        }
+    }
+    return families;
 }
 
 }  // namespace orvane
