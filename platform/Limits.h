@@ -124,10 +124,10 @@ constexpr double maxProfileReach = 10;
 /// 512 units per em at the least.
 constexpr double maxRegionSide = 16'000;
 
-/// Steps of building the solid of an area that is no letter: for each corner, the edges at its
-/// height, times the rings of its profile. The union and the offsets of contours take about as
-/// many; this many take about ten seconds. A solid that would take more has square edges, and one
-/// that would take more even so is left out.
+/// Steps of building the solid of an area, or all solids of joined letters of a text: for each
+/// corner, the edges at its height, times the rings of the profile. The union and the offsets of
+/// contours take about as many; this many take about ten seconds. A solid that would take more has
+/// square edges, and one that would take more even so is left out.
 constexpr std::int64_t maxSolidSteps = 500'000'000;
 
 /// Bytes: the largest SVG file, 16 MiB. A million line segments, which is another limit, take about

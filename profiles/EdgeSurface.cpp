@@ -36,7 +36,7 @@ EdgeSurface::EdgeSurface(const PlaneRegion& region, const EdgeProfile& profile, 
 
 void EdgeSurface::AddLevels(const EdgeProfile& profile)
 {
-    const double unit = profile.reachesMiddle ? MiddleOffset() : UnitsPerEm();
+    const double unit = profile.reachesMiddle ? offsets_.MiddleOffset() : UnitsPerEm();
     for (const ProfileStep& step : profile.steps)
     {
         if (!levels_.empty())
@@ -52,25 +52,6 @@ void EdgeSurface::AddLevels(const EdgeProfile& profile)
         }
         levels_.push_back({RingAt(step.offset * unit), step.height});
     }
-}
-
-/// The smallest inward offset, in grid units, at which nothing is left of the region; up to 2 units
-/// more.
-double EdgeSurface::MiddleOffset() const
-{
-    double left = 0;
-    double gone = 4;
-    while (!offsets_.At(-gone).edges.empty())
-    {
-        left = gone;
-        gone *= 2;
-    }
-    while (gone - left > 2)
-    {
-        const double middle = (gone + left) / 2;
-        (offsets_.At(-middle).edges.empty() ? gone : left) = middle;
-    }
-    return gone;
 }
 
 std::size_t EdgeSurface::RingAt(double offset)

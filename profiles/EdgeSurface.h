@@ -80,7 +80,6 @@ private:
     };
 
     void AddLevels(const EdgeProfile& profile);
-    double MiddleOffset() const;
     std::size_t RingAt(double offset);
     void FindBands();
     /// Computes a band. Returns false when the two rings cannot be joined.

@@ -271,6 +271,23 @@ Ring RegionOffsets::At(double offset) const
     return ring;
 }
 
+double RegionOffsets::MiddleOffset() const
+{
+    double left = 0;
+    double gone = 4;
+    while (!At(-gone).edges.empty())
+    {
+        left = gone;
+        gone *= 2;
+    }
+    while (gone - left > 2)
+    {
+        const double middle = (gone + left) / 2;
+        (At(-middle).edges.empty() ? gone : left) = middle;
+    }
+    return gone;
+}
+
 }  // namespace profiles
 
 PlaneRegion RegionOf(const TTPolyGlyph& glyph)

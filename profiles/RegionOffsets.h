@@ -55,6 +55,10 @@ public:
     /// the borders are apart when the offsets differ by at least minSeparation.
     Ring At(double offset) const;
 
+    /// The smallest inward offset, in grid units, at which nothing is left of the region; up to 2
+    /// units more.
+    double MiddleOffset() const;
+
     /// Grid units; see At.
     static constexpr double minSeparation = 16;
 

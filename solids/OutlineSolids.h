@@ -4,7 +4,6 @@
 #include "profiles/PlaneRegion.h"
 #include "solids/SolidSurface.h"
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -25,9 +24,6 @@ struct OutlineSettings
     contours::DoublePoint offset;
     SolidSettings solid;
 };
-
-/// The steps of limits::maxSolidSteps for a profile of one ring.
-std::int64_t StepsOfSolid(const PlaneRegion& region);
 
 /// The solids of flat areas. Each is made when it is first needed.
 class OutlineSolids

@@ -2,10 +2,11 @@
 #include "solids/ProfileTextSolids.h"
 
 #include "extrude/OrvGlyph.h"
-#include "orvane/Error.h"
 
 #include <algorithm>
 #include <cstring>
+#include <span>
+#include <utility>
 
 namespace orvane
 {
@@ -41,37 +42,6 @@ PlaneRegion ProfileTextSolids::RegionOfGlyph(int glyphIndex) const
     return region;
 }
 
-PlaneRegion ProfileTextSolids::RegionOf(int number) const
-{
-    if (settings_.fusion == LetterFusion::Separate)
-    {
-        return RegionOfGlyph(number);
-    }
-    const auto isBefore = [](const PlacedLetter& letter, int line) { return letter.line < line; };
-    auto letter = letters_.begin();
-    auto end = letters_.end();
-    if (settings_.fusion == LetterFusion::Line)
-    {
-        letter = std::lower_bound(letters_.begin(), letters_.end(), number, isBefore);
-        end = std::lower_bound(letter, letters_.end(), number + 1, isBefore);
-    }
-    std::map<int, PlaneRegion> regions;  // by glyph index
-    std::vector<PlacedRegion> placed;
-    for (; letter != end; ++letter)
-    {
-        const auto found = regions.try_emplace(letter->glyphIndex);
-        PlaneRegion& region = found.first->second;
-        if (found.second)
-        {
-            region = RegionOfGlyph(letter->glyphIndex);
-        }
-        placed.push_back(
-            {&region,
-             {letter->x / settings_.solid.stretchX, letter->y / settings_.solid.stretchY}});
-    }
-    return JoinRegions(placed);
-}
-
 const BuiltSolid* ProfileTextSolids::Known(int number) const
 {
     const auto known = solids_.find(number);
@@ -95,16 +65,25 @@ const SolidLines& ProfileTextSolids::LinesOf(int number)
                      .first->second;
 }
 
-BuiltSolid ProfileTextSolids::Build(int number) const
+BuiltSolid ProfileTextSolids::Build(int number)
 {
-    try
+    if (settings_.fusion == LetterFusion::Separate)
     {
-        return BuildSolid(RegionOf(number), settings_.solid);
+        PlaneRegion region = RegionOfGlyph(number);
+        return SolidBudget().Build(
+            StepsOfSolid(region), RingsOf(settings_.solid.profile),
+            [&region] { return std::move(region); }, settings_.solid);
     }
-    catch (const Error& error)
+    std::span<const PlacedLetter> letters = letters_;
+    if (settings_.fusion == LetterFusion::Line)
     {
-        return {{}, SolidOutcome::Missing, error.what()};  // joined letters are too far apart
+        const auto isBefore = [](const PlacedLetter& letter, int line) {
+            return letter.line < line;
+        };
+        const auto first = std::lower_bound(letters.begin(), letters.end(), number, isBefore);
+        letters = {first, std::lower_bound(first, letters.end(), number + 1, isBefore)};
     }
+    return joiner_.Join(letters, [this](int glyphIndex) { return RegionOfGlyph(glyphIndex); });
 }
 
 }  // namespace orvane

@@ -5,10 +5,12 @@
 #include "extrude/OrvFont.h"
 #include "platform/Fonts.h"
 #include "profiles/PlaneRegion.h"
+#include "solids/LetterJoiner.h"
 #include "solids/SolidSurface.h"
 
 #include <array>
 #include <map>
+#include <utility>
 #include <vector>
 
 namespace orvane
@@ -39,7 +41,7 @@ class ProfileTextSolids
 public:
     /// \param letters those that are joined, line by line; empty when each letter is a solid
     ProfileTextSolids(const ProfileTextSettings& settings, std::vector<PlacedLetter> letters)
-        : settings_(settings), letters_(std::move(letters))
+        : settings_(settings), letters_(std::move(letters)), joiner_(settings.solid)
     {}
 
     /// Whether the solids are those of these settings and joined letters.
@@ -56,12 +58,12 @@ public:
     const SolidLines& LinesOf(int number);
 
 private:
-    BuiltSolid Build(int number) const;
-    PlaneRegion RegionOf(int number) const;
+    BuiltSolid Build(int number);
     PlaneRegion RegionOfGlyph(int glyphIndex) const;
 
     ProfileTextSettings settings_;
     std::vector<PlacedLetter> letters_;
+    LetterJoiner joiner_;
     std::map<int, BuiltSolid> solids_;  ///< by number
     std::map<int, SolidLines> lines_;   ///< by number
 };

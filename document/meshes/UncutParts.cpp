@@ -83,16 +83,19 @@ std::vector<std::string> SentencesOf(const OrvFontString& text, LetterFusion fus
         uncut.empty() ? "" : Utf8Of(static_cast<LPCSTR>(text.GetFont()->GetFullName()));
     for (const UncutSolid& solid : uncut)
     {
-        std::string name = "the letter \"" + Utf8Of(letters.substr(solid.index, 1)) +
-                           "\" of the font \"" + font + '"';
         if (fusion != LetterFusion::Separate)
         {
-            name = fusion == LetterFusion::Line
-                       ? "line " + std::to_string(solid.line + 1) + " of the text "
-                       : "the text ";
-            name += NameOf(letters);
+            // The solid may have other parts that do have the profile.
+            const std::string line = fusion == LetterFusion::Line
+                                         ? "line " + std::to_string(solid.line + 1) + " of "
+                                         : "";
+            sentences.push_back("parts of " + line + "the text " + NameOf(letters) +
+                                (solid.isLeftOut ? " are left out: " : " keep square edges: ") +
+                                solid.problem);
+            continue;
         }
-        sentences.push_back(name + OutcomeOf(solid) + solid.problem);
+        sentences.push_back("the letter \"" + Utf8Of(letters.substr(solid.index, 1)) +
+                            "\" of the font \"" + font + '"' + OutcomeOf(solid) + solid.problem);
     }
     return sentences;
 }

@@ -31,7 +31,7 @@ void ExpectTooFar(const std::vector<std::string>& sentences,
     ASSERT_EQ(sentences.size(), beginnings.size());
     for (std::size_t i = 0; i < sentences.size(); ++i)
     {
-        const std::string expected = beginnings[i] + " is left out: region: found 20000.";
+        const std::string expected = beginnings[i] + " left out: region: found 20000.";
         EXPECT_EQ(sentences[i].substr(0, expected.size()), expected);
         EXPECT_NE(sentences[i].find(" em from the origin, expected at most 16000."),
                   std::string::npos)
@@ -67,7 +67,7 @@ protected:
         return BuildMesh(*document.scene, options);
     }
 
-    static constexpr const char* letterA = "the letter \"A\" of the font \"Stub\"";
+    static constexpr const char* letterA = "the letter \"A\" of the font \"Stub\" is";
     StubFont font;
     SceneDocument document;
 };
@@ -90,7 +90,8 @@ TEST_F(UncutParts, JoinedLettersAreToldByTheirLineOrTheirText)
         .SetFusion(LetterFusion::Text);
     Build();
     ExpectTooFar(UncutTextsOf(document),
-                 {"line 2 of the text \"B\"", "the text \"A" + std::string(39, 'B') + "\"..."});
+                 {"parts of line 2 of the text \"B\" are",
+                  "parts of the text \"A" + std::string(39, 'B') + "\"... are"});
 }
 
 TEST_F(UncutParts, ATextWithoutASizeIsToldAsAWholeUnlessItIsEmpty)

@@ -6,7 +6,7 @@
 #include "platform/Limits.h"
 #include "solids/MeshBuilder.h"
 #include "solids/MeshMeasures.h"
-#include "solids/OutlineSolids.h"
+#include "solids/SolidBudget.h"
 #include "solids/SolidSurface.h"
 #include "tests/support/Allocations.h"
 #include "tests/support/OutlineAreas.h"
