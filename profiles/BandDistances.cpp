@@ -59,8 +59,10 @@ void BandDistances::FindCorners(const Ring& base, bool grows, double arcStep)
         const DoublePoint wayBefore = corner - pointOf(arriving[index]);
         const DoublePoint wayAfter = pointOf(edge.to) - corner;
         Corner& gap = corners_[index];
-        gap.before = wayBefore / Size(wayBefore);
-        gap.after = wayAfter / Size(wayAfter);
+        gap.lengthBefore = Size(wayBefore);
+        gap.lengthAfter = Size(wayAfter);
+        gap.before = wayBefore / gap.lengthBefore;
+        gap.after = wayAfter / gap.lengthAfter;
         gap.slopeBefore = SlopeBeside(corner, gap.before, side);
         gap.slopeAfter = SlopeBeside(corner, gap.after, side);
         gap.isGap = Cross(wayBefore, wayAfter) * side < 0;

@@ -62,6 +62,8 @@ public:
     {
         contours::DoublePoint before;  ///< the direction of the edge that arrives
         contours::DoublePoint after;   ///< the direction of the edge that leaves
+        double lengthBefore = 0;       ///< of the edge that arrives, in grid units
+        double lengthAfter = 0;        ///< of the edge that leaves
         Slope slopeBefore;
         Slope slopeAfter;
         bool isGap = false;  ///< the surface goes around the corner, in a tip or an arc

@@ -5,6 +5,7 @@
 #include "profiles/BandSkeleton.h"
 #include "profiles/EdgeSurface.h"
 
+#include <array>
 #include <vector>
 
 namespace orvane::profiles
@@ -24,9 +25,14 @@ public:
 
     /// The part of the skeleton around the triangles that are not parts of the planes.
     BandSkeleton FindSkeleton();
-    /// Makes lines edges of triangles, and appends the nodes to \p ridge. The triangulation has
-    /// the nodes as points after those of the rings.
-    void AddSkeleton(const BandSkeleton& skeleton, std::vector<RidgePoint>& ridge);
+    /// Makes lines edges of triangles. The triangulation has the nodes as points after those of the
+    /// rings.
+    void AddLines(const BandSkeleton& skeleton);
+    /// After AddLines: places on lines of the skeleton that were not found, in the triangles that
+    /// are not parts of the surface.
+    std::vector<BandSkeleton::LinePlace> MissingLines(const BandSkeleton& skeleton);
+    /// Appends the nodes to \p ridge.
+    void AddNodes(const BandSkeleton& skeleton, std::vector<RidgePoint>& ridge);
     /// Puts points on the edges that still join two points of the same ring, and appends them to
     /// \p ridge. An edge stays when no place on it is left on the grid.
     void CutChords(std::vector<RidgePoint>& ridge);
@@ -35,8 +41,15 @@ private:
     double HeightOf(int point) const;
     contours::DoublePoint PlaceOf(int point) const;
     bool IsChord(int halfEdge) const;
-    bool IsOnPlane(int triangle) const;
+    /// Of the corners of a triangle: their distances from the base, in grid units.
+    using Heights = std::array<double, 3>;
+    Heights RingHeights(int triangle) const;
+    bool IsOnPlane(int triangle, const Heights& heights) const;
+    bool IsOnFarEdge(int triangle, const Heights& heights) const;
     std::vector<int> CornersToTrace() const;
+    bool IsInFrontOfEdge(int triangle, const Heights& heights) const;
+    void AddMissing(int triangle, const Heights& heights,
+                    std::vector<BandSkeleton::LinePlace>& missing);
     void AddRidge(const GridPoint& place, double distance, std::vector<RidgePoint>& ridge);
 
     Triangulation& triangulation_;

@@ -61,8 +61,30 @@ void BandSkeleton::Trace(const std::vector<int>& corners)
             StartAt(corner);
         }
     }
+    FollowAll();
+}
+
+void BandSkeleton::TraceFrom(const std::vector<LinePlace>& places)
+{
+    for (const LinePlace& line : places)
+    {
+        const int triangle = TriangleAt(line.place);
+        const std::size_t node = NodeNear(line.place);
+        if (triangle == Triangulation::none || node < nodes_.size())
+        {
+            continue;
+        }
+        nodes_.push_back({NearestGridPoint(line.place), line.left.At(line.place)});
+        slopes_.push_back({line.place, triangle, {line.left, line.right}});
+        StartFromNode(node, line.left, line.right, {});
+    }
+    FollowAll();
+}
+
+void BandSkeleton::FollowAll()
+{
     // Each line ends or makes a node, and each node takes a few lines. More are a mistake.
-    std::size_t left = 16 * edgeOfPoint_.size() + 64;
+    std::size_t left = 16 * (edgeOfPoint_.size() + nodes_.size()) + 64;
     while (!rays_.empty() && left-- > 0)
     {
         const Ray ray = rays_.back();
@@ -189,10 +211,12 @@ void BandSkeleton::Follow(const Ray& ray)
     double bad = length;
     Slope third;
     bool isAtThird = false;
+    bool wasThirdSeen = false;
+    const auto beforeEnd = [](double end) { return std::max(end - probe, end / 2); };
     constexpr int maxSteps = 40;
     for (int step = 0; step < maxSteps; ++step)
     {
-        const Sides sides = SidesAt(ray, std::max(length - probe, length / 2));
+        const Sides sides = SidesAt(ray, beforeEnd(length));
         if (sides.areOfRay && step == 0)
         {
             EndAtRing(ray, length);
@@ -207,18 +231,32 @@ void BandSkeleton::Follow(const Ray& ray)
         isAtThird = false;
         for (const BandDistance& surface : sides.surface)
         {
-            const double next = LengthUntil(ray, surface.slope);
-            if (!sides.areOfRay && !isAtThird && IsThird(ray, surface) && next > good + 1 &&
-                next < bad - 1)
+            if (sides.areOfRay || isAtThird || !IsThird(ray, surface))
             {
-                third = surface.slope;
+                continue;
+            }
+            third = surface.slope;
+            wasThirdSeen = true;
+            const double next = LengthUntil(ray, third);
+            if (next > good + 1 && next < bad - 1)
+            {
                 length = next;
                 isAtThird = true;
             }
         }
         if (!isAtThird && bad - good < probe / 2)
         {
-            EndNear(ray, bad);
+            // The area of the third slope may be a wedge that is too thin to be found again.
+            const double last = beforeEnd(bad);
+            const double end = wasThirdSeen ? LengthUntil(ray, third) : -1;
+            if (end > 1 && std::abs(end - last) < probe)
+            {
+                EndAtNode(ray, end, third);
+            }
+            else
+            {
+                EndNear(ray, last);
+            }
             return;
         }
         length = isAtThird ? length : (good + bad) / 2;
@@ -236,12 +274,16 @@ void BandSkeleton::EndNear(const Ray& ray, double length)
 {
     const DoublePoint end = ray.place + ray.direction * length;
     const double height = ray.height + ray.Rate() * length;
+    // Where the line's end is probe / 2 away, heights differ by up to 2 probes.
+    constexpr double farthest = 3 * probe;
     Slope nearest;
-    double distance = probe;
-    constexpr int directions = 8;
+    double distance = farthest;
+    constexpr int directions = 12;
     for (int i = 0; i < directions; ++i)
     {
-        const double angle = 2 * std::numbers::pi * i / directions;
+        // Many lines run at multiples of 45 degrees; no way does.
+        constexpr double aside = 0.1;
+        const double angle = 2 * std::numbers::pi * (i + aside) / directions;
         const DoublePoint place = end + DoublePoint{std::cos(angle), std::sin(angle)} * probe;
         const BandDistances::Walk walk = distances_.WalkFrom(ray.triangle, ray.place, place);
         if (walk.contourEdge != Triangulation::none)
@@ -256,7 +298,7 @@ void BandSkeleton::EndNear(const Ray& ray, double length)
             distance = away;
         }
     }
-    if (distance < probe)
+    if (distance < farthest)
     {
         // A slope that is nearly the same as one of the line's does not tell exactly where.
         const double exact = LengthUntil(ray, nearest);
@@ -295,6 +337,26 @@ int BandSkeleton::RingPointNear(int triangle, const DoublePoint& place) const
             {
                 return point;
             }
+        }
+    }
+    return Triangulation::none;
+}
+
+/// The triangle inside the band that has a place in it, or none.
+int BandSkeleton::TriangleAt(const DoublePoint& place) const
+{
+    for (int triangle = 0; triangle < triangulation_.TriangleCount(); ++triangle)
+    {
+        bool isIn = triangulation_.IsInside(triangle);
+        for (int edge = 3 * triangle; isIn && edge < 3 * triangle + 3; ++edge)
+        {
+            const DoublePoint start = PointOf(triangulation_.Point(triangulation_.Start(edge)));
+            const DoublePoint end = PointOf(triangulation_.Point(triangulation_.End(edge)));
+            isIn = Cross(end - start, place - start) >= 0;
+        }
+        if (isIn)
+        {
+            return triangle;
         }
     }
     return Triangulation::none;
@@ -358,6 +420,16 @@ void BandSkeleton::EndAtNode(const Ray& ray, double length, const Slope& third)
             }
         }
     }
+}
+
+void BandSkeleton::MoveNode(std::size_t node)
+{
+    // Up or down the surface, away from the ring that is nearer.
+    constexpr double step = 2;
+    const double sign = nodes_[node].height < distances_.Span() / 2 ? 1 : -1;
+    const DoublePoint& normal = slopes_[node].slopes.front().normal;
+    nodes_[node].place =
+        NearestGridPoint(PointOf(nodes_[node].place) + normal * (sign * step / SizeOf(normal)));
 }
 
 /// Starts the lines between two slopes, in both directions, that really are there.

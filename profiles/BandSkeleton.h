@@ -29,12 +29,26 @@ public:
         int to;
     };
 
+    /// A place on a line that was not found: the surface has a slope on each side of it.
+    struct LinePlace
+    {
+        contours::DoublePoint place;
+        Slope left;
+        Slope right;
+    };
+
     /// \param triangulation of the two rings alone. Borrowed, as \p distances is.
     BandSkeleton(const Triangulation& triangulation, BandDistances& distances);
 
     /// Follows the lines from these points of the base, which may be named more than once, and the
     /// lines from the nodes that are found.
     void Trace(const std::vector<int>& corners);
+    /// Follows lines in both directions from places on them, and the lines from the nodes that are
+    /// found. The triangulation is that of the two rings alone again. Each place becomes a node.
+    void TraceFrom(const std::vector<LinePlace>& places);
+
+    /// Moves a node that rounding has put onto a ring or another node, by a grid unit or two.
+    void MoveNode(std::size_t node);
 
     const std::vector<Node>& Nodes() const { return nodes_; }
     const std::vector<Line>& Lines() const { return lines_; }
@@ -69,6 +83,7 @@ private:
         std::vector<Slope> slopes;
     };
 
+    void FollowAll();
     void StartAt(int corner);
     void AddRay(int from, const contours::DoublePoint& place, const Slope& left,
                 const Slope& right);
@@ -84,6 +99,7 @@ private:
                        const contours::DoublePoint& arrival);
     BandDistance Probe(std::size_t node, const contours::DoublePoint& way);
     std::size_t NodeNear(const contours::DoublePoint& place);
+    int TriangleAt(const contours::DoublePoint& place) const;
     int RingPointNear(int triangle, const contours::DoublePoint& place) const;
 
     const Triangulation& triangulation_;

@@ -173,6 +173,28 @@ bool EdgeSurface::Join(const Ring& upper, const Ring& lower, int winding,
     return triangulation_.FindInside(winding);
 }
 
+/// As Join, with the nodes of a skeleton. Moves those that rounding has put onto a ring.
+bool EdgeSurface::JoinWithNodes(const Ring& upper, const Ring& lower, int winding,
+                                BandSkeleton& skeleton)
+{
+    const int ringCount = static_cast<int>(upper.points.size() + lower.points.size());
+    constexpr int maxTries = 16;
+    for (int tries = 0; tries < maxTries; ++tries)
+    {
+        if (Join(upper, lower, winding, skeleton.Nodes()))
+        {
+            return true;
+        }
+        const int touched = triangulation_.TouchedPoint();
+        if (touched < ringCount)
+        {
+            return false;
+        }
+        skeleton.MoveNode(static_cast<std::size_t>(touched - ringCount));
+    }
+    return false;
+}
+
 bool EdgeSurface::FindBand(std::size_t index)
 {
     const Level& upperLevel = levels_[index];
@@ -197,18 +219,25 @@ bool EdgeSurface::FindBand(std::size_t index)
     {
         BandRidges ridges(triangulation_, {upper, from}, {lower, to}, offsets_.ArcStep(),
                           UnitsPerEm());
-        const BandSkeleton skeleton = ridges.FindSkeleton();
-        if (!skeleton.Lines().empty())
+        BandSkeleton skeleton = ridges.FindSkeleton();
+        constexpr int maxRounds = 3;
+        for (int round = 0; !skeleton.Lines().empty(); ++round)
         {
-            // A node that rounding has put onto a ring is no point of a triangle.
-            if (Join(upper, lower, winding, skeleton.Nodes()))
-            {
-                ridges.AddSkeleton(skeleton, band.ridge);
-            }
-            else
+            if (!JoinWithNodes(upper, lower, winding, skeleton))
             {
                 Join(upper, lower, winding, {});
+                break;
             }
+            ridges.AddLines(skeleton);
+            const auto missing = round < maxRounds ? ridges.MissingLines(skeleton)
+                                                   : std::vector<BandSkeleton::LinePlace>();
+            if (missing.empty())
+            {
+                ridges.AddNodes(skeleton, band.ridge);
+                break;
+            }
+            Join(upper, lower, winding, {});
+            skeleton.TraceFrom(missing);
         }
         ridges.CutChords(band.ridge);
     }

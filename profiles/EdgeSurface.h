@@ -88,6 +88,7 @@ private:
     /// joined.
     bool Join(const Ring& upper, const Ring& lower, int winding,
               std::span<const BandSkeleton::Node> nodes);
+    bool JoinWithNodes(const Ring& upper, const Ring& lower, int winding, BandSkeleton& skeleton);
     void TryNextOffset(std::size_t ring);
     /// Finds triangles that fill a ring. Returns false when it meets itself.
     bool Fill(const Ring& ring, std::vector<IndexTriangle>& triangles);

@@ -273,17 +273,39 @@ Ring RegionOffsets::At(double offset) const
 
 double RegionOffsets::MiddleOffset() const
 {
-    double left = 0;
-    double gone = 4;
-    while (!At(-gone).edges.empty())
+    const auto isGone = [this](double offset) { return At(-offset).edges.empty(); };
+    // A long stroke is gone at its area divided by the length of its border.
+    double twiceArea = 0;
+    double length = 0;
+    for (const std::vector<Corner>& contour : contours_)
     {
-        left = gone;
+        const Corner* last = &contour.back();
+        for (const Corner& corner : contour)
+        {
+            twiceArea += Cross(last->place, corner.place);
+            length += corner.lengthAfter;
+            last = &corner;
+        }
+    }
+    constexpr double least = 4;
+    double gone = least;
+    while (gone * 2 * length < twiceArea / 2)
+    {
         gone *= 2;
     }
+    while (gone > least && isGone(gone / 2))
+    {
+        gone /= 2;
+    }
+    while (!isGone(gone))
+    {
+        gone *= 2;
+    }
+    double left = gone > least ? gone / 2 : 0;
     while (gone - left > 2)
     {
         const double middle = (gone + left) / 2;
-        (At(-middle).edges.empty() ? gone : left) = middle;
+        (isGone(middle) ? gone : left) = middle;
     }
     return gone;
 }

@@ -46,6 +46,7 @@ Triangulation::Outcome Triangulation::Build(std::span<const GridPoint> points)
     windings_.clear();
     inside_.clear();
     wasFlipped_ = false;
+    touchedPoint_ = none;
     order_.resize(count);
     std::iota(order_.begin(), order_.end(), 0);
     std::sort(order_.begin(), order_.end(), [this](int a, int b) {
@@ -57,6 +58,7 @@ Triangulation::Outcome Triangulation::Build(std::span<const GridPoint> points)
     {
         if (Point(order_[i - 1]) == Point(order_[i]))
         {
+            touchedPoint_ = std::max(order_[i - 1], order_[i]);
             return Outcome::Repeats;
         }
     }

@@ -28,7 +28,7 @@ public:
     {
         Done,
         Flat,     ///< all points lie on one line
-        Repeats,  ///< two points lie at the same place; Place() tells where
+        Repeats,  ///< two points lie at the same place; TouchedPoint() is the one added later
         Crosses,  ///< the edge crosses or repeats an edge that was added before
         Touches   ///< the edge runs through a point; TouchedPoint() tells which
     };
@@ -41,6 +41,7 @@ public:
     /// whose area is taken away. 0 makes an edge of no contour, after FindInside only, because that
     /// may flip it.
     Outcome AddEdge(int from, int to, int winding);
+    /// The point that kept the last Build or AddEdge from being done, or none.
     int TouchedPoint() const { return touchedPoint_; }
 
     /// Computes the winding of every triangle from the edges that were added, which must be closed

@@ -5,6 +5,7 @@
 #include "orvane/Error.h"
 #include "tests/support/ClosedSurface.h"
 #include "tests/support/GlyphShapes.h"
+#include "tests/support/SlicedVolume.h"
 
 #include <gtest/gtest.h>
 
@@ -157,6 +158,48 @@ TEST(ProfileSolid, AChiselledRectangleIsAHipRoof)
     EXPECT_NEAR(VolumeOf(solid), 1.25 / 6 + 2 * 0.25, 1e-4);
     EXPECT_EQ(CountOf(solid, SolidPart::Face), 2u);
     EXPECT_NEAR(TopOf(solid, SolidPart::Bevel), 0, 0.0005);
+}
+
+TEST(ProfileSolid, ARidgeThatEndsJustBelowTheHighestPlaceIsFound)
+{
+    // The right side of the slanted stem has two parts, which differ by a hundredth of a degree.
+    // The lines of the skeleton end where the stem is widest, 40 grid units before the other ring.
+    const PlaneRegion stem = {{{{-0.029, 0.01},
+                                {0.074, 0.067},
+                                {0.196, 0.643},
+                                {0.163, 0.701},
+                                {0.389, 0.704},
+                                {0.321, 0.382},
+                                {0.542, 0.382},
+                                {0.319, 0.372},
+                                {0.242, 0.01}}}};
+    const double sliced = SlicedVolume(stem, ParseProfile("chisel 0.08"), {0.5}, 100);
+    EXPECT_NEAR(VolumeOf(Build(stem, "chisel 0.08")), sliced, 0.001 * sliced);
+}
+
+TEST(ProfileSolid, TheRoofsOfAChiselledCrossMeet)
+{
+    // An upright bar of 0.2 by 1, and arms of 0.1 by 0.4 on both sides.
+    const PlaneRegion cross = {{{{0.4, 0},
+                                 {0.4, 0.45},
+                                 {0, 0.45},
+                                 {0, 0.55},
+                                 {0.4, 0.55},
+                                 {0.4, 1},
+                                 {0.6, 1},
+                                 {0.6, 0.55},
+                                 {1, 0.55},
+                                 {1, 0.45},
+                                 {0.6, 0.45},
+                                 {0.6, 0}}}};
+    // With a slope of 45 degrees, the bar's roof is 0.1 high, and each arm's 0.05: a prism that
+    // has a hip at its end, and enters the bar's roof as far as it is high.
+    const double bar = 0.2 * 0.1 / 6 * (2 * 1 + 0.8);
+    const double hip = 0.0025 * 0.05 - 0.1 * 0.05 * 0.05 / 3;
+    const double entering = 0.05 * 0.05 * 0.05 / 3;
+    const double arm = 0.0025 * 0.4 - hip + entering;
+    // The profile is 0.25 high: 2.5 times as steep.
+    EXPECT_NEAR(VolumeOf(Build(cross, "chisel 0.25")), 2.5 * (bar + 2 * arm) + 0.28 * 0.25, 2e-5);
 }
 
 TEST(ProfileSolid, EveryPlaneOfAChiselRisesFromAnEdgeOfTheOutline)
