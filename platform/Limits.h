@@ -35,6 +35,9 @@ constexpr std::size_t maxTextBytes = 65'536;
 /// and no serious text has more than 30 (Unicode Standard Annex #15, stream-safe texts).
 constexpr std::size_t maxClusterMarks = 100;
 
+/// Layers of a coloured glyph. Each becomes a solid of its own; drawn letters have fewer than 100.
+constexpr std::size_t maxColorLayers = 255;
+
 /// Bytes of UTF-8: the longest name of a font or of a view that is looked for. An unknown name is
 /// compared with every known name, letter by letter. Fonts have names of at most 63 bytes.
 constexpr std::size_t maxNameBytes = 1'024;

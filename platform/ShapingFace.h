@@ -153,6 +153,18 @@ struct GlyphBox
     double top = 0;
 };
 
+/// A part of a coloured glyph: another glyph of the face, filled with one colour.
+struct ColorLayer
+{
+    std::uint32_t glyph = 0;
+    /// Whether the layer has the colour that the text has where glyphs have none of their own.
+    bool usesTextColor = false;
+    double red = 0;  ///< from 0 to 1 in sRGB, like the others; without meaning with usesTextColor
+    double green = 0;
+    double blue = 0;
+    double alpha = 1;  ///< 0 is invisible; multiplies the text's opacity with usesTextColor
+};
+
 /// A face opened for shaping. It never changes, and any thread may use it. Faces that are opened
 /// twice are the same object while it lives.
 class ORVANE_API ShapingFace
@@ -205,6 +217,12 @@ public:
     /// The glyphs of a run in the order in which they stand from left to right.
     /// Positions are whole design units, as numbers of ems. Throws std::bad_alloc.
     std::vector<ShapedGlyph> Shape(const ShapingRun& run) const;
+
+    /// The layers of a coloured glyph from the lowest to the highest, in the colours of the font's
+    /// first palette. Empty for a glyph of one colour, for one with more than
+    /// limits::maxColorLayers, with a colour that the palette lacks, or with gradients and
+    /// transforms, which version 1 of the table "COLR" has (OpenType).
+    std::vector<ColorLayer> ColorLayers(std::uint32_t glyph) const;
 
     /// Makes a font of this face, instance and axes for GetGlyphOutlineA, which then takes glyph
     /// numbers with GGO_GLYPH_INDEX. \p height is as in LOGFONTA::lfHeight. The caller ends the

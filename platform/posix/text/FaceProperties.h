@@ -2,13 +2,14 @@
 #pragma once
 
 /// \file
-/// What HarfBuzz tells of a face: names, axes, instances and measures.
+/// What HarfBuzz tells of a face: names, axes, instances, measures and colours.
 
 #include "platform/ShapingFace.h"
 
 #include <hb-ot.h>
 #include <hb.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -44,6 +45,9 @@ std::vector<std::string> FaceFeatures(hb_face_t* face);
 
 /// The measures of a font whose scale is its design units.
 orvane::FaceMetrics MeasuresOf(hb_font_t* font);
+
+/// As ShapingFace::ColorLayers.
+std::vector<orvane::ColorLayer> ColorLayersOf(hb_face_t* face, std::uint32_t glyph);
 
 /// The value of each axis: that of a named instance (counted from 1, or 0 for the default), changed
 /// by the values that \p wanted names.

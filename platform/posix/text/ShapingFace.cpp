@@ -449,6 +449,11 @@ std::vector<ShapedGlyph> ShapingFace::Shape(const ShapingRun& run) const
     return glyphs;
 }
 
+std::vector<ColorLayer> ShapingFace::ColorLayers(std::uint32_t glyph) const
+{
+    return posix::ColorLayersOf(parts_->face.get(), glyph);
+}
+
 HFONT ShapingFace::MakeFont(LONG height) const
 {
     return posix::MakeFontOfFace(parts_->installed, height);
