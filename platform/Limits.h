@@ -38,6 +38,13 @@ constexpr std::size_t maxClusterMarks = 100;
 /// Layers of a coloured glyph. Each becomes a solid of its own; drawn letters have fewer than 100.
 constexpr std::size_t maxColorLayers = 255;
 
+/// Glyphs that a font may make of a text of so many characters. Fonts replace a character by a few
+/// glyphs, for a letter with its marks or for a word; a damaged font can make thousands of it.
+constexpr std::size_t MaxGlyphs(std::size_t characters)
+{
+    return 64 + 16 * characters;
+}
+
 /// Bytes of UTF-8: the longest name of a font or of a view that is looked for. An unknown name is
 /// compared with every known name, letter by letter. Fonts have names of at most 63 bytes.
 constexpr std::size_t maxNameBytes = 1'024;

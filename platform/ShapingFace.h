@@ -215,7 +215,9 @@ public:
     std::optional<GlyphBox> BoxOf(std::uint32_t glyph) const;
 
     /// The glyphs of a run in the order in which they stand from left to right.
-    /// Positions are whole design units, as numbers of ems. Throws std::bad_alloc.
+    /// Positions are whole design units, as numbers of ems. Throws
+    /// std::length_error when the font makes more glyphs of the run than limits::MaxGlyphs, or the
+    /// shaper lacks memory for them.
     std::vector<ShapedGlyph> Shape(const ShapingRun& run) const;
 
     /// The layers of a coloured glyph from the lowest to the highest, in the colours of the font's

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shaping/Paragraph.h"
 
+#include "platform/Limits.h"
 #include "shaping/Scripts.h"
 
 #include <algorithm>
@@ -257,8 +258,11 @@ private:
     std::string likely_;
 };
 
-void ShapeItems(const ReadyText& ready, Paragraph* paragraph, RunCache* cache)
+/// \param glyphCount of the text so far; the glyphs of the items are added to it
+void ShapeItems(const ReadyText& ready, Paragraph* paragraph, RunCache* cache,
+                std::size_t* glyphCount)
 {
+    const std::size_t characters = ready.text.characters.size();
     paragraph->advances.assign(paragraph->text.size(), 0);
     paragraph->isSafeStart.assign(paragraph->text.size(), 0);
     for (TextItem& item : paragraph->items)
@@ -270,6 +274,11 @@ void ShapeItems(const ReadyText& ready, Paragraph* paragraph, RunCache* cache)
         }
         item.glyphs =
             cache->Shape(*item.face, RunOf(ready, *paragraph, item, item.begin, item.end));
+        *glyphCount += item.glyphs->size();
+        if (*glyphCount > limits::MaxGlyphs(characters))
+        {
+            throw TooManyGlyphs(*item.face, characters);
+        }
         const double size = ready.styles[item.style].style->size;
         for (const ShapedGlyph& glyph : *item.glyphs)
         {
@@ -309,6 +318,7 @@ std::vector<Paragraph> ShapeParagraphs(const ReadyText& ready, TextDirection dir
 {
     const std::u32string_view text = ready.text.characters;
     std::vector<Paragraph> paragraphs;
+    std::size_t glyphCount = 0;
     for (std::size_t begin = 0;;)
     {
         std::size_t end = begin;
@@ -329,7 +339,7 @@ std::vector<Paragraph> ShapeParagraphs(const ReadyText& ready, TextDirection dir
                 FindLineBreaks(paragraph.text, ready.styles[paragraph.firstStyle].style->language);
         }
         Itemizer(ready, &paragraph, finder, missing).Split();
-        ShapeItems(ready, &paragraph, cache);
+        ShapeItems(ready, &paragraph, cache, &glyphCount);
         paragraphs.push_back(std::move(paragraph));
         if (end == text.size())
         {

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "shaping/RunCache.h"
 
+#include "platform/Limits.h"
+
 #include <algorithm>
+#include <stdexcept>
 #include <string_view>
 
 namespace orvane
@@ -36,7 +39,26 @@ std::u32string KeyOf(const ShapingFace& face, const ShapingRun& run)
     return key;
 }
 
+std::vector<ShapedGlyph> ShapeRun(const ShapingFace& face, const ShapingRun& run)
+{
+    try
+    {
+        return face.Shape(run);
+    }
+    catch (const std::length_error&)
+    {
+        throw TooManyGlyphs(face, run.end - run.begin);
+    }
+}
+
 }  // namespace
+
+Error TooManyGlyphs(const ShapingFace& face, std::size_t characters)
+{
+    return Error(face.File().file, "makes more than " +
+                                       std::to_string(limits::MaxGlyphs(characters)) +
+                                       " glyphs of " + std::to_string(characters) + " characters");
+}
 
 RunGlyphs RunCache::Shape(const ShapingFace& face, const ShapingRun& run)
 {
@@ -46,7 +68,7 @@ RunGlyphs RunCache::Shape(const ShapingFace& face, const ShapingRun& run)
         entries_.splice(entries_.begin(), entries_, known->second);
         return known->second->glyphs;
     }
-    std::vector<ShapedGlyph> glyphs = face.Shape(run);
+    std::vector<ShapedGlyph> glyphs = ShapeRun(face, run);
     for (ShapedGlyph& glyph : glyphs)
     {
         glyph.cluster -= static_cast<std::uint32_t>(run.begin);

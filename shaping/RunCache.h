@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "orvane/Error.h"
 #include "platform/ShapingFace.h"
 
 #include <cstddef>
@@ -16,6 +17,9 @@ namespace orvane
 /// The glyphs of a run from left to right. Clusters are counted from the run's first character.
 using RunGlyphs = std::shared_ptr<const std::vector<ShapedGlyph>>;
 
+/// The error of a font that makes more glyphs of some characters than limits::MaxGlyphs.
+Error TooManyGlyphs(const ShapingFace& face, std::size_t characters);
+
 /// Shapes runs and keeps the latest, up to a number of bytes. Only one thread at a time may use an
 /// object.
 class RunCache
@@ -23,6 +27,7 @@ class RunCache
 public:
     explicit RunCache(std::size_t mostBytes) : mostBytes_(mostBytes) {}
 
+    /// Throws TooManyGlyphs.
     RunGlyphs Shape(const ShapingFace& face, const ShapingRun& run);
 
     std::size_t Bytes() const { return bytes_; }

@@ -27,10 +27,10 @@ public:
     TextShaper(const TextShaper&) = delete;
     TextShaper& operator=(const TextShaper&) = delete;
 
-    /// Lays out a text. Throws Error for a text that is not UTF-8 or beyond a limit of
-    /// platform/Limits.h, and OptionError, which names the field, for an option that makes no
-    /// sense. \param utf8 lines end with LF, CR LF, CR, U+0085, U+2028 or U+2029, which separate
-    /// them
+    /// Lays out a text. Throws Error for a text that is not UTF-8, for a text or a font beyond a
+    /// limit of platform/Limits.h, and OptionError, which names the field, for an option that makes
+    /// no sense.
+    /// \param utf8 lines end with LF, CR LF, CR, U+0085, U+2028 or U+2029, which separate them
     TextLayout LayOut(std::string_view utf8, const LayoutOptions& options);
 
     /// Lays out a text as large as a box allows: lines are broken so that the letters become as

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/ShapingFace.h"
 
+#include "platform/Limits.h"
 #include "platform/posix/fonts/FontHandles.h"
 #include "platform/posix/fonts/InstalledFonts.h"
 #include "platform/posix/fonts/MappedFontFile.h"
@@ -14,7 +15,7 @@
 #include <cstdio>
 #include <map>
 #include <mutex>
-#include <new>
+#include <stdexcept>
 #include <system_error>
 
 namespace orvane
@@ -428,12 +429,14 @@ std::vector<ShapedGlyph> ShapingFace::Shape(const ShapingRun& run) const
     }
     hb_shape(parts_->font.get(), buffer.get(), features.data(),
              static_cast<unsigned>(features.size()));
-    if (hb_buffer_allocation_successful(buffer.get()) == 0)
-    {
-        throw std::bad_alloc();
-    }
     unsigned count = 0;
     const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(buffer.get(), &count);
+    // HarfBuzz gives up without memory, or when a font makes 64 glyphs of each character and more.
+    if (hb_buffer_allocation_successful(buffer.get()) == 0 ||
+        count > limits::MaxGlyphs(run.end - run.begin))
+    {
+        throw std::length_error("too many glyphs");
+    }
     const hb_glyph_position_t* const places = hb_buffer_get_glyph_positions(buffer.get(), nullptr);
     const EmScale ems(parts_->metrics.unitsPerEm);
     std::vector<ShapedGlyph> glyphs;
