@@ -4,6 +4,7 @@
 #include "orvane/Error.h"
 #include "orvane/orvane.h"
 #include "platform/Limits.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <charconv>
@@ -29,19 +30,6 @@ std::string Quoted(std::string_view text)
     return "\"" + std::string(text) + "\"";
 }
 
-std::string_view Trimmed(std::string_view text)
-{
-    while (!text.empty() && text.front() == ' ')
-    {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && text.back() == ' ')
-    {
-        text.remove_suffix(1);
-    }
-    return text;
-}
-
 std::optional<double> NumberIn(std::string_view text)
 {
     double number = 0;
@@ -62,7 +50,7 @@ void ForEachPart(std::string_view list, Take take)
     {
         const std::size_t comma = std::min(list.find(','), list.size());
         isLast = comma == list.size();
-        take(Trimmed(list.substr(0, comma)));
+        take(Trimmed(list.substr(0, comma), " "));
         list.remove_prefix(isLast ? comma : comma + 1);
     }
 }
@@ -129,11 +117,7 @@ void SetRise(const std::string& value, SpanStyle& style)
 void AddFeatures(const std::string& value, SpanStyle& style)
 {
     ForEachPart(value, [&](std::string_view feature) {
-        const std::string_view tag = feature.substr(0, feature.find('='));
-        const std::optional<double> number =
-            tag.size() == feature.size() ? 1 : NumberIn(feature.substr(tag.size() + 1));
-        if (!IsTag(tag) || !number || *number < 0 || *number > 65'535 ||
-            *number != static_cast<int>(*number))
+        if (!ParseFontFeature(feature))
         {
             throw MarkupProblem{Quoted(feature),
                                 "a feature of four characters, such as smcp or liga=0"};

@@ -80,7 +80,7 @@ struct FontFeature
 };
 
 /// Reads a feature: "smcp", "+smcp", "-liga", "liga=0", "salt=2", "kern off". No value for any
-/// other text and for features of a part of a text, such as "kern[3:5]".
+/// other text, nor for values above 65,535 and parts of a text, such as "kern[3:5]".
 ORVANE_API std::optional<FontFeature> ParseFontFeature(std::string_view text);
 
 /// The four letters of a script (ISO 15924), such as "Latn", as a number, the first letter highest.

@@ -3,6 +3,7 @@
 
 #include <utf8.h>
 
+#include <algorithm>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -41,6 +42,14 @@ inline std::string Utf8Of(char32_t character)
     std::string text;
     utf8::unchecked::append(character, std::back_inserter(text));
     return text;
+}
+
+/// The text without any of the blanks at its ends.
+inline std::string_view Trimmed(std::string_view text, std::string_view blanks)
+{
+    const std::size_t first = std::min(text.find_first_not_of(blanks), text.size());
+    text.remove_prefix(first);
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
 }
 
 /// The text with U+FFFD in place of each sequence of bytes that is no character.

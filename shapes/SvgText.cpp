@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "shapes/SvgText.h"
 
+#include "platform/Utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -13,9 +15,11 @@ namespace orvane::shapes
 namespace
 {
 
+constexpr std::string_view spaces = " \t\n\r\f";
+
 bool IsSpace(char c)
 {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
+    return spaces.find(c) != std::string_view::npos;
 }
 
 bool IsDigit(char c)
@@ -218,15 +222,7 @@ void SvgScanner::Fail(const std::string& expected) const
 
 std::string_view Trimmed(std::string_view text)
 {
-    while (!text.empty() && IsSpace(text.front()))
-    {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && IsSpace(text.back()))
-    {
-        text.remove_suffix(1);
-    }
-    return text;
+    return orvane::Trimmed(text, spaces);
 }
 
 double SvgViewport::Diagonal() const

@@ -83,7 +83,7 @@ bool IsDegree(const std::string& word)
     return word == "semi" || word == "extra" || word == "ultra" || word == "demi";
 }
 
-std::string Quoted(const std::string& name)
+std::string PlaceOf(const std::string& name)
 {
     return "font \"" + name + "\"";
 }
@@ -103,7 +103,7 @@ void TellOtherLooks(const std::string& name, const FontLooks& wanted, const Inst
     if (found.looks.weight != wanted.weight || found.looks.isItalic != wanted.isItalic ||
         std::abs(found.looks.width - wanted.width) > 1)
     {
-        notices->push_back(Quoted(name) + ": the nearest that is installed is \"" + found.family +
+        notices->push_back(PlaceOf(name) + ": the nearest that is installed is \"" + found.family +
                            (found.style.empty() ? "" : " ") + found.style + "\"");
     }
 }
@@ -152,7 +152,7 @@ InstalledFont FindByName(const FontQuery& query, std::vector<std::string>* notic
             return *std::move(font);
         }
     }
-    throw Error(Quoted(query.name), "no installed font has this name");
+    throw Error(PlaceOf(query.name), "no installed font has this name");
 }
 
 std::shared_ptr<const ShapingFace> OpenFace(const FaceFile& file, std::vector<std::string>* notices)

@@ -220,6 +220,9 @@ TEST(Markup, MistakesAreToldWithLineAndColumn)
         {"<span features='liga=x'>",
          "markup: line 1, column 7: found \"liga=x\", expected a "
          "feature of four characters, such as smcp or liga=0"},
+        {"<span features='liga=1e2'>",
+         "markup: line 1, column 7: found \"liga=1e2\", expected a "
+         "feature of four characters, such as smcp or liga=0"},
         {"<span features='ligature'>",
          "markup: line 1, column 7: found \"ligature\", expected a "
          "feature of four characters, such as smcp or liga=0"},

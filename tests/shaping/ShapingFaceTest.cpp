@@ -78,6 +78,12 @@ TEST(ShapingFace, FeaturesAreReadAsHarfBuzzWritesThem)
     EXPECT_EQ(ParseFontFeature("liga=0")->value, 0U);
     EXPECT_EQ(ParseFontFeature("salt=3")->value, 3U);
     EXPECT_FALSE(ParseFontFeature("kern[3:5]"));
+    EXPECT_EQ(ParseFontFeature(" kern off ")->value, 0U);
+    EXPECT_EQ(ParseFontFeature("salt=65535")->value, 65'535U);
+    EXPECT_FALSE(ParseFontFeature("salt=65536"));
+    EXPECT_FALSE(ParseFontFeature("liga=1e2"));
+    EXPECT_FALSE(ParseFontFeature("-liga=1"));
+    EXPECT_FALSE(ParseFontFeature("ligature"));
     EXPECT_FALSE(ParseFontFeature("x="));
     EXPECT_FALSE(ParseFontFeature(""));
 }

@@ -14,19 +14,6 @@ static_assert(orvane::unknownScript == HB_SCRIPT_UNKNOWN);
 namespace orvane
 {
 
-std::optional<FontFeature> ParseFontFeature(std::string_view text)
-{
-    hb_feature_t feature = {};
-    if (hb_feature_from_string(text.data(), static_cast<int>(text.size()), &feature) == 0 ||
-        feature.start != HB_FEATURE_GLOBAL_START || feature.end != HB_FEATURE_GLOBAL_END)
-    {
-        return std::nullopt;
-    }
-    char tag[4];
-    hb_tag_to_string(feature.tag, tag);
-    return FontFeature{std::string(tag, sizeof tag), feature.value};
-}
-
 ScriptTag ScriptOf(char32_t character)
 {
     return hb_unicode_script(hb_unicode_funcs_get_default(), character);
