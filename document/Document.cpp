@@ -20,6 +20,7 @@
 #include "orvane/DocumentAccess.h"
 #include "orvane/orvane.h"
 #include "platform/CodePages.h"
+#include "platform/Utf8.h"
 #include "scene/DescendentWalk.h"
 #include "scene/NamedView.h"
 #include "scene/NamedViewList.h"
@@ -101,18 +102,29 @@ Error NoView(const SceneDocument& document, const std::string& name)
                  "no view \"" + name + "\" is saved in the document");
 }
 
-/// The index of a character in the result of Node::Text.
-/// \param string the text in its code page: a byte for each character, and CR LF between lines
-/// \param index of the character in the string
-int CharacterIndex(const std::string& string, int index)
+/// The number of characters of a text, of which CR LF is one, as Node::Text counts them.
+int CountCharacters(const std::string& utf8)
 {
-    const auto end = string.begin() + std::min(index, static_cast<int>(string.size()));
-    int lineFeedsOfPairs = 0;
-    for (auto at = string.begin(); at != end; ++at)
-    {
-        lineFeedsOfPairs += at != string.begin() && *at == '\n' && *(at - 1) == '\r' ? 1 : 0;
-    }
-    return static_cast<int>(end - string.begin()) - lineFeedsOfPairs;
+    int count = 0;
+    char32_t previous = 0;
+    ForEachCharacter(utf8, [&](char32_t character) {
+        count += character == '\n' && previous == '\r' ? 0 : 1;
+        previous = character;
+    });
+    return count;
+}
+
+/// Sets the index and the characters of a letter that was hit.
+/// \param first the letter's first byte
+void SetLetter(Hit& hit, OrvFontString& text, std::size_t first)
+{
+    const auto inUtf8 = [&text](const std::string& part) {
+        return text.IsUtf8() ? part : ToUtf8(part.c_str());
+    };
+    const std::string string(*text.GetTextString());
+    first = std::min(first, string.size());
+    hit.index = CountCharacters(inUtf8(string.substr(0, first)));
+    hit.letter = inUtf8(string.substr(first, text.LetterEnd(first) - first));
 }
 
 }  // namespace
@@ -382,13 +394,10 @@ std::vector<Hit> Document::Pick(const Size& size, int x, int y) const
         {
             hit.node = state_->HandleOf(node);
         }
-        if (const auto* const text = dynamic_cast<const OrvString*>(&node);
+        if (auto* const text = dynamic_cast<OrvFontString*>(&node);
             text != nullptr && part.kind == HitKind::Letter)
         {
-            const std::string string(*text->GetTextString());
-            hit.index = CharacterIndex(string, part.index);
-            hit.letter = CodePageToUtf8(string.substr(static_cast<std::size_t>(part.index), 1),
-                                        state_->scene.codePage);
+            SetLetter(hit, *text, static_cast<std::size_t>(part.index));
         }
         hits.push_back(hit);
     }

@@ -178,7 +178,7 @@ std::string Node::Text() const
         return {};
     }
     const CodePageScope scope(state->scene.codePage);
-    const std::string utf8 = ToUtf8(*text->GetTextString());
+    const std::string utf8 = NameOfNode(*text);
     std::string lines;
     for (std::size_t i = 0; i < utf8.size(); ++i)
     {

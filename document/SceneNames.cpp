@@ -6,7 +6,7 @@
 #include "import3ds/TriangularMeshObject.h"
 #include "platform/Utf8.h"
 #include "scene/DescendentWalk.h"
-#include "scene/OrvString.h"
+#include "scene/OrvFontString.h"
 #include "solids/OrvOutlineShape.h"
 
 #include <algorithm>
@@ -61,6 +61,11 @@ std::string NameOfNode(const DrawingObject& node)
 {
     if (const auto* const text = dynamic_cast<const OrvString*>(&node))
     {
+        const auto* const inFont = dynamic_cast<const OrvFontString*>(&node);
+        if (inFont != nullptr && inFont->IsUtf8())
+        {
+            return ValidUtf8(text->GetTextString()->Text());
+        }
         return ToUtf8(*text->GetTextString());
     }
     if (const auto* const mesh = dynamic_cast<const TriangularMeshObject*>(&node))

@@ -222,6 +222,26 @@ void PictureLookup::Find(TextureMap& texture)
     }
 }
 
+std::string PictureLookup::FindFontFile(const std::string& name)
+{
+    std::vector<Path> paths = {Whole(name)};
+    for (const Folder& folder : folders_)
+    {
+        paths.push_back(folder.path / PlainName(name));
+    }
+    const auto found = std::find_if(paths.begin(), paths.end(), [this](const Path& path) {
+        std::error_code error;
+        return AccessTo(path) == Access::Allowed && fs::is_regular_file(path, error);
+    });
+    return found != paths.end() ? found->string() : std::string();
+}
+
+/// A relative path belongs to the folder of the scene.
+fs::path PictureLookup::Whole(const Path& path) const
+{
+    return path.is_relative() && !folders_.empty() ? folders_.front().path / path : path;
+}
+
 /// Whether a texture may be read from a file. A path that does not begin with the path of an
 /// allowed folder is refused without a look at the file system, where a look could already start
 /// something, such as mounting another machine's disk.
@@ -250,13 +270,11 @@ PictureLookup::Access PictureLookup::AccessTo(const Path& path) const
                : Access::NotAllowed;
 }
 
-/// Gives the texture a file if the file exists and is allowed. A relative path belongs to the
-/// folder of the scene.
+/// Gives the texture a file if the file exists and is allowed.
 /// \param isRefused becomes true when the path is not allowed
 bool PictureLookup::IsTaken(TextureMap& texture, const Path& path, bool& isRefused) const
 {
-    const Path whole =
-        path.is_relative() && !folders_.empty() ? folders_.front().path / path : path;
+    const Path whole = Whole(path);
     const Access access = AccessTo(whole);
     isRefused = isRefused || access == Access::NotAllowed;
     if (access != Access::Allowed)

@@ -30,9 +30,9 @@ bool HasBackgroundPicture(const SceneObject& scene);
 /// nothing from a file that is not a BMP picture, because the scene may name any file.
 ORVANE_API void CheckPictures(SceneObject& scene);
 
-/// Finds the files of the textures and the background of a scene that is being loaded, in the
-/// folder of the scene and in the folders that OpenOptions allows. Unless OpenOptions::trust is
-/// set, no file outside of these folders is opened or looked at.
+/// Finds the files of the textures, the background and the fonts of a scene that is being loaded,
+/// in the folder of the scene and in the folders that OpenOptions allows. Unless OpenOptions::trust
+/// is set, no file outside of these folders is opened or looked at.
 class PictureLookup : public TextureFinder
 {
 public:
@@ -44,6 +44,10 @@ public:
     /// folders for a file with the plain name of the named file, and then for a BMP file with the
     /// texture's name. If none exists, the texture keeps the name of its file without being Valid.
     void Find(TextureMap& texture) override;
+
+    /// The named file if it is a regular one and allowed, or one with its plain name in the allowed
+    /// folders.
+    std::string FindFontFile(const std::string& name) override;
 
     const std::vector<MissingPicture>& Missing() const { return missing_; }
 
@@ -66,6 +70,7 @@ private:
     };
 
     void AddFolder(const Path& folder);
+    Path Whole(const Path& path) const;
     Access AccessTo(const Path& path) const;
     bool IsTaken(TextureMap& texture, const Path& path, bool& isRefused) const;
     bool IsTakenFrom(Folder& folder, TextureMap& texture, const std::string& file,

@@ -26,13 +26,13 @@ ORVANE_API void CheckTextOptions(const TextOptions& options);
 ORVANE_API std::unique_ptr<OrvFontString> MakeTextNode(const CString& text, OrvFont* font,
                                                        const TextOptions& options);
 
-/// Calls visit(text) for every text of a scene that has a font.
+/// Calls visit(text) for every text of a scene that is in the document's code page and has a font.
 template <typename Visit>
 void ForEachText(const DrawingObject& scene, Visit visit)
 {
     VisitDescendents(scene, [&visit](DrawingObject& node) {
         auto* const text = dynamic_cast<OrvFontString*>(&node);
-        if (text != nullptr && text->GetFont() != nullptr)
+        if (text != nullptr && text->GetFont() != nullptr && !text->IsUtf8())
         {
             visit(*text);
         }

@@ -190,6 +190,18 @@ constexpr std::size_t maxTextSpans = 10'000;
 /// have up to some dozens of each.
 constexpr std::size_t maxSpanSettings = 64;
 
+/// Fonts that the styles of one text may name. Each is looked for among the installed fonts, which
+/// takes some milliseconds.
+constexpr std::size_t maxTextFonts = 64;
+
+/// Tab stops of a text.
+constexpr std::size_t maxTabStops = 1'000;
+
+/// Bytes: the most built glyphs that texts of any language keep together, 64 MiB. The glyphs that
+/// were used last stay; the others are built again when they are needed. The glyph that is in use
+/// stays even if it is larger.
+constexpr std::size_t maxKeptGlyphBytes = std::size_t{64} << 20;
+
 /// Seconds: the shortest time to which a drawing or a command can be limited. A shorter one would
 /// always be over.
 constexpr double minSeconds = 0.001;

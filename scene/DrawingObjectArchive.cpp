@@ -49,6 +49,11 @@ orvane::TextureFinder::TextureFinder() : place_(*this) {}
 
 orvane::TextureFinder::~TextureFinder() = default;
 
+std::string orvane::TextureFinder::FindFontFile(const std::string&)
+{
+    return {};
+}
+
 orvane::TextureFinder* orvane::TextureFinder::Current()
 {
     return NewestOfThread<TextureFinder>::Get();

@@ -94,11 +94,9 @@ int OrvFontString::CalculateBounds()
     if (font != nullptr)
     {
         // The sizes are written straight into the details, because the setters would derive the
-        // scale from them. The third result is always zero and is not used.
-        DVector unused;
+        // scale from them.
         DVector& scaledDimensions = EnsureDetails().scaledDimensions;
-        font->CalculateStringExtents(this, &EnsureDetails().unscaledDimensions, &scaledDimensions,
-                                     &unused);
+        MeasureText(&EnsureDetails().unscaledDimensions, &scaledDimensions);
 
         const double width = scaledDimensions.x;
         const double halfHeight = scaledDimensions.y / 2;
@@ -120,6 +118,12 @@ int OrvFontString::CalculateBounds()
     bounds.CalculateBounds(transform);
     CalculateMaximumBevelDepth();
     return 1;
+}
+
+void OrvFontString::MeasureText(DVector* unscaledSize, DVector* scaledSize)
+{
+    DVector unused;  // the third result is always zero
+    font->CalculateStringExtents(this, unscaledSize, scaledSize, &unused);
 }
 
 int OrvFontString::DrawObject(DrawingParameters* parameters)

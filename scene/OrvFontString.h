@@ -3,6 +3,7 @@
 
 #include "scene/OrvString.h"
 
+#include <cstddef>
 #include <functional>
 
 class OrvFont;
@@ -72,7 +73,15 @@ public:
     /// cancelled.
     virtual int DrawNamedCharacters(DrawingParameters* parameters);
 
+    /// Whether the text is in UTF-8, whatever the process's code page is. Its fonts are then not
+    /// those of the registry, and GetFont returns an object of the text's own.
+    virtual bool IsUtf8() const { return false; }
+    /// The byte after the letter that DrawNamedCharacters names by its first byte.
+    virtual std::size_t LetterEnd(std::size_t letter) { return letter + 1; }
+
 protected:
+    /// Measures the text, which has a font; see OrvFont::CalculateStringExtents.
+    virtual void MeasureText(DVector* unscaledSize, DVector* scaledSize);
     /// Draws the text's solids or outlines in immediate mode. The text has a font. Returns 0 when
     /// drawing is cancelled.
     virtual int DrawLettersDirectly(DrawingParameters* parameters);

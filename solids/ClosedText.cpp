@@ -9,6 +9,12 @@
 namespace orvane
 {
 
+bool IsClosedText(const OrvFontString& text)
+{
+    const auto* const profiled = dynamic_cast<const OrvProfileString*>(&text);
+    return profiled != nullptr && profiled->HasProfile();
+}
+
 EdgeProfile ClosedProfileOf(const OrvFontString& text)
 {
     const double width = std::min<double>(text.GetBevelDepth(), std::fabs(text.GetScale().z));
@@ -22,6 +28,10 @@ EdgeProfile ClosedProfileOf(const OrvFontString& text)
 
 std::unique_ptr<OrvProfileString> MakeClosedText(const OrvFontString& text)
 {
+    if (const auto* const other = dynamic_cast<const OrvProfileString*>(&text))
+    {
+        return other->CopyWithProfile(ClosedProfileOf(text));
+    }
     auto closed = std::make_unique<OrvProfileString>();
     static_cast<OrvFontString&>(*closed) = text;
     closed->SetProfile(ClosedProfileOf(text));

@@ -214,9 +214,11 @@ void MeshBuilder::AddText(OrvFontString& text, const MeshTransform& transform)
     {
         return;
     }
-    AddSolidNode(text, transform, NameOf(*text.GetTextString()));
+    AddSolidNode(
+        text, transform,
+        text.IsUtf8() ? ValidUtf8(text.GetTextString()->Text()) : NameOf(*text.GetTextString()));
     const MeshTransform placement = PlacementOf(transform);
-    if (options_.closedTexts && dynamic_cast<const OrvProfileString*>(&text) == nullptr)
+    if (options_.closedTexts && !IsClosedText(text))
     {
         const std::unique_ptr<OrvProfileString> closed = MakeClosedText(text);
         AddSolids(*closed, placement);

@@ -4,6 +4,7 @@
 #include "extrude/ExtrusionData.h"
 #include "extrude/LetterDrawing.h"
 #include "extrude/OrvFont.h"
+#include "extrude/OrvGlyph.h"
 #include "geometry/SurfaceRecorder.h"
 #include "host/RecordVersion.h"
 #include "material/Unlit.h"
@@ -63,6 +64,10 @@ void OrvProfileString::SetProfile(const EdgeProfile& profile)
 // The font lays out and measures letters whose bevels are as wide as the profile reaches.
 void OrvProfileString::UseReachAsBevel()
 {
+    if (!HasProfile())
+    {
+        return;
+    }
     const double reach = ReachOf(profile_);
     bevelDepth = static_cast<float>(reach);
     bevelStyle = static_cast<int>(reach > 0 ? EdgeStyle::Bevel : EdgeStyle::Square);
@@ -84,23 +89,42 @@ ProfileTextSolids& OrvProfileString::CurrentSolids()
     std::vector<PlacedLetter> letters;
     if (fusion_ != LetterFusion::Separate)
     {
-        font->PlaceLetters(this, [&](const PlacedLetter& letter) { letters.push_back(letter); });
+        PlaceLetters([&](const PlacedLetter& letter) { letters.push_back(letter); });
     }
     const ProfileTextSettings settings = CurrentSettings();
     if (solids_ == nullptr || !solids_->AreOf(settings, letters))
     {
-        solids_ = std::make_unique<ProfileTextSolids>(settings, std::move(letters));
+        solids_ = std::make_unique<ProfileTextSolids>(
+            settings, std::move(letters), [this](int letter) { return RegionOfLetter(letter); });
     }
     return *solids_;
 }
 
-template <typename Sink>
-void OrvProfileString::EmitSolid(const SolidSurface& surface, Sink& sink) const
+void OrvProfileString::PlaceLetters(const std::function<void(const PlacedLetter&)>& visit)
 {
-    const SurfaceMaterials materials = {faceColor, ShouldUseEdgeColor() ? edgeColor : faceColor,
-                                        ShouldUseBevelColor() ? bevelColor : faceColor};
+    font->PlaceLetters(this, visit);
+}
+
+PlaneRegion OrvProfileString::RegionOfLetter(int glyphIndex) const
+{
+    const OrvGlyph* const glyph = glyphIndex >= 0 && glyphIndex < font->glyphs.GetSize()
+                                      ? font->glyphs.GetAt(glyphIndex)
+                                      : nullptr;
+    return glyph != nullptr && !glyph->IsInvalid() ? RegionOf(*glyph) : PlaneRegion();
+}
+
+SurfaceMaterials OrvProfileString::MaterialsOf(int) const
+{
+    return {faceColor, ShouldUseEdgeColor() ? edgeColor : faceColor,
+            ShouldUseBevelColor() ? bevelColor : faceColor};
+}
+
+template <typename Sink>
+void OrvProfileString::EmitSolid(int solid, const SolidSurface& surface, Sink& sink) const
+{
     const DVector scale = GetScale();
-    EmitSurface(surface, materials, SurfaceTexture(CurrentDetails().texture, scale), scale, sink);
+    EmitSurface(surface, MaterialsOf(solid), SurfaceTexture(CurrentDetails().texture, scale), scale,
+                sink);
 }
 
 void OrvProfileString::PlaceSolids(const std::function<void(const PlacedLetter&)>& visit)
@@ -112,7 +136,7 @@ void OrvProfileString::PlaceSolids(const std::function<void(const PlacedLetter&)
     const ProfileTextSolids& solids = CurrentSolids();
     if (fusion_ == LetterFusion::Separate)
     {
-        font->PlaceLetters(this, visit);
+        PlaceLetters(visit);
         return;
     }
     int previous = -1;
@@ -131,7 +155,7 @@ void OrvProfileString::RecordSolid(int glyphIndex, SurfaceRecorder& recorder)
 {
     if (solids_ != nullptr)
     {
-        EmitSolid(solids_->Of(glyphIndex).surface, recorder);
+        EmitSolid(glyphIndex, solids_->Of(glyphIndex).surface, recorder);
     }
 }
 
@@ -177,7 +201,7 @@ int OrvProfileString::DrawSolids(DrawingParameters* parameters, bool named)
         }
         else
         {
-            EmitSolid(solid, drawing);
+            EmitSolid(letter.glyphIndex, solid, drawing);
         }
         glPopMatrix();
         if (named)
@@ -242,6 +266,14 @@ int OrvProfileString::CalculateBounds()
     return 1;
 }
 
+std::unique_ptr<OrvProfileString> OrvProfileString::CopyWithProfile(
+    const EdgeProfile& profile) const
+{
+    auto copy = std::make_unique<OrvProfileString>(*this);
+    copy->SetProfile(profile);
+    return copy;
+}
+
 int OrvProfileString::SaveToUndo()
 {
     return SaveCopy(new OrvProfileString(*this));
@@ -262,6 +294,11 @@ void OrvProfileString::Serialize(CArchive& archive)
         return;
     }
     WriteRecordVersion(archive, RUNTIME_CLASS(OrvProfileString));
+    StoreProfile(archive);
+}
+
+void OrvProfileString::StoreProfile(CArchive& archive) const
+{
     archive << CString(ProfileText(profile_).c_str());
     archive << LONG{static_cast<int>(fusion_)};
     archive << smoothAngle_;

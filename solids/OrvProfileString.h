@@ -16,8 +16,10 @@ namespace orvane
 
 class LetterDrawing;
 class ProfileTextSolids;
+struct PlaneRegion;
 struct ProfileTextSettings;
 struct SolidSurface;
+struct SurfaceMaterials;
 
 /// A text whose letters are closed solids. Their edges have a profile, which never crosses itself:
 /// strokes that meet are joined, and strokes that are too thin end in a ridge.
@@ -59,6 +61,14 @@ public:
     double GetSmoothAngle() const { return smoothAngle_; }
     void SetSmoothAngle(double degrees) { smoothAngle_ = degrees; }
 
+    /// Whether the edges have the profile. A derived class may have texts whose edges are those of
+    /// other texts.
+    virtual bool HasProfile() const { return true; }
+    /// Whether letters have materials of their own beside those of the text.
+    virtual bool HasLetterColors() const { return false; }
+    /// A copy without children whose edges have another profile.
+    virtual std::unique_ptr<OrvProfileString> CopyWithProfile(const EdgeProfile& profile) const;
+
     int CalculateBounds() override;
 
     int DrawNamedCharacters(DrawingParameters* parameters) override;
@@ -79,6 +89,14 @@ public:
 protected:
     int DrawLettersDirectly(DrawingParameters* parameters) override;
 
+    /// Calls \p visit with each letter and its place, line by line.
+    virtual void PlaceLetters(const std::function<void(const PlacedLetter&)>& visit);
+    /// The outline of a letter, in ems; empty when there is none.
+    virtual PlaneRegion RegionOfLetter(int glyphIndex) const;
+    /// \param solid as RecordSolid takes it
+    virtual SurfaceMaterials MaterialsOf(int solid) const;
+    void StoreProfile(CArchive& archive) const;
+
 private:
     friend class TextMeshDrawing;  // compares the settings of its triangles with these
 
@@ -87,7 +105,7 @@ private:
     ProfileTextSolids& CurrentSolids();
     void EmitLines(const std::vector<std::array<float, 3>>& lines, const LetterDrawing& drawing);
     template <typename Sink>
-    void EmitSolid(const SolidSurface& surface, Sink& sink) const;
+    void EmitSolid(int solid, const SolidSurface& surface, Sink& sink) const;
     /// Draws all solids, or their lines.
     int DrawSolids(DrawingParameters* parameters, bool named);
     void UseReachAsBevel();

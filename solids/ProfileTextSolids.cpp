@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "solids/ProfileTextSolids.h"
 
-#include "extrude/OrvGlyph.h"
-
 #include <algorithm>
 #include <cstring>
 #include <span>
@@ -30,14 +28,7 @@ bool ProfileTextSolids::AreOf(const ProfileTextSettings& settings,
 
 PlaneRegion ProfileTextSolids::RegionOfGlyph(int glyphIndex) const
 {
-    const OrvGlyph* const glyph = glyphIndex >= 0 && glyphIndex < settings_.font->glyphs.GetSize()
-                                      ? settings_.font->glyphs.GetAt(glyphIndex)
-                                      : nullptr;
-    PlaneRegion region;
-    if (glyph != nullptr && !glyph->IsInvalid())
-    {
-        region = orvane::RegionOf(*glyph);
-    }
+    PlaneRegion region = regionOfLetter_(glyphIndex);
     ScaleRegion(region, settings_.solid);
     return region;
 }

@@ -9,6 +9,7 @@
 #include "solids/SolidSurface.h"
 
 #include <array>
+#include <functional>
 #include <map>
 #include <utility>
 #include <vector>
@@ -39,9 +40,16 @@ SolidLines LinesOf(const SolidSurface& solid, const SolidSettings& settings);
 class ProfileTextSolids
 {
 public:
+    /// The outline of a letter, in ems; empty when there is none.
+    using RegionOfLetter = std::function<PlaneRegion(int glyphIndex)>;
+
     /// \param letters those that are joined, line by line; empty when each letter is a solid
-    ProfileTextSolids(const ProfileTextSettings& settings, std::vector<PlacedLetter> letters)
-        : settings_(settings), letters_(std::move(letters)), joiner_(settings.solid)
+    ProfileTextSolids(const ProfileTextSettings& settings, std::vector<PlacedLetter> letters,
+                      RegionOfLetter regionOfLetter)
+        : settings_(settings),
+          letters_(std::move(letters)),
+          regionOfLetter_(std::move(regionOfLetter)),
+          joiner_(settings.solid)
     {}
 
     /// Whether the solids are those of these settings and joined letters.
@@ -63,6 +71,7 @@ private:
 
     ProfileTextSettings settings_;
     std::vector<PlacedLetter> letters_;
+    RegionOfLetter regionOfLetter_;
     LetterJoiner joiner_;
     std::map<int, BuiltSolid> solids_;  ///< by number
     std::map<int, SolidLines> lines_;   ///< by number

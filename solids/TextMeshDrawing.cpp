@@ -50,12 +50,19 @@ const OrvGlyph* DrawableGlyph(const OrvFont& font, int index)
     return glyph != nullptr && !glyph->IsInvalid() ? glyph : nullptr;
 }
 
-/// The text as one with profiles; null when it is another one.
-const OrvProfileString* Profiled(const OrvFontString& text)
+/// The text as one that may have profiles; null when it is another one.
+const OrvProfileString* AsProfileString(const OrvFontString& text)
 {
     // Comparing types spares most texts the search through base classes, which takes longer.
     return typeid(text) == typeid(OrvFontString) ? nullptr
                                                  : dynamic_cast<const OrvProfileString*>(&text);
+}
+
+/// The text as one with profiles; null when it is another one.
+const OrvProfileString* Profiled(const OrvFontString& text)
+{
+    const OrvProfileString* const string = AsProfileString(text);
+    return string != nullptr && string->HasProfile() ? string : nullptr;
 }
 
 }  // namespace
@@ -153,6 +160,11 @@ std::size_t TextMeshDrawing::Bytes() const
 SolidDrawing TextMeshDrawing::Draw(OrvFontString& text, DrawingParameters& parameters,
                                    std::size_t room)
 {
+    const OrvProfileString* const string = AsProfileString(text);
+    if (string != nullptr && string->HasLetterColors())
+    {
+        return SolidDrawing::NotDrawn;
+    }
     const ExtrusionData extrusion = text.GetExtrusionData();
     Update(text, extrusion);
     if (!hasDrawable_)
@@ -222,7 +234,8 @@ void TextMeshDrawing::PlaceLetters(OrvFontString& text)
         }
         else
         {
-            if (letter.line != line)
+            // Marks may stand above or below the baseline.
+            if (letter.line != line || letter.y != lines_.back().y)
             {
                 line = letter.line;
                 x = 0;

@@ -52,7 +52,8 @@ private:
         const Shape* shape;
         double step;  ///< from the letter before, or from the beginning of the line, along x
     };
-    /// Letters that are placed one from another. In a text with profiles each solid is a line.
+    /// Letters of the same height that are placed one from another. In a text with profiles each
+    /// solid is a line.
     struct Line
     {
         double x;

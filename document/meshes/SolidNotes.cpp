@@ -7,7 +7,6 @@
 #include "scene/OrvFontString.h"
 #include "solids/ClosedText.h"
 #include "solids/MeshMeasures.h"
-#include "solids/OrvProfileString.h"
 
 #include <algorithm>
 #include <charconv>
@@ -65,7 +64,7 @@ void TellReplacements(const SolidMesh& mesh, const MeshFileOptions& options)
     for (const MeshNode& node : mesh.nodes)
     {
         const auto* const text = dynamic_cast<const OrvFontString*>(node.object);
-        if (text != nullptr && dynamic_cast<const OrvProfileString*>(text) == nullptr)
+        if (text != nullptr && !IsClosedText(*text))
         {
             ++texts[ReplacementOf(*text)];
         }

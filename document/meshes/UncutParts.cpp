@@ -6,6 +6,7 @@
 #include "document/TextNode.h"
 #include "extrude/OrvFont.h"
 #include "platform/CodePages.h"
+#include "platform/Utf8.h"
 #include "scene/DescendentWalk.h"
 #include "scene/SceneObject.h"
 #include "solids/OrvOutlineShape.h"
@@ -43,18 +44,35 @@ private:
     std::vector<std::string> ordered_;
 };
 
-std::string Utf8Of(const std::string& text)
+std::string Utf8Of(const OrvFontString& text, const std::string& part)
 {
-    return CodePageToUtf8(text, GetACP());
+    return text.IsUtf8() ? ValidUtf8(part) : CodePageToUtf8(part, GetACP());
+}
+
+/// The end of the character at \p index.
+std::size_t CharacterEnd(const OrvFontString& text, const std::string& letters, std::size_t index)
+{
+    const auto continues = [&](std::size_t at) {
+        return text.IsUtf8() && at < letters.size() &&
+               (static_cast<unsigned char>(letters[at]) & 0xC0) == 0x80;
+    };
+    std::size_t end = std::min(index + 1, letters.size());
+    while (continues(end))
+    {
+        ++end;
+    }
+    return end;
 }
 
 /// The beginning of a text's first line, in quotes.
-std::string NameOf(const std::string& text)
+std::string NameOf(const OrvFontString& text, const std::string& letters)
 {
     constexpr std::size_t mostBytes = 40;
-    const std::size_t length = std::min(text.find_first_of("\r\n"), text.size());
-    const std::string name = '"' + Utf8Of(text.substr(0, std::min(length, mostBytes))) + '"';
-    return length > mostBytes ? name + "..." : name;
+    const std::size_t length = std::min(letters.find_first_of("\r\n"), letters.size());
+    const std::size_t end =
+        length > mostBytes ? CharacterEnd(text, letters, mostBytes - 1) : length;
+    const std::string name = '"' + Utf8Of(text, letters.substr(0, end)) + '"';
+    return length > end ? name + "..." : name;
 }
 
 bool HasSize(const OrvFontString& text)
@@ -75,12 +93,12 @@ std::vector<std::string> SentencesOf(const OrvFontString& text, LetterFusion fus
     const std::string letters = text.GetTextString()->Text();
     if (!HasSize(text) && letters.find_first_not_of(" \r\n") != std::string::npos)
     {
-        return {"the text " + NameOf(letters) +
+        return {"the text " + NameOf(text, letters) +
                 " is left out: solids need a width, a height and a depth"};
     }
     std::vector<std::string> sentences;
     const std::string font =
-        uncut.empty() ? "" : Utf8Of(static_cast<LPCSTR>(text.GetFont()->GetFullName()));
+        uncut.empty() ? "" : Utf8Of(text, static_cast<LPCSTR>(text.GetFont()->GetFullName()));
     for (const UncutSolid& solid : uncut)
     {
         if (fusion != LetterFusion::Separate)
@@ -89,12 +107,14 @@ std::vector<std::string> SentencesOf(const OrvFontString& text, LetterFusion fus
             const std::string line = fusion == LetterFusion::Line
                                          ? "line " + std::to_string(solid.line + 1) + " of "
                                          : "";
-            sentences.push_back("parts of " + line + "the text " + NameOf(letters) +
+            sentences.push_back("parts of " + line + "the text " + NameOf(text, letters) +
                                 (solid.isLeftOut ? " are left out: " : " keep square edges: ") +
                                 solid.problem);
             continue;
         }
-        sentences.push_back("the letter \"" + Utf8Of(letters.substr(solid.index, 1)) +
+        const std::size_t end = CharacterEnd(text, letters, solid.index);
+        sentences.push_back("the letter \"" +
+                            Utf8Of(text, letters.substr(solid.index, end - solid.index)) +
                             "\" of the font \"" + font + '"' + OutcomeOf(solid) + solid.problem);
     }
     return sentences;
@@ -132,7 +152,8 @@ std::vector<std::string> UncutTextsOf(const SceneDocument& document)
     const CodePageScope scope(document.codePage);
     Sentences sentences;
     ForEachText(*document.scene, [&sentences](OrvFontString& text) {
-        if (auto* const profiled = dynamic_cast<OrvProfileString*>(&text))
+        if (auto* const profiled = dynamic_cast<OrvProfileString*>(&text);
+            profiled != nullptr && profiled->HasProfile())
         {
             sentences.Add(SentencesOf(text, profiled->GetFusion(), profiled->UncutSolids()));
         }

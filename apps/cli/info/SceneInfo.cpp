@@ -51,7 +51,8 @@ std::string TextureText(const TextureMap& texture)
 
 std::string EdgesText(const OrvString& text)
 {
-    if (const auto* const profiled = dynamic_cast<const OrvProfileString*>(&text))
+    if (const auto* const profiled = dynamic_cast<const OrvProfileString*>(&text);
+        profiled != nullptr && profiled->HasProfile())
     {
         std::string edges = "profile \"" + ProfileText(profiled->GetProfile()) + "\" on " +
                             LocationName(text.GetBevelLocation());

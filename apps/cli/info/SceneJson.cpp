@@ -108,7 +108,8 @@ void WriteText(JsonWriter& json, const OrvString& text)
     {
         json.Null();
     }
-    if (const auto* const profiled = dynamic_cast<const OrvProfileString*>(&text))
+    if (const auto* const profiled = dynamic_cast<const OrvProfileString*>(&text);
+        profiled != nullptr && profiled->HasProfile())
     {
         json.Member("style", "profile");
         json.Member("profile", ProfileText(profiled->GetProfile()));
