@@ -40,6 +40,7 @@ foreach(folder IN ITEMS
 endforeach()
 if(ORVANE_WITH_SHAPING)
   add_subdirectory(shaping)
+  add_subdirectory(shapedtext)
 endif()
 set_target_properties(orvane_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
 target_compile_definitions(orvane_objects PRIVATE ORVANE_BUILDING)
