@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# The headers that are installed: orvane/orvane.h, orvane/classes.h and all that these two include. A header that is
+# The headers that are installed: orvane/orvane.h, orvane/classes.h, orvane/ShapedText.h and all that these include. A header that is
 # not listed is internal. tools/check-tree compares the list with what the two include.
 
 set(ORVANE_PUBLIC_HEADERS
@@ -118,3 +118,13 @@ set(ORVANE_PUBLIC_HEADERS
   solids/SolidMesh.h
   solids/UncutSolid.h
 )
+
+if(ORVANE_WITH_SHAPING)
+  list(APPEND ORVANE_PUBLIC_HEADERS
+    orvane/ShapedText.h
+    platform/FontMatching.h
+    platform/ShapingFace.h
+    shaping/Bidi.h
+    shaping/FontQuery.h
+  )
+endif()

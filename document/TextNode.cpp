@@ -114,8 +114,7 @@ void CheckTextOptions(const TextOptions& options)
     }
 }
 
-std::unique_ptr<OrvFontString> MakeTextNode(const CString& text, OrvFont* font,
-                                            const TextOptions& options)
+void SetLook(OrvFontString& node, const TextOptions& options)
 {
     const ColorVector face = ToColorVector(options.faceColor);
     const ColorVector white(1, 1, 1, face.alpha);
@@ -124,19 +123,40 @@ std::unique_ptr<OrvFontString> MakeTextNode(const CString& text, OrvFont* font,
     const ColorVector bevel =
         options.bevelColor ? ToColorVector(*options.bevelColor) : Mix(face, white, 0.3f);
 
+    node.SetBevelLocation(static_cast<int>(options.bevelSides));
+    node.SetJustification(static_cast<int>(options.alignment));
+    node.SetInterCharacterSpacing(static_cast<float>(options.characterSpacing));
+    node.SetInterLineSpacing(static_cast<float>(options.lineSpacing));
+    node.SetFaceColor(FaceMaterial(face));
+    node.SetEdgeColor(EdgeMaterial(edge));
+    node.SetBevelColor(BevelMaterial(bevel));
+    node.extentsBoxColor = MakeMaterial("Outline", face, 0, 0);
+    node.SetScale(DVector(1.0, 1.0, options.depth));
+    node.CalculateMaximumBevelDepth();
+}
+
+NamedColor FaceMaterial(const ColorVector& color)
+{
+    return MakeMaterial("Face", color, 0.1f, 16);
+}
+
+NamedColor EdgeMaterial(const ColorVector& color)
+{
+    return MakeMaterial("Edge", color, 0.35f, 40);
+}
+
+NamedColor BevelMaterial(const ColorVector& color)
+{
+    return MakeMaterial("Bevel", color, 0.6f, 48);
+}
+
+std::unique_ptr<OrvFontString> MakeTextNode(const CString& text, OrvFont* font,
+                                            const TextOptions& options)
+{
     std::unique_ptr<OrvFontString> node = MakeNodeWithEdges(options);
     node->AttachFont(font);
     node->SetTextString(text);
-    node->SetBevelLocation(static_cast<int>(options.bevelSides));
-    node->SetJustification(static_cast<int>(options.alignment));
-    node->SetInterCharacterSpacing(static_cast<float>(options.characterSpacing));
-    node->SetInterLineSpacing(static_cast<float>(options.lineSpacing));
-    node->SetFaceColor(MakeMaterial("Face", face, 0.1f, 16));
-    node->SetEdgeColor(MakeMaterial("Edge", edge, 0.35f, 40));
-    node->SetBevelColor(MakeMaterial("Bevel", bevel, 0.6f, 48));
-    node->extentsBoxColor = MakeMaterial("Outline", face, 0, 0);
-    node->SetScale(DVector(1.0, 1.0, options.depth));
-    node->CalculateMaximumBevelDepth();
+    SetLook(*node, options);
     return node;
 }
 

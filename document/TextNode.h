@@ -20,6 +20,16 @@ class SceneDocument;
 /// Throws OptionError when a number of the options is out of its range.
 ORVANE_API void CheckTextOptions(const TextOptions& options);
 
+/// Sets the materials, the alignment, the spacings, the sides of the bevels and the depth of a
+/// text.
+ORVANE_API void SetLook(OrvFontString& node, const TextOptions& options);
+
+// The materials of the surfaces of texts.
+
+ORVANE_API NamedColor FaceMaterial(const ColorVector& color);
+ORVANE_API NamedColor EdgeMaterial(const ColorVector& color);
+ORVANE_API NamedColor BevelMaterial(const ColorVector& color);
+
 /// A text node that is ready to be drawn.
 /// \param text in the font's code page, its lines separated by CR LF
 /// \param options the font and the texture in them are ignored

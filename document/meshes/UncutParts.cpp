@@ -3,7 +3,6 @@
 
 #include "document/SceneDocument.h"
 #include "document/TextEncoding.h"
-#include "document/TextNode.h"
 #include "extrude/OrvFont.h"
 #include "platform/CodePages.h"
 #include "platform/Utf8.h"
@@ -151,12 +150,13 @@ std::vector<std::string> UncutTextsOf(const SceneDocument& document)
 {
     const CodePageScope scope(document.codePage);
     Sentences sentences;
-    ForEachText(*document.scene, [&sentences](OrvFontString& text) {
-        if (auto* const profiled = dynamic_cast<OrvProfileString*>(&text);
-            profiled != nullptr && profiled->HasProfile())
+    VisitDescendents(*document.scene, [&sentences](DrawingObject& node) {
+        auto* const text = dynamic_cast<OrvProfileString*>(&node);
+        if (text != nullptr && text->GetFont() != nullptr && text->HasProfile())
         {
-            sentences.Add(SentencesOf(text, profiled->GetFusion(), profiled->UncutSolids()));
+            sentences.Add(SentencesOf(*text, text->GetFusion(), text->UncutSolids()));
         }
+        return true;
     });
     return sentences.Take();
 }

@@ -3,6 +3,7 @@
 
 #include "extrude/OrvFont.h"
 #include "orvane/Error.h"
+#include "platform/Limits.h"
 #include "solids/ClosedText.h"
 #include "solids/MeshBuilder.h"
 #include "solids/MeshMeasures.h"
@@ -328,6 +329,23 @@ TEST_F(OrvShapedStringTest, ARefusedTextChangesNothing)
     EXPECT_THROW(text.SetText("A", wrong), orvane::OptionError);
     EXPECT_EQ(text.GetText(), "AV");
     EXPECT_EQ(Places().size(), 2u);
+}
+
+TEST_F(OrvShapedStringTest, ATextNamesFontsAndTabStopsUpToTheLimits)
+{
+    settings.fonts.resize(orvane::limits::maxTextFonts, settings.fonts[0]);
+    for (std::size_t i = 0; i < orvane::limits::maxTabStops; ++i)
+    {
+        settings.tabStops.push_back(static_cast<double>(i + 1));
+    }
+    Set("A\tV");
+    EXPECT_NEAR(Places()[2], 1, 1e-9);  // the first stop
+    ShapedTextSettings wrong = settings;
+    wrong.fonts.push_back(settings.fonts[0]);
+    EXPECT_THROW(text.SetText("A", wrong), orvane::OptionError);
+    wrong = settings;
+    wrong.tabStops.push_back(2000);
+    EXPECT_THROW(text.SetText("A", wrong), orvane::OptionError);
 }
 
 TEST_F(OrvShapedStringTest, NamesCharactersThatNoFontHas)

@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: MIT
+#include "orvane/ShapedText.h"
+
+#include "document/Colors.h"
+#include "document/DocumentState.h"
+#include "document/FontChoice.h"
+#include "document/ScenePictures.h"
+#include "document/TextEncoding.h"
+#include "document/TextNode.h"
+#include "markup/Markup.h"
+#include "platform/CodePages.h"
+#include "platform/Utf8.h"
+#include "scene/ViewObject.h"
+#include "shapedtext/OrvShapedString.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+namespace orvane
+{
+
+namespace
+{
+
+bool AreSame(const FontQuery& a, const FontQuery& b)
+{
+    const auto isSameAxis = [](const AxisValue& left, const AxisValue& right) {
+        return left.tag == right.tag && left.value == right.value;
+    };
+    const auto fields = [](const FontQuery& query) {
+        return std::tie(query.name, query.pattern, query.file, query.index, query.weight,
+                        query.width, query.isItalic, query.instance);
+    };
+    return fields(a) == fields(b) &&
+           std::equal(a.axes.begin(), a.axes.end(), b.axes.begin(), b.axes.end(), isSameAxis);
+}
+
+/// Makes the settings of a text out of options and markup.
+class SettingsMaker
+{
+public:
+    explicit SettingsMaker(const ShapedOptions& options)
+    {
+        std::vector<FontQuery> fonts = options.fonts;
+        if (fonts.empty())
+        {
+            fonts.emplace_back().name = options.look.font.value_or(std::string());
+        }
+        if (fonts.front().name.empty() && options.fonts.empty())
+        {
+            fonts.front().name = DefaultFont().name;
+        }
+        for (const FontQuery& font : fonts)
+        {
+            settings_.style.fonts.push_back(IndexOf(font));
+        }
+        settings_.style.usesInstalledFonts = options.usesInstalledFonts;
+        settings_.style.size = options.size;
+        settings_.style.language = options.language;
+        settings_.style.script = options.script;
+        settings_.style.features = options.features;
+        settings_.direction = options.direction;
+        settings_.width = options.width;
+        settings_.breaksWords = options.breaksWords;
+        settings_.isJustified = options.isJustified;
+        settings_.lineHeight = options.lineHeight;
+        settings_.tabStops = options.tabStops;
+        settings_.tabInterval = options.tabInterval;
+    }
+
+    void Add(const TextSpan& span)
+    {
+        const SpanStyle& wanted = span.style;
+        ShapedSpan& added = settings_.spans.emplace_back();
+        added.begin = span.begin;
+        added.end = span.end;
+        ShapedStyle& style = added.style;
+        const std::size_t first = settings_.style.fonts.front();
+        style.fonts = settings_.style.fonts;
+        const std::size_t font = IndexOf(QueryOf(wanted, settings_.fonts[first].query));
+        if (font != first)
+        {
+            style.fonts.insert(style.fonts.begin(), font);
+        }
+        style.usesInstalledFonts = settings_.style.usesInstalledFonts;
+        style.size = settings_.style.size * wanted.size;
+        style.rise = settings_.style.size * wanted.rise;
+        style.language = settings_.style.language;
+        style.script = settings_.style.script;
+        style.features = settings_.style.features;
+        style.features.insert(style.features.end(), wanted.features.begin(), wanted.features.end());
+        if (wanted.face)
+        {
+            style.face = FaceMaterial(ToColorVector(*wanted.face));
+        }
+        if (wanted.edge)
+        {
+            style.edge = EdgeMaterial(ToColorVector(*wanted.edge));
+        }
+        if (wanted.bevel)
+        {
+            style.bevel = BevelMaterial(ToColorVector(*wanted.bevel));
+        }
+    }
+
+    const ShapedTextSettings& Settings() const { return settings_; }
+
+private:
+    static FontQuery QueryOf(const SpanStyle& style, const FontQuery& ofText)
+    {
+        FontQuery query = ofText;
+        if (!style.font.empty())
+        {
+            query = FontQuery();
+            query.name = style.font;
+        }
+        if (style.bold)
+        {
+            query.weight = 700;
+        }
+        if (style.italic)
+        {
+            query.isItalic = true;
+        }
+        query.axes.insert(query.axes.end(), style.axes.begin(), style.axes.end());
+        return query;
+    }
+
+    std::size_t IndexOf(const FontQuery& query)
+    {
+        const auto known =
+            std::find_if(settings_.fonts.begin(), settings_.fonts.end(),
+                         [&](const ShapedFont& font) { return AreSame(font.query, query); });
+        const auto index = static_cast<std::size_t>(known - settings_.fonts.begin());
+        if (known == settings_.fonts.end())
+        {
+            settings_.fonts.emplace_back().query = query;
+        }
+        return index;
+    }
+
+    ShapedTextSettings settings_;
+};
+
+/// Sentences about what is not as it was asked for.
+std::vector<std::string> NoticesOf(OrvShapedString& text)
+{
+    std::vector<std::string> notices = text.GetFontNotices();
+    for (const MissingCharacter& missing : text.GetMissingCharacters())
+    {
+        notices.push_back("no font has the character " + Describe(Utf8Of(missing.character)) +
+                          " at byte " + std::to_string(missing.offset) + " of the text");
+    }
+    return notices;
+}
+
+}  // namespace
+
+AddedText AddShapedText(Document& document, const std::string& text, const ShapedOptions& options)
+{
+    CheckTextOptions(options.look);
+    if (options.fonts.empty() && !options.look.font)
+    {
+        LoadFonts();  // for the default font
+    }
+    const std::shared_ptr<DocumentState> state = DocumentState::Of(document).shared_from_this();
+    const CodePageScope scope(state->scene.codePage);
+    SettingsMaker settings(options);
+    MarkedText marked = options.isMarkup ? ParseMarkup(text) : MarkedText{text, {}};
+    for (const TextSpan& span : marked.spans)
+    {
+        settings.Add(span);
+    }
+    auto node = std::make_unique<OrvShapedString>();
+    node->SetText(marked.text, settings.Settings());
+    SetLook(*node, options.look);
+    if (options.look.profile)
+    {
+        node->SetHasProfile(true);
+        node->SetProfile(ParseProfile(*options.look.profile, options.look.bevelWidth));
+        node->SetFusion(options.look.fusion);
+    }
+    else
+    {
+        node->SetBevelStyle(static_cast<int>(options.look.edgeStyle));
+        node->SetBevelDepth(static_cast<float>(options.look.bevelWidth));
+    }
+    AddedText added = {Node(), NoticesOf(*node)};
+    if (options.isStrict && !added.notices.empty())
+    {
+        throw Error("text", added.notices.front());
+    }
+    if (options.look.texture)
+    {
+        SetTexture(*node, *options.look.texture);
+    }
+    node->CalculateBounds();
+    added.node = state->Add(std::move(node));
+    if (options.look.texture)
+    {
+        state->scene.view->SetShowTextures();
+    }
+    return added;
+}
+
+}  // namespace orvane
