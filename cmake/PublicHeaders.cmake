@@ -9,6 +9,7 @@ set(ORVANE_PUBLIC_HEADERS
   orvane/orvane.h
   orvane/version.h
   orvane/DocumentAccess.h
+  contours/PlanePoint.h
   platform/Bitmaps.h
   platform/CodePages.h
   platform/DeviceContexts.h
@@ -112,8 +113,10 @@ set(ORVANE_PUBLIC_HEADERS
   import3ds/TriangularFaceArray.h
   import3ds/TriangularMeshObject.h
   profiles/EdgeProfile.h
+  profiles/PlaneRegion.h
   solids/MeshBuilder.h
   solids/MeshCache.h
+  solids/OrvOutlineShape.h
   solids/OrvProfileString.h
   solids/SolidMesh.h
   solids/UncutSolid.h

@@ -5,7 +5,6 @@
 /// Points and directions in the plane of an outline.
 
 #include <cmath>
-#include <concepts>
 #include <cstdint>
 #include <type_traits>
 
@@ -17,6 +16,8 @@ namespace orvane::contours
 template <typename Number>
 struct PlanePoint
 {
+    using Self = PlanePoint;
+
     Number x = 0;
     Number y = 0;
 
@@ -24,7 +25,7 @@ struct PlanePoint
     PlanePoint operator-(const PlanePoint& other) const { return {x - other.x, y - other.y}; }
     PlanePoint operator*(Number factor) const { return {x * factor, y * factor}; }
     PlanePoint operator/(Number divisor) const { return {x / divisor, y / divisor}; }
-    bool operator==(const PlanePoint&) const = default;
+    bool operator==(const PlanePoint& other) const { return x == other.x && y == other.y; }
 };
 
 /// Vertices of flattened outlines, which have whole coordinates of 16 bits.
@@ -52,10 +53,11 @@ Number Cross(const PlanePoint<Number>& a, const PlanePoint<Number>& b)
 /// Twice the area of the triangle of three points; positive when \p c lies to the left of the way
 /// from \p a to \p b, and 0 when the three lie on one line. Exact for whole coordinates between
 /// -2^29 and 2^29.
-template <std::integral Number>
+template <typename Number>
 std::int64_t Turn(const PlanePoint<Number>& a, const PlanePoint<Number>& b,
-                  const std::type_identity_t<PlanePoint<Number>>& c)
+                  const typename PlanePoint<Number>::Self& c)
 {
+    static_assert(std::is_integral_v<Number>);
     return (std::int64_t{b.x} - a.x) * (std::int64_t{c.y} - a.y) -
            (std::int64_t{b.y} - a.y) * (std::int64_t{c.x} - a.x);
 }

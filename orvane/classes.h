@@ -99,4 +99,5 @@
 #include "scene/ViewObject.h"
 #include "solids/MeshBuilder.h"
 #include "solids/MeshCache.h"
+#include "solids/OrvOutlineShape.h"
 #include "solids/OrvProfileString.h"

@@ -4,7 +4,6 @@
 #include "contours/PlanePoint.h"
 #include "platform/Export.h"
 
-#include <span>
 #include <vector>
 
 class TTPolyGlyph;
@@ -33,6 +32,6 @@ struct PlacedRegion
 /// One region of many, such as the letters of a line: the union of their areas. Contours of the
 /// result do not cross. Throws Error when a coordinate is not a number, or when the regions
 /// together are larger than limits::maxRegionSide.
-ORVANE_API PlaneRegion JoinRegions(std::span<const PlacedRegion> regions);
+ORVANE_API PlaneRegion JoinRegions(const std::vector<PlacedRegion>& regions);
 
 }  // namespace orvane

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace orvane
 {
@@ -329,7 +330,7 @@ PlaneRegion RegionOf(const TTPolyGlyph& glyph)
     return region;
 }
 
-PlaneRegion JoinRegions(std::span<const PlacedRegion> regions)
+PlaneRegion JoinRegions(const std::vector<PlacedRegion>& regions)
 {
     const double unitsPerEm = profiles::UnitsPerEmFor(profiles::ExtentOf(regions));
     ClipperLib::Paths paths;

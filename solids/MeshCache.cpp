@@ -5,6 +5,8 @@
 #include "platform/OpenGL.h"
 #include "scene/OrvFontString.h"
 #include "solids/ImportedMeshDrawing.h"
+#include "solids/OrvOutlineShape.h"
+#include "solids/OutlineMeshDrawing.h"
 #include "solids/TextMeshDrawing.h"
 
 #include <algorithm>
@@ -48,6 +50,11 @@ MeshCache::~MeshCache() = default;
 SolidDrawing MeshCache::DrawLetters(OrvFontString& text, DrawingParameters& parameters)
 {
     return Draw<TextMeshDrawing>(text, parameters);
+}
+
+SolidDrawing MeshCache::DrawOutlines(OrvOutlineShape& outlines, DrawingParameters& parameters)
+{
+    return Draw<OutlineMeshDrawing>(outlines, parameters);
 }
 
 SolidDrawing MeshCache::DrawSurface(TriangularMeshObject& mesh, DrawingParameters& parameters)

@@ -17,7 +17,7 @@ namespace orvane
 class MeshDrawing;
 struct BufferFunctions;
 
-/// Draws texts and imported meshes from triangles that it keeps between draws, which is faster than
+/// Draws texts, outlines and meshes from triangles that it keeps between draws, faster than
 /// immediate mode when a scene is drawn again and again. The triangles lie in buffers of the
 /// OpenGL context, or in the program's memory when the context has no buffers (before OpenGL 3.0,
 /// without the extension GL_ARB_vertex_array_object).
@@ -60,6 +60,7 @@ public:
     MeshCache& operator=(const MeshCache&) = delete;
 
     SolidDrawing DrawLetters(OrvFontString& text, DrawingParameters& parameters) override;
+    SolidDrawing DrawOutlines(OrvOutlineShape& outlines, DrawingParameters& parameters) override;
     SolidDrawing DrawSurface(TriangularMeshObject& mesh, DrawingParameters& parameters) override;
 
     /// Frees all triangles.

@@ -9,7 +9,7 @@
 namespace orvane
 {
 
-/// The triangles of one text or imported mesh, kept between draws. Each draw compares everything
+/// The triangles of one node, kept between draws. Each draw compares everything
 /// that the triangles are made from with what they were made from, and makes them anew when
 /// something differs. Materials are not kept: each draw reads them from the node.
 ///

@@ -6,6 +6,7 @@
 #include "geometry/SurfaceRecorder.h"
 #include "material/Unlit.h"
 #include "scene/DrawingParameters.h"
+#include "scene/SolidDrawer.h"
 #include "solids/OutlineSolids.h"
 
 #include <algorithm>
@@ -217,6 +218,27 @@ int OrvOutlineShape::DrawObject(DrawingParameters* parameters)
 
 int OrvOutlineShape::DrawSolids(DrawingParameters* parameters)
 {
+    SolidDrawer* const drawer = parameters->GetSolidDrawer();
+    const SolidDrawing drawing = drawer != nullptr && AreaCount() > 0 && !parameters->IsSelecting()
+                                     ? drawer->DrawOutlines(*this, *parameters)
+                                     : SolidDrawing::NotDrawn;
+    const bool isCancelled = drawing == SolidDrawing::NotDrawn ? !DrawSolidsDirectly(parameters)
+                                                               : drawing == SolidDrawing::Stopped;
+    if (isCancelled)
+    {
+        return 0;
+    }
+    if (IsTransparent())
+    {
+        // Other nodes than texts expect that nothing is blended.
+        glDisable(GL_BLEND);
+        glDepthMask(GL_TRUE);
+    }
+    return 1;
+}
+
+int OrvOutlineShape::DrawSolidsDirectly(DrawingParameters* parameters)
+{
     const bool isNamed = parameters->IsSelecting() != 0;
     LetterDrawing drawing(*parameters);
     for (int area = 0; area < AreaCount(); ++area)
@@ -235,12 +257,6 @@ int OrvOutlineShape::DrawSolids(DrawingParameters* parameters)
         {
             glPopName();
         }
-    }
-    if (IsTransparent())
-    {
-        // Other nodes than texts expect that nothing is blended.
-        glDisable(GL_BLEND);
-        glDepthMask(GL_TRUE);
     }
     return 1;
 }

@@ -108,6 +108,8 @@ public:
     void DeserializeVersion1(CArchive& archive);
 
 private:
+    friend class OutlineMeshDrawing;  // compares the settings of its triangles with these
+
     /// The box around all areas, in ems. Its corners are the origin when there are no areas.
     struct AreaBox
     {
@@ -120,6 +122,8 @@ private:
     template <typename Sink>
     void EmitSolid(int area, Sink& sink);
     int DrawSolids(DrawingParameters* parameters);
+    /// Draws them in immediate mode, or in a picking pass. Returns 0 when drawing is cancelled.
+    int DrawSolidsDirectly(DrawingParameters* parameters);
     int DrawContours(DrawingParameters* parameters) const;
     void FindTransparency();
 

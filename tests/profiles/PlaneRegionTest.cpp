@@ -45,7 +45,8 @@ TEST(PlaneRegion, OfAGlyphIsInEms)
 
 TEST(JoinRegions, OverlappingRegionsBecomeOneArea)
 {
-    const PlacedRegion placed[] = {{&square, {0, 0}}, {&square, {0.5, 0.5}}, {&square, {3, 0}}};
+    const std::vector<PlacedRegion> placed = {
+        {&square, {0, 0}}, {&square, {0.5, 0.5}}, {&square, {3, 0}}};
     const PlaneRegion joined = JoinRegions(placed);
     EXPECT_EQ(joined.contours.size(), 2u);
     EXPECT_NEAR(AreaOf(joined), 1 + 1 - 0.25 + 1, 1e-5);
@@ -53,7 +54,7 @@ TEST(JoinRegions, OverlappingRegionsBecomeOneArea)
 
 TEST(JoinRegions, RegionsWhoseContoursRunOppositeWaysDoNotCancelOut)
 {
-    const PlacedRegion placed[] = {{&square, {0, 0}}, {&turned, {0.5, 0}}};
+    const std::vector<PlacedRegion> placed = {{&square, {0, 0}}, {&turned, {0.5, 0}}};
     EXPECT_NEAR(AreaOf(JoinRegions(placed)), 1.5, 1e-5);
 }
 
@@ -61,9 +62,9 @@ TEST(JoinRegions, AHoleStaysUnlessAnotherRegionCoversIt)
 {
     const PlaneRegion frame = {
         {{{0, 0}, {0, 1}, {1, 1}, {1, 0}}, {{0.4, 0.4}, {0.6, 0.4}, {0.6, 0.6}, {0.4, 0.6}}}};
-    const PlacedRegion alone[] = {{&frame, {2, 3}}};
+    const std::vector<PlacedRegion> alone = {{&frame, {2, 3}}};
     EXPECT_NEAR(AreaOf(JoinRegions(alone)), 0.96, 1e-5);
-    const PlacedRegion covered[] = {{&frame, {2, 3}}, {&square, {2.5, 3}}};
+    const std::vector<PlacedRegion> covered = {{&frame, {2, 3}}, {&square, {2.5, 3}}};
     EXPECT_NEAR(AreaOf(JoinRegions(covered)), 1.5 - 0.1 * 0.2, 1e-5);
 }
 
@@ -74,6 +75,6 @@ TEST(JoinRegions, NothingMakesAnEmptyRegion)
 
 TEST(JoinRegions, PlacesThatAreNoNumbersAreRefused)
 {
-    const PlacedRegion placed[] = {{&square, {std::nan(""), 0}}};
+    const std::vector<PlacedRegion> placed = {{&square, {std::nan(""), 0}}};
     EXPECT_THROW(JoinRegions(placed), Error);
 }
