@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// judge-solids [--letters] [--every N] [--slices N] [--no-meshes] [--part I/N] [--done FILE]
-// [FILTER]
+// judge-solids [--letters] [--every N] [--slices N] [--no-meshes] [--part I/N] [--smallest-first]
+// [--done FILE] [FILTER]
 //
 // Makes the solid of every glyph of every face that fontconfig lists, with every named profile, at
 // five widths outward and inward, and writes the meshes to standard output for profiles.mjs. Judges
@@ -9,9 +9,13 @@
 //
 //   --letters    only the characters of the western code page, of faces with all letters A to z
 //   --every N    only every Nth glyph
-//   --slices N   compare the volume of every Nth solid with that of slices
+//   --slices N   compare the volume of every Nth solid, and of the deepest chisel of every glyph,
+//   with
+//                that of slices
 //   --no-meshes  write nothing to standard output
 //   --part I/N   of every N faces, only the one with the number I, from 0
+//   --smallest-first  judge the faces of small files before those of large ones, which have more
+//                letters or more points, instead of in the order of their names
 //   --done FILE  leave out the faces that have a line in this file; see profiles.mjs
 //   FILTER       only faces whose full names contain this text
 
@@ -34,6 +38,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <set>
 #include <string>
@@ -46,10 +51,14 @@ using namespace orvane;
 namespace
 {
 
+/// Of the profiles, outward and inward; ems.
+constexpr std::array widths = {0.005, 0.01, 0.02, 0.04, 0.08};
+
 struct Options
 {
     bool lettersOnly = false;
     bool writesMeshes = true;
+    bool smallestFirst = false;
     UINT every = 1;
     long slicesEvery = 0;
     std::size_t part = 0;
@@ -186,7 +195,9 @@ void Judge(Counts& counts, const Options& options, const std::string& name,
     {
         WriteMesh(name, solid, volume);
     }
-    if (options.slicesEvery > 0 && counts.solids % options.slicesEvery == 0)
+    // Chisels have more ridges than other profiles; all widths have the same.
+    const bool isDeepest = profile.reachesMiddle && profile.steps.back().height == -widths.back();
+    if (options.slicesEvery > 0 && (counts.solids % options.slicesEvery == 0 || isDeepest))
     {
         Slice(counts, name, region, profile, volume);
     }
@@ -198,7 +209,7 @@ void JudgeGlyph(Counts& counts, const Options& options, const std::string& name,
     ++counts.glyphs;
     for (const std::string& profile : ProfileNames())
     {
-        for (const double size : {0.005, 0.01, 0.02, 0.04, 0.08})
+        for (const double size : widths)
         {
             for (const double width : {size, -size})
             {
@@ -365,6 +376,10 @@ int main(int argc, char** argv)
         {
             options.writesMeshes = false;
         }
+        else if (std::strcmp(argv[n], "--smallest-first") == 0)
+        {
+            options.smallestFirst = true;
+        }
         else if (std::strcmp(argv[n], "--every") == 0 && hasNumber)
         {
             options.every = static_cast<UINT>(std::max(1, std::atoi(argv[++n])));
@@ -393,6 +408,12 @@ int main(int argc, char** argv)
     std::sort(faces.begin(), faces.end(), [](const auto& a, const auto& b) {
         return std::tie(a->full, a->file, a->index) < std::tie(b->full, b->file, b->index);
     });
+    if (options.smallestFirst)
+    {
+        std::stable_sort(faces.begin(), faces.end(), [](const auto& a, const auto& b) {
+            return std::filesystem::file_size(a->file) < std::filesystem::file_size(b->file);
+        });
+    }
     Counts counts;
     std::size_t number = 0;
     for (const auto& face : faces)
