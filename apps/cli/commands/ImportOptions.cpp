@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/commands/ImportOptions.h"
 
-#include "apps/cli/Errors.h"
 #include "apps/cli/commands/OptionValues.h"
 #include "apps/cli/commands/RepeatedOptions.h"
 
@@ -32,20 +31,9 @@ ImportOptions::ImportOptions(CLI::App& command)
 
 std::vector<Import> ImportOptions::Parse() const
 {
-    std::vector<Import> imports;
-    ForEachInOrder(
-        command_, {file_, at_, size_, turn_},
-        [&](const CLI::Option* option, const std::string& text) {
-            if (option == file_)
-            {
-                imports.push_back({text, {}});
-                return;
-            }
-            if (imports.empty())
-            {
-                throw UsageError(option->get_name() + ": there is no --import before it");
-            }
-            MeshOptions& options = imports.back().options;
+    return FilesWithOptions<Import>(
+        command_, file_, {at_, size_, turn_},
+        [this](MeshOptions& options, const CLI::Option* option, const std::string& text) {
             if (option == at_)
             {
                 options.at = ParsePlace(text);
@@ -59,7 +47,6 @@ std::vector<Import> ImportOptions::Parse() const
                 options.size = ParseNumber(text);
             }
         });
-    return imports;
 }
 
 }  // namespace orvane

@@ -33,20 +33,9 @@ OutlineFileOptions::OutlineFileOptions(CLI::App& command)
 
 std::vector<OutlineFile> OutlineFileOptions::Parse() const
 {
-    std::vector<OutlineFile> files;
-    ForEachInOrder(
-        command_, {file_, at_, width_, height_},
-        [&](const CLI::Option* option, const std::string& text) {
-            if (option == file_)
-            {
-                files.push_back({text, {}});
-                return;
-            }
-            if (files.empty())
-            {
-                throw UsageError(option->get_name() + ": there is no --outline-file before it");
-            }
-            OutlineOptions& options = files.back().options;
+    return FilesWithOptions<OutlineFile>(
+        command_, file_, {at_, width_, height_},
+        [this](OutlineOptions& options, const CLI::Option* option, const std::string& text) {
             if (option == at_)
             {
                 options.at = ParsePlace(text);
@@ -60,7 +49,6 @@ std::vector<OutlineFile> OutlineFileOptions::Parse() const
                     "--outline-width");
             }
         });
-    return files;
 }
 
 }  // namespace orvane

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "apps/cli/Errors.h"
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <initializer_list>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace orvane
 {
@@ -28,7 +31,7 @@ inline CLI::Option* AddRepeatedOption(CLI::App& command, const char* name, const
 /// Calls \p visit(option, text) with each value of some repeated options, in the order of the
 /// command line.
 template <typename Visit>
-void ForEachInOrder(const CLI::App& command, std::initializer_list<const CLI::Option*> options,
+void ForEachInOrder(const CLI::App& command, const std::vector<const CLI::Option*>& options,
                     Visit visit)
 {
     std::map<const CLI::Option*, std::size_t> used;
@@ -39,6 +42,35 @@ void ForEachInOrder(const CLI::App& command, std::initializer_list<const CLI::Op
             visit(option, option->results().at(used[option]++));
         }
     }
+}
+
+/// The values of an option that names files, each with the values of the options that follow it on
+/// the command line and belong to it. Throws UsageError for such an option that has no file before
+/// it.
+/// \tparam File has a member `file`, its name, and a member `options`
+/// \param ofFile the options that belong to a file
+/// \param set is called as set(options, option, text) with their values
+template <typename File, typename Set>
+std::vector<File> FilesWithOptions(const CLI::App& command, const CLI::Option* file,
+                                   std::initializer_list<const CLI::Option*> ofFile, Set set)
+{
+    std::vector<const CLI::Option*> options = ofFile;
+    options.push_back(file);
+    std::vector<File> files;
+    ForEachInOrder(command, options, [&](const CLI::Option* option, const std::string& text) {
+        if (option == file)
+        {
+            files.push_back({text, {}});
+            return;
+        }
+        if (files.empty())
+        {
+            throw UsageError(option->get_name() + ": there is no " + file->get_name() +
+                             " before it");
+        }
+        set(files.back().options, option, text);
+    });
+    return files;
 }
 
 }  // namespace orvane
