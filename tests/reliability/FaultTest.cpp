@@ -166,6 +166,7 @@ private:
     /// A cache that the attempt has filled does not grow for ever.
     void LookForLeak(long number)
     {
+        const long refused = refused_;
         constexpr int rounds = 5;
         char complaint[sizeof complaint_];
         std::memcpy(complaint, complaint_, sizeof complaint);
@@ -180,6 +181,7 @@ private:
         }
         const Holdings after;
         std::memcpy(complaint_, complaint, sizeof complaint);
+        refused_ = refused;  // these calls were counted before
         if (after.descriptors >= before.descriptors + rounds ||
             after.threads >= before.threads + rounds ||
             (after.blocks >= before.blocks + rounds && !operation_.MayLoseMemory()))

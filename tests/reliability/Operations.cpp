@@ -397,13 +397,13 @@ class AddOutlines : public WithDocument
 public:
     AddOutlines()
     {
-        std::ofstream(path_) << "<svg viewBox='0 0 4 4'><text>a</text><rect width='3' height='3'/>"
-                                "<circle fill='red' cx='2' cy='2' r='1'/></svg>";
+        std::ofstream(path_) << "<svg viewBox='0 0 4 4'><text>a</text><path d='M0 0h3v3z'/>"
+                                "<path fill='red' d='M2 1h2v2z'/></svg>";
     }
     void Attempt() override
     {
         orvane::OutlineOptions options;
-        options.profile = "round";
+        options.profile = "chamfer";
         static_cast<void>(document->AddOutlines(path_, options));
     }
     std::string State() override { return BytesOf(*document); }
