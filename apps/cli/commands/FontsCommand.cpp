@@ -88,7 +88,7 @@ void AddFontsCommand(CLI::App& app)
         "FILTER", options->filter, "Lists only names that contain this, in upper or lower\ncase");
     CLI::Option* const json =
         command.add_flag("--json", options->json, "Prints a JSON array of objects");
-    CLI::Option* const check =
+    [[maybe_unused]] CLI::Option* const check =  // used with ORVANE_WITH_SHAPING alone
         command
             .add_option("--check", options->check,
                         "Counts how many glyphs of this font were repaired,\n"
