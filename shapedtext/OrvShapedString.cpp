@@ -202,6 +202,8 @@ void OrvShapedString::MeasureText(DVector* unscaledSize, DVector* scaledSize)
 int OrvShapedString::CalculateBounds()
 {
     FindTransparency();
+    // Without a profile the text has the bounds of a text with square, bevelled or rounded edges.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     return hasProfile_ ? OrvProfileString::CalculateBounds() : OrvFontString::CalculateBounds();
 }
 

@@ -336,7 +336,8 @@ std::string FindFontFile(const std::string& name)
 
 void OrvShapedString::Serialize(CArchive& archive)
 {
-    OrvString::Serialize(archive);
+    // The record has no font of the registry, which is in those of the classes between.
+    OrvString::Serialize(archive);  // NOLINT(bugprone-parent-virtual-call)
     if (archive.IsLoading())
     {
         ReadRecordVersion(archive, RUNTIME_CLASS(OrvShapedString));

@@ -81,7 +81,9 @@ void AddNoticesOfSolids(OrvOutlineShape& node, const std::string& path,
     }
     for (const std::string& sentence : UncutAreasOf(node))
     {
-        notices.push_back(path + ": " + sentence);
+        std::string& notice = notices.emplace_back(path);
+        notice += ": ";
+        notice += sentence;
     }
 }
 
