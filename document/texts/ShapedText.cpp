@@ -7,8 +7,10 @@
 #include "document/ScenePictures.h"
 #include "document/TextEncoding.h"
 #include "document/TextNode.h"
+#include "document/texts/ShapedTextNode.h"
 #include "markup/Markup.h"
 #include "platform/CodePages.h"
+#include "platform/FontMatching.h"
 #include "platform/Utf8.h"
 #include "scene/ViewObject.h"
 #include "shapedtext/OrvShapedString.h"
@@ -49,7 +51,7 @@ public:
         }
         if (fonts.front().name.empty() && options.fonts.empty())
         {
-            fonts.front().name = DefaultFont().name;
+            fonts.front().name = DefaultShapedFont();
         }
         for (const FontQuery& font : fonts)
         {
@@ -157,23 +159,41 @@ std::vector<std::string> NoticesOf(OrvShapedString& text)
 
 }  // namespace
 
-AddedText AddShapedText(Document& document, const std::string& text, const ShapedOptions& options)
+std::string DefaultShapedFont()
 {
-    CheckTextOptions(options.look);
-    if (options.fonts.empty() && !options.look.font)
+    for (const char* const name : defaultFonts)
     {
-        LoadFonts();  // for the default font
+        if (FindFontByFullName(name))
+        {
+            return name;
+        }
     }
-    const std::shared_ptr<DocumentState> state = DocumentState::Of(document).shared_from_this();
-    const CodePageScope scope(state->scene.codePage);
+    const std::vector<std::string> families = InstalledFamilies();
+    if (families.empty())
+    {
+        throw Error("fonts", "no font is installed (try the package fonts-dejavu-core)");
+    }
+    return families.front();
+}
+
+PreparedText PrepareShapedText(const std::string& text, const ShapedOptions& options)
+{
     SettingsMaker settings(options);
     MarkedText marked = options.isMarkup ? ParseMarkup(text) : MarkedText{text, {}};
     for (const TextSpan& span : marked.spans)
     {
         settings.Add(span);
     }
+    return {std::move(marked.text), settings.Settings()};
+}
+
+std::unique_ptr<OrvShapedString> MakeShapedText(const std::string& text,
+                                                const ShapedOptions& options)
+{
+    CheckTextOptions(options.look);
+    const PreparedText prepared = PrepareShapedText(text, options);
     auto node = std::make_unique<OrvShapedString>();
-    node->SetText(marked.text, settings.Settings());
+    node->SetText(prepared.text, prepared.settings);
     SetLook(*node, options.look);
     if (options.look.profile)
     {
@@ -186,6 +206,14 @@ AddedText AddShapedText(Document& document, const std::string& text, const Shape
         node->SetBevelStyle(static_cast<int>(options.look.edgeStyle));
         node->SetBevelDepth(static_cast<float>(options.look.bevelWidth));
     }
+    return node;
+}
+
+AddedText AddShapedText(Document& document, const std::string& text, const ShapedOptions& options)
+{
+    const std::shared_ptr<DocumentState> state = DocumentState::Of(document).shared_from_this();
+    const CodePageScope scope(state->scene.codePage);
+    std::unique_ptr<OrvShapedString> node = MakeShapedText(text, options);
     AddedText added = {Node(), NoticesOf(*node)};
     if (options.isStrict && !added.notices.empty())
     {
