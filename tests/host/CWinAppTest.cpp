@@ -372,6 +372,24 @@ TEST_F(Profile, ChangesToAnUnusablePathAreRefused)
     EXPECT_FALSE(app.ChangeProfile([&] { EXPECT_FALSE(app.WriteProfileInt("A", "a", 1)); }));
 }
 
+TEST_F(Profile, WithoutAChangeNothingIsWritten)
+{
+    EXPECT_TRUE(app.ChangeProfile([] {}));
+    EXPECT_FALSE(fs::exists(path));
+    Put("[A]\na = 1\n");
+    const SystemCalls calls;
+    EXPECT_TRUE(app.ChangeProfile([&] { EXPECT_EQ(app.GetProfileInt("A", "a", 0), 1u); }));
+    EXPECT_EQ(std::count(calls.made.begin(), calls.made.end(), "rename"), 0);
+}
+
+TEST_F(Profile, AFolderThatLinksToItselfHoldsNoProfile)
+{
+    fs::create_directory_symlink(folder / "loop", folder / "loop");
+    app.SetProfilePath((folder / "loop" / "orvane.ini").c_str());
+    EXPECT_EQ(app.GetProfileInt("A", "a", 3), 3u);
+    EXPECT_FALSE(app.WriteProfileInt("A", "a", 1));
+}
+
 TEST(CWinApp, ApplicationCanKeepItsProfileElsewhere)
 {
     class InMemory : public CWinApp
@@ -442,6 +460,13 @@ TEST(CWinApp, FirstApplicationMadeIsTheApplication)
         EXPECT_EQ(AfxGetApp(), &first);
     }
     EXPECT_EQ(AfxGetApp(), fallback);
+}
+
+TEST(CWinApp, TellsItsClass)
+{
+    const CWinApp app;
+    EXPECT_STREQ(app.GetRuntimeClass()->m_lpszClassName, "CWinApp");
+    EXPECT_TRUE(app.IsKindOf(RUNTIME_CLASS(CObject)));
 }
 
 TEST(AfxMessageBox, IsCaptionedAndReturnsTheAnswer)
