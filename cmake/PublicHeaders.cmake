@@ -127,7 +127,13 @@ if(ORVANE_WITH_SHAPING)
     orvane/ShapedText.h
     platform/FontMatching.h
     platform/ShapingFace.h
+    shapedtext/LineSettings.h
+    shapedtext/OrvShapedString.h
+    shapedtext/ShapedTextSettings.h
+    shapedtext/TextFonts.h
     shaping/Bidi.h
+    shaping/FontChain.h
     shaping/FontQuery.h
+    shaping/TextLayout.h
   )
 endif()

@@ -15,7 +15,9 @@
 
 #include <bitset>
 #include <map>
+#include <set>
 #include <string>
+#include <utility>
 
 namespace orvane
 {
@@ -90,9 +92,22 @@ public:
         }
     }
 
+    /// Looks at a text in UTF-8.
+    void LookAt(OrvProfileString& text)
+    {
+        for (const UnreadLetter& unread : text.UnreadLetters())
+        {
+            if (toldOfUtf8_.emplace(unread.font, unread.letter).second)
+            {
+                found_.push_back({unread.font, unread.letter});
+            }
+        }
+    }
+
 private:
     UINT codePage_;
     std::map<std::string, std::bitset<256>> known_;  ///< by the names of fonts
+    std::set<std::pair<std::string, std::string>> toldOfUtf8_;
     std::vector<MissingLetter> found_;
 };
 
@@ -164,8 +179,18 @@ std::vector<MissingLetter> MissingLettersOf(const SceneDocument& document)
 {
     const CodePageScope scope(document.codePage);
     MissingLetterSearch search(document.codePage);
-    ForEachText(*document.scene, [&search](const OrvFontString& text) {
-        search.LookAt(text.GetTextString()->Text(), *text.GetFont());
+    VisitDescendents(*document.scene, [&search](DrawingObject& node) {
+        auto* const text = dynamic_cast<OrvFontString*>(&node);
+        auto* const profiled = dynamic_cast<OrvProfileString*>(text);
+        if (profiled != nullptr && profiled->IsUtf8())
+        {
+            search.LookAt(*profiled);
+        }
+        else if (text != nullptr && text->GetFont() != nullptr)
+        {
+            search.LookAt(text->GetTextString()->Text(), *text->GetFont());
+        }
+        return true;
     });
     return search.Found();
 }

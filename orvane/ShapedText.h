@@ -9,10 +9,9 @@
 
 #include "orvane/orvane.h"
 #include "platform/Export.h"
-#include "shaping/Bidi.h"
+#include "shapedtext/LineSettings.h"
 #include "shaping/FontQuery.h"
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,7 +19,7 @@ namespace orvane
 {
 
 /// How a text of any language is set. Lengths are in ems.
-struct ShapedOptions
+struct ShapedOptions : LineSettings
 {
     /// The edges, the materials, the depth, the alignment and the spacings. Letters that touch each
     /// other, such as Arabic ones, are not moved apart by bevels and spacing.
@@ -40,19 +39,6 @@ struct ShapedOptions
     std::string language;  ///< a BCP 47 tag such as "sr-Latn"; empty: that of each script
     std::string script;    ///< four letters such as "Latn"; empty: that of the characters
     std::vector<std::string> features;  ///< OpenType features: "smcp", "liga=0", "-kern"
-    TextDirection direction = TextDirection::Auto;
-
-    /// The width at which lines are broken, without the room that bevels and spacing add: 0 to
-    /// 1000000. 0: lines end at line ends alone.
-    double width = 0;
-    bool breaksWords = false;  ///< whether words that are wider than a line are broken
-    /// Whether lines are made as wide as \c width, except at ends of paragraphs.
-    bool isJustified = false;
-    /// The distance of baselines, as a factor of that which the fonts ask for: 0 to 100. Without a
-    /// value baselines are one em apart, or the size of the largest letter of the lower line.
-    std::optional<double> lineHeight;
-    std::vector<double> tabStops;  ///< from the start of a line, each larger than the one before
-    double tabInterval = 2;        ///< of the tab stops after those: 0.001 to 1000
 };
 
 struct AddedText

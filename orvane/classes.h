@@ -101,3 +101,6 @@
 #include "solids/MeshCache.h"
 #include "solids/OrvOutlineShape.h"
 #include "solids/OrvProfileString.h"
+#if __has_include("shapedtext/OrvShapedString.h")  // built with ORVANE_WITH_SHAPING
+#include "shapedtext/OrvShapedString.h"
+#endif

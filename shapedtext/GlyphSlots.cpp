@@ -5,19 +5,22 @@
 #include "platform/DeviceContexts.h"
 #include "shapedtext/SharedShaping.h"
 
+#include <algorithm>
 #include <atomic>
-#include <cstring>
+#include <cstdint>
+#include <iterator>
+#include <string>
 
 namespace orvane
 {
 
 GlyphSlots::GlyphSlots(std::shared_ptr<SharedShaping> shared) : shared_(std::move(shared))
 {
-    // Whoever keeps triangles of a font compares this record. No two objects have the same, so that
-    // a new object at the address of an old one is told from it.
+    // Whoever keeps triangles of a font compares its record. Every object has a name of its own
+    // there, so that a new object at the address of an old one is told from it.
     static std::atomic<std::uint64_t> last = 0;
-    const std::uint64_t number = ++last;
-    std::memcpy(enumLogFont.elfFullName, &number, sizeof number);
+    const std::string uniqueName = "shaped text " + std::to_string(++last);
+    std::copy(uniqueName.begin(), uniqueName.end(), std::begin(enumLogFont.elfFullName));
 }
 
 GlyphSlots::~GlyphSlots()

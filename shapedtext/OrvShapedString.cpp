@@ -13,6 +13,7 @@
 #include "solids/SolidSurface.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 // Text, settings, bounds and drawing. Records are in OrvShapedStringArchive.cpp.
@@ -30,37 +31,9 @@ OrvShapedString::OrvShapedString()
     font = slots_.get();
 }
 
-OrvShapedString::OrvShapedString(const OrvShapedString& other)
-    : OrvProfileString(other),
-      hasProfile_(other.hasProfile_),
-      settings_(other.settings_),
-      shared_(other.shared_),
-      fonts_(other.fonts_),
-      slots_(other.slots_),
-      laid_(other.laid_)
-{
-    font = slots_.get();
-}
-
+OrvShapedString::OrvShapedString(const OrvShapedString& other) = default;
 OrvShapedString::~OrvShapedString() = default;
-
-OrvShapedString& OrvShapedString::operator=(const OrvShapedString& other)
-{
-    if (this == &other)
-    {
-        return *this;
-    }
-    OrvProfileString::operator=(other);
-    hasProfile_ = other.hasProfile_;
-    settings_ = other.settings_;
-    shared_ = other.shared_;
-    fonts_ = other.fonts_;
-    slots_ = other.slots_;
-    laid_ = other.laid_;
-    paints_.clear();
-    font = slots_.get();
-    return *this;
-}
+OrvShapedString& OrvShapedString::operator=(const OrvShapedString& other) = default;
 
 // Text and settings ------------------------------------------------------------------------------
 
@@ -140,6 +113,28 @@ const TextLayout& OrvShapedString::GetLayout()
 const std::vector<MissingCharacter>& OrvShapedString::GetMissingCharacters()
 {
     return CurrentLayout().layout.missing;
+}
+
+std::vector<UnreadLetter> OrvShapedString::UnreadLetters()
+{
+    std::vector<UnreadLetter> unread;
+    std::set<std::pair<std::string, std::string>> seen;
+    const LaidText& laid = CurrentLayout();
+    for (std::size_t i = 0; i < laid.slots.size(); ++i)
+    {
+        if (slots_->GlyphAt(laid.slots[i]) == nullptr)
+        {
+            const PlacedGlyph& glyph = laid.layout.glyphs[i];
+            UnreadLetter letter = {
+                laid.text.substr(glyph.textBegin, glyph.textEnd - glyph.textBegin),
+                laid.layout.faces[glyph.face]->FullName()};
+            if (seen.emplace(letter.font, letter.letter).second)
+            {
+                unread.push_back(std::move(letter));
+            }
+        }
+    }
+    return unread;
 }
 
 std::size_t OrvShapedString::LetterEnd(std::size_t letter)
@@ -358,7 +353,7 @@ const OrvShapedString::SpanPaint* OrvShapedString::PaintOf(int slot) const
     paints_.resize(std::max(paints_.size(), span + 1));
     if (paints_[span] == nullptr)
     {
-        paints_[span] = std::make_unique<SpanPaint>();
+        paints_[span] = std::make_shared<SpanPaint>();
     }
     SpanPaint& paint = *paints_[span];
     const ShapedStyle& style = settings_.spans[span].style;

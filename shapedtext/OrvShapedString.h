@@ -68,6 +68,7 @@ public:
     const TextLayout& GetLayout();
     /// Characters that no font has, each once. A mark of the font stands in their place.
     const std::vector<MissingCharacter>& GetMissingCharacters();
+    std::vector<UnreadLetter> UnreadLetters() override;
     /// Fonts that the text names and that are not installed. Only a text from a file has them.
     const std::vector<SubstitutedFont>& GetSubstitutedFonts() const { return fonts_->substituted; }
     /// Sentences about fonts that are not as the text asks for.
@@ -119,9 +120,11 @@ private:
     ShapedTextSettings settings_;
     std::shared_ptr<SharedShaping> shared_;
     std::shared_ptr<const TextFonts> fonts_;
-    std::shared_ptr<GlyphSlots> slots_;                       ///< of these settings; never null
-    std::shared_ptr<const LaidText> laid_;                    ///< null until it is needed
-    mutable std::vector<std::unique_ptr<SpanPaint>> paints_;  ///< by span; null until needed
+    /// Of these settings; never null. Copies of the text share it, as OrvFontString's \c font.
+    std::shared_ptr<GlyphSlots> slots_;
+    std::shared_ptr<const LaidText> laid_;  ///< null until it is needed
+    /// By span; null until it is needed. Filled anew each time, so that copies may share it.
+    mutable std::vector<std::shared_ptr<SpanPaint>> paints_;
 };
 
 }  // namespace orvane

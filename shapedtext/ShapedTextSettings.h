@@ -5,7 +5,7 @@
 /// The fonts, the style and the lines of a text of any language. Lengths are in ems.
 
 #include "material/NamedColor.h"
-#include "shaping/Bidi.h"
+#include "shapedtext/LineSettings.h"
 #include "shaping/FontQuery.h"
 
 #include <cstddef>
@@ -66,24 +66,12 @@ struct ShapedSpan
     ShapedStyle style;
 };
 
-struct ShapedTextSettings
+struct ShapedTextSettings : LineSettings
 {
     std::vector<ShapedFont> fonts;  ///< limits::maxTextFonts at most
     ShapedStyle style;              ///< of everything that is in no span
     /// In the order of the text, without overlaps; limits::maxTextSpans at most.
     std::vector<ShapedSpan> spans;
-    TextDirection direction = TextDirection::Auto;
-    /// The width at which lines are broken, without the room that bevels and spacing between
-    /// characters add, and before the node's scale. 0: lines end at line ends alone.
-    double width = 0;
-    bool breaksWords = false;  ///< see LayoutOptions::breaksWords
-    /// Whether lines are made as wide as \c width by wider spaces, except at ends of paragraphs.
-    bool isJustified = false;
-    /// The distance of baselines, as a factor of that which the fonts ask for. Without a value
-    /// baselines are one em apart, or the size of the largest letter of the lower line.
-    std::optional<double> lineHeight;
-    std::vector<double> tabStops;  ///< see LayoutOptions; limits::maxTabStops at most
-    double tabInterval = 2;
 };
 
 }  // namespace orvane

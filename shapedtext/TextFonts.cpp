@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "shapedtext/TextFonts.h"
 
+#include "host/CFile.h"
 #include "orvane/Error.h"
+#include "platform/Limits.h"
 
 #include <zlib.h>
 
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -143,6 +144,25 @@ private:
     TextFonts& fonts_;
 };
 
+std::uint32_t ReadChecksum(const std::string& file)
+{
+    uLong checksum = crc32(0, nullptr, 0);
+    try
+    {
+        CFile opened(file.c_str(), CFile::modeRead);
+        std::vector<Bytef> part(std::size_t{1} << 16);
+        while (const UINT count = opened.Read(part.data(), static_cast<UINT>(part.size())))
+        {
+            checksum = crc32(checksum, part.data(), count);
+        }
+    }
+    catch (const CFileException&)
+    {
+        return 0;
+    }
+    return static_cast<std::uint32_t>(checksum);
+}
+
 }  // namespace
 
 TextFonts OpenTextFonts(const std::vector<ShapedFont>& fonts)
@@ -210,18 +230,13 @@ std::uint32_t ChecksumOf(const std::string& file)
     {
         return known->second.checksum;
     }
-    std::ifstream stream(file, std::ios::binary);
-    std::vector<char> part(std::size_t{1} << 16);
-    uLong checksum = crc32(0, nullptr, 0);
-    while (stream.read(part.data(), static_cast<std::streamsize>(part.size())) ||
-           stream.gcount() > 0)
+    if (knownFiles.size() == limits::maxTextFonts)
     {
-        checksum = crc32(checksum, reinterpret_cast<const Bytef*>(part.data()),
-                         static_cast<uInt>(stream.gcount()));
+        knownFiles.clear();
     }
-    const auto result = static_cast<std::uint32_t>(checksum);
-    knownFiles[file] = {size, time, result};
-    return result;
+    const std::uint32_t checksum = ReadChecksum(file);
+    knownFiles[file] = {size, time, checksum};
+    return checksum;
 }
 
 }  // namespace orvane

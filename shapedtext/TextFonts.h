@@ -42,8 +42,8 @@ TextFonts OpenStoredFonts(const std::vector<ShapedFont>& fonts, const FontFileFi
 
 FaceIdentity IdentityOf(const ShapingFace& face);
 
-/// The CRC-32 of a file; 0 when it cannot be read. The numbers of files that did not change are
-/// remembered.
+/// The CRC-32 of a file; 0 when it cannot be read. The numbers of the last files are remembered,
+/// limits::maxTextFonts at most, and found again as long as the files do not change.
 std::uint32_t ChecksumOf(const std::string& file);
 
 }  // namespace orvane

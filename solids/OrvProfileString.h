@@ -79,6 +79,9 @@ public:
     /// once. A letter keeps square edges when they cannot be cut. It is left out when that cannot
     /// be done either, or when the text has no width, height or depth.
     std::vector<UncutSolid> UncutSolids();
+    /// The letters of a text in UTF-8 (IsUtf8) that are left out because their outlines cannot be
+    /// read, each letter once for each font. Builds the letters that no drawing has built yet.
+    virtual std::vector<UnreadLetter> UnreadLetters() { return {}; }
 
     int SaveToUndo() override;
     int RestoreFromUndo() override;

@@ -18,4 +18,11 @@ struct UncutSolid
     std::string problem;     ///< why
 };
 
+/// A letter that is left out because the outline of one of its glyphs cannot be read.
+struct UnreadLetter
+{
+    std::string letter;  ///< in UTF-8
+    std::string font;    ///< its full name in UTF-8
+};
+
 }  // namespace orvane

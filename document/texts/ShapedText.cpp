@@ -62,35 +62,22 @@ public:
         settings_.style.language = options.language;
         settings_.style.script = options.script;
         settings_.style.features = options.features;
-        settings_.direction = options.direction;
-        settings_.width = options.width;
-        settings_.breaksWords = options.breaksWords;
-        settings_.isJustified = options.isJustified;
-        settings_.lineHeight = options.lineHeight;
-        settings_.tabStops = options.tabStops;
-        settings_.tabInterval = options.tabInterval;
+        static_cast<LineSettings&>(settings_) = options;
     }
 
     void Add(const TextSpan& span)
     {
         const SpanStyle& wanted = span.style;
-        ShapedSpan& added = settings_.spans.emplace_back();
-        added.begin = span.begin;
-        added.end = span.end;
-        ShapedStyle& style = added.style;
-        const std::size_t first = settings_.style.fonts.front();
-        style.fonts = settings_.style.fonts;
+        settings_.spans.push_back({span.begin, span.end, settings_.style});
+        ShapedStyle& style = settings_.spans.back().style;
+        const std::size_t first = style.fonts.front();
         const std::size_t font = IndexOf(QueryOf(wanted, settings_.fonts[first].query));
         if (font != first)
         {
             style.fonts.insert(style.fonts.begin(), font);
         }
-        style.usesInstalledFonts = settings_.style.usesInstalledFonts;
-        style.size = settings_.style.size * wanted.size;
-        style.rise = settings_.style.size * wanted.rise;
-        style.language = settings_.style.language;
-        style.script = settings_.style.script;
-        style.features = settings_.style.features;
+        style.rise = style.size * wanted.rise;
+        style.size *= wanted.size;
         style.features.insert(style.features.end(), wanted.features.begin(), wanted.features.end());
         if (wanted.face)
         {
@@ -153,6 +140,11 @@ std::vector<std::string> NoticesOf(OrvShapedString& text)
     {
         notices.push_back("no font has the character " + Describe(Utf8Of(missing.character)) +
                           " at byte " + std::to_string(missing.offset) + " of the text");
+    }
+    for (const UnreadLetter& unread : text.UnreadLetters())
+    {
+        notices.push_back("the letter \"" + unread.letter + "\" is left out: the font \"" +
+                          unread.font + "\" has no readable outline of it");
     }
     return notices;
 }

@@ -80,6 +80,15 @@ struct OwnPart
     }
 };
 
+/// The class's own part with another value of a field.
+template <typename Field, typename Value>
+OwnPart With(Field OwnPart::*field, Value value)
+{
+    OwnPart own;
+    own.*field = static_cast<Field>(value);
+    return own;
+}
+
 class OrvShapedStringRecord : public testing::Test
 {
 protected:
@@ -122,6 +131,12 @@ protected:
         OrvShapedString read;
         return LoadCause(read, Record(own));
     }
+    OrvShapedString Read(const OwnPart& own)
+    {
+        OrvShapedString read;
+        LoadRecord(read, Record(own));
+        return read;
+    }
 
     ShapedTextSettings settings = InFont("DejaVu Sans");
     OrvShapedString text;
@@ -134,8 +149,7 @@ TEST_F(OrvShapedStringRecord, IsThatOfATextThenTheSettings)
 
 TEST_F(OrvShapedStringRecord, IsReadBack)
 {
-    OrvShapedString read;
-    LoadRecord(read, Record(OwnPart()));
+    OrvShapedString read = Read(OwnPart());
     EXPECT_EQ(read.GetText(), "A\u00E9b");
     EXPECT_TRUE(read.HasProfile());
     EXPECT_EQ(read.GetProfile(), ParseProfile("0,0 -0.25,-0.5"));
@@ -203,47 +217,41 @@ TEST_F(OrvShapedStringRecord, OfAnotherVersionIsRefused)
 TEST_F(OrvShapedStringRecord, WithBadValuesIsRefused)
 {
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-    const auto with = [](auto change) {
-        OwnPart own;
-        change(own);
-        return own;
-    };
+    OwnPart tooBold = With(&OwnPart::looks, 1);
+    tooBold.weight = 1001;
     const OwnPart wrong[] = {
-        with([](OwnPart& own) { own.hasProfile = 2; }),
-        with([](OwnPart& own) { own.fontCount = 65; }),
-        with([](OwnPart& own) { own.fontCount = 0xFFFFFFFF; }),
-        with([](OwnPart& own) { own.name = ""; }),
-        with([](OwnPart& own) { own.pattern = "serif"; }),  // beside a name
-        with([](OwnPart& own) { own.index = -1; }),
-        with([](OwnPart& own) { own.looks = 8; }),
-        with([](OwnPart& own) {
-            own.looks = 1;
-            own.weight = 1001;
-        }),
-        with([](OwnPart& own) { own.isItalic = 2; }),
-        with([](OwnPart& own) { own.axisCount = 65; }),
-        with([](OwnPart& own) { own.fontsOfStyle = 65; }),
-        with([](OwnPart& own) { own.fontOfStyle = 1; }),
-        with([](OwnPart& own) { own.usesInstalledFonts = 2; }),
-        with([](OwnPart& own) { own.size = 0; }),
-        with([](OwnPart& own) { own.size = nan; }),
-        with([](OwnPart& own) { own.featureCount = 65; }),
-        with([](OwnPart& own) { own.feature = "kern[1:2]"; }),
-        with([](OwnPart& own) { own.spanCount = 10'001; }),
-        with([](OwnPart& own) { own.spanBegin = 2; }),  // inside of a character
-        with([](OwnPart& own) { own.spanEnd = 1; }),
-        with([](OwnPart& own) { own.spanEnd = 5; }),
-        with([](OwnPart& own) { own.spanColors = 8; }),
-        with([](OwnPart& own) { own.direction = 3; }),
-        with([](OwnPart& own) { own.direction = -1; }),
-        with([](OwnPart& own) { own.width = -1; }),
-        with([](OwnPart& own) { own.width = 0; }),  // of a justified text
-        with([](OwnPart& own) { own.breaksWords = 2; }),
-        with([](OwnPart& own) { own.hasLineHeight = 2; }),
-        with([](OwnPart& own) { own.lineHeight = 101; }),
-        with([](OwnPart& own) { own.tabStopCount = 1'001; }),
-        with([](OwnPart& own) { own.tabStop = 2.5; }),
-        with([](OwnPart& own) { own.tabInterval = 0; }),
+        With(&OwnPart::hasProfile, 2),
+        With(&OwnPart::fontCount, 65),
+        With(&OwnPart::fontCount, 0xFFFFFFFF),
+        With(&OwnPart::name, ""),
+        With(&OwnPart::pattern, "serif"),  // beside a name
+        With(&OwnPart::index, -1),
+        With(&OwnPart::looks, 8),
+        tooBold,
+        With(&OwnPart::isItalic, 2),
+        With(&OwnPart::axisCount, 65),
+        With(&OwnPart::fontsOfStyle, 65),
+        With(&OwnPart::fontOfStyle, 1),
+        With(&OwnPart::usesInstalledFonts, 2),
+        With(&OwnPart::size, 0),
+        With(&OwnPart::size, nan),
+        With(&OwnPart::featureCount, 65),
+        With(&OwnPart::feature, "kern[1:2]"),
+        With(&OwnPart::spanCount, 10'001),
+        With(&OwnPart::spanBegin, 2),  // inside of a character
+        With(&OwnPart::spanEnd, 1),
+        With(&OwnPart::spanEnd, 5),
+        With(&OwnPart::spanColors, 8),
+        With(&OwnPart::direction, 3),
+        With(&OwnPart::direction, -1),
+        With(&OwnPart::width, -1),
+        With(&OwnPart::width, 0),  // of a justified text
+        With(&OwnPart::breaksWords, 2),
+        With(&OwnPart::hasLineHeight, 2),
+        With(&OwnPart::lineHeight, 101),
+        With(&OwnPart::tabStopCount, 1'001),
+        With(&OwnPart::tabStop, 2.5),
+        With(&OwnPart::tabInterval, 0),
     };
     for (const OwnPart& own : wrong)
     {
@@ -308,8 +316,7 @@ TEST_F(OrvShapedStringRecord, AFontThatIsNotInstalledIsReplacedAndTold)
     own.fullName = "Nowhere Sans Book";
     own.checksum = 0x12345678;
     FontWatch watch;
-    OrvShapedString read;
-    LoadRecord(read, Record(own));
+    OrvShapedString read = Read(own);
     ASSERT_EQ(read.GetSubstitutedFonts().size(), 1u);
     EXPECT_EQ(read.GetSubstitutedFonts()[0].name, "Nowhere Sans");
     const std::string used = read.GetSubstitutedFonts()[0].used;
@@ -328,8 +335,7 @@ TEST_F(OrvShapedStringRecord, AFileThatIsGoneIsLookedForByItsNames)
     OwnPart own;
     own.name = "";
     own.file = "/nowhere/DejaVuSans.ttf";
-    OrvShapedString read;
-    LoadRecord(read, Record(own));
+    OrvShapedString read = Read(own);
     EXPECT_TRUE(read.GetSubstitutedFonts().empty());
     EXPECT_EQ(read.GetLayout().faces[0]->FullName(), "DejaVu Sans");
     EXPECT_EQ(Stored(read), Record(own));
@@ -339,8 +345,7 @@ TEST_F(OrvShapedStringRecord, AnotherVersionOfAFontIsTold)
 {
     OwnPart own;
     own.checksum ^= 1;
-    OrvShapedString read;
-    LoadRecord(read, Record(own));
+    OrvShapedString read = Read(own);
     EXPECT_TRUE(read.GetSubstitutedFonts().empty());
     EXPECT_EQ(read.GetFontNotices(),
               std::vector<std::string>{"font \"DejaVu Sans\" is another version than the one the "
@@ -368,8 +373,7 @@ TEST_F(OrvShapedStringRecord, AFileThatTheDocumentDoesNotAllowIsNotRead)
         EXPECT_EQ(read.GetSubstitutedFonts().size(), 1u);
     }
     own.family = "DejaVu Sans";
-    OrvShapedString read;
-    LoadRecord(read, Record(own));
+    OrvShapedString read = Read(own);
     EXPECT_TRUE(read.GetSubstitutedFonts().empty());
 }
 
@@ -383,6 +387,13 @@ TEST(FontChecksum, IsTheCrc32OfTheFile)
     std::ofstream(path) << "";
     EXPECT_EQ(ChecksumOf(path), 0u);
     EXPECT_EQ(ChecksumOf("/nowhere/at/all"), 0u);
+    // More files than are remembered.
+    for (std::size_t i = 0; i <= limits::maxTextFonts; ++i)
+    {
+        const TemporaryName other("checksum" + std::to_string(i));
+        std::ofstream(other.Path().Text()) << "123456789";
+        ASSERT_EQ(ChecksumOf(other.Path().Text()), 0xCBF43926u);
+    }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "orvane/DocumentAccess.h"
 #include "orvane/ShapedText.h"
 #include "shapedtext/OrvShapedString.h"
+#include "tests/support/FontFile.h"
 #include "tests/support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
@@ -182,6 +183,30 @@ TEST(ShapedTextDocument, NamesCharactersThatNoFontHas)
     options.isStrict = true;
     EXPECT_THROW(static_cast<void>(AddShapedText(document, "A\u4E2D", options)), orvane::Error);
     EXPECT_EQ(document.Nodes().size(), 1u);
+}
+
+TEST(ShapedTextDocument, TellsLettersWithoutAReadableOutlineOnceForEachFont)
+{
+    const TemporaryName name("Broken.ttf");
+    // The outline of A, at byte 26 of its table, claims more contours than it has.
+    FontFile::EdgeTest()
+        .Names("Broken", "Regular", "Broken", "Broken")
+        .PutWord("glyf", 26, 0x7FFF)
+        .Write(name.Path().Text());
+    Document document;
+    ShapedOptions options;
+    options.fonts.emplace_back().file = name.Path().Text();
+    options.usesInstalledFonts = false;
+    const AddedText added = AddShapedText(document, "BAB\nA", options);
+    EXPECT_EQ(added.notices,
+              std::vector<std::string>{"the letter \"A\" is left out: the font \"Broken\" has no "
+                                       "readable outline of it"});
+    AddedText other = AddShapedText(document, "AB", options);
+    other = AddShapedText(document, "A", InDejaVu());
+    const std::vector<orvane::MissingLetter> missing = document.MissingLetters();
+    ASSERT_EQ(missing.size(), 1u);
+    EXPECT_EQ(missing[0].font, "Broken");
+    EXPECT_EQ(missing[0].letter, "A");
 }
 
 TEST(ShapedTextDocument, HasTheDefaultFontWithoutAnother)
