@@ -34,8 +34,8 @@ orvane_add_usage(orvane_usage INTERFACE)
 # Every source is compiled once, into objects that the library is made of.
 add_library(orvane_objects OBJECT)
 foreach(folder IN ITEMS
-    platform host geometry outline extrude material imaging scene import3ds contours shapes solids profiles exchange
-    markup document)
+    platform host geometry outline extrude material imaging scene import3ds contours shapes solids profiles studio
+    exchange markup document)
   add_subdirectory(${folder})
 endforeach()
 if(ORVANE_WITH_SHAPING)

@@ -120,6 +120,7 @@ set(ORVANE_PUBLIC_HEADERS
   solids/OrvProfileString.h
   solids/SolidMesh.h
   solids/UncutSolid.h
+  studio/StudioOptions.h
 )
 
 if(ORVANE_WITH_SHAPING)

@@ -16,6 +16,7 @@
 #include "platform/Rendering.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+#include "studio/StudioDrawer.h"
 
 #include <algorithm>
 
@@ -85,6 +86,13 @@ void Draw(const Document& document, const DrawOptions& options)
     PosterView view(*state.ViewFor(size), 1);
     PosterParameters parameters(view);
     parameters.SetApplyProjection();
+    std::optional<StudioDrawer> studio;
+    if (options.studio)
+    {
+        CheckStudioOptions(*options.studio);
+        studio.emplace(*options.studio);
+        parameters.SetSolidDrawer(&*studio);
+    }
     const ShownTextures textures(view);
     const int drawn = view.Draw(&parameters);
     if (drawn == 0)

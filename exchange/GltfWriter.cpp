@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "exchange/Formats.h"
-#include "exchange/GltfMaterials.h"
 #include "exchange/MeshParts.h"
 #include "exchange/TexturePng.h"
 #include "imaging/TextureMap.h"
+#include "material/MetallicRoughness.h"
 #include "orvane/Error.h"
 #include "orvane/version.h"
 #include "solids/NodeTransform.h"

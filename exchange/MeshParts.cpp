@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exchange/MeshParts.h"
 
+#include "material/MetallicRoughness.h"
 #include "orvane/Error.h"
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
@@ -147,16 +148,6 @@ std::string OnOneLine(std::string text)
         each = static_cast<unsigned char>(each) < ' ' ? ' ' : each;
     }
     return text;
-}
-
-std::array<float, 4> UsualColor(const ColorVector& color)
-{
-    std::array<float, 4> usual = {color.red, color.green, color.blue, color.alpha};
-    for (float& each : usual)
-    {
-        each = each > 0 ? std::min(each, 1.0f) : 0;  // the comparison is false for not-a-number
-    }
-    return usual;
 }
 
 std::array<unsigned char, 4> ColorBytes(const ColorVector& color)

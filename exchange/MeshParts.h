@@ -92,9 +92,7 @@ std::string NameOfMaterial(const NamedColor& material);
 /// The text with spaces in place of line breaks and other control characters.
 std::string OnOneLine(std::string text);
 
-/// Red, green, blue and alpha, each 0 to 1. A value that is no number becomes 0.
-std::array<float, 4> UsualColor(const ColorVector& color);
-/// The same, each 0 to 255.
+/// The colour of UsualColor, each component 0 to 255.
 std::array<unsigned char, 4> ColorBytes(const ColorVector& color);
 
 /// Throws Error, with the name of the node, when a position, normal or texture coordinate that a

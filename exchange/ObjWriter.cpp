@@ -2,6 +2,7 @@
 #include "exchange/Formats.h"
 #include "exchange/MeshParts.h"
 #include "exchange/TexturePng.h"
+#include "material/MetallicRoughness.h"
 #include "solids/NodeTransform.h"
 
 #include <algorithm>

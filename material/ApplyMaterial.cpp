@@ -1,6 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "material/ApplyMaterial.h"
 
+#include <utility>
+
+namespace
+{
+thread_local orvane::MaterialObserver* materialObserver = nullptr;
+}
+
+orvane::MaterialObserver* orvane::ObserveMaterials(MaterialObserver* observer)
+{
+    return std::exchange(materialObserver, observer);
+}
+
 void ApplyMaterial(GLenum face, const Color& material)
 {
     const ColorVector ambient = material.GetAmbientColor();
@@ -20,6 +32,10 @@ void ApplyMaterial(GLenum face, const Color& material)
     glMaterialfv(face, GL_EMISSION, &emission.red);
     glMaterialf(face, GL_SHININESS, material.GetShininess());
     glColor4fv(selfLit ? &emission.red : &diffuse.red);
+    if (materialObserver != nullptr)
+    {
+        materialObserver->UseMaterial(material);
+    }
 }
 
 void ApplyBlendedMaterial(const Color& material)

@@ -10,6 +10,7 @@
 #include "imaging/TextureSettings.h"
 #include "platform/Export.h"
 #include "platform/Limits.h"
+#include "studio/StudioOptions.h"
 
 #include <cstdint>
 #include <functional>
@@ -277,6 +278,9 @@ struct PictureOptions
     /// samples up to 4 megapixels, 2 up to 32 megapixels, else 1. Pictures of 8 and 16 bits always
     /// have 1 sample per pixel; for them a larger number is an OptionError.
     int samples = 0;
+    /// If it is set, solids are drawn with shaders: with materials and reflections. Needs
+    /// OpenGL 3.0.
+    std::optional<StudioOptions> studio;
     /// Called now and then, on the thread that called WritePicture, with the share of the picture
     /// that is done, 0 to 1.
     std::function<void(double share)> progress;
@@ -346,6 +350,7 @@ struct DrawOptions
     /// The size of the picture in pixels. The picture begins in the lower left corner of the
     /// viewport. If no size is set, the picture fills the viewport.
     std::optional<Size> size;
+    std::optional<StudioOptions> studio;  ///< as in PictureOptions
     /// The same as PictureOptions::warn.
     MissingPictureFunction warn;
 };

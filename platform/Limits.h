@@ -190,6 +190,9 @@ constexpr std::size_t maxTextSpans = 10'000;
 /// have up to some dozens of each.
 constexpr std::size_t maxSpanSettings = 64;
 
+/// Pixels of a picture of all directions (.hdr): 128 Mi. Reading that many takes some seconds.
+constexpr std::int64_t maxEnvironmentPixels = std::int64_t{128} << 20;
+
 /// Fonts that the styles of one text may name. Each is looked for among the installed fonts, which
 /// takes some milliseconds.
 constexpr std::size_t maxTextFonts = 64;

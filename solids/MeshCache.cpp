@@ -23,12 +23,17 @@ constexpr GLint lastVertexConvention = 0x8E4E;
 /// What a map's entry takes besides the triangles, about.
 constexpr std::size_t bytesPerEntry = 512;
 
-/// Whether OpenGL draws triangles as it draws the quadrilaterals of letters that they stand for:
-/// filled, with a colour for each corner, and cut along the usual diagonal.
-bool AreTrianglesAlike(bool hasConvention)
+bool AreTrianglesFilled()
 {
     GLint modes[2] = {GL_FILL, GL_FILL};
     glGetIntegerv(GL_POLYGON_MODE, modes);
+    return modes[0] == GL_FILL && modes[1] == GL_FILL;
+}
+
+/// Whether OpenGL colours triangles as it colours the quadrilaterals of letters that they stand
+/// for: with a colour for each corner, and cut along the usual diagonal.
+bool AreTrianglesShadedAlike(bool hasConvention)
+{
     GLint shading = GL_SMOOTH;
     glGetIntegerv(GL_SHADE_MODEL, &shading);
     GLint convention = lastVertexConvention;
@@ -36,8 +41,7 @@ bool AreTrianglesAlike(bool hasConvention)
     {
         glGetIntegerv(provokingVertex, &convention);
     }
-    return modes[0] == GL_FILL && modes[1] == GL_FILL && shading == GL_SMOOTH &&
-           convention == lastVertexConvention;
+    return shading == GL_SMOOTH && convention == lastVertexConvention;
 }
 
 }  // namespace
@@ -77,7 +81,7 @@ SolidDrawing MeshCache::Draw(Node& node, DrawingParameters& parameters)
         hasConvention_ = CurrentOpenGLVersion() >= 3.2;
         isReady_ = true;
     }
-    if (!AreTrianglesAlike(hasConvention_))
+    if (!AreTrianglesFilled() || (!hasShaders_ && !AreTrianglesShadedAlike(hasConvention_)))
     {
         return SolidDrawing::NotDrawn;
     }

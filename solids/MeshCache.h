@@ -63,6 +63,10 @@ public:
     SolidDrawing DrawOutlines(OrvOutlineShape& outlines, DrawingParameters& parameters) override;
     SolidDrawing DrawSurface(TriangularMeshObject& mesh, DrawingParameters& parameters) override;
 
+    /// From now on, a shader program of the caller gives every pixel its colour. So it does not
+    /// matter how OpenGL would shade triangles, only that it fills them.
+    void UseWithShaders() { hasShaders_ = true; }
+
     /// Frees all triangles.
     void Clear();
     /// The memory that the triangles take now.
@@ -84,7 +88,8 @@ private:
 
     Storage storage_;
     std::size_t maxBytes_;
-    bool isReady_ = false;        ///< whether the context has been asked for what it has
+    bool isReady_ = false;  ///< whether the context has been asked for what it has
+    bool hasShaders_ = false;
     bool hasConvention_ = false;  ///< the context can take colours from the first corner
     std::shared_ptr<const BufferFunctions> functions_;
     /// By address. The address of a deleted node may be that of a new node later: its triangles

@@ -14,6 +14,7 @@
 #include "platform/Limits.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+#include "studio/StudioDrawer.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -65,6 +66,10 @@ void CheckPoster(const PosterSettings& settings)
     {
         throw OptionError("samples", "0 or 1 for a picture of 8 or 16 bits",
                           std::to_string(options.samples));
+    }
+    if (options.studio)
+    {
+        CheckStudioOptions(*options.studio);
     }
     CheckCosts(settings);
     CheckTarget(settings);

@@ -136,6 +136,11 @@ PosterBands::PosterBands(const ViewObject& view, const PosterSettings& settings)
     {
         parts_.emplace(view_, WithEdge(projection), parameters_);
     }
+    if (settings.options.studio)
+    {
+        studio_ = std::make_unique<StudioDrawer>(*settings.options.studio);
+        parameters_.SetSolidDrawer(studio_.get());
+    }
 }
 
 int PosterBands::Rows() const

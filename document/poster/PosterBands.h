@@ -5,7 +5,9 @@
 #include "document/poster/PosterParts.h"
 #include "document/poster/PosterView.h"
 #include "imaging/GLMemoryDIB.h"
+#include "studio/StudioDrawer.h"
 
+#include <memory>
 #include <optional>
 
 namespace orvane
@@ -58,6 +60,8 @@ private:
     PosterView view_;
     PosterParameters parameters_;
     GLMemoryDIB dib_;
+    /// Null for the classic renderer. Its context, that of dib_, lives longer.
+    std::unique_ptr<StudioDrawer> studio_;
     BandLayout layout_;
     std::optional<PosterParts> parts_;  ///< only for pictures of many bands
     bool isEmpty_ = false;              ///< whether the bitmap holds a band of plain background

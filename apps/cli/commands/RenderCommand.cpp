@@ -6,6 +6,7 @@
 #include "apps/cli/commands/OptionAdder.h"
 #include "apps/cli/commands/OutlinesOption.h"
 #include "apps/cli/commands/SceneSource.h"
+#include "apps/cli/commands/StudioArguments.h"
 #include "document/Cancellation.h"
 #include "document/OutputFile.h"
 #include "document/PictureFormat.h"
@@ -37,6 +38,7 @@ struct RenderOptions
     std::string save;
     PictureOptions picture;
     CostLimits costs;
+    StudioArguments studio;
     bool outline = false;
 };
 
@@ -62,6 +64,7 @@ Request CheckTogether(const RenderOptions& options)
                          "\"");
     }
     request.settings.options = options.picture;
+    request.settings.options.studio = options.studio.Check();
     // A scene may have its own size, which is checked when the scene is open.
     const Size unasked = options.source.IsFile() ? Size{1, 1} : defaultPictureSize;
     request.settings.size = options.picture.size.value_or(unasked);
@@ -174,6 +177,7 @@ void AddRenderCommand(CLI::App& app)
     OptionAdder add(command);
     o.source.AddTexts();
     AddPicture(add, o);
+    o.studio.AddTo(command);
     AddCostOptions(command, o.costs);
     AddOutlinesOption(command);
     add("--save", o.save, "FILE", "Saves the scene and its view in a file (.orv)");

@@ -8,7 +8,8 @@
 namespace orvane
 {
 
-/// A material of glTF. Colours are linear, as glTF has them: twice the number is twice the light.
+/// A material by what it is made of, as glTF has it and as the studio renderer draws it. Colours
+/// are linear: twice the number is twice the light.
 struct MetallicRoughness
 {
     std::array<double, 4> baseColor = {};  ///< red, green, blue and opacity, 0 to 1
@@ -20,7 +21,10 @@ struct MetallicRoughness
 /// The linear value, 0 to 1, of a colour's red, green or blue as a screen shows it (sRGB).
 double LinearFromScreen(double value);
 
-/// The material of glTF that looks like a material of OpenGL. The rule:
+/// Red, green, blue and alpha, each 0 to 1. A value that is no number becomes 0.
+std::array<float, 4> UsualColor(const ColorVector& color);
+
+/// What a material of OpenGL is made of, judged by its looks. The rule:
 ///
 /// The base colour is the diffuse colour, and the opacity is its alpha. A material is metal when
 /// its name has a word for a metal ("Old Gold"), when its highlight is tinted like its body, as

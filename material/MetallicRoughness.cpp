@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "exchange/GltfMaterials.h"
-
-#include "exchange/MeshParts.h"
+#include "material/MetallicRoughness.h"
 
 #include <algorithm>
 #include <cmath>
@@ -90,6 +88,16 @@ bool IsMetal(const NamedColor& material)
 }
 
 }  // namespace
+
+std::array<float, 4> UsualColor(const ColorVector& color)
+{
+    std::array<float, 4> usual = {color.red, color.green, color.blue, color.alpha};
+    for (float& each : usual)
+    {
+        each = each > 0 ? std::min(each, 1.0f) : 0;  // the comparison is false for not-a-number
+    }
+    return usual;
+}
 
 double LinearFromScreen(double value)
 {

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "exchange/GltfMaterials.h"
+#include "material/MetallicRoughness.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-using orvane::MetallicRoughness;
 using orvane::ToMetallicRoughness;
 
 namespace
@@ -26,7 +25,7 @@ const ColorVector whiteHighlight(0.6f, 0.6f, 0.6f, 1);
 }  // namespace
 
 // The values of red, green and blue on a screen and their light, from the definition of sRGB.
-TEST(GltfMaterials, ColoursBecomeLinear)
+TEST(MetallicRoughness, ColoursBecomeLinear)
 {
     EXPECT_EQ(orvane::LinearFromScreen(0), 0);
     EXPECT_DOUBLE_EQ(orvane::LinearFromScreen(1), 1);
@@ -34,7 +33,7 @@ TEST(GltfMaterials, ColoursBecomeLinear)
     EXPECT_NEAR(orvane::LinearFromScreen(0.5), 0.21404, 0.00001);
 }
 
-TEST(GltfMaterials, GoldOfTheOpenGLTablesIsMetal)
+TEST(MetallicRoughness, GoldOfTheOpenGLTablesIsMetal)
 {
     const NamedColor gold = MakeMaterial("", {0.75164f, 0.60648f, 0.22648f, 1},
                                          {0.628281f, 0.555802f, 0.366065f, 1}, 51.2f);
@@ -45,7 +44,7 @@ TEST(GltfMaterials, GoldOfTheOpenGLTablesIsMetal)
     EXPECT_NEAR(converted.roughness, std::pow(2 / 53.2, 0.25), 1e-6);
 }
 
-TEST(GltfMaterials, TheColourGoldIsMetalInAllShades)
+TEST(MetallicRoughness, TheColourGoldIsMetalInAllShades)
 {
     const ColorVector gold(0xF2 / 255.0f, 0xB2 / 255.0f, 0x33 / 255.0f, 1);
     const ColorVector side(gold.red / 2, gold.green / 2, gold.blue / 2, 1);
@@ -57,7 +56,7 @@ TEST(GltfMaterials, TheColourGoldIsMetalInAllShades)
     }
 }
 
-TEST(GltfMaterials, AColourWithAWhiteHighlightIsNoMetal)
+TEST(MetallicRoughness, AColourWithAWhiteHighlightIsNoMetal)
 {
     const ColorVector colors[] = {
         {1, 0, 0, 1}, {1, 1, 0, 1}, {1, 0.55f, 0.1f, 1},     {0.5f, 0.5f, 0.5f, 1},
@@ -68,7 +67,7 @@ TEST(GltfMaterials, AColourWithAWhiteHighlightIsNoMetal)
     }
 }
 
-TEST(GltfMaterials, AHighlightOfAnotherHueMakesNoMetal)
+TEST(MetallicRoughness, AHighlightOfAnotherHueMakesNoMetal)
 {
     const NamedColor silk = MakeMaterial("", {0.8f, 0, 0, 1}, {0, 0, 0.8f, 1});
     EXPECT_FALSE(ToMetallicRoughness(silk).isMetal);
@@ -77,7 +76,7 @@ TEST(GltfMaterials, AHighlightOfAnotherHueMakesNoMetal)
     EXPECT_TRUE(ToMetallicRoughness(ruby).isMetal);
 }
 
-TEST(GltfMaterials, ANameWithAMetalInItMakesMetal)
+TEST(MetallicRoughness, ANameWithAMetalInItMakesMetal)
 {
     for (const char* const name : {"Silver", "OLD CHROME", "brushed-steel 2"})
     {
@@ -93,7 +92,7 @@ TEST(GltfMaterials, ANameWithAMetalInItMakesMetal)
     }
 }
 
-TEST(GltfMaterials, TheRoughnessFollowsFromTheShininess)
+TEST(MetallicRoughness, TheRoughnessFollowsFromTheShininess)
 {
     const auto roughness = [](float shininess) {
         return ToMetallicRoughness(MakeMaterial("", {1, 1, 1, 1}, whiteHighlight, shininess))
@@ -106,7 +105,7 @@ TEST(GltfMaterials, TheRoughnessFollowsFromTheShininess)
     EXPECT_EQ(roughness(std::nanf("")), 1);
 }
 
-TEST(GltfMaterials, OpacityAndEmissionAreKeptAndColoursOutOfRangeAreLimited)
+TEST(MetallicRoughness, OpacityAndEmissionAreKeptAndColoursOutOfRangeAreLimited)
 {
     NamedColor material = MakeMaterial("", {2, -1, std::nanf(""), 0.25f}, whiteHighlight);
     material.SetEmissionColor({1, 0, 0.04045f, 1});

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "studio/Environment.h"
+
+#include <vector>
+
+namespace orvane
+{
+
+/// An environment that no file is needed for.
+struct BuiltInEnvironment
+{
+    const char* name;
+    Light (*light)(const MeshPoint& direction);  ///< from a direction, a unit vector
+};
+
+/// The default first.
+const std::vector<BuiltInEnvironment>& BuiltInEnvironments();
+
+}  // namespace orvane
