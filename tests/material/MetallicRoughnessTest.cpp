@@ -5,6 +5,7 @@
 
 #include <cmath>
 
+using orvane::MetallicRoughness;
 using orvane::ToMetallicRoughness;
 
 namespace
