@@ -10,6 +10,7 @@
 #include "host/AsciiCase.h"
 #include "host/CString.h"
 #include "host/CWnd.h"
+#include "host/SimilarNames.h"
 #include "orvane/orvane.h"
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
@@ -19,7 +20,6 @@
 #include <cstring>
 #include <map>
 #include <memory>
-#include <numeric>
 #include <utility>
 
 namespace orvane
@@ -80,25 +80,6 @@ Error Unreadable(const OrvFont& font)
 std::string RegisteredName(const OrvFont& font)
 {
     return CodePageToUtf8(static_cast<LPCSTR>(font.GetFullName()), registryCodePage);
-}
-
-/// The number of single-character changes that turn one text into the other.
-std::size_t Distance(const std::string& a, const std::string& b)
-{
-    std::vector<std::size_t> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < a.size(); ++i)
-    {
-        std::size_t diagonal = row[0];
-        row[0] = i + 1;
-        for (std::size_t j = 0; j < b.size(); ++j)
-        {
-            const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({row[j] + 1, row[j + 1] + 1, replaced});
-        }
-    }
-    return row.back();
 }
 
 /// Calls visit(font) for each registered font in the order of the names.
@@ -279,30 +260,6 @@ OUTLINECHECK CheckOutlines(OrvFont& font)
         throw Unreadable(font);
     }
     return check;
-}
-
-std::vector<std::string> SimilarNames(const std::string& name,
-                                      const std::vector<std::string>& names, std::size_t count)
-{
-    std::vector<std::pair<std::size_t, std::string>> ranked;
-    const std::string wanted = LowerAscii(name);
-    for (const std::string& candidate : names)
-    {
-        const std::string lower = LowerAscii(candidate);
-        // A name that contains the wanted text is more similar than a name that is spelled almost
-        // like it.
-        const std::size_t found = lower.find(wanted);
-        ranked.emplace_back(found == std::string::npos ? 100 + Distance(wanted, lower) : found,
-                            candidate);
-    }
-    std::stable_sort(ranked.begin(), ranked.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
-    std::vector<std::string> similar;
-    for (std::size_t i = 0; i < ranked.size() && i < count; ++i)
-    {
-        similar.push_back(ranked[i].second);
-    }
-    return similar;
 }
 
 std::vector<FontInfo> Fonts()

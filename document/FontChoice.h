@@ -45,10 +45,4 @@ ORVANE_API void CheckCharacters(OrvFont& font, const CString& text);
 /// correction. Throws Error when the font's file cannot be read.
 ORVANE_API OUTLINECHECK CheckOutlines(OrvFont& font);
 
-/// The \p count names that are most similar to \p name, the most similar first; all names if there
-/// are fewer.
-ORVANE_API std::vector<std::string> SimilarNames(const std::string& name,
-                                                 const std::vector<std::string>& names,
-                                                 std::size_t count);
-
 }  // namespace orvane

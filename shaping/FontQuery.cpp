@@ -3,10 +3,12 @@
 
 #include "document/OptionRange.h"
 #include "host/AsciiCase.h"
+#include "host/SimilarNames.h"
 #include "orvane/Error.h"
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 namespace orvane
 {
@@ -108,6 +110,27 @@ void TellOtherLooks(const std::string& name, const FontLooks& wanted, const Inst
     }
 }
 
+/// The error for a name that no installed font has. It tells similar names.
+Error UnknownFont(const std::string& name)
+{
+    constexpr std::size_t mostNames = 5;
+    std::set<std::string> names;
+    for (const InstalledFont& font : InstalledFonts())
+    {
+        names.insert(font.fullName);
+    }
+    if (names.empty())
+    {
+        return Error("fonts", "no font is installed (try the package fonts-dejavu-core)");
+    }
+    std::string problem;
+    for (const std::string& similar : SimilarNames(name, {names.begin(), names.end()}, mostNames))
+    {
+        problem += (problem.empty() ? "\"" : ", \"") + similar + "\"";
+    }
+    return Error(PlaceOf(name), "not installed; near names: " + problem);
+}
+
 /// The installed font of a name, with or without words of its style.
 InstalledFont FindByName(const FontQuery& query, std::vector<std::string>* notices)
 {
@@ -152,7 +175,7 @@ InstalledFont FindByName(const FontQuery& query, std::vector<std::string>* notic
             return *std::move(font);
         }
     }
-    throw Error(PlaceOf(query.name), "no installed font has this name");
+    throw UnknownFont(query.name);
 }
 
 std::shared_ptr<const ShapingFace> OpenFace(const FaceFile& file, std::vector<std::string>* notices)
