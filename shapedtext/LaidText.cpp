@@ -47,6 +47,14 @@ bool IsGap(std::string_view utf8, const PlacedGlyph& left, const PlacedGlyph& ri
              HasTouchingLetters(CharacterAt(utf8, right.textBegin)));
 }
 
+/// Whether a glyph is a space that hangs beyond an end of its line.
+bool Hangs(const PlacedGlyph& glyph, const TextLine& line)
+{
+    constexpr double tolerance = 1e-9;
+    const double middle = glyph.x + glyph.advance / 2;
+    return middle < line.left - tolerance || middle > line.left + line.width + tolerance;
+}
+
 TextStyle StyleOf(const ShapedStyle& style, const ShapedStyle& ofText, const TextFonts& fonts)
 {
     TextStyle ready;
@@ -57,7 +65,11 @@ TextStyle StyleOf(const ShapedStyle& style, const ShapedStyle& ofText, const Tex
             ready.fonts.faces.push_back(fonts.faces[font]);
         }
     }
-    if (ready.fonts.faces.empty() && fonts.standard != nullptr)
+    if (ready.fonts.faces.empty() && &style != &ofText)
+    {
+        ready.fonts.faces = StyleOf(ofText, ofText, fonts).fonts.faces;
+    }
+    else if (ready.fonts.faces.empty() && fonts.standard != nullptr)
     {
         ready.fonts.faces.push_back(fonts.standard);
     }
@@ -68,25 +80,6 @@ TextStyle StyleOf(const ShapedStyle& style, const ShapedStyle& ofText, const Tex
     ready.script = style.script;
     ready.features = style.features;
     return ready;
-}
-
-LayoutOptions OptionsOf(const ShapedTextSettings& settings, const TextFonts& fonts)
-{
-    LayoutOptions options;
-    options.style = StyleOf(settings.style, settings.style, fonts);
-    for (const ShapedSpan& span : settings.spans)
-    {
-        options.spans.push_back({span.begin, span.end, StyleOf(span.style, settings.style, fonts)});
-    }
-    options.direction = settings.direction;
-    options.width = settings.width;
-    options.breaksWords = settings.breaksWords;
-    // Other lines are aligned when they are placed.
-    options.alignment = settings.isJustified ? LineAlignment::Justified : LineAlignment::Left;
-    options.lineHeight = settings.lineHeight.value_or(1);
-    options.tabStops = settings.tabStops;
-    options.tabInterval = settings.tabInterval;
-    return options;
 }
 
 /// Where a line begins and ends.
@@ -109,16 +102,6 @@ void SetWidth(LaidLine& line, const TextLine& inLayout, const TextLayout& layout
     }
     line.left = left;
     line.width = right - left;
-}
-
-double LargestSize(const LaidLine& line, const TextLayout& layout, double ofText)
-{
-    double size = line.firstGlyph == line.endGlyph ? ofText : 0;
-    for (std::size_t i = line.firstGlyph; i < line.endGlyph; ++i)
-    {
-        size = std::max(size, layout.glyphs[i].size);
-    }
-    return size;
 }
 
 double SignOf(double value)
@@ -265,12 +248,36 @@ bool HasColors(const ShapedStyle& style)
     return style.face || style.edge || style.bevel;
 }
 
+LayoutOptions LayoutOptionsOf(const ShapedTextSettings& settings, const TextFonts& fonts)
+{
+    LayoutOptions options;
+    options.style = StyleOf(settings.style, settings.style, fonts);
+    for (const ShapedSpan& span : settings.spans)
+    {
+        options.spans.push_back({span.begin, span.end, StyleOf(span.style, settings.style, fonts)});
+    }
+    options.direction = settings.direction;
+    options.width = settings.width;
+    options.breaksWords = settings.breaksWords;
+    // Other lines are aligned when they are placed.
+    options.alignment = settings.isJustified ? LineAlignment::Justified : LineAlignment::Left;
+    options.lineHeight = settings.lineHeight;
+    options.tabStops = settings.tabStops;
+    options.tabInterval = settings.tabInterval;
+    return options;
+}
+
 LaidText LayOutText(std::string_view utf8, const ShapedTextSettings& settings,
                     const TextFonts& fonts, TextShaper& shaper, GlyphSlots& slots)
 {
     LaidText laid;
     laid.text = utf8;
-    laid.layout = shaper.LayOut(utf8, OptionsOf(settings, fonts));
+    const LayoutOptions options = LayoutOptionsOf(settings, fonts);
+    if (options.style.fonts.faces.empty())
+    {
+        return laid;
+    }
+    laid.layout = shaper.LayOut(utf8, options);
     const TextLayout& layout = laid.layout;
     laid.slots.reserve(layout.glyphs.size());
     laid.gaps.reserve(layout.glyphs.size());
@@ -287,14 +294,16 @@ LaidText LayOutText(std::string_view utf8, const ShapedTextSettings& settings,
                 glyph.span != noSpan && HasColors(settings.spans[glyph.span].style);
             laid.slots.push_back(slots.SlotOf({layout.faces[glyph.face], glyph.glyph, glyph.size,
                                                hasColors ? glyph.span : noSpan}));
-            line.gaps += i > line.firstGlyph && IsGap(utf8, layout.glyphs[i - 1], glyph) ? 1 : 0;
+            const bool isGap = i > line.firstGlyph && IsGap(utf8, layout.glyphs[i - 1], glyph) &&
+                               !(settings.width > 0 &&
+                                 (Hangs(layout.glyphs[i - 1], inLayout) || Hangs(glyph, inLayout)));
+            line.gaps += isGap ? 1 : 0;
             laid.gaps.push_back(line.gaps);
         }
         SetWidth(line, inLayout, layout, settings);
         if (!laid.lines.empty())
         {
-            line.distance = settings.lineHeight ? laid.lines.back().baseline - line.baseline
-                                                : LargestSize(line, layout, settings.style.size);
+            line.distance = laid.lines.back().baseline - line.baseline;
         }
         laid.lines.push_back(line);
     }

@@ -3,6 +3,7 @@
 
 #include "extrude/OrvFont.h"
 #include "geometry/DVector.h"
+#include "platform/Export.h"
 #include "shapedtext/GlyphSlots.h"
 #include "shapedtext/ShapedTextSettings.h"
 #include "shapedtext/TextFonts.h"
@@ -43,7 +44,11 @@ struct LaidText
     std::vector<LaidLine> lines;
 };
 
-/// Lays out a text. Throws what TextShaper::LayOut throws.
+/// How a text is laid out, but for its alignment.
+ORVANE_API LayoutOptions LayoutOptionsOf(const ShapedTextSettings& settings,
+                                         const TextFonts& fonts);
+
+/// Lays out a text. Without any font it has no lines. Throws what TextShaper::LayOut throws.
 LaidText LayOutText(std::string_view utf8, const ShapedTextSettings& settings,
                     const TextFonts& fonts, TextShaper& shaper, GlyphSlots& slots);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/Export.h"
 #include "shapedtext/ShapedTextSettings.h"
 
 #include <functional>
@@ -31,7 +32,7 @@ struct TextFonts
 };
 
 /// Opens the fonts of a text. Throws what OpenFont throws.
-TextFonts OpenTextFonts(const std::vector<ShapedFont>& fonts);
+ORVANE_API TextFonts OpenTextFonts(const std::vector<ShapedFont>& fonts);
 
 /// Says which file may be read where a stored text names one; empty when there is none.
 using FontFileFinder = std::function<std::string(const std::string& name)>;

@@ -311,6 +311,7 @@ LineExtents ExtentsOf(const ReadyText& ready, const Paragraph& paragraph, const 
         const double ascent = metrics.ascent * style.size + style.rise;
         const double descent = metrics.descent * style.size - style.rise;
         const double gap = metrics.lineGap * style.size;
+        extents.size = isFirst ? style.size : std::max(extents.size, style.size);
         extents.ascent = isFirst ? ascent : std::max(extents.ascent, ascent);
         extents.descent = isFirst ? descent : std::max(extents.descent, descent);
         extents.gap = isFirst ? gap : std::max(extents.gap, gap);

@@ -12,6 +12,7 @@ namespace orvane
 /// How high the fonts of a line are, in ems.
 struct LineExtents
 {
+    double size = 0;  ///< of the largest letters
     double ascent = 0;
     double descent = 0;
     double gap = 0;  ///< the distance to other lines

@@ -70,7 +70,7 @@ std::size_t CharacterAt(const CheckedText& text, std::size_t byte)
 void CheckLines(const LayoutOptions& options)
 {
     CheckRange("width", options.width, 0, mostLength);
-    CheckRange("lineHeight", options.lineHeight, 0, 100);
+    CheckRange("lineHeight", options.lineHeight.value_or(1), 0, 100);
     CheckRange("tabInterval", options.tabInterval, leastSize, mostSize);
     double before = 0;
     for (const double stop : options.tabStops)

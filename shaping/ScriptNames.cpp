@@ -223,6 +223,12 @@ std::string ScriptName(ScriptTag script)
     return known != nullptr ? known->name : "";
 }
 
+std::string PackageFor(char32_t character)
+{
+    const bool isControl = character < 0x20 || (character >= 0x7F && character < 0xA0);
+    return isControl ? "" : PackageForScript(ScriptOf(character));
+}
+
 std::string PackageForScript(ScriptTag script)
 {
     if (script == commonScript)

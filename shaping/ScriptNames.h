@@ -22,5 +22,7 @@ ORVANE_API std::string ScriptName(ScriptTag script);
 /// The package of Debian 12 whose fonts have most characters of a script; for commonScript, most
 /// symbols. Empty where no package is known.
 ORVANE_API std::string PackageForScript(ScriptTag script);
+/// The same for a character. No font has control characters.
+ORVANE_API std::string PackageFor(char32_t character);
 
 }  // namespace orvane

@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -62,7 +63,8 @@ struct LayoutOptions
     bool breaksWords = false;
     LineAlignment alignment = LineAlignment::Start;
     /// The distance of two baselines as a factor of that which the fonts ask for, from 0 to 100.
-    double lineHeight = 1;
+    /// Without a value it is the size of the largest letter of the lower line.
+    std::optional<double> lineHeight = 1;
     /// Distances of tab stops from the start of a line, each larger than the one before.
     std::vector<double> tabStops;
     /// The distance of the tab stops that follow those, from 0.001 to 1,000.

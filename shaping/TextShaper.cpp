@@ -67,9 +67,10 @@ void ForEachLine(const ReadyText& ready, const std::vector<Paragraph>& paragraph
 }
 
 /// The distance from the baseline of a line to that of the next.
-double DistanceOf(const LineExtents& line, const LineExtents& next, double lineHeight)
+double DistanceOf(const LineExtents& line, const LineExtents& next,
+                  const std::optional<double>& lineHeight)
 {
-    return lineHeight * (line.descent + next.gap + next.ascent);
+    return lineHeight ? *lineHeight * (line.descent + next.gap + next.ascent) : next.size;
 }
 
 /// The part of the room beside a line that lies on its left.

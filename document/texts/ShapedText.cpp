@@ -160,12 +160,16 @@ std::string DefaultShapedFont()
             return name;
         }
     }
-    const std::vector<std::string> families = InstalledFamilies();
-    if (families.empty())
+    const std::vector<InstalledFont> fonts = InstalledFonts();
+    if (fonts.empty())
     {
         throw Error("fonts", "no font is installed (try the package fonts-dejavu-core)");
     }
-    return families.front();
+    return std::min_element(fonts.begin(), fonts.end(),
+                            [](const InstalledFont& a, const InstalledFont& b) {
+                                return a.fullName < b.fullName;
+                            })
+        ->fullName;
 }
 
 PreparedText PrepareShapedText(const std::string& text, const ShapedOptions& options)

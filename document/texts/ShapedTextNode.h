@@ -16,7 +16,8 @@ namespace orvane
 {
 
 /// The font of texts that name none: the first of defaultFonts (document/FontChoice.h) that is
-/// installed or, without these, the first installed family. Throws Error when no font is installed.
+/// installed or, without these, the first of all full names. Throws Error when no font is
+/// installed.
 ORVANE_API std::string DefaultShapedFont();
 
 /// A text without markup, and how it is set.

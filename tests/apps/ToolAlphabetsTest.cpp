@@ -17,12 +17,12 @@ namespace
 class ToolAlphabets : public testing::TestWithParam<Alphabet>
 {
 protected:
-    /// Saves the text in a scene, s.orv, and draws it.
+    /// Saves the text in its code page in a scene, s.orv, and draws it.
     std::string SaveAndDraw()
     {
         const ToolResult result =
-            folder.Run({"render", GetParam().text, "--font", "DejaVu Sans", "--size", "320x90",
-                        "--save", "s.orv", "-o", "s.bmp"});
+            folder.Run({"render", GetParam().text, "--plain", "--font", "DejaVu Sans", "--size",
+                        "320x90", "--save", "s.orv", "-o", "s.bmp"});
         EXPECT_EQ(result.status, 0) << result.err;
         return folder.Read("s.bmp");
     }

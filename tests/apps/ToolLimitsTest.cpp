@@ -150,11 +150,16 @@ TEST_F(ToolLimits, ATextBeyondTheLimitIsRefused)
     const std::string tooLong(orvane::limits::maxTextBytes + 1, 'A');
     folder.Write("t", tooLong);
     ExpectRefusal(folder, {"render", "--text-file", "t", "-o", "x.png"},
+                  {"65537 bytes", "at most 65536 bytes"}, 1);
+    ExpectRefusal(folder, {"render", "--text-file", "t", "-o", "x.png", "--plain"},
                   {"65537 bytes of text", "at most 65536 bytes"}, 1);
-    // Two bytes are for the line end between the texts.
+    // Two bytes of a plain text are for the line end between the texts.
     folder.Write("t", std::string(orvane::limits::maxTextBytes - 2, 'A'));
-    ExpectRefusal(folder, {"render", "A", "--text-file", "t", "-o", "x.png"},
+    ExpectRefusal(folder, {"render", "A", "--text-file", "t", "-o", "x.png", "--plain"},
                   {"65537 bytes of text", "at most 65536 bytes"}, 1);
+    folder.Write("t", std::string(orvane::limits::maxTextBytes - 1, 'A'));
+    ExpectRefusal(folder, {"render", "A", "--text-file", "t", "-o", "x.png"},
+                  {"65537 bytes", "at most 65536 bytes"}, 1);
 }
 
 TEST_F(ToolLimits, AFileOfTextWithoutEndIsReadUpToTheLimit)

@@ -39,18 +39,28 @@ std::string BmpOfOnePixel()
     return {bytes.begin(), bytes.end()};
 }
 
+using Arguments = std::vector<std::string>;
+
 /// A scene with a text of the font Edge Test Regular, in a folder where other fonts are installed.
-class ToolMissing : public testing::Test
+/// The parameter is what makes the text one of any language or a plain one.
+class ToolMissing : public testing::TestWithParam<Arguments>
 {
 protected:
     explicit ToolMissing(const std::vector<std::string>& fonts = {})
     {
         ToolFolder author;
         author.UseFonts({edgeTest});
-        const ToolResult saved = author.Run({"render", "AB", "--save", "s.orv", "--size", "60x40"});
+        const ToolResult saved =
+            author.Run(WithText({"render", "AB", "--save", "s.orv", "--size", "60x40"}));
         EXPECT_EQ(saved.status, 0) << saved.err;
         folder.Write("s.orv", author.Read("s.orv"));
         folder.UseFonts(fonts);
+    }
+
+    static Arguments WithText(Arguments arguments)
+    {
+        arguments.insert(arguments.end(), GetParam().begin(), GetParam().end());
+        return arguments;
     }
 
     ToolResult Render(const std::vector<std::string>& more = {})
@@ -63,7 +73,7 @@ protected:
     ToolFolder folder;
 };
 
-TEST_F(ToolMissing, WithoutAnyFontTheTextsAreToldToBeLeftOut)
+TEST_P(ToolMissing, WithoutAnyFontTheTextsAreToldToBeLeftOut)
 {
     const ToolResult result = Render();
     EXPECT_EQ(result.status, 0);
@@ -73,7 +83,7 @@ TEST_F(ToolMissing, WithoutAnyFontTheTextsAreToldToBeLeftOut)
     EXPECT_TRUE(folder.Has("x.png"));
 }
 
-TEST_F(ToolMissing, StrictFailsWithoutAFontAndWritesNothing)
+TEST_P(ToolMissing, StrictFailsWithoutAFontAndWritesNothing)
 {
     const ToolResult result = Render({"--strict", "--save", "t.orv"});
     EXPECT_EQ(result.status, 1);
@@ -82,7 +92,7 @@ TEST_F(ToolMissing, StrictFailsWithoutAFontAndWritesNothing)
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"s.orv"});
 }
 
-TEST_F(ToolMissing, ASceneThatIsSavedWithoutItsFontStillNamesIt)
+TEST_P(ToolMissing, ASceneThatIsSavedWithoutItsFontStillNamesIt)
 {
     ASSERT_EQ(Render({"--save", "t.orv"}).status, 0);
     EXPECT_EQ(CountOf("Edge Test Regular", folder.Read("t.orv")),
@@ -116,7 +126,7 @@ protected:
     }
 };
 
-TEST_F(ToolMissingFont, TheFontThatIsUsedInsteadIsTold)
+TEST_P(ToolMissingFont, TheFontThatIsUsedInsteadIsTold)
 {
     const ToolResult result = Render();
     EXPECT_EQ(result.status, 0);
@@ -132,7 +142,7 @@ TEST_F(ToolMissingFont, TheFontThatIsUsedInsteadIsTold)
         1);
 }
 
-TEST_F(ToolMissingFont, InfoAndPickTellTheFontAndPickCanFail)
+TEST_P(ToolMissingFont, InfoAndPickTellTheFontAndPickCanFail)
 {
     const std::string told =
         "orvane: s.orv: the font \"Edge Test Regular\" is not installed, \"Other Regular\" is used "
@@ -226,7 +236,7 @@ TEST(ToolMissingPicture, ABackgroundThatIsCutOffWhileItIsDrawnIsToldOrIsAnError)
     }
 }
 
-TEST_F(ToolMissing, APictureThatIsGoneMakesStrictFail)
+TEST(ToolMissingPicture, APictureThatIsGoneMakesStrictFail)
 {
     ToolFolder scenes;
     scenes.Write("p.bmp", BmpOfOnePixel());
@@ -243,14 +253,17 @@ TEST_F(ToolMissing, APictureThatIsGoneMakesStrictFail)
     EXPECT_EQ(scenes.Run({"render", "--scene", "s.orv", "-o", "x.png"}).status, 0);
 }
 
-TEST(ToolMissingLetter, ALetterThatCannotBeBuiltIsToldOnceOnOneLine)
+class ToolMissingLetter : public ToolMissing
+{};
+
+TEST_P(ToolMissingLetter, ALetterThatCannotBeBuiltIsToldOnceOnOneLine)
 {
-    ToolFolder folder;
     const ToolFolder fonts;
     // The outline of A, at byte 26 of its table, claims more contours than it has.
     FontFile::EdgeTest().PutWord("glyf", 26, 0x7FFF).Write(fonts.Path("broken.ttf"));
     folder.UseFonts({fonts.Path("broken.ttf")});
-    const ToolResult result = folder.Run({"render", "ABA", "A", "-o", "x.png", "--size", "60x40"});
+    const ToolResult result =
+        folder.Run(WithText({"render", "ABA", "A", "-o", "x.png", "--size", "60x40"}));
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(
         result.err,
@@ -259,14 +272,14 @@ TEST(ToolMissingLetter, ALetterThatCannotBeBuiltIsToldOnceOnOneLine)
     EXPECT_TRUE(folder.Has("x.png"));
 
     const ToolResult strict =
-        folder.Run({"render", "ABA", "-o", "y.png", "--size", "60x40", "--strict"});
+        folder.Run(WithText({"render", "ABA", "-o", "y.png", "--size", "60x40", "--strict"}));
     EXPECT_EQ(strict.status, 1);
     EXPECT_EQ(CountOf("the letter \"A\"", strict.err), 1);
     EXPECT_EQ(CountOf("--strict", strict.err), 1);
     EXPECT_FALSE(folder.Has("y.png"));
 
     // A scene tells it with its name, and so does a pick.
-    ASSERT_EQ(folder.Run({"render", "AB", "--save", "s.orv"}).status, 0);
+    ASSERT_EQ(folder.Run(WithText({"render", "AB", "--save", "s.orv"})).status, 0);
     for (const std::vector<std::string>& command :
          {std::vector<std::string>{"render", "--scene", "s.orv", "-o", "z.png", "--size", "60x40"},
           {"pick", "s.orv", "30,20", "--size", "60x40"}})
@@ -278,5 +291,16 @@ TEST(ToolMissingLetter, ALetterThatCannotBeBuiltIsToldOnceOnOneLine)
                   "no readable outline of it\n");
     }
 }
+
+std::string NameOfText(const testing::TestParamInfo<Arguments>& info)
+{
+    return info.param.empty() ? "OfAnyLanguage" : "Plain";
+}
+
+const auto texts = testing::Values(Arguments(), Arguments{"--plain"});
+
+INSTANTIATE_TEST_SUITE_P(Texts, ToolMissing, texts, NameOfText);
+INSTANTIATE_TEST_SUITE_P(Texts, ToolMissingFont, texts, NameOfText);
+INSTANTIATE_TEST_SUITE_P(Texts, ToolMissingLetter, texts, NameOfText);
 
 }  // namespace

@@ -13,12 +13,13 @@ namespace
 
 using Arguments = std::vector<std::string>;
 
-TEST(ToolProfile, ALetterIsDrawnSavedAndDescribed)
+TEST(ToolProfile, ALetterOfACodePageIsDrawnSavedAndDescribed)
 {
     ToolFolder folder;
-    const ToolResult drawn = folder.Run(
-        {"render", "I", "--style", "profile", "--profile", "0,0 0.0625,-0.03125", "--profile-on",
-         "front", "--fuse", "line", "--size", "64x64", "-o", "i.png", "--save", "i.orv"});
+    const ToolResult drawn =
+        folder.Run({"render", "I", "--plain", "--style", "profile", "--profile",
+                    "0,0 0.0625,-0.03125", "--profile-on", "front", "--fuse", "line", "--size",
+                    "64x64", "-o", "i.png", "--save", "i.orv"});
     ASSERT_EQ(drawn.status, 0) << drawn.err;
     const ToolResult told = folder.Run({"info", "i.orv", "--json"});
     ASSERT_EQ(told.status, 0) << told.err;

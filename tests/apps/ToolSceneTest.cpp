@@ -63,7 +63,8 @@ void Must(ToolFolder& folder, const std::vector<std::string>& arguments)
 TEST(ToolScene, AFileIsAnArchiveOfSceneViewAndCodePage)
 {
     ToolFolder folder;
-    Must(folder, {"render", "One", "two", "--save", "s.orv", "--size", "300x200", "--ortho"});
+    Must(folder,
+         {"render", "One", "two", "--plain", "--save", "s.orv", "--size", "300x200", "--ortho"});
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"s.orv"});  // and no picture
     const Loaded loaded(folder.Path("s.orv"));
     ASSERT_EQ(loaded.scene->GetChildCount(), 1);
@@ -83,7 +84,8 @@ TEST(ToolScene, ASceneDrawnAgainIsTheSameToThePixel)
     });
     const std::vector<std::vector<std::string>> looks = {
         {"Again", "--style", "round"},
-        {"\u041f\u0440\u0438\u0432\u0435\u0442"},  // in another code page
+        {"\u041f\u0440\u0438\u0432\u0435\u0442", "--plain"},  // in another code page
+        {"Kern AVA", "\u0394", "--wrap", "4"},
         {"Wide lens", "--fov", "100", "--turn", "20,50,10"},
         {"Ortho", "--ortho", "--outline"},
         {"A very long line of text that makes the camera stand far away from it"},

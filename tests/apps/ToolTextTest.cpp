@@ -37,11 +37,11 @@ DecodedPicture PictureOfFile(const std::string& content, const std::vector<std::
     return result.status == 0 ? DecodeBmp(folder.Read("x.bmp")) : DecodedPicture();
 }
 
-/// Runs a text that cannot be drawn; what the tool says.
+/// Runs a text that cannot be drawn with --plain; what the tool says.
 std::string Complaint(const std::vector<std::string>& texts)
 {
     ToolFolder folder;
-    std::vector<std::string> arguments = {"render", "-o", "x.png"};
+    std::vector<std::string> arguments = {"render", "-o", "x.png", "--plain"};
     arguments.insert(arguments.end(), texts.begin(), texts.end());
     const ToolResult result = folder.Run(arguments);
     EXPECT_EQ(result.status, 1);
@@ -72,14 +72,14 @@ TEST(ToolText, EveryCodePageOnOfferIsFound)
 {
     for (const char* const text : {"Ærø €", "Łódź", "Ķekava", "İğdır", "Привет", "Ώρα"})
     {
-        EXPECT_GT(BoxOfContent(PictureOf({text})).Width(), 50) << text;
+        EXPECT_GT(BoxOfContent(PictureOf({text}, {"--plain"})).Width(), 50) << text;
     }
 }
 
 TEST(ToolText, TheSameCodeIsAnotherLetterInAnotherCodePage)
 {
     // 0xC6 is both Ж in 1251 and Æ in 1252.
-    EXPECT_FALSE(PictureOf({"Ж"}) == PictureOf({"Æ"}));
+    EXPECT_FALSE(PictureOf({"Ж"}, {"--plain"}) == PictureOf({"Æ"}, {"--plain"}));
 }
 
 TEST(ToolText, TheFirstCharacterThatNoCodePageHoldsIsNamedWithItsLine)
@@ -104,7 +104,7 @@ TEST(ToolText, ACharacterThatTheFontLacksIsNamed)
 
     ToolFolder folder;
     folder.UseFonts({ORVANE_TEST_DATA "/EdgeTest.ttf"});
-    const ToolResult result = folder.Run({"render", "ABé", "-o", "x.png"});
+    const ToolResult result = folder.Run({"render", "ABé", "-o", "x.png", "--plain"});
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(result.err.find("\"é\" (U+00E9)"), std::string::npos) << result.err;
     EXPECT_TRUE(folder.Names().empty());
@@ -149,7 +149,8 @@ TEST(ToolText, AZeroByteInAFileIsACharacterThatFontsLack)
 {
     ToolFolder folder;
     folder.Write("text", std::string("A\0B", 3));
-    const ToolResult result = folder.Run({"render", "--text-file", "text", "-o", "x.png"});
+    const ToolResult result =
+        folder.Run({"render", "--text-file", "text", "-o", "x.png", "--plain"});
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(result.err.find("U+0000"), std::string::npos) << result.err;
 }
@@ -167,9 +168,9 @@ TEST(ToolText, TextThatLooksLikeAnythingElseIsText)
     EXPECT_EQ(folder.Run({"render", "fonts", "showcase", "-o", "x.png"}).status, 0);
 }
 
-TEST(ToolText, ATabIsFourSpaces)
+TEST(ToolText, ATabOfAPlainTextIsFourSpaces)
 {
-    EXPECT_EQ(PictureOf({"A\tB"}), PictureOf({"A    B"}));
+    EXPECT_EQ(PictureOf({"A\tB"}, {"--plain"}), PictureOf({"A    B"}, {"--plain"}));
 }
 
 TEST(ToolText, ATextWithNothingToSeeIsAPictureOfTheBackground)

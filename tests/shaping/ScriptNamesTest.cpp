@@ -24,6 +24,9 @@ TEST(ScriptNames, CharactersOfNoScriptHaveNoName)
 {
     EXPECT_EQ(ScriptName(commonScript), "");
     EXPECT_EQ(PackageForScript(commonScript), "fonts-symbola");
+    EXPECT_EQ(PackageFor(U'\u2603'), "fonts-symbola");  // a snowman
+    EXPECT_EQ(PackageFor(U'\1'), "");
+    EXPECT_EQ(PackageFor(U'\u009F'), "");
     EXPECT_EQ(PackageForScript(unknownScript), "");
     EXPECT_EQ(PackageForScript(MakeScriptTag("Kits")), "");
 }

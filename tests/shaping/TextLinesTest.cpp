@@ -79,6 +79,19 @@ TEST(TextLines, LinesAreAsFarApartAsTheFontSaysTimesTheFactor)
     EXPECT_DOUBLE_EQ(layout.lines[1].baseline, -1.5 * (ascent + descent));
 }
 
+TEST(TextLines, WithoutAFactorLinesAreAsFarApartAsTheirLargestLetterIsHigh)
+{
+    LayoutOptions options = OfLetters(0);
+    options.lineHeight.reset();
+    options.spans.push_back({2, 3, options.style});  // the first letter of the second line
+    options.spans.back().style.size = 2.5;
+    const TextLayout layout = LayOut("a\nbb\n\na", options);
+    ASSERT_EQ(layout.lines.size(), 4U);
+    EXPECT_EQ(layout.lines[1].baseline, -2.5);
+    EXPECT_EQ(layout.lines[2].baseline, -3.5);
+    EXPECT_EQ(layout.lines[3].baseline, -4.5);
+}
+
 TEST(TextLines, LinesAreBrokenAtTheWidthBetweenWords)
 {
     EXPECT_EQ(Split("aaa bb cc", OfLetters(6)), (Lines{"aaa bb ", "cc"}));

@@ -3,6 +3,9 @@
 
 #include "apps/cli/Terminal.h"
 #include "apps/cli/info/JsonWriter.h"
+#if defined(ORVANE_WITH_SHAPING)
+#include "apps/cli/shaping/ShapedParts.h"
+#endif
 #include "document/SceneDocument.h"
 #include "document/TextNode.h"
 #include "document/meshes/UncutParts.h"
@@ -64,9 +67,18 @@ void AddProblems(std::vector<std::string>& problems, const SceneDocument& docume
         case MissingKind::Picture:
             return add(document.missingPictures, PictureText);
         case MissingKind::Font:
-            return add(document.missingFonts, FontText);
+            add(document.missingFonts, FontText);
+#if defined(ORVANE_WITH_SHAPING)
+            add(FontNoticesOf(document), sentence);
+#endif
+            return;
         case MissingKind::Letter:
             return add(MissingLettersOf(document), LetterText);
+        case MissingKind::Character:
+#if defined(ORVANE_WITH_SHAPING)
+            add(MissingCharactersOf(document), sentence);
+#endif
+            return;
         case MissingKind::TextProfile:
             return add(UncutTextsOf(document), sentence);
         case MissingKind::OutlineProfile:

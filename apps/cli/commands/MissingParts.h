@@ -30,6 +30,7 @@ enum class MissingKind
     Picture,
     Font,
     Letter,
+    Character,      ///< that no font has, of texts of any language
     TextProfile,    ///< of the solids of texts that were drawn or made into a mesh
     OutlineProfile  ///< of such solids of outlines
 };

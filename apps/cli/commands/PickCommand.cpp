@@ -15,7 +15,8 @@
 #include "document/TextEncoding.h"
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
-#include "scene/OrvString.h"
+#include "platform/Utf8.h"
+#include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
 #include "solids/OrvOutlineShape.h"
@@ -44,10 +45,15 @@ struct PickOptions
     Strictness strictness = Strictness::GoOn;
 };
 
-/// A character of a text, in UTF-8.
-std::string CharacterOf(const OrvString& text, int index)
+/// The letter that begins at an index of a text, in UTF-8.
+std::string CharacterOf(const DrawingObject& node, int index)
 {
-    return CodePageToUtf8(std::string(1, (*text.GetTextString())[index]), GetACP());
+    // LetterEnd finishes a layout, which changes nothing of the text.
+    auto& text = const_cast<OrvFontString&>(dynamic_cast<const OrvFontString&>(node));
+    const auto first = static_cast<std::size_t>(index);
+    const std::string letter =
+        text.GetTextString()->Text().substr(first, text.LetterEnd(first) - first);
+    return text.IsUtf8() ? ValidUtf8(letter) : CodePageToUtf8(letter, GetACP());
 }
 
 /// The name of an area's material, which is its colour in the SVG file.
@@ -98,7 +104,7 @@ void WritePart(JsonWriter& json, PickedScene& scene, const PickedPart& picked)
     if (picked.kind == HitKind::Letter)
     {
         json.Member("index", picked.index);
-        json.Member("character", CharacterOf(dynamic_cast<const OrvString&>(node), picked.index));
+        json.Member("character", CharacterOf(node, picked.index));
         json.Member("part", NameOf(picked.part));
     }
     else if (picked.kind == HitKind::Triangle)
@@ -152,8 +158,7 @@ std::string PartToText(PickedScene& scene, const PickedPart& picked)
     {
         case HitKind::Letter:
             return text + ", character " + std::to_string(picked.index) + " " +
-                   Quoted(CharacterOf(dynamic_cast<const OrvString&>(node), picked.index)) + ", " +
-                   NameOf(picked.part);
+                   Quoted(CharacterOf(node, picked.index)) + ", " + NameOf(picked.part);
         case HitKind::Triangle:
             return text + ", triangle " + std::to_string(picked.index);
         case HitKind::Area:
@@ -190,7 +195,8 @@ void Pick(const PickOptions& options)
     const SceneDocument document = SceneDocument::Load(options.file, FontProgress());
     document.CheckLevels();
     // Pictures are not told, because the answer does not depend on them.
-    TellMissingParts(document, {MissingKind::Font, MissingKind::Letter}, options.strictness);
+    TellMissingParts(document, {MissingKind::Font, MissingKind::Letter, MissingKind::Character},
+                     options.strictness);
     ViewObject view(*document.view);
     SizeView(view, size);
     std::vector<PickedPart> parts = ScenePicker(view).Pick(pixel.width, pixel.height);

@@ -5,7 +5,6 @@
 #include "apps/cli/Terminal.h"
 #include "apps/cli/commands/OptionAdder.h"
 #include "document/DrawingModes.h"
-#include "document/FontChoice.h"
 #include "document/MeshImport.h"
 #include "document/OptionRange.h"
 #include "document/SceneFraming.h"
@@ -33,6 +32,9 @@ namespace
 
 /// The value of --style for texts with a profile, beside the names of EdgeStyle.
 constexpr const char* profileStyle = "profile";
+
+/// The value of --align for lines of one width, beside the names of Alignment.
+constexpr const char* justified = "justify";
 
 /// What is wrong with a value of --profile, and with which step; empty when it can be read.
 std::string ProblemOfProfile(const std::string& text)
@@ -73,8 +75,7 @@ void TakeSavedView(const SceneDocument& document, const std::string& name)
 
 void SceneSource::AddTexts()
 {
-    texts_ = std::make_unique<TextArguments>(command_);
-    ofText_ = {texts_->FileOption()};
+    text_ = std::make_unique<SceneText>(command_);
 }
 
 void SceneSource::AddSceneFileAndLook()
@@ -101,21 +102,26 @@ void SceneSource::AddSceneFileAndLook()
                                : "The camera of the file is this view, which is saved\nin the "
                                  "scene's file")
                   ->needs(ofScene_);
+    text_->AddSettings();
     const std::vector<CLI::Option*> ofLook = AddLook();
+    ofText_ = text_->All();
     ofText_.insert(ofText_.end(), ofLook.begin(), ofLook.end());
 }
 
 std::vector<CLI::Option*> SceneSource::AddLook()
 {
     OptionAdder add(command_);
-    TextOptions& text = text_;
+    TextOptions& text = look_;
     std::vector<std::string> styles = NamesOf<EdgeStyle>();
     styles.emplace_back(profileStyle);
     style_ = NameOf(text.edgeStyle);
+    std::vector<std::string> alignments = NamesOf<Alignment>();
+    if (SceneText::CanJustify())
+    {
+        alignments.emplace_back(justified);
+    }
+    alignment_ = NameOf(text.alignment);
     std::vector<CLI::Option*> look = {
-        add("--font", text.font, "NAME",
-            "A full name as \"orvane fonts\" lists it [DejaVu Sans\nBold, or the first of some "
-            "others]"),
         add("--style", style_, Alternatives(styles) + " [" + style_ + "]",
             "How the edges of the letters are cut; profile makes\nclosed solids")
             ->check(CLI::IsMember(styles)),
@@ -136,7 +142,9 @@ std::vector<CLI::Option*> SceneSource::AddLook()
     look.insert(look.end(), ofProfile_.begin(), ofProfile_.end());
     const std::vector<CLI::Option*> others = {
         add.Length("--depth", text.depth, 0, 100, "Depth of the letters in ems"),
-        add.Choice("--align", text.alignment, "How the lines are aligned"),
+        add("--align", alignment_, Alternatives(alignments) + " [" + alignment_ + "]",
+            "How the lines are aligned")
+            ->check(CLI::IsMember(alignments)),
         add.Length("--char-spacing", text.characterSpacing, -100, 100,
                    "Space added between characters, in ems"),
         add.Length("--line-spacing", text.lineSpacing, -100, 100,
@@ -156,9 +164,18 @@ std::vector<CLI::Option*> SceneSource::AddLook()
     return look;
 }
 
+bool SceneSource::IsJustified() const
+{
+    return alignment_ == justified;
+}
+
 TextOptions SceneSource::Look() const
 {
-    TextOptions text = text_;
+    TextOptions text = look_;
+    if (!IsJustified())
+    {
+        lexical_cast(alignment_, text.alignment);
+    }
     if (style_ == profileStyle)
     {
         text.profile = profile_.empty() ? "chamfer" : profile_;
@@ -170,12 +187,12 @@ TextOptions SceneSource::Look() const
 
 void SceneSource::SetLook(OutlineOptions& outlines) const
 {
-    outlines.depth = text_.depth;
-    outlines.profileSides = text_.bevelSides;
-    outlines.alignment = text_.alignment;
-    outlines.currentColor = text_.faceColor;
-    outlines.profileWidth = -text_.bevelWidth;
     const TextOptions text = Look();
+    outlines.depth = text.depth;
+    outlines.profileSides = text.bevelSides;
+    outlines.alignment = text.alignment;
+    outlines.currentColor = text.faceColor;
+    outlines.profileWidth = -text.bevelWidth;
     if (text.profile)
     {
         outlines.profile = text.profile;
@@ -206,7 +223,7 @@ void SceneSource::AddSurroundings()
 SceneSource::Request SceneSource::Check() const
 {
     Request request;
-    request.hasText = texts_->AreGiven();
+    request.hasText = text_->IsGiven();
     request.imports = imports_->Parse();
     request.outlines = outlines_->Parse();
     const bool hasSolids = request.hasText || !request.outlines.empty();
@@ -229,6 +246,7 @@ SceneSource::Request SceneSource::Check() const
             throw UsageError(option->get_name() + ": --style profile is required");
         }
     }
+    text_->Check(IsJustified());
     request.camera = surroundings_->Camera();
     request.background = surroundings_->Background();
     request.texture = surroundings_->Texture();
@@ -247,7 +265,7 @@ SceneSource::Request SceneSource::Check() const
                              "of the file on all sides");
         }
     }
-    if (!request.outlines.empty() && text_.depth == 0)
+    if (!request.outlines.empty() && look_.depth == 0)
     {
         throw UsageError("--depth: --outline-file needs a depth above 0");
     }
@@ -279,16 +297,6 @@ void SceneSource::TellUncutSolids(const SceneDocument& document) const
     }
 }
 
-std::unique_ptr<DrawingObject> SceneSource::BuildText() const
-{
-    const EncodedText encoded = EncodeLines(texts_->Lines());
-    SetProcessCodePage(encoded.codePage);
-    LoadFonts(FontProgress());  // after SetProcessCodePage, because fonts keep the code page
-    OrvFont* const font = ChooseFont(text_.font);
-    CheckCharacters(*font, encoded.text);
-    return MakeTextNode(encoded.text, font, Look());
-}
-
 void SceneSource::AddOutlines(SceneDocument& document, const OutlineFile& outlines) const
 {
     OutlineImport made = MakeOutlines(*document.scene, outlines.file, outlines.options);
@@ -303,7 +311,8 @@ void SceneSource::AddOutlines(SceneDocument& document, const OutlineFile& outlin
 /// A document with the text and, after it, the imported meshes and the outlines.
 SceneDocument SceneSource::Build(const Request& request, const Size& size, bool asOutlines) const
 {
-    std::unique_ptr<DrawingObject> text = request.hasText ? BuildText() : nullptr;
+    std::unique_ptr<DrawingObject> text =
+        request.hasText ? text_->Make(Look(), IsJustified(), strictness) : nullptr;
     SceneDocument document;
     SetFirstLights(*document.scene);
     if (text != nullptr)
@@ -349,8 +358,10 @@ SceneDocument SceneSource::Load(const Request& request, std::optional<Size>& siz
 {
     SceneDocument document = SceneDocument::Load(sceneFile_, FontProgress(), open_);
     document.CheckLevels();
-    TellMissingParts(document, {MissingKind::Picture, MissingKind::Font, MissingKind::Letter},
-                     strictness);
+    TellMissingParts(
+        document,
+        {MissingKind::Picture, MissingKind::Font, MissingKind::Letter, MissingKind::Character},
+        strictness);
     SceneObject& scene = *document.scene;
     ViewObject& view = *document.view;
     if (const std::optional<Size> framed = FramedSize(view))

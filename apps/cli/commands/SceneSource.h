@@ -5,7 +5,7 @@
 #include "apps/cli/commands/MissingParts.h"
 #include "apps/cli/commands/OutlineFileOptions.h"
 #include "apps/cli/commands/SceneOptions.h"
-#include "apps/cli/commands/TextArguments.h"
+#include "apps/cli/commands/SceneText.h"
 #include "document/SceneDocument.h"
 #include "orvane/Options.h"
 
@@ -56,24 +56,25 @@ public:
     Strictness strictness = Strictness::GoOn;
 
 private:
-    std::unique_ptr<DrawingObject> BuildText() const;
     SceneDocument Build(const Request& request, const Size& size, bool asOutlines) const;
     SceneDocument Load(const Request& request, std::optional<Size>& size, bool asOutlines) const;
     std::vector<CLI::Option*> AddLook();
+    bool IsJustified() const;
     TextOptions Look() const;
     void SetLook(OutlineOptions& outlines) const;
     void AddOutlines(SceneDocument& document, const OutlineFile& outlines) const;
 
     CLI::App& command_;
     SceneUse use_;
-    std::unique_ptr<TextArguments> texts_;
+    std::unique_ptr<SceneText> text_;
     std::string sceneFile_;
     OpenOptions open_;
     std::string view_;
     /// The look of the text, without what depends on two options: Look has all.
-    TextOptions text_;
-    std::string style_;    ///< a name of an EdgeStyle, or profileStyle
-    std::string profile_;  ///< as TextOptions::profile takes it
+    TextOptions look_;
+    std::string alignment_;  ///< a name of an Alignment, or justified
+    std::string style_;      ///< a name of an EdgeStyle, or profileStyle
+    std::string profile_;    ///< as TextOptions::profile takes it
     std::vector<CLI::Option*> ofProfile_;
     std::vector<CLI::Option*> ofSides_;  ///< the colours of sides and bevels
     std::unique_ptr<ImportOptions> imports_;

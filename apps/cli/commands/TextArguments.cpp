@@ -56,21 +56,21 @@ std::string TextArguments::Text(std::size_t mostBytes) const
     if (!file_.empty())
     {
         parts.push_back(ReadText(file_, mostBytes));
-        // The line end of the last line begins no line of its own.
-        std::string& last = parts.back();
-        for (const char end : {'\n', '\r'})
-        {
-            if (!last.empty() && last.back() == end)
-            {
-                last.pop_back();
-            }
-        }
     }
     std::string text;
     for (std::size_t n = 0; n < parts.size(); ++n)
     {
+        std::string& part = parts[n];
+        // The end of the last line begins no line of its own.
+        for (const char end : {'\n', '\r'})
+        {
+            if (!part.empty() && part.back() == end)
+            {
+                part.pop_back();
+            }
+        }
         text += n == 0 ? "" : "\n";
-        text += parts[n];
+        text += part;
     }
     return text;
 }

@@ -29,7 +29,8 @@ public:
 
     /// The lines, with spaces in place of tabs (SplitLines in document/TextEncoding.h).
     std::vector<std::string> Lines() const;
-    /// The arguments and the content of the file as they are, with LF between them.
+    /// The arguments and the content of the file with LF between them. A line end at the end of
+    /// one of them is left out.
     /// \param mostBytes the most bytes that are read from the file
     std::string Text(std::size_t mostBytes) const;
 

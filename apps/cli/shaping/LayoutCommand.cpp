@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: MIT
+#include "apps/cli/Errors.h"
 #include "apps/cli/PrintableText.h"
 #include "apps/cli/commands/Commands.h"
 #include "apps/cli/commands/CostOptions.h"
-#include "apps/cli/commands/OptionValues.h"
+#include "apps/cli/commands/OptionAdder.h"
 #include "apps/cli/info/JsonWriter.h"
 #include "apps/cli/info/TextTable.h"
+#include "apps/cli/shaping/ShapedParts.h"
 #include "apps/cli/shaping/ShapedTextOptions.h"
 #include "document/OutputFile.h"
+#include "document/texts/ShapedTextNode.h"
 #include "platform/Utf8.h"
+#include "shapedtext/LaidText.h"
+#include "shapedtext/TextFonts.h"
 #include "shaping/CheckedText.h"
 #include "shaping/ScriptNames.h"
 #include "shaping/TextShaper.h"
@@ -26,11 +31,16 @@ namespace orvane
 namespace
 {
 
+// The names of the values of LineAlignment, in their order.
+const std::vector<std::string> alignmentNames = {"start", "left", "center", "right", "justify"};
+
 struct Options
 {
-    explicit Options(CLI::App& command) : text(command) {}
+    explicit Options(CLI::App& command) : texts(command), set(command) {}
 
-    ShapedTextOptions text;
+    TextArguments texts;
+    ShapedTextOptions set;
+    std::string alignment = alignmentNames.front();
     bool json = false;
     Strictness strictness = Strictness::GoOn;
     CostLimits costs;
@@ -188,7 +198,7 @@ void WriteMissing(JsonWriter& json, const TextLayout& layout)
     for (const MissingCharacter& missing : layout.missing)
     {
         const ScriptTag script = ScriptOf(missing.character);
-        const std::string package = PackageForScript(script);
+        const std::string package = PackageFor(missing.character);
         json.BeginObject(JsonWriter::Layout::OneLine);
         json.Member("character", Utf8Of(missing.character));
         json.Member("codePoint", CodePointName(missing.character));
@@ -293,11 +303,22 @@ std::string LayoutToText(std::string_view text, const TextLayout& layout)
 void PrintLayout(const Options& options)
 {
     const CostWatch watch(options.costs);
-    const ShapedText shaped = options.text.Read(options.strictness);
-    const TextLayout layout = TextShaper().LayOut(shaped.text, shaped.options);
+    if (!options.texts.AreGiven())
+    {
+        throw UsageError("a text is required");
+    }
+    const ShapedOptions set = options.set.Read(options.strictness);
+    const PreparedText text = PrepareShapedText(options.set.ReadText(options.texts), set);
+    const TextFonts fonts = OpenTextFonts(text.settings.fonts);
+    TellFontNotices(fonts.notices, options.strictness);
+    LayoutOptions how = LayoutOptionsOf(text.settings, fonts);
+    how.alignment = static_cast<LineAlignment>(
+        std::find(alignmentNames.begin(), alignmentNames.end(), options.alignment) -
+        alignmentNames.begin());
+    const TextLayout layout = TextShaper().LayOut(text.text, how);
     TellMissingCharacters(layout.missing, options.strictness);
-    WriteToStandardOutput(options.json ? LayoutToJson(shaped.text, layout)
-                                       : LayoutToText(shaped.text, layout));
+    WriteToStandardOutput(options.json ? LayoutToJson(text.text, layout)
+                                       : LayoutToText(text.text, layout));
 }
 
 }  // namespace
@@ -307,6 +328,10 @@ void AddLayoutCommand(CLI::App& app)
     CLI::App& command =
         *app.add_subcommand("layout", "Tell the glyphs and the lines of a text of any language");
     const auto options = std::make_shared<Options>(command);
+    OptionAdder add(command);
+    add("--align", options->alignment,
+        Alternatives(alignmentNames) + " [" + options->alignment + "]", "How the lines are aligned")
+        ->check(CLI::IsMember(alignmentNames));
     command.add_flag("--json", options->json, "Prints a JSON object");
     AddStrictOption(
         command, options->strictness,

@@ -3,33 +3,43 @@
 
 #include "apps/cli/commands/MissingParts.h"
 #include "apps/cli/commands/TextArguments.h"
+#include "orvane/ShapedText.h"
 #include "shaping/FontQuery.h"
-#include "shaping/TextLayout.h"
 
+#include <optional>
 #include <string>
 #include <vector>
+
+namespace CLI
+{
+class App;
+class Option;
+}  // namespace CLI
 
 namespace orvane
 {
 
-/// A text of any language and how it is set.
-struct ShapedText
-{
-    std::string text;  ///< in UTF-8, without markup; lines end with LF
-    LayoutOptions options;
-};
-
-/// The options of a command that sets texts of any language: the text, fonts, shaping and lines.
+/// The options of a command that sets texts of any language: markup, fonts, shaping and lines.
 class ShapedTextOptions
 {
 public:
     /// Adds the options to a command, which must live as long as this object.
     explicit ShapedTextOptions(CLI::App& command);
+    ShapedTextOptions(const ShapedTextOptions&) = delete;
+    ShapedTextOptions& operator=(const ShapedTextOptions&) = delete;
 
-    /// Reads the text and opens its fonts. What is not as it was asked for is told on standard
-    /// error. Throws UsageError and Error.
+    CLI::Option* NameOption() const { return name_; }
+    /// All options but that of the font's name.
+    const std::vector<CLI::Option*>& Others() const { return all_; }
+    CLI::Option* WrapOption() const { return wrap_; }
+
+    /// The value of --font, if it was given.
+    std::optional<std::string> FontName() const;
+    /// How the text is set, without its look. Throws UsageError and Error.
     /// \param strictness with Strictness::Fail, letters are set in the named fonts alone
-    ShapedText Read(Strictness strictness) const;
+    ShapedOptions Read(Strictness strictness) const;
+    /// The text, with its markup.
+    std::string ReadText(const TextArguments& texts) const;
 
 private:
     void AddFontOptions();
@@ -39,8 +49,10 @@ private:
     FontQuery Query() const;
 
     CLI::App& command_;
-    TextArguments texts_;
-    bool hasMarkup_ = false;
+    CLI::Option* name_ = nullptr;
+    CLI::Option* wrap_ = nullptr;
+    std::vector<CLI::Option*> all_;
+    ShapedOptions set_;  ///< what needs no further reading
     FontQuery font_;
     bool isItalic_ = false;
     std::string weight_;
@@ -49,13 +61,8 @@ private:
     std::string axes_;
     std::string features_;
     std::string direction_;
-    std::string alignment_;
-    LayoutOptions layout_;
+    std::optional<double> lineHeight_;
+    std::string tabStops_;
 };
-
-/// Tells on standard error which characters no font has: for each script its first characters and,
-/// where one is known, the package that has them. Throws Error when there are any and the command
-/// is to fail.
-void TellMissingCharacters(const std::vector<MissingCharacter>& missing, Strictness strictness);
 
 }  // namespace orvane
