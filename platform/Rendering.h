@@ -112,6 +112,12 @@ ORVANE_API void ReleaseAdoptedContext();
 
 #endif
 
+/// Does what wglCreateContext does, but makes a context of a core profile of OpenGL 3.2 or newer, in
+/// which OpenGL's fixed functions fail: immediate mode, matrices, lights and materials. Nodes cannot
+/// draw themselves there; orvane::ShaderMeshDrawing (solids/ShaderMeshDrawing.h) draws their
+/// triangles.
+ORVANE_API HGLRC CreateCoreContext(HDC dc);
+
 /// The address of an OpenGL function that is newer than OpenGL 1.1, null when there is none. The
 /// address does not tell whether the current context has the function; its version does.
 ORVANE_API void* GetOpenGLFunction(const char* name);

@@ -28,11 +28,13 @@ inline PIXELFORMATDESCRIPTOR Wanted(int colorBits)
 /// A bitmap with a context that is current on this thread.
 struct Drawing : SelectedBitmap
 {
-    explicit Drawing(const BitmapDescription& description) : SelectedBitmap(description)
+    /// \param create wglCreateContext or CreateCoreContext
+    explicit Drawing(const BitmapDescription& description, HGLRC (*create)(HDC) = &wglCreateContext)
+        : SelectedBitmap(description)
     {
         const PIXELFORMATDESCRIPTOR wanted = Wanted(description.header.biBitCount);
         SetPixelFormat(dc, ChoosePixelFormat(dc, &wanted), &wanted);
-        context = wglCreateContext(dc);
+        context = create(dc);
         isValid = context != nullptr && wglMakeCurrent(dc, context) != FALSE;
         reason = GetLastErrorText();
     }

@@ -165,7 +165,7 @@ struct HeadlessContext::State
     std::string reason = {};
 };
 
-HeadlessContext::HeadlessContext(int width, int height)
+HeadlessContext::HeadlessContext(int width, int height, Functions functions)
     : state_(std::make_unique<State>(State{width, height}))
 {
     BITMAPINFO info{};
@@ -184,7 +184,8 @@ HeadlessContext::HeadlessContext(int width, int height)
     state_->bitmap = CreateDIBSection(state_->dc, &info, DIB_RGB_COLORS, nullptr, nullptr, 0);
     SelectObject(state_->dc, state_->bitmap);
     SetPixelFormat(state_->dc, ChoosePixelFormat(state_->dc, &format), &format);
-    state_->context = wglCreateContext(state_->dc);
+    state_->context = functions == Functions::OnlyCore ? CreateCoreContext(state_->dc)
+                                                       : wglCreateContext(state_->dc);
     state_->isCurrent =
         state_->context != nullptr && wglMakeCurrent(state_->dc, state_->context) != FALSE;
     if (!state_->isCurrent)

@@ -52,7 +52,12 @@ int CountDifferentOffEdges(const Picture& expected, const Picture& actual);
 class HeadlessContext
 {
 public:
-    HeadlessContext(int width, int height);
+    enum class Functions
+    {
+        Fixed,    ///< OpenGL's fixed functions and newer ones
+        OnlyCore  ///< of a core profile, without the fixed functions
+    };
+    HeadlessContext(int width, int height, Functions functions = Functions::Fixed);
     ~HeadlessContext();
     HeadlessContext(const HeadlessContext&) = delete;
     HeadlessContext& operator=(const HeadlessContext&) = delete;

@@ -61,12 +61,13 @@ void DrawRendered(int x, int y, int width, int height, const BYTE* bgra)
     }
     if (current->isAdopted)
     {
-        DrawPixels(x, y, width, height, bgra, currentBuffer);
+        DrawPixels(x, y, width, height, bgra, currentBuffer, ContextProfile::FixedFunctions);
     }
     else if (current->context != nullptr)
     {
+        const RenderingContext& context = *current->context;
         current->CallInContext(
-            [&] { DrawPixels(x, y, width, height, bgra, current->context->buffer); });
+            [&] { DrawPixels(x, y, width, height, bgra, context.buffer, context.profile); });
     }
 }
 

@@ -73,7 +73,8 @@ EGLConfig FindConfig(EGLDisplay display, EGLint stencilBits)
 bool FindMaximumSize(EglSystem& system, std::string* reason)
 {
     const EGLint attributes[] = {EGL_WIDTH, 1, EGL_HEIGHT, 1, EGL_NONE};
-    const EGLContext context = CreateEglContext(system.display, system.plain, EGL_NO_CONTEXT);
+    const EGLContext context = CreateEglContext(system.display, system.plain, EGL_NO_CONTEXT,
+                                                ContextProfile::FixedFunctions);
     if (context == EGL_NO_CONTEXT)
     {
         *reason = EglError("eglCreateContext");
@@ -247,14 +248,23 @@ const EglSystem* FindEgl(std::string* reason)
     return found;
 }
 
-EGLContext CreateEglContext(EGLDisplay display, EGLConfig config, EGLContext shared)
+EGLContext CreateEglContext(EGLDisplay display, EGLConfig config, EGLContext shared,
+                            ContextProfile profile)
 {
     // A request for version 2.1 gives the newest compatibility profile, which contains all of
     // OpenGL 1.1.
-    const EGLint attributes[] = {EGL_CONTEXT_MAJOR_VERSION, 2, EGL_CONTEXT_MINOR_VERSION, 1,
-                                 EGL_NONE};
+    const EGLint fixedFunctions[] = {EGL_CONTEXT_MAJOR_VERSION, 2, EGL_CONTEXT_MINOR_VERSION, 1,
+                                     EGL_NONE};
+    const EGLint core[] = {EGL_CONTEXT_MAJOR_VERSION,
+                           3,
+                           EGL_CONTEXT_MINOR_VERSION,
+                           2,
+                           EGL_CONTEXT_OPENGL_PROFILE_MASK,
+                           EGL_CONTEXT_OPENGL_CORE_PROFILE_BIT,
+                           EGL_NONE};
     eglBindAPI(EGL_OPENGL_API);  // per thread
-    return eglCreateContext(display, config, shared, attributes);
+    return eglCreateContext(display, config, shared,
+                            profile == ContextProfile::Core ? core : fixedFunctions);
 }
 
 std::string EglError(const char* call)

@@ -8,6 +8,13 @@
 namespace posix
 {
 
+/// What the functions of an OpenGL context are.
+enum class ContextProfile
+{
+    FixedFunctions,  ///< those of OpenGL 1.1, and as many newer ones as the system has
+    Core             ///< OpenGL 3.2 or newer without the fixed functions
+};
+
 /// The EGL display and configurations with which all contexts of the process are made. The display
 /// needs no screen.
 struct EglSystem
@@ -43,7 +50,8 @@ const EglSystem* FindEgl(std::string* reason);
 
 /// Makes an OpenGL context of a configuration. It shares lists and textures with \p shared, which
 /// may be EGL_NO_CONTEXT. Returns EGL_NO_CONTEXT on failure.
-EGLContext CreateEglContext(EGLDisplay display, EGLConfig config, EGLContext shared);
+EGLContext CreateEglContext(EGLDisplay display, EGLConfig config, EGLContext shared,
+                            ContextProfile profile);
 
 /// The text "eglCall: error 0x3000", with the name \p call and the error of the last EGL call on
 /// this thread.

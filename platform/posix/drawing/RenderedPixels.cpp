@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// For glWindowPos2i, which GL/gl.h does not declare otherwise.
+// For glWindowPos2i and newer functions, which GL/gl.h does not declare otherwise.
 #define GL_GLEXT_PROTOTYPES
 
 #include "platform/posix/drawing/RenderedPixels.h"
@@ -21,14 +21,15 @@ namespace
 class PlainReading
 {
 public:
-    explicit PlainReading(GLenum buffer)
+    PlainReading(GLenum buffer, ContextProfile profile)
+        : hasTransfers_(profile == ContextProfile::FixedFunctions)
     {
         for (std::size_t i = 0; i < std::size(integers); ++i)
         {
             glGetIntegerv(integers[i].name, &savedIntegers_[i]);
             glPixelStorei(integers[i].name, integers[i].plain);
         }
-        for (std::size_t i = 0; i < std::size(transfers); ++i)
+        for (std::size_t i = 0; hasTransfers_ && i < std::size(transfers); ++i)
         {
             glGetFloatv(transfers[i].name, &savedTransfers_[i]);
             glPixelTransferf(transfers[i].name, transfers[i].plain);
@@ -39,7 +40,7 @@ public:
     ~PlainReading()
     {
         glReadBuffer(static_cast<GLenum>(savedBuffer_));
-        for (std::size_t i = 0; i < std::size(transfers); ++i)
+        for (std::size_t i = 0; hasTransfers_ && i < std::size(transfers); ++i)
         {
             glPixelTransferf(transfers[i].name, savedTransfers_[i]);
         }
@@ -71,10 +72,84 @@ private:
         {GL_GREEN_SCALE, 1}, {GL_GREEN_BIAS, 0},  {GL_BLUE_SCALE, 1},
         {GL_BLUE_BIAS, 0},   {GL_ALPHA_SCALE, 1}, {GL_ALPHA_BIAS, 0},
     };
+    const bool hasTransfers_;
     GLint savedIntegers_[std::size(integers)];
     GLfloat savedTransfers_[std::size(transfers)];
     GLint savedBuffer_ = 0;
 };
+
+/// The integers of OpenGL's state that copying pixels changes. Restores them at its end.
+class KeptBindings
+{
+public:
+    KeptBindings()
+    {
+        for (std::size_t i = 0; i < std::size(stores); ++i)
+        {
+            glGetIntegerv(stores[i], &savedStores_[i]);
+            glPixelStorei(stores[i], stores[i] == GL_UNPACK_ALIGNMENT ? 4 : 0);
+        }
+        glGetIntegerv(GL_PIXEL_UNPACK_BUFFER_BINDING, &unpackBuffer_);
+        glGetIntegerv(GL_TEXTURE_BINDING_2D, &texture_);
+        glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING, &readFramebuffer_);
+        glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &drawFramebuffer_);
+        hasScissor_ = glIsEnabled(GL_SCISSOR_TEST) != GL_FALSE;
+        glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
+        glDisable(GL_SCISSOR_TEST);
+    }
+    ~KeptBindings()
+    {
+        if (hasScissor_)
+        {
+            glEnable(GL_SCISSOR_TEST);
+        }
+        glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<GLuint>(drawFramebuffer_));
+        glBindFramebuffer(GL_READ_FRAMEBUFFER, static_cast<GLuint>(readFramebuffer_));
+        glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(texture_));
+        glBindBuffer(GL_PIXEL_UNPACK_BUFFER, static_cast<GLuint>(unpackBuffer_));
+        for (std::size_t i = 0; i < std::size(stores); ++i)
+        {
+            glPixelStorei(stores[i], savedStores_[i]);
+        }
+    }
+    KeptBindings(const KeptBindings&) = delete;
+    KeptBindings& operator=(const KeptBindings&) = delete;
+
+private:
+    static constexpr GLenum stores[] = {GL_UNPACK_SWAP_BYTES,  GL_UNPACK_LSB_FIRST,
+                                        GL_UNPACK_ROW_LENGTH,  GL_UNPACK_SKIP_ROWS,
+                                        GL_UNPACK_SKIP_PIXELS, GL_UNPACK_ALIGNMENT};
+    GLint savedStores_[std::size(stores)];
+    GLint unpackBuffer_ = 0;
+    GLint texture_ = 0;
+    GLint readFramebuffer_ = 0;
+    GLint drawFramebuffer_ = 0;
+    bool hasScissor_ = false;
+};
+
+/// Does what DrawPixels does in a core profile, which has no glDrawPixels: makes a texture of the
+/// pixels and copies it to the surface.
+void CopyPixels(int x, int y, int width, int height, const BYTE* bgra, GLenum buffer)
+{
+    const KeptBindings kept;
+    GLuint texture = 0;
+    GLuint framebuffer = 0;
+    glGenTextures(1, &texture);
+    glGenFramebuffers(1, &framebuffer);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, width, height, 0, GL_BGRA, GL_UNSIGNED_BYTE, bgra);
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, framebuffer);
+    glFramebufferTexture2D(GL_READ_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture, 0);
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, 0);
+    GLint drawBuffer = 0;
+    glGetIntegerv(GL_DRAW_BUFFER, &drawBuffer);
+    glDrawBuffer(buffer);
+    glBlitFramebuffer(0, 0, width, height, x, y, x + width, y + height, GL_COLOR_BUFFER_BIT,
+                      GL_NEAREST);
+    glDrawBuffer(static_cast<GLenum>(drawBuffer));
+    glDeleteFramebuffers(1, &framebuffer);
+    glDeleteTextures(1, &texture);
+}
 
 /// Switches off everything that affects drawing pixels and restores it at its end.
 class PlainDrawing
@@ -147,9 +222,9 @@ private:
 
 }  // namespace
 
-void ReadBits(Bitmap& bitmap, GLenum buffer)
+void ReadBits(Bitmap& bitmap, GLenum buffer, ContextProfile profile)
 {
-    const PlainReading plain(buffer);
+    const PlainReading plain(buffer, profile);
     const auto read = [&bitmap](int first, int count, BYTE* pixels) {
         glReadPixels(0, first, bitmap.width, count, GL_BGRA, GL_UNSIGNED_BYTE, pixels);
     };
@@ -178,8 +253,14 @@ void ReadBits(Bitmap& bitmap, GLenum buffer)
     }
 }
 
-bool DrawPixels(int x, int y, int width, int height, const BYTE* bgra, GLenum buffer)
+bool DrawPixels(int x, int y, int width, int height, const BYTE* bgra, GLenum buffer,
+                ContextProfile profile)
 {
+    if (profile == ContextProfile::Core)
+    {
+        CopyPixels(x, y, width, height, bgra, buffer);
+        return true;
+    }
     const PlainDrawing plain(buffer);
     if (!plain.HasRoom())
     {
@@ -190,9 +271,10 @@ bool DrawPixels(int x, int y, int width, int height, const BYTE* bgra, GLenum bu
     return true;
 }
 
-bool DrawBits(const Bitmap& bitmap, GLenum buffer)
+bool DrawBits(const Bitmap& bitmap, GLenum buffer, ContextProfile profile)
 {
-    if (HashOfBits(bitmap) == 0 && bitmap.colors.empty())
+    if (profile == ContextProfile::FixedFunctions && HashOfBits(bitmap) == 0 &&
+        bitmap.colors.empty())
     {
         const PlainDrawing plain(buffer);
         if (plain.HasRoom())
@@ -209,7 +291,7 @@ bool DrawBits(const Bitmap& bitmap, GLenum buffer)
         ExpandPixels(bitmap, bitmap.Row(y), 0, bitmap.width,
                      pixels.data() + 4 * width * static_cast<std::size_t>(y));
     }
-    return DrawPixels(0, 0, bitmap.width, bitmap.height, pixels.data(), buffer);
+    return DrawPixels(0, 0, bitmap.width, bitmap.height, pixels.data(), buffer, profile);
 }
 
 }  // namespace posix

@@ -17,6 +17,7 @@ namespace
 
 using posix::AdoptedContext;
 using posix::Bitmap;
+using posix::ContextProfile;
 using posix::CurrentContext;
 using posix::CurrentOfThread;
 using posix::DeviceContext;
@@ -61,9 +62,7 @@ BOOL MakeAdoptedCurrent(CurrentContext& current, HDC dc)
     return TRUE;
 }
 
-}  // namespace
-
-HGLRC wglCreateContext(HDC handle)
+HGLRC CreateContext(HDC handle, ContextProfile profile)
 {
     const std::shared_ptr<DeviceContext> dc = ResolveOrRefuse<DeviceContext>(handle);
     const std::shared_ptr<Bitmap> bitmap = dc == nullptr ? nullptr : TargetOf(*dc);
@@ -78,12 +77,24 @@ HGLRC wglCreateContext(HDC handle)
         posix::SetError(ERROR_NO_RENDERING, "no OpenGL: " + reason);
         return nullptr;
     }
-    const auto context = std::make_shared<RenderingContext>(*egl, dc->pixelFormat);
+    const auto context = std::make_shared<RenderingContext>(*egl, dc->pixelFormat, profile);
     if (!context->CreateContext(EGL_NO_CONTEXT) || !context->FitSurface(*bitmap))
     {
         return nullptr;
     }
     return static_cast<HGLRC>(posix::AddHandle(context));
+}
+
+}  // namespace
+
+HGLRC wglCreateContext(HDC dc)
+{
+    return CreateContext(dc, ContextProfile::FixedFunctions);
+}
+
+HGLRC CreateCoreContext(HDC dc)
+{
+    return CreateContext(dc, ContextProfile::Core);
 }
 
 BOOL wglDeleteContext(HGLRC handle)
@@ -169,7 +180,7 @@ BOOL wglMakeCurrent(HDC dcHandle, HGLRC handle)
     }
     if (context->copied.lock() != bitmap || context->copiedHash != posix::HashOfBits(*bitmap))
     {
-        posix::DrawBits(*bitmap, context->buffer);
+        posix::DrawBits(*bitmap, context->buffer, context->profile);
     }
     return TRUE;
 }

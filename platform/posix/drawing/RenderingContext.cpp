@@ -25,10 +25,12 @@ thread_local bool isThreadEnding = false;
 
 }  // namespace
 
-RenderingContext::RenderingContext(const EglSystem& eglSystem, int format)
+RenderingContext::RenderingContext(const EglSystem& eglSystem, int format,
+                                   ContextProfile contextProfile)
     : egl(eglSystem),
       pixelFormat(format),
-      config(HasStencil(format) ? eglSystem.stencil : eglSystem.plain)
+      config(HasStencil(format) ? eglSystem.stencil : eglSystem.plain),
+      profile(contextProfile)
 {}
 
 RenderingContext::~RenderingContext()
@@ -45,7 +47,7 @@ RenderingContext::~RenderingContext()
 
 bool RenderingContext::CreateContext(EGLContext shared)
 {
-    const EGLContext created = CreateEglContext(egl.display, config, shared);
+    const EGLContext created = CreateEglContext(egl.display, config, shared, profile);
     if (created == EGL_NO_CONTEXT)
     {
         SetError(ERROR_NO_RENDERING, EglError("eglCreateContext"));
@@ -122,7 +124,7 @@ void CurrentContext::Flush() const
 {
     if (context != nullptr)
     {
-        CallInContext([this] { ReadBits(*bitmap, context->buffer); });
+        CallInContext([this] { ReadBits(*bitmap, context->buffer, context->profile); });
     }
 }
 

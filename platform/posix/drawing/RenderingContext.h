@@ -21,7 +21,7 @@ namespace posix
 /// of the bitmap that the context drew into last.
 struct RenderingContext final : HandleObject
 {
-    RenderingContext(const EglSystem& eglSystem, int format);
+    RenderingContext(const EglSystem& eglSystem, int format, ContextProfile contextProfile);
     ~RenderingContext() override;
 
     /// Makes the OpenGL context, which replaces an earlier one. \p shared may be EGL_NO_CONTEXT;
@@ -41,6 +41,7 @@ struct RenderingContext final : HandleObject
     const EglSystem& egl;
     const int pixelFormat;
     const EGLConfig config;
+    const ContextProfile profile;
     EGLContext context = EGL_NO_CONTEXT;
     EGLSurface surface = EGL_NO_SURFACE;
     int width = 0;  ///< of the surface, pixels
