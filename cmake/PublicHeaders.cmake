@@ -118,6 +118,8 @@ set(ORVANE_PUBLIC_HEADERS
   solids/MeshCache.h
   solids/OrvOutlineShape.h
   solids/OrvProfileString.h
+  solids/ShaderMeshDrawing.h
+  solids/ShaderView.h
   solids/SolidMesh.h
   solids/UncutSolid.h
   studio/StudioOptions.h

@@ -3,6 +3,7 @@
 #include "imaging/TextureOwnership.h"
 #include "imaging/TextureSettings.h"
 #include "imaging/TextureSize.h"
+#include "imaging/TextureUpload.h"
 #include "platform/Limits.h"
 #include "platform/OpenGL.h"
 
@@ -98,7 +99,8 @@ std::unique_ptr<_RGBImageRecord> Reduced(const _RGBImageRecord& image, PixelSize
     return reduced;
 }
 
-int SpecifyTexture(const _RGBImageRecord& image, TextureQuality quality)
+/// \param format OpenGL's name of what it keeps of a pixel
+int SpecifyTexture(const _RGBImageRecord& image, TextureQuality quality, GLint format)
 {
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
     SetFilters(quality);
@@ -111,7 +113,7 @@ int SpecifyTexture(const _RGBImageRecord& image, TextureQuality quality)
     limit = std::min(limit, largestTexture);
     if (quality == TextureQuality::Mipmap)
     {
-        gluBuild2DMipmaps(GL_TEXTURE_2D, 3, image.sizeX, image.sizeY, GL_RGB, GL_UNSIGNED_BYTE,
+        gluBuild2DMipmaps(GL_TEXTURE_2D, format, image.sizeX, image.sizeY, GL_RGB, GL_UNSIGNED_BYTE,
                           image.data);
         return 1;
     }
@@ -123,35 +125,57 @@ int SpecifyTexture(const _RGBImageRecord& image, TextureQuality quality)
         return 0;
     }
     ScaleImage(image, width, height, pixels.get());
-    glTexImage2D(GL_TEXTURE_2D, 0, 3, width, height, 0, GL_RGB, GL_UNSIGNED_BYTE, pixels.get());
+    glTexImage2D(GL_TEXTURE_2D, 0, format, width, height, 0, GL_RGB, GL_UNSIGNED_BYTE,
+                 pixels.get());
     return 1;
 }
 
-}  // namespace
-
-int TextureMap::GenerateTextureMaps()
+int GenerateMaps(TextureMap& texture, GLint format)
 {
-    const TextureOwnership ownership(*this);
-    if (!ownership.IsOwned() || !ShouldTexture())
+    const TextureOwnership ownership(texture);
+    if (!ownership.IsOwned() || !texture.ShouldTexture())
     {
         return 0;
     }
-    const _RGBImageRecord* const pixels = GetImage();
+    const _RGBImageRecord* const pixels = texture.GetImage();
     if (pixels == nullptr)
     {
-        textureFlags &= ~Valid;
+        texture.textureFlags &= ~TextureMap::Valid;
         return 0;
     }
+    const auto quality = static_cast<TextureQuality>(texture.GetQuality());
     // Pictures from files fit already; an application may have set others.
     const PixelSize whole = {pixels->sizeX, pixels->sizeY};
     const PixelSize size = FitTexture(whole, orvane::limits::maxTexturePixels);
     if (size == whole)
     {
-        return SpecifyTexture(*pixels, static_cast<TextureQuality>(quality));
+        return SpecifyTexture(*pixels, quality, format);
     }
     const std::unique_ptr<_RGBImageRecord> reduced = Reduced(*pixels, size);
-    return reduced != nullptr &&
-           SpecifyTexture(*reduced, static_cast<TextureQuality>(quality)) != 0;
+    return reduced != nullptr && SpecifyTexture(*reduced, quality, format) != 0;
+}
+
+void RepeatPicture()
+{
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+}
+
+}  // namespace
+
+bool orvane::UploadTexture(TextureMap& texture)
+{
+    if (GenerateMaps(texture, GL_RGB) == 0)
+    {
+        return false;
+    }
+    RepeatPicture();
+    return true;
+}
+
+int TextureMap::GenerateTextureMaps()
+{
+    return GenerateMaps(*this, 3);
 }
 
 int TextureMap::PrepareTextureMap()
@@ -164,8 +188,7 @@ int TextureMap::PrepareTextureMap()
     }
     glEnable(GL_TEXTURE_2D);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+    RepeatPicture();
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, modulate != 0 ? GL_MODULATE : GL_DECAL);
     return 1;
 }

@@ -101,6 +101,7 @@
 #include "solids/MeshCache.h"
 #include "solids/OrvOutlineShape.h"
 #include "solids/OrvProfileString.h"
+#include "solids/ShaderMeshDrawing.h"
 #if __has_include("shapedtext/OrvShapedString.h")  // built with ORVANE_WITH_SHAPING
 #include "shapedtext/OrvShapedString.h"
 #endif

@@ -157,7 +157,9 @@ private:
     }
 
     MeshBuildOptions options_;
-    SurfaceRecorder recorder_{SurfaceRecorder::Diagonals::Usual};
+    SurfaceRecorder recorder_{options_.renderedDiagonals
+                                  ? SurfaceRecorder::Diagonals::UsualAndRendered
+                                  : SurfaceRecorder::Diagonals::Usual};
     MeshMaterials materials_;
     // Of the node in hand:
     std::vector<Bucket> buckets_;
@@ -314,8 +316,9 @@ MeshBuilder::Shape MeshBuilder::KeepShape(const MeshTransform& placement)
     shape.endRun = runs_.size();
     shapeVertices_.insert(shapeVertices_.end(), recorder_.Vertices().begin(),
                           recorder_.Vertices().end());
-    shapeIndices_.insert(shapeIndices_.end(), recorder_.Indices().begin(),
-                         recorder_.Indices().end());
+    const std::vector<std::uint32_t>& indices =
+        options_.renderedDiagonals ? recorder_.RenderedIndices() : recorder_.Indices();
+    shapeIndices_.insert(shapeIndices_.end(), indices.begin(), indices.end());
     if (placement.IsMirroring())
     {
         TurnRound(shapeIndices_, firstIndex);

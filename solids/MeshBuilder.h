@@ -20,6 +20,10 @@ struct MeshBuildOptions
     /// Whether texts with described edges are built as closed solids: those of MakeClosedText
     /// (solids/ClosedText.h). BuildMesh then throws what MakeClosedText throws.
     bool closedTexts = false;
+    /// Whether the quadrilaterals of letters are cut along the diagonal along which the software
+    /// renderer cuts them in immediate mode, so that a drawing of the mesh has the same colours
+    /// between their corners.
+    bool renderedDiagonals = false;
 };
 
 /// The triangles that drawing a node and everything below it would draw: those of texts, outlines

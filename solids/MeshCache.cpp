@@ -4,10 +4,11 @@
 #include "import3ds/TriangularMeshObject.h"
 #include "platform/OpenGL.h"
 #include "scene/OrvFontString.h"
-#include "solids/ImportedMeshDrawing.h"
 #include "solids/OrvOutlineShape.h"
-#include "solids/OutlineMeshDrawing.h"
-#include "solids/TextMeshDrawing.h"
+#include "solids/drawing/ImportedMeshDrawing.h"
+#include "solids/drawing/OpenGLFunctions.h"
+#include "solids/drawing/OutlineMeshDrawing.h"
+#include "solids/drawing/TextMeshDrawing.h"
 
 #include <algorithm>
 

@@ -36,7 +36,7 @@ struct BufferFunctions;
 /// in place of filled polygons, or with flat shading, nodes draw themselves.
 ///
 /// The context must have OpenGL's fixed functions, because matrices, lights and materials are set
-/// as in immediate mode. For a core profile, BuildMesh (solids/MeshBuilder.h) gives the triangles.
+/// as in immediate mode. In a core profile, ShaderMeshDrawing (solids/ShaderMeshDrawing.h) draws.
 ///
 /// A cache belongs to the context that is current when it draws first. That context must be current
 /// at each later draw, in Clear and in the destructor. Use it on one thread at a time.

@@ -5,8 +5,8 @@
 #include "material/MetallicRoughness.h"
 #include "material/NamedColor.h"
 #include "platform/OpenGL.h"
+#include "solids/drawing/ShaderProgram.h"
 #include "studio/Environment.h"
-#include "studio/ShaderProgram.h"
 #include "studio/StudioShaders.h"
 
 #include <algorithm>

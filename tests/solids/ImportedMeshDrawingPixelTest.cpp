@@ -5,9 +5,7 @@
 #include "tests/support/MeshDrawingPixels.h"
 #include "tests/support/Meshes.h"
 
-#include <cmath>
 #include <functional>
-#include <numbers>
 
 namespace
 {
@@ -20,38 +18,6 @@ INSTANTIATE_TEST_SUITE_P(Storages, ImportedMeshPixels,
                          [](const auto& each) {
                              return each.param == MeshCache::Storage::Arrays ? "Arrays" : "Buffers";
                          });
-
-/// A ball of triangles that are all different, with two materials.
-void FillBall(TriangularMeshObject& mesh)
-{
-    constexpr int rows = 12;
-    constexpr int columns = 20;
-    for (int row = 0; row <= rows; ++row)
-    {
-        for (int column = 0; column < columns; ++column)
-        {
-            const double across = 2 * std::numbers::pi * column / columns;
-            const double down = std::numbers::pi * row / rows;
-            AddVertices(mesh, {Vector(static_cast<float>(std::sin(down) * std::cos(across)),
-                                      static_cast<float>(std::sin(down) * std::sin(across)),
-                                      static_cast<float>(std::cos(down)))});
-        }
-    }
-    for (int row = 0; row < rows; ++row)
-    {
-        for (int column = 0; column < columns; ++column)
-        {
-            const auto at = [&](int r, int c) {
-                return static_cast<WORD>(r * columns + c % columns);
-            };
-            const WORD material = row % 4 < 2 ? 0 : 1;
-            AddFace(mesh, at(row, column), at(row + 1, column), at(row + 1, column + 1), material);
-            AddFace(mesh, at(row, column), at(row + 1, column + 1), at(row, column + 1), material);
-        }
-    }
-    mesh.CalculateFaceNormals();
-    mesh.CalculateVertexNormals();
-}
 
 TEST_P(ImportedMeshPixels, ImportedMeshesLookTheSameAndEveryChangeIsSeen)
 {

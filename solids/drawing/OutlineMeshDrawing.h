@@ -2,8 +2,8 @@
 #pragma once
 
 #include "geometry/Vector2D.h"
-#include "solids/MeshDrawing.h"
 #include "solids/OutlineSolids.h"
+#include "solids/drawing/MeshDrawing.h"
 
 #include <optional>
 #include <vector>

@@ -13,13 +13,6 @@ namespace orvane
 
 struct BufferFunctions;
 
-/// The functions of the current context for buffers. Null when the context has no buffers or no
-/// vertex array objects: they came with OpenGL 3.0, or with an extension of OpenGL 1.5.
-std::shared_ptr<const BufferFunctions> FindBufferFunctions();
-
-/// The version of the current context, such as 2.1; 0 when there is no desktop OpenGL context.
-double CurrentOpenGLVersion();
-
 /// The vertices and triangles of one drawing: in buffers of the OpenGL context, or in the program's
 /// memory when the context has no buffers.
 ///

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "solids/OutlineMeshDrawing.h"
+#include "solids/drawing/OutlineMeshDrawing.h"
 
 #include "extrude/LetterDrawing.h"
 #include "geometry/SurfaceRecorder.h"

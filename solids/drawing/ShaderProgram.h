@@ -4,9 +4,9 @@
 #include "platform/OpenGL.h"
 
 #include <array>
+#include <cstddef>
+#include <initializer_list>
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace orvane
 {
@@ -19,7 +19,9 @@ class ShaderProgram
 {
 public:
     /// Throws Error when the context has no shaders of GLSL 1.30 (OpenGL 3.0), or refuses these.
-    ShaderProgram(const char* vertexShader, const char* fragmentShader);
+    /// \param attributes the vertex shader's own inputs, which get the numbers 0, 1, ...
+    ShaderProgram(const char* vertexShader, const char* fragmentShader,
+                  std::initializer_list<const char*> attributes = {});
     ~ShaderProgram();
     ShaderProgram(const ShaderProgram&) = delete;
     ShaderProgram& operator=(const ShaderProgram&) = delete;
@@ -30,8 +32,17 @@ public:
     void Set(const char* name, float value) const;
     void Set(const char* name, const std::array<float, 4>& value) const;
     void Set(const char* name, const std::array<float, 3>& value) const;
-    /// An array of vectors.
+    /// Arrays.
+    void Set(const char* name, const float* values, int count) const;
     void Set(const char* name, const std::array<float, 3>* values, int count) const;
+    void Set(const char* name, const std::array<float, 4>* values, int count) const;
+    /// Matrices of 3 x 3 and 4 x 4 numbers, column by column.
+    void Set(const char* name, const std::array<float, 9>& matrix) const;
+    void Set(const char* name, const std::array<float, 16>& matrix) const;
+
+    /// Makes the bound vertex array object take an attribute of \p count floats from the bound
+    /// buffer, the first at byte \p offset and the next ones \p stride bytes apart.
+    void SetAttribute(unsigned number, int count, std::size_t stride, std::size_t offset) const;
 
     /// As long as it lives, OpenGL draws with the program. Afterwards it draws as before.
     class Usage

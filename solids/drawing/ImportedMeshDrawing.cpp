@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "solids/ImportedMeshDrawing.h"
+#include "solids/drawing/ImportedMeshDrawing.h"
 
 #include "geometry/SurfaceRecorder.h"
 #include "import3ds/TriangularMeshObject.h"

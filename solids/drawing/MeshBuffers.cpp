@@ -1,16 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "solids/MeshBuffers.h"
+#include "solids/drawing/MeshBuffers.h"
 
-#include "platform/Rendering.h"
+#include "solids/drawing/OpenGLFunctions.h"
 
-#include <charconv>
 #include <cstring>
-#include <string_view>
 #include <utility>
-
-#if !defined(APIENTRY)
-#define APIENTRY
-#endif
 
 namespace orvane
 {
@@ -18,11 +12,6 @@ namespace orvane
 namespace
 {
 // Names that OpenGL 1.1 does not have.
-constexpr GLenum arrayBuffer = 0x8892;
-constexpr GLenum elementArrayBuffer = 0x8893;
-constexpr GLenum arrayBufferBinding = 0x8894;
-constexpr GLenum staticDraw = 0x88E4;
-constexpr GLenum vertexArrayBinding = 0x85B5;
 constexpr GLenum clientActiveTexture = 0x84E1;
 constexpr GLenum firstTextureUnit = 0x84C0;
 
@@ -31,71 +20,7 @@ GLenum FormatOf(bool isTextured)
 {
     return isTextured ? GL_T2F_N3F_V3F : GL_N3F_V3F;
 }
-
-/// Whether the current context has buffers and vertex array objects.
-bool HasBuffers()
-{
-    const double version = CurrentOpenGLVersion();
-    if (version >= 3.0)
-    {
-        return true;
-    }
-    const auto* const extensions = reinterpret_cast<const char*>(glGetString(GL_EXTENSIONS));
-    return version >= 1.5 && extensions != nullptr &&
-           std::string_view(extensions).find("GL_ARB_vertex_array_object") !=
-               std::string_view::npos;
-}
 }  // namespace
-
-struct BufferFunctions
-{
-    void(APIENTRY* genBuffers)(GLsizei, GLuint*);
-    void(APIENTRY* deleteBuffers)(GLsizei, const GLuint*);
-    void(APIENTRY* bindBuffer)(GLenum, GLuint);
-    void(APIENTRY* bufferData)(GLenum, std::ptrdiff_t, const void*, GLenum);
-    void(APIENTRY* genVertexArrays)(GLsizei, GLuint*);
-    void(APIENTRY* deleteVertexArrays)(GLsizei, const GLuint*);
-    void(APIENTRY* bindVertexArray)(GLuint);
-    void(APIENTRY* setClientActiveTexture)(GLenum);
-    void(APIENTRY* drawRangeElements)(GLenum, GLuint, GLuint, GLsizei, GLenum, const void*);
-};
-
-double CurrentOpenGLVersion()
-{
-    const auto* const text = reinterpret_cast<const char*>(glGetString(GL_VERSION));
-    double version = 0;
-    if (text != nullptr)
-    {
-        // std::strtod would read the point as the program's locale says.
-        std::from_chars(text, text + std::strlen(text), version);
-    }
-    return version;
-}
-
-std::shared_ptr<const BufferFunctions> FindBufferFunctions()
-{
-    if (!HasBuffers())
-    {
-        return nullptr;
-    }
-    auto found = std::make_shared<BufferFunctions>();
-    bool hasAll = true;
-    const auto find = [&hasAll](auto& function, const char* name) {
-        function =
-            reinterpret_cast<std::remove_reference_t<decltype(function)>>(GetOpenGLFunction(name));
-        hasAll = hasAll && function != nullptr;
-    };
-    find(found->genBuffers, "glGenBuffers");
-    find(found->deleteBuffers, "glDeleteBuffers");
-    find(found->bindBuffer, "glBindBuffer");
-    find(found->bufferData, "glBufferData");
-    find(found->genVertexArrays, "glGenVertexArrays");
-    find(found->deleteVertexArrays, "glDeleteVertexArrays");
-    find(found->bindVertexArray, "glBindVertexArray");
-    find(found->setClientActiveTexture, "glClientActiveTexture");
-    find(found->drawRangeElements, "glDrawRangeElements");
-    return hasAll ? found : nullptr;
-}
 
 MeshBuffers::MeshBuffers(std::shared_ptr<const BufferFunctions> functions)
     : functions_(std::move(functions))

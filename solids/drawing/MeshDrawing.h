@@ -4,7 +4,7 @@
 #include "geometry/MeshVertex.h"
 #include "material/NamedColor.h"
 #include "scene/SolidDrawer.h"
-#include "solids/MeshBuffers.h"
+#include "solids/drawing/MeshBuffers.h"
 
 namespace orvane
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "solids/TextMeshDrawing.h"
+#include "solids/drawing/TextMeshDrawing.h"
 
 #include "extrude/ExtrusionData.h"
 #include "extrude/LetterDrawing.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "solids/MeshDrawing.h"
+#include "solids/drawing/MeshDrawing.h"
 
 class TriangularMeshObject;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "solids/MeshDrawing.h"
+#include "solids/drawing/MeshDrawing.h"
 
 #include <array>
 #include <bit>

@@ -1,15 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "studio/ShaderProgram.h"
+#include "solids/drawing/ShaderProgram.h"
 
 #include "orvane/Error.h"
-#include "platform/Rendering.h"
-#include "solids/MeshBuffers.h"
+#include "solids/drawing/OpenGLFunctions.h"
 
-#include <type_traits>
-
-#if !defined(APIENTRY)
-#define APIENTRY
-#endif
+#include <string>
 
 namespace orvane
 {
@@ -35,6 +30,7 @@ struct ShaderFunctions
     void(APIENTRY* deleteShader)(GLuint);
     GLuint(APIENTRY* createProgram)();
     void(APIENTRY* attachShader)(GLuint, GLuint);
+    void(APIENTRY* bindAttribute)(GLuint, GLuint, const char*);
     void(APIENTRY* linkProgram)(GLuint);
     void(APIENTRY* getProgram)(GLuint, GLenum, GLint*);
     void(APIENTRY* getProgramLog)(GLuint, GLsizei, GLsizei*, char*);
@@ -43,9 +39,14 @@ struct ShaderFunctions
     GLint(APIENTRY* getUniformLocation)(GLuint, const char*);
     void(APIENTRY* uniform1i)(GLint, GLint);
     void(APIENTRY* uniform1f)(GLint, GLfloat);
+    void(APIENTRY* uniform1fv)(GLint, GLsizei, const GLfloat*);
     void(APIENTRY* uniform3fv)(GLint, GLsizei, const GLfloat*);
     void(APIENTRY* uniform4fv)(GLint, GLsizei, const GLfloat*);
+    void(APIENTRY* uniformMatrix3fv)(GLint, GLsizei, GLboolean, const GLfloat*);
+    void(APIENTRY* uniformMatrix4fv)(GLint, GLsizei, GLboolean, const GLfloat*);
     void(APIENTRY* activeTexture)(GLenum);
+    void(APIENTRY* vertexAttribute)(GLuint, GLint, GLenum, GLboolean, GLsizei, const void*);
+    void(APIENTRY* enableAttribute)(GLuint);
 };
 
 namespace
@@ -59,33 +60,36 @@ std::unique_ptr<const ShaderFunctions> FindFunctions()
         throw Error("OpenGL", "a context without shaders of GLSL 1.30", "OpenGL 3.0 or later");
     }
     auto found = std::make_unique<ShaderFunctions>();
-    const auto find = [](auto& function, const char* name) {
-        function =
-            reinterpret_cast<std::remove_reference_t<decltype(function)>>(GetOpenGLFunction(name));
-        if (function == nullptr)
-        {
-            throw Error("OpenGL", std::string("no function ") + name, "OpenGL 3.0 or later");
-        }
-    };
-    find(found->createShader, "glCreateShader");
-    find(found->shaderSource, "glShaderSource");
-    find(found->compileShader, "glCompileShader");
-    find(found->getShader, "glGetShaderiv");
-    find(found->getShaderLog, "glGetShaderInfoLog");
-    find(found->deleteShader, "glDeleteShader");
-    find(found->createProgram, "glCreateProgram");
-    find(found->attachShader, "glAttachShader");
-    find(found->linkProgram, "glLinkProgram");
-    find(found->getProgram, "glGetProgramiv");
-    find(found->getProgramLog, "glGetProgramInfoLog");
-    find(found->deleteProgram, "glDeleteProgram");
-    find(found->useProgram, "glUseProgram");
-    find(found->getUniformLocation, "glGetUniformLocation");
-    find(found->uniform1i, "glUniform1i");
-    find(found->uniform1f, "glUniform1f");
-    find(found->uniform3fv, "glUniform3fv");
-    find(found->uniform4fv, "glUniform4fv");
-    find(found->activeTexture, "glActiveTexture");
+    FunctionFinder finder;
+    finder.Find(found->createShader, "glCreateShader");
+    finder.Find(found->shaderSource, "glShaderSource");
+    finder.Find(found->compileShader, "glCompileShader");
+    finder.Find(found->getShader, "glGetShaderiv");
+    finder.Find(found->getShaderLog, "glGetShaderInfoLog");
+    finder.Find(found->deleteShader, "glDeleteShader");
+    finder.Find(found->createProgram, "glCreateProgram");
+    finder.Find(found->attachShader, "glAttachShader");
+    finder.Find(found->bindAttribute, "glBindAttribLocation");
+    finder.Find(found->linkProgram, "glLinkProgram");
+    finder.Find(found->getProgram, "glGetProgramiv");
+    finder.Find(found->getProgramLog, "glGetProgramInfoLog");
+    finder.Find(found->deleteProgram, "glDeleteProgram");
+    finder.Find(found->useProgram, "glUseProgram");
+    finder.Find(found->getUniformLocation, "glGetUniformLocation");
+    finder.Find(found->uniform1i, "glUniform1i");
+    finder.Find(found->uniform1f, "glUniform1f");
+    finder.Find(found->uniform1fv, "glUniform1fv");
+    finder.Find(found->uniform3fv, "glUniform3fv");
+    finder.Find(found->uniform4fv, "glUniform4fv");
+    finder.Find(found->uniformMatrix3fv, "glUniformMatrix3fv");
+    finder.Find(found->uniformMatrix4fv, "glUniformMatrix4fv");
+    finder.Find(found->activeTexture, "glActiveTexture");
+    finder.Find(found->vertexAttribute, "glVertexAttribPointer");
+    finder.Find(found->enableAttribute, "glEnableVertexAttribArray");
+    if (!finder.HasAll())
+    {
+        throw Error("OpenGL", "no functions for shaders", "OpenGL 3.0 or later");
+    }
     return found;
 }
 
@@ -103,7 +107,7 @@ void Check(GLuint object, StatusFunction status, GLenum which, LogFunction log)
         GLsizei length = 0;
         log(object, static_cast<GLsizei>(text.size()), &length, text.data());
         text.resize(static_cast<std::size_t>(length));
-        throw Error("OpenGL", "the shaders of the studio renderer are refused: " + text);
+        throw Error("OpenGL", "the shaders are refused: " + text);
     }
 }
 
@@ -119,13 +123,19 @@ void AddShader(const ShaderFunctions& functions, GLuint program, GLenum type, co
 
 }  // namespace
 
-ShaderProgram::ShaderProgram(const char* vertexShader, const char* fragmentShader)
+ShaderProgram::ShaderProgram(const char* vertexShader, const char* fragmentShader,
+                             std::initializer_list<const char*> attributes)
     : functions_(FindFunctions()), program_(functions_->createProgram())
 {
     try
     {
         AddShader(*functions_, program_, vertexShaderType, vertexShader);
         AddShader(*functions_, program_, fragmentShaderType, fragmentShader);
+        GLuint number = 0;
+        for (const char* const attribute : attributes)
+        {
+            functions_->bindAttribute(program_, number++, attribute);
+        }
         functions_->linkProgram(program_);
         Check(program_, functions_->getProgram, linkStatus, functions_->getProgramLog);
     }
@@ -166,9 +176,37 @@ void ShaderProgram::Set(const char* name, const std::array<float, 3>& value) con
     functions_->uniform3fv(PlaceOf(name), 1, value.data());
 }
 
+void ShaderProgram::Set(const char* name, const float* values, int count) const
+{
+    functions_->uniform1fv(PlaceOf(name), count, values);
+}
+
 void ShaderProgram::Set(const char* name, const std::array<float, 3>* values, int count) const
 {
     functions_->uniform3fv(PlaceOf(name), count, values->data());
+}
+
+void ShaderProgram::Set(const char* name, const std::array<float, 4>* values, int count) const
+{
+    functions_->uniform4fv(PlaceOf(name), count, values->data());
+}
+
+void ShaderProgram::Set(const char* name, const std::array<float, 9>& matrix) const
+{
+    functions_->uniformMatrix3fv(PlaceOf(name), 1, GL_FALSE, matrix.data());
+}
+
+void ShaderProgram::Set(const char* name, const std::array<float, 16>& matrix) const
+{
+    functions_->uniformMatrix4fv(PlaceOf(name), 1, GL_FALSE, matrix.data());
+}
+
+void ShaderProgram::SetAttribute(unsigned number, int count, std::size_t stride,
+                                 std::size_t offset) const
+{
+    functions_->vertexAttribute(number, count, GL_FLOAT, GL_FALSE, static_cast<GLsizei>(stride),
+                                PlaceInBuffer(offset));
+    functions_->enableAttribute(number);
 }
 
 ShaderProgram::Usage::Usage(const ShaderProgram& program) : program_(program)

@@ -3,8 +3,8 @@
 
 #include "geometry/SurfaceRecorder.h"
 #include "platform/Fonts.h"
-#include "solids/MeshDrawing.h"
 #include "solids/ProfileTextSolids.h"
+#include "solids/drawing/MeshDrawing.h"
 
 #include <array>
 #include <optional>
