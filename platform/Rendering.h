@@ -112,9 +112,9 @@ ORVANE_API void ReleaseAdoptedContext();
 
 #endif
 
-/// Does what wglCreateContext does, but makes a context of a core profile of OpenGL 3.2 or newer, in
-/// which OpenGL's fixed functions fail: immediate mode, matrices, lights and materials. Nodes cannot
-/// draw themselves there; orvane::ShaderMeshDrawing (solids/ShaderMeshDrawing.h) draws their
+/// Does what wglCreateContext does, but makes a context of a core profile of OpenGL 3.2 or newer,
+/// in which OpenGL's fixed functions fail: immediate mode, matrices, lights and materials. Nodes
+/// cannot draw themselves there; orvane::ShaderMeshDrawing (solids/ShaderMeshDrawing.h) draws their
 /// triangles.
 ORVANE_API HGLRC CreateCoreContext(HDC dc);
 
