@@ -2,8 +2,8 @@
 #include "apps/cli/PrintableText.h"
 #include "apps/cli/Terminal.h"
 #include "apps/cli/commands/Commands.h"
+#include "apps/cli/commands/FontList.h"
 #include "apps/cli/commands/OutlinesOption.h"
-#include "apps/cli/info/JsonWriter.h"
 #if defined(ORVANE_WITH_SHAPING)
 #include "apps/cli/shaping/FontSearch.h"
 #endif
@@ -56,26 +56,15 @@ void CheckFont(const std::string& name)
 void ListFonts(const FontsOptions& options)
 {
     LoadFonts(FontProgress());
-    std::string names;
-    JsonWriter json;
-    json.BeginArray();
+    FontList list;
     for (const FontInfo& font : Fonts())
     {
-        if (!ContainsIgnoringCase(font.name, options.filter))
+        if (ContainsIgnoringCase(font.name, options.filter))
         {
-            continue;
+            list.Add(font);
         }
-        names += Printable(font.name) + '\n';
-        json.BeginObject(JsonWriter::Layout::OneLine);
-        json.Member("name", font.name);
-        json.Member("family", font.family);
-        json.Member("style", font.style);
-        json.Member("weight", font.weight);
-        json.Member("italic", font.italic);
-        json.EndObject();
     }
-    json.EndArray();
-    WriteToStandardOutput(options.json ? json.Result() : names);
+    WriteToStandardOutput(list.Result(options.json));
 }
 
 }  // namespace

@@ -4,8 +4,10 @@
 #include "apps/cli/info/JsonWriter.h"
 #include "document/Colors.h"
 #include "document/TextEncoding.h"
+#include "extrude/OrvFont.h"
 #include "geometry/Vector.h"
 #include "material/NamedColor.h"
+#include "scene/OrvFontString.h"
 
 #include <cmath>
 #include <cstdio>
@@ -78,6 +80,12 @@ void WriteMaterial(JsonWriter& json, const NamedColor& material)
     WriteColor(json, "emission", material.GetEmissionColor());
     WriteColor(json, "specular", material.GetSpecularColor());
     json.Member("shininess", material.GetShininess());
+}
+
+std::string NameOfFont(const OrvFontString& text)
+{
+    const CString name = text.GetFont()->GetFullName();
+    return text.IsUtf8() ? name.Text() : ToUtf8(name);
 }
 
 }  // namespace orvane

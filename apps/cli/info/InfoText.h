@@ -6,6 +6,7 @@
 
 class ColorVector;
 class NamedColor;
+class OrvFontString;
 class Vector;
 
 namespace orvane
@@ -38,5 +39,8 @@ void WriteColor(JsonWriter& json, const char* key, const ColorVector& color);
 void WriteVector(JsonWriter& json, const char* key, const Vector& vector);
 /// Writes a material as members of the JSON object that is open.
 void WriteMaterial(JsonWriter& json, const NamedColor& material);
+
+/// The full name of the font of a text, which has one, in UTF-8.
+std::string NameOfFont(const OrvFontString& text);
 
 }  // namespace orvane

@@ -7,6 +7,9 @@
 #include "apps/cli/info/JsonWriter.h"
 #include "apps/cli/info/NodeTitle.h"
 #include "apps/cli/info/TextTable.h"
+#if defined(ORVANE_WITH_SHAPING)
+#include "apps/cli/shaping/ShapedInfo.h"
+#endif
 #include "document/Colors.h"
 #include "document/EnumNames.h"
 #include "document/SceneDocument.h"
@@ -75,7 +78,13 @@ void AddRowsOfText(TextTable& table, const OrvString& text)
 {
     const auto* const inFont = dynamic_cast<const OrvFontString*>(&text);
     const OrvFont* const font = inFont != nullptr ? inFont->GetFont() : nullptr;
-    table.Add({"", "font", font != nullptr ? Quoted(ToUtf8(font->GetFullName())) : "none"});
+    table.Add({"", "font", font != nullptr ? Quoted(NameOfFont(*inFont)) : "none"});
+#if defined(ORVANE_WITH_SHAPING)
+    if (OrvShapedString* const shaped = AsShapedText(text))
+    {
+        AddRowsOfShapedText(table, *shaped);
+    }
+#endif
     table.Add({"", "edges", EdgesText(text)});
     table.Add({"", "align", SideName(text.GetJustification())});
     table.Add({"", "face", MaterialText(text.GetFaceColor())});

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "apps/cli/info/InfoText.h"
 #include "apps/cli/info/JsonWriter.h"
+#if defined(ORVANE_WITH_SHAPING)
+#include "apps/cli/shaping/ShapedInfo.h"
+#endif
 #include "apps/cli/info/SceneInfo.h"
 #include "document/EnumNames.h"
 #include "document/SceneDocument.h"
@@ -102,7 +105,7 @@ void WriteText(JsonWriter& json, const OrvString& text)
     json.Key("font");
     if (inFont != nullptr && inFont->GetFont() != nullptr)
     {
-        json.Text(ToUtf8(inFont->GetFont()->GetFullName()));
+        json.Text(NameOfFont(*inFont));
     }
     else
     {
@@ -131,6 +134,12 @@ void WriteText(JsonWriter& json, const OrvString& text)
     WriteMaterial(json, "edge", text.GetEdgeColor());
     WriteMaterial(json, "bevel", text.GetBevelColor());
     json.EndObject();
+#if defined(ORVANE_WITH_SHAPING)
+    if (OrvShapedString* const shaped = AsShapedText(text))
+    {
+        WriteShapedText(json, *shaped);
+    }
+#endif
 }
 
 void WriteOutlines(JsonWriter& json, const OrvOutlineShape& outlines)

@@ -2,6 +2,7 @@
 #include "apps/cli/shaping/FontSearch.h"
 
 #include "apps/cli/PrintableText.h"
+#include "apps/cli/commands/FontList.h"
 #include "apps/cli/commands/OptionValues.h"
 #include "apps/cli/info/JsonWriter.h"
 #include "platform/FontMatching.h"
@@ -190,17 +191,6 @@ std::string FamilyText(const Family& family)
            DetailLine("features", family.face->Features());
 }
 
-void WriteFont(JsonWriter& json, const InstalledFont& font)
-{
-    json.BeginObject(JsonWriter::Layout::OneLine);
-    json.Member("name", font.fullName);
-    json.Member("family", font.family);
-    json.Member("style", font.style);
-    json.Member("weight", font.looks.weight);
-    json.Member("italic", font.looks.isItalic);
-    json.EndObject();
-}
-
 }  // namespace
 
 std::vector<CLI::Option*> AddFontSearchOptions(CLI::App& command, FontSearch& search)
@@ -218,27 +208,26 @@ std::string SearchFonts(const FontSearch& search, bool asJson,
                         const std::function<bool(const std::string& name)>& isListed)
 {
     const std::vector<InstalledFont> fonts = FontsFor(search);
-    std::string text;
-    JsonWriter json;
-    json.BeginArray();
-    if (search.tellsFamilies)
+    if (!search.tellsFamilies)
     {
-        for (const Family& family : FamiliesOf(fonts, isListed))
-        {
-            text += FamilyText(family);
-            WriteFamily(json, family);
-        }
-    }
-    else
-    {
+        FontList list;
         for (const InstalledFont& font : fonts)
         {
             if (isListed(font.fullName))
             {
-                text += Printable(font.fullName) + '\n';
-                WriteFont(json, font);
+                list.Add({font.fullName, font.family, font.style, font.looks.weight,
+                          font.looks.isItalic});
             }
         }
+        return list.Result(asJson);
+    }
+    std::string text;
+    JsonWriter json;
+    json.BeginArray();
+    for (const Family& family : FamiliesOf(fonts, isListed))
+    {
+        text += FamilyText(family);
+        WriteFamily(json, family);
     }
     json.EndArray();
     return asJson ? json.Result() : text;

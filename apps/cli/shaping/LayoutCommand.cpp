@@ -6,15 +6,13 @@
 #include "apps/cli/commands/OptionAdder.h"
 #include "apps/cli/info/JsonWriter.h"
 #include "apps/cli/info/TextTable.h"
+#include "apps/cli/shaping/LayoutInfo.h"
 #include "apps/cli/shaping/ShapedParts.h"
 #include "apps/cli/shaping/ShapedTextOptions.h"
 #include "document/OutputFile.h"
 #include "document/texts/ShapedTextNode.h"
-#include "platform/Utf8.h"
 #include "shapedtext/LaidText.h"
 #include "shapedtext/TextFonts.h"
-#include "shaping/CheckedText.h"
-#include "shaping/ScriptNames.h"
 #include "shaping/TextShaper.h"
 
 #include <CLI/CLI.hpp>
@@ -46,12 +44,6 @@ struct Options
     CostLimits costs;
 };
 
-/// The number of a font in its collection.
-int NumberInFile(const FaceFile& file)
-{
-    return file.index & 0xFFFF;
-}
-
 std::string_view TextOf(std::string_view text, const PlacedGlyph& glyph)
 {
     return text.substr(glyph.textBegin, glyph.textEnd - glyph.textBegin);
@@ -69,17 +61,24 @@ std::optional<GlyphBox> PlacedBox(const TextLayout& layout, const PlacedGlyph& g
                     glyph.x + box->right * glyph.size, glyph.y + box->top * glyph.size};
 }
 
-void Widen(std::optional<GlyphBox>& whole, const std::optional<GlyphBox>& part)
+/// The smallest box around the glyphs from \p first to \p end - 1.
+std::optional<GlyphBox> BoxOfCluster(const TextLayout& layout, std::size_t first, std::size_t end)
 {
-    if (!whole || !part)
+    std::optional<GlyphBox> whole;
+    for (std::size_t n = first; n < end; ++n)
     {
-        whole = whole ? whole : part;
-        return;
+        const std::optional<GlyphBox> box = PlacedBox(layout, layout.glyphs[n]);
+        if (!whole || !box)
+        {
+            whole = whole ? whole : box;
+            continue;
+        }
+        whole->left = std::min(whole->left, box->left);
+        whole->bottom = std::min(whole->bottom, box->bottom);
+        whole->right = std::max(whole->right, box->right);
+        whole->top = std::max(whole->top, box->top);
     }
-    whole->left = std::min(whole->left, part->left);
-    whole->bottom = std::min(whole->bottom, part->bottom);
-    whole->right = std::max(whole->right, part->right);
-    whole->top = std::max(whole->top, part->top);
+    return whole;
 }
 
 /// The end of the glyphs of the same characters.
@@ -106,46 +105,17 @@ void WriteBox(JsonWriter& json, const std::optional<GlyphBox>& box)
     json.Null();
 }
 
-void WriteFonts(JsonWriter& json, const TextLayout& layout)
-{
-    json.Key("fonts");
-    json.BeginArray();
-    for (const std::shared_ptr<const ShapingFace>& face : layout.faces)
-    {
-        json.BeginObject(JsonWriter::Layout::OneLine);
-        json.Member("name", face->FullName());
-        json.Member("family", face->FamilyName());
-        json.Member("style", face->StyleName());
-        json.Member("file", face->File().file);
-        json.Member("index", NumberInFile(face->File()));
-        json.Key("axes");
-        json.BeginObject();
-        for (const AxisValue& axis : face->AxisValues())
-        {
-            json.Member(axis.tag, axis.value);
-        }
-        json.EndObject();
-        json.EndObject();
-    }
-    json.EndArray();
-}
-
 /// Writes the glyphs from \p first to \p end - 1, which stand for the same characters.
 void WriteCluster(JsonWriter& json, std::string_view text, const TextLayout& layout,
                   std::size_t first, std::size_t end)
 {
     const PlacedGlyph& leftmost = layout.glyphs[first];
-    std::optional<GlyphBox> box;
-    for (std::size_t n = first; n < end; ++n)
-    {
-        Widen(box, PlacedBox(layout, layout.glyphs[n]));
-    }
     json.BeginObject();
     json.Member("begin", leftmost.textBegin);
     json.Member("end", leftmost.textEnd);
     json.Member("text", TextOf(text, leftmost));
     json.Member("rightToLeft", leftmost.isRightToLeft);
-    WriteBox(json, box);
+    WriteBox(json, BoxOfCluster(layout, first, end));
     json.Key("glyphs");
     json.BeginArray();
     for (std::size_t n = first; n < end; ++n)
@@ -191,33 +161,6 @@ void WriteLine(JsonWriter& json, std::string_view text, const TextLayout& layout
     json.EndObject();
 }
 
-void WriteMissing(JsonWriter& json, const TextLayout& layout)
-{
-    json.Key("missing");
-    json.BeginArray();
-    for (const MissingCharacter& missing : layout.missing)
-    {
-        const ScriptTag script = ScriptOf(missing.character);
-        const std::string package = PackageFor(missing.character);
-        json.BeginObject(JsonWriter::Layout::OneLine);
-        json.Member("character", Utf8Of(missing.character));
-        json.Member("codePoint", CodePointName(missing.character));
-        json.Member("offset", missing.offset);
-        json.Member("script", ScriptLetters(script));
-        json.Key("package");
-        if (package.empty())
-        {
-            json.Null();
-        }
-        else
-        {
-            json.Value(package);
-        }
-        json.EndObject();
-    }
-    json.EndArray();
-}
-
 std::string LayoutToJson(std::string_view text, const TextLayout& layout)
 {
     JsonWriter json;
@@ -226,7 +169,7 @@ std::string LayoutToJson(std::string_view text, const TextLayout& layout)
     json.Member("width", layout.width);
     json.Member("top", layout.top);
     json.Member("bottom", layout.bottom);
-    WriteFonts(json, layout);
+    WriteFaces(json, "fonts", layout);
     json.Key("lines");
     json.BeginArray();
     for (const TextLine& line : layout.lines)
@@ -234,7 +177,7 @@ std::string LayoutToJson(std::string_view text, const TextLayout& layout)
         WriteLine(json, text, layout, line);
     }
     json.EndArray();
-    WriteMissing(json, layout);
+    WriteMissing(json, layout.missing);
     json.EndObject();
     return json.Result();
 }
@@ -246,18 +189,6 @@ std::string NumbersText(std::initializer_list<double> numbers)
     for (const double number : numbers)
     {
         text += (text.empty() ? "" : " ") + NumberText(number);
-    }
-    return text;
-}
-
-std::string FontText(const ShapingFace& face)
-{
-    std::string text = Quoted(face.FullName()) + " in " + Quoted(face.File().file);
-    const int number = NumberInFile(face.File());
-    text += number == 0 ? "" : ", number " + std::to_string(number);
-    for (const AxisValue& axis : face.AxisValues())
-    {
-        text += ", " + Printable(axis.tag) + "=" + NumberText(axis.value);
     }
     return text;
 }
@@ -285,7 +216,7 @@ std::string LayoutToText(std::string_view text, const TextLayout& layout)
     std::string told;
     for (std::size_t n = 0; n < layout.faces.size(); ++n)
     {
-        told += "font " + std::to_string(n) + ": " + FontText(*layout.faces[n]) + "\n";
+        told += "font " + std::to_string(n) + ": " + FaceText(*layout.faces[n]) + "\n";
     }
     for (std::size_t n = 0; n < layout.lines.size(); ++n)
     {
