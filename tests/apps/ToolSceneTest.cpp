@@ -85,7 +85,7 @@ TEST(ToolScene, ASceneDrawnAgainIsTheSameToThePixel)
     const std::vector<std::vector<std::string>> looks = {
         {"Again", "--style", "round"},
         {"\u041f\u0440\u0438\u0432\u0435\u0442", "--plain"},  // in another code page
-        {"Kern AVA", "\u0394", "--wrap", "4"},
+        {"Kern AVA", "\u0394"},
         {"Wide lens", "--fov", "100", "--turn", "20,50,10"},
         {"Ortho", "--ortho", "--outline"},
         {"A very long line of text that makes the camera stand far away from it"},

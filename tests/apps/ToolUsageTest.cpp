@@ -239,6 +239,12 @@ TEST(ToolUsage, TheDocumentHasTheDefaultsOfTheHelpTexts)
     {
         const std::string option = it->str(1);
         const std::size_t begin = help.find(option + " ");
+#if !defined(ORVANE_WITH_SHAPING)
+        if (begin == std::string::npos)
+        {
+            continue;  // the document is about a tool that sets texts of any language, too
+        }
+#endif
         ASSERT_NE(begin, std::string::npos) << option;
         const std::string about = help.substr(begin, help.find("\n  -", begin) - begin);
         EXPECT_NE(about.find("[" + it->str(2) + "]"), std::string::npos)

@@ -252,6 +252,14 @@ TEST(ToolShapedText, OptionsThatThePlainTextLacksAreStatus2)
     }
 }
 
+TEST(ToolShapedText, AFontWithoutANameIsStatus2)
+{
+    ToolFolder folder;
+    const ToolResult result = folder.Run({"render", "x", "-o", "x.png", "--font", ""});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err.find("orvane: --font: the name is empty\n"), 0u) << result.err;
+}
+
 TEST(ToolShapedText, JustifiedLinesNeedAWidthAndAreNotPlain)
 {
     ToolFolder folder;
