@@ -16,6 +16,7 @@
 #include "platform/Rendering.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
+#include "studio/GroundShadow.h"
 #include "studio/StudioDrawer.h"
 
 #include <algorithm>
@@ -87,11 +88,17 @@ void Draw(const Document& document, const DrawOptions& options)
     PosterParameters parameters(view);
     parameters.SetApplyProjection();
     std::optional<StudioDrawer> studio;
+    std::optional<GroundShadow> ground;
     if (options.studio)
     {
         CheckStudioOptions(*options.studio);
         studio.emplace(*options.studio);
         parameters.SetSolidDrawer(&*studio);
+        if (options.studio->hasGround)
+        {
+            ground.emplace(*state.scene.scene);
+            parameters.ground = &*ground;
+        }
     }
     const ShownTextures textures(view);
     const int drawn = view.Draw(&parameters);

@@ -5,6 +5,7 @@
 #include "document/OptionRange.h"
 #include "document/SceneDocument.h"
 #include "document/TextEncoding.h"
+#include "document/materials/MaterialLibrary.h"
 #include "extrude/OrvFont.h"
 #include "extrude/OrvGlyph.h"
 #include "geometry/DVector.h"
@@ -142,9 +143,12 @@ void SetLook(OrvFontString& node, const TextOptions& options)
     node.SetJustification(static_cast<int>(options.alignment));
     node.SetInterCharacterSpacing(static_cast<float>(options.characterSpacing));
     node.SetInterLineSpacing(static_cast<float>(options.lineSpacing));
-    node.SetFaceColor(FaceMaterial(face));
-    node.SetEdgeColor(EdgeMaterial(edge));
-    node.SetBevelColor(BevelMaterial(bevel));
+    const std::optional<std::string>& all = options.faceMaterial;
+    node.SetFaceColor(all ? MaterialNamed("faceMaterial", *all) : FaceMaterial(face));
+    const auto& ofEdge = options.edgeMaterial || options.edgeColor ? options.edgeMaterial : all;
+    node.SetEdgeColor(ofEdge ? MaterialNamed("edgeMaterial", *ofEdge) : EdgeMaterial(edge));
+    const auto& ofBevel = options.bevelMaterial || options.bevelColor ? options.bevelMaterial : all;
+    node.SetBevelColor(ofBevel ? MaterialNamed("bevelMaterial", *ofBevel) : BevelMaterial(bevel));
     node.extentsBoxColor = MakeMaterial("Outline", face, 0, 0);
     node.SetScale(DVector(1.0, 1.0, options.depth));
     node.CalculateMaximumBevelDepth();

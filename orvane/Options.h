@@ -104,6 +104,11 @@ struct TextOptions
     Color faceColor = Rgb(0xF2B333);
     std::optional<Color> edgeColor;   ///< of the sides; if not set, half as bright as the face
     std::optional<Color> bevelColor;  ///< if not set, lighter than the face
+    /// Materials by name, built in ("gold", "glass") or saved in the profile, in place of the
+    /// colours. Sides and bevels without a material and without a colour have that of the face.
+    std::optional<std::string> faceMaterial;
+    std::optional<std::string> edgeMaterial;
+    std::optional<std::string> bevelMaterial;
     std::optional<TextureOptions> texture;
 };
 

@@ -72,13 +72,14 @@ Light LampLight(const std::vector<Lamp>& lamps, const MeshPoint& direction)
     return sum;
 }
 
-/// A photographer's dark room: a large lamp above the viewer's left, a high and narrow one at the
-/// right, a weak one behind, and a floor that gives some light back.
+/// A photographer's room: a large lamp above the viewer's left, a high and narrow one at the right,
+/// a weak one behind, walls that give light back around the viewer, where flat faces of letters
+/// mirror them, and a floor.
 Light StudioLight(const MeshPoint& direction)
 {
     static const std::vector<Lamp> lamps = {
         {-38, 48, 80, 44, 5, {5.0f, 4.9f, 4.7f}},  {62, 22, 22, 84, 5, {3.0f, 3.1f, 3.3f}},
-        {178, 40, 70, 26, 8, {2.2f, 2.3f, 2.6f}},  {12, 4, 36, 16, 8, {1.0f, 0.98f, 0.94f}},
+        {178, 40, 70, 26, 8, {2.2f, 2.3f, 2.6f}},  {0, 0, 150, 80, 45, {0.62f, 0.61f, 0.60f}},
         {-100, 10, 16, 70, 6, {1.6f, 1.6f, 1.6f}},
     };
     const Light ceiling = {0.34f, 0.35f, 0.37f};

@@ -2,6 +2,7 @@
 #include "studio/StudioDrawer.h"
 
 #include "document/OptionRange.h"
+#include "host/AsciiCase.h"
 #include "material/MetallicRoughness.h"
 #include "material/NamedColor.h"
 #include "platform/OpenGL.h"
@@ -24,8 +25,27 @@ namespace
 constexpr GLint halfFloatColor = 0x881B;  // GL_RGB16F
 constexpr GLenum maxTextureLevel = 0x813D;
 
-/// A mirror that is smoother than this shows the pixels of the environment.
-constexpr float leastRoughness = 0.08f;
+/// OpenGL's smoothest material, of the shininess 128, has this roughness by its highlight. Here it
+/// is drawn as a mirror, and the others become smoother in proportion. A still smoother one would
+/// show the pixels of the environment.
+constexpr float roughnessOfSmoothest = 0.352f;
+constexpr float leastRoughness = 0.1f;
+
+float DrawnRoughness(double roughness)
+{
+    const auto share =
+        (static_cast<float>(roughness) - roughnessOfSmoothest) / (1 - roughnessOfSmoothest);
+    return leastRoughness + std::max(share, 0.0f) * (1 - leastRoughness);
+}
+
+/// What the fragment shader draws into a material, by the words of its name.
+int PatternOf(const std::string& name)
+{
+    const std::string lower = LowerAscii(name);
+    return lower.find("wood") != std::string::npos     ? 1
+           : lower.find("marble") != std::string::npos ? 2
+                                                       : 0;
+}
 
 /// The brightness of a new scene's ambient light (SetFirstLights).
 constexpr std::array<float, 3> usualAmbient = {0.34f, 0.35f, 0.38f};
@@ -199,7 +219,8 @@ void StudioDrawer::UseMaterial(const Color& material)
     program_->Set("baseColor", base);
     program_->Set("emission", emission);
     program_->Set("metal", look.isMetal ? 1.0f : 0.0f);
-    program_->Set("roughness", std::max(static_cast<float>(look.roughness), leastRoughness));
+    program_->Set("roughness", DrawnRoughness(look.roughness));
+    program_->Set("pattern", named != nullptr ? PatternOf(named->GetName()) : 0);
 }
 
 }  // namespace orvane

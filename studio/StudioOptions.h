@@ -14,6 +14,7 @@ struct StudioOptions
     std::string environment = "studio";
     double environmentTurn = 0;  ///< degrees about the vertical axis of the picture, -360 to 360
     double exposure = 1;         ///< multiplies all light: 0.01 to 100
+    bool hasGround = false;      ///< whether a soft shadow lies on the ground below the scene
 };
 
 }  // namespace orvane

@@ -10,6 +10,7 @@ inline constexpr char studioVertexShader[] = R"(#version 130
 out vec3 place;       // seen from the camera
 out vec3 surfaceNormal;
 out vec2 texturePlace;
+out vec3 placeInLetter;
 
 void main()
 {
@@ -17,6 +18,7 @@ void main()
     place = seen.xyz / seen.w;
     surfaceNormal = gl_NormalMatrix * gl_Normal;
     texturePlace = (gl_TextureMatrix[0] * gl_MultiTexCoord0).xy;
+    placeInLetter = gl_Vertex.xyz;
     gl_Position = ftransform();
 }
 )";
@@ -29,11 +31,13 @@ inline constexpr char studioFragmentShader[] = R"(#version 130
 in vec3 place;
 in vec3 surfaceNormal;
 in vec2 texturePlace;
+in vec3 placeInLetter;       // in ems
 
 uniform vec4 baseColor;      // linear, with the opacity
 uniform vec3 emission;       // linear
 uniform float metal;         // 0 or 1
 uniform float roughness;
+uniform int pattern;         // 0: none, 1: wood, 2: marble
 uniform int lamps;           // bit i: lamp i is on
 uniform int textureUse;      // 0: none, 1: multiplies the base colour, 2: replaces it
 uniform sampler2D surfacePicture;
@@ -128,6 +132,59 @@ float LightOfLamp(int i, out vec3 direction)
     return light;
 }
 
+float Chance(vec3 cell)
+{
+    return fract(sin(dot(cell, vec3(12.9898, 78.233, 37.719))) * 43758.5453);
+}
+
+// Smooth noise from 0 to 1.
+float Noise(vec3 at)
+{
+    vec3 cell = floor(at);
+    vec3 t = at - cell;
+    t = t * t * (3.0 - 2.0 * t);
+    float sum = 0.0;
+    for (int i = 0; i < 8; ++i)
+    {
+        vec3 corner = vec3(float(i & 1), float((i >> 1) & 1), float(i >> 2));
+        vec3 share = mix(1.0 - t, t, corner);
+        sum += share.x * share.y * share.z * Chance(cell + corner);
+    }
+    return sum;
+}
+
+float Clouds(vec3 at)
+{
+    return (Noise(at) + 0.5 * Noise(at * 2.1 + 7.0) + 0.25 * Noise(at * 4.3 + 19.0)) / 1.75;
+}
+
+// How bright the material is at this place.
+vec3 Pattern()
+{
+    if (pattern == 1)
+    {
+        // Rings around an axis far below, which the letter's height cuts lengthwise, and fibres.
+        vec3 at = vec3(placeInLetter.x * 0.35, placeInLetter.y * 1.5, placeInLetter.z * 1.5);
+        float rings = length(at.yz + vec2(1.3, 2.2)) * 9.0 + 1.6 * Clouds(at * vec3(2.0, 3.0, 3.0));
+        float ring = fract(rings);
+        float late = smoothstep(0.35, 0.95, ring) * (1.0 - smoothstep(0.95, 1.0, ring));
+        float fibre = Noise(placeInLetter * vec3(14.0, 160.0, 160.0));
+        return mix(vec3(1.25, 1.2, 1.15), vec3(0.62, 0.5, 0.42), late) * (0.86 + 0.28 * fibre);
+    }
+    if (pattern == 2)
+    {
+        // Veins lie where noise has its middle value, wide and narrow ones, bent by other noise.
+        vec3 at = placeInLetter + 0.35 * vec3(Clouds(placeInLetter * 3.0 + 31.0),
+                                              Clouds(placeInLetter * 3.0 + 57.0), 0.0);
+        float wide = 1.0 - smoothstep(0.0, 0.10, abs(Clouds(at * vec3(1.6, 2.6, 1.6)) - 0.5));
+        float narrow = 1.0 - smoothstep(0.0, 0.025, abs(Clouds(at * vec3(3.1, 5.0, 3.1) + 9.0) - 0.5));
+        float clouds = Clouds(at * 5.0 + 3.0);
+        float dark = clamp(0.42 * wide * wide * clouds + 0.5 * narrow * clouds, 0.0, 1.0);
+        return mix(vec3(1.05), vec3(0.36, 0.38, 0.42), dark) * (0.95 + 0.08 * clouds);
+    }
+    return vec3(1.0);
+}
+
 void main()
 {
     vec3 toViewer = isPerspective ? normalize(-place) : vec3(0.0, 0.0, 1.0);
@@ -145,12 +202,14 @@ void main()
         vec3 color = FromScreen(picture.rgb);
         base.rgb = textureUse == 1 ? base.rgb * color : color;
     }
+    base.rgb *= Pattern();
     vec3 body = base.rgb * (1.0 - metal);
     vec3 mirror = mix(vec3(0.04), base.rgb, metal);
     float alpha = roughness * roughness;
     float alpha2 = alpha * alpha;
 
-    vec3 light = emission;
+    vec3 bodyLight = emission;  // what a transparent body lets through dims this
+    vec3 mirrored = vec3(0.0);  // this not
     for (int i = 0; i < 8; ++i)
     {
         if ((lamps & (1 << i)) == 0)
@@ -171,20 +230,22 @@ void main()
         float visible = 0.5 / mix(2.0 * facing * seen, facing + seen, alpha);
         float grazing = pow(1.0 - max(dot(middle, toViewer), 0.0), 5.0);
         vec3 fresnel = mirror + (1.0 - mirror) * grazing;
-        light += facing * share
-                 * (gl_LightSource[i].diffuse.rgb * body * (1.0 - fresnel)
-                    + gl_LightSource[i].specular.rgb * fresnel * (facets * visible));
+        bodyLight += facing * share * gl_LightSource[i].diffuse.rgb * body * (1.0 - fresnel);
+        mirrored += facing * share * gl_LightSource[i].specular.rgb * fresnel * (facets * visible);
     }
 
     vec4 r = roughness * vec4(-1.0, -0.0275, -0.572, 0.022) + vec4(1.0, 0.0425, 1.04, -0.04);
     float a = min(r.x * r.x, exp2(-9.28 * seen)) * r.x + r.y;
     vec2 weights = vec2(-1.04, 1.04) * a + r.zw;
     vec3 reflected = mirror * weights.x + weights.y;
-    light += Falling(n) * ambient * body * (1.0 - reflected);
-    light += Mirrored(reflect(-toViewer, n)) * reflected;
+    bodyLight += Falling(n) * ambient * body * (1.0 - reflected);
+    mirrored += Mirrored(reflect(-toViewer, n)) * reflected;
 
-    // What a transparent surface mirrors is as bright as on an opaque one.
-    float opacity = base.a + (1.0 - base.a) * max(reflected.r, max(reflected.g, reflected.b));
+    // Light goes a longer way through the material where it is seen from the side.
+    float bodyOpacity = 1.0 - (1.0 - base.a) * mix(1.0, 0.35, pow(1.0 - seen, 2.0));
+    float mirrorOpacity = min(max(mirrored.r, max(mirrored.g, mirrored.b)) * exposure, 1.0);
+    float opacity = bodyOpacity + (1.0 - bodyOpacity) * mirrorOpacity;
+    vec3 light = (bodyLight * bodyOpacity + mirrored) / max(opacity, 0.001);
     gl_FragColor = vec4(ToScreen(clamp(Compressed(light * exposure), 0.0, 1.0)), opacity);
 }
 )";

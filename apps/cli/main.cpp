@@ -119,6 +119,7 @@ int main(int argc, char** argv)
         AddLayoutCommand(app);
 #endif
         AddFontsCommand(app);
+        AddMaterialsCommand(app);
         AddShowcaseCommand(app);
         return Run(app, argc, argv);
     }

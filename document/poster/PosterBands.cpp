@@ -140,6 +140,11 @@ PosterBands::PosterBands(const ViewObject& view, const PosterSettings& settings)
     {
         studio_ = std::make_unique<StudioDrawer>(*settings.options.studio);
         parameters_.SetSolidDrawer(studio_.get());
+        if (settings.options.studio->hasGround)
+        {
+            ground_ = std::make_unique<GroundShadow>(*view_.GetScene());
+            parameters_.ground = ground_.get();
+        }
     }
 }
 
@@ -242,7 +247,8 @@ PictureArea PosterBands::AreaOf(int row, int column) const
 /// Whether all bands in which no node is seen look the same.
 bool PosterBands::IsBackgroundPlain() const
 {
-    return !parameters_.ShouldShowLights() && !HasBackgroundPicture(*view_.GetScene());
+    return ground_ == nullptr && !parameters_.ShouldShowLights() &&
+           !HasBackgroundPicture(*view_.GetScene());
 }
 
 }  // namespace orvane

@@ -5,6 +5,7 @@
 #include "document/poster/PosterParts.h"
 #include "document/poster/PosterView.h"
 #include "imaging/GLMemoryDIB.h"
+#include "studio/GroundShadow.h"
 #include "studio/StudioDrawer.h"
 
 #include <memory>
@@ -62,6 +63,7 @@ private:
     GLMemoryDIB dib_;
     /// Null for the classic renderer. Its context, that of dib_, lives longer.
     std::unique_ptr<StudioDrawer> studio_;
+    std::unique_ptr<GroundShadow> ground_;  ///< like studio_; null without a ground
     BandLayout layout_;
     std::optional<PosterParts> parts_;  ///< only for pictures of many bands
     bool isEmpty_ = false;              ///< whether the bitmap holds a band of plain background

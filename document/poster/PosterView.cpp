@@ -6,6 +6,7 @@
 #include "scene/DescendentWalk.h"
 #include "scene/OrvString.h"
 #include "solids/OrvOutlineShape.h"
+#include "studio/GroundShadow.h"
 
 #include <algorithm>
 #include <functional>
@@ -76,6 +77,11 @@ int PosterView::DrawObject(DrawingParameters* parameters)
 
 int PosterView::DrawChildren(DrawingParameters* parameters)
 {
+    const auto& ours = static_cast<PosterParameters&>(*parameters);
+    if (ours.ground != nullptr && parameters->IsRender())
+    {
+        ours.ground->Draw();
+    }
     if (!hasTransparentSolid_ || !parameters->IsRender())
     {
         return ViewObject::DrawChildren(parameters);

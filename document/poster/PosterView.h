@@ -10,6 +10,8 @@
 namespace orvane
 {
 
+class GroundShadow;
+
 /// Says what one call of PosterView::Draw shows.
 class PosterParameters : public DrawingParameters
 {
@@ -21,6 +23,7 @@ public:
     void LoseBackgroundPicture() override { hasLostBackgroundPicture = true; }
 
     std::vector<const DrawingObject*> hidden;  ///< nodes to leave out, sorted by address
+    const GroundShadow* ground = nullptr;      ///< borrowed; null for a scene without a ground
     bool keepsTransparentDepth = false;
     bool hasLostBackgroundPicture = false;  ///< in any draw with these parameters
 };

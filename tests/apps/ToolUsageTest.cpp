@@ -212,6 +212,10 @@ TEST(ToolUsage, TheDocumentNamesExactlyTheOptionsOfTheHelpTexts)
     {
         help += folder.Run({command, "--help"}).out;
     }
+    for (const char* const action : {"list", "show", "save", "remove"})
+    {
+        help += folder.Run({"materials", action, "--help"}).out;
+    }
     help += folder.Run({"--help"}).out;
     const std::set<std::string> documented = OptionsIn(ReadDocument());
 #if defined(ORVANE_WITH_SHAPING)

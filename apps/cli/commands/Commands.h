@@ -16,6 +16,7 @@ void AddExportCommand(CLI::App& app);
 void AddFontsCommand(CLI::App& app);
 void AddInfoCommand(CLI::App& app);
 void AddLayoutCommand(CLI::App& app);  ///< not without ORVANE_WITH_SHAPING
+void AddMaterialsCommand(CLI::App& app);
 void AddPickCommand(CLI::App& app);
 void AddShowcaseCommand(CLI::App& app);
 

@@ -159,7 +159,15 @@ std::vector<CLI::Option*> SceneSource::AddLook()
         add.Colour("--bevel-color", text.bevelColor, "COLOR",
                    "Colour of the bevels [lighter than the face]"),
     };
+    ofMaterials_ = {
+        add("--face", text.faceMaterial, "MATERIAL",
+            "Material of the fronts and backs, and of all sides\nwithout a material or colour: "
+            "gold, chrome, glass, ...\n(\"orvane materials\" lists them)"),
+        add("--edge", text.edgeMaterial, "MATERIAL", "Material of the sides"),
+        add("--bevel-material", text.bevelMaterial, "MATERIAL", "Material of the bevels"),
+    };
     look.insert(look.end(), others.begin(), others.end());
+    look.insert(look.end(), ofMaterials_.begin(), ofMaterials_.end());
     look.insert(look.end(), ofSides_.begin(), ofSides_.end());
     return look;
 }

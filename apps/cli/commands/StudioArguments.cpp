@@ -30,6 +30,8 @@ void StudioArguments::AddTo(CLI::App& command)
             ->check(NumberBetween(-360, 360)),
         add("--exposure", options_.exposure, "F [1]", "Multiplies all light")
             ->check(NumberBetween(0.01, 100)),
+        command.add_flag("--ground", options_.hasGround,
+                         "Lays a soft shadow on the ground below the scene"),
     };
 }
 
