@@ -159,7 +159,7 @@ std::vector<CLI::Option*> SceneSource::AddLook()
         add.Colour("--bevel-color", text.bevelColor, "COLOR",
                    "Colour of the bevels [lighter than the face]"),
     };
-    ofMaterials_ = {
+    const std::vector<CLI::Option*> materials = {
         add("--face", text.faceMaterial, "MATERIAL",
             "Material of the fronts and backs, and of all sides\nwithout a material or colour: "
             "gold, chrome, glass, ...\n(\"orvane materials\" lists them)"),
@@ -167,7 +167,7 @@ std::vector<CLI::Option*> SceneSource::AddLook()
         add("--bevel-material", text.bevelMaterial, "MATERIAL", "Material of the bevels"),
     };
     look.insert(look.end(), others.begin(), others.end());
-    look.insert(look.end(), ofMaterials_.begin(), ofMaterials_.end());
+    look.insert(look.end(), materials.begin(), materials.end());
     look.insert(look.end(), ofSides_.begin(), ofSides_.end());
     return look;
 }

@@ -76,7 +76,6 @@ private:
     std::string style_;      ///< a name of an EdgeStyle, or profileStyle
     std::string profile_;    ///< as TextOptions::profile takes it
     std::vector<CLI::Option*> ofProfile_;
-    std::vector<CLI::Option*> ofMaterials_;
     std::vector<CLI::Option*> ofSides_;  ///< the colours of sides and bevels
     std::unique_ptr<ImportOptions> imports_;
     std::unique_ptr<OutlineFileOptions> outlines_;
