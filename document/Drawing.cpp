@@ -94,6 +94,7 @@ void Draw(const Document& document, const DrawOptions& options)
         CheckStudioOptions(*options.studio);
         studio.emplace(*options.studio);
         parameters.SetSolidDrawer(&*studio);
+        parameters.showsThrough = true;
         if (options.studio->hasGround)
         {
             ground.emplace(*state.scene.scene);

@@ -4,6 +4,7 @@
 #include "document/OptionRange.h"
 #include "host/AsciiCase.h"
 #include "host/CWinApp.h"
+#include "host/SimilarNames.h"
 #include "orvane/Error.h"
 
 #include <algorithm>
@@ -110,27 +111,6 @@ std::vector<NamedColor> BuiltIn()
     return materials;
 }
 
-/// The number of letters that must be put in, left out or changed to make b of a.
-std::size_t Distance(const std::string& a, const std::string& b)
-{
-    std::vector<std::size_t> row(b.size() + 1);
-    for (std::size_t i = 0; i < row.size(); ++i)
-    {
-        row[i] = i;
-    }
-    for (std::size_t i = 0; i < a.size(); ++i)
-    {
-        std::size_t diagonal = row[0]++;
-        for (std::size_t j = 0; j < b.size(); ++j)
-        {
-            const std::size_t changed = diagonal + (a[i] == b[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({changed, diagonal + 1, row[j] + 1});
-        }
-    }
-    return row.back();
-}
-
 void WriteSaved(const std::vector<NamedColor>& materials)
 {
     CWinApp& app = *AfxGetApp();
@@ -230,14 +210,11 @@ NamedColor MaterialNamed(const char* field, const std::string& name)
         }
     }
     constexpr std::size_t mostNamed = 3;
-    const std::string wanted = LowerAscii(name.substr(0, 100));
-    std::stable_sort(names.begin(), names.end(), [&wanted](const auto& a, const auto& b) {
-        return Distance(wanted, LowerAscii(a)) < Distance(wanted, LowerAscii(b));
-    });
+    constexpr std::size_t mostLetters = 100;  // comparing names takes time
     std::string nearest;
-    for (std::size_t i = 0; i < std::min(names.size(), mostNamed); ++i)
+    for (const std::string& each : SimilarNames(name.substr(0, mostLetters), names, mostNamed))
     {
-        nearest += (i == 0 ? "" : ", ") + names[i];
+        nearest += (nearest.empty() ? "" : ", ") + each;
     }
     throw OptionError(field, "the name of a material, such as " + nearest, '"' + name + '"');
 }

@@ -140,6 +140,7 @@ PosterBands::PosterBands(const ViewObject& view, const PosterSettings& settings)
     {
         studio_ = std::make_unique<StudioDrawer>(*settings.options.studio);
         parameters_.SetSolidDrawer(studio_.get());
+        parameters_.showsThrough = true;
         if (settings.options.studio->hasGround)
         {
             ground_ = std::make_unique<GroundShadow>(*view_.GetScene());

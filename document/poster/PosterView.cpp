@@ -5,11 +5,13 @@
 #include "platform/OpenGL.h"
 #include "scene/DescendentWalk.h"
 #include "scene/OrvString.h"
+#include "solids/MeshTransform.h"
 #include "solids/OrvOutlineShape.h"
 #include "studio/GroundShadow.h"
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <utility>
 
 namespace orvane
@@ -18,16 +20,41 @@ namespace orvane
 namespace
 {
 
-bool HasTransparentSolid(const DrawingObject& scene)
+using Nodes = std::vector<const DrawingObject*>;
+
+constexpr std::less<const DrawingObject*> byAddress;
+
+/// The texts and outlines of a scene that a condition holds for, sorted by address.
+template <typename Condition>
+Nodes SolidsOf(const DrawingObject& scene, const Condition& isWanted)
 {
-    bool hasOne = false;
-    VisitDescendents(scene, [&hasOne](const DrawingObject& node) {
-        const bool isBlended = dynamic_cast<const OrvString*>(&node) != nullptr ||
-                               dynamic_cast<const OrvOutlineShape*>(&node) != nullptr;
-        hasOne = hasOne || (isBlended && node.IsTransparent());
-        return !hasOne;
+    Nodes solids;
+    VisitDescendents(scene, [&](const DrawingObject& node) {
+        const bool isSolid = dynamic_cast<const OrvString*>(&node) != nullptr ||
+                             dynamic_cast<const OrvOutlineShape*>(&node) != nullptr;
+        if (isSolid && isWanted(node))
+        {
+            solids.push_back(&node);
+        }
+        return true;
     });
-    return hasOne;
+    std::sort(solids.begin(), solids.end(), byAddress);
+    return solids;
+}
+
+Nodes Together(const Nodes& a, const Nodes& b)
+{
+    Nodes all;
+    std::set_union(a.begin(), a.end(), b.begin(), b.end(), std::back_inserter(all), byAddress);
+    return all;
+}
+
+/// How far a node's middle lies from the camera, along its line of sight.
+/// \param camera leads from the parent of the scene to the camera
+double DistanceOf(const DrawingObject& node, const MeshTransform& camera)
+{
+    const Vector middle = node.GetBoundsGlobalCenter();  // in the coordinates of its parent
+    return -(camera * TransformAbove(node)).Apply({middle.x, middle.y, middle.z})[2];
 }
 
 }  // namespace
@@ -55,7 +82,10 @@ bool PosterParameters::ShouldDraw(const DrawingObject& node) const
 }
 
 PosterView::PosterView(const ViewObject& view, int samples)
-    : ViewObject(view), background_(*scene, 0), hasTransparentSolid_(HasTransparentSolid(*scene))
+    : ViewObject(view),
+      background_(*scene, 0),
+      solids_(SolidsOf(*scene, [](const DrawingObject&) { return true; })),
+      transparent_(SolidsOf(*scene, [](const DrawingObject& node) { return node.IsTransparent(); }))
 {
     TextureMap& picture = *background_.GetTexture();
     if (picture.placement == static_cast<DWORD>(BackgroundPlacement::Stretch))
@@ -77,22 +107,65 @@ int PosterView::DrawObject(DrawingParameters* parameters)
 
 int PosterView::DrawChildren(DrawingParameters* parameters)
 {
-    const auto& ours = static_cast<PosterParameters&>(*parameters);
+    auto& ours = static_cast<PosterParameters&>(*parameters);
     if (ours.ground != nullptr && parameters->IsRender())
     {
         ours.ground->Draw();
     }
-    if (!hasTransparentSolid_ || !parameters->IsRender())
+    if (transparent_.empty() || !parameters->IsRender())
     {
         return ViewObject::DrawChildren(parameters);
     }
+    return ours.showsThrough ? DrawShowingThrough(ours) : DrawForemost(ours);
+}
+
+int PosterView::DrawShowingThrough(PosterParameters& parameters)
+{
+    PosterParameters pass = parameters;
+    const auto drawWithout = [&](const Nodes& hidden) {
+        pass.hidden = Together(parameters.hidden, hidden);
+        return ViewObject::DrawChildren(&pass);
+    };
+    if (drawWithout(transparent_) == 0)
+    {
+        return 0;
+    }
+    MeshTransform camera;
+    glGetDoublev(GL_MODELVIEW_MATRIX, camera.matrix.data());
+    std::vector<std::pair<double, const DrawingObject*>> byDistance;
+    for (const DrawingObject* const node : transparent_)
+    {
+        byDistance.emplace_back(DistanceOf(*node, camera), node);
+    }
+    std::sort(byDistance.begin(), byDistance.end(),
+              [](const auto& a, const auto& b) { return a.first > b.first; });
+    int drawn = 1;
+    for (const auto& [distance, shown] : byDistance)
+    {
+        Nodes others = solids_;
+        for (const DrawingObject* each = shown; each != nullptr; each = each->GetParent())
+        {
+            others.erase(std::remove(others.begin(), others.end(), each), others.end());
+        }
+        for (const GLenum culled : {GL_FRONT, GL_BACK})
+        {
+            glCullFace(culled);
+            drawn = drawn != 0 ? drawWithout(others) : 0;
+        }
+        glCullFace(GL_BACK);
+    }
+    return drawn;
+}
+
+int PosterView::DrawForemost(PosterParameters& parameters)
+{
     // Transparent surfaces leave no depth behind. Drawn once, they would show through each other,
     // and the order of drawing would change the picture. So a first pass draws only the depth of
     // all surfaces; in the second pass only the foremost surfaces pass the depth test.
     GLboolean mask[4];
     glGetBooleanv(GL_COLOR_WRITEMASK, mask);
     glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
-    PosterParameters depthOnly = static_cast<PosterParameters&>(*parameters);
+    PosterParameters depthOnly = parameters;
     depthOnly.ClearShowTextures();
     depthOnly.ClearShowLights();
     depthOnly.keepsTransparentDepth = true;
@@ -102,7 +175,7 @@ int PosterView::DrawChildren(DrawingParameters* parameters)
     GLint function = GL_LESS;
     glGetIntegerv(GL_DEPTH_FUNC, &function);
     glDepthFunc(GL_LEQUAL);
-    drawn = drawn != 0 ? ViewObject::DrawChildren(parameters) : 0;
+    drawn = drawn != 0 ? ViewObject::DrawChildren(&parameters) : 0;
     glDepthFunc(static_cast<GLenum>(function));
     return drawn;
 }

@@ -24,6 +24,8 @@ public:
 
     std::vector<const DrawingObject*> hidden;  ///< nodes to leave out, sorted by address
     const GroundShadow* ground = nullptr;      ///< borrowed; null for a scene without a ground
+    /// Whether opaque surfaces behind transparent texts and outlines show through them.
+    bool showsThrough = false;
     bool keepsTransparentDepth = false;
     bool hasLostBackgroundPicture = false;  ///< in any draw with these parameters
 };
@@ -32,7 +34,8 @@ public:
 ///
 /// If the scene has transparent texts, only the foremost surfaces of the scene are drawn. So a
 /// transparent letter shows the background behind it, but no other surface behind it, not even an
-/// opaque surface.
+/// opaque surface. With PosterParameters::showsThrough, transparent nodes are drawn over all others
+/// instead, the farthest first, and of each node the surfaces that look away before the others.
 class PosterView : public ViewObject
 {
 public:
@@ -45,8 +48,12 @@ public:
     int DrawObject(DrawingParameters* parameters) override;
 
 private:
+    int DrawForemost(PosterParameters& parameters);
+    int DrawShowingThrough(PosterParameters& parameters);
+
     SceneObject background_;  ///< a copy of the scene's background, placed for the drawing's pixels
-    bool hasTransparentSolid_;
+    std::vector<const DrawingObject*> solids_;       ///< texts and outlines; sorted by address
+    std::vector<const DrawingObject*> transparent_;  ///< those of them that are
 };
 
 }  // namespace orvane

@@ -150,6 +150,41 @@ TEST_F(StudioPictures, GoldMirrorsItsSurroundings)
     EXPECT_EQ(different, 0u);
 }
 
+TEST_F(StudioPictures, OpaqueLettersShowThroughTransparentOnes)
+{
+    const Size size{200, 120};
+    orvane::TextOptions red;
+    red.faceColor = orvane::Rgb(0xFF0000);
+    red.edgeStyle = orvane::EdgeStyle::Square;
+    orvane::TextOptions clear;
+    clear.faceColor = {0, 0, 1, 0.2f};
+    clear.edgeColor = clear.faceColor;
+    clear.bevelColor = clear.faceColor;
+    // The text in front is added first, then last: the order does not matter.
+    const auto draw = [&](bool isFrontFirst, bool isStudio) {
+        Document document;
+        if (isFrontFirst)
+        {
+            document.AddText("O", clear).MoveTo({0, 0, 1});
+        }
+        document.AddText("I", red).MoveTo({0, 0, -1});
+        if (!isFrontFirst)
+        {
+            document.AddText("O", clear).MoveTo({0, 0, 1});
+        }
+        orvane::CameraOptions camera;
+        camera.turn = {0, 40, 0};
+        document.Frame(size, camera);
+        return Draw(document, OptionsOf(size, isStudio));
+    };
+    // A fifth of anything over the background has less red than 100.
+    const auto isMixed = [](const Rgb& color) { return color.red > 100 && color.blue > 40; };
+    const DecodedPicture last = draw(false, true);
+    EXPECT_EQ(draw(false, false).Count(isMixed), 0u);
+    EXPECT_GT(last.Count(isMixed), 100u);
+    EXPECT_TRUE(draw(true, true) == last);
+}
+
 TEST_F(StudioPictures, WiresAreThoseOfTheClassicRenderer)
 {
     const Size size{160, 100};
