@@ -41,11 +41,43 @@ TEST(TriangleCrossings, AMillionthDecides)
     EXPECT_EQ(MeetingWith({3, 4, 5}, {{1, 1, tiny}, {1, 1, 1}, {2, 1, 1}}).crossings, 0);
 }
 
-TEST(TriangleCrossings, ACornerOnATriangleTouchesIt)
+TEST(TriangleCrossings, ACornerOnATriangleDoesNotCrossIt)
 {
-    const TriangleCrossings found = MeetingWith({3, 4, 5}, {{1, 1, 0}, {1, 1, 1}, {2, 1, 1}});
-    EXPECT_EQ(found.crossings, 0);
-    EXPECT_EQ(found.touches, 1);
+    EXPECT_EQ(MeetingWith({3, 4, 5}, {{1, 1, 0}, {1, 1, 1}, {2, 1, 1}}).crossings, 0);
+}
+
+TEST(TriangleCrossings, UprightTrianglesCrossOtherUprightOnes)
+{
+    // Walls, which seen from above are the lines y = 0 and x = 0.
+    ProfileSolid solid;
+    solid.positions = {{-1, 0, 0}, {1, 0, 0}, {0, 0, 2}, {0, -1, 0.5F}, {0, 1, 0.5F}, {0, 0, 3}};
+    solid.triangles.resize(2);
+    solid.triangles[0].corners = {0, 1, 2};
+    solid.triangles[1].corners = {3, 4, 5};
+    EXPECT_EQ(FindCrossings(solid).crossings, 1);
+    for (std::size_t corner = 3; corner < 6; ++corner)
+    {
+        solid.positions[corner][0] += 1;
+    }
+    EXPECT_EQ(FindCrossings(solid).crossings, 0);
+}
+
+TEST(TriangleCrossings, ATriangleCrossesEveryLayerThatItGoesThrough)
+{
+    // Ten level triangles at the heights 0 to 9, and a spike through those at 1 to 8.
+    ProfileSolid solid;
+    for (std::uint32_t layer = 0; layer < 10; ++layer)
+    {
+        const auto height = static_cast<float>(layer);
+        solid.positions.insert(solid.positions.end(),
+                               {{0, 0, height}, {4, 0, height}, {0, 4, height}});
+        solid.triangles.emplace_back().corners = {3 * layer, 3 * layer + 1, 3 * layer + 2};
+    }
+    solid.positions.insert(solid.positions.end(), {{1, 1, 0}, {1, 1, 9}, {1.1F, 1, 9}});
+    solid.triangles.emplace_back().corners = {30, 31, 32};
+    const TriangleCrossings found = FindCrossings(solid);
+    EXPECT_EQ(found.crossings, 8);
+    EXPECT_EQ(found.second, 10);
 }
 
 TEST(TriangleCrossings, NeighboursWithASharedEdgeCrossOnlyWhenTheyFoldBack)

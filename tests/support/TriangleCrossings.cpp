@@ -5,7 +5,9 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <initializer_list>
+#include <numeric>
+#include <span>
+#include <utility>
 #include <vector>
 
 using namespace orvane;
@@ -109,45 +111,55 @@ int SideOf(const Triangle& triangle, const Point& point)
 
 using PlanePoint = std::array<double, 2>;
 
+/// 1 when the way from \p a over \p b to \p c turns left, -1 when it turns right, 0 when it goes
+/// straight on or back.
 int TurnOf(const PlanePoint& a, const PlanePoint& b, const PlanePoint& c)
 {
+    const double left = (b[0] - a[0]) * (c[1] - a[1]);
+    const double right = (b[1] - a[1]) * (c[0] - a[0]);
+    const double size = std::abs(left) + std::abs(right);
+    constexpr double rounding = 4e-16;  // three roundings of 2 to the -53rd
+    if (std::abs(left - right) > rounding * size)
+    {
+        return left > right ? 1 : -1;
+    }
+    if (size == 0 || b == c)
+    {
+        return 0;
+    }
     ExactSum sum;
     sum.AddProduct(b[0] - a[0], c[1] - a[1]);
     sum.AddProduct(a[1] - b[1], c[0] - a[0]);
     return sum.Sign();
 }
 
-/// How two triangles meet.
-enum class Meeting
-{
-    Apart,
-    Touching,
-    Crossing
-};
+using PlaneTriangle = std::array<PlanePoint, 3>;
 
-/// Whether a triangle in the plane, counter-clockwise, and another have an area in common.
-Meeting MeetingInPlane(std::array<PlanePoint, 3> a, std::array<PlanePoint, 3> b)
+/// Whether an edge of a triangle has the whole other one on its outer side.
+/// \param turn that of the first triangle's corners
+bool IsOutside(const PlaneTriangle& a, int turn, const PlaneTriangle& b)
 {
-    // Two triangles have no common area exactly when an edge of one has the whole other on its
-    // outer side.
-    for (int side = 0; side < 2; ++side)
+    for (std::size_t i = 0; i < 3; ++i)
     {
-        const int turn = TurnOf(a[0], a[1], a[2]);
-        for (std::size_t i = 0; i < 3; ++i)
+        const PlanePoint& from = a[i];
+        const PlanePoint& to = a[(i + 1) % 3];
+        if (TurnOf(from, to, b[0]) * turn <= 0 && TurnOf(from, to, b[1]) * turn <= 0 &&
+            TurnOf(from, to, b[2]) * turn <= 0)
         {
-            if (std::all_of(b.begin(), b.end(), [&](const PlanePoint& point) {
-                    return TurnOf(a[i], a[(i + 1) % 3], point) * turn <= 0;
-                }))
-            {
-                return Meeting::Apart;
-            }
+            return true;
         }
-        std::swap(a, b);
     }
-    return Meeting::Crossing;
+    return false;
 }
 
-Meeting MeetingInPlane(const Triangle& a, const Triangle& b)
+/// Whether two triangles in a plane have an area in common.
+bool DoOverlap(const PlaneTriangle& a, const PlaneTriangle& b)
+{
+    return !IsOutside(a, TurnOf(a[0], a[1], a[2]), b) && !IsOutside(b, TurnOf(b[0], b[1], b[2]), a);
+}
+
+/// The same for triangles of one plane in space.
+bool DoOverlap(const Triangle& a, const Triangle& b)
 {
     const Point u = Minus(a[1], a[0]);
     const Point v = Minus(a[2], a[0]);
@@ -164,41 +176,36 @@ Meeting MeetingInPlane(const Triangle& a, const Triangle& b)
         }
     }
     const auto seen = [&](const Triangle& triangle) {
-        std::array<PlanePoint, 3> points;
+        PlaneTriangle points;
         for (std::size_t i = 0; i < 3; ++i)
         {
             points[i] = {triangle[i][(flat + 1) % 3], triangle[i][(flat + 2) % 3]};
         }
         return points;
     };
-    return largest > 0 ? MeetingInPlane(seen(a), seen(b)) : Meeting::Apart;
+    return largest > 0 && DoOverlap(seen(a), seen(b));
 }
 
-/// How the edge between two points meets a triangle.
-Meeting MeetingOfEdge(const Point& from, const Point& to, int fromSide, int toSide,
-                      const Triangle& triangle)
+/// Whether the edge between two points on the given sides of a triangle goes through its inside.
+bool DoesEdgeCross(const Point& from, const Point& to, int fromSide, int toSide,
+                   const Triangle& triangle)
 {
-    if (fromSide * toSide > 0 || (fromSide == 0 && toSide == 0))
+    if (fromSide * toSide >= 0)
     {
-        return Meeting::Apart;
+        return false;
     }
-    int least = 1;
-    int most = -1;
-    for (std::size_t i = 0; i < 3; ++i)
-    {
-        const int side = SideOf({from, triangle[i], triangle[(i + 1) % 3]}, to);
-        least = std::min(least, side);
-        most = std::max(most, side);
-    }
-    if (least < 0 && most > 0)
-    {
-        return Meeting::Apart;
-    }
-    const bool isThrough = fromSide != 0 && toSide != 0 && least * most > 0;
-    return isThrough ? Meeting::Crossing : Meeting::Touching;
+    const int first = SideOf({from, triangle[0], triangle[1]}, to);
+    return first != 0 && SideOf({from, triangle[1], triangle[2]}, to) == first &&
+           SideOf({from, triangle[2], triangle[0]}, to) == first;
 }
 
-/// The triangles of a solid, in the cells of a grid in the plane of the letter.
+/// Looks for triangles of a solid that cross.
+///
+/// A plane that has one triangle on one of its sides, and the other on the other side, keeps them
+/// from crossing, even when both reach the plane, unless both lie in it. So triangles can cross
+/// only where their boxes have an inside in common, or are flat in the same plane. The triangles
+/// are divided into groups that lie on top of each other; the faces and the surface between two
+/// rings are such groups. Those of a group are sorted into the cells of a grid.
 class Crossings
 {
 public:
@@ -207,6 +214,7 @@ public:
         for (const SolidTriangle& triangle : solid.triangles)
         {
             Triangle& places = places_.emplace_back();
+            PlaneTriangle& shadow = shadows_.emplace_back();
             Box& box = boxes_.emplace_back();
             for (std::size_t i = 0; i < 3; ++i)
             {
@@ -218,27 +226,36 @@ public:
                     box.low[axis] = i == 0 ? at : std::min(box.low[axis], at);
                     box.high[axis] = i == 0 ? at : std::max(box.high[axis], at);
                 }
+                shadow[i] = {places[i][0], places[i][1]};
             }
+            turns_.push_back(TurnOf(shadow[0], shadow[1], shadow[2]));
         }
     }
 
     TriangleCrossings Find()
     {
-        FillCells();
-        for (std::size_t cell = 0; cell + 1 < starts_.size(); ++cell)
+        std::vector<std::size_t> order(boxes_.size());
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        const auto bottomAndTop = [&](std::size_t triangle) {
+            return std::pair(boxes_[triangle].low[2], boxes_[triangle].high[2]);
+        };
+        std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+            return std::pair(bottomAndTop(a), a) < std::pair(bottomAndTop(b), b);
+        });
+        std::size_t start = 0;
+        while (start < order.size())
         {
-            for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i)
+            const auto [bottom, firstTop] = bottomAndTop(order[start]);
+            float top = firstTop;
+            std::size_t end = start + 1;
+            while (end < order.size() && (bottomAndTop(order[end]).first < top ||
+                                          bottomAndTop(order[end]) == std::pair(bottom, top)))
             {
-                for (std::size_t j = i + 1; j < starts_[cell + 1]; ++j)
-                {
-                    const std::size_t a = inCells_[i];
-                    const std::size_t b = inCells_[j];
-                    if (DoBoxesMeet(boxes_[a], boxes_[b]) && CellOfPair(a, b) == cell)
-                    {
-                        Count(a, b);
-                    }
-                }
+                top = std::max(top, bottomAndTop(order[end]).second);
+                ++end;
             }
+            FindIn({order.data() + start, end - start});
+            start = end;
         }
         return found_;
     }
@@ -252,14 +269,43 @@ private:
 
     static bool DoBoxesMeet(const Box& a, const Box& b)
     {
-        return a.low[0] <= b.high[0] && b.low[0] <= a.high[0] && a.low[1] <= b.high[1] &&
-               b.low[1] <= a.high[1] && a.low[2] <= b.high[2] && b.low[2] <= a.high[2];
+        for (std::size_t axis = 0; axis < 3; ++axis)
+        {
+            const bool isInsideCommon = a.low[axis] < b.high[axis] && b.low[axis] < a.high[axis];
+            const bool isOnePlane = a.low[axis] == b.high[axis] && b.low[axis] == a.high[axis];
+            if (!isInsideCommon && !isOnePlane)
+            {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    void FindIn(std::span<const std::size_t> group)
+    {
+        FillCells(group);
+        for (std::size_t cell = 0; cell + 1 < starts_.size(); ++cell)
+        {
+            for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i)
+            {
+                for (std::size_t j = i + 1; j < starts_[cell + 1]; ++j)
+                {
+                    const std::size_t a = inCells_[i];
+                    const std::size_t b = inCells_[j];
+                    if (DoBoxesMeet(boxes_[a], boxes_[b]) && CellOfPair(a, b) == cell &&
+                        !AreApartFromAbove(a, b) && DoCross(a, b))
+                    {
+                        Count(std::min(a, b), std::max(a, b));
+                    }
+                }
+            }
+        }
     }
 
     std::size_t ColumnOf(float at, std::size_t axis) const
     {
-        const double part = (double{at} - low_[axis]) / size_[axis];
-        return std::min(static_cast<std::size_t>(part * static_cast<double>(side_)), side_ - 1);
+        const double column = (double{at} - low_[axis]) * columnsPerEm_[axis];
+        return std::min(static_cast<std::size_t>(column), side_ - 1);
     }
 
     /// A pair that shares several cells is looked at in the first of them.
@@ -283,37 +329,37 @@ private:
         }
     }
 
-    void FillCells()
+    void FillCells(std::span<const std::size_t> group)
     {
         for (std::size_t axis = 0; axis < 2; ++axis)
         {
-            float low = 0;
-            float high = 0;
-            for (const auto& position : solid_.positions)
+            float low = boxes_[group[0]].low[axis];
+            float high = boxes_[group[0]].high[axis];
+            for (const std::size_t triangle : group)
             {
-                low = std::min(low, position[axis]);
-                high = std::max(high, position[axis]);
+                low = std::min(low, boxes_[triangle].low[axis]);
+                high = std::max(high, boxes_[triangle].high[axis]);
             }
             low_[axis] = low;
-            size_[axis] = std::max(double{high} - low, 1e-30);
+            columnsPerEm_[axis] = double{high} - low;
         }
-        side_ = 1 + static_cast<std::size_t>(std::sqrt(static_cast<double>(boxes_.size())));
+        side_ = 1 + static_cast<std::size_t>(std::sqrt(static_cast<double>(group.size())));
+        for (double& columns : columnsPerEm_)
+        {
+            columns = static_cast<double>(side_) / std::max(columns, 1e-30);
+        }
         starts_.assign(side_ * side_ + 1, 0);
-        for (const Box& box : boxes_)
+        for (const std::size_t triangle : group)
         {
-            ForEachCell(box, [&](std::size_t cell) { ++starts_[cell]; });
+            ForEachCell(boxes_[triangle], [&](std::size_t cell) { ++starts_[cell]; });
         }
-        std::size_t end = 0;
-        for (std::size_t& start : starts_)
-        {
-            end += start;
-            start = end;
-        }
-        inCells_.resize(end);
+        std::partial_sum(starts_.begin(), starts_.end(), starts_.begin());
+        inCells_.resize(starts_.back());
         // Filled from behind, each start ends up at the first triangle of its cell.
-        for (std::size_t i = boxes_.size(); i-- > 0;)
+        for (std::size_t i = group.size(); i-- > 0;)
         {
-            ForEachCell(boxes_[i], [&](std::size_t cell) { inCells_[--starts_[cell]] = i; });
+            ForEachCell(boxes_[group[i]],
+                        [&](std::size_t cell) { inCells_[--starts_[cell]] = group[i]; });
         }
     }
 
@@ -325,20 +371,24 @@ private:
 
     void Count(std::size_t a, std::size_t b)
     {
-        const Meeting meeting = MeetingOf(a, b);
-        if (meeting == Meeting::Crossing)
+        if (found_.crossings == 0)
         {
-            if (found_.crossings == 0)
-            {
-                found_.first = static_cast<long>(a);
-                found_.second = static_cast<long>(b);
-            }
-            ++found_.crossings;
+            found_.first = static_cast<long>(a);
+            found_.second = static_cast<long>(b);
         }
-        found_.touches += meeting == Meeting::Touching ? 1 : 0;
+        ++found_.crossings;
     }
 
-    Meeting MeetingOf(std::size_t a, std::size_t b) const
+    /// Whether a line separates the triangles seen from above. Then they do not cross, unless one
+    /// stands upright and so is only a line itself.
+    bool AreApartFromAbove(std::size_t a, std::size_t b) const
+    {
+        return turns_[a] != 0 && turns_[b] != 0 &&
+               (IsOutside(shadows_[a], turns_[a], shadows_[b]) ||
+                IsOutside(shadows_[b], turns_[b], shadows_[a]));
+    }
+
+    bool DoCross(std::size_t a, std::size_t b) const
     {
         const auto& corners = solid_.triangles[a].corners;
         const auto shared =
@@ -347,24 +397,20 @@ private:
         if (shared >= 2 && NormalsAgree(places_[a], places_[b]))
         {
             // Triangles beside each other, which do not fold back.
-            return Meeting::Apart;
+            return false;
         }
         std::array<int, 3> sidesOfA = {};
         std::array<int, 3> sidesOfB = {};
         if (AreOnOneSide(a, b, sidesOfA) || AreOnOneSide(b, a, sidesOfB))
         {
-            return Meeting::Apart;
+            return false;
         }
         const auto isZero = [](int side) { return side == 0; };
         if (std::all_of(sidesOfA.begin(), sidesOfA.end(), isZero))
         {
-            return MeetingInPlane(places_[a], places_[b]);
+            return DoOverlap(places_[a], places_[b]);
         }
-        if (shared >= 2)
-        {
-            return Meeting::Apart;
-        }
-        return std::max(MeetingOfEdges(a, b, sidesOfA), MeetingOfEdges(b, a, sidesOfB));
+        return shared < 2 && (DoEdgesCross(a, b, sidesOfA) || DoEdgesCross(b, a, sidesOfB));
     }
 
     static bool NormalsAgree(const Triangle& a, const Triangle& b)
@@ -399,29 +445,32 @@ private:
         return hasLeft != hasRight && !hasZero;
     }
 
-    Meeting MeetingOfEdges(std::size_t a, std::size_t b, const std::array<int, 3>& sides) const
+    /// Whether an edge of \p a goes through \p b.
+    bool DoEdgesCross(std::size_t a, std::size_t b, const std::array<int, 3>& sides) const
     {
-        Meeting meeting = Meeting::Apart;
         for (std::size_t i = 0; i < 3; ++i)
         {
-            const std::size_t next = (i + 1) % 3;
             // An edge that ends in a shared corner meets the other triangle there only, unless it
             // lies in its plane.
+            const std::size_t next = (i + 1) % 3;
             if (!IsShared(b, solid_.triangles[a].corners[i]) &&
-                !IsShared(b, solid_.triangles[a].corners[next]))
+                !IsShared(b, solid_.triangles[a].corners[next]) &&
+                DoesEdgeCross(places_[a][i], places_[a][next], sides[i], sides[next], places_[b]))
             {
-                meeting = std::max(meeting, MeetingOfEdge(places_[a][i], places_[a][next], sides[i],
-                                                          sides[next], places_[b]));
+                return true;
             }
         }
-        return meeting;
+        return false;
     }
 
     const ProfileSolid& solid_;
     std::vector<Triangle> places_;
+    std::vector<PlaneTriangle> shadows_;  ///< of the triangles, seen from above
+    std::vector<int> turns_;              ///< of the shadows; 0 for upright triangles
     std::vector<Box> boxes_;
+    // The grid of the group that is being looked at.
     std::array<double, 2> low_ = {};
-    std::array<double, 2> size_ = {};
+    std::array<double, 2> columnsPerEm_ = {};
     std::size_t side_ = 1;  ///< cells along each axis
     std::vector<std::size_t> starts_;
     std::vector<std::size_t> inCells_;
