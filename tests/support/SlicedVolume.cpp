@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/SlicedVolume.h"
 
-#include <polyclipping/clipper.hpp>
-
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -13,56 +12,64 @@ namespace
 
 constexpr double unitsPerEm = 1 << 20;
 
-ClipperLib::Paths Moved(const ClipperLib::Paths& region, ProfileCorners corners, double offset)
-{
-    constexpr double miterLimit = 4;
-    constexpr double arcTolerance = 0.0002 * unitsPerEm;
-    ClipperLib::ClipperOffset mover(miterLimit, arcTolerance);
-    mover.AddPaths(region,
-                   corners == ProfileCorners::Round ? ClipperLib::jtRound : ClipperLib::jtMiter,
-                   ClipperLib::etClosedPolygon);
-    ClipperLib::Paths moved;
-    mover.Execute(moved, offset * unitsPerEm);
-    return moved;
-}
-
-double AreaOf(const ClipperLib::Paths& paths)
-{
-    double area = 0;
-    for (const ClipperLib::Path& path : paths)
-    {
-        area += ClipperLib::Area(path);
-    }
-    return area / (unitsPerEm * unitsPerEm);
-}
-
 }  // namespace
 
-double SlicedVolume(const PlaneRegion& region, const EdgeProfile& profile,
-                    const ProfileSolidOptions& options, int slices)
+MovedAreas::MovedAreas(const PlaneRegion& region, ProfileCorners corners) : corners_(corners)
 {
-    ClipperLib::Paths own;
     for (const auto& contour : region.contours)
     {
-        ClipperLib::Path& path = own.emplace_back();
+        ClipperLib::Path& path = region_.emplace_back();
         for (const contours::DoublePoint& place : contour)
         {
             path.push_back(
                 {std::llround(place.x * unitsPerEm), std::llround(place.y * unitsPerEm)});
         }
     }
-    ClipperLib::SimplifyPolygons(own, ClipperLib::pftNonZero);
-    double unit = 1;
-    if (profile.reachesMiddle)
+    ClipperLib::SimplifyPolygons(region_, ClipperLib::pftNonZero);
+}
+
+ClipperLib::Paths MovedAreas::Moved(double offset) const
+{
+    constexpr double miterLimit = 4;
+    constexpr double arcTolerance = 0.0002 * unitsPerEm;
+    ClipperLib::ClipperOffset mover(miterLimit, arcTolerance);
+    mover.AddPaths(region_,
+                   corners_ == ProfileCorners::Round ? ClipperLib::jtRound : ClipperLib::jtMiter,
+                   ClipperLib::etClosedPolygon);
+    ClipperLib::Paths moved;
+    mover.Execute(moved, offset * unitsPerEm);
+    return moved;
+}
+
+double MovedAreas::At(double offset) const
+{
+    double area = 0;
+    for (const ClipperLib::Path& path : Moved(offset))
     {
-        double left = 0;
-        unit = 64;
-        while (unit - left > 1e-6)
-        {
-            const double middle = (left + unit) / 2;
-            (Moved(own, profile.corners, -middle).empty() ? unit : left) = middle;
-        }
+        area += ClipperLib::Area(path);
     }
+    return area / (unitsPerEm * unitsPerEm);
+}
+
+double MovedAreas::Middle(double precision) const
+{
+    double left = 0;
+    double empty = 64;
+    constexpr double least = 1 / unitsPerEm;
+    while (empty - left > std::max(precision * left, least))
+    {
+        // Most strokes are thin: the first steps are powers of two.
+        const double middle = left == 0 ? empty / 4 : (left + empty) / 2;
+        (Moved(-middle).empty() ? empty : left) = middle;
+    }
+    return empty;
+}
+
+double SlicedVolume(const PlaneRegion& region, const EdgeProfile& profile,
+                    const ProfileSolidOptions& options, int slices)
+{
+    const MovedAreas areas(region, profile.corners);
+    const double unit = profile.reachesMiddle ? areas.Middle(1e-5) : 1;
     double edges = 0;
     for (std::size_t i = 1; i < profile.steps.size(); ++i)
     {
@@ -73,10 +80,10 @@ double SlicedVolume(const PlaneRegion& region, const EdgeProfile& profile,
         {
             const double at = (slice + 0.5) / slices;
             const double offset = (upper.offset + (lower.offset - upper.offset) * at) * unit;
-            edges += AreaOf(Moved(own, profile.corners, offset)) * height / slices;
+            edges += areas.At(offset) * height / slices;
         }
     }
     const int count = options.sides == ProfileSides::Both ? 2 : 1;
-    const double wall = AreaOf(Moved(own, profile.corners, profile.steps.back().offset * unit));
+    const double wall = areas.At(profile.steps.back().offset * unit);
     return count * edges + wall * (options.depth + count * profile.steps.back().height);
 }

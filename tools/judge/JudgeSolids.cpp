@@ -1,43 +1,39 @@
 // SPDX-License-Identifier: MIT
-// judge-solids [--letters] [--every N] [--slices N] [--no-meshes] [--part I/N] [--smallest-first]
-// [--done FILE] [FILTER]
+// judge-solids [--letters] [--every N] [--at-most N] [--no-meshes] [--plant FAULT] [--part I/N]
+// [--smallest-first] [--done FILE] [--judged FILE] [FILTER]
 //
-// Makes the solid of every glyph of every face that fontconfig lists, with every named profile, at
+// Makes the solids of every glyph of every face that fontconfig lists, with every named profile, at
 // five widths outward and inward, and writes the meshes to standard output for profiles.mjs. Judges
 // them itself, too: edges, triangles that cross, volume, and the volume found by slicing. After
-// each face it writes a line about the face.
+// each face it writes a line about the face. Glyphs whose outlines are equal, bit for bit, have the
+// same solids; those of an outline in which nothing was wrong are judged once.
 //
 //   --letters    only the characters of the western code page, of faces with all letters A to z
 //   --every N    only every Nth glyph
-//   --slices N   compare the volume of every Nth solid, and of the deepest chisel of every glyph,
-//   with
-//                that of slices
+//   --at-most N  only the first N faces
 //   --no-meshes  write nothing to standard output
+//   --plant FAULT  change every solid before it is judged: hole, crossing or volume
 //   --part I/N   of every N faces, only the one with the number I, from 0
 //   --smallest-first  judge the faces of small files before those of large ones, which have more
-//                letters or more points, instead of in the order of their names
+//                glyphs or more points, instead of in the order of their names
 //   --done FILE  leave out the faces that have a line in this file; see profiles.mjs
+//   --judged FILE  keys of outlines that were judged before; see profiles.mjs
 //   FILTER       only faces whose full names contain this text
 
 #include "extrude/OrvGlyph.h"
-#include "orvane/Error.h"
 #include "outline/TTGlyph.h"
 #include "platform/posix/TextConversion.h"
 #include "platform/posix/fonts/FontFace.h"
 #include "platform/posix/fonts/GlyphPolygons.h"
 #include "platform/posix/fonts/InstalledFonts.h"
-#include "profiles/ProfileSolid.h"
-#include "tests/support/ClosedSurface.h"
-#include "tests/support/SlicedVolume.h"
-#include "tests/support/TriangleCrossings.h"
+#include "tools/judge/GlyphJudge.h"
+#include "tools/judge/MeshStream.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -51,178 +47,45 @@ using namespace orvane;
 namespace
 {
 
-/// Of the profiles, outward and inward; ems.
-constexpr std::array widths = {0.005, 0.01, 0.02, 0.04, 0.08};
-
 struct Options
 {
     bool lettersOnly = false;
-    bool writesMeshes = true;
     bool smallestFirst = false;
     UINT every = 1;
-    long slicesEvery = 0;
+    long atMost = 0;  ///< faces; 0 for all
     std::size_t part = 0;
     std::size_t parts = 1;
     std::set<std::string> done;
     std::string filter;
+    GlyphOptions glyphs;
 };
 
-struct Counts
-{
-    int faces = 0;
-    long glyphs = 0;
-    long solids = 0;
-    long empty = 0;
-    long triangles = 0;
-    long failed = 0;   ///< not made, not closed, or without volume
-    long crossed = 0;  ///< with triangles that cross
-    long sliced = 0;
-    long wrongVolumes = 0;         ///< more than 0.5 % from the sliced one
-    double largestDifference = 0;  ///< of a volume from the sliced one, as a part of that
-    std::string worstName;         ///< of the solid with that difference
-    std::string exceptions;        ///< with their reasons
-    double seconds = 0;            ///< of the processor, for making the solids
-    double slowest = 0;
-    std::string slowestName;
-};
+/// The keys of the outlines that were judged.
+using JudgedOutlines = std::set<std::string>;
 
-double ProcessorSeconds()
+/// A number of 128 bits that depends on every bit of an outline, as text: two 64-bit FNV-1a hashes
+/// with different starts.
+std::string KeyOf(const PlaneRegion& region)
 {
-    timespec time = {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
-
-void Complain(Counts& counts, const std::string& name, const std::string& why)
-{
-    counts.exceptions += (counts.exceptions.empty() ? "" : "; ") + name + ": " + why;
-    std::fprintf(stderr, "%s: %s\n", name.c_str(), why.c_str());
-}
-
-/// The sizes of a record's parts, as profiles.mjs reads them, and its kind: 0 for a mesh, 1 for the
-/// line about a face.
-void WriteHeader(const std::string& name, std::size_t positions, std::size_t triangles,
-                 std::uint32_t kind, double volume)
-{
-    const std::uint32_t sizes[4] = {static_cast<std::uint32_t>(name.size()),
-                                    static_cast<std::uint32_t>(positions),
-                                    static_cast<std::uint32_t>(triangles), kind};
-    std::fwrite(sizes, sizeof sizes, 1, stdout);
-    std::fwrite(&volume, sizeof volume, 1, stdout);
-    std::fwrite(name.data(), 1, name.size(), stdout);
-}
-
-void WriteMesh(const std::string& name, const ProfileSolid& solid, double volume)
-{
-    static std::vector<std::array<std::uint32_t, 3>> corners;
-    corners.clear();
-    for (const SolidTriangle& triangle : solid.triangles)
-    {
-        corners.push_back(triangle.corners);
-    }
-    WriteHeader(name, solid.positions.size(), corners.size(), 0, volume);
-    std::fwrite(solid.positions.data(), sizeof solid.positions[0], solid.positions.size(), stdout);
-    std::fwrite(corners.data(), sizeof corners[0], corners.size(), stdout);
-}
-
-void Slice(Counts& counts, const std::string& name, const PlaneRegion& region,
-           const EdgeProfile& profile, double volume)
-{
-    const int slices = 2 + 32 / static_cast<int>(profile.steps.size());
-    const double sliced = SlicedVolume(region, profile, {}, slices);
-    const double difference = std::abs(volume - sliced) / sliced;
-    ++counts.sliced;
-    if (difference > counts.largestDifference)
-    {
-        counts.largestDifference = difference;
-        counts.worstName = name;
-    }
-    if (!(difference <= 0.005))
-    {
-        ++counts.wrongVolumes;
-        char text[100];
-        std::snprintf(text, sizeof text, "volume %.6g, by slices %.6g, %+.2f %%", volume, sliced,
-                      (volume / sliced - 1) * 100);
-        Complain(counts, name, text);
-    }
-}
-
-void Judge(Counts& counts, const Options& options, const std::string& name,
-           const PlaneRegion& region, const EdgeProfile& profile)
-{
-    ProfileSolid solid;
-    try
-    {
-        const double start = ProcessorSeconds();
-        solid = BuildProfileSolid(region, profile);
-        const double took = ProcessorSeconds() - start;
-        counts.seconds += took;
-        if (took > counts.slowest)
+    std::uint64_t hashes[2] = {0xCBF29CE484222325, 0x84222325CBF29CE4};
+    const auto add = [&](const void* data, std::size_t size) {
+        const auto* bytes = static_cast<const unsigned char*>(data);
+        for (std::size_t i = 0; i < size; ++i)
         {
-            counts.slowest = took;
-            counts.slowestName = name;
+            hashes[0] = (hashes[0] ^ bytes[i]) * 0x100000001B3;
+            hashes[1] = (hashes[1] ^ bytes[i]) * 0x9E3779B97F4A7C15;
         }
-    }
-    catch (const orvane::Error& error)
+    };
+    for (const auto& contour : region.contours)
     {
-        ++counts.failed;
-        Complain(counts, name, error.what());
-        return;
+        const std::size_t count = contour.size();
+        add(&count, sizeof count);
+        add(contour.data(), count * sizeof contour[0]);
     }
-    ++counts.solids;
-    counts.triangles += static_cast<long>(solid.triangles.size());
-    counts.empty += solid.triangles.empty() ? 1 : 0;
-    if (solid.triangles.empty())
-    {
-        return;
-    }
-    const double volume = VolumeOf(solid);
-    const std::string why = WhyNotClosed(solid);
-    if (!why.empty() || !(volume > 0))
-    {
-        ++counts.failed;
-        Complain(counts, name, why.empty() ? "volume " + std::to_string(volume) : why);
-    }
-    const TriangleCrossings crossings = FindCrossings(solid);
-    if (crossings.crossings > 0)
-    {
-        ++counts.crossed;
-        Complain(counts, name,
-                 std::to_string(crossings.crossings) + " crossings, the first of triangles " +
-                     std::to_string(crossings.first) + " and " + std::to_string(crossings.second));
-    }
-    if (options.writesMeshes)
-    {
-        WriteMesh(name, solid, volume);
-    }
-    // Chisels have more ridges than other profiles; all widths have the same.
-    const bool isDeepest = profile.reachesMiddle && profile.steps.back().height == -widths.back();
-    if (options.slicesEvery > 0 && (counts.solids % options.slicesEvery == 0 || isDeepest))
-    {
-        Slice(counts, name, region, profile, volume);
-    }
-}
-
-void JudgeGlyph(Counts& counts, const Options& options, const std::string& name,
-                const PlaneRegion& region)
-{
-    ++counts.glyphs;
-    for (const std::string& profile : ProfileNames())
-    {
-        for (const double size : widths)
-        {
-            for (const double width : {size, -size})
-            {
-                // Chisel works inward only.
-                if (profile != "chisel" || width > 0)
-                {
-                    char text[40];
-                    std::snprintf(text, sizeof text, " %s %g", profile.c_str(), width);
-                    Judge(counts, options, name + text, region, NamedProfile(profile, width));
-                }
-            }
-        }
-    }
+    char text[33];
+    std::snprintf(text, sizeof text, "%016llx%016llx", static_cast<unsigned long long>(hashes[0]),
+                  static_cast<unsigned long long>(hashes[1]));
+    return text;
 }
 
 std::set<UINT> GlyphsOf(const std::shared_ptr<const posix::InstalledFace>& face,
@@ -267,52 +130,58 @@ bool HasLetters(const std::shared_ptr<const posix::InstalledFace>& face)
     return true;
 }
 
-/// The line about a face, which profiles.mjs completes.
-void WriteLine(const posix::InstalledFace& face, const Counts& counts)
+/// Writes the line about a face, which profiles.mjs completes.
+void WriteLine(const posix::InstalledFace& face, const SolidCounts& counts)
 {
-    char numbers[200];
-    std::snprintf(numbers, sizeof numbers, "%ld\t%ld\t%ld\t%ld\t%ld\t%ld\t%.3f\t%.1f",
-                  counts.glyphs, counts.solids, counts.failed, counts.crossed, counts.sliced,
-                  counts.wrongVolumes, counts.largestDifference * 100, counts.seconds);
-    WriteHeader(KeyOf(face) + '\t' + face.full + '\t' + numbers + '\t' + counts.worstName + '\t' +
-                    counts.exceptions,
-                0, 0, 1, 0);
-    std::fflush(stdout);
+    char numbers[240];
+    std::snprintf(numbers, sizeof numbers,
+                  "%ld\t%ld\t%ld\t%ld\t%ld\t%ld\t%ld\t%ld\t%ld\t%.3f\t%.1f", counts.glyphs,
+                  counts.repeated, counts.unread, counts.solids, counts.empty, counts.failed,
+                  counts.crossed, counts.sliced, counts.wrongVolumes,
+                  counts.largestDifference * 100, counts.seconds);
+    WriteRecord(RecordKind::Face, KeyOf(face) + '\t' + face.full + '\t' + numbers + '\t' +
+                                      counts.worstName + '\t' + counts.exceptions);
 }
 
-void Add(Counts& all, const Counts& face)
+void JudgeOutline(SolidCounts& counts, const Options& options, JudgedOutlines& judged,
+                  const std::string& name, const PlaneRegion& region)
 {
-    all.faces += face.faces;
-    all.glyphs += face.glyphs;
-    all.solids += face.solids;
-    all.empty += face.empty;
-    all.triangles += face.triangles;
-    all.failed += face.failed;
-    all.crossed += face.crossed;
-    all.sliced += face.sliced;
-    all.wrongVolumes += face.wrongVolumes;
-    all.largestDifference = std::max(all.largestDifference, face.largestDifference);
-    all.seconds += face.seconds;
-    if (face.slowest > all.slowest)
+    ++counts.glyphs;
+    const std::string key = KeyOf(region);
+    if (judged.contains(key))
     {
-        all.slowest = face.slowest;
-        all.slowestName = face.slowestName;
+        ++counts.repeated;
+        if (options.glyphs.writesMeshes)
+        {
+            WriteRecord(RecordKind::RepeatedOutline, key + name);
+        }
+        return;
+    }
+    const long wrongBefore = counts.Wrong();
+    JudgeGlyph(counts, options.glyphs, name, region);
+    if (counts.Wrong() == wrongBefore)
+    {
+        judged.insert(key);
+        if (options.glyphs.writesMeshes)
+        {
+            WriteRecord(RecordKind::JudgedOutline, key);
+        }
     }
 }
 
-void JudgeFace(Counts& all, const Options& options,
+/// Returns false when the face has no outlines or is to be left out.
+bool JudgeFace(SolidCounts& all, const Options& options, JudgedOutlines& judged,
                const std::shared_ptr<const posix::InstalledFace>& face)
 {
     const auto design = posix::DesignOf(face);
     if (!design || (options.lettersOnly && !HasLetters(face)))
     {
-        return;
+        return false;
     }
-    Counts counts;
-    counts.faces = 1;
+    SolidCounts counts;
     for (const UINT index : GlyphsOf(face, options))
     {
-        posix::InspectGlyph(
+        const bool isRead = posix::InspectGlyph(
             face, index,
             [&](const contours::NativeOutline& own, const contours::ProvidedOutline& provided) {
                 std::vector<BYTE> bytes =
@@ -321,15 +190,18 @@ void JudgeFace(Counts& all, const Options& options,
                 native.FromGlyphOutline(bytes.data(), bytes.size());
                 OrvGlyph glyph(bytes.size(), GLYPHMETRICS{});
                 glyph.ConstructGlyph(native, static_cast<float>(design->unitsPerEm));
-                JudgeGlyph(counts, options, face->full + ", glyph " + std::to_string(index) + ",",
-                           RegionOf(glyph));
+                JudgeOutline(counts, options, judged,
+                             face->full + ", glyph " + std::to_string(index) + ",",
+                             RegionOf(glyph));
             });
+        counts.unread += isRead ? 0 : 1;
     }
-    if (options.writesMeshes)
+    if (options.glyphs.writesMeshes)
     {
         WriteLine(*face, counts);
     }
-    Add(all, counts);
+    all.Add(counts);
+    return true;
 }
 
 std::set<std::string> KeysIn(const char* file)
@@ -343,13 +215,13 @@ std::set<std::string> KeysIn(const char* file)
     return keys;
 }
 
-void Report(const Counts& counts)
+void Report(long faces, const SolidCounts& counts)
 {
     const double solids = static_cast<double>(std::max(counts.solids, 1L));
-    std::fprintf(stderr,
-                 "%d faces, %ld glyphs, %ld solids, %ld of them empty, %.0f triangles each\n",
-                 counts.faces, counts.glyphs, counts.solids, counts.empty,
-                 static_cast<double>(counts.triangles) / solids);
+    std::fprintf(stderr, "%ld faces, %ld glyphs, %ld of them with outlines judged before", faces,
+                 counts.glyphs, counts.repeated);
+    std::fprintf(stderr, "\n%ld solids, %ld of them empty, %.0f triangles each\n", counts.solids,
+                 counts.empty, static_cast<double>(counts.triangles) / solids);
     std::fprintf(stderr, "not made, not closed or without volume: %ld\n", counts.failed);
     std::fprintf(stderr,
                  "with triangles that cross: %ld\n"
@@ -360,11 +232,20 @@ void Report(const Counts& counts)
                  counts.seconds / solids * 1e3, counts.slowest * 1e3, counts.slowestName.c_str());
 }
 
+Fault FaultOf(const std::string& name)
+{
+    return name == "hole"       ? Fault::Hole
+           : name == "crossing" ? Fault::Crossing
+           : name == "volume"   ? Fault::Volume
+                                : Fault::None;
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
 {
     Options options;
+    JudgedOutlines judged;
     for (int n = 1; n < argc; ++n)
     {
         const bool hasNumber = n + 1 < argc;
@@ -374,7 +255,7 @@ int main(int argc, char** argv)
         }
         else if (std::strcmp(argv[n], "--no-meshes") == 0)
         {
-            options.writesMeshes = false;
+            options.glyphs.writesMeshes = false;
         }
         else if (std::strcmp(argv[n], "--smallest-first") == 0)
         {
@@ -384,9 +265,17 @@ int main(int argc, char** argv)
         {
             options.every = static_cast<UINT>(std::max(1, std::atoi(argv[++n])));
         }
-        else if (std::strcmp(argv[n], "--slices") == 0 && hasNumber)
+        else if (std::strcmp(argv[n], "--at-most") == 0 && hasNumber)
         {
-            options.slicesEvery = std::max(0, std::atoi(argv[++n]));
+            options.atMost = std::atol(argv[++n]);
+        }
+        else if (std::strcmp(argv[n], "--plant") == 0 && hasNumber)
+        {
+            options.glyphs.fault = FaultOf(argv[++n]);
+        }
+        else if (std::strcmp(argv[n], "--judged") == 0 && hasNumber)
+        {
+            judged = KeysIn(argv[++n]);
         }
         else if (std::strcmp(argv[n], "--part") == 0 && hasNumber)
         {
@@ -414,16 +303,18 @@ int main(int argc, char** argv)
             return std::filesystem::file_size(a->file) < std::filesystem::file_size(b->file);
         });
     }
-    Counts counts;
+    SolidCounts counts;
+    long judgedFaces = 0;
     std::size_t number = 0;
     for (const auto& face : faces)
     {
         if (face->full.find(options.filter) != std::string::npos &&
-            number++ % options.parts == options.part && !options.done.contains(KeyOf(*face)))
+            number++ % options.parts == options.part && !options.done.contains(KeyOf(*face)) &&
+            (options.atMost == 0 || judgedFaces < options.atMost))
         {
-            JudgeFace(counts, options, face);
+            judgedFaces += JudgeFace(counts, options, judged, face) ? 1 : 0;
         }
     }
-    Report(counts);
-    return counts.failed + counts.crossed + counts.wrongVolumes == 0 ? 0 : 1;
+    Report(judgedFaces, counts);
+    return counts.Wrong() == 0 ? 0 : 1;
 }

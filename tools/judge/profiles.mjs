@@ -1,26 +1,40 @@
 // SPDX-License-Identifier: MIT
 // profiles.mjs MODULES [RESULTS]      reads what judge-solids writes: makes a Manifold of each mesh, and counts those whose
 //                                     status is not NoError or whose volume is not the one that judge-solids computed.
-//                                     Appends a line about each face to the file RESULTS.
+//                                     Appends a line about each face to the file RESULTS, and the keys of outlines in
+//                                     whose solids nothing was wrong to RESULTS.outlines.
 // profiles.mjs --summary RESULTS      adds the lines of RESULTS up
 //
-// A line has these parts, with tabs between them: file and index of the face, its full name, glyphs, solids, solids that
-// were not made or not closed, with triangles that cross, compared with slices, with a volume more than 0.5 % from that
-// of the slices, the largest difference in percent, seconds for making the solids, the name of the solid with that
-// difference, exceptions by name, solids that manifold-3d judged, and those that it does not take for closed.
+// A line has these parts, with tabs between them: file and index of the face, its full name, glyphs, those of them with
+// an outline that was judged before, glyphs that could not be read, solids made, empty ones among them, solids that were
+// not made or not closed, with triangles that cross, compared with slices, with a volume more than 0.5 % from that of the
+// slices, the largest difference in percent, seconds for making the solids, the name of the solid with that difference,
+// exceptions by name, solids that manifold-3d judged, and those that it does not take for closed.
 import { appendFileSync, readFileSync } from 'node:fs';
 import { pathToFileURL } from 'node:url';
 
+const parts = ['key', 'name', 'glyphs', 'repeated', 'unread', 'solids', 'empty', 'failed', 'crossed', 'sliced',
+  'wrongVolumes', 'difference', 'seconds', 'worst', 'exceptions', 'manifolds', 'wrongManifolds'];
+const solidsPerGlyph = 55;
+
 function summarize(file) {
-  const lines = readFileSync(file, 'utf8').split('\n').filter(Boolean).map(line => line.split('\t'));
-  const sum = part => lines.reduce((total, line) => total + Number(line[part]), 0);
-  const worst = lines.reduce((a, b) => (Number(b[8]) > Number(a[8]) ? b : a), lines[0]);
-  console.log(`${lines.length} faces, ${sum(2)} glyphs, ${sum(3)} solids`);
-  console.log(`not made or not closed: ${sum(4)}; with triangles that cross: ${sum(5)}`);
-  console.log(`judged by manifold-3d: ${sum(12)}; status other than NoError or another volume: ${sum(13)}`);
-  console.log(`compared with slices: ${sum(6)}; more than 0.5 % away: ${sum(7)}; at most ${worst?.[8]} % (${worst?.[10]})`);
-  for (const line of lines.filter(line => line[11] !== '')) {
-    console.log(line[11].replaceAll('; ', '\n'));
+  const faces = readFileSync(file, 'utf8').split('\n').filter(Boolean).map(line => {
+    const values = line.split('\t');
+    return Object.fromEntries(parts.map((part, i) => [part, values[i]]));
+  });
+  const sum = part => faces.reduce((total, face) => total + Number(face[part]), 0);
+  const repeated = sum('repeated');
+  console.log(`${faces.length} faces, ${sum('glyphs')} glyphs, ${sum('solids') + repeated * solidsPerGlyph} solids; ${
+    sum('unread')} glyphs could not be read`);
+  console.log(`${repeated} of the glyphs have an outline that another glyph had before, bit for bit: their solids are counted,`);
+  console.log(`but were judged only once; ${sum('solids')} solids were made, ${sum('empty')} of them empty`);
+  console.log(`not made or not closed: ${sum('failed')}; with triangles that cross: ${sum('crossed')}`);
+  console.log(`judged by manifold-3d: ${sum('manifolds')}; status other than NoError or another volume: ${sum('wrongManifolds')}`);
+  const worst = faces.reduce((a, b) => (Number(b.difference) > Number(a.difference) ? b : a), { difference: 0 });
+  console.log(`compared with slices: ${sum('sliced')}; more than 0.5 % away: ${sum('wrongVolumes')}; at most ${
+    worst.difference} % (${worst.worst})`);
+  for (const face of faces.filter(face => face.exceptions !== '')) {
+    console.log(face.exceptions.replaceAll('; ', '\n'));
   }
 }
 
@@ -38,7 +52,10 @@ const { Manifold, Mesh } = library;
 let solids = 0;
 let wrong = 0;
 let largestDifference = 0;
-let face = { solids: 0, wrong: 0, exceptions: '' };
+let face = { solids: 0, wrong: 0, exceptions: '', keys: '' };
+/// Outlines that judge-solids takes for right, but not manifold-3d: how many of their solids are wrong.
+const wrongOutlines = new Map();
+let wrongBefore = 0; // in the face, before the present outline
 
 function judge(name, volume, positions, corners) {
   ++face.solids;
@@ -65,18 +82,40 @@ function judge(name, volume, positions, corners) {
   console.log(complaint);
 }
 
+function endOutline(key) {
+  if (face.wrong > wrongBefore) {
+    wrongOutlines.set(key, face.wrong - wrongBefore);
+  } else {
+    face.keys += `${key}\n`;
+  }
+  wrongBefore = face.wrong;
+}
+
+function repeatOutline(key, name) {
+  const count = wrongOutlines.get(key) ?? 0;
+  if (count > 0) {
+    face.wrong += count;
+    wrongBefore = face.wrong;
+    face.exceptions += `; ${name} ${count} solids wrong as those of the same outline before`;
+  }
+}
+
 function endFace(line) {
   if (results) {
+    appendFileSync(`${results}.outlines`, face.keys);
     // The last part of the line names the exceptions that judge-solids found.
     const exceptions = line.endsWith('\t') ? face.exceptions.slice(2) : face.exceptions;
     appendFileSync(results, `${line}${exceptions}\t${face.solids}\t${face.wrong}\n`);
   }
   solids += face.solids;
   wrong += face.wrong;
-  face = { solids: 0, wrong: 0, exceptions: '' };
+  face = { solids: 0, wrong: 0, exceptions: '', keys: '' };
+  wrongBefore = 0;
 }
 
 const headerBytes = 24;
+const [meshRecord, faceRecord, judgedRecord] = [0, 1, 2]; // RecordKind in MeshStream.h
+const keyLength = 32;
 let pending = Buffer.alloc(0);
 for await (const chunk of process.stdin) {
   pending = pending.length === 0 ? chunk : Buffer.concat([pending, chunk]);
@@ -91,8 +130,13 @@ for await (const chunk of process.stdin) {
     }
     let part = at + headerBytes;
     const name = pending.toString('utf8', part, part += nameBytes);
-    if (pending.readUInt32LE(at + 12) === 1) {
+    const kind = pending.readUInt32LE(at + 12);
+    if (kind === faceRecord) {
       endFace(name);
+    } else if (kind === judgedRecord) {
+      endOutline(name);
+    } else if (kind !== meshRecord) {
+      repeatOutline(name.slice(0, keyLength), name.slice(keyLength));
     } else {
       // The copies begin at multiples of four bytes, as typed arrays must.
       const positions = new Float32Array(new Uint8Array(pending.subarray(part, part += positionBytes)).buffer);
