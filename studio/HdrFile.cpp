@@ -167,10 +167,12 @@ PictureSize ReadHeader(Bytes& bytes)
     take(columns);
     size.width = Number(bytes, rest);
     const std::int64_t pixels = std::int64_t{size.width} * size.height;
-    if (!rest.empty() || pixels > limits::maxEnvironmentPixels)
+    if (!rest.empty() || size.width > limits::maxTextureSide ||
+        pixels > limits::maxEnvironmentPixels)
     {
         bytes.Refuse('"' + sizes + '"',
-                     "at most " + std::to_string(limits::maxEnvironmentPixels) + " pixels");
+                     "rows of at most " + std::to_string(limits::maxTextureSide) + " pixels and " +
+                         std::to_string(limits::maxEnvironmentPixels) + " pixels in all");
     }
     return size;
 }
