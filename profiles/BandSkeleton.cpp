@@ -394,6 +394,13 @@ void BandSkeleton::EndAtNode(const Ray& ray, double length, const Slope& third)
     const DoublePoint place = ray.place + ray.direction * length;
     const double height = ray.height + ray.Rate() * length;
     const int triangle = distances_.WalkFrom(ray.triangle, ray.place, place).triangle;
+    // A line can end at a corner of the other ring: where a stroke vanishes just there.
+    const int corner = RingPointNear(triangle, place);
+    if (corner != Triangulation::none)
+    {
+        lines_.push_back({ray.from, corner});
+        return;
+    }
     const std::size_t node = NodeNear(place);
     if (node == nodes_.size())
     {

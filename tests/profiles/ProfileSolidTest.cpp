@@ -177,6 +177,23 @@ TEST(ProfileSolid, ARidgeThatEndsJustBelowTheHighestPlaceIsFound)
     EXPECT_NEAR(VolumeOf(Build(stem, "chisel 0.08")), sliced, 0.001 * sliced);
 }
 
+TEST(ProfileSolid, StrokesThatVanishJustAtTheFaceHaveTheirRidges)
+{
+    // A stem 0.09 wide, and two arms of 0.352 by 0.08, on whose ridges lie corners of the face.
+    const PlaneRegion bracket = {{{{0.1, 0},
+                                   {0.1, 0.714},
+                                   {0.542, 0.714},
+                                   {0.542, 0.634},
+                                   {0.19, 0.634},
+                                   {0.19, 0.08},
+                                   {0.542, 0.08},
+                                   {0.542, 0}}}};
+    // Shrunk by d, the stem has the area (0.09 - 2 d)(0.714 - 2 d), and each arm 0.352 (0.08 - 2
+    // d).
+    const double edges = 0.06426 * 0.04 - 0.804 * 0.0016 + 4 * 0.000064 / 3 + 0.704 * 0.0016;
+    EXPECT_NEAR(VolumeOf(Build(bracket, "chamfer -0.04")), 0.12058 * 0.46 + edges, 1e-5);
+}
+
 TEST(ProfileSolid, TheRoofsOfAChiselledCrossMeet)
 {
     // An upright bar of 0.2 by 1, and arms of 0.1 by 0.4 on both sides.
