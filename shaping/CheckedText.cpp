@@ -96,6 +96,13 @@ CheckedText ReadUtf8(std::string_view utf8)
     for (const char* at = begin; at != end;)
     {
         const auto offset = static_cast<std::uint32_t>(at - begin);
+        if (static_cast<unsigned char>(*at) < 0x80)
+        {
+            marks = 0;
+            text.characters.push_back(static_cast<char32_t>(*at++));
+            text.offsets.push_back(offset);
+            continue;
+        }
         const char32_t character = utf8::unchecked::next(at);
         marks = character >= firstMark && IsMark(character) ? marks + 1 : 0;
         if (marks > limits::maxClusterMarks)

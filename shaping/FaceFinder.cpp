@@ -38,24 +38,24 @@ FoundFace FaceFinder::Find(const FontChain& chain, std::u32string_view cluster,
     return installed.face ? installed : FoundFace{chain.faces.front(), false};
 }
 
-bool FaceFinder::IsInFace(const ShapingFace& face, char32_t character)
+bool FaceFinder::LookIntoFace(const ShapingFace& face, char32_t character)
 {
     // The planes with letters.
     constexpr char32_t rememberedCharacters = 0x20000;
     if (lastFace_ != face.Id())
     {
-        isInLastFace_.assign(rememberedCharacters, false);
+        isInLastFace_.assign(rememberedCharacters, 0);
         lastFace_ = face.Id();
     }
     if (character >= rememberedCharacters)
     {
         return face.GlyphOf(character) != 0;
     }
-    if (!isInLastFace_[character] && face.GlyphOf(character) != 0)
+    if (isInLastFace_[character] == 0 && face.GlyphOf(character) != 0)
     {
-        isInLastFace_[character] = true;
+        isInLastFace_[character] = 1;
     }
-    return isInLastFace_[character];
+    return isInLastFace_[character] != 0;
 }
 
 FoundFace FaceFinder::FindInstalled(const ShapingFace& first, std::u32string_view cluster,

@@ -31,14 +31,20 @@ public:
                    const std::string& language);
 
     /// Whether a face has a character. Asking the same face again is quick.
-    bool IsInFace(const ShapingFace& face, char32_t character);
+    bool IsInFace(const ShapingFace& face, char32_t character)
+    {
+        return (lastFace_ == face.Id() && character < isInLastFace_.size() &&
+                isInLastFace_[character] != 0) ||
+               LookIntoFace(face, character);
+    }
 
 private:
+    bool LookIntoFace(const ShapingFace& face, char32_t character);
     FoundFace FindInstalled(const ShapingFace& first, std::u32string_view cluster,
                             const std::string& language);
 
     std::uint64_t lastFace_ = 0;      // the face that was asked last
-    std::vector<bool> isInLastFace_;  // by character; false also where that is not known
+    std::vector<char> isInLastFace_;  // by character; 0 also where that is not known
     std::unordered_map<std::string, FoundFace> found_;  // the face is null where none was found
 };
 

@@ -69,9 +69,12 @@ RunGlyphs RunCache::Shape(const ShapingFace& face, const ShapingRun& run)
         return known->second->glyphs;
     }
     std::vector<ShapedGlyph> glyphs = ShapeRun(face, run);
-    for (ShapedGlyph& glyph : glyphs)
+    if (run.begin > 0)
     {
-        glyph.cluster -= static_cast<std::uint32_t>(run.begin);
+        for (ShapedGlyph& glyph : glyphs)
+        {
+            glyph.cluster -= static_cast<std::uint32_t>(run.begin);
+        }
     }
     // The memory of an entry beside its characters and glyphs: the list, the table, the counts.
     constexpr std::size_t entryBytes = 256;

@@ -439,15 +439,17 @@ std::vector<ShapedGlyph> ShapingFace::Shape(const ShapingRun& run) const
     }
     const hb_glyph_position_t* const places = hb_buffer_get_glyph_positions(buffer.get(), nullptr);
     const EmScale ems(parts_->metrics.unitsPerEm);
-    std::vector<ShapedGlyph> glyphs;
-    glyphs.reserve(count);
+    std::vector<ShapedGlyph> glyphs(count);
     for (unsigned n = 0; n < count; ++n)
     {
-        const bool isUnsafe =
-            (hb_glyph_info_get_glyph_flags(&infos[n]) & HB_GLYPH_FLAG_UNSAFE_TO_BREAK) != 0;
-        glyphs.push_back({infos[n].codepoint, infos[n].cluster + static_cast<std::uint32_t>(first),
-                          ems(places[n].x_advance), ems(places[n].x_offset),
-                          ems(places[n].y_offset), !isUnsafe});
+        ShapedGlyph& glyph = glyphs[n];
+        glyph.glyph = infos[n].codepoint;
+        glyph.cluster = infos[n].cluster + static_cast<std::uint32_t>(first);
+        glyph.advance = ems(places[n].x_advance);
+        glyph.x = ems(places[n].x_offset);
+        glyph.y = ems(places[n].y_offset);
+        glyph.isSafeToBreak =
+            (hb_glyph_info_get_glyph_flags(&infos[n]) & HB_GLYPH_FLAG_UNSAFE_TO_BREAK) == 0;
     }
     return glyphs;
 }
