@@ -6,6 +6,7 @@
 #include "apps/cli/commands/OutlinesOption.h"
 #if defined(ORVANE_WITH_SHAPING)
 #include "apps/cli/shaping/FontSearch.h"
+#include "apps/cli/shaping/FontSheet.h"
 #endif
 #include "document/FontChoice.h"
 #include "document/OutputFile.h"
@@ -33,6 +34,7 @@ struct FontsOptions
     bool json = false;
 #if defined(ORVANE_WITH_SHAPING)
     FontSearch search;
+    std::string output;
 #endif
 };
 
@@ -89,6 +91,13 @@ void AddFontsCommand(CLI::App& app)
     {
         check->excludes(option);
     }
+    CLI::Option* const sheet = command.get_option("--sample");
+    sheet->excludes(json, command.get_option("--families"));
+    sheet->needs(command
+                     .add_option("-o,--output", options->output,
+                                 "The picture file of --sample, PNG or BMP by its name")
+                     ->option_text("FILE")
+                     ->needs(sheet));
 #endif
     AddOutlinesOption(command);
     command.callback([options] {
@@ -98,12 +107,17 @@ void AddFontsCommand(CLI::App& app)
             return;
         }
 #if defined(ORVANE_WITH_SHAPING)
+        const auto isListed = [&](const std::string& name) {
+            return ContainsIgnoringCase(name, options->filter);
+        };
+        if (options->search.isSheet)
+        {
+            DrawFontSheet(FindFamilies(options->search, isListed), options->output);
+            return;
+        }
         if (options->search.IsAsked())
         {
-            WriteToStandardOutput(
-                SearchFonts(options->search, options->json, [&](const std::string& name) {
-                    return ContainsIgnoringCase(name, options->filter);
-                }));
+            WriteToStandardOutput(SearchFonts(options->search, options->json, isListed));
             return;
         }
 #endif

@@ -27,20 +27,6 @@ namespace
 /// Greek fonts have 14 Coptic letters that belong to the Greek block.
 constexpr int leastCharacters = 15;
 
-struct CoveredScript
-{
-    ScriptTag script = commonScript;
-    int characters = 0;
-};
-
-/// A family, its styles, and the face whose details are told.
-struct Family
-{
-    std::string name;
-    std::vector<std::string> styles;
-    std::shared_ptr<const ShapingFace> face;
-};
-
 bool CanSet(TextShaper& shaper, const InstalledFont& font, const std::string& text)
 {
     LayoutOptions options;
@@ -63,34 +49,12 @@ std::vector<InstalledFont> FontsFor(const FontSearch& search)
     return fonts;
 }
 
-/// The scripts that a face covers, those with the most characters first.
-std::vector<CoveredScript> ScriptsOf(const ShapingFace& face)
-{
-    std::map<ScriptTag, int> counts;
-    for (const char32_t character : face.Characters())
-    {
-        ++counts[ScriptOf(character)];
-    }
-    std::vector<CoveredScript> scripts;
-    for (const auto& [script, characters] : counts)
-    {
-        if (characters >= leastCharacters && !ScriptName(script).empty())
-        {
-            scripts.push_back({script, characters});
-        }
-    }
-    std::stable_sort(
-        scripts.begin(), scripts.end(),
-        [](const CoveredScript& a, const CoveredScript& b) { return a.characters > b.characters; });
-    return scripts;
-}
-
 /// The families of the fonts, which are sorted by them. Families that are not listed, and those
 /// whose files cannot be opened, are left out.
-std::vector<Family> FamiliesOf(const std::vector<InstalledFont>& fonts,
-                               const std::function<bool(const std::string&)>& isListed)
+std::vector<FontFamily> FamiliesOf(const std::vector<InstalledFont>& fonts,
+                                   const FontFilter& isListed)
 {
-    std::vector<Family> families;
+    std::vector<FontFamily> families;
     for (const InstalledFont& font : fonts)
     {
         if (!isListed(font.family))
@@ -109,7 +73,7 @@ std::vector<Family> FamiliesOf(const std::vector<InstalledFont>& fonts,
             styles.push_back(font.style);
         }
     }
-    std::erase_if(families, [](const Family& family) { return family.face == nullptr; });
+    std::erase_if(families, [](const FontFamily& family) { return family.face == nullptr; });
     return families;
 }
 
@@ -124,7 +88,7 @@ void WriteTexts(JsonWriter& json, std::string_view key, const std::vector<std::s
     json.EndArray();
 }
 
-void WriteFamily(JsonWriter& json, const Family& family)
+void WriteFamily(JsonWriter& json, const FontFamily& family)
 {
     json.BeginObject();
     json.Member("family", family.name);
@@ -173,7 +137,7 @@ std::string DetailLine(const char* title, const std::vector<std::string>& detail
     return details.empty() ? "" : std::string("  ") + title + ": " + Joined(details) + '\n';
 }
 
-std::string FamilyText(const Family& family)
+std::string FamilyText(const FontFamily& family)
 {
     std::vector<std::string> scripts;
     for (const CoveredScript& covered : ScriptsOf(*family.face))
@@ -193,19 +157,46 @@ std::string FamilyText(const Family& family)
 
 }  // namespace
 
+std::vector<CoveredScript> ScriptsOf(const ShapingFace& face)
+{
+    std::map<ScriptTag, int> counts;
+    for (const char32_t character : face.Characters())
+    {
+        ++counts[ScriptOf(character)];
+    }
+    std::vector<CoveredScript> scripts;
+    for (const auto& [script, characters] : counts)
+    {
+        if (characters >= leastCharacters && !ScriptName(script).empty())
+        {
+            scripts.push_back({script, characters});
+        }
+    }
+    std::stable_sort(
+        scripts.begin(), scripts.end(),
+        [](const CoveredScript& a, const CoveredScript& b) { return a.characters > b.characters; });
+    return scripts;
+}
+
 std::vector<CLI::Option*> AddFontSearchOptions(CLI::App& command, FontSearch& search)
 {
     return {
         command.add_flag("--families", search.tellsFamilies,
                          "Lists families with their styles, scripts, axes and\n"
                          "OpenType features"),
+        command.add_flag("--sample", search.isSheet,
+                         "Draws a picture with the names of the families, each\nset in itself"),
         command
             .add_option("--for", search.text, "Lists only fonts that have all characters of a text")
             ->option_text("TEXT")};
 }
 
-std::string SearchFonts(const FontSearch& search, bool asJson,
-                        const std::function<bool(const std::string& name)>& isListed)
+std::vector<FontFamily> FindFamilies(const FontSearch& search, const FontFilter& isListed)
+{
+    return FamiliesOf(FontsFor(search), isListed);
+}
+
+std::string SearchFonts(const FontSearch& search, bool asJson, const FontFilter& isListed)
 {
     const std::vector<InstalledFont> fonts = FontsFor(search);
     if (!search.tellsFamilies)
@@ -224,7 +215,7 @@ std::string SearchFonts(const FontSearch& search, bool asJson,
     std::string text;
     JsonWriter json;
     json.BeginArray();
-    for (const Family& family : FamiliesOf(fonts, isListed))
+    for (const FontFamily& family : FamiliesOf(fonts, isListed))
     {
         text += FamilyText(family);
         WriteFamily(json, family);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // orvane fonts --families and --for: what fonts have, and which can set a text.
 
+#include "tests/support/DecodedPicture.h"
 #include "tests/support/FontFile.h"
 #include "tests/support/Json.h"
 #include "tests/support/ToolRun.h"
@@ -83,6 +84,48 @@ TEST(ToolFontSearch, ItIsNotCombinedWithACheck)
     ToolFolder folder;
     EXPECT_EQ(folder.Run({"fonts", "--check", "DejaVu Sans", "--families"}).status, 2);
     EXPECT_EQ(folder.Run({"fonts", "--check", "DejaVu Sans", "--for", "a"}).status, 2);
+}
+
+TEST(ToolFontSheet, EachFamilyIsSetInItself)
+{
+    ToolFolder folder;
+    const auto sheetOf = [&folder](const std::string& filter) {
+        const ToolResult result = folder.Run({"fonts", filter, "--sample", "-o", "x.png"});
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(result.err, "");
+        EXPECT_EQ(result.out, "");
+        return DecodePng(folder.Read("x.png"));
+    };
+    const DecodedPicture serif = sheetOf("liberation serif");
+    const DecodedPicture mono = sheetOf("liberation mono");
+    EXPECT_GT(BoxOfContent(serif).Width(), 200);
+    EXPECT_FALSE(serif == mono);
+    // Serif, Sans, Sans Narrow and Mono fill a row; with those of DejaVu there are two.
+    const DecodedPicture row = sheetOf("liberation");
+    EXPECT_GT(row.width, 3 * serif.width);
+    EXPECT_NEAR(row.height, serif.height, 20);
+    EXPECT_GT(sheetOf("e").height, row.height + 60);
+}
+
+TEST(ToolFontSheet, AFontWithoutTheLettersOfItsNameShowsOthers)
+{
+    ToolFolder folder;
+    folder.UseFonts({ORVANE_TEST_DATA "/EdgeTest.ttf"});
+    const ToolResult result = folder.Run({"fonts", "--sample", "-o", "x.bmp"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_GT(BoxOfContent(DecodeBmp(folder.Read("x.bmp"))).Width(), 20);
+}
+
+TEST(ToolFontSheet, WithoutFamiliesItIsStatus1AndWithoutAFileStatus2)
+{
+    ToolFolder folder;
+    const ToolResult none = folder.Run({"fonts", "no such family", "--sample", "-o", "x.png"});
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.err, "orvane: fonts: no family to show\n");
+    EXPECT_EQ(folder.Run({"fonts", "--sample"}).status, 2);
+    EXPECT_EQ(folder.Run({"fonts", "--sample", "-o", "x.png", "--json"}).status, 2);
+    EXPECT_EQ(folder.Run({"fonts", "-o", "x.png"}).status, 2);
+    EXPECT_TRUE(folder.Names().empty());
 }
 
 }  // namespace
