@@ -10,13 +10,13 @@
 // that reading took, the number of notices, and the SVG file.
 //
 // The areas are sampled at the middles of the pixels. The solids are drawn from the front without
-// perspective, one sample a pixel, before two backgrounds: a pixel belongs to them when it is the
-// same in both pictures. A pixel belongs to the silhouette of the other program's picture when its
-// alpha is at least a half. An alpha from 120 to 135 agrees with both: an edge passes through the
-// middle of such a pixel, and rounding decides about the sample. Colours differ when the pixel
-// belongs to the silhouettes of the areas and of the picture and some channel differs by more than
-// 136: the picture mixes colours where an edge crosses a pixel, so up to half of the difference
-// between two colours says nothing.
+// perspective, one sample a pixel, before two backgrounds: a pixel belongs to them unless each
+// picture has the colour of its background there. So partly transparent solids count as well. A
+// pixel belongs to the silhouette of the other program's picture when its alpha is at least a half.
+// An alpha from 120 to 135 agrees with both: an edge passes through the middle of such a pixel, and
+// rounding decides about the sample. Colours differ when the pixel belongs to the silhouettes of
+// the areas and of the picture and some channel differs by more than 136: the picture mixes colours
+// where an edge crosses a pixel, so up to half of the difference between two colours says nothing.
 #include "document/SceneFraming.h"
 #include "document/outlines/OutlineImport.h"
 #include "orvane/DocumentAccess.h"
@@ -138,6 +138,8 @@ std::vector<bool> SilhouetteOf(const std::string& scene, int width, int height)
     const orvane::Size size = {width, height};
     const std::string first = DrawnPixels(document, 0x00FF00, size);
     const std::string second = DrawnPixels(document, 0xFF00FF, size);
+    const std::string green("\x00\xFF\x00", 3);
+    const std::string magenta("\xFF\x00\xFF", 3);
     const std::size_t rowBytes = (3 * static_cast<std::size_t>(width) + 3) / 4 * 4;
     std::vector<bool> covered;
     for (int row = height - 1; row >= 0; --row)
@@ -145,7 +147,8 @@ std::vector<bool> SilhouetteOf(const std::string& scene, int width, int height)
         for (int column = 0; column < width; ++column)
         {
             const std::size_t at = static_cast<std::size_t>(row) * rowBytes + 3 * column;
-            covered.push_back(first.compare(at, 3, second, at, 3) == 0);
+            covered.push_back(first.compare(at, 3, green) != 0 ||
+                              second.compare(at, 3, magenta) != 0);
         }
     }
     return covered;
