@@ -118,13 +118,10 @@ int CountCharacters(const std::string& utf8)
 /// \param first the letter's first byte
 void SetLetter(Hit& hit, OrvFontString& text, std::size_t first)
 {
-    const auto inUtf8 = [&text](const std::string& part) {
-        return text.IsUtf8() ? part : ToUtf8(part.c_str());
-    };
     const std::string string(*text.GetTextString());
     first = std::min(first, string.size());
-    hit.index = CountCharacters(inUtf8(string.substr(0, first)));
-    hit.letter = inUtf8(string.substr(first, text.LetterEnd(first) - first));
+    hit.index = CountCharacters(ToUtf8(text, string.substr(0, first)));
+    hit.letter = ToUtf8(text, string.substr(first, text.LetterEnd(first) - first));
 }
 
 }  // namespace

@@ -62,11 +62,8 @@ std::string NameOfNode(const DrawingObject& node)
     if (const auto* const text = dynamic_cast<const OrvString*>(&node))
     {
         const auto* const inFont = dynamic_cast<const OrvFontString*>(&node);
-        if (inFont != nullptr && inFont->IsUtf8())
-        {
-            return ValidUtf8(text->GetTextString()->Text());
-        }
-        return ToUtf8(*text->GetTextString());
+        return inFont != nullptr ? ToUtf8(*inFont, text->GetTextString()->Text())
+                                 : ToUtf8(*text->GetTextString());
     }
     if (const auto* const mesh = dynamic_cast<const TriangularMeshObject*>(&node))
     {

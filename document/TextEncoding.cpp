@@ -5,6 +5,8 @@
 #include "platform/CodePages.h"
 #include "platform/Fonts.h"
 #include "platform/Limits.h"
+#include "platform/Utf8.h"
+#include "scene/OrvFontString.h"
 
 #include <utf8.h>
 
@@ -147,6 +149,11 @@ CString EncodeLinesIn(const std::vector<std::string>& lines, UINT codePage)
 std::string ToUtf8(const char* text)
 {
     return CodePageToUtf8(text, GetACP());
+}
+
+std::string ToUtf8(const OrvFontString& text, const std::string& part)
+{
+    return text.IsUtf8() ? ValidUtf8(part) : CodePageToUtf8(part, GetACP());
 }
 
 std::string Describe(const std::string& character)

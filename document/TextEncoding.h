@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+class OrvFontString;
+
 namespace orvane
 {
 
@@ -48,6 +50,10 @@ ORVANE_API CString EncodeLinesIn(const std::vector<std::string>& lines, UINT cod
 
 /// Converts a text of the process's code page to UTF-8.
 ORVANE_API std::string ToUtf8(const char* text);
+
+/// Converts a part of a node's text to UTF-8, from the process's code page or from UTF-8 itself,
+/// where U+FFFD replaces what is no character.
+ORVANE_API std::string ToUtf8(const OrvFontString& text, const std::string& part);
 
 /// Describes a character (UTF-8) for a message: as "é" (U+00E9), or as U+0007 if it is invisible.
 ORVANE_API std::string Describe(const std::string& character);

@@ -52,6 +52,17 @@ inline std::string_view Trimmed(std::string_view text, std::string_view blanks)
     return text.substr(0, text.find_last_not_of(blanks) + 1);
 }
 
+/// The text up to a number of bytes, which ends before the first character that does not fit whole.
+inline std::string FirstBytes(const std::string& text, std::size_t count)
+{
+    std::size_t end = std::min(count, text.size());
+    while (end > 0 && end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+    {
+        --end;
+    }
+    return text.substr(0, end);
+}
+
 /// The text with U+FFFD in place of each sequence of bytes that is no character.
 inline std::string ValidUtf8(std::string_view text)
 {

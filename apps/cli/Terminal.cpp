@@ -3,6 +3,7 @@
 
 #include "apps/cli/PrintableText.h"
 #include "platform/Console.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <cmath>
@@ -30,17 +31,6 @@ std::string FormatTime(double seconds)
         std::snprintf(text, sizeof text, "%d:%02d:%02d", whole / 3600, whole / 60 % 60, whole % 60);
     }
     return text;
-}
-
-/// The text up to a number of bytes, which ends before the first character that does not fit whole.
-std::string FirstBytes(const std::string& text, std::size_t count)
-{
-    std::size_t end = std::min(count, text.size());
-    while (end > 0 && end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
-    {
-        --end;
-    }
-    return text.substr(0, end);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include "document/SceneDocument.h"
 #include "document/TextEncoding.h"
 #include "extrude/OrvFont.h"
-#include "platform/CodePages.h"
 #include "platform/Utf8.h"
 #include "scene/DescendentWalk.h"
 #include "scene/SceneObject.h"
@@ -12,7 +11,6 @@
 #include "solids/OrvProfileString.h"
 #include "solids/SolidMesh.h"
 
-#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -43,35 +41,13 @@ private:
     std::vector<std::string> ordered_;
 };
 
-std::string Utf8Of(const OrvFontString& text, const std::string& part)
-{
-    return text.IsUtf8() ? ValidUtf8(part) : CodePageToUtf8(part, GetACP());
-}
-
-/// The end of the character at \p index.
-std::size_t CharacterEnd(const OrvFontString& text, const std::string& letters, std::size_t index)
-{
-    const auto continues = [&](std::size_t at) {
-        return text.IsUtf8() && at < letters.size() &&
-               (static_cast<unsigned char>(letters[at]) & 0xC0) == 0x80;
-    };
-    std::size_t end = std::min(index + 1, letters.size());
-    while (continues(end))
-    {
-        ++end;
-    }
-    return end;
-}
-
 /// The beginning of a text's first line, in quotes.
 std::string NameOf(const OrvFontString& text, const std::string& letters)
 {
     constexpr std::size_t mostBytes = 40;
-    const std::size_t length = std::min(letters.find_first_of("\r\n"), letters.size());
-    const std::size_t end =
-        length > mostBytes ? CharacterEnd(text, letters, mostBytes - 1) : length;
-    const std::string name = '"' + Utf8Of(text, letters.substr(0, end)) + '"';
-    return length > end ? name + "..." : name;
+    const std::string line = ToUtf8(text, letters.substr(0, letters.find_first_of("\r\n")));
+    const std::string name = FirstBytes(line, mostBytes);
+    return '"' + name + '"' + (name.size() < line.size() ? "..." : "");
 }
 
 bool HasSize(const OrvFontString& text)
@@ -86,7 +62,7 @@ const char* OutcomeOf(const UncutSolid& solid)
 }
 
 /// \param uncut the solids of the text that do not have the profile
-std::vector<std::string> SentencesOf(const OrvFontString& text, LetterFusion fusion,
+std::vector<std::string> SentencesOf(OrvFontString& text, LetterFusion fusion,
                                      const std::vector<UncutSolid>& uncut)
 {
     const std::string letters = text.GetTextString()->Text();
@@ -97,7 +73,7 @@ std::vector<std::string> SentencesOf(const OrvFontString& text, LetterFusion fus
     }
     std::vector<std::string> sentences;
     const std::string font =
-        uncut.empty() ? "" : Utf8Of(text, static_cast<LPCSTR>(text.GetFont()->GetFullName()));
+        uncut.empty() ? "" : ToUtf8(text, text.GetFont()->GetFullName().Text());
     for (const UncutSolid& solid : uncut)
     {
         if (fusion != LetterFusion::Separate)
@@ -111,9 +87,8 @@ std::vector<std::string> SentencesOf(const OrvFontString& text, LetterFusion fus
                                 solid.problem);
             continue;
         }
-        const std::size_t end = CharacterEnd(text, letters, solid.index);
-        sentences.push_back("the letter \"" +
-                            Utf8Of(text, letters.substr(solid.index, end - solid.index)) +
+        const std::size_t length = text.LetterEnd(solid.index) - solid.index;
+        sentences.push_back("the letter \"" + ToUtf8(text, letters.substr(solid.index, length)) +
                             "\" of the font \"" + font + '"' + OutcomeOf(solid) + solid.problem);
     }
     return sentences;
@@ -128,7 +103,7 @@ std::vector<std::string> UncutLettersOf(const SolidMesh& mesh)
     {
         if (!node.uncut.empty())
         {
-            sentences.Add(SentencesOf(dynamic_cast<const OrvFontString&>(*node.object),
+            sentences.Add(SentencesOf(dynamic_cast<OrvFontString&>(*node.object),
                                       LetterFusion::Separate, node.uncut));
         }
     }

@@ -13,9 +13,6 @@
 #include "document/SceneNames.h"
 #include "document/ScenePick.h"
 #include "document/TextEncoding.h"
-#include "platform/CodePages.h"
-#include "platform/Fonts.h"
-#include "platform/Utf8.h"
 #include "scene/OrvFontString.h"
 #include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
@@ -53,7 +50,7 @@ std::string CharacterOf(const DrawingObject& node, int index)
     const auto first = static_cast<std::size_t>(index);
     const std::string letter =
         text.GetTextString()->Text().substr(first, text.LetterEnd(first) - first);
-    return text.IsUtf8() ? ValidUtf8(letter) : CodePageToUtf8(letter, GetACP());
+    return ToUtf8(text, letter);
 }
 
 /// The name of an area's material, which is its colour in the SVG file.
