@@ -114,6 +114,7 @@ set(ORVANE_PUBLIC_HEADERS
   import3ds/TriangularMeshObject.h
   profiles/EdgeProfile.h
   profiles/PlaneRegion.h
+  solids/BuiltWhenNeeded.h
   solids/MeshBuilder.h
   solids/MeshCache.h
   solids/OrvOutlineShape.h

@@ -23,32 +23,9 @@ OrvOutlineShape::OrvOutlineShape()
       smoothAngle_(ProfileSolidOptions().smoothAngle)
 {}
 
-OrvOutlineShape::OrvOutlineShape(const OrvOutlineShape& other) : DrawingObject(other)
-{
-    *this = other;
-}
-
+OrvOutlineShape::OrvOutlineShape(const OrvOutlineShape& other) = default;
 OrvOutlineShape::~OrvOutlineShape() = default;
-
-OrvOutlineShape& OrvOutlineShape::operator=(const OrvOutlineShape& other)
-{
-    if (this == &other)
-    {
-        return *this;
-    }
-    DrawingObject::operator=(other);
-    regions_ = other.regions_;
-    materials_ = other.materials_;
-    box_ = other.box_;
-    overhang_ = other.overhang_;
-    fileName_ = other.fileName_;
-    profile_ = other.profile_;
-    sides_ = other.sides_;
-    alignment_ = other.alignment_;
-    smoothAngle_ = other.smoothAngle_;
-    solids_.reset();
-    return *this;
-}
+OrvOutlineShape& OrvOutlineShape::operator=(const OrvOutlineShape& other) = default;
 
 int OrvOutlineShape::AreaCount() const
 {

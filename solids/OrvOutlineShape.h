@@ -6,6 +6,7 @@
 #include "profiles/EdgeProfile.h"
 #include "profiles/PlaneRegion.h"
 #include "scene/DrawingObject.h"
+#include "solids/BuiltWhenNeeded.h"
 #include "solids/UncutSolid.h"
 
 #include <functional>
@@ -136,7 +137,7 @@ private:
     BevelSides sides_ = BevelSides::Both;
     Alignment alignment_ = Alignment::Center;
     double smoothAngle_;
-    std::unique_ptr<OutlineSolids> solids_;  ///< null until they are needed
+    BuiltWhenNeeded<OutlineSolids> solids_;
 };
 
 }  // namespace orvane

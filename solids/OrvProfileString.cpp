@@ -35,24 +35,9 @@ OrvProfileString::OrvProfileString()
     UseReachAsBevel();
 }
 
-OrvProfileString::OrvProfileString(const OrvProfileString& other)
-    : OrvFontString(other),
-      profile_(other.profile_),
-      fusion_(other.fusion_),
-      smoothAngle_(other.smoothAngle_)
-{}
-
+OrvProfileString::OrvProfileString(const OrvProfileString& other) = default;
 OrvProfileString::~OrvProfileString() = default;
-
-OrvProfileString& OrvProfileString::operator=(const OrvProfileString& other)
-{
-    OrvFontString::operator=(other);
-    profile_ = other.profile_;
-    fusion_ = other.fusion_;
-    smoothAngle_ = other.smoothAngle_;
-    solids_.reset();
-    return *this;
-}
+OrvProfileString& OrvProfileString::operator=(const OrvProfileString& other) = default;
 
 void OrvProfileString::SetProfile(const EdgeProfile& profile)
 {

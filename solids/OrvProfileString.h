@@ -5,10 +5,10 @@
 #include "platform/Export.h"
 #include "profiles/EdgeProfile.h"
 #include "scene/OrvFontString.h"
+#include "solids/BuiltWhenNeeded.h"
 #include "solids/UncutSolid.h"
 
 #include <array>
-#include <memory>
 #include <vector>
 
 namespace orvane
@@ -116,7 +116,7 @@ private:
     EdgeProfile profile_;
     LetterFusion fusion_ = LetterFusion::Separate;
     double smoothAngle_;
-    std::unique_ptr<ProfileTextSolids> solids_;  ///< null until they are needed
+    BuiltWhenNeeded<ProfileTextSolids> solids_;
 };
 
 }  // namespace orvane

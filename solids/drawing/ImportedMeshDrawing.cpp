@@ -41,9 +41,6 @@ private:
     bool isDifferent_ = false;
 };
 
-/// The indices that are drawn between two checks for a cancelled drawing, three for each triangle.
-constexpr std::size_t indicesPerCheck = 60000;
-
 /// The most bytes that the triangle of a face takes: three vertices and their indices.
 constexpr std::size_t bytesPerFace =
     3 * (MeshBuffers::FloatsPerVertex(false) * sizeof(float) + sizeof(std::uint32_t));
@@ -116,32 +113,14 @@ SolidDrawing ImportedMeshDrawing::Draw(TriangularMeshObject& mesh, DrawingParame
     glDisable(GL_CULL_FACE);
     glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, 1);
     glFrontFace(GL_CW);
-    const SolidDrawing result = DrawRanges(mesh, parameters);
-    SetCurrentAttributes(lastVertex_, false);
+    const SolidDrawing result = DrawRanges(mesh, parameters, [&mesh](int material) {
+        mesh.PrepareMaterialColors(*mesh.materialColors->GetElement(material));
+    });
+    SetCurrentAttributes(lastVertex, false);
     glFrontFace(GL_CCW);
     glEnable(GL_CULL_FACE);
     glLightModeli(GL_LIGHT_MODEL_TWO_SIDE, 0);
     return result;
-}
-
-SolidDrawing ImportedMeshDrawing::DrawRanges(TriangularMeshObject& mesh,
-                                             DrawingParameters& parameters) const
-{
-    const MeshBuffers::Binding binding(buffers);
-    for (const Range& range : ranges_)
-    {
-        mesh.PrepareMaterialColors(*mesh.materialColors->GetElement(range.material));
-        for (std::size_t done = 0; done < range.indexCount; done += indicesPerCheck)
-        {
-            if (mesh.ShouldTerminateDrawing(&parameters))
-            {
-                return SolidDrawing::Stopped;
-            }
-            binding.DrawTriangles(range.firstIndex + done,
-                                  std::min(indicesPerCheck, range.indexCount - done));
-        }
-    }
-    return SolidDrawing::Drawn;
 }
 
 void ImportedMeshDrawing::Build(const TriangularMeshObject& mesh)
@@ -159,24 +138,24 @@ void ImportedMeshDrawing::Build(const TriangularMeshObject& mesh)
         }
         AppendVertex(vertex, false, numbers);
     }
-    lastVertex_ = recorder.Vertices()[recorder.Indices().back()];
-    for (float& number : lastVertex_.normal)
+    lastVertex = recorder.Vertices()[recorder.Indices().back()];
+    for (float& number : lastVertex.normal)
     {
         number = -number;
     }
-    ranges_.clear();
+    ranges.clear();
     for (const SurfaceRecorder::Run& run : recorder.Runs())
     {
         const auto material = static_cast<int>(run.material - mesh.materialColors->GetElement(0));
-        ranges_.push_back({material, run.firstIndex, run.indexCount});
+        ranges.push_back({material, run.firstIndex, run.indexCount});
     }
     buffers.Set(numbers, false, recorder.Indices());
 }
 
 std::size_t ImportedMeshDrawing::Bytes() const
 {
-    return buffers.Bytes() + inputs_.faces.size() * sizeof(WORD) +
-           inputs_.vectors.size() * sizeof(float) + ranges_.size() * sizeof(Range);
+    return RangedMeshDrawing::Bytes() + inputs_.faces.size() * sizeof(WORD) +
+           inputs_.vectors.size() * sizeof(float);
 }
 
 }  // namespace orvane

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "solids/drawing/MeshDrawing.h"
+#include "solids/drawing/RangedMeshDrawing.h"
 
 class TriangularMeshObject;
 
@@ -12,10 +12,10 @@ namespace orvane
 ///
 /// The arrays of a mesh may be changed freely without notice, so each draw compares all of them
 /// with copies.
-class ImportedMeshDrawing final : public MeshDrawing
+class ImportedMeshDrawing final : public RangedMeshDrawing
 {
 public:
-    using MeshDrawing::MeshDrawing;
+    using RangedMeshDrawing::RangedMeshDrawing;
 
     /// \param room the bytes that the triangles may take; a larger mesh is not drawn
     SolidDrawing Draw(TriangularMeshObject& mesh, DrawingParameters& parameters, std::size_t room);
@@ -34,19 +34,9 @@ private:
         float smoothingThreshold = 0;
         int materialCount = 0;
     };
-    /// Consecutive triangles of one material.
-    struct Range
-    {
-        int material;  ///< an index of the mesh's materials
-        std::size_t firstIndex;
-        std::size_t indexCount;
-    };
     void Build(const TriangularMeshObject& mesh);
-    SolidDrawing DrawRanges(TriangularMeshObject& mesh, DrawingParameters& parameters) const;
 
     Inputs inputs_;
-    std::vector<Range> ranges_;
-    MeshVertex lastVertex_ = {};  ///< the last one that immediate mode emits
 };
 
 }  // namespace orvane

@@ -8,6 +8,7 @@
 #include "solids/OrvOutlineShape.h"
 #include "solids/SolidSurface.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orvane
@@ -33,10 +34,15 @@ SolidDrawing OutlineMeshDrawing::Draw(OrvOutlineShape& outlines, DrawingParamete
     {
         return SolidDrawing::NotDrawn;
     }
-    const SolidDrawing result = DrawAreas(outlines, parameters);
-    if (borders_.back() > 0)
+    const LetterDrawing state(parameters);
+    glFrontFace(GL_CCW);
+    const SolidDrawing result = DrawRanges(
+        outlines, parameters, [&](int area) { state.UseMaterial(outlines.Material(area)); });
+    const bool hasTriangles = std::any_of(ranges.begin(), ranges.end(),
+                                          [](const Range& range) { return range.indexCount > 0; });
+    if (hasTriangles)
     {
-        SetCurrentAttributes(lastVertex_, inputs_->isTextured);
+        SetCurrentAttributes(lastVertex, inputs_->isTextured);
     }
     return result;
 }
@@ -50,7 +56,7 @@ bool OutlineMeshDrawing::Update(OrvOutlineShape& outlines, std::size_t room)
     }
     inputs_.reset();
     buffers.Free();
-    borders_ = {0};
+    ranges.clear();
     std::vector<float> numbers;
     std::vector<std::uint32_t> indices;
     SurfaceRecorder recorder;
@@ -59,6 +65,7 @@ bool OutlineMeshDrawing::Update(OrvOutlineShape& outlines, std::size_t room)
         recorder.Clear();
         outlines.RecordSolid(area, recorder);
         const std::size_t first = numbers.size() / MeshBuffers::FloatsPerVertex(inputs.isTextured);
+        ranges.push_back({area, indices.size(), recorder.RenderedIndices().size()});
         for (const MeshVertex& vertex : recorder.Vertices())
         {
             AppendVertex(vertex, inputs.isTextured, numbers);
@@ -67,10 +74,9 @@ bool OutlineMeshDrawing::Update(OrvOutlineShape& outlines, std::size_t room)
         {
             indices.push_back(static_cast<std::uint32_t>(first) + vertex);
         }
-        borders_.push_back(indices.size());
         if (!recorder.RenderedIndices().empty())
         {
-            lastVertex_ = recorder.Vertices()[recorder.RenderedIndices().back()];
+            lastVertex = recorder.Vertices()[recorder.RenderedIndices().back()];
         }
         if (numbers.size() * sizeof(float) + indices.size() * sizeof(std::uint32_t) > room)
         {
@@ -80,34 +86,6 @@ bool OutlineMeshDrawing::Update(OrvOutlineShape& outlines, std::size_t room)
     buffers.Set(numbers, inputs.isTextured, indices);
     inputs_ = std::move(inputs);
     return true;
-}
-
-SolidDrawing OutlineMeshDrawing::DrawAreas(const OrvOutlineShape& outlines,
-                                           DrawingParameters& parameters) const
-{
-    const LetterDrawing state(parameters);
-    const MeshBuffers::Binding binding(buffers);
-    glFrontFace(GL_CCW);
-    for (int area = 0; area < outlines.AreaCount(); ++area)
-    {
-        if (outlines.ShouldTerminateDrawing(&parameters))
-        {
-            return SolidDrawing::Stopped;
-        }
-        state.UseMaterial(outlines.Material(area));
-        const std::size_t first = borders_[static_cast<std::size_t>(area)];
-        const std::size_t end = borders_[static_cast<std::size_t>(area) + 1];
-        if (end > first)
-        {
-            binding.DrawTriangles(first, end - first);
-        }
-    }
-    return SolidDrawing::Drawn;
-}
-
-std::size_t OutlineMeshDrawing::Bytes() const
-{
-    return buffers.Bytes() + borders_.size() * sizeof(std::size_t);
 }
 
 }  // namespace orvane

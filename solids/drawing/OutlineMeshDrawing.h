@@ -3,25 +3,23 @@
 
 #include "geometry/Vector2D.h"
 #include "solids/OutlineSolids.h"
-#include "solids/drawing/MeshDrawing.h"
+#include "solids/drawing/RangedMeshDrawing.h"
 
 #include <optional>
-#include <vector>
 
 namespace orvane
 {
 
 class OrvOutlineShape;
 
-/// The triangles of the solids of outlines, in the order of the areas.
-class OutlineMeshDrawing final : public MeshDrawing
+/// The triangles of the solids of outlines, in the order of the areas, each a range.
+class OutlineMeshDrawing final : public RangedMeshDrawing
 {
 public:
-    using MeshDrawing::MeshDrawing;
+    using RangedMeshDrawing::RangedMeshDrawing;
 
     /// \param room the bytes that the triangles may take; outlines with more are not drawn
     SolidDrawing Draw(OrvOutlineShape& outlines, DrawingParameters& parameters, std::size_t room);
-    std::size_t Bytes() const override;
 
 private:
     /// All that the triangles are made from.
@@ -37,11 +35,8 @@ private:
     /// Makes the triangles anew if they are made from something else. Returns false if they take
     /// more bytes than there is room for.
     bool Update(OrvOutlineShape& outlines, std::size_t room);
-    SolidDrawing DrawAreas(const OrvOutlineShape& outlines, DrawingParameters& parameters) const;
 
-    std::optional<Inputs> inputs_;      ///< empty while there are no triangles
-    std::vector<std::size_t> borders_;  ///< area i begins at index borders_[i]
-    MeshVertex lastVertex_ = {};        ///< the last one that immediate mode emits
+    std::optional<Inputs> inputs_;  ///< empty while there are no triangles
 };
 
 }  // namespace orvane
