@@ -205,6 +205,10 @@ constexpr std::size_t maxTabStops = 1'000;
 /// stays even if it is larger.
 constexpr std::size_t maxKeptGlyphBytes = std::size_t{64} << 20;
 
+/// Bytes: the largest ICC colour profile that is read, 16 MiB. Profiles of printing presses have up
+/// to some millions.
+constexpr std::size_t maxProfileBytes = std::size_t{16} << 20;
+
 /// Seconds: the shortest time to which a drawing or a command can be limited. A shorter one would
 /// always be over.
 constexpr double minSeconds = 0.001;
