@@ -73,7 +73,7 @@ enum class LightsFollow
 /// A picture that is laid on a text.
 struct TextureOptions
 {
-    std::string file;  ///< a BMP file
+    std::string file;  ///< a BMP, PNG, JPEG, WebP or TIFF file
     TextureQuality quality = TextureQuality::Mipmap;
     double repeat = 1;            ///< how often the picture repeats in one em: 0.001 to 1000
     bool scalesWithText = false;  ///< if false, scaling the text keeps the picture's size
@@ -190,7 +190,7 @@ struct LightOptions
 struct BackgroundOptions
 {
     Color color = Rgb(0x141A2B);
-    std::string file;  ///< a BMP file, or empty
+    std::string file;  ///< a BMP, PNG, JPEG, WebP or TIFF file, or empty
     BackgroundPlacement placement = BackgroundPlacement::Stretch;
     double x = 0;  ///< left edge of a stretched or tiled picture, in pixels from the left
     double y = 0;  ///< its upper edge, in pixels from the top
@@ -275,13 +275,22 @@ struct PictureOptions
     /// Each side is 1 to largestPictureSide pixels. If no size is set, the picture has the size
     /// that the document was framed for; if the document was never framed, defaultPictureSize.
     std::optional<Size> size;
-    /// Bits per pixel: 24 in a PNG; 8, 16, 24 or 32 in a BMP. Pictures of 8 and 16 bits are
-    /// dithered.
+    /// Of a BMP, the bits per pixel: 8, 16, 24 or 32. BMPs of 8 and 16 bits are dithered. Of other
+    /// formats, the bits of each channel: 8 or, in a PNG or TIFF, 16; 24 also means 8 there.
     int bits = 24;
     int dotsPerInch = 0;  ///< written into the file's header: 1 to 100000; 0 writes none
+    /// If true, the background is left out of the picture: its pixels are transparent, and those
+    /// at the edges of letters partly. For PNG, WebP and TIFF.
+    bool transparent = false;
+    /// Of a JPEG or a WebP, 1 to 100. A WebP of quality 100 is without loss.
+    int quality = 90;
+    /// A file with an ICC colour profile of an RGB, grey or CMYK device. The picture is converted
+    /// to it, and the profile is stored in the picture; CMYK in TIFF and JPEG only. If it is empty,
+    /// the picture is in sRGB. Not for BMP.
+    std::string profile;
     /// Samples per pixel in each direction, 1 to 4. With 0 the size of the picture decides: 4
-    /// samples up to 4 megapixels, 2 up to 32 megapixels, else 1. Pictures of 8 and 16 bits always
-    /// have 1 sample per pixel; for them a larger number is an OptionError.
+    /// samples up to 4 megapixels, 2 up to 32 megapixels, else 1. BMPs of 8 and 16 bits always have
+    /// 1 sample per pixel; for them a larger number is an OptionError.
     int samples = 0;
     /// If it is set, solids are drawn with shaders: with materials and reflections. Needs
     /// OpenGL 3.0.

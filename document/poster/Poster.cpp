@@ -4,6 +4,7 @@
 #include "document/BmpFile.h"
 #include "document/OptionRange.h"
 #include "document/OutputFile.h"
+#include "document/PictureFormat.h"
 #include "document/SceneFraming.h"
 #include "document/poster/Deadline.h"
 #include "document/poster/PosterBands.h"
@@ -52,6 +53,27 @@ PosterSettings::PosterSettings(std::string outputPath, const PictureOptions& pic
     : output(std::move(outputPath)), size(pictureSize), options(pictureOptions)
 {}
 
+bool PosterSettings::IsBmp() const
+{
+    return FormatOf(output) == PictureFormat::Bmp;
+}
+
+RowFormat PosterSettings::Rows() const
+{
+    return {options.transparent ? PixelKind::Rgba : PixelKind::Rgb, options.bits == 16 ? 16 : 8};
+}
+
+int PosterSettings::DrawnBits() const
+{
+    constexpr int trueColor = 24;
+    return IsBmp() ? options.bits : trueColor;
+}
+
+std::size_t PosterSettings::RowBytes() const
+{
+    return IsBmp() ? BmpFile::RowBytes(Width(), options.bits) : Rows().RowBytes(Width());
+}
+
 void CheckPoster(const PosterSettings& settings)
 {
     const PictureOptions& options = settings.options;
@@ -62,9 +84,9 @@ void CheckPoster(const PosterSettings& settings)
     }
     CheckRange("dotsPerInch", options.dotsPerInch, 0, 100000);
     CheckRange("samples", options.samples, 0, 4);
-    if (options.bits < 24 && options.samples > 1)
+    if (settings.IsDithered() && options.samples > 1)
     {
-        throw OptionError("samples", "0 or 1 for a picture of 8 or 16 bits",
+        throw OptionError("samples", "0 or 1 for a BMP of 8 or 16 bits",
                           std::to_string(options.samples));
     }
     if (options.studio)
@@ -89,7 +111,7 @@ void DrawUncommittedPoster(const ViewObject& view, const PosterSettings& setting
     PosterBands bands(view, stoppable);
     const int rowStep = bands.Layout().StepY();
     target.Open(bands.Info());
-    PosterStrips strips(target, BmpFile::RowBytes(settings.Width(), options.bits), rowStep, goOn);
+    PosterStrips strips(target, settings.RowBytes(), rowStep, goOn);
     double share = 0;  // of the picture that is drawn
     for (int row = 0; row < bands.Rows(); ++row)
     {

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "orvane/Options.h"
+#include "pictures/RowFormat.h"
 #include "platform/Export.h"
 
+#include <cstddef>
 #include <string>
 
 class ViewObject;
@@ -21,8 +23,17 @@ struct ORVANE_API PosterSettings
 
     int Width() const { return size.width; }
     int Height() const { return size.height; }
+    bool IsBmp() const;
+    /// The pixels of the picture, if it is no BMP.
+    RowFormat Rows() const;
+    /// Whether the drawing is dithered, and has one sample a pixel therefore.
+    bool IsDithered() const { return IsBmp() && options.bits < 24; }
+    /// Bits per pixel of the bitmap that the picture is drawn into.
+    int DrawnBits() const;
+    /// The bytes of a row of pixels as a PosterTarget takes them.
+    std::size_t RowBytes() const;
 
-    std::string output;  ///< a name that ends in .png or .bmp, or "-" for a PNG to standard output
+    std::string output;  ///< see FormatOf; "-" is a PNG to standard output
     Size size = defaultPictureSize;
     PictureOptions options;  ///< its size is ignored
 };

@@ -7,6 +7,7 @@
 #include "document/ScenePictures.h"
 #include "document/poster/PictureState.h"
 #include "document/poster/PosterStrips.h"
+#include "document/poster/SampleRows.h"
 #include "orvane/Error.h"
 #include "platform/Errors.h"
 #include "platform/OpenGL.h"
@@ -27,7 +28,7 @@ constexpr int minBandsForParts = 64;
 
 int ChooseSamples(const PosterSettings& settings)
 {
-    if (settings.options.bits < 24)
+    if (settings.IsDithered())
     {
         return 1;  // averaging samples would undo the dithering of these pictures
     }
@@ -36,41 +37,6 @@ int ChooseSamples(const PosterSettings& settings)
            : megapixels <= 4             ? 4
            : megapixels <= 32            ? 2
                                          : 1;
-}
-
-/// Makes a row of the picture from \p samples rows of the bitmap. Each pixel of the row is the
-/// average of a square whose side is \p samples pixels. Each pixel takes \p bytes bytes.
-template <int samples, int bytes>
-void AverageRow(const BYTE* in, std::size_t rowBytes, int width, BYTE* out)
-{
-    constexpr int area = samples * samples;
-    for (int x = 0; x < width; ++x, in += samples * bytes, out += bytes)
-    {
-        for (int part = 0; part < bytes; ++part)
-        {
-            int sum = area / 2;
-            for (int y = 0; y < samples; ++y)
-            {
-                const BYTE* const line = in + rowBytes * static_cast<std::size_t>(y) + part;
-                for (int i = 0; i < samples; ++i)
-                {
-                    sum += line[i * bytes];
-                }
-            }
-            out[part] = static_cast<BYTE>(sum / area);
-        }
-    }
-}
-
-using RowReducer = void (*)(const BYTE* in, std::size_t rowBytes, int width, BYTE* out);
-
-RowReducer ChooseReducer(int samples, int bytes)
-{
-    constexpr RowReducer three[] = {AverageRow<1, 3>, AverageRow<2, 3>, AverageRow<3, 3>,
-                                    AverageRow<4, 3>};
-    constexpr RowReducer four[] = {AverageRow<1, 4>, AverageRow<2, 4>, AverageRow<3, 4>,
-                                   AverageRow<4, 4>};
-    return bytes == 4 ? four[samples - 1] : three[samples - 1];
 }
 
 void CreateBitmap(GLMemoryDIB& dib, const ProjectionData& projection, int bits)
@@ -130,7 +96,7 @@ PosterBands::PosterBands(const ViewObject& view, const PosterSettings& settings)
     ProjectionData projection = view.GetProjection();
     projection.SetUnscaledSize(settings.Width(), settings.Height());
     projection.SetScale(samples, samples);
-    layout_ = MakeBitmap(dib_, projection, settings.options.bits, samples, wire);
+    layout_ = MakeBitmap(dib_, projection, settings.DrawnBits(), samples, wire);
     PrepareForPicture(samples * wire);
     if (Rows() * Columns() >= minBandsForParts)
     {
@@ -172,19 +138,40 @@ bool PosterBands::Draw(int row, int column)
         }
         isEmpty_ = isEmpty;
     }
+    if (!settings_.options.transparent)
+    {
+        return DrawOver(view_.GetScene()->GetBackgroundColor(), row, column);
+    }
+    // How much of the background shows through is found by drawing over black and over white.
+    const ColorVector black(0, 0, 0, 1);
+    const ColorVector white(1, 1, 1, 1);
+    view_.ShowPlainBackground(black);
+    if (!DrawOver(black, row, column))
+    {
+        return false;
+    }
+    const BYTE* const bits = static_cast<const BYTE*>(dib_.GetDIBBits());
+    overBlack_.assign(bits, bits + BmpFile::RowBytes(layout_.width, Info().bmiHeader.biBitCount) *
+                                       static_cast<std::size_t>(layout_.height));
+    view_.ShowPlainBackground(white);
+    return DrawOver(white, row, column);
+}
+
+/// \param background is shown where the scene's background does not cover the band
+bool PosterBands::DrawOver(const ColorVector& background, int row, int column)
+{
     const double top = row * layout_.StepY() - layout_.margin;
     const double left = column * layout_.StepX() - layout_.margin;
     dib_.PrepareNextBand(top * layout_.samples / layout_.height,
                          left * layout_.samples / layout_.width, &parameters_);
     // A background picture does not always cover the whole band. Without clearing, the previous
     // band would show in the uncovered part.
-    const ColorVector color = view_.GetScene()->GetBackgroundColor();
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
-    glClearColor(color.red, color.green, color.blue, 1);
+    glClearColor(background.red, background.green, background.blue, 1);
     glClear(GL_COLOR_BUFFER_BIT);
     // The fourth byte of each pixel of a 32-bit file stays 255, as cleared, because drawing the
     // scene does not write alpha.
-    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, settings_.options.bits != 32);
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, settings_.DrawnBits() != 32);
     const int drawn = view_.Draw(&parameters_);
     GdiFlush();
     // A background of 8 bits is dithered in a context of its own. When the system refuses to make
@@ -196,26 +183,29 @@ void PosterBands::CopyTo(Strip& strip, int column) const
 {
     const int left = column * layout_.StepX();
     const int width = std::min(layout_.StepX(), settings_.Width() - left);
-    const BYTE* const bits = static_cast<const BYTE*>(dib_.GetDIBBits());
     const int bitCount = Info().bmiHeader.biBitCount;
     const std::size_t bytes = static_cast<std::size_t>(bitCount) / 8;
     const std::size_t rowBytes = BmpFile::RowBytes(layout_.width, bitCount);
-    const RowReducer reduce = ChooseReducer(layout_.samples, static_cast<int>(bytes));
+    const std::size_t outBytes = settings_.IsBmp() ? bytes : settings_.Rows().PixelBytes();
+    const bool isCopied = settings_.IsBmp() && layout_.samples == 1;
+    const BYTE* const bits = static_cast<const BYTE*>(dib_.GetDIBBits());
     for (int y = 0; y < std::min(layout_.StepY(), strip.Height()); ++y)
     {
         const int lowest = layout_.height - (layout_.margin + y + 1) * layout_.samples;
-        const BYTE* const in = bits + rowBytes * static_cast<std::size_t>(lowest) +
-                               bytes * static_cast<std::size_t>(layout_.margin) *
-                                   static_cast<std::size_t>(layout_.samples);
-        BYTE* const out = strip.Row(y) + bytes * static_cast<std::size_t>(left);
-        if (layout_.samples == 1)
+        const std::size_t place = rowBytes * static_cast<std::size_t>(lowest) +
+                                  bytes * static_cast<std::size_t>(layout_.margin) *
+                                      static_cast<std::size_t>(layout_.samples);
+        BYTE* const out = strip.Row(y) + outBytes * static_cast<std::size_t>(left);
+        if (isCopied)
         {
-            std::memcpy(out, in, bytes * static_cast<std::size_t>(width));
+            std::memcpy(out, bits + place, bytes * static_cast<std::size_t>(width));
+            continue;
         }
-        else
-        {
-            reduce(in, rowBytes, width, out);
-        }
+        const SampleRows rows = {bits + place,
+                                 overBlack_.empty() ? nullptr : overBlack_.data() + place, rowBytes,
+                                 layout_.samples, width};
+        settings_.IsBmp() ? AverageBgr(rows, static_cast<int>(bytes), out)
+                          : AverageTo(settings_.Rows(), rows, out);
     }
 }
 
@@ -249,7 +239,7 @@ PictureArea PosterBands::AreaOf(int row, int column) const
 bool PosterBands::IsBackgroundPlain() const
 {
     return ground_ == nullptr && !parameters_.ShouldShowLights() &&
-           !HasBackgroundPicture(*view_.GetScene());
+           (settings_.options.transparent || !HasBackgroundPicture(*view_.GetScene()));
 }
 
 }  // namespace orvane

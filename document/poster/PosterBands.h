@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace orvane
 {
@@ -56,6 +57,7 @@ private:
     ProjectionData WithEdge(ProjectionData projection) const;
     PictureArea AreaOf(int row, int column) const;
     bool IsBackgroundPlain() const;
+    bool DrawOver(const ColorVector& background, int row, int column);
 
     const PosterSettings& settings_;
     PosterView view_;
@@ -67,6 +69,8 @@ private:
     BandLayout layout_;
     std::optional<PosterParts> parts_;  ///< only for pictures of many bands
     bool isEmpty_ = false;              ///< whether the bitmap holds a band of plain background
+    /// Of a transparent picture: the band drawn over black. The bitmap holds it over white.
+    std::vector<BYTE> overBlack_;
 };
 
 }  // namespace orvane

@@ -26,8 +26,8 @@ public:
     /// \param bands describes the bitmap that bands are drawn into; a file of 8 bits gets the
     /// colour table of this bitmap
     virtual void Open(const BITMAPINFO& bands) = 0;
-    /// The offset of a block of rows in the file, in bytes. Always 0 for a PNG, whose rows are only
-    /// appended.
+    /// The offset of a block of rows in the file, in bytes. Always 0 for formats other than BMP,
+    /// whose rows are only appended.
     virtual std::uint64_t OffsetOf(int top, int height) const = 0;
     /// Writes the next rows.
     /// \param goOn called now and then while the rows are written; when it returns false, the

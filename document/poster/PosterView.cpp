@@ -97,6 +97,12 @@ PosterView::PosterView(const ViewObject& view, int samples)
     }
 }
 
+void PosterView::ShowPlainBackground(const ColorVector& color)
+{
+    background_.GetTexture()->Reset();
+    background_.SetBackgroundColor(color);
+}
+
 int PosterView::DrawObject(DrawingParameters* parameters)
 {
     SceneObject* const shown = std::exchange(scene, &background_);

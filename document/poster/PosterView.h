@@ -43,6 +43,9 @@ public:
     /// direction
     PosterView(const ViewObject& view, int samples);
 
+    /// Shows a colour in place of the scene's background.
+    void ShowPlainBackground(const ColorVector& color);
+
     /// \param parameters must be PosterParameters
     int DrawChildren(DrawingParameters* parameters) override;
     int DrawObject(DrawingParameters* parameters) override;

@@ -4,7 +4,6 @@
 
 #include "document/BmpFile.h"
 #include "document/OutputFile.h"
-#include "document/PngFile.h"
 #include "geometry/CoordinateTransform.h"
 #include "host/CArchive.h"
 #include "host/CFile.h"
@@ -13,6 +12,7 @@
 #include "imaging/MemoryMappedDIB.h"
 #include "imaging/TextureMap.h"
 #include "imaging/TextureMapList.h"
+#include "pictures/PictureWriter.h"
 #include "platform/Bitmaps.h"
 #include "platform/DeviceContexts.h"
 #include "platform/Files.h"
@@ -81,9 +81,12 @@ TEST(Destructors, FilesEndWithoutMemory)
     auto bmp = std::make_unique<orvane::BmpFile>(folder.Path("x.bmp"), 8, 8, 24, 0);
     bmp->Open(nullptr);
     EXPECT_EQ(RequestsOfEnding(std::move(bmp)), 0);
-    auto png = std::make_unique<orvane::PngFile>(folder.Path("x.png"), 8, 8, 0);
-    png->Open();
-    EXPECT_EQ(RequestsOfEnding(std::move(png)), 0);
+    orvane::PictureFileSettings picture;
+    picture.width = 8;
+    picture.height = 8;
+    orvane::OutputFile png(folder.Path("x.png"));
+    EXPECT_EQ(
+        RequestsOfEnding(MakePictureWriter(orvane::PictureFormat::Png, picture, png, "x.png")), 0);
     EXPECT_EQ(RequestsOfEnding(std::make_unique<orvane::FolderLock>(folder.Path("."))), 0);
     EXPECT_EQ(RequestsOfEnding(
                   std::make_unique<CFile>(path.c_str(), CFile::modeCreate | CFile::modeReadWrite)),
