@@ -98,6 +98,15 @@ std::string QualityName(unsigned long quality)
 
 std::string PlacementName(unsigned long placement)
 {
+    switch (static_cast<BackgroundPlacement>(placement))
+    {
+        case BackgroundPlacement::Cover:
+            return "cover";
+        case BackgroundPlacement::Contain:
+            return "contain";
+        default:
+            break;
+    }
     constexpr auto center = static_cast<unsigned long>(BackgroundPlacement::Center);
     return NameOfNumber<BackgroundPlacement>(std::min(placement, center));
 }

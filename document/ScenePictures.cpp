@@ -5,6 +5,7 @@
 #include "document/OptionRange.h"
 #include "document/PictureFormat.h"
 #include "imaging/MemoryMappedDIB.h"
+#include "imaging/PictureBitmap.h"
 #include "orvane/Error.h"
 #include "platform/Errors.h"
 #include "platform/Folders.h"
@@ -29,7 +30,7 @@ enum class NamedBy
     Scene
 };
 
-/// Throws Error unless the file is a BMP picture that can be read.
+/// Throws Error unless the file is a picture that can be read.
 void CheckPicture(const CString& file, NamedBy namedBy)
 {
     MemoryMappedDIB picture;
@@ -44,14 +45,27 @@ void CheckPicture(const CString& file, NamedBy namedBy)
     {
         throw Error(name, "there is no such file");
     }
-    const bool quotesBytes = status == MemoryMappedDIB::notBitmap;
-    throw Error(name, "not a readable BMP picture: " +
-                          (quotesBytes && namedBy == NamedBy::Scene
-                               ? "byte 0: expected 42 4D (BM), found other bytes"
-                               : picture.GetRefusal()));
+    if (fs::is_directory(name, ignored))
+    {
+        throw Error(name, "a folder", "a picture");
+    }
+    if (status != MemoryMappedDIB::notBitmap)
+    {
+        throw Error(name, "not a readable BMP picture: " + picture.GetRefusal());
+    }
+    const std::string refusal = ReadAsBitmap(file, picture);
+    if (refusal.empty())
+    {
+        return;
+    }
+    if (namedBy == NamedBy::Scene)
+    {
+        throw Error(name, "not a readable BMP, PNG, JPEG, WebP or TIFF picture");
+    }
+    throw Error(name, "not a readable picture: " + refusal.substr(name.size() + 2));
 }
 
-/// Checks a BMP picture and returns its absolute path, by which a scene finds the picture wherever
+/// Checks a picture and returns its absolute path, by which a scene finds the picture wherever
 /// the scene is saved.
 CString CheckedAbsolutePath(const std::string& file)
 {
@@ -100,7 +114,7 @@ std::string PlainName(const std::string& file)
     return file.substr(file.find_last_of("/\\") + 1);
 }
 
-/// The BMP files in a folder by their names without extension. Of two with the same name, the first
+/// The pictures in a folder by their names without extension. Of two with the same name, the first
 /// in alphabetical order.
 std::map<std::string, fs::path> PicturesIn(const fs::path& folder)
 {
@@ -108,7 +122,7 @@ std::map<std::string, fs::path> PicturesIn(const fs::path& folder)
     for (const std::string& name : NamesIn(folder.string()))
     {
         const fs::path path = folder / name;
-        if (HasExtension(path, ".bmp"))
+        if (FormatOfName(path))
         {
             fs::path& known = pictures[path.stem()];
             known = known.empty() ? path : std::min(known, path);
@@ -286,7 +300,7 @@ bool PictureLookup::IsTaken(TextureMap& texture, const Path& path, bool& isRefus
     return (texture.textureFlags & TextureMap::Valid) != 0;
 }
 
-/// Gives the texture the file of a name in a folder, or a BMP file with the texture's own name.
+/// Gives the texture the file of a name in a folder, or a picture with the texture's own name.
 bool PictureLookup::IsTakenFrom(Folder& folder, TextureMap& texture, const std::string& file,
                                 bool& isRefused) const
 {

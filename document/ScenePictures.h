@@ -17,17 +17,17 @@ class SceneObject;
 namespace orvane
 {
 
-/// Lays a picture on a node as its texture. Throws Error when the file is no BMP picture.
+/// Lays a picture on a node as its texture. Throws Error when the file is no readable picture.
 ORVANE_API void SetTexture(DrawingObject& node, const TextureOptions& options);
 
-/// Replaces the background of a scene. Throws Error when the file is no BMP picture.
+/// Replaces the background of a scene. Throws Error when the file is no readable picture.
 ORVANE_API void SetBackground(SceneObject& scene, const BackgroundOptions& options);
 
 /// Whether a picture, and not only a colour, is behind the scene.
 bool HasBackgroundPicture(const SceneObject& scene);
 
 /// Throws Error when a picture that the scene shows cannot be read. The text of the Error quotes
-/// nothing from a file that is not a BMP picture, because the scene may name any file.
+/// nothing from a file that is not a picture, because the scene may name any file.
 ORVANE_API void CheckPictures(SceneObject& scene);
 
 /// Finds the files of the textures, the background and the fonts of a scene that is being loaded,
@@ -41,7 +41,7 @@ public:
     PictureLookup(const std::string& scene, const OpenOptions& options);
 
     /// Gives the texture the file that it names, if that is allowed. Otherwise looks in the allowed
-    /// folders for a file with the plain name of the named file, and then for a BMP file with the
+    /// folders for a file with the plain name of the named file, and then for a picture with the
     /// texture's name. If none exists, the texture keeps the name of its file without being Valid.
     void Find(TextureMap& texture) override;
 
@@ -58,7 +58,7 @@ private:
     {
         Path path;       // absolute
         Path canonical;  // the same folder without symbolic links
-        /// The BMP files in the folder by their names without extension; read on first use.
+        /// The pictures in the folder by their names without extension; read on first use.
         std::optional<std::map<std::string, Path>> pictures;
     };
 

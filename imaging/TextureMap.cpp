@@ -3,6 +3,8 @@
 
 #include "host/RecordVersion.h"
 #include "imaging/GLMemoryDIB.h"
+#include "imaging/MemoryMappedDIB.h"
+#include "imaging/PictureBitmap.h"
 #include "imaging/TextureOwnership.h"
 #include "platform/Files.h"
 #include "platform/MultibyteCompare.h"
@@ -190,6 +192,22 @@ void TextureMap::FreeImage()
 {
     const TextureOwnership owned(*this);
     delete std::exchange(image, nullptr);
+    bitmap_.reset();
+}
+
+const MemoryMappedDIB* TextureMap::GetBitmap()
+{
+    const TextureOwnership owned(*this);
+    if (bitmap_ == nullptr || bitmapFile_ != filename)
+    {
+        bitmap_ = std::make_unique<MemoryMappedDIB>();
+        bitmapFile_ = filename;
+        if (!orvane::ReadAsBitmap(filename, *bitmap_).empty())
+        {
+            bitmap_.reset();
+        }
+    }
+    return bitmap_.get();
 }
 
 GLMemoryDIB* TextureMap::GetDitheredImage()

@@ -7,7 +7,10 @@
 #include "imaging/TextureSettings.h"
 #include "platform/Sync.h"
 
+#include <memory>
+
 class GLMemoryDIB;
+class MemoryMappedDIB;
 
 /// The pixels of a texture: sizeX times sizeY pixels of three bytes each, red, green and blue, the
 /// lowest row first, without padding between the rows. Owns \c data, which was allocated with
@@ -26,8 +29,8 @@ struct ORVANE_API _RGBImageRecord
     BYTE* data = nullptr;
 };
 
-/// A BMP file that is drawn on a node as an OpenGL 2D texture. The texture map of a scene is the
-/// scene's background picture.
+/// A picture file, BMP by tradition, that is drawn on a node as an OpenGL 2D texture. The texture
+/// map of a scene is the scene's background picture.
 ///
 /// The pixels are loaded when they are first needed. An application may change a texture map while
 /// another thread draws with it, so each texture map has a mutex. Every function that uses the
@@ -76,10 +79,14 @@ public:
     _RGBImageRecord* GetImage();
     void FreeImage();
 
-    /// Reads a BMP file of any bit count as red, green and blue. A picture too large for a texture
-    /// is reduced (see MemoryMappedDIB::OpenAsTexture). The caller owns the result. Null when the
-    /// file is not a bitmap that can be read.
+    /// Reads a BMP file of any bit count, or a PNG, JPEG, WebP or TIFF file, as red, green and
+    /// blue. A picture too large for a texture is reduced (see MemoryMappedDIB::OpenAsTexture). The
+    /// caller owns the result. Null when the file is not a picture that can be read.
     static _RGBImageRecord* DIBImageLoad(const char* filename);
+
+    /// The pixels of a file that is not a BMP as a bitmap, for backgrounds. Read on first use,
+    /// owned by this texture map. Null when the file cannot be read.
+    const MemoryMappedDIB* GetBitmap();
 
     /// The pixels as an 8-bit bitmap with OpenGL's palette, for displays of 256 colours. Made on
     /// first use, owned by this texture map. Null when it cannot be made.
@@ -151,4 +158,7 @@ protected:
 
 private:
     int CompareName(const TextureMap* other) const;
+
+    std::unique_ptr<MemoryMappedDIB> bitmap_;  ///< null until GetBitmap has read the file
+    CString bitmapFile_;                       ///< the file that bitmap_ was read from
 };

@@ -2,6 +2,7 @@
 #include "geometry/ProjectionData.h"
 #include "imaging/GLMemoryDIB.h"
 #include "imaging/MemoryMappedDIB.h"
+#include "imaging/PictureBitmap.h"
 #include "imaging/TextureMap.h"
 #include "imaging/TextureOwnership.h"
 #include "platform/OpenGL.h"
@@ -68,7 +69,9 @@ private:
 _RGBImageRecord* TextureMap::DIBImageLoad(const char* filename)
 {
     MemoryMappedDIB bitmap;
-    if (bitmap.OpenAsTexture(filename) != MemoryMappedDIB::opened)
+    const int status = bitmap.OpenAsTexture(filename);
+    if (status != MemoryMappedDIB::opened &&
+        (status != MemoryMappedDIB::notBitmap || !orvane::ReadAsBitmap(filename, bitmap).empty()))
     {
         return nullptr;
     }

@@ -27,7 +27,11 @@ enum class BackgroundPlacement : std::uint32_t
 {
     Stretch = 0,  ///< once, from the texture's location to the lower right corner
     Tile = 1,     ///< repeated at its own size, from the texture's location in all directions
-    Center = 2    ///< once, at its own size, in the middle
+    Center = 2,   ///< once, at its own size, in the middle
+    // The following numbers are far from the others, so that small numbers without a name go on to
+    // draw as Center.
+    Cover = 0x1000,   ///< once, in the middle, as small as it may be to leave no edge free
+    Contain = 0x1001  ///< once, in the middle, as large as it may be to be seen whole
 };
 
 }  // namespace orvane

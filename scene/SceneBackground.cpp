@@ -7,6 +7,7 @@
 #include "imaging/MemoryMappedDIB.h"
 #include "imaging/TextureOwnership.h"
 #include "imaging/TextureSettings.h"
+#include "imaging/TextureSize.h"
 #include "platform/Messages.h"
 #include "platform/OpenGL.h"
 #include "platform/Rendering.h"
@@ -19,6 +20,7 @@
 #include <cstdlib>
 
 using orvane::BackgroundPlacement;
+using orvane::PixelSize;
 
 namespace
 {
@@ -67,6 +69,23 @@ struct Image
                       SRCCOPY);
     }
 };
+
+/// The size of an image that lies once in the middle of a view: that of the placement, or \p own.
+PixelSize FitImage(const Image& image, PixelSize view, PixelSize own, DWORD placement)
+{
+    const bool covers = placement == static_cast<DWORD>(BackgroundPlacement::Cover);
+    if (!covers && placement != static_cast<DWORD>(BackgroundPlacement::Contain))
+    {
+        return own;
+    }
+    const double acrossScale = static_cast<double>(view.width) / image.Width();
+    const double downScale = static_cast<double>(view.height) / image.Height();
+    const double scale = covers == (acrossScale > downScale) ? acrossScale : downScale;
+    const auto scaled = [scale](int side) {
+        return std::max(1, static_cast<int>(std::lround(side * scale)));
+    };
+    return {scaled(image.Width()), scaled(image.Height())};
+}
 
 /// Returns where the first tile begins on one axis, in pixels from the left or upper edge of the
 /// part of the picture that is drawn: 0 or less. \p offset is the position of that edge in the
@@ -230,7 +249,14 @@ int SceneObject::DrawFileBackgroundTexture(DrawingParameters* parameters)
         return 0;
     }
     MemoryMappedDIB picture;
-    if (picture.Open(texture.filename) != 1)
+    const int status = picture.Open(texture.filename);
+    const MemoryMappedDIB* const bitmap =
+        status == MemoryMappedDIB::notBitmap ? texture.GetBitmap() : nullptr;
+    if (bitmap != nullptr)
+    {
+        return DrawBackgroundTexture(parameters, bitmap->GetDIBInfo(), bitmap->GetDIBBits());
+    }
+    if (status != MemoryMappedDIB::opened)
     {
         parameters->LoseBackgroundPicture();
         return 0;
@@ -304,12 +330,16 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
             }
         }
     }
-    else  // BackgroundPlacement::Center and every unknown number
+    else  // BackgroundPlacement::Cover, Contain, Center and every unknown number
     {
         // These are coordinates of the whole picture, not of the band that is drawn, so that a band
         // beside a small image is cleared too.
-        const int left = (WholePixels(projection->GetWidth()) - tileWidth) / 2;
-        const int top = (WholePixels(projection->GetHeight()) - tileHeight) / 2;
+        const int viewWidth = WholePixels(projection->GetWidth());
+        const int viewHeight = WholePixels(projection->GetHeight());
+        const auto [width, height] =
+            FitImage(image, {viewWidth, viewHeight}, {tileWidth, tileHeight}, texture.placement);
+        const int left = (viewWidth - width) / 2;
+        const int top = (viewHeight - height) / 2;
         if (left > 0 || top > 0)
         {
             if (parameters->ShouldForceSolidBackground())
@@ -318,8 +348,7 @@ int SceneObject::DrawBackgroundTexture(DrawingParameters* parameters, const BITM
             }
             ClearToBackgroundColor(*parameters);
         }
-        image.DrawTo(left - WholePixels(offsetX), top - WholePixels(offsetY), tileWidth,
-                     tileHeight);
+        image.DrawTo(left - WholePixels(offsetX), top - WholePixels(offsetY), width, height);
     }
     return 1;
 }
