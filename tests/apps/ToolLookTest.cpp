@@ -163,7 +163,8 @@ TEST(ToolPictureFile, IsRefusedWithThePlaceAndTheFoundAndExpectedValues)
     ToolFolder folder;
     const auto refused = [&folder](const std::string& content) {
         folder.Write("t.bmp", content);
-        const std::string file = folder.Path("t.bmp") + ": not a readable BMP picture: ";
+        const std::string kind = content.empty() || content.starts_with("BM") ? "BMP " : "";
+        const std::string file = folder.Path("t.bmp") + ": not a readable " + kind + "picture: ";
         std::string reason;
         for (const char* const option : {"--background", "--texture"})
         {
@@ -184,7 +185,9 @@ TEST(ToolPictureFile, IsRefusedWithThePlaceAndTheFoundAndExpectedValues)
         return refused(AsText(file.File()));
     };
     EXPECT_EQ(refused(""), "byte 0: the file ends, expected \"BM\"\n");
-    EXPECT_EQ(refused("This is no picture."), "byte 0: found 54 68, expected 42 4D (BM)\n");
+    EXPECT_EQ(refused("This is no picture."),
+              "byte 0: found 54 68 69 73, expected the beginning of a BMP, PNG, JPEG, WebP or TIFF "
+              "picture\n");
     EXPECT_EQ(refused("BM"), "byte 2: the file ends, expected headers of 54 bytes\n");
     EXPECT_EQ(refusedBmp([](BmpFile& file) { file.bitsOffset = 70; }),
               "byte 10: found pixels that begin at byte 70, expected a place inside the file's "

@@ -7,6 +7,7 @@
 #include "apps/cli/commands/OutlinesOption.h"
 #include "apps/cli/commands/SceneSource.h"
 #include "apps/cli/commands/StudioArguments.h"
+#include "apps/cli/pictures/PictureFileOptions.h"
 #include "document/Cancellation.h"
 #include "document/OutputFile.h"
 #include "document/PictureFormat.h"
@@ -65,6 +66,7 @@ Request CheckTogether(const RenderOptions& options)
     }
     request.settings.options = options.picture;
     request.settings.options.studio = options.studio.Check();
+    request.settings.options.transparent = options.source.LeavesBackgroundOut();
     // A scene may have its own size, which is checked when the scene is open.
     const Size unasked = options.source.IsFile() ? Size{1, 1} : defaultPictureSize;
     request.settings.size = options.picture.size.value_or(unasked);
@@ -149,15 +151,11 @@ void AddPicture(OptionAdder& add, RenderOptions& o)
         std::to_string(defaultPictureSize.width) + "x" + std::to_string(defaultPictureSize.height);
     PictureOptions& picture = o.picture;
     add("-o,--output", o.output, "FILE",
-        "The picture file, PNG or BMP by its name;\n- writes a PNG to standard output");
+        "The picture file: .png, .bmp, .jpg, .webp or .tif;\n- writes a PNG to standard output");
     add("--size", picture.size, "WxH [" + size + "]",
         "Width and height in pixels, each at most " + std::to_string(largestPictureSide))
         ->check(ReadableBy(ParseSize));
-    add("--dpi", picture.dotsPerInch, "N", "Dots per inch, stored in the header of the file")
-        ->check(IntegerBetween(1, 100000));
-    add("--bits", picture.bits, "8|16|24|32 [" + std::to_string(picture.bits) + "]",
-        "Bits per pixel of a BMP")
-        ->check(CLI::IsMember({"8", "16", "24", "32"}));
+    AddPictureFileOptions(add, picture);
     add("--samples", picture.samples, "N [" + std::to_string(picture.samples) + "]",
         "Samples per pixel in each direction, 1 to 4;\n0 chooses by the size")
         ->check(IntegerBetween(0, 4));

@@ -3,7 +3,7 @@
 
 #include "apps/cli/Errors.h"
 #include "apps/cli/commands/OptionValues.h"
-#include "document/PictureFormat.h"
+#include "apps/cli/pictures/PictureFileOptions.h"
 #include "document/SceneLights.h"
 #include "geometry/ProjectionData.h"
 #include "orvane/orvane.h"
@@ -18,11 +18,6 @@ namespace orvane
 
 namespace
 {
-
-bool IsPicture(const std::string& background)
-{
-    return HasExtension(background, ".bmp");
-}
 
 /// The lens whose field of view is the camera's default, in whole millimetres.
 long DefaultLensLength()
@@ -48,12 +43,13 @@ SceneOptions::SceneOptions(CLI::App& command, SceneUse use)
 void SceneOptions::AddBackground(CLI::App& command)
 {
     command
-        .add_option(
-            "--background", backgroundText_,
-            "The background, a colour or a .bmp picture\n[" + ColorText(background_.color) + "]")
-        ->option_text("COLOR|FILE")
+        .add_option("--background", backgroundText_,
+                    "The background: a colour, a picture (BMP, PNG, JPEG,\nWebP or TIFF), or none "
+                    "for a transparent picture\n[" +
+                        ColorText(background_.color) + "]")
+        ->option_text("COLOR|FILE|none")
         ->check(ReadableBy([](const std::string& text) {
-            if (!IsPicture(text))
+            if (!IsNoBackground(text) && !NamesPicture(text))
             {
                 ParseOpaqueColor(text);
             }
@@ -65,6 +61,15 @@ void SceneOptions::AddBackground(CLI::App& command)
                                      NameOf(background_.placement) + "]")
                      ->option_text("PLACE")
                      ->check(CLI::IsMember(NamesOf<BackgroundPlacement>()));
+    fit_ = command
+               .add_option_function<std::string>(
+                   "--background-fit",
+                   [this](const std::string& fit) { background_.placement = ParseFit(fit); },
+                   "How a background picture fills the picture: cover\n(cut off), contain (with "
+                   "free edges), stretch, tile")
+               ->option_text("FIT")
+               ->check(ReadableBy(ParseFit))
+               ->excludes(placement_);
     place_ = command
                  .add_option_function<std::string>(
                      "--background-at",
@@ -82,7 +87,9 @@ void SceneOptions::AddBackground(CLI::App& command)
 void SceneOptions::AddTexture(CLI::App& command)
 {
     ofTexture = {
-        command.add_option("--texture", texture_.file, "Lays a .bmp picture on the letters")
+        command
+            .add_option("--texture", texture_.file,
+                        "Lays a picture on the letters: BMP, PNG, JPEG, WebP or\nTIFF")
             ->option_text("FILE"),
         command
             .add_option("--texture-quality", texture_.quality,
@@ -160,16 +167,16 @@ std::optional<CameraOptions> SceneOptions::Camera() const
 
 std::optional<BackgroundOptions> SceneOptions::Background() const
 {
-    const bool isPicture = backgroundText_ && IsPicture(*backgroundText_);
-    for (const CLI::Option* const option : {placement_, place_})
+    const bool isPicture = backgroundText_ && NamesPicture(*backgroundText_);
+    for (const CLI::Option* const option : {placement_, fit_, place_})
     {
         if (!isPicture && option != nullptr && option->count() > 0)
         {
             throw UsageError(option->get_name() +
-                             ": a background picture is required (--background FILE.bmp)");
+                             ": a background picture is required (--background FILE)");
         }
     }
-    if (!backgroundText_)
+    if (!backgroundText_ || LeavesBackgroundOut())
     {
         return std::nullopt;
     }
@@ -183,6 +190,11 @@ std::optional<BackgroundOptions> SceneOptions::Background() const
         options.color = ParseOpaqueColor(*backgroundText_);
     }
     return options;
+}
+
+bool SceneOptions::LeavesBackgroundOut() const
+{
+    return backgroundText_ && IsNoBackground(*backgroundText_);
 }
 
 std::optional<TextureOptions> SceneOptions::Texture() const

@@ -38,6 +38,7 @@ public:
     std::optional<CameraOptions> Camera() const;
     /// Throws UsageError when an option about the background picture is given without a picture.
     std::optional<BackgroundOptions> Background() const;
+    bool LeavesBackgroundOut() const;
     std::optional<TextureOptions> Texture() const;
 
     std::vector<CLI::Option*> ofTexture;  ///< allowed only for new scenes
@@ -53,8 +54,9 @@ private:
     CameraOptions camera_;
     BackgroundOptions background_;
     TextureOptions texture_;
-    std::optional<std::string> backgroundText_;  ///< a colour or the name of a file
+    std::optional<std::string> backgroundText_;  ///< a colour, a file, or "none"
     CLI::Option* placement_ = nullptr;
+    CLI::Option* fit_ = nullptr;
     CLI::Option* place_ = nullptr;
 };
 

@@ -44,6 +44,8 @@ public:
 
     /// Throws UsageError when the options contradict each other.
     Request Check() const;
+    /// Whether the picture has no background.
+    bool LeavesBackgroundOut() const { return surroundings_->LeavesBackgroundOut(); }
     bool IsFile() const { return !sceneFile_.empty(); }
     /// The document that is asked for.
     /// \param size of its picture. For a scene file it is set to the size that the document was

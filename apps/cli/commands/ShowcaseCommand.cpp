@@ -104,7 +104,8 @@ void AddShowcaseCommand(CLI::App& app)
 {
     CLI::App& command = *app.add_subcommand("showcase", "Draw the three edge styles side by side");
     const auto output = std::make_shared<std::string>();
-    command.add_option("-o,--output", *output, "The picture: .png or .bmp")->required();
+    command.add_option("-o,--output", *output, "The picture: .png, .bmp, .jpg, .webp or .tif")
+        ->required();
     command.callback([output] { DrawShowcase(*output); });
 }
 
