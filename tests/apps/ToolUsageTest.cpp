@@ -232,9 +232,9 @@ TEST(ToolUsage, TheDocumentNamesExactlyTheOptionsOfTheHelpTexts)
 TEST(ToolUsage, TheDocumentHasTheDefaultsOfTheHelpTexts)
 {
     ToolFolder folder;
-    const std::string help =
-        folder.Run({"render", "--help"}).out + folder.Run({"export", "--help"}).out +
-        folder.Run({"materials", "save", "--help"}).out;
+    const std::string help = folder.Run({"render", "--help"}).out +
+                             folder.Run({"export", "--help"}).out +
+                             folder.Run({"materials", "save", "--help"}).out;
     const std::string document = ReadDocument();
     // "| `--bevel D` | `0.035` | ..."
     const std::regex row(R"(\| `(?:-o`, `)?(--[a-z-]+)[^|]*(?:\\\|[^|]*)*` \| `([^`]+)` \|)");

@@ -222,8 +222,8 @@ TEST(PictureReader, TheErrorOfATruncatedPictureTellsWhereItEnds)
     EXPECT_EQ(Refusal(png.substr(0, 1000)),
               "a.file: byte 60: found a PNG chunk of " + std::to_string(png.size() - 102) +
                   " bytes, expected at most 928, where the file ends");
-    EXPECT_EQ(Refusal(png.substr(0, png.size() - 12)).substr(0, 40),
-              "a.file: before byte " + std::to_string(png.size() - 12) + ": not a readable");
+    const std::string withoutEnd = "a.file: before byte " + std::to_string(png.size() - 12) + ": ";
+    EXPECT_EQ(Refusal(png.substr(0, png.size() - 12)).substr(0, withoutEnd.size()), withoutEnd);
     const std::string jpeg = Sample(PictureFormat::Jpeg);
     EXPECT_EQ(Refusal(jpeg.substr(0, 2000)),
               "a.file: byte 2000: the file ends, expected more of the JPEG picture");
