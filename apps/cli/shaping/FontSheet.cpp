@@ -177,8 +177,9 @@ void DrawFontSheet(const std::vector<FontFamily>& families, const std::string& o
     const SceneDocument document;
     for (std::size_t n = 0; n < count; ++n)
     {
+        const std::size_t row = n / columns;
         AddFamily(*document.scene, families[n], static_cast<double>(n % columns) * cellWidth,
-                  -static_cast<double>(n / columns) * cellHeight);
+                  -static_cast<double>(row) * cellHeight);
     }
     SetFirstLights(*document.scene);
     LightOptions lights;
