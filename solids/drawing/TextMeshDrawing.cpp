@@ -7,6 +7,7 @@
 #include "extrude/OrvGlyph.h"
 #include "scene/DrawingParameters.h"
 #include "solids/OrvProfileString.h"
+#include "solids/SolidSurface.h"
 
 #include <algorithm>
 #include <array>
@@ -72,12 +73,19 @@ const OrvProfileString* Profiled(const OrvFontString& text)
 struct TextMeshDrawing::Materials
 {
     Materials(const OrvFontString& text, const ExtrusionData& extrusion)
-        : face(text.GetFaceColor()), edge(text.GetEdgeColor()), bevel(text.GetBevelColor())
+        : Materials(text, extrusion,
+                    {text.GetFaceColor(),
+                     text.ShouldUseEdgeColor() ? text.GetEdgeColor() : text.GetFaceColor(),
+                     text.ShouldUseBevelColor() ? text.GetBevelColor() : text.GetFaceColor()})
+    {}
+    Materials(const OrvFontString& text, const ExtrusionData& extrusion,
+              const SurfaceMaterials& materials)
+        : face(materials.face), edge(materials.edge), bevel(materials.bevel)
     {
         if (Profiled(text) != nullptr)
         {
             partCount = 3;
-            SetMaterials(text.ShouldUseEdgeColor() != 0, text.ShouldUseBevelColor() != 0);
+            SetMaterials(true);
             return;
         }
         const auto style = static_cast<EdgeStyle>(text.GetBevelStyle());
@@ -85,8 +93,7 @@ struct TextMeshDrawing::Materials
         const bool hasRings = style == EdgeStyle::Bevel || style == EdgeStyle::Round;
         partCount = isSquare ? 2 : hasRings ? 3 : 1;
         const auto sides = static_cast<BevelSides>(text.GetBevelLocation());
-        SetMaterials(text.ShouldUseEdgeColor() && (isSquare || !IsWallEmpty(sides, extrusion)),
-                     text.ShouldUseBevelColor() != 0);
+        SetMaterials(isSquare || !IsWallEmpty(sides, extrusion));
     }
     Materials(const Materials&) = delete;
     Materials& operator=(const Materials&) = delete;
@@ -98,17 +105,35 @@ struct TextMeshDrawing::Materials
     const NamedColor* ofParts[3] = {&face, &face, &face};
 
 private:
-    void SetMaterials(bool usesEdge, bool usesBevel)
+    void SetMaterials(bool usesEdge)
     {
         if (usesEdge && !AreSame(edge, face))
         {
             ofParts[1] = &edge;
         }
-        if (usesBevel && !AreSame(bevel, face))
+        if (!AreSame(bevel, face))
         {
             ofParts[2] = AreSame(bevel, edge) ? &edge : &bevel;
         }
     }
+};
+
+/// The materials of a text's letters.
+struct TextMeshDrawing::LetterMaterials
+{
+    LetterMaterials(const OrvFontString& text, const ExtrusionData& extrusion)
+        : ofText(text, extrusion)
+    {}
+
+    const Materials& Of(const Shape& shape) const
+    {
+        const auto found = ofShapes.find(&shape);
+        return found != ofShapes.end() ? found->second : ofText;
+    }
+
+    Materials ofText;
+    /// Of a text whose letters have materials of their own (OrvProfileString::HasLetterColors).
+    std::unordered_map<const Shape*, Materials> ofShapes;
 };
 
 TextMeshDrawing::ShapeInputs::ShapeInputs(const OrvFontString& text, const ExtrusionData& extrusion)
@@ -160,11 +185,6 @@ std::size_t TextMeshDrawing::Bytes() const
 SolidDrawing TextMeshDrawing::Draw(OrvFontString& text, DrawingParameters& parameters,
                                    std::size_t room)
 {
-    const OrvProfileString* const string = AsProfileString(text);
-    if (string != nullptr && string->HasLetterColors())
-    {
-        return SolidDrawing::NotDrawn;
-    }
     const ExtrusionData extrusion = text.GetExtrusionData();
     Update(text, extrusion);
     if (!hasDrawable_)
@@ -182,7 +202,16 @@ SolidDrawing TextMeshDrawing::Draw(OrvFontString& text, DrawingParameters& param
         buffers.Set(numbers_, isTextured_, indices_);
         areUploaded_ = true;
     }
-    const SolidDrawing result = DrawLetters(text, parameters, Materials(text, extrusion));
+    LetterMaterials materials(text, extrusion);
+    const OrvProfileString* const string = AsProfileString(text);
+    if (string != nullptr && string->HasLetterColors())
+    {
+        for (const auto& [number, shape] : shapes_)
+        {
+            materials.ofShapes.try_emplace(&shape, text, extrusion, string->MaterialsOf(number));
+        }
+    }
+    const SolidDrawing result = DrawLetters(text, parameters, materials);
     if (const Shape* const last = LastShape())
     {
         SetCurrentAttributes(last->lastVertex, isTextured_);
@@ -311,7 +340,7 @@ TextMeshDrawing::Shape TextMeshDrawing::MakeShape(OrvFontString& text, int numbe
 }
 
 SolidDrawing TextMeshDrawing::DrawLetters(OrvFontString& text, DrawingParameters& parameters,
-                                          const Materials& materials) const
+                                          const LetterMaterials& ofLetters) const
 {
     const LetterDrawing state(parameters);
     const MeshBuffers::Binding binding(buffers);
@@ -339,6 +368,7 @@ SolidDrawing TextMeshDrawing::DrawLetters(OrvFontString& text, DrawingParameters
             {
                 continue;
             }
+            const Materials& materials = ofLetters.Of(shape);
             for (std::size_t part = 0; part < materials.partCount;)
             {
                 const NamedColor* const material = materials.ofParts[part];

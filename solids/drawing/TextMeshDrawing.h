@@ -90,6 +90,7 @@ private:
         double height = 0;
     };
     struct Materials;
+    struct LetterMaterials;
 
     void Update(OrvFontString& text, const ExtrusionData& extrusion);
     void PlaceLetters(OrvFontString& text);
@@ -98,7 +99,7 @@ private:
     /// \param number a glyph's index, or what else RecordSolid takes
     Shape MakeShape(OrvFontString& text, int number);
     SolidDrawing DrawLetters(OrvFontString& text, DrawingParameters& parameters,
-                             const Materials& materials) const;
+                             const LetterMaterials& ofLetters) const;
     /// The shape of the last letter that has vertices; null when no letter has.
     const Shape* LastShape() const;
 
