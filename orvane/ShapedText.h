@@ -39,6 +39,9 @@ struct ShapedOptions : LineSettings
     std::string language;  ///< a BCP 47 tag such as "sr-Latn"; empty: that of each script
     std::string script;    ///< four letters such as "Latn"; empty: that of the characters
     std::vector<std::string> features;  ///< OpenType features: "smcp", "liga=0", "-kern"
+    /// Whether glyphs for which the font has coloured layers are made of a solid for each colour.
+    /// Joined letters (TextOptions::fusion) have the colours of the text.
+    bool usesColorGlyphs = false;
 };
 
 struct AddedText
@@ -53,5 +56,13 @@ struct AddedText
 /// for markup that cannot be read, and for a font that is not there.
 [[nodiscard]] ORVANE_API AddedText AddShapedText(Document& document, const std::string& text,
                                                  const ShapedOptions& options = {});
+
+/// Puts the files of the fonts that the texts of any language in a document use into it, so that
+/// Save() stores them and the document looks the same where they are not installed. A font that
+/// took the place of a font without a letter becomes one of the fonts that the text names.
+///
+/// Returns a sentence for each font that is left out: one whose licence bits (fsType in its table
+/// "OS/2") do not allow it, one that is missing, and one of more than limits::maxEmbeddedFontBytes.
+ORVANE_API std::vector<std::string> EmbedFonts(Document& document);
 
 }  // namespace orvane

@@ -200,6 +200,10 @@ constexpr std::size_t maxTextFonts = 64;
 /// Tab stops of a text.
 constexpr std::size_t maxTabStops = 1'000;
 
+/// Bytes: the largest font file in a document, 32 MiB. The largest common fonts, those of Chinese,
+/// Japanese and Korean together, have 20 MiB.
+constexpr std::size_t maxEmbeddedFontBytes = std::size_t{32} << 20;
+
 /// Bytes: the most built glyphs that texts of any language keep together, 64 MiB. The glyphs that
 /// were used last stay; the others are built again when they are needed. The glyph that is in use
 /// stays even if it is larger.

@@ -1,54 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "shapedtext/GlyphCache.h"
 
-#include "extrude/FontDC.h"
-#include "outline/TTGlyph.h"
-#include "platform/Fonts.h"
 #include "shapedtext/GlyphSlots.h"
-
-#include <vector>
 
 namespace orvane
 {
 
-namespace
+GlyphCache::Key GlyphCache::KeyOf(const LetterShape& shape)
 {
-
-constexpr MAT2 identity = {{0, 1}, {0, 0}, {0, 0}, {0, 1}};
-constexpr UINT outlineFormat = GGO_NATIVE | GGO_GLYPH_INDEX;
-
-/// Builds a glyph as OrvFont builds letters. It is invalid when its outline cannot be read.
-std::unique_ptr<OrvGlyph> BuildGlyph(std::uint32_t number, HFONT font, int unitsPerEm)
-{
-    GLYPHMETRICS metrics = {};
-    const FontDC dc(font);
-    const DWORD size = font != nullptr ? GetGlyphOutlineA(dc, number, outlineFormat, &metrics, 0,
-                                                          nullptr, &identity)
-                                       : GDI_ERROR;
-    if (size == GDI_ERROR)
-    {
-        auto glyph = std::make_unique<OrvGlyph>(0, metrics);
-        glyph->SetInvalid();
-        return glyph;
-    }
-    auto glyph = std::make_unique<OrvGlyph>(size, metrics);
-    std::vector<BYTE> outline(size);
-    GetGlyphOutlineA(dc, number, outlineFormat, &metrics, size, outline.data(), &identity);
-    TTGlyph ttGlyph;
-    ttGlyph.FromGlyphOutline(outline.data(), static_cast<unsigned long>(outline.size()));
-    if (!glyph->ConstructGlyph(ttGlyph, static_cast<float>(unitsPerEm)))
-    {
-        glyph->SetInvalid();
-    }
-    return glyph;
+    return {shape.face->Id(), shape.glyph, shape.area, shape.angle};
 }
 
-}  // namespace
-
-OrvGlyph* GlyphCache::Get(const ShapingFace& face, std::uint32_t glyph, HFONT font,
+OrvGlyph* GlyphCache::Get(const LetterShape& shape,
+                          const std::function<std::unique_ptr<OrvGlyph>()>& build,
                           GlyphSlots& slots, int slot)
 {
-    const Key key = {face.Id(), glyph};
+    const Key key = KeyOf(shape);
     const auto known = byKey_.find(key);
     if (known != byKey_.end())
     {
@@ -56,7 +23,7 @@ OrvGlyph* GlyphCache::Get(const ShapingFace& face, std::uint32_t glyph, HFONT fo
     }
     else
     {
-        std::unique_ptr<OrvGlyph> built = BuildGlyph(glyph, font, face.Metrics().unitsPerEm);
+        std::unique_ptr<OrvGlyph> built = build();
         const std::size_t bytes =
             sizeof(Entry) + built->SizeOf() + built->SizeOfPolygons() + built->SizeOfVerticies();
         entries_.push_front({key, std::move(built), bytes, {}});
@@ -84,9 +51,9 @@ void GlyphCache::RemoveOldest()
     entries_.pop_back();
 }
 
-void GlyphCache::Release(const ShapingFace& face, std::uint32_t glyph, GlyphSlots& slots, int slot)
+void GlyphCache::Release(const LetterShape& shape, GlyphSlots& slots, int slot)
 {
-    const auto known = byKey_.find({face.Id(), glyph});
+    const auto known = byKey_.find(KeyOf(shape));
     if (known != byKey_.end())
     {
         known->second->slots.erase({&slots, slot});

@@ -3,6 +3,7 @@
 
 #include "extrude/OrvGlyph.h"
 #include "platform/DeviceContexts.h"
+#include "shapedtext/GlyphBuilding.h"
 #include "shapedtext/SharedShaping.h"
 
 #include <algorithm>
@@ -29,7 +30,7 @@ GlyphSlots::~GlyphSlots()
     {
         if (glyphs.GetAt(slot) != nullptr)
         {
-            shared_->glyphs.Release(*ShapeAt(slot).face, ShapeAt(slot).glyph, *this, slot);
+            shared_->glyphs.Release(ShapeAt(slot), *this, slot);
             glyphs.SetAt(slot, nullptr);  // the array would delete the glyph
         }
     }
@@ -39,20 +40,39 @@ GlyphSlots::~GlyphSlots()
     }
 }
 
+HFONT GlyphSlots::FontOf(const ShapingFace& face)
+{
+    const auto [font, isNew] = fonts_.try_emplace(face.Id());
+    if (isNew)
+    {
+        font->second = face.MakeFont(-face.Metrics().unitsPerEm);
+    }
+    return font->second;
+}
+
+const std::vector<ColorArea>& GlyphSlots::ColorAreasOf(
+    const std::shared_ptr<const ShapingFace>& face, std::uint32_t glyph)
+{
+    return shared_->colors.AreasOf(*face, glyph, FontOf(*face));
+}
+
 int GlyphSlots::SlotOf(const LetterShape& shape)
 {
-    const Key key = {shape.face->Id(), shape.glyph, shape.size, shape.span};
+    const Key key = {shape.face->Id(), shape.glyph, shape.size,
+                     shape.span,       shape.area,  shape.angle};
     const auto known = slots_.find(key);
     if (known != slots_.end())
     {
         return known->second;
     }
-    if (fonts_.count(shape.face->Id()) == 0)
-    {
-        fonts_[shape.face->Id()] = shape.face->MakeFont(-shape.face->Metrics().unitsPerEm);
-    }
     const int slot = glyphs.GetSize();
+    std::optional<ColorLayer> color;
+    if (shape.area != wholeGlyph)
+    {
+        color = ColorAreasOf(shape.face, shape.glyph).at(shape.area).color;
+    }
     shapes_.push_back(shape);
+    colors_.push_back(color);
     glyphs.SetSize(slot + 1);
     glyphCount = slot + 1;
     slots_.emplace(key, slot);
@@ -62,8 +82,9 @@ int GlyphSlots::SlotOf(const LetterShape& shape)
 const OrvGlyph* GlyphSlots::GlyphAt(int slot)
 {
     const LetterShape& shape = ShapeAt(slot);
-    OrvGlyph* const glyph =
-        shared_->glyphs.Get(*shape.face, shape.glyph, fonts_.at(shape.face->Id()), *this, slot);
+    OrvGlyph* const glyph = shared_->glyphs.Get(
+        shape, [&] { return BuildLetter(shape, FontOf(*shape.face), shared_->colors); }, *this,
+        slot);
     glyphs.SetAt(slot, glyph);
     return glyph->IsInvalid() ? nullptr : glyph;
 }

@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "shapedtext/LaidText.h"
 
-#include "extrude/EdgeStyle.h"
-#include "extrude/ExtrusionData.h"
-#include "extrude/OrvGlyph.h"
+#include "document/OptionRange.h"
 #include "orvane/Error.h"
 #include "platform/Limits.h"
-#include "scene/OrvString.h"
+#include "shapedtext/GlyphSlots.h"
+#include "shapedtext/PathLine.h"
 #include "shaping/TextShaper.h"
 
 #include <utf8.h>
 
 #include <algorithm>
-#include <limits>
+#include <utility>
 
 namespace orvane
 {
@@ -39,20 +38,38 @@ char32_t CharacterAt(std::string_view utf8, std::size_t byte)
                : char32_t{0};
 }
 
-/// Whether bevels and spacing move a glyph away from the one on its left.
-bool IsGap(std::string_view utf8, const PlacedGlyph& left, const PlacedGlyph& right)
-{
-    return left.textBegin != right.textBegin &&
-           !(HasTouchingLetters(CharacterAt(utf8, left.textBegin)) &&
-             HasTouchingLetters(CharacterAt(utf8, right.textBegin)));
-}
-
 /// Whether a glyph is a space that hangs beyond an end of its line.
 bool Hangs(const PlacedGlyph& glyph, const TextLine& line)
 {
     constexpr double tolerance = 1e-9;
     const double middle = glyph.x + glyph.advance / 2;
     return middle < line.left - tolerance || middle > line.left + line.width + tolerance;
+}
+
+/// Whether lines have spaces beyond their ends, which take no room.
+bool HaveLinesHangingSpaces(const ShapedTextSettings& settings)
+{
+    return settings.width > 0 || settings.fit.has_value();
+}
+
+/// Whether bevels and spacing move a glyph of a line away from the one on its left.
+/// \param index in the line, from 0
+bool IsGap(std::string_view utf8, const TextLayout& layout, const TextLine& line, std::size_t index,
+           bool hasHangingSpaces)
+{
+    if (index == 0)
+    {
+        return false;
+    }
+    const PlacedGlyph& left = layout.glyphs[line.firstGlyph + index - 1];
+    const PlacedGlyph& right = layout.glyphs[line.firstGlyph + index];
+    if (hasHangingSpaces && (Hangs(left, line) || Hangs(right, line)))
+    {
+        return false;
+    }
+    return left.textBegin != right.textBegin &&
+           !(HasTouchingLetters(CharacterAt(utf8, left.textBegin)) &&
+             HasTouchingLetters(CharacterAt(utf8, right.textBegin)));
 }
 
 TextStyle StyleOf(const ShapedStyle& style, const ShapedStyle& ofText, const TextFonts& fonts)
@@ -82,121 +99,115 @@ TextStyle StyleOf(const ShapedStyle& style, const ShapedStyle& ofText, const Tex
     return ready;
 }
 
+/// Makes a layout larger or smaller.
+void ScaleLayout(TextLayout& layout, double factor)
+{
+    for (PlacedGlyph& glyph : layout.glyphs)
+    {
+        for (double* const length : {&glyph.x, &glyph.y, &glyph.advance, &glyph.size})
+        {
+            *length *= factor;
+        }
+    }
+    for (TextLine& line : layout.lines)
+    {
+        for (double* const length :
+             {&line.left, &line.width, &line.baseline, &line.ascent, &line.descent})
+        {
+            *length *= factor;
+        }
+    }
+    for (double* const length : {&layout.width, &layout.top, &layout.bottom})
+    {
+        *length *= factor;
+    }
+}
+
+int CountGaps(std::string_view utf8, const TextLayout& layout, const TextLine& line)
+{
+    int gaps = 0;
+    for (std::size_t i = 0; i < line.glyphCount; ++i)
+    {
+        gaps += IsGap(utf8, layout, line, i, true) ? 1 : 0;
+    }
+    return gaps;
+}
+
+/// The factor by which the letters of a layout may grow so that it fits into a box.
+double GrowthIn(const FitBox& box, std::string_view utf8, const TextLayout& layout,
+                const LineRoom& room)
+{
+    constexpr double least = 0.001;  // where the room alone is larger than the box
+    const double height = layout.top - layout.bottom;
+    const auto lineGaps = static_cast<double>(layout.lines.size() - 1);
+    double growth = height > 0 ? (box.height - room.edges - lineGaps * room.lines) / height : 1.0;
+    for (const TextLine& line : layout.lines)
+    {
+        if (line.width > 0)
+        {
+            const double letterRoom = CountGaps(utf8, layout, line) * room.letters;
+            growth = std::min(growth, (box.width - room.ends - letterRoom) / line.width);
+        }
+    }
+    return std::max(growth, least);
+}
+
+TextLayout LayOutInBox(std::string_view utf8, const LayoutOptions& options, const FitBox& box,
+                       const LineRoom& room, TextShaper& shaper)
+{
+    if (!box.breaksLines)
+    {
+        TextLayout layout = shaper.LayOut(utf8, options);
+        ScaleLayout(layout, GrowthIn(box, utf8, layout, room));
+        return layout;
+    }
+    // The shaper knows of no room: it gets the largest box whose lines fit with it.
+    constexpr int steps = 12;
+    TextLayout best;
+    double bestGrowth = 0;
+    double fitting = 0;
+    double tooLarge = 1;
+    for (int n = 0; n < steps; ++n)
+    {
+        const double share = n == 0 ? 1 : (fitting + tooLarge) / 2;
+        FittedText fitted = shaper.FitToBox(utf8, options, box.width * share, box.height * share);
+        const double growth = GrowthIn(box, utf8, fitted.layout, room);
+        if (growth > bestGrowth)
+        {
+            best = std::move(fitted.layout);
+            bestGrowth = growth;
+        }
+        if (growth >= fitted.size && n == 0)
+        {
+            break;  // nothing takes room
+        }
+        (growth >= fitted.size ? fitting : tooLarge) = share;
+    }
+    ScaleLayout(best, bestGrowth);
+    return best;
+}
+
 /// Where a line begins and ends.
 void SetWidth(LaidLine& line, const TextLine& inLayout, const TextLayout& layout,
               const ShapedTextSettings& settings)
 {
-    if (settings.width > 0)
+    if (HaveLinesHangingSpaces(settings))
     {
         line.left = settings.isJustified ? 0 : inLayout.left;
-        line.width = settings.isJustified ? settings.width : inLayout.width;
+        line.width = settings.isJustified ? layout.width : inLayout.width;
         return;
     }
     // Spaces at the end take room, as in other texts.
     double left = inLayout.left;
     double right = inLayout.left;
-    for (std::size_t i = line.firstGlyph; i < line.endGlyph; ++i)
+    for (std::size_t i = 0; i < inLayout.glyphCount; ++i)
     {
-        left = std::min(left, layout.glyphs[i].x);
-        right = std::max(right, layout.glyphs[i].x + layout.glyphs[i].advance);
+        const PlacedGlyph& glyph = layout.glyphs[inLayout.firstGlyph + i];
+        left = std::min(left, glyph.x);
+        right = std::max(right, glyph.x + glyph.advance);
     }
     line.left = left;
     line.width = right - left;
-}
-
-double SignOf(double value)
-{
-    return value < 0 ? -1.0 : 1.0;
-}
-
-/// A range of positions that grows.
-struct Range
-{
-    double minimum = 0;
-    double maximum = 0;
-
-    void Include(double value)
-    {
-        minimum = std::min(minimum, value);
-        maximum = std::max(maximum, value);
-    }
-};
-
-/// Turns ems into the units of a text at one scale.
-struct Units
-{
-    /// \param bevel the width of the bevels, before any scale
-    Units(const OrvString& text, double x, double y, double bevel, bool scalesBevels)
-        : scaleX(x),
-          scaleY(y),
-          bevelX(bevel * (scalesBevels ? x : SignOf(x))),
-          bevelY(bevel * (scalesBevels ? y : SignOf(y))),
-          adjusts(text.ShouldAdjustSpacingForBevels() != 0),
-          gap(SignOf(x) * double{text.GetInterCharacterSpacing()} + (adjusts ? 2 * bevelX : 0)),
-          lineGap(SignOf(y) * double{text.GetInterLineSpacing()} + (adjusts ? 2 * bevelY : 0))
-    {}
-
-    /// The end of a line that begins at \p begin.
-    double EndOf(const LaidLine& line, double begin) const
-    {
-        const double end = begin + scaleX * line.width + line.gaps * gap;
-        return adjusts && line.endGlyph > line.firstGlyph ? end + 2 * bevelX : end;
-    }
-    double DistanceTo(const LaidLine& line) const { return scaleY * line.distance + lineGap; }
-
-    double scaleX, scaleY;
-    double bevelX, bevelY;  ///< the room that a bevel takes on one side of a letter
-    bool adjusts;           ///< whether letters and lines move apart by their bevels
-    double gap;             ///< between letters
-    double lineGap;         ///< between lines
-};
-
-double BeginOf(Alignment alignment, const Range& line)
-{
-    switch (alignment)
-    {
-        case Alignment::Center:
-            return -(line.minimum + line.maximum) / 2;
-        case Alignment::Right:
-            return -line.maximum;
-        case Alignment::Left:
-        default:
-            return -line.minimum;
-    }
-}
-
-/// The size of a text at one scale, and its highest point above the first baseline.
-DVector Measure(const LaidText& laid, const Units& units, GlyphSlots& slots, double depth,
-                double& top)
-{
-    Range across;
-    Range down = {std::numeric_limits<double>::max(), std::numeric_limits<double>::lowest()};
-    double baseline = 0;
-    for (const LaidLine& line : laid.lines)
-    {
-        baseline -= &line == laid.lines.data() ? 0 : units.DistanceTo(line);
-        if (line.firstGlyph < line.endGlyph)
-        {
-            across.Include(units.EndOf(line, units.adjusts ? 0 : 2 * units.bevelX));
-        }
-        for (std::size_t i = line.firstGlyph; i < line.endGlyph; ++i)
-        {
-            const PlacedGlyph& placed = laid.layout.glyphs[i];
-            const OrvGlyph* const glyph = slots.GlyphAt(laid.slots[i]);
-            if (glyph == nullptr)
-            {
-                continue;
-            }
-            const double y = baseline + units.scaleY * (placed.y - line.baseline);
-            const double room = units.adjusts ? units.bevelY : 0;
-            const double unit = units.scaleY * placed.size;
-            down.Include(y + unit * double{glyph->GetYMax()} + room);
-            down.Include(y + unit * double{glyph->GetYMin()} - room);
-        }
-    }
-    const bool isEmpty = down.minimum > down.maximum;
-    top = isEmpty ? 0 : down.maximum;
-    return {across.maximum - across.minimum, isEmpty ? 0 : down.maximum - down.minimum, depth};
 }
 
 void CheckCount(const char* field, std::size_t count, std::size_t most)
@@ -241,6 +252,20 @@ void CheckSettings(const ShapedTextSettings& settings)
     {
         throw OptionError("isJustified", "a width to which lines are broken", "none");
     }
+    if (settings.fit)
+    {
+        CheckRange("fit.width", settings.fit->width, 0.001, 1000);
+        CheckRange("fit.height", settings.fit->height, 0.001, 1000);
+        if (settings.fit->breaksLines && settings.width != 0)
+        {
+            throw OptionError("fit.breaksLines", "no width to which lines are broken, too", "one");
+        }
+    }
+    if (settings.path && (settings.fit || settings.width != 0))
+    {
+        throw OptionError("path", "a text that is neither broken nor fitted into a box",
+                          settings.fit ? "one in a box" : "one with a width");
+    }
 }
 
 bool HasColors(const ShapedStyle& style)
@@ -267,39 +292,63 @@ LayoutOptions LayoutOptionsOf(const ShapedTextSettings& settings, const TextFont
     return options;
 }
 
-LaidText LayOutText(std::string_view utf8, const ShapedTextSettings& settings,
+LaidText LayOutText(std::string_view utf8, const ShapedTextSettings& settings, const LineRoom& room,
                     const TextFonts& fonts, TextShaper& shaper, GlyphSlots& slots)
 {
     LaidText laid;
     laid.text = utf8;
+    laid.room = room;
     const LayoutOptions options = LayoutOptionsOf(settings, fonts);
     if (options.style.fonts.faces.empty())
     {
         return laid;
     }
-    laid.layout = shaper.LayOut(utf8, options);
+    laid.layout = settings.fit ? LayOutInBox(utf8, options, *settings.fit, room, shaper)
+                               : shaper.LayOut(utf8, options);
     const TextLayout& layout = laid.layout;
-    laid.slots.reserve(layout.glyphs.size());
-    laid.gaps.reserve(layout.glyphs.size());
+    if (settings.path)
+    {
+        if (layout.lines.size() > 1)
+        {
+            throw Error("text", std::to_string(layout.lines.size()) + " lines",
+                        "one line, because it stands on a path");
+        }
+        laid.path = std::make_shared<PathLine>(*settings.path);
+    }
+    laid.letters.reserve(layout.glyphs.size());
     for (const TextLine& inLayout : layout.lines)
     {
         LaidLine line;
-        line.firstGlyph = inLayout.firstGlyph;
-        line.endGlyph = inLayout.firstGlyph + inLayout.glyphCount;
+        line.firstLetter = laid.letters.size();
         line.baseline = inLayout.baseline;
-        for (std::size_t i = line.firstGlyph; i < line.endGlyph; ++i)
+        for (std::size_t i = 0; i < inLayout.glyphCount; ++i)
         {
-            const PlacedGlyph& glyph = layout.glyphs[i];
+            const std::size_t at = inLayout.firstGlyph + i;
+            const PlacedGlyph& glyph = layout.glyphs[at];
+            line.gaps += IsGap(utf8, layout, inLayout, i, HaveLinesHangingSpaces(settings)) ? 1 : 0;
             const bool hasColors =
                 glyph.span != noSpan && HasColors(settings.spans[glyph.span].style);
-            laid.slots.push_back(slots.SlotOf({layout.faces[glyph.face], glyph.glyph, glyph.size,
-                                               hasColors ? glyph.span : noSpan}));
-            const bool isGap = i > line.firstGlyph && IsGap(utf8, layout.glyphs[i - 1], glyph) &&
-                               !(settings.width > 0 &&
-                                 (Hangs(layout.glyphs[i - 1], inLayout) || Hangs(glyph, inLayout)));
-            line.gaps += isGap ? 1 : 0;
-            laid.gaps.push_back(line.gaps);
+            LetterShape shape;
+            shape.face = layout.faces[glyph.face];
+            shape.glyph = glyph.glyph;
+            shape.size = glyph.size;
+            shape.span = hasColors ? glyph.span : noSpan;
+            const std::size_t areas =
+                settings.usesColorGlyphs ? slots.ColorAreasOf(shape.face, shape.glyph).size() : 0;
+            if (areas == 0)
+            {
+                laid.letters.push_back({at, slots.SlotOf(shape), line.gaps});
+            }
+            for (shape.area = 0; shape.area < areas; ++shape.area)
+            {
+                const int slot = slots.SlotOf(shape);
+                laid.letters.push_back({at, slot, line.gaps});
+                laid.hasAreas = true;
+                laid.hasTransparentAreas = laid.hasTransparentAreas ||
+                                           slots.ColorAt(slot).value_or(ColorLayer()).alpha < 1;
+            }
         }
+        line.endLetter = laid.letters.size();
         SetWidth(line, inLayout, layout, settings);
         if (!laid.lines.empty())
         {
@@ -308,46 +357,6 @@ LaidText LayOutText(std::string_view utf8, const ShapedTextSettings& settings,
         laid.lines.push_back(line);
     }
     return laid;
-}
-
-void PlaceGlyphs(const LaidText& laid, const OrvString& text, const ExtrusionData& extrusion,
-                 const std::function<void(const PlacedLetter&)>& visit)
-{
-    const Units units(text, double{extrusion.scale.x}, double{extrusion.scale.y},
-                      double{extrusion.bevelDepth}, extrusion.ShouldScaleBevels() != 0);
-    const auto alignment = static_cast<Alignment>(text.GetJustification());
-    double y = text.GetScaledDimensions().y / 2 - double{text.GetFirstLineOffset()};
-    int number = 0;
-    for (const LaidLine& line : laid.lines)
-    {
-        y -= number == 0 ? 0 : units.DistanceTo(line);
-        Range range;
-        range.Include(-units.bevelX);
-        range.Include(units.EndOf(line, -units.bevelX));
-        const double begin = BeginOf(alignment, range);
-        for (std::size_t i = line.firstGlyph; i < line.endGlyph; ++i)
-        {
-            const PlacedGlyph& glyph = laid.layout.glyphs[i];
-            visit({glyph.textBegin, number, laid.slots[i],
-                   begin + units.scaleX * (glyph.x - line.left) + laid.gaps[i] * units.gap,
-                   y + units.scaleY * (glyph.y - line.baseline)});
-        }
-        ++number;
-    }
-}
-
-TextExtents MeasureGlyphs(const LaidText& laid, const OrvString& text, GlyphSlots& slots)
-{
-    const DVector scale = text.GetScale();
-    const double bevel = double{text.GetAllowableBevelDepth()};
-    TextExtents extents;
-    double unscaledTop = 0;
-    extents.unscaled = Measure(laid, Units(text, SignOf(scale.x), SignOf(scale.y), bevel, false),
-                               slots, 1.0, unscaledTop);
-    extents.scaled =
-        Measure(laid, Units(text, scale.x, scale.y, bevel, text.ShouldScaleBevels() != 0), slots,
-                scale.z, extents.top);
-    return extents;
 }
 
 }  // namespace orvane

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shapedtext/OrvShapedString.h"
 
+#include "document/Colors.h"
 #include "extrude/ExtrusionData.h"
 #include "geometry/SurfaceRecorder.h"
 #include "orvane/Error.h"
@@ -9,10 +10,12 @@
 #include "scene/DrawingParameters.h"
 #include "shapedtext/GlyphSlots.h"
 #include "shapedtext/LaidText.h"
+#include "shapedtext/LetterPlaces.h"
 #include "shapedtext/SharedShaping.h"
 #include "solids/SolidSurface.h"
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 #include <utility>
 
@@ -20,6 +23,28 @@
 
 namespace orvane
 {
+
+namespace
+{
+
+ColorVector VectorOf(const ColorLayer& layer)
+{
+    return {static_cast<float>(layer.red), static_cast<float>(layer.green),
+            static_cast<float>(layer.blue), static_cast<float>(layer.alpha)};
+}
+
+/// A name that no other colour has. That of the text's own colour is no colour.
+std::string ColorNameOf(const ColorLayer& layer)
+{
+    return layer.usesTextColor ? "text" : ColorText(VectorOf(layer));
+}
+
+NamedColor MaterialOf(const ColorLayer& layer)
+{
+    return MakeMaterial(ColorNameOf(layer).c_str(), VectorOf(layer), 0.1f, 16);
+}
+
+}  // namespace
 
 OrvShapedString::OrvShapedString()
     : shared_(SharedShaping::Get()),
@@ -52,8 +77,8 @@ void OrvShapedString::SetText(std::string_view utf8, const ShapedTextSettings& s
 void OrvShapedString::SetText(std::string_view utf8, ShapedTextSettings settings, TextFonts fonts)
 {
     auto slots = std::make_shared<GlyphSlots>(shared_);
-    auto laid =
-        std::make_shared<LaidText>(LayOutText(utf8, settings, fonts, shared_->shaper, *slots));
+    auto laid = std::make_shared<LaidText>(
+        LayOutText(utf8, settings, RoomOf(*this), fonts, shared_->shaper, *slots));
     const auto& first = fonts.faces.empty() ? fonts.standard : fonts.faces.front();
     slots->SetName(first != nullptr ? first->FullName() : std::string());
     fonts_ = std::make_shared<TextFonts>(std::move(fonts));
@@ -77,28 +102,32 @@ void OrvShapedString::SetText(std::string_view utf8)
         SetText(utf8, std::move(settings), TextFonts(*fonts_));
         return;
     }
-    laid_ =
-        std::make_shared<LaidText>(LayOutText(utf8, settings_, *fonts_, shared_->shaper, *slots_));
+    laid_ = std::make_shared<LaidText>(
+        LayOutText(utf8, settings_, RoomOf(*this), *fonts_, shared_->shaper, *slots_));
     textString = CString(std::string(utf8));
 }
 
 const LaidText& OrvShapedString::CurrentLayout()
 {
-    if (laid_ != nullptr && laid_->text == textString.Text())
+    const bool isOfText = laid_ != nullptr && laid_->text == textString.Text();
+    if (isOfText && (!settings_.fit || laid_->room == RoomOf(*this)))
     {
         return *laid_;
     }
-    ShapedTextSettings settings = settings_;
-    settings.spans.clear();  // they belong to another text
+    if (laid_ != nullptr && !isOfText)
+    {
+        settings_.spans.clear();  // they belong to another text
+    }
     auto laid = std::make_shared<LaidText>();
     try
     {
-        *laid =
-            LayOutText(ValidUtf8(textString.Text()), settings, *fonts_, shared_->shaper, *slots_);
+        *laid = LayOutText(ValidUtf8(textString.Text()), settings_, RoomOf(*this), *fonts_,
+                           shared_->shaper, *slots_);
     }
     catch (const Error&)
     {
         *laid = {};
+        laid->room = RoomOf(*this);
     }
     laid->text = textString.Text();
     laid_ = std::move(laid);
@@ -120,11 +149,11 @@ std::vector<UnreadLetter> OrvShapedString::UnreadLetters()
     std::vector<UnreadLetter> unread;
     std::set<std::pair<std::string, std::string>> seen;
     const LaidText& laid = CurrentLayout();
-    for (std::size_t i = 0; i < laid.slots.size(); ++i)
+    for (const LaidLetter& each : laid.letters)
     {
-        if (slots_->GlyphAt(laid.slots[i]) == nullptr)
+        if (slots_->GlyphAt(each.slot) == nullptr)
         {
-            const PlacedGlyph& glyph = laid.layout.glyphs[i];
+            const PlacedGlyph& glyph = laid.layout.glyphs[each.glyph];
             UnreadLetter letter = {
                 laid.text.substr(glyph.textBegin, glyph.textEnd - glyph.textBegin),
                 laid.layout.faces[glyph.face]->FullName()};
@@ -165,7 +194,8 @@ std::unique_ptr<OrvProfileString> OrvShapedString::CopyWithProfile(const EdgePro
 
 bool OrvShapedString::HasLetterColors() const
 {
-    return std::any_of(settings_.spans.begin(), settings_.spans.end(),
+    return (laid_ != nullptr && laid_->hasAreas) ||
+           std::any_of(settings_.spans.begin(), settings_.spans.end(),
                        [](const ShapedSpan& span) { return HasColors(span.style); });
 }
 
@@ -175,7 +205,8 @@ void OrvShapedString::FindTransparency()
     const auto isTransparent = [](const std::optional<NamedColor>& color) {
         return color && color->IsTransparent();
     };
-    if (std::any_of(settings_.spans.begin(), settings_.spans.end(), [&](const ShapedSpan& span) {
+    if ((laid_ != nullptr && laid_->hasTransparentAreas) ||
+        std::any_of(settings_.spans.begin(), settings_.spans.end(), [&](const ShapedSpan& span) {
             return isTransparent(span.style.face) || isTransparent(span.style.edge) ||
                    isTransparent(span.style.bevel);
         }))
@@ -191,22 +222,47 @@ void OrvShapedString::MeasureText(DVector* unscaledSize, DVector* scaledSize)
     const TextExtents extents = MeasureGlyphs(CurrentLayout(), *this, *slots_);
     *unscaledSize = extents.unscaled;
     *scaledSize = extents.scaled;
+    pathLow_ = extents.low;
+    pathHigh_ = extents.high;
     SetFirstLineOffset(static_cast<float>(extents.top));
 }
 
 int OrvShapedString::CalculateBounds()
 {
-    FindTransparency();
     // Without a profile the text has the bounds of a text with square, bevelled or rounded edges.
     // NOLINTNEXTLINE(bugprone-parent-virtual-call)
-    return hasProfile_ ? OrvProfileString::CalculateBounds() : OrvFontString::CalculateBounds();
+    hasProfile_ ? OrvProfileString::CalculateBounds() : OrvFontString::CalculateBounds();
+    FindTransparency();
+    if (CurrentLayout().path != nullptr)
+    {
+        SetBoundsOnPath();
+    }
+    return 1;
+}
+
+// The base classes have set the bounds of a text with straight lines.
+void OrvShapedString::SetBoundsOnPath()
+{
+    bounds.ResetLocalBounds();
+    CalculateChildBounds();
+    const double reach = hasProfile_ ? ReachOf(GetProfile()) : 0;
+    const DVector scale = GetScale();
+    const DVector margin = ShouldScaleBevels()
+                               ? DVector(reach * std::fabs(scale.x), reach * std::fabs(scale.y), 0)
+                               : DVector(reach, reach, 0);
+    const Vector minimum(pathLow_ - margin);
+    const Vector maximum(pathHigh_ + margin);
+    Sphere sphere;
+    sphere.CalculateSphere(minimum, maximum);
+    bounds.AccumulateLocalBounds(minimum, maximum, sphere);
+    bounds.CalculateBounds(transform);
 }
 
 // Solids and drawing -----------------------------------------------------------------------------
 
 void OrvShapedString::PlaceLetters(const std::function<void(const PlacedLetter&)>& visit)
 {
-    PlaceGlyphs(CurrentLayout(), *this, GetExtrusionData(), visit);
+    PlaceGlyphs(CurrentLayout(), *this, GetExtrusionData(), *slots_, visit);
 }
 
 void OrvShapedString::PlaceSolids(const std::function<void(const PlacedLetter&)>& visit)
@@ -239,7 +295,8 @@ PlaneRegion OrvShapedString::RegionOfLetter(int glyphIndex) const
 
 SurfaceMaterials OrvShapedString::MaterialsOf(int solid) const
 {
-    const SpanPaint* const paint = GetFusion() == LetterFusion::Separate ? PaintOf(solid) : nullptr;
+    const LetterPaint* const paint =
+        GetFusion() == LetterFusion::Separate ? PaintOf(solid) : nullptr;
     return paint != nullptr ? SurfaceMaterials{paint->face, paint->edge, paint->bevel}
                             : OrvProfileString::MaterialsOf(solid);
 }
@@ -261,7 +318,7 @@ void OrvShapedString::RecordSolid(int glyphIndex, SurfaceRecorder& recorder)
     }
     else if (slots_->GlyphAt(glyphIndex) != nullptr)
     {
-        const SpanPaint* const paint = PaintOf(glyphIndex);
+        const LetterPaint* const paint = PaintOf(glyphIndex);
         slots_->RecordGlyph(glyphIndex, paint != nullptr ? paint->text : *this,
                             ExtrusionOf(glyphIndex), recorder);
     }
@@ -330,7 +387,7 @@ int OrvShapedString::DrawGlyphs(DrawingParameters* parameters, bool named)
 
 void OrvShapedString::DrawGlyph(int slot, DrawingParameters* parameters)
 {
-    const SpanPaint* const paint = PaintOf(slot);
+    const LetterPaint* const paint = PaintOf(slot);
     // Drawing changes nothing of the text.
     auto* const text = paint != nullptr ? const_cast<OrvString*>(&paint->text) : this;
     if (parameters->IsRender())
@@ -343,30 +400,46 @@ void OrvShapedString::DrawGlyph(int slot, DrawingParameters* parameters)
     }
 }
 
-const OrvShapedString::SpanPaint* OrvShapedString::PaintOf(int slot) const
+const OrvShapedString::LetterPaint* OrvShapedString::PaintOf(int slot) const
 {
-    const std::size_t span = slots_->ShapeAt(slot).span;
-    if (span >= settings_.spans.size())
+    const LetterShape& shape = slots_->ShapeAt(slot);
+    const bool hasStyle = shape.span < settings_.spans.size();
+    const std::optional<ColorLayer>& color = slots_->ColorAt(slot);
+    if (!hasStyle && !color)
     {
         return nullptr;
     }
-    paints_.resize(std::max(paints_.size(), span + 1));
-    if (paints_[span] == nullptr)
+    std::shared_ptr<LetterPaint>& known = paints_[{shape.span, color ? ColorNameOf(*color) : ""}];
+    if (known == nullptr)
     {
-        paints_[span] = std::make_shared<SpanPaint>();
+        known = std::make_shared<LetterPaint>();
     }
-    SpanPaint& paint = *paints_[span];
-    const ShapedStyle& style = settings_.spans[span].style;
+    LetterPaint& paint = *known;
     const SurfaceMaterials ofText = OrvProfileString::MaterialsOf(slot);
-    paint.face = style.face.value_or(ofText.face);
-    paint.edge = style.edge.value_or(ofText.edge);
-    paint.bevel = style.bevel.value_or(ofText.bevel);
+    paint.face = ofText.face;
+    paint.edge = ofText.edge;
+    paint.bevel = ofText.bevel;
+    paint.text.extentsBoxColor = extentsBoxColor;
+    if (hasStyle)
+    {
+        const ShapedStyle& style = settings_.spans[shape.span].style;
+        paint.face = style.face.value_or(paint.face);
+        paint.edge = style.edge.value_or(paint.edge);
+        paint.bevel = style.bevel.value_or(paint.bevel);
+        paint.text.extentsBoxColor = style.face.value_or(extentsBoxColor);
+    }
+    if (color)
+    {
+        // A part in the colour of the text has one material, too, as the other parts have.
+        paint.face = color->usesTextColor ? paint.face : MaterialOf(*color);
+        paint.edge = paint.face;
+        paint.bevel = paint.face;
+    }
     paint.text.SetFaceColor(paint.face);
     paint.text.SetEdgeColor(paint.edge);
     paint.text.SetBevelColor(paint.bevel);
     paint.text.SetBevelStyle(bevelStyle);
     paint.text.SetBevelLocation(bevelLocation);
-    paint.text.extentsBoxColor = style.face.value_or(extentsBoxColor);
     return &paint;
 }
 

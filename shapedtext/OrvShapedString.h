@@ -7,9 +7,11 @@
 #include "shaping/TextLayout.h"
 #include "solids/OrvProfileString.h"
 
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orvane
@@ -26,7 +28,8 @@ struct LaidText;
 /// Its edges are those of an OrvProfileString or, without a profile, the square, bevelled or
 /// rounded ones of other texts. Materials, alignment, bevels and spacings mean what they mean for
 /// other texts, except that letters which touch each other, such as Arabic ones, are not moved
-/// apart. While letters are joined (SetFusion), they have the colours of the text.
+/// apart. While letters are joined (SetFusion), they have the colours of the text. A text on a path
+/// (LineSettings::path) stands where the path is, and its bounds are those of its letters.
 ///
 /// The base class's text is the UTF-8. Change it with SetText. After a change through
 /// SetTextString, bytes that are not UTF-8 count as U+FFFD, and a text that cannot be laid out is
@@ -59,6 +62,11 @@ public:
     const std::string& GetText() const { return textString.Text(); }
     const ShapedTextSettings& GetSettings() const { return settings_; }
 
+    /// Puts the fonts that letters are set in into the text, so that they are stored with it. Fonts
+    /// that the text does not name are added to those that it names. Returns sentences about those
+    /// that are left out.
+    std::vector<std::string> EmbedFonts();
+
     void SetHasProfile(bool hasProfile);
     bool HasProfile() const override { return hasProfile_; }
     bool HasLetterColors() const override;
@@ -87,6 +95,7 @@ public:
 
     void Serialize(CArchive& archive) override;
     void DeserializeVersion1(CArchive& archive);
+    void DeserializeVersion2(CArchive& archive);
 
 protected:
     void MeasureText(DVector* unscaledSize, DVector* scaledSize) override;
@@ -96,8 +105,9 @@ protected:
     SurfaceMaterials MaterialsOf(int solid) const override;
 
 private:
-    /// The materials of a span, and a text that has them and the edges of this one.
-    struct SpanPaint
+    /// The materials of letters that have some of their own, and a text that has them and the edges
+    /// of this one.
+    struct LetterPaint
     {
         NamedColor face;
         NamedColor edge;
@@ -105,16 +115,18 @@ private:
         OrvString text;
     };
 
+    void Deserialize(CArchive& archive, DWORD version);
     /// The layout of the current text.
     const LaidText& CurrentLayout();
     void SetText(std::string_view utf8, ShapedTextSettings settings, TextFonts fonts);
     /// The extrusion of a letter of a size.
     ExtrusionData ExtrusionOf(int slot) const;
     /// The materials of a letter that has some of its own; null for other letters.
-    const SpanPaint* PaintOf(int slot) const;
+    const LetterPaint* PaintOf(int slot) const;
     int DrawGlyphs(DrawingParameters* parameters, bool named);
     void DrawGlyph(int slot, DrawingParameters* parameters);
     void FindTransparency();
+    void SetBoundsOnPath();
 
     bool hasProfile_ = false;
     ShapedTextSettings settings_;
@@ -123,8 +135,10 @@ private:
     /// Of these settings; never null. Copies of the text share it, as OrvFontString's \c font.
     std::shared_ptr<GlyphSlots> slots_;
     std::shared_ptr<const LaidText> laid_;  ///< null until it is needed
-    /// By span; null until it is needed. Filled anew each time, so that copies may share it.
-    mutable std::vector<std::shared_ptr<SpanPaint>> paints_;
+    /// By span and colour. Filled anew each time, so that copies may share them.
+    mutable std::map<std::pair<std::size_t, std::string>, std::shared_ptr<LetterPaint>> paints_;
+    DVector pathLow_;  ///< the corners of the box around the letters on a path, when last measured
+    DVector pathHigh_;
 };
 
 }  // namespace orvane

@@ -2,327 +2,27 @@
 #include "host/RecordVersion.h"
 #include "orvane/Error.h"
 #include "platform/Limits.h"
+#include "platform/Utf8.h"
 #include "scene/FontObserver.h"
 #include "scene/TextureFinder.h"
+#include "shapedtext/EmbeddedFont.h"
 #include "shapedtext/LaidText.h"
 #include "shapedtext/OrvShapedString.h"
+#include "shapedtext/SettingsRecord.h"
 
+#include <algorithm>
 #include <string>
+#include <utility>
 
 // The record of an OrvShapedString.
 
 namespace orvane
 {
 
-IMPLEMENT_SERIAL(OrvShapedString, OrvProfileString, 1 | VERSIONABLE_SCHEMA)
+IMPLEMENT_SERIAL(OrvShapedString, OrvProfileString, 2 | VERSIONABLE_SCHEMA)
 
 namespace
 {
-
-// Which of a style's materials, and which of a query's looks, follow.
-constexpr DWORD faceBit = 0x1;
-constexpr DWORD edgeBit = 0x2;
-constexpr DWORD bevelBit = 0x4;
-constexpr DWORD weightBit = 0x1;
-constexpr DWORD widthBit = 0x2;
-constexpr DWORD slantBit = 0x4;
-
-class SettingsWriter
-{
-public:
-    explicit SettingsWriter(CArchive& archive) : archive_(archive) {}
-
-    void Write(const ShapedTextSettings& settings)
-    {
-        Count(settings.fonts.size());
-        for (const ShapedFont& font : settings.fonts)
-        {
-            Write(font.query);
-            Write(font.face);
-        }
-        Write(settings.style);
-        Count(settings.spans.size());
-        for (const ShapedSpan& span : settings.spans)
-        {
-            Count(span.begin);
-            Count(span.end);
-            Write(span.style);
-        }
-        archive_ << LONG{static_cast<int>(settings.direction)};
-        archive_ << settings.width;
-        archive_ << DWORD{settings.breaksWords};
-        archive_ << DWORD{settings.isJustified};
-        archive_ << DWORD{settings.lineHeight.has_value()};
-        archive_ << settings.lineHeight.value_or(0);
-        Count(settings.tabStops.size());
-        for (const double stop : settings.tabStops)
-        {
-            archive_ << stop;
-        }
-        archive_ << settings.tabInterval;
-    }
-
-private:
-    void Count(std::size_t count) { archive_ << static_cast<DWORD>(count); }
-    void Text(const std::string& text) { archive_ << CString(text); }
-
-    void Write(const FontQuery& query)
-    {
-        Text(query.name);
-        Text(query.pattern);
-        Text(query.file);
-        archive_ << LONG{query.index};
-        archive_ << ((query.weight ? weightBit : 0) | (query.width ? widthBit : 0) |
-                     (query.isItalic ? slantBit : 0));
-        archive_ << LONG{query.weight.value_or(0)};
-        archive_ << query.width.value_or(0);
-        archive_ << DWORD{query.isItalic.value_or(false)};
-        Text(query.instance);
-        Write(query.axes);
-    }
-
-    void Write(const FaceIdentity& face)
-    {
-        Text(face.family);
-        Text(face.style);
-        Text(face.fullName);
-        Text(face.fileName);
-        archive_ << LONG{face.index};
-        archive_ << DWORD{face.checksum};
-        Write(face.axes);
-    }
-
-    void Write(const std::vector<AxisValue>& axes)
-    {
-        Count(axes.size());
-        for (const AxisValue& axis : axes)
-        {
-            Text(axis.tag);
-            archive_ << axis.value;
-        }
-    }
-
-    void Write(const ShapedStyle& style)
-    {
-        Count(style.fonts.size());
-        for (const std::size_t font : style.fonts)
-        {
-            Count(font);
-        }
-        archive_ << DWORD{style.usesInstalledFonts};
-        archive_ << style.size;
-        archive_ << style.rise;
-        Text(style.language);
-        Text(style.script);
-        Count(style.features.size());
-        for (const std::string& feature : style.features)
-        {
-            Text(feature);
-        }
-        archive_ << ((style.face ? faceBit : 0) | (style.edge ? edgeBit : 0) |
-                     (style.bevel ? bevelBit : 0));
-        for (const std::optional<NamedColor>* color : {&style.face, &style.edge, &style.bevel})
-        {
-            if (*color)
-            {
-                NamedColor((*color).value()).Serialize(archive_);
-            }
-        }
-    }
-
-    CArchive& archive_;
-};
-
-/// Reads settings. Nothing is allocated for a count before what it counts is there. Throws Error.
-class SettingsReader
-{
-public:
-    explicit SettingsReader(CArchive& archive) : archive_(archive) {}
-
-    ShapedTextSettings Read()
-    {
-        ShapedTextSettings settings;
-        const std::size_t fontCount = Count("the fonts of a text", limits::maxTextFonts);
-        for (std::size_t i = 0; i < fontCount; ++i)
-        {
-            ShapedFont& font = settings.fonts.emplace_back();
-            font.query = ReadQuery();
-            font.face = ReadIdentity();
-        }
-        settings.style = ReadStyle(fontCount);
-        const std::size_t spanCount = Count("the spans of a text", limits::maxTextSpans);
-        for (std::size_t i = 0; i < spanCount; ++i)
-        {
-            ShapedSpan& span = settings.spans.emplace_back();
-            span.begin = Count("the begin of a span", limits::maxTextBytes);
-            span.end = Count("the end of a span", limits::maxTextBytes);
-            span.style = ReadStyle(fontCount);
-        }
-        settings.direction = ReadDirection();
-        settings.width = Number();
-        settings.breaksWords = Flag("whether words are broken");
-        settings.isJustified = Flag("whether lines are justified");
-        const bool hasLineHeight = Flag("whether a text has a line height");
-        const double lineHeight = Number();
-        if (hasLineHeight)
-        {
-            settings.lineHeight = lineHeight;
-        }
-        const std::size_t stopCount = Count("the tab stops of a text", limits::maxTabStops);
-        for (std::size_t i = 0; i < stopCount; ++i)
-        {
-            settings.tabStops.push_back(Number());
-        }
-        settings.tabInterval = Number();
-        return settings;
-    }
-
-private:
-    std::size_t Count(const char* place, std::size_t most)
-    {
-        DWORD count = 0;
-        archive_ >> count;
-        if (count > most)
-        {
-            throw Error(place, std::to_string(count), "at most " + std::to_string(most));
-        }
-        return count;
-    }
-
-    bool Flag(const char* place) { return Count(place, 1) != 0; }
-
-    double Number()
-    {
-        double number = 0;
-        archive_ >> number;
-        return number;
-    }
-
-    int Integer()
-    {
-        LONG number = 0;
-        archive_ >> number;
-        return static_cast<int>(number);
-    }
-
-    std::string Text()
-    {
-        CString text;
-        archive_ >> text;
-        if (text.Text().find('\0') != std::string::npos)
-        {
-            throw Error("a name in a text's record", "a zero byte", "none");
-        }
-        return text.Text();
-    }
-
-    TextDirection ReadDirection()
-    {
-        const int number = Integer();
-        if (number < 0 || number > static_cast<int>(TextDirection::RightToLeft))
-        {
-            throw Error("the direction of a text", std::to_string(number), "0 to 2");
-        }
-        return static_cast<TextDirection>(number);
-    }
-
-    FontQuery ReadQuery()
-    {
-        FontQuery query;
-        query.name = Text();
-        query.pattern = Text();
-        query.file = Text();
-        query.index = Integer();
-        const std::size_t looks = Count("the looks of a font", weightBit | widthBit | slantBit);
-        const int weight = Integer();
-        const double width = Number();
-        const bool isItalic = Flag("whether a font is italic");
-        if ((looks & weightBit) != 0)
-        {
-            query.weight = weight;
-        }
-        if ((looks & widthBit) != 0)
-        {
-            query.width = width;
-        }
-        if ((looks & slantBit) != 0)
-        {
-            query.isItalic = isItalic;
-        }
-        query.instance = Text();
-        query.axes = ReadAxes();
-        return query;
-    }
-
-    FaceIdentity ReadIdentity()
-    {
-        FaceIdentity face;
-        face.family = Text();
-        face.style = Text();
-        face.fullName = Text();
-        face.fileName = Text();
-        face.index = Integer();
-        DWORD checksum = 0;
-        archive_ >> checksum;
-        face.checksum = checksum;
-        face.axes = ReadAxes();
-        return face;
-    }
-
-    std::vector<AxisValue> ReadAxes()
-    {
-        std::vector<AxisValue> axes;
-        const std::size_t count = Count("the axes of a font", limits::maxSpanSettings);
-        for (std::size_t i = 0; i < count; ++i)
-        {
-            AxisValue& axis = axes.emplace_back();
-            axis.tag = Text();
-            axis.value = Number();
-        }
-        return axes;
-    }
-
-    ShapedStyle ReadStyle(std::size_t fontCount)
-    {
-        ShapedStyle style;
-        const std::size_t count = Count("the fonts of a style", limits::maxTextFonts);
-        for (std::size_t i = 0; i < count; ++i)
-        {
-            const std::size_t font = Count("a font of a style", limits::maxTextFonts);
-            if (font >= fontCount)
-            {
-                throw Error("a font of a style", std::to_string(font),
-                            "less than " + std::to_string(fontCount));
-            }
-            style.fonts.push_back(font);
-        }
-        style.usesInstalledFonts = Flag("whether a style uses installed fonts");
-        style.size = Number();
-        style.rise = Number();
-        style.language = Text();
-        style.script = Text();
-        const std::size_t features = Count("the features of a style", limits::maxSpanSettings);
-        for (std::size_t i = 0; i < features; ++i)
-        {
-            style.features.push_back(Text());
-        }
-        const std::size_t colors = Count("the materials of a style", faceBit | edgeBit | bevelBit);
-        ReadColor((colors & faceBit) != 0, style.face);
-        ReadColor((colors & edgeBit) != 0, style.edge);
-        ReadColor((colors & bevelBit) != 0, style.bevel);
-        return style;
-    }
-
-    void ReadColor(bool isThere, std::optional<NamedColor>& color)
-    {
-        if (isThere)
-        {
-            color.emplace().Serialize(archive_);
-        }
-    }
-
-    CArchive& archive_;
-};
 
 /// The file that a text may read where its record names one. A document decides that; a text that
 /// is read without a document reads any file.
@@ -332,16 +32,95 @@ std::string FindFontFile(const std::string& name)
     return finder != nullptr ? finder->FindFontFile(name) : name;
 }
 
+/// Puts a face that a text uses into its settings and fonts. Throws Error when that is not
+/// possible.
+void EmbedFace(const std::shared_ptr<const ShapingFace>& face, ShapedTextSettings& settings,
+               TextFonts& fonts)
+{
+    const auto known = std::find(fonts.faces.begin(), fonts.faces.end(), face);
+    const auto index = static_cast<std::size_t>(known - fonts.faces.begin());
+    const bool isNamed = known != fonts.faces.end();
+    if (isNamed && (settings.fonts[index].embedded != nullptr ||
+                    settings.fonts[index].face.fullName != face->FullName()))
+    {
+        return;  // it is in the text, or in place of a missing font
+    }
+    const std::string place = "font \"" + face->FullName() + "\"";
+    if (!MayBeEmbedded(*face))
+    {
+        throw Error(place, "its licence bits do not allow it to be in documents that are changed");
+    }
+    std::shared_ptr<const EmbeddedFont> file = EmbeddedFont::OfFile(face->File().file);
+    if (file == nullptr)
+    {
+        throw Error(place, "its file cannot be read, or has more than " +
+                               std::to_string(limits::maxEmbeddedFontBytes) + " bytes");
+    }
+    if (!isNamed)
+    {
+        if (settings.fonts.size() == limits::maxTextFonts)
+        {
+            throw Error(place,
+                        "a text names " + std::to_string(limits::maxTextFonts) + " fonts at most");
+        }
+        ShapedFont& added = settings.fonts.emplace_back();
+        added.query.name = face->FullName();
+        added.face = IdentityOf(*face);
+        fonts.faces.push_back(face);
+        settings.style.fonts.push_back(index);
+        for (ShapedSpan& span : settings.spans)
+        {
+            if (!span.style.fonts.empty() && span.style.fonts.size() < limits::maxTextFonts)
+            {
+                span.style.fonts.push_back(index);
+            }
+        }
+    }
+    settings.fonts[index].embedded = std::move(file);
+}
+
 }  // namespace
+
+std::vector<std::string> OrvShapedString::EmbedFonts()
+{
+    ShapedTextSettings settings = settings_;
+    TextFonts fonts = *fonts_;
+    std::vector<std::string> notices;
+    for (const SubstitutedFont& font : fonts.substituted)
+    {
+        notices.push_back("font \"" + font.name + "\" is not installed");
+    }
+    // The layout may go while settings change.
+    const std::vector<std::shared_ptr<const ShapingFace>> used = CurrentLayout().layout.faces;
+    for (const std::shared_ptr<const ShapingFace>& face : used)
+    {
+        try
+        {
+            EmbedFace(face, settings, fonts);
+        }
+        catch (const Error& error)
+        {
+            notices.push_back(error.what());
+        }
+    }
+    SetText(std::string(textString.Text()), std::move(settings), std::move(fonts));
+    return notices;
+}
 
 void OrvShapedString::Serialize(CArchive& archive)
 {
+    if (archive.IsStoring())
+    {
+        // What the base class's functions have set must be readable again.
+        CurrentLayout();
+        textString = CString(ValidUtf8(textString.Text()));
+    }
     // The record has no font of the registry, which is in those of the classes between.
     OrvString::Serialize(archive);  // NOLINT(bugprone-parent-virtual-call)
     if (archive.IsLoading())
     {
-        ReadRecordVersion(archive, RUNTIME_CLASS(OrvShapedString));
-        DeserializeVersion1(archive);
+        ReadVersionedRecord(archive, *this, &OrvShapedString::DeserializeVersion1,
+                            &OrvShapedString::DeserializeVersion2);
         return;
     }
     WriteRecordVersion(archive, RUNTIME_CLASS(OrvShapedString));
@@ -356,10 +135,20 @@ void OrvShapedString::Serialize(CArchive& archive)
             stored.fonts[i].face.checksum = ChecksumOf(fonts_->faces[i]->File().file);
         }
     }
-    SettingsWriter(archive).Write(stored);
+    WriteSettings(archive, stored);
 }
 
 void OrvShapedString::DeserializeVersion1(CArchive& archive)
+{
+    Deserialize(archive, 1);
+}
+
+void OrvShapedString::DeserializeVersion2(CArchive& archive)
+{
+    Deserialize(archive, 2);
+}
+
+void OrvShapedString::Deserialize(CArchive& archive, DWORD version)
 {
     hasProfile_ = false;  // the profile of the record must not replace its bevels
     OrvProfileString::DeserializeVersion1(archive);
@@ -371,7 +160,7 @@ void OrvShapedString::DeserializeVersion1(CArchive& archive)
         {
             throw Error("whether a text has a profile", std::to_string(hasProfile), "0 or 1");
         }
-        const ShapedTextSettings settings = SettingsReader(archive).Read();
+        const ShapedTextSettings settings = ReadSettings(archive, version);
         CheckSettings(settings);
         SetText(std::string(textString.Text()), settings,
                 OpenStoredFonts(settings.fonts, FindFontFile));

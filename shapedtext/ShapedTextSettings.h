@@ -10,12 +10,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace orvane
 {
+
+class EmbeddedFont;
 
 /// Tells a face from others of the same name, on this machine and on others.
 struct FaceIdentity
@@ -36,6 +39,8 @@ struct ShapedFont
     /// The face that was found for the query when the text was made. A text from a file keeps the
     /// face that its author had, also where another one takes its place.
     FaceIdentity face;
+    /// The file of the face, where a saved text has it in its record; null where not.
+    std::shared_ptr<const EmbeddedFont> embedded;
 };
 
 /// How letters look.
@@ -72,6 +77,8 @@ struct ShapedTextSettings : LineSettings
     ShapedStyle style;              ///< of everything that is in no span
     /// In the order of the text, without overlaps; limits::maxTextSpans at most.
     std::vector<ShapedSpan> spans;
+    /// Whether glyphs for which the font has coloured layers are made of a solid for each colour.
+    bool usesColorGlyphs = false;
 };
 
 }  // namespace orvane

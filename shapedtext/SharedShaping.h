@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Limits.h"
+#include "shapedtext/ColorGlyphs.h"
 #include "shapedtext/GlyphCache.h"
 #include "shaping/TextShaper.h"
 
@@ -22,6 +23,7 @@ public:
 
     TextShaper shaper;
     GlyphCache glyphs;
+    ColorGlyphs colors;
 
     /// The object of the process, made anew when no text has one.
     static std::shared_ptr<SharedShaping> Get();

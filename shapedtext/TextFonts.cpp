@@ -4,6 +4,7 @@
 #include "host/CFile.h"
 #include "orvane/Error.h"
 #include "platform/Limits.h"
+#include "shapedtext/EmbeddedFont.h"
 
 #include <zlib.h>
 
@@ -112,9 +113,17 @@ public:
         {
             found = ChosenFont{fonts_.standard, {}};
         }
+        bool isMeant = found->face != nullptr &&
+                       (font.face.family.empty() ? isOpened : IsFaceOf(*found->face, font.face));
+        if (!isMeant && font.embedded != nullptr)
+        {
+            if (auto embedded = font.embedded->Open(font.face))
+            {
+                found = ChosenFont{std::move(embedded), {}};
+                isMeant = true;
+            }
+        }
         const ShapingFace* const face = found->face.get();
-        const bool isMeant =
-            face != nullptr && (font.face.family.empty() ? isOpened : IsFaceOf(*face, font.face));
         fonts_.faces.push_back(found->face);
         fonts_.notices.insert(fonts_.notices.end(), found->notices.begin(), found->notices.end());
         isMeant ? CompareFiles(font, *face) : TellSubstitute(font, face);

@@ -12,6 +12,8 @@
 #include "platform/CodePages.h"
 #include "platform/FontMatching.h"
 #include "platform/Utf8.h"
+#include "scene/DescendentWalk.h"
+#include "scene/SceneObject.h"
 #include "scene/ViewObject.h"
 #include "shapedtext/OrvShapedString.h"
 
@@ -62,6 +64,7 @@ public:
         settings_.style.language = options.language;
         settings_.style.script = options.script;
         settings_.style.features = options.features;
+        settings_.usesColorGlyphs = options.usesColorGlyphs;
         static_cast<LineSettings&>(settings_) = options;
     }
 
@@ -226,6 +229,25 @@ AddedText AddShapedText(Document& document, const std::string& text, const Shape
         state->scene.view->SetShowTextures();
     }
     return added;
+}
+
+std::vector<std::string> EmbedFonts(Document& document)
+{
+    std::vector<std::string> notices;
+    VisitDescendents(*DocumentState::Of(document).scene.scene, [&notices](DrawingObject& node) {
+        if (auto* const text = dynamic_cast<OrvShapedString*>(&node))
+        {
+            for (const std::string& notice : text->EmbedFonts())
+            {
+                if (std::find(notices.begin(), notices.end(), notice) == notices.end())
+                {
+                    notices.push_back(notice);
+                }
+            }
+        }
+        return true;
+    });
+    return notices;
 }
 
 }  // namespace orvane

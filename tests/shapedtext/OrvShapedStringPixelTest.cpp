@@ -3,8 +3,10 @@
 // as they are drawn in immediate mode.
 #include "shapedtext/OrvShapedString.h"
 
+#include "tests/shapedtext/ColorFont.h"
 #include "tests/shapedtext/ShapedSettings.h"
 #include "tests/support/MeshDrawingPixels.h"
+#include "tests/support/TemporaryFile.h"
 
 #include <gtest/gtest.h>
 
@@ -128,6 +130,38 @@ TEST_P(ShapedPixels, EveryScriptSizeAndColourLooksTheSameWithACache)
     shaped.CalculateBounds();
     ExpectSamePicture(shaped);
     shaped.SetFusion(LetterFusion::Line);
+    ExpectSamePicture(shaped);
+}
+
+TEST_P(ShapedPixels, ColouredGlyphsAndLettersOnAPathLookTheSameWithACache)
+{
+    REQUIRE_CONTEXT(context);
+    TakeOver(text);
+    const TemporaryName name("colors.ttf");
+    ColorFont().Write(name.Path().Text());
+    ShapedTextSettings settings;
+    settings.fonts.emplace_back().query.file = name.Path().Text();
+    settings.style.fonts = {0};
+    settings.usesColorGlyphs = true;
+    for (const int style : {0, 1, 2})
+    {
+        shaped.SetBevelStyle(style);
+        shaped.SetText("HOH", settings);
+        shaped.CalculateBounds();
+        ExpectSamePicture(shaped);
+    }
+    const Picture straight = Drawn(shaped, &cache);
+    settings.path = orvane::TextPath();
+    settings.path->radius = 1;
+    shaped.SetText("HOH", settings);
+    shaped.CalculateBounds();
+    ExpectSamePicture(shaped);
+    EXPECT_NE(straight.bytes, Drawn(shaped, &cache).bytes);
+    shaped.SetInterCharacterSpacing(0.2f);
+    shaped.CalculateBounds();
+    ExpectSamePicture(shaped);
+    shaped.SetHasProfile(true);
+    shaped.CalculateBounds();
     ExpectSamePicture(shaped);
 }
 

@@ -24,7 +24,7 @@ const char* const fontFile = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 /// The fields of the class's own part, which can be replaced.
 struct OwnPart
 {
-    DWORD version = 1;
+    DWORD version = 2;
     DWORD hasProfile = 1;
     DWORD fontCount = 1;
     const char* name = "DejaVu Sans";
@@ -58,6 +58,19 @@ struct OwnPart
     DWORD tabStopCount = 2;
     double tabStop = 1.5;
     double tabInterval = 3;
+    // Since version 2:
+    DWORD usesColorGlyphs = 1;
+    DWORD hasFit = 0;
+    double fitWidth = 1;
+    double fitHeight = 1;
+    DWORD breaksLines = 0;
+    DWORD hasPath = 0;
+    double radius = 0;
+    const char* pathData = "";
+    double unit = 1;
+    DWORD hasStart = 0;
+    double start = 0;
+    LONG side = 0;
 
     RecordBytes Get() const
     {
@@ -76,7 +89,15 @@ struct OwnPart
         record.Long(direction).Double(width).Dword(breaksWords).Dword(isJustified);
         record.Dword(hasLineHeight).Double(lineHeight);
         record.Dword(tabStopCount).Double(tabStop).Double(2.5).Double(tabInterval);
-        return record;
+        if (version == 1)
+        {
+            return record;
+        }
+        record.Dword(usesColorGlyphs);
+        record.Dword(hasFit).Double(fitWidth).Double(fitHeight).Dword(breaksLines);
+        record.Dword(hasPath).Double(radius).String(pathData).Double(unit);
+        record.Dword(hasStart).Double(start).Long(side);
+        return record.Word(0);  // no font in the record
     }
 };
 
@@ -110,6 +131,7 @@ protected:
         settings.lineHeight = 1.25;
         settings.tabStops = {1.5, 2.5};
         settings.tabInterval = 3;
+        settings.usesColorGlyphs = true;
         text.SetHasProfile(true);
         text.SetProfile(ParseProfile("0,0 -0.25,-0.5"));
         text.SetFusion(LetterFusion::Line);
@@ -172,6 +194,72 @@ TEST_F(OrvShapedStringRecord, IsReadBack)
     EXPECT_EQ(Stored(read), Stored(text));
 }
 
+TEST_F(OrvShapedStringRecord, OfVersion1IsReadWithoutTheLaterFields)
+{
+    OrvShapedString read = Read(With(&OwnPart::version, 1));
+    EXPECT_FALSE(read.GetSettings().usesColorGlyphs);
+    EXPECT_FALSE(read.GetSettings().fit.has_value());
+    EXPECT_FALSE(read.GetSettings().path.has_value());
+    EXPECT_EQ(read.GetSettings().tabInterval, 3);
+    EXPECT_EQ(Stored(read), Record(With(&OwnPart::usesColorGlyphs, 0)));
+}
+
+TEST_F(OrvShapedStringRecord, HasTheBoxOfAText)
+{
+    OwnPart own;
+    own.isJustified = 0;
+    own.hasFit = 1;
+    own.fitWidth = 4;
+    own.fitHeight = 2.5;
+    OrvShapedString read = Read(own);
+    ASSERT_TRUE(read.GetSettings().fit.has_value());
+    EXPECT_EQ(read.GetSettings().fit->width, 4);
+    EXPECT_EQ(read.GetSettings().fit->height, 2.5);
+    EXPECT_FALSE(read.GetSettings().fit->breaksLines);
+    EXPECT_EQ(Stored(read), Record(own));
+    own.breaksLines = 1;  // beside a width
+    EXPECT_EQ(CauseOf(own), CArchiveException::generic);
+    own.width = 0;
+    EXPECT_TRUE(Read(own).GetSettings().fit->breaksLines);
+}
+
+TEST_F(OrvShapedStringRecord, HasThePathOfAText)
+{
+    OwnPart own;
+    own.isJustified = 0;
+    own.width = 0;
+    own.hasPath = 1;
+    own.pathData = "M0 0L3 0";
+    own.unit = 0.5;
+    own.hasStart = 1;
+    own.start = 0.25;
+    own.side = 1;
+    OrvShapedString read = Read(own);
+    ASSERT_TRUE(read.GetSettings().path.has_value());
+    const TextPath& path = *read.GetSettings().path;
+    EXPECT_EQ(path.data, "M0 0L3 0");
+    EXPECT_EQ(path.unit, 0.5);
+    EXPECT_EQ(path.start, 0.25);
+    EXPECT_EQ(path.side, PathSide::Right);
+    EXPECT_EQ(Stored(read), Record(own));
+    own.radius = 2;  // beside path data
+    EXPECT_EQ(CauseOf(own), CArchiveException::generic);
+    own.pathData = "";
+    EXPECT_EQ(Read(own).GetSettings().path->radius, 2);
+    own.radius = 0;
+    EXPECT_EQ(CauseOf(own), CArchiveException::generic);
+}
+
+TEST_F(OrvShapedStringRecord, OfATextThatTheBaseClassHasChangedCanBeRead)
+{
+    text.SetTextString("\xFFy");
+    const Bytes stored = Stored(text);
+    OrvShapedString read;
+    LoadRecord(read, stored);
+    EXPECT_EQ(read.GetText(), "\uFFFDy");
+    EXPECT_TRUE(read.GetSettings().spans.empty());  // they belonged to another text
+}
+
 TEST_F(OrvShapedStringRecord, OfATextWithoutAProfileKeepsItsBevels)
 {
     text.SetHasProfile(false);
@@ -210,7 +298,7 @@ TEST_F(OrvShapedStringRecord, HoldsAllThatAFontQueryAsksFor)
 TEST_F(OrvShapedStringRecord, OfAnotherVersionIsRefused)
 {
     OwnPart own;
-    own.version = 2;
+    own.version = 3;
     EXPECT_EQ(CauseOf(own), CArchiveException::badSchema);
 }
 
@@ -252,6 +340,14 @@ TEST_F(OrvShapedStringRecord, WithBadValuesIsRefused)
         With(&OwnPart::tabStopCount, 1'001),
         With(&OwnPart::tabStop, 2.5),
         With(&OwnPart::tabInterval, 0),
+        With(&OwnPart::usesColorGlyphs, 2),
+        With(&OwnPart::hasFit, 2),
+        With(&OwnPart::breaksLines, 2),
+        With(&OwnPart::hasPath, 2),
+        With(&OwnPart::hasPath, 1),  // of a text with a width
+        With(&OwnPart::hasStart, 2),
+        With(&OwnPart::side, 2),
+        With(&OwnPart::side, -1),
     };
     for (const OwnPart& own : wrong)
     {
