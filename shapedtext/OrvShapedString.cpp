@@ -353,7 +353,8 @@ int OrvShapedString::DrawGlyphs(DrawingParameters* parameters, bool named)
             return;
         }
         slots_->GlyphAt(letter.glyphIndex);
-        if (letter.line != line)
+        // As the mesh cache places letters: those of one height one from another.
+        if (letter.line != line || letter.y != y)
         {
             if (line >= 0)
             {
@@ -365,9 +366,8 @@ int OrvShapedString::DrawGlyphs(DrawingParameters* parameters, bool named)
             x = 0;
             y = letter.y;
         }
-        glTranslated(letter.x - x, letter.y - y, 0);
+        glTranslated(letter.x - x, 0, 0);
         x = letter.x;
-        y = letter.y;
         if (named)
         {
             glPushName(static_cast<GLuint>(letter.character));

@@ -145,6 +145,7 @@ TEST_P(ShapedPixels, ColouredGlyphsAndLettersOnAPathLookTheSameWithACache)
     settings.usesColorGlyphs = true;
     for (const int style : {0, 1, 2})
     {
+        SCOPED_TRACE(style);
         shaped.SetBevelStyle(style);
         shaped.SetText("HOH", settings);
         shaped.CalculateBounds();
