@@ -178,7 +178,11 @@ std::unique_ptr<OrvGlyph> Construct(const FineOutline& outline)
 std::unique_ptr<OrvGlyph> BuildGlyph(std::uint32_t number, HFONT font, int unitsPerEm)
 {
     const std::optional<ReadOutline> read = Read(number, font);
-    return read ? Construct(read->outline, unitsPerEm, read->size, read->metrics) : InvalidGlyph();
+    if (!read)
+    {
+        return InvalidGlyph();
+    }
+    return Construct(read->outline, unitsPerEm, read->size, read->metrics);
 }
 
 std::unique_ptr<OrvGlyph> BuildLetter(const LetterShape& shape, HFONT font, ColorGlyphs& colors)
@@ -187,16 +191,22 @@ std::unique_ptr<OrvGlyph> BuildLetter(const LetterShape& shape, HFONT font, Colo
     if (shape.area != wholeGlyph)
     {
         const std::vector<ColorArea>& areas = colors.AreasOf(*shape.face, shape.glyph, font);
-        return shape.area < areas.size()
-                   ? Construct(Turned(areas[shape.area].region, Turn(shape.angle)))
-                   : InvalidGlyph();
+        if (shape.area >= areas.size())
+        {
+            return InvalidGlyph();
+        }
+        return Construct(Turned(areas[shape.area].region, Turn(shape.angle)));
     }
     if (shape.angle == 0)
     {
         return BuildGlyph(shape.glyph, font, unitsPerEm);
     }
     const std::optional<ReadOutline> read = Read(shape.glyph, font);
-    return read ? Construct(Turned(read->outline, unitsPerEm, Turn(shape.angle))) : InvalidGlyph();
+    if (!read)
+    {
+        return InvalidGlyph();
+    }
+    return Construct(Turned(read->outline, unitsPerEm, Turn(shape.angle)));
 }
 
 }  // namespace orvane
