@@ -104,6 +104,7 @@ std::vector<NamedColor> BuiltIn()
 {
     const NamedColorGroup& group = BuiltInMaterials();
     std::vector<NamedColor> materials;
+    materials.reserve(static_cast<std::size_t>(group.GetSize()));
     for (int i = 0; i < group.GetSize(); ++i)
     {
         materials.push_back(group.GetAt(i));
@@ -148,6 +149,7 @@ std::vector<NamedColor> SavedMaterials()
     const auto count = static_cast<int>(
         std::min<UINT>(AfxGetApp()->GetProfileInt(section, countEntry, 0), mostSaved));
     std::vector<NamedColor> materials;
+    materials.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
     {
         materials.emplace_back(i, section, prefix);

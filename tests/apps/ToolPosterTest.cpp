@@ -15,7 +15,11 @@
 namespace
 {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if !defined(__has_feature)
+#define __has_feature(feature) 0  // GCC 12 defines macros instead
+#endif
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || \
+    __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
 constexpr bool measuresMemory = false;
 #else
 constexpr bool measuresMemory = true;
