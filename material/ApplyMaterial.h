@@ -21,7 +21,7 @@ class ORVANE_API MaterialObserver
 {
 public:
     /// ApplyMaterial has made the material current.
-    virtual void UseMaterial(const Color& material) = 0;
+    virtual void UseMaterial(const ::Color& material) = 0;
 
 protected:
     ~MaterialObserver() = default;

@@ -3,6 +3,7 @@
 
 #include "studio/Environment.h"
 
+#include <functional>
 #include <vector>
 
 namespace orvane
@@ -12,7 +13,7 @@ namespace orvane
 struct BuiltInEnvironment
 {
     const char* name;
-    Light (*light)(const MeshPoint& direction);  ///< from a direction, a unit vector
+    std::function<Light(const MeshPoint&)> light;  ///< from a direction, a unit vector
 };
 
 /// The default first.

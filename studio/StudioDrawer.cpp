@@ -2,6 +2,7 @@
 #include "studio/StudioDrawer.h"
 
 #include "document/OptionRange.h"
+#include "document/SceneLights.h"
 #include "host/AsciiCase.h"
 #include "material/MetallicRoughness.h"
 #include "material/NamedColor.h"
@@ -47,9 +48,6 @@ int PatternOf(const std::string& name)
                                                        : 0;
 }
 
-/// The brightness of a new scene's ambient light (SetFirstLights).
-constexpr std::array<float, 3> usualAmbient = {0.34f, 0.35f, 0.38f};
-
 /// Lets ApplyMaterial tell an observer of materials as long as it lives.
 class Observation
 {
@@ -85,16 +83,13 @@ int TextureUse()
     return mode == GL_MODULATE ? 1 : 2;
 }
 
+/// The scene's ambient light as a multiple of that of a new scene.
 std::array<float, 3> AmbientLight()
 {
     std::array<float, 4> ambient = {};
     glGetFloatv(GL_LIGHT_MODEL_AMBIENT, ambient.data());
-    std::array<float, 3> ratio;
-    for (std::size_t i = 0; i < ratio.size(); ++i)
-    {
-        ratio[i] = ambient[i] / usualAmbient[i];
-    }
-    return ratio;
+    const Color& usual = firstAmbientColor;
+    return {ambient[0] / usual.red, ambient[1] / usual.green, ambient[2] / usual.blue};
 }
 
 bool IsPerspective()
@@ -207,7 +202,7 @@ SolidDrawing StudioDrawer::Draw(const DrawNode& drawNode)
     return drawn;
 }
 
-void StudioDrawer::UseMaterial(const Color& material)
+void StudioDrawer::UseMaterial(const ::Color& material)
 {
     const auto* const named = dynamic_cast<const NamedColor*>(&material);
     const MetallicRoughness look =

@@ -43,7 +43,7 @@ public:
     SolidDrawing DrawSurface(TriangularMeshObject& mesh, DrawingParameters& parameters) override;
 
 private:
-    void UseMaterial(const Color& material) override;
+    void UseMaterial(const ::Color& material) override;
     template <typename DrawNode>
     SolidDrawing Draw(const DrawNode& drawNode);
     void UploadEnvironment(const Environment& environment);
