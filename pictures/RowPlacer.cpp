@@ -19,6 +19,21 @@ std::string SizeText(const StoredPicture& stored)
     return std::to_string(stored.width) + " x " + std::to_string(stored.height) + " pixels";
 }
 
+/// Throws Error when the pixels of a picture take more bytes than its file allows.
+/// \param what follows the number of bytes in the text of the error
+void CheckBytes(const StoredPicture& stored, std::size_t pixelBytes, std::uint64_t most,
+                const char* what, const PictureSource& source)
+{
+    const std::uint64_t bytes = stored.width * stored.height * pixelBytes;
+    if (bytes > most)
+    {
+        throw Error(source.place,
+                    SizeText(stored) + ", which take " + std::to_string(bytes) + " bytes" + what,
+                    "at most " + std::to_string(most) + " in a file of " +
+                        std::to_string(source.count) + " bytes");
+    }
+}
+
 void CheckStored(const StoredPicture& stored, const PictureSource& source)
 {
     constexpr std::uint64_t maxSide = limits::maxPictureSide;
@@ -27,15 +42,8 @@ void CheckStored(const StoredPicture& stored, const PictureSource& source)
         throw Error(source.place, SizeText(stored),
                     "1 to " + std::to_string(maxSide) + " pixels a side");
     }
-    const std::uint64_t bytes = stored.width * stored.height * stored.rows.PixelBytes();
-    const std::uint64_t most = limits::MaxUnpackedBytes(source.count);
-    if (bytes > most)
-    {
-        throw Error(source.place,
-                    SizeText(stored) + ", which take " + std::to_string(bytes) + " bytes",
-                    "at most " + std::to_string(most) + " in a file of " +
-                        std::to_string(source.count) + " bytes");
-    }
+    CheckBytes(stored, stored.rows.PixelBytes(), limits::MaxUnpackedBytes(source.count), "",
+               source);
 }
 
 /// The conversion of a file's pixels to sRGB; null when its profile is missing, damaged or for
@@ -188,15 +196,7 @@ void CheckDecoderMemory(const StoredPicture& stored, std::size_t pixelBytes,
                         const PictureSource& source)
 {
     CheckStored(stored, source);
-    const std::uint64_t bytes = stored.width * stored.height * pixelBytes;
-    const std::uint64_t most = limits::MemoryForFile(source.count);
-    if (bytes > most)
-    {
-        throw Error(source.place,
-                    SizeText(stored) + ", which take " + std::to_string(bytes) + " bytes of memory",
-                    "at most " + std::to_string(most) + " for a file of " +
-                        std::to_string(source.count) + " bytes");
-    }
+    CheckBytes(stored, pixelBytes, limits::MemoryForFile(source.count), " of memory", source);
 }
 
 }  // namespace orvane

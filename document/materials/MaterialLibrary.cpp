@@ -10,8 +10,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <functional>
-#include <optional>
 
 namespace orvane
 {
@@ -86,18 +84,13 @@ NamedColor MaterialOf(const Recipe& recipe)
     return material;
 }
 
-bool HasName(const NamedColor& material, const std::string& name)
-{
-    return LowerAscii(material.GetName()) == LowerAscii(name);
-}
-
+/// The place of the material with this name; the end when there is none.
 template <typename Materials>
-std::optional<NamedColor> Find(const Materials& materials, const std::string& name)
+auto PlaceOf(Materials& materials, const std::string& name)
 {
-    const auto found =
-        std::find_if(materials.begin(), materials.end(),
-                     [&name](const NamedColor& each) { return HasName(each, name); });
-    return found != materials.end() ? std::optional<NamedColor>(*found) : std::nullopt;
+    return std::find_if(materials.begin(), materials.end(), [&name](const NamedColor& each) {
+        return LowerAscii(each.GetName()) == LowerAscii(name);
+    });
 }
 
 std::vector<NamedColor> BuiltIn()
@@ -161,13 +154,13 @@ void SaveMaterial(const NamedColor& material)
 {
     const std::string name = material.GetName();
     CheckName("name", name);
-    if (name.empty() || Find(BuiltIn(), name))
+    const std::vector<NamedColor> builtIn = BuiltIn();
+    if (name.empty() || PlaceOf(builtIn, name) != builtIn.end())
     {
         throw OptionError("name", "a name that no built-in material has", '"' + name + '"');
     }
     std::vector<NamedColor> materials = SavedMaterials();
-    const auto old = std::find_if(materials.begin(), materials.end(),
-                                  [&name](const NamedColor& each) { return HasName(each, name); });
+    const auto old = PlaceOf(materials, name);
     if (old != materials.end())
     {
         *old = material;
@@ -182,8 +175,7 @@ void SaveMaterial(const NamedColor& material)
 void RemoveMaterial(const std::string& name)
 {
     std::vector<NamedColor> materials = SavedMaterials();
-    const auto old = std::find_if(materials.begin(), materials.end(),
-                                  [&name](const NamedColor& each) { return HasName(each, name); });
+    const auto old = PlaceOf(materials, name);
     if (old == materials.end())
     {
         throw Error('"' + name + '"', "no saved material has this name");
@@ -198,7 +190,7 @@ NamedColor MaterialNamed(const char* field, const std::string& name)
     const std::vector<NamedColor> saved = SavedMaterials();
     for (const std::vector<NamedColor>* const materials : {&saved, &builtIn})
     {
-        if (const std::optional<NamedColor> found = Find(*materials, name))
+        if (const auto found = PlaceOf(*materials, name); found != materials->end())
         {
             return *found;
         }

@@ -2,6 +2,7 @@
 #include "document/poster/PosterView.h"
 
 #include "imaging/TextureSettings.h"
+#include "import3ds/TriangularMeshObject.h"
 #include "platform/OpenGL.h"
 #include "scene/DescendentWalk.h"
 #include "scene/OrvString.h"
@@ -24,22 +25,35 @@ using Nodes = std::vector<const DrawingObject*>;
 
 constexpr std::less<const DrawingObject*> byAddress;
 
-/// The texts and outlines of a scene that a condition holds for, sorted by address.
-template <typename Condition>
-Nodes SolidsOf(const DrawingObject& scene, const Condition& isWanted)
+bool IsTextOrOutline(const DrawingObject& node)
 {
-    Nodes solids;
+    return dynamic_cast<const OrvString*>(&node) != nullptr ||
+           dynamic_cast<const OrvOutlineShape*>(&node) != nullptr;
+}
+
+bool IsSolid(const DrawingObject& node)
+{
+    return IsTextOrOutline(node) || dynamic_cast<const TriangularMeshObject*>(&node) != nullptr;
+}
+
+bool IsShownThrough(const DrawingObject& node)
+{
+    return IsTextOrOutline(node) && node.IsTransparent();
+}
+
+/// The nodes of a scene that a condition holds for, sorted by address.
+Nodes NodesOf(const DrawingObject& scene, bool (*isWanted)(const DrawingObject&))
+{
+    Nodes nodes;
     VisitDescendents(scene, [&](const DrawingObject& node) {
-        const bool isSolid = dynamic_cast<const OrvString*>(&node) != nullptr ||
-                             dynamic_cast<const OrvOutlineShape*>(&node) != nullptr;
-        if (isSolid && isWanted(node))
+        if (isWanted(node))
         {
-            solids.push_back(&node);
+            nodes.push_back(&node);
         }
         return true;
     });
-    std::sort(solids.begin(), solids.end(), byAddress);
-    return solids;
+    std::sort(nodes.begin(), nodes.end(), byAddress);
+    return nodes;
 }
 
 Nodes Together(const Nodes& a, const Nodes& b)
@@ -77,15 +91,14 @@ PosterParameters::PosterParameters(const ViewObject& view)
 
 bool PosterParameters::ShouldDraw(const DrawingObject& node) const
 {
-    return hidden.empty() || !std::binary_search(hidden.begin(), hidden.end(), &node,
-                                                 std::less<const DrawingObject*>());
+    return hidden.empty() || !std::binary_search(hidden.begin(), hidden.end(), &node, byAddress);
 }
 
 PosterView::PosterView(const ViewObject& view, int samples)
     : ViewObject(view),
       background_(*scene, 0),
-      solids_(SolidsOf(*scene, [](const DrawingObject&) { return true; })),
-      transparent_(SolidsOf(*scene, [](const DrawingObject& node) { return node.IsTransparent(); }))
+      solids_(NodesOf(*scene, IsSolid)),
+      transparent_(NodesOf(*scene, IsShownThrough))
 {
     TextureMap& picture = *background_.GetTexture();
     if (picture.placement == static_cast<DWORD>(BackgroundPlacement::Stretch))

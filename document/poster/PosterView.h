@@ -55,8 +55,9 @@ private:
     int DrawShowingThrough(PosterParameters& parameters);
 
     SceneObject background_;  ///< a copy of the scene's background, placed for the drawing's pixels
-    std::vector<const DrawingObject*> solids_;       ///< texts and outlines; sorted by address
-    std::vector<const DrawingObject*> transparent_;  ///< those of them that are
+    std::vector<const DrawingObject*> solids_;  ///< texts, outlines and meshes, sorted by address
+    std::vector<const DrawingObject*>
+        transparent_;  ///< the texts and outlines that are, sorted by address
 };
 
 }  // namespace orvane
