@@ -3,6 +3,7 @@
 
 #include "orvane/Error.h"
 #include "pictures/ColorProfile.h"
+#include "pictures/Deflate.h"
 #include "platform/Limits.h"
 #include "tests/pictures/Profiles.h"
 #include "tests/pictures/WrittenPicture.h"
@@ -106,6 +107,60 @@ TEST(PictureReader, AJpegIsReadNearlyAsItWasWritten)
     for (const std::uint8_t channel : picture.rows)
     {
         EXPECT_NEAR(channel, 130, 1);
+    }
+}
+
+TEST(PictureReader, AGreyJpegBecomesColours)
+{
+    PictureFileSettings settings = Settings(16, 16, PixelKind::Grey);
+    settings.quality = 100;
+    const ReadPicture picture = Read(Write(PictureFormat::Jpeg, settings, Bytes(16 * 16, 90)));
+    ASSERT_EQ(picture.rows.size(), 16u * 16 * 3);
+    for (const std::uint8_t channel : picture.rows)
+    {
+        EXPECT_NEAR(channel, 90, 1);
+    }
+}
+
+TEST(PictureReader, ADamagedJpegIsRefusedWithThePlaceOfTheDamage)
+{
+    std::string bytes = Sample(PictureFormat::Jpeg);
+    const std::size_t frame = bytes.find("\xFF\xC0");
+    ASSERT_NE(frame, std::string::npos);
+    bytes[frame + 4] = 9;  // bits a channel
+    const std::string refusal = Refusal(bytes);
+    EXPECT_NE(refusal.find("not a readable JPEG"), std::string::npos) << refusal;
+    EXPECT_NE(refusal.find("byte "), std::string::npos) << refusal;
+}
+
+// A picture of one pixel has the same data when it is interlaced.
+TEST(PictureReader, AnInterlacedPngIsRead)
+{
+    std::string bytes = Write(PictureFormat::Png, Settings(1, 1, PixelKind::Rgb), {200, 100, 50});
+    constexpr std::size_t type = 12;  // of the first chunk, after the signature and its length
+    constexpr std::size_t headBytes = 4 + 13;
+    bytes[type + headBytes - 1] = 1;  // Adam7
+    const std::uint32_t sum =
+        orvane::Crc32(0, reinterpret_cast<const std::uint8_t*>(bytes.data()) + type, headBytes);
+    for (std::size_t i = 0; i < 4; ++i)
+    {
+        bytes[type + headBytes + i] = static_cast<char>(sum >> (24 - 8 * i));
+    }
+    EXPECT_EQ(Read(bytes).rows, (Bytes{200, 100, 50}));
+}
+
+// Half of the light is 188 of 255 in sRGB.
+TEST(PictureReader, AProfileOfGreysIsApplied)
+{
+    cmsToneCurve* const line = cmsBuildGamma(nullptr, 1);
+    PictureFileSettings settings = Settings(1, 1, PixelKind::Grey);
+    settings.profile = BytesOf(cmsCreateGrayProfile(cmsD50_xyY(), line));
+    cmsFreeToneCurve(line);
+    const ReadPicture picture = Read(Write(PictureFormat::Png, settings, {128}));
+    ASSERT_EQ(picture.rows.size(), 3u);
+    for (const std::uint8_t channel : picture.rows)
+    {
+        EXPECT_NEAR(channel, 188, 2);
     }
 }
 
